@@ -1,0 +1,16 @@
+// Reading and replacing whole files.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+/// Reads the file at the address into new data. False when it cannot be read, with a POSIX error number (errno.h)
+/// in *error. The property arguments of the platform's call are not supported and must be null.
+Boolean CFURLCreateDataAndPropertiesFromResource(CFAllocatorRef allocator, CFURLRef url, CFDataRef* data,
+                                                 CFDictionaryRef* properties, CFArrayRef desiredProperties,
+                                                 SInt32* error);
+
+/// Replaces the file at the address with the data: a new file beside it, synced to disk, then renamed over the old
+/// one, so that a crash or a full disk leaves the old file or the new one, never a part. The file is private to the
+/// user (0600); an existing file keeps stricter rights only. False on failure with a POSIX error number in *error;
+/// the old file is then untouched.
+Boolean CFURLWriteDataAndPropertiesToResource(CFURLRef url, CFDataRef data, CFDictionaryRef properties, SInt32* error);

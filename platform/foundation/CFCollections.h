@@ -1,0 +1,59 @@
+// Data, arrays and dictionaries.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+// The platform's callback tables say how a collection keeps its elements. Only the two forms that the code uses
+// exist: counted objects (these tables) and, with null in their place, bare pointers that are neither counted nor
+// compared by value.
+struct CFArrayCallBacks;
+struct CFDictionaryKeyCallBacks;
+struct CFDictionaryValueCallBacks;
+extern const CFArrayCallBacks kCFTypeArrayCallBacks;
+extern const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks;
+extern const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;
+
+CFTypeID CFDataGetTypeID();
+/// A new object with a copy of `length` bytes.
+CFDataRef CFDataCreate(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length);
+CFIndex CFDataGetLength(CFDataRef data);
+/// The bytes, valid as long as the object; null when there are none.
+const UInt8* CFDataGetBytePtr(CFDataRef data);
+
+CFTypeID CFArrayGetTypeID();
+/// A new immutable array with `count` elements copied from `values`.
+CFArrayRef CFArrayCreate(CFAllocatorRef allocator, const void** values, CFIndex count,
+                         const CFArrayCallBacks* callbacks);
+/// A new empty array; the capacity is a hint.
+CFMutableArrayRef CFArrayCreateMutable(CFAllocatorRef allocator, CFIndex capacity, const CFArrayCallBacks* callbacks);
+/// 0 for null.
+CFIndex CFArrayGetCount(CFArrayRef array);
+/// The element, lent; null outside the array.
+const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
+void CFArrayAppendValue(CFMutableArrayRef array, const void* value);
+
+CFTypeID CFDictionaryGetTypeID();
+/// A new immutable dictionary with `count` pairs; of equal keys the first one stays.
+CFDictionaryRef CFDictionaryCreate(CFAllocatorRef allocator, const void** keys, const void** values, CFIndex count,
+                                   const CFDictionaryKeyCallBacks* keyCallBacks,
+                                   const CFDictionaryValueCallBacks* valueCallBacks);
+CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef allocator, CFIndex capacity,
+                                                 const CFDictionaryKeyCallBacks* keyCallBacks,
+                                                 const CFDictionaryValueCallBacks* valueCallBacks);
+/// A new mutable dictionary with the same pairs (the values themselves are shared).
+CFMutableDictionaryRef CFDictionaryCreateMutableCopy(CFAllocatorRef allocator, CFIndex capacity,
+                                                     CFDictionaryRef dictionary);
+/// 0 for null.
+CFIndex CFDictionaryGetCount(CFDictionaryRef dictionary);
+/// The value, lent; null for a null dictionary or an absent key.
+const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
+Boolean CFDictionaryContainsKey(CFDictionaryRef dictionary, const void* key);
+/// Copies all keys and values, lent, into two buffers of at least CFDictionaryGetCount entries; either may be null.
+/// The order is that in which the keys were first added.
+void CFDictionaryGetKeysAndValues(CFDictionaryRef dictionary, const void** keys, const void** values);
+/// Adds the pair only when the key is absent.
+void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void* key, const void* value);
+/// Adds the pair or replaces the value of the key.
+void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void* key, const void* value);
+void CFDictionaryRemoveValue(CFMutableDictionaryRef dictionary, const void* key);
+void CFDictionaryRemoveAllValues(CFMutableDictionaryRef dictionary);

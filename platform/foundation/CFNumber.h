@@ -1,0 +1,35 @@
+// Numbers and booleans.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+enum CFNumberType : CFIndex {
+    kCFNumberSInt16Type = 2,
+    kCFNumberSInt32Type = 3,
+    kCFNumberSInt64Type = 4,
+    kCFNumberFloat32Type = 5,
+    kCFNumberFloat64Type = 6,
+    kCFNumberDoubleType = 13,
+    kCFNumberCFIndexType = 14,
+};
+
+CFTypeID CFNumberGetTypeID();
+
+/// A new number from the value that `value` points at, which has the C type that `type` names.
+CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
+
+/// Writes the number into the variable of the C type that `type` names. False, and nothing written, when the
+/// number does not fit or has a fraction that an integer type would lose. A real always reads as a real type.
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
+
+/// Whether the number was made from a real type.
+Boolean CFNumberIsFloatType(CFNumberRef number);
+
+CFTypeID CFBooleanGetTypeID();
+
+/// The only two booleans; never released.
+extern const CFBooleanRef kCFBooleanTrue;
+extern const CFBooleanRef kCFBooleanFalse;
+
+/// False for null.
+Boolean CFBooleanGetValue(CFBooleanRef boolean);

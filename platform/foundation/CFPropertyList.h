@@ -1,0 +1,27 @@
+// Property lists: trees of strings, numbers, booleans, data, arrays and dictionaries, as XML.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+enum CFPropertyListMutabilityOptions : CFOptionFlags {
+    kCFPropertyListImmutable = 0,
+    kCFPropertyListMutableContainers = 1,
+    kCFPropertyListMutableContainersAndLeaves = 2,  // strings too
+};
+
+/// Limits of what is read: deeper or larger input is refused, so that hostile files cannot exhaust the process.
+inline constexpr int kPropertyListMaximumDepth = 64;
+inline constexpr CFIndex kPropertyListMaximumBytes = CFIndex{256} * 1024 * 1024;
+
+/// A new tree from an XML property list, or null with the reason, its line and column in *error (a new string,
+/// "line 3, column 7: …"; error may be null). Numbers are read independently of the locale; an integer that does
+/// not fit into 64 bits, an unknown entity, an unknown element or text after the end is an error.
+CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef allocator, CFDataRef data, CFOptionFlags mutability,
+                                          CFStringRef* error);
+
+/// The XML form of a tree (UTF-8, keys in the dictionary's order, shortest exact reals); null when it holds an
+/// object of another kind.
+CFDataRef CFPropertyListCreateXMLData(CFAllocatorRef allocator, CFTypeRef propertyList);
+
+/// A new tree that shares no container with the old one; null when it holds an object of another kind.
+CFTypeRef CFPropertyListCreateDeepCopy(CFAllocatorRef allocator, CFTypeRef propertyList, CFOptionFlags mutability);

@@ -1,0 +1,82 @@
+// Printers: CUPS queues, and PPD files without a queue; and sending jobs to them.
+#pragma once
+
+#include "platform/printing/PMTicket.h"
+
+using PMPrinter = struct OpaquePMPrinter*;
+
+inline constexpr OSStatus kPMNoDefaultPrinter = -30872;
+inline constexpr OSStatus kPMNoSuchPrinter = -30898;
+inline constexpr OSStatus kPMUnusableDescription = -30897;  // the printer's PPD cannot be read or parsed
+inline constexpr OSStatus kPMServerNotResponding = -30895;
+inline constexpr OSStatus kPMFilterFailed = -30894;  // a filter ended with an error, or wrote nothing
+inline constexpr OSStatus kPMCannotWriteOutput = -30893;
+
+#define kPMPPDDescriptionType CFSTR("PMPPDDescriptionType")
+
+/// A printer that is known by its PPD file alone. kPMUnusableDescription, with the reason in PMGetLastErrorText, for
+/// a file that is missing or no PPD.
+OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer);
+/// The printer of a CUPS queue, its PPD fetched from the server. kPMNoSuchPrinter, kPMServerNotResponding or
+/// kPMUnusableDescription, with the reason in PMGetLastErrorText.
+OSStatus PMPrinterCreateFromPrinterID(CFStringRef queue, PMPrinter* printer);
+OSStatus PMPrinterRetain(PMPrinter printer);
+OSStatus PMPrinterRelease(PMPrinter printer);
+
+/// Why the last call of this header failed: one line that names the file or queue; lent, null when it did not fail.
+CFStringRef PMGetLastErrorText();
+
+/// A new array of the names of the server's queues, the default one first; empty when no server answers in
+/// `timeoutMilliseconds`.
+OSStatus PMServerCopyPrinterIDs(UInt32 timeoutMilliseconds, CFArrayRef* queues);
+
+/// The queue's name, or the PPD's short nickname for a printer without a queue; lent.
+CFStringRef PMPrinterGetName(PMPrinter printer);
+/// The queue's name; lent, null for a printer without a queue.
+CFStringRef PMPrinterGetID(PMPrinter printer);
+/// The PPD's "Manufacturer", lent; the empty string when it has none.
+CFStringRef PMPrinterGetMaker(PMPrinter printer);
+/// The address of the printer's PPD; lent. paramErr for another type than kPMPPDDescriptionType.
+OSStatus PMPrinterGetDescriptionURL(PMPrinter printer, CFStringRef type, CFURLRef* url);
+
+/// Puts the PPD's marked defaults (a queue's own, for a queue) into the print settings ticket's PPD dictionary,
+/// leaving keywords alone that it holds already. Installable options (OptionN) are not settings and stay out.
+OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings);
+
+/// Describes the printer in a printer info ticket: its PPD, and the installed options chosen on top of the PPD's own
+/// (main keyword to option keyword; may be null). ppdOpenCompiledPPDFromTicket and setInstallableOptions read it.
+OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOptions, PMTicketRef printerInfo);
+
+/// One paper size of a printer, in points, origin at the lower left corner.
+struct PMPaper {
+    CFStringRef name;   // the PPD's PageSize keyword
+    CFStringRef title;  // its display text
+    double width;
+    double height;
+    double left, bottom, right, top;  // the imageable area
+};
+/// The number of paper sizes of the printer, the "Custom" pseudo size not counted.
+CFIndex PMPrinterCountPapers(PMPrinter printer);
+/// The paper size at a position; its strings are lent as long as the printer lives.
+OSStatus PMPrinterGetIndPaper(PMPrinter printer, CFIndex index, PMPaper* paper);
+
+/// Custom page size limits of the PPD at a path, in points. False when it cannot be opened or has no custom sizes.
+Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* minHeight, float* maxWidth,
+                                float* maxHeight);
+
+// Keys of the print settings ticket that the job itself is made from (numbers but for the title and the range).
+#define kPMJobNameKey CFSTR("com.apple.print.JobInfo.PMJobName")
+#define kPMCopiesKey CFSTR("com.apple.print.PrintSettings.PMCopies")
+#define kPMPageRangeKey CFSTR("com.apple.print.PrintSettings.PMPageRange")  // "1-3,7"; absent for all pages
+// Keys of the page format ticket.
+#define kPMOrientationKey CFSTR("com.apple.print.PageFormat.PMOrientation")  // 1 portrait, 2 and 3 landscape
+#define kPMUnadjustedPaperRectKey CFSTR("com.apple.print.PageFormat.PMUnadjustedPaperRect")  // top left bottom right
+
+/// Writes the printer-ready PostScript of a PDF to a file: the CUPS filters with the PPD dictionary's pairs, the
+/// copies, page range and orientation as options; no server is needed. Blocks until it is written; the file is
+/// replaced whole and is private to the user.
+OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
+                                       CFURLRef document, CFURLRef destination);
+/// Sends the PDF with the same options to the printer's queue. *jobID is the server's number of the job.
+OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
+                                CFURLRef document, SInt32* jobID);

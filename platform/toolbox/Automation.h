@@ -1,0 +1,30 @@
+// The hands of a script: what a user does with mouse and keys, done by a program.
+//
+// Every action takes the user's road (input events, handlers, enabling). kControlNotUsableErr for a control that is
+// hidden, disabled or behind a modal window.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+#include "platform/toolbox/ToolboxTypes.h"
+
+inline constexpr OSStatus kControlNotUsableErr = -30590;
+
+/// Starts the toolbox: to be called once, first. With `scripted`, nobody is at the screen: Qt's offscreen platform is
+/// used when there is no display, notices are answered from the queue below and web addresses are printed.
+OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted);
+
+OSStatus AutomationClick(ControlRef control);
+OSStatus AutomationSetValue(ControlRef control, SInt32 value);
+/// Picks an item of the control's menu; submenus by `menu`.
+OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item);
+/// Replaces the field's text, key by key; focus leaves nothing else behind.
+OSStatus AutomationType(ControlRef field, CFStringRef text);
+OSStatus AutomationSelectRows(ControlRef list, ItemCount count, const UInt32* rows);
+CFIndex AutomationCountRows(ControlRef list);
+/// A PNG of the window as it is drawn now; passwords show as dots.
+OSStatus AutomationSnapshot(WindowRef window, CFURLRef file);
+
+/// The answer of the next notice. Notices are told to `listener` with header and text before they are answered.
+void AutomationQueueAnswer(CFOptionFlags response);
+using AutomationNoticeListener = void (*)(CFStringRef header, CFStringRef message, void* userData);
+void AutomationSetNoticeListener(AutomationNoticeListener listener, void* userData);

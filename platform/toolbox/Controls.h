@@ -1,0 +1,135 @@
+// Controls: found by signature and number, with a value, a text, properties and a place in a tree.
+//
+// A control is one widget of the nib or of the program. Its value means what the platform's controls mean: a pop-up
+// and a radio group count items from 1 (0: none), a check box is 0 or 1, arrows and sliders keep to their range.
+#pragma once
+
+#include "platform/foundation/four_char_code.h"
+#include "platform/toolbox/ToolboxTypes.h"
+
+struct ControlID {
+    OSType signature;
+    SInt32 id;
+};
+
+/// What a control is. Written in listings by the names in ControlKindName().
+enum class ControlKind {
+    userPane, customView, pushButton, bevelButton, popUp, checkBox, radioGroup, radioButton, editText, passwordText,
+    staticText, textView, littleArrows, slider, tabs, groupBox, list, picture,
+};
+ControlKind GetControlKind(ControlRef control);
+const char* ControlKindName(ControlKind kind);
+
+// ---- Finding
+
+/// The control of that signature and number in the window. errUnknownControl when there is none.
+OSStatus GetControlByID(WindowRef window, const ControlID* id, ControlRef* control);
+/// The same below a control (itself included).
+OSStatus HIViewFindByID(ControlRef root, ControlID id, ControlRef* control);
+OSStatus GetControlID(ControlRef control, ControlID* id);
+OSStatus SetControlID(ControlRef control, const ControlID* id);
+/// The control's command code; 0 when it has none.
+OSType GetControlCommandID(ControlRef control);
+OSStatus SetControlCommandID(ControlRef control, OSType command);
+
+// ---- Tree
+
+WindowRef GetControlOwner(ControlRef control);
+/// The window's content as a control: the parent of all.
+OSStatus GetRootControl(WindowRef window, ControlRef* root);
+ControlRef GetSuperControl(ControlRef control);
+/// Children in tab order; positions from 1.
+UInt16 CountSubControls(ControlRef control);
+OSStatus GetIndexedSubControl(ControlRef control, UInt16 index, ControlRef* child);
+/// Makes the control a child of the container, also across windows; its bounds stay the same numbers.
+OSStatus EmbedControl(ControlRef control, ControlRef container);
+/// Removes the control with its children; all references to them end.
+void DisposeControl(ControlRef control);
+
+inline constexpr UInt32 kControlSupportsEmbedding = 1 << 1;
+/// A new empty pane in the window's content.
+OSStatus CreateUserPaneControl(WindowRef window, const Rect* bounds, UInt32 features, ControlRef* control);
+
+// ---- Place
+
+/// The control's rectangle in its window's coordinates.
+Rect* GetControlBounds(ControlRef control, Rect* bounds);
+void SetControlBounds(ControlRef control, const Rect* bounds);
+/// Moves the top left corner to a place in its window's coordinates.
+void MoveControl(ControlRef control, SInt16 left, SInt16 top);
+
+// ---- State
+
+void ShowControl(ControlRef control);
+void HideControl(ControlRef control);
+/// The control's own state: shown, whatever its parents are.
+Boolean IsControlVisible(ControlRef control);
+/// Redraws only when `redraw` is set.
+OSStatus SetControlVisibility(ControlRef control, Boolean visible, Boolean redraw);
+OSStatus EnableControl(ControlRef control);
+OSStatus DisableControl(ControlRef control);
+/// Enabled, with all its parents.
+Boolean IsControlEnabled(ControlRef control);
+/// "Active" is a state of its own, apart from shown and enabled.
+OSStatus ActivateControl(ControlRef control);
+OSStatus DeactivateControl(ControlRef control);
+/// Activated, with all its parents.
+Boolean IsControlActive(ControlRef control);
+/// Asks for a redraw.
+void Draw1Control(ControlRef control);
+
+// ---- Value and text
+
+SInt32 GetControl32BitValue(ControlRef control);
+void SetControl32BitValue(ControlRef control, SInt32 value);
+SInt32 GetControl32BitMinimum(ControlRef control);
+void SetControl32BitMinimum(ControlRef control, SInt32 minimum);
+SInt32 GetControl32BitMaximum(ControlRef control);
+/// The range of a pop-up is its menu's; setting its maximum does nothing.
+void SetControl32BitMaximum(ControlRef control, SInt32 maximum);
+OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title);
+OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
+
+// Data of a control by tag. The part is kControlEntireControl.
+inline constexpr ControlPartCode kControlEntireControl = 0;
+inline constexpr OSType kControlStaticTextCFStringTag = FourCharCode("cfst");   // CFStringRef; static texts
+inline constexpr OSType kControlEditTextCFStringTag = FourCharCode("cfst");     // CFStringRef; fields and text views
+inline constexpr OSType kControlEditTextSelectionTag = FourCharCode("sele");    // ControlEditTextSelectionRec
+inline constexpr OSType kControlEditTextValidationProcTag = FourCharCode("vali");  // ControlEditTextValidationUPP
+inline constexpr OSType kControlContentTag = FourCharCode("cont");              // CGImageRef; bevel buttons, pictures
+inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");         // Boolean; text views
+inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");         // Boolean; text views
+inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");         // SInt16, points; text views
+
+/// Selected text, in UTF-16 code units.
+struct ControlEditTextSelectionRec {
+    SInt32 selStart;
+    SInt32 selEnd;
+};
+/// Called after every change that the user makes to the field's text.
+using ControlEditTextValidationUPP = void (*)(ControlRef control);
+
+/// errDataNotSupported for a tag that the control does not have, paramErr for a size that is not the tag's.
+OSStatus SetControlData(ControlRef control, ControlPartCode part, OSType tag, ByteCount size, const void* data);
+/// Strings are copied: the caller releases them.
+OSStatus GetControlData(ControlRef control, ControlPartCode part, OSType tag, ByteCount bufferSize, void* buffer,
+                        ByteCount* actualSize);
+
+// ---- Properties: bytes that code attaches to a control
+
+OSStatus SetControlProperty(ControlRef control, OSType creator, OSType tag, ByteCount size, const void* data);
+/// Copies at most bufferSize bytes. controlPropertyNotFoundErr when there is none.
+OSStatus GetControlProperty(ControlRef control, OSType creator, OSType tag, ByteCount bufferSize,
+                            ByteCount* actualSize, void* data);
+OSStatus RemoveControlProperty(ControlRef control, OSType creator, OSType tag);
+
+// ---- Menus of controls
+
+/// The menu of a pop-up or bevel button, lent; null for another control.
+MenuRef GetControlPopupMenuHandle(ControlRef control);
+
+// ---- Focus
+
+OSStatus SetKeyboardFocus(WindowRef window, ControlRef control);
+/// The focused control, null when none is.
+OSStatus GetKeyboardFocus(WindowRef window, ControlRef* control);

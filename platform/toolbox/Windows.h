@@ -1,0 +1,63 @@
+// Windows, nibs and modal loops.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+#include "platform/toolbox/ToolboxTypes.h"
+
+// ---- Nibs: Resources/NAME.nib/WINDOW.ui
+//
+// A widget becomes a control when it carries one of the dynamic properties "signature" (four characters) and "number",
+// "command" (four characters), "signature2" (a second signature under which the number is found), "viewClass" (a
+// registered custom view class) or "kind" (a name of ControlKindName() where the widget's class leaves it open). Texts
+// are keys of the strings table with the nib's name.
+
+using IBNibRef = struct OpaqueIBNibRef*;
+inline constexpr OSStatus kNibNotFoundErr = -10960;
+inline constexpr OSStatus kNibWindowNotFoundErr = -10962;  // no such window in the nib, or it does not parse
+
+/// The nib of that name in the bundle's resources.
+OSStatus CreateNibReferenceWithCFBundle(CFBundleRef bundle, CFStringRef name, IBNibRef* nib);
+void DisposeNibReference(IBNibRef nib);
+/// A new hidden window with its controls, laid out. On failure the reason stands on standard error in one line that
+/// names the file.
+OSStatus CreateWindowFromNib(IBNibRef nib, CFStringRef name, WindowRef* window);
+
+// ---- Windows
+
+/// Ends the window and everything in it, now or, from inside one of its handlers, when that returns.
+void DisposeWindow(WindowRef window);
+Boolean IsValidWindowPtr(WindowRef window);
+void ShowWindow(WindowRef window);
+void HideWindow(WindowRef window);
+Boolean IsWindowVisible(WindowRef window);
+/// Brings the window to the front.
+void SelectWindow(WindowRef window);
+/// The front window of this program that is shown, modal ones first; null when there is none.
+WindowRef FrontNonFloatingWindow();
+OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
+OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title);
+/// The content's rectangle on the screen.
+OSStatus GetWindowContentBounds(WindowRef window, Rect* bounds);
+OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds);
+
+// The buttons that Return and Escape press; errUnknownControl when the window has none. A nib names them by the
+// commands 'ok  ' and 'not!'.
+OSStatus GetWindowDefaultButton(WindowRef window, ControlRef* button);
+OSStatus GetWindowCancelButton(WindowRef window, ControlRef* button);
+
+// ---- Modal loops
+
+/// Runs events for the window, which is shown first, and blocks the windows behind it, until the loop is ended. Nests.
+OSStatus RunAppModalLoopForWindow(WindowRef window);
+/// Ends the window's loop; harmless when there is none (any more). Closing a window by its title bar or Escape
+/// presses its cancel button, or sends the command 'not!' when it has none; when nobody ends the loop then, it ends.
+OSStatus QuitAppModalLoopForWindow(WindowRef window);
+
+// ---- Timers
+
+using EventLoopTimerRef = struct OpaqueEventLoopTimer*;
+using EventLoopTimerUPP = void (*)(EventLoopTimerRef timer, void* userData);
+/// Calls the routine after `delay` seconds and then, when `interval` is above 0, every `interval` seconds.
+OSStatus InstallEventLoopTimer(double delay, double interval, EventLoopTimerUPP routine, void* userData,
+                               EventLoopTimerRef* timer);
+OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer);
