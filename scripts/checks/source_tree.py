@@ -1,0 +1,52 @@
+"""The project's sources as the checks see them."""
+
+import pathlib
+import re
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+CODE_FOLDERS = ("platform", "model", "core", "ui", "panels", "jobtypes", "watermark", "host", "tests", "bench", "fuzz")
+
+INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
+
+
+def files(folders=CODE_FOLDERS, suffixes=(".h", ".cpp")):
+    """All sources below the folders, as sorted paths from the project's root."""
+    found = []
+    for folder in folders:
+        found += [p.relative_to(ROOT) for p in (ROOT / folder).rglob("*") if p.suffix in suffixes and p.is_file()]
+    return sorted(found)
+
+
+def text(path):
+    return (ROOT / path).read_text(encoding="utf-8")
+
+
+def code(path):
+    """The file's text without its comments and without what stands in quotes; includes keep theirs."""
+    def replace(match):
+        kept = match.group(0)
+        if kept.startswith("/"):
+            return " " + "\n" * kept.count("\n")
+        return kept if kept.startswith("#") else '""'
+    return re.sub(r'^[ \t]*#[ \t]*include[^\n]*|//[^\n]*|/\*.*?\*/|"(?:\\.|[^"\\\n])*"', replace, text(path),
+                  flags=re.DOTALL | re.MULTILINE)
+
+
+def includes(path):
+    """(is_system, name) of every include, in order."""
+    return [(mark == "<", name) for mark, name in INCLUDE.findall(text(path))]
+
+
+def closure(path, seen=None):
+    """The file and every file of the project that it reaches by includes."""
+    seen = set() if seen is None else seen
+    if path not in seen and (ROOT / path).is_file():
+        seen.add(path)
+        for system, name in includes(path):
+            if not system:
+                closure(name, seen)
+    return seen
+
+
+if __name__ == "__main__":
+    print(*files(), sep="\n")
