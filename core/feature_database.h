@@ -1,0 +1,40 @@
+// The device feature database: what the models of the product line can do, from the resource "Device Profile.plist".
+//
+// Its root has "Features", a dictionary of feature dictionaries by name. A feature has "Properties" (name to value) and
+// "Syntax", which says how its value is written: under "Keyword" a dictionary of keyword dictionaries (each with its
+// own "Properties" and perhaps "Default": true), under "Name" or "Number" a dictionary that may hold "Default".
+//
+// Everything that is handed out is lent and valid until TDPFinalize, arrays apart, which are new. While the database is
+// not loaded, nothing is found.
+#pragma once
+
+#include "platform/foundation/CFCollections.h"
+
+// The kinds of syntax.
+#define kTDPSyntaxKeyword CFSTR("Keyword")
+#define kTDPSyntaxName CFSTR("Name")
+#define kTDPSyntaxNumber CFSTR("Number")
+
+/// Loads the database from the plug-in's bundle unless it is loaded. A missing or damaged file leaves it unloaded.
+void TDPInitialize();
+void TDPFinalize();
+
+/// A feature by name; null when there is none.
+CFDictionaryRef TDPGetFeature(CFStringRef name);
+/// A new array of the features that have the property with that value; with any value when it is null.
+CFArrayRef TDPGetFeaturesWithPropertyAndValue(CFStringRef property, CFTypeRef value);
+CFArrayRef TDPGetFeaturesWithProperty(CFStringRef property);
+
+/// The feature's syntax of a kind; null when it has none.
+CFDictionaryRef TDPGetFeatureSyntax(CFDictionaryRef feature, CFStringRef syntaxKind);
+/// A value of the feature's properties; null when it has none.
+CFTypeRef TDPGetFeatureProperty(CFDictionaryRef feature, CFStringRef property);
+/// A new array of the feature's keyword dictionaries that have the property with that value.
+CFArrayRef TDPGetKeywordsWithPropertyAndValue(CFDictionaryRef feature, CFStringRef property, CFTypeRef value);
+
+/// The feature's default and the syntax that names it: the first keyword whose "Default" is the boolean true (the
+/// keyword itself), else the "Default" of the name, else of the number. False, and nothing written, when there is none.
+Boolean TDPGetFeatureDefaultValue(CFDictionaryRef feature, CFStringRef* syntaxKind, CFTypeRef* value);
+
+/// A new property list from an XML file; null when it cannot be read or does not parse.
+CFTypeRef CreatePropertiesFromXMLFile(CFURLRef url);
