@@ -1,0 +1,46 @@
+#include "ui/ppd_menus.h"
+
+#include "model/ppd_option_maps.h"
+#include "model/ppd_ui_dictionary.h"
+#include "platform/foundation/CFString.h"
+#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/Menus.h"
+
+namespace {
+
+SInt32 TicketValue(CFStringRef mainKeyword, const PPDOptionMap* map, CFStringRef optionKeyword) {
+    const SInt32 value = GetTicketValueForPPDOptionKeyword(map, optionKeyword);
+    const bool isCustomSize =
+        value == -1 && CFEqual(mainKeyword, CFSTR("PageSize")) && CFEqual(optionKeyword, CFSTR("Custom"));
+    return isCustomSize ? kCustomPageSizeValue : value;
+}
+
+}  // namespace
+
+ItemCount PopulateMenuFromPPDOptions(MenuRef menu, CFArrayRef options, OSType command) {
+    if (menu == nullptr || options == nullptr) {
+        return 0;
+    }
+    DeleteMenuItems(menu, 1, CountMenuItems(menu));
+    const CFStringRef mainKeyword = GetKeywordInfo(options, 0, KeywordInfo::mainKeyword);
+    const PPDOptionMap* map = GetPPDOptionMapForMainKeyword(mainKeyword);
+    for (CFIndex row = 0; row < CFArrayGetCount(options); ++row) {
+        MenuItemIndex item = 0;
+        AppendMenuItemTextWithCFString(menu, GetKeywordInfo(options, row, KeywordInfo::alias), 0, command, &item);
+        if (map != nullptr) {
+            SetMenuItemRefCon(menu, item,
+                              TicketValue(mainKeyword, map, GetKeywordInfo(options, row, KeywordInfo::optionKeyword)));
+        }
+    }
+    return CountMenuItems(menu);
+}
+
+ItemCount PopulatePopupButtonFromPPDOptions(ControlRef popup, CFArrayRef options, OSType command) {
+    const MenuRef menu = GetControlPopupMenuHandle(popup);
+    if (menu == nullptr || options == nullptr) {
+        return 0;
+    }
+    const ItemCount count = PopulateMenuFromPPDOptions(menu, options, command);
+    SetControl32BitMaximum(popup, static_cast<SInt32>(count));
+    return count;
+}

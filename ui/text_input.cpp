@@ -1,0 +1,249 @@
+#include "ui/text_input.h"
+
+#include "platform/foundation/CFCharacterSet.h"
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+#include "platform/toolbox/Notices.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr OSType kPropertyCreator = FourCharCode("TPDE");
+constexpr OSType kLengthLimitTag = FourCharCode("ILmt");   // SInt32
+constexpr OSType kLengthTag = FourCharCode("Tlen");        // SInt32, 0 for no limit
+constexpr OSType kCharacterSetTag = FourCharCode("Tchr");  // CFCharacterSetRef, owned by the field
+constexpr EventTypeSpec kTextEvents[] = {{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent}};
+
+template <typename T>
+std::optional<T> Property(ControlRef field, OSType tag) {
+    T value{};
+    if (GetControlProperty(field, kPropertyCreator, tag, sizeof value, nullptr, &value) != noErr) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+template <typename T>
+void SetProperty(ControlRef field, OSType tag, T value) {
+    SetControlProperty(field, kPropertyCreator, tag, sizeof value, &value);
+}
+
+// ---- The field and what is about to enter it
+
+ControlRef FieldOf(EventRef event) {
+    ControlRef field = nullptr;
+    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof field, nullptr, &field);
+    return field;
+}
+
+std::u16string TextOf(EventRef event) {
+    ByteCount size = 0;
+    GetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, nullptr, 0, &size, nullptr);
+    std::u16string text(size / sizeof(UniChar), u'\0');
+    GetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, nullptr, size, nullptr, text.data());
+    return text;
+}
+
+CFRef<CFStringRef> CopyFieldText(ControlRef field) {
+    CFStringRef text = nullptr;
+    GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
+    return CFRef<CFStringRef>::adopt(text);
+}
+
+ControlEditTextSelectionRec Selection(ControlRef field) {
+    ControlEditTextSelectionRec selection{0, 0};
+    GetControlData(field, kControlEntireControl, kControlEditTextSelectionTag, sizeof selection, &selection, nullptr);
+    return selection;
+}
+
+bool WouldExceed(ControlRef field, const std::u16string& text, SInt32 limit) {
+    const auto [start, end] = Selection(field);
+    const CFIndex kept = CFStringGetLength(CopyFieldText(field).get()) - (end - start);
+    return kept + static_cast<CFIndex>(text.size()) > limit;
+}
+
+// ---- Characters
+
+bool IsHighSurrogate(UniChar unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+bool IsLowSurrogate(UniChar unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+/// Whether the predicate holds for every code point. A lone surrogate is a code point of its own.
+template <typename Predicate>
+bool AllCharacters(const std::u16string& text, Predicate predicate) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        UInt32 codePoint = text[i];
+        if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
+            codePoint = 0x10000 + ((codePoint - 0xD800) << 10) + (text[++i] - 0xDC00);
+        }
+        if (!predicate(codePoint)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool IsMember(CFCharacterSetPredefinedSet set, UInt32 codePoint) {
+    return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), codePoint);
+}
+
+bool IsEditingAction(const std::u16string& text) {
+    return AllCharacters(text, [](UInt32 c) { return IsMember(kCFCharacterSetControl, c); });
+}
+
+bool IsPageRangeText(const std::u16string& text) {
+    return AllCharacters(text, [](UInt32 c) {
+        return c == ',' || c == '-' || IsMember(kCFCharacterSetDecimalDigit, c) ||
+               IsMember(kCFCharacterSetControl, c) || IsMember(kCFCharacterSetWhitespaceAndNewline, c);
+    });
+}
+
+// ---- Answers
+
+OSStatus Refuse() {
+    SysBeep(1);
+    return noErr;
+}
+
+void SendWord(ControlRef field, EventTargetRef target) {
+    const bool isEmpty = CFStringGetLength(CopyFieldText(field).get()) == 0;
+    EventRef event = nullptr;
+    if (CreateEvent(kCFAllocatorDefault, kEventClassTextInputChange, isEmpty ? kEventInputIsEmpty : kEventInputHasText,
+                    0, 0, &event) != noErr) {
+        return;
+    }
+    SetEventParameter(event, kEventParamDirectObject, typeControlRef, sizeof field, &field);
+    SendEventToEventTarget(event, target);
+    ReleaseEvent(event);
+}
+
+/// Lets the field take the text, then sends word of it to the target that `targetOf` names.
+template <typename TargetOf>
+OSStatus PassOn(EventHandlerCallRef next, EventRef event, ControlRef field, TargetOf targetOf) {
+    const OSStatus status = CallNextEventHandler(next, event);
+    SendWord(field, targetOf(field));
+    return status;
+}
+
+EventTargetRef WindowTarget(ControlRef field) {
+    return GetWindowEventTarget(GetControlOwner(field));
+}
+
+void InstallTextHandler(ControlRef field, EventHandlerProcPtr handler) {
+    InstallControlEventHandler(field, handler, std::size(kTextEvents), kTextEvents, nullptr, nullptr);
+}
+
+}  // namespace
+
+// ---- Length
+
+void LimitInputLength(ControlRef field, SInt32 maximum) {
+    if (maximum < 1) {
+        return;
+    }
+    const bool isNew = !Property<SInt32>(field, kLengthLimitTag);
+    SetProperty(field, kLengthLimitTag, maximum);
+    if (isNew) {
+        InstallTextHandler(field, InputLengthLimitHandler);
+        const ControlEditTextValidationUPP validation = EditTextValidationHandler;
+        SetControlData(field, kControlEntireControl, kControlEditTextValidationProcTag, sizeof validation, &validation);
+    }
+}
+
+OSStatus InputLengthLimitHandler(EventHandlerCallRef next, EventRef event, void*) {
+    const ControlRef field = FieldOf(event);
+    const std::u16string text = TextOf(event);
+    const auto limit = Property<SInt32>(field, kLengthLimitTag);
+    if (limit && !IsEditingAction(text) && WouldExceed(field, text, *limit)) {
+        return Refuse();
+    }
+    return PassOn(next, event, field, GetControlEventTarget);
+}
+
+void EditTextValidationHandler(ControlRef field) {
+    const SInt32 limit = Property<SInt32>(field, kLengthLimitTag).value_or(0);
+    const CFRef<CFStringRef> text = CopyFieldText(field);
+    if (limit < 1 || CFStringGetLength(text.get()) <= limit) {
+        return;
+    }
+    const bool splitsPair = IsHighSurrogate(CFStringGetCharacterAtIndex(text.get(), limit - 1)) &&
+                            IsLowSurrogate(CFStringGetCharacterAtIndex(text.get(), limit));
+    const SInt32 length = splitsPair ? limit - 1 : limit;
+    const auto cut =
+        CFRef<CFStringRef>::adopt(CFStringCreateWithSubstring(kCFAllocatorDefault, text.get(), CFRangeMake(0, length)));
+    const CFStringRef data = cut.get();
+    const auto [start, end] = Selection(field);
+    const ControlEditTextSelectionRec selection{std::min(start, length), std::min(end, length)};
+    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data);
+    SetControlData(field, kControlEntireControl, kControlEditTextSelectionTag, sizeof selection, &selection);
+}
+
+// ---- Length and characters
+
+void LimitInputLengthAndCharacters(ControlRef field, SInt32 maximum, CFCharacterSetRef characters) {
+    if (field == nullptr) {
+        return;
+    }
+    if (!Property<SInt32>(field, kLengthTag)) {
+        InstallTextHandler(field, LimitInputEventHandler);
+    }
+    SetProperty(field, kLengthTag, std::max(maximum, SInt32{0}));
+    auto old = CFRef<CFCharacterSetRef>::adopt(Property<CFCharacterSetRef>(field, kCharacterSetTag).value_or(nullptr));
+    if (characters != nullptr) {
+        SetProperty(field, kCharacterSetTag, CFRef<CFCharacterSetRef>::retain(characters).leak());
+    } else {
+        RemoveControlProperty(field, kPropertyCreator, kCharacterSetTag);
+    }
+}
+
+OSStatus LimitInputEventHandler(EventHandlerCallRef next, EventRef event, void*) {
+    const ControlRef field = FieldOf(event);
+    const std::u16string text = TextOf(event);
+    if (!IsEditingAction(text)) {
+        const SInt32 limit = Property<SInt32>(field, kLengthTag).value_or(0);
+        if (limit > 0 && WouldExceed(field, text, limit)) {
+            return Refuse();
+        }
+        const auto set = Property<CFCharacterSetRef>(field, kCharacterSetTag);
+        if (set && !AllCharacters(text, [&](UInt32 c) { return CFCharacterSetIsLongCharacterMember(*set, c); })) {
+            return Refuse();
+        }
+    }
+    return PassOn(next, event, field, WindowTarget);
+}
+
+// ---- Digits
+
+void FilterNumericInput(ControlRef field) {
+    InstallTextHandler(field, NumericInputFilterHandler);
+}
+
+OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, void*) {
+    const std::u16string text = TextOf(event);
+    const auto isDigit = [](UInt32 c) { return IsMember(kCFCharacterSetDecimalDigit, c); };
+    if (!IsEditingAction(text) && !AllCharacters(text, isDigit)) {
+        return Refuse();
+    }
+    return PassOn(next, event, FieldOf(event), WindowTarget);
+}
+
+// ---- Page ranges
+
+OSStatus PageRangeInputEventHandler(EventHandlerCallRef next, EventRef event, void*) {
+    if (!IsPageRangeText(TextOf(event))) {
+        return Refuse();
+    }
+    return PassOn(next, event, FieldOf(event), WindowTarget);
+}
+
+Boolean PageRangeValidateInput(CFStringRef text) {
+    std::u16string units(static_cast<std::size_t>(CFStringGetLength(text)), u'\0');
+    CFStringGetCharacters(text, CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+    return IsPageRangeText(units);
+}
