@@ -1,0 +1,196 @@
+// The About panel: what this plug-in is, who made it, and how the printer looks.
+
+#include "core/installable_options.h"
+#include "core/panel_interface.h"
+#include "panels/about/about_context.h"
+#include "panels/about/about_logo_button.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFString.h"
+#include "platform/toolbox/Controls.h"
+#include "ui/nib_window.h"
+
+#include <new>
+
+namespace {
+
+constexpr OSType kSignature = FourCharCode("Tshl");
+
+enum ControlNumber : SInt32 {
+    kPane = 500,
+    kLogoButton = 505,
+    kDeviceMimic = 506,
+    kSuiteLogo = 507,
+};
+
+struct InfoText {
+    SInt32 number;
+    const char* key;
+};
+/// The static texts that show what the bundle says of itself.
+constexpr InfoText kInfoTexts[] = {
+    // control  key of InfoPlist.strings
+    {501, "CFBundleName"},
+    {502, "CFBundleGetInfoString"},
+    {503, "NSHumanReadableCopyright"},
+};
+
+AboutContext* Context(PMPDEContext context) {
+    return reinterpret_cast<AboutContext*>(context);
+}
+
+AboutContext* InitContext() {
+    auto* context = new (std::nothrow) AboutContext{};
+    if (context != nullptr) {
+        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
+        context->title = CFRef<CFStringRef>::adopt(
+            CFBundleCopyLocalizedString(context->bundle, CFSTR("About"), CFSTR("About"), CFSTR("Localizable")));
+    }
+    return context;
+}
+
+ControlRef Find(const AboutContext& context, SInt32 number) {
+    ControlRef control = nullptr;
+    HIViewFindByID(context.pane, {kSignature, number}, &control);
+    return control;
+}
+
+void FillInfoTexts(const AboutContext& context) {
+    const CFDictionaryRef texts = CFBundleGetLocalInfoDictionary(context.bundle);
+    for (const auto& [number, name] : kInfoTexts) {
+        const auto key =
+            CFRef<CFStringRef>::adopt(CFStringCreateWithCString(kCFAllocatorDefault, name, kCFStringEncodingASCII));
+        const auto text = static_cast<CFStringRef>(CFDictionaryGetValue(texts, key.get()));
+        if (CFGetTypeID(text) == CFStringGetTypeID()) {
+            SetControlData(Find(context, number), kControlEntireControl, kControlStaticTextCFStringTag, sizeof text,
+                           &text);
+        }
+    }
+}
+
+OSStatus BuildPane(AboutContext* context) {
+    RegisterLogoButtonClass();
+    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("AboutPanel"), CFSTR("About"),
+                                                 {kSignature, kPane}, context->hostPane, &context->pane);
+        status != noErr) {
+        return status;
+    }
+    FillInfoTexts(*context);
+    context->logoButton = Find(*context, kLogoButton);
+    SetLogoButtonImage(context->logoButton, CFSTR("TavroLogo.gif"));
+
+    static constexpr EventTypeSpec kDrawEvents[] = {{kEventClassControl, kEventControlDraw}};
+    static constexpr EventTypeSpec kPaneEvents[] = {
+        {kEventClassCommand, kEventCommandProcess}, {kEventClassMouse, kEventMouseEntered},
+        {kEventClassMouse, kEventMouseExited},      {kEventClassWindow, kEventWindowClose},
+        {kEventClassWindow, kEventWindowEnds},      {kEventClassKeyboard, kEventRawKeyDown},
+    };
+    InstallControlEventHandler(context->pane, pdeShellAboutEventHandler, std::size(kPaneEvents), kPaneEvents, context,
+                               nullptr);
+    InstallControlEventHandler(Find(*context, kSuiteLogo), pdeShellAboutEventHandler, std::size(kDrawEvents),
+                               kDrawEvents, context, nullptr);
+    InstallControlEventHandler(Find(*context, kDeviceMimic), DeviceMimicHandler, std::size(kDrawEvents), kDrawEvents,
+                               context, nullptr);
+    return noErr;
+}
+
+void StartTracking(AboutContext* context) {
+    constexpr MouseTrackingRegionID kRegionID = {FourCharCode("TPDE"), FourCharCode("TcRT")};
+    Rect bounds{};
+    GetControlBounds(context->logoButton, &bounds);
+    context->trackingRegion = NewRgn();
+    RectRgn(context->trackingRegion, &bounds);
+    const std::array targets = {GetControlEventTarget(context->pane), GetControlEventTarget(context->logoButton)};
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        CreateMouseTrackingRegion(GetControlOwner(context->pane), context->trackingRegion, nullptr, 0, kRegionID,
+                                  nullptr, targets[i], &context->tracking[i]);
+        SetMouseTrackingRegionEnabled(context->tracking[i], true);
+    }
+}
+
+void StopTracking(AboutContext* context) {
+    for (MouseTrackingRef& tracking : context->tracking) {
+        SetMouseTrackingRegionEnabled(tracking, false);
+        ReleaseMouseTrackingRegion(tracking);
+        tracking = nullptr;
+    }
+    DisposeRgn(context->trackingRegion);
+    context->trackingRegion = nullptr;
+}
+
+// ---- The operations
+
+OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
+                  UInt32* maximumHeight) {
+    AboutContext* context = InitContext();
+    *opaque = reinterpret_cast<PMPDEContext>(context);
+    if (context == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    *creator = kSignature;
+    *kind = kPDEPanelKind;
+    *maximumWidth = 0;
+    *maximumHeight = 0;
+    if (context->title) {
+        *title = context->title.get();
+    }
+    return noErr;
+}
+
+OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
+    AboutContext* context = Context(opaque);
+    if (context == nullptr || session == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    context->hostPane = parentPane;
+    context->deviceMimicFile = GetDeviceMimic();
+    return noErr;
+}
+
+OSStatus Sync(PMPDEContext, PMPrintSession, Boolean) {
+    return noErr;
+}
+
+OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* summaries) {
+    *titles = nullptr;
+    *summaries = nullptr;
+    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
+}
+
+OSStatus Open(PMPDEContext opaque) {
+    AboutContext* context = Context(opaque);
+    if (context == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    if (context->pane == nullptr) {
+        if (const OSStatus status = BuildPane(context); status != noErr) {
+            return status;
+        }
+    }
+    if (context->trackingRegion == nullptr) {
+        StartTracking(context);
+    }
+    return noErr;
+}
+
+OSStatus Close(PMPDEContext opaque) {
+    if (opaque != nullptr) {
+        StopTracking(Context(opaque));
+    }
+    return noErr;
+}
+
+OSStatus Terminate(PMPDEContext opaque, OSStatus) {
+    if (opaque == nullptr) {
+        return noErr;
+    }
+    StopTracking(Context(opaque));
+    delete Context(opaque);
+    return noErr;
+}
+
+}  // namespace
+
+TAVRO_PLUGIN_EXPORT OSStatus GetAboutPanelInterface(PlugInIntf** interface) {
+    return MakePanelInterface({Prologue, Initialize, Sync, GetSummaryText, Open, Close, Terminate}, interface);
+}

@@ -1,0 +1,232 @@
+// The Advanced panel: job options that do not belong elsewhere.
+
+#include "core/panel_interface.h"
+#include "model/plugin_state.h"
+#include "model/ppd_ui_dictionary.h"
+#include "model/ticket_access.h"
+#include "panels/advanced/advanced_sync.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/Events.h"
+#include "platform/toolbox/Menus.h"
+#include "ui/localization.h"
+#include "ui/nib_window.h"
+#include "ui/ppd_menus.h"
+#include "ui/setting_menus.h"
+
+#include <new>
+
+namespace {
+
+constexpr OSType kSignature = FourCharCode("Tshl");
+
+enum ControlNumber : SInt32 {
+    kPane = 600,
+    kBookletLayoutOrderLabel = 610,
+    kBookletLayoutOrder = 611,
+    kRotateImage = 621,
+    kEmitTPIF = 630,
+    kBannerLabel = 631,
+    kBanner = 632,
+    kJog = 634,
+};
+
+/// Controls of features that this panel does not offer, whatever its nib has.
+constexpr SInt32 kRemovedControls[] = {2040, 2041, 2050, 2051};
+
+struct ControlSetting {
+    SInt32 number;
+    SInt32 AdvancedSettings::*setting;
+};
+
+/// Settings that are their control's value.
+constexpr ControlSetting kValueSettings[] = {
+    // control            setting
+    {kBookletLayoutOrder, &AdvancedSettings::bookletLayoutOrder},
+    {kRotateImage, &AdvancedSettings::rotateImage},
+    {kEmitTPIF, &AdvancedSettings::emitTPIF},
+    {623, &AdvancedSettings::ombrexEmulation},
+    {625, &AdvancedSettings::other625},
+    {627, &AdvancedSettings::other627},
+    {629, &AdvancedSettings::other629},
+};
+/// Settings that are the ticket value of their pop-up's item.
+constexpr ControlSetting kChoiceSettings[] = {
+    // control  setting
+    {kBanner, &AdvancedSettings::banner},
+    {kJog, &AdvancedSettings::jog},
+};
+
+struct AdvancedContext {
+    bool opened;
+    ControlRef hostPane;
+    CFBundleRef bundle;  // lent
+    CFRef<CFStringRef> title;
+    // Null until the first Open.
+    ControlRef pane;
+    ControlRef bookletLayoutOrder;
+    ControlRef rotateImage;
+    ControlRef emitTPIF;
+    ControlRef bannerLabel;
+    ControlRef banner;
+    ControlRef jog;
+    AdvancedSettings settings;
+};
+
+AdvancedContext* Context(PMPDEContext context) {
+    return reinterpret_cast<AdvancedContext*>(context);
+}
+
+AdvancedContext* InitContext() {
+    auto* context = new (std::nothrow) AdvancedContext{};
+    if (context != nullptr) {
+        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
+        context->title = CFRef<CFStringRef>::adopt(
+            CFBundleCopyLocalizedString(context->bundle, CFSTR("Advanced"), CFSTR("Advanced"), CFSTR("Localizable")));
+    }
+    return context;
+}
+
+ControlRef Find(const AdvancedContext& context, SInt32 number) {
+    ControlRef control = nullptr;
+    HIViewFindByID(context.pane, {kSignature, number}, &control);
+    return control;
+}
+
+/// Shows the settings in the controls, as far as there are any yet.
+void SetControls(const AdvancedContext& context) {
+    SetPopupButtonToTicketValue(context.banner, context.settings.banner);
+    SetPopupButtonToTicketValue(context.jog, context.settings.jog);
+    SetControl32BitValue(context.bookletLayoutOrder, context.settings.bookletLayoutOrder);
+    SetControl32BitValue(context.rotateImage, context.settings.rotateImage);
+    SetControl32BitValue(context.emitTPIF, context.settings.emitTPIF);
+    Draw1Control(context.pane);
+}
+
+/// Offers the options of a main keyword; a printer that has none leaves the pop-up empty and disabled.
+void FillChoice(ControlRef popup, ControlRef label, CFStringRef mainKeyword) {
+    const MenuRef menu = GetControlPopupMenuHandle(popup);
+    DeleteMenuItems(menu, 1, CountMenuItems(menu));
+    if (PopulatePopupButtonFromPPDOptions(popup, PPDGetGlobalOptions(mainKeyword), 0) == 0) {
+        DisableControl(popup);
+        DisableControl(label);
+    }
+}
+
+OSStatus pdeShellAdvancedEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
+    AdvancedSettings& settings = static_cast<AdvancedContext*>(userData)->settings;
+    ControlRef control = nullptr;
+    ControlID id{};
+    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof control, nullptr, &control);
+    if (GetControlID(control, &id) == noErr && id.signature == kSignature) {
+        for (const auto& [number, setting] : kValueSettings) {
+            if (number == id.id) {
+                settings.*setting = GetControl32BitValue(control);
+            }
+        }
+        for (const auto& [number, setting] : kChoiceSettings) {
+            if (number == id.id) {
+                settings.*setting = GetPopupButtonTicketValue(control);
+            }
+        }
+    }
+    return eventNotHandledErr;
+}
+
+// ---- The operations
+
+OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToControls) {
+    AdvancedContext* context = Context(opaque);
+    if (context == nullptr || session == nullptr) {
+        return kPMInvalidPrintSession;
+    }
+    PMTicketRef ticket = 0;
+    if (const OSStatus status = GetTicketFromSession(session, kPDE_PMPrintSettingsKey, &ticket); status != noErr) {
+        return status;
+    }
+    if (ticketsToControls) {
+        ReadAdvancedSettings(ticket, &context->settings);
+        SetControls(*context);
+    } else {
+        WriteAdvancedSettings(context->settings, ticket);
+    }
+    return noErr;
+}
+
+OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
+                  UInt32* maximumHeight) {
+    AdvancedContext* context = InitContext();
+    *opaque = reinterpret_cast<PMPDEContext>(context);
+    if (context == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    *creator = kSignature;
+    *kind = kPDEPanelKind;
+    *title = context->title.get();
+    *maximumWidth = 0;
+    *maximumHeight = 0;
+    return noErr;
+}
+
+OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
+    AdvancedContext* context = Context(opaque);
+    if (context == nullptr || session == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    context->hostPane = parentPane;
+    return Sync(opaque, session, true);
+}
+
+OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* summaries) {
+    *titles = nullptr;
+    *summaries = nullptr;
+    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
+}
+
+OSStatus Open(PMPDEContext opaque) {
+    AdvancedContext* context = Context(opaque);
+    if (context == nullptr || context->opened) {
+        return kPMInvalidPDEContext;
+    }
+    context->opened = true;
+    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("AdvancedPanelOffice"), CFSTR("Advanced"),
+                                                 {kSignature, kPane}, context->hostPane, &context->pane);
+        status != noErr) {
+        return status;
+    }
+    context->bookletLayoutOrder = Find(*context, kBookletLayoutOrder);
+    context->rotateImage = Find(*context, kRotateImage);
+    context->emitTPIF = Find(*context, kEmitTPIF);
+    context->bannerLabel = Find(*context, kBannerLabel);
+    context->banner = Find(*context, kBanner);
+    context->jog = Find(*context, kJog);
+    SetLocalizedStaticText(context->bundle, CFSTR("Booklet Layout Order:"), Find(*context, kBookletLayoutOrderLabel));
+    FillChoice(context->banner, context->bannerLabel, kBannerMainKeyword);
+    FillChoice(context->jog, nullptr, kJogMainKeyword);
+    for (const SInt32 number : kRemovedControls) {
+        DisposeControl(Find(*context, number));
+    }
+    SetControls(*context);
+
+    static constexpr EventTypeSpec kEvents[] = {{kEventClassControl, kEventControlHit}};
+    return InstallControlEventHandler(context->pane, pdeShellAdvancedEventHandler, std::size(kEvents), kEvents, context,
+                                      nullptr);
+}
+
+OSStatus Close(PMPDEContext opaque) {
+    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
+}
+
+OSStatus Terminate(PMPDEContext opaque, OSStatus) {
+    if (opaque == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    delete Context(opaque);
+    return noErr;
+}
+
+}  // namespace
+
+TAVRO_PLUGIN_EXPORT OSStatus GetAdvancedPanelInterface(PlugInIntf** interface) {
+    return MakePanelInterface({Prologue, Initialize, Sync, GetSummaryText, Open, Close, Terminate}, interface);
+}
