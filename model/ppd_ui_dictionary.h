@@ -45,6 +45,6 @@ OSStatus PPDCopyOptionsForMainKeyword(PPDContext context, ConstPPDString mainKey
 /// Returns the status of finding the main keyword.
 OSStatus GetUIListFromPPD(PPDContext context, ConstPPDString mainKeyword, CFMutableArrayRef options, CFIndex* count);
 
-/// A new keyword info array of one option, to be released by the caller. Returns 0.
+/// A new keyword info array of one option, to be released by the caller. The library's status when it lacks the option.
 OSStatus PPDIndexToKeywordInfoArray(PPDContext context, UInt32 mainIndex, UInt32 optionIndex, ConstPPDString alias,
                                     Boolean installable, Boolean chosen, Boolean isDefault, CFArrayRef* info);

@@ -16,7 +16,7 @@ struct SettingMap {
 
 // clang-format off
 inline constexpr SettingMap CoverOptionMap[] = {
-    // key                     value  command
+    // key                    value  command
     {"No Covers",             1,     0},
     {"Front Cover Only",      2,     0},
     {"Front and Back Covers", 4,     0},
@@ -25,7 +25,7 @@ inline constexpr SettingMap CoverOptionMap[] = {
 static_assert(std::size(CoverOptionMap) == 3 + 1);
 
 inline constexpr SettingMap CoverSidesImagedMap[] = {
-    // key                      value  command
+    // key                     value  command
     {"CoverPrinted",           4,     0},
     {"CoverBlankorPreprinted", 1,     0},
     {},
@@ -33,7 +33,7 @@ inline constexpr SettingMap CoverSidesImagedMap[] = {
 static_assert(std::size(CoverSidesImagedMap) == 2 + 1);
 
 inline constexpr SettingMap PlexMap[] = {
-    // key           value  command
+    // key          value  command
     {"Simplex",     1,     0},
     {"Duplex",      2,     0},
     {"DuplexShort", 3,     0},
@@ -42,7 +42,7 @@ inline constexpr SettingMap PlexMap[] = {
 static_assert(std::size(PlexMap) == 3 + 1);
 
 inline constexpr SettingMap JobTypeMap[] = {
-    // key              value  command
+    // key             value  command
     {"Normal",         1,     0},
     {"Fax",            5,     0},
     {"SecurePrint",    6,     0},
@@ -55,7 +55,7 @@ inline constexpr SettingMap JobTypeMap[] = {
 static_assert(std::size(JobTypeMap) == 7 + 1);
 
 inline constexpr SettingMap FaxCoverSizeMap[] = {
-    // key               value  command
+    // key              value  command
     {"StockSizeLetter", 1,     0},
     {"StockSizeA4",     4,     0},
     {},
@@ -63,7 +63,7 @@ inline constexpr SettingMap FaxCoverSizeMap[] = {
 static_assert(std::size(FaxCoverSizeMap) == 2 + 1);
 
 inline constexpr SettingMap SeparatorOptionMap[] = {
-    // key                        value  command
+    // key                       value  command
     {"Separator Option None",    1,     0},
     {"Separator Option Blank",   2,     0},
     {"Separator Option Printed", 3,     0},

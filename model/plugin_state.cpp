@@ -1,0 +1,30 @@
+#include "model/plugin_state.h"
+
+namespace {
+
+CFBundleRef gBundle = nullptr;
+PMPrintSession gPrintSession = nullptr;
+PDESyncProc gSyncProc = nullptr;
+
+}  // namespace
+
+CFBundleRef GetPDEBundle() {
+    return gBundle;
+}
+void SetPDEBundle(CFBundleRef bundle) {
+    gBundle = bundle;
+}
+
+PMPrintSession GetCurrentPrintSession() {
+    return gPrintSession;
+}
+void SetCurrentPrintSession(PMPrintSession session) {
+    gPrintSession = session;
+}
+
+OSStatus PDESync(PMPrintSession, Boolean ticketsToControls) {
+    return gSyncProc == nullptr ? kPMInvalidPrintSession : gSyncProc(gPrintSession, ticketsToControls);
+}
+void SetPDESyncProc(PDESyncProc proc) {
+    gSyncProc = proc;
+}
