@@ -44,6 +44,6 @@ endfunction()
 # Adds a folder that has something to build.
 macro(tavro_add_folder folder)
   if(EXISTS ${CMAKE_SOURCE_DIR}/${folder}/CMakeLists.txt)
-    add_subdirectory(${folder})
+    add_subdirectory(${CMAKE_SOURCE_DIR}/${folder} ${CMAKE_BINARY_DIR}/${folder})
   endif()
 endmacro()
