@@ -1,0 +1,226 @@
+// The resources against the code and the windows that ask for them: nothing missing, nothing that nobody asks for.
+#include "platform/foundation/CFBundle.h"
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
+#include "tests/resources/source_scan.h"
+
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QImage>
+#include <QRegularExpression>
+
+namespace {
+
+/// A bundle and the sources that are served by it.
+struct Served {
+    const char* bundle;  // path in the stage
+    QStringList sources;
+
+    QString resources() const {
+        return QStringLiteral(TAVRO_STAGE "/%1/Contents/Resources").arg(QLatin1String(bundle));
+    }
+    QStringList languages() const {
+        return QDir(resources()).entryList({QStringLiteral("*.lproj")}, QDir::Dirs, QDir::Name);
+    }
+    StringsTable table(const QString& language, const QString& name) const {
+        return ReadStringsTable(QStringLiteral("%1/%2/%3.strings").arg(resources(), language, name));
+    }
+};
+
+const Served kPlugIn{"plugins/TavroFeatures.plugin",
+                     {QStringLiteral("model"), QStringLiteral("core"), QStringLiteral("ui"), QStringLiteral("panels"),
+                      QStringLiteral("jobtypes"), QStringLiteral("watermark")}};
+const Served kHost{"TavroPrint.bundle", {QStringLiteral("host")}};
+
+std::string Listed(const QSet<QString>& names) {
+    QStringList sorted = names.values();
+    sorted.sort();
+    return sorted.join(QLatin1String(", ")).toStdString();
+}
+
+void PrintTo(const Served& served, std::ostream* out) {
+    *out << served.bundle;
+}
+
+class Resources : public testing::TestWithParam<Served> {};
+INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost),
+                         [](const auto& served) { return served.index == 0 ? "PlugIn" : "Host"; });
+
+TEST_P(Resources, EveryTextThatIsAskedForExistsInEveryLanguageAndNoOther) {
+    KeysByTable asked = TextKeysInSources(GetParam().sources);
+    for (const NibWindow& window : NibWindowsBelow(GetParam().resources())) {
+        asked[window.nib] += window.texts;
+    }
+    ASSERT_FALSE(asked.isEmpty());
+    ASSERT_TRUE(GetParam().languages().contains(QLatin1String("en.lproj")));
+
+    for (const QString& language : GetParam().languages()) {
+        const QDir folder(GetParam().resources() + QLatin1Char('/') + language);
+        QSet<QString> tables;
+        for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.strings")}, QDir::Files)) {
+            tables.insert(file.completeBaseName());
+        }
+        tables.remove(QStringLiteral("InfoPlist"));
+        for (auto table = asked.cbegin(); table != asked.cend(); ++table) {
+            const StringsTable rows = GetParam().table(language, table.key());
+            const QSet<QString> present(rows.texts.keyBegin(), rows.texts.keyEnd());
+            const std::string where = (language + QLatin1Char('/') + table.key()).toStdString();
+            EXPECT_EQ(Listed(table.value() - present), "") << "missing in " << where;
+            EXPECT_EQ(Listed(present - table.value()), "") << "nobody asks for these of " << where;
+            EXPECT_TRUE(rows.duplicates.isEmpty()) << where << ": twice: " << rows.duplicates.join(", ").toStdString();
+            if (!table.value().isEmpty()) {
+                tables.remove(table.key());
+            }
+        }
+        EXPECT_EQ(Listed(tables), "") << "tables that nobody asks for in " << language.toStdString();
+    }
+}
+
+// The bundle's own reader gives each text of the user's language, with escapes resolved and nothing of the row lost.
+TEST_P(Resources, TheBundleReadsItsTexts) {
+    const QByteArray path = QByteArray(TAVRO_STAGE "/") + GetParam().bundle;
+    const auto pathText =
+        CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, path.constData(), kCFStringEncodingUTF8));
+    const auto url =
+        CFRef<CFURLRef>::adopt(CFURLCreateWithFileSystemPath(nullptr, pathText.get(), kCFURLPOSIXPathStyle, true));
+    const auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, url.get()));
+    ASSERT_TRUE(bundle);
+
+    const QDir folder(GetParam().resources() + QStringLiteral("/en.lproj"));
+    for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.strings")}, QDir::Files)) {
+        const QString name = file.completeBaseName();
+        const auto table = CFRef<CFStringRef>::adopt(
+            CFStringCreateWithCString(nullptr, name.toUtf8().constData(), kCFStringEncodingUTF8));
+        const QMap<QString, QString> rows = GetParam().table(QStringLiteral("en.lproj"), name).texts;
+        EXPECT_FALSE(rows.isEmpty()) << name.toStdString();
+        for (auto row = rows.cbegin(); row != rows.cend(); ++row) {
+            const auto key = CFRef<CFStringRef>::adopt(
+                CFStringCreateWithCString(nullptr, row.key().toUtf8().constData(), kCFStringEncodingUTF8));
+            const auto text = CFRef<CFStringRef>::adopt(
+                CFBundleCopyLocalizedString(bundle.get(), key.get(), CFSTR("STRING NOT FOUND"), table.get()));
+            QString read(CFStringGetLength(text.get()), Qt::Uninitialized);
+            CFStringGetCharacters(text.get(), CFRange{0, read.size()}, reinterpret_cast<UniChar*>(read.data()));
+            EXPECT_EQ(read.toStdString(), row.value().toStdString()) << row.key().toStdString();
+        }
+    }
+}
+
+TEST_P(Resources, EveryPictureThatIsAskedForExistsAtBothSizesAndNoOther) {
+    const QSet<QString> asked = PicturesInSources(GetParam().sources);
+    QSet<QString> present;
+    QDirIterator files(GetParam().resources(), {QStringLiteral("*.gif"), QStringLiteral("*.png")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        const QString name = QDir(GetParam().resources()).relativeFilePath(files.next());
+        if (!name.contains(QLatin1String("@2x."))) {
+            present.insert(name);
+        }
+    }
+    EXPECT_EQ(Listed(asked - present), "") << "missing";
+    EXPECT_EQ(Listed(present - asked), "") << "nobody asks for these";
+
+    for (const QString& name : present) {
+        const QString path = GetParam().resources() + QLatin1Char('/') + name;
+        const QImage plain(path);
+        const QImage dense(QString(path).insert(path.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x")));
+        EXPECT_FALSE(plain.isNull()) << name.toStdString();
+        EXPECT_EQ(dense.size(), plain.size() * 2) << name.toStdString();
+        EXPECT_TRUE(plain.hasAlphaChannel()) << name.toStdString() << " would show as a box";
+    }
+}
+
+TEST_P(Resources, EveryWindowParsesAndNamesNoControlTwice) {
+    for (const NibWindow& window : NibWindowsBelow(GetParam().resources())) {
+        EXPECT_EQ(window.error.toStdString(), "") << window.nib.toStdString() << '/' << window.window.toStdString();
+        QSet<QString> seen;
+        for (const QString& control : window.controls) {
+            EXPECT_FALSE(seen.contains(control))
+                << window.nib.toStdString() << ": " << control.toStdString() << " twice";
+            seen.insert(control);
+        }
+    }
+}
+
+// The controls that the panels and dialogs look for, by nib and window.
+TEST(PlugInResources, WindowsHaveTheirControls) {
+    struct Expected {
+        const char* nib;
+        const char* window;
+        const char* signature;
+        QList<int> numbers;
+    };
+    const Expected table[] = {
+        {"PDE_Shell", "Window", "Tshl", {10, 15, 16, 17, 1966, 1967}},
+        {"Utilities", "CustomValue", "TPDE", {123456}},
+        {"AdvancedPanelOffice", "Advanced", "Tshl", {600, 610, 611, 621, 630, 631, 632, 634}},
+        {"AboutPanel", "About", "Tshl", {500, 501, 502, 503, 505, 506, 507}},
+    };
+    QMap<QString, QSet<QString>> expected;
+    for (const Expected& row : table) {
+        for (const int number : row.numbers) {
+            expected[QLatin1String(row.nib) + QLatin1Char('/') + QLatin1String(row.window)].insert(
+                QStringLiteral("%1 %2").arg(QLatin1String(row.signature)).arg(number));
+        }
+    }
+    QMap<QString, QSet<QString>> present;
+    for (const NibWindow& window : NibWindowsBelow(kPlugIn.resources())) {
+        present[window.nib + QLatin1Char('/') + window.window] = {window.controls.begin(), window.controls.end()};
+    }
+    EXPECT_EQ(expected.keys(), present.keys());
+    for (auto row = expected.cbegin(); row != expected.cend(); ++row) {
+        EXPECT_EQ(Listed(row.value()), Listed(present.value(row.key()))) << row.key().toStdString();
+    }
+}
+
+TEST(PlugInResources, InformationIsComplete) {
+    const QSet<QString> asked = LiteralsInSources(kPlugIn.sources);
+    for (const QString& language : kPlugIn.languages()) {
+        const QMap<QString, QString> info = kPlugIn.table(language, QStringLiteral("InfoPlist")).texts;
+        EXPECT_EQ(info.keys(), (QStringList{QStringLiteral("CFBundleGetInfoString"), QStringLiteral("CFBundleName"),
+                                            QStringLiteral("NSHumanReadableCopyright")}));
+        for (const QString& key : info.keys()) {
+            EXPECT_TRUE(asked.contains(key)) << key.toStdString();
+        }
+        EXPECT_TRUE(info.value(QStringLiteral("CFBundleGetInfoString")).contains(QLatin1String(TAVRO_VERSION)));
+    }
+}
+
+// Help is read by following links: each must lead somewhere, and each page must be reached from the start page.
+TEST(PlugInResources, HelpPagesAreLinked) {
+    static const QRegularExpression link(QStringLiteral(R"re(href="([^"#]*)(?:#([^"]*))?")re"));
+    const QDir help(kPlugIn.resources() + QStringLiteral("/Help"));
+    QSet<QString> reached;
+    QStringList open{QStringLiteral("index.html")};
+    while (!open.isEmpty()) {
+        const QString page = open.takeLast();
+        if (reached.contains(page)) {
+            continue;
+        }
+        reached.insert(page);
+        QFile file(help.filePath(page));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << page.toStdString();
+        const QString text = QString::fromUtf8(file.readAll());
+        for (auto links = link.globalMatch(text); links.hasNext();) {
+            const QRegularExpressionMatch match = links.next();
+            const QString target =
+                match.captured(1).isEmpty() ? page : QDir::cleanPath(QFileInfo(page).dir().filePath(match.captured(1)));
+            open += target;
+            QFile there(help.filePath(target));
+            ASSERT_TRUE(there.open(QIODevice::ReadOnly)) << page.toStdString() << " links " << target.toStdString();
+            EXPECT_TRUE(match.captured(2).isEmpty() ||
+                        there.readAll().contains("name=\"" + match.captured(2).toUtf8() + "\""))
+                << page.toStdString() << " links " << match.captured(0).toStdString();
+        }
+    }
+    QSet<QString> present;
+    QDirIterator files(help.path(), {QStringLiteral("*.htm*")}, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        present.insert(help.relativeFilePath(files.next()));
+    }
+    EXPECT_EQ(Listed(present - reached), "") << "no link leads to these";
+}
+
+}  // namespace

@@ -1,0 +1,173 @@
+#include "tests/resources/source_scan.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+
+namespace {
+
+const QString kDefaultTable = QStringLiteral("Localizable");
+
+QString Read(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The text of all sources below the folders, without comments.
+QString CodeOf(const QStringList& folders) {
+    static const QRegularExpression comments(QStringLiteral(R"(("(?:\\.|[^"\\\n])*")|//[^\n]*|/\*.*?\*/)"),
+                                             QRegularExpression::DotMatchesEverythingOption);
+    QString code;
+    for (const QString& folder : folders) {
+        QDirIterator files(QStringLiteral(TAVRO_SOURCE_DIR "/") + folder,
+                           {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            code += Read(files.next()).replace(comments, QStringLiteral("\\1")) + QLatin1Char('\n');
+        }
+    }
+    return code;
+}
+
+QStringList LiteralsIn(const QString& code) {
+    static const QRegularExpression literal(QStringLiteral(R"re("((?:\\.|[^"\\\n])*)")re"));
+    QStringList found;
+    for (auto matches = literal.globalMatch(code); matches.hasNext();) {
+        found += matches.next().captured(1);
+    }
+    return found;
+}
+
+/// The arguments of a call, from behind its opening parenthesis.
+QStringList ArgumentsAt(const QString& code, qsizetype position) {
+    QStringList arguments{QString()};
+    int depth = 0;
+    bool quoted = false;
+    for (; position < code.size(); ++position) {
+        const QChar c = code[position];
+        if (quoted) {
+            if (c == QLatin1Char('\\')) {
+                arguments.last() += c;
+                arguments.last() += code[++position];
+                continue;
+            }
+            quoted = c != QLatin1Char('"');
+        } else if (c == QLatin1Char('"')) {
+            quoted = true;
+        } else if (c == QLatin1Char('(') || c == QLatin1Char('{')) {
+            ++depth;
+        } else if (c == QLatin1Char(')') || c == QLatin1Char('}')) {
+            if (depth-- == 0) {
+                break;
+            }
+        } else if (c == QLatin1Char(',') && depth == 0) {
+            arguments += QString();
+            continue;
+        }
+        arguments.last() += c;
+    }
+    return arguments;
+}
+
+}  // namespace
+
+KeysByTable TextKeysInSources(const QStringList& folders) {
+    const QString code = CodeOf(folders);
+    KeysByTable keys;
+
+    // bundle, key, [fallback, table]
+    static const QRegularExpression lookUp(QStringLiteral(
+        R"(\b(?:CFBundleCopyLocalizedString|CopyLocalizedText|SetLocalized(?:StaticText|ControlTitle|WindowTitle|MenuTitle))\()"));
+    for (auto calls = lookUp.globalMatch(code); calls.hasNext();) {
+        const QStringList arguments = ArgumentsAt(code, calls.next().capturedEnd());
+        const QStringList table = arguments.size() == 4 ? LiteralsIn(arguments[3]) : QStringList();
+        for (const QString& key : LiteralsIn(arguments.value(1))) {
+            keys[table.value(0, kDefaultTable)].insert(key);
+        }
+    }
+
+    // Tables of rows, with the column that holds the key.
+    struct RowType {
+        QLatin1String name;
+        qsizetype keyColumn;
+    };
+    for (const RowType& type :
+         {RowType{QLatin1String("SettingMap"), 0}, RowType{QLatin1String("InstalledFeature"), 3}}) {
+        const QRegularExpression table(QStringLiteral(R"(\b%1\s+\w+\[\]\s*=\s*\{)").arg(type.name));
+        for (auto tables = table.globalMatch(code); tables.hasNext();) {
+            for (const QString& row : ArgumentsAt(code, tables.next().capturedEnd())) {
+                const qsizetype brace = row.indexOf(QLatin1Char('{'));
+                const QStringList columns = brace < 0 ? QStringList() : ArgumentsAt(row, brace + 1);
+                for (const QString& key : LiteralsIn(columns.value(type.keyColumn))) {
+                    keys[kDefaultTable].insert(key);
+                }
+            }
+        }
+    }
+    return keys;
+}
+
+QSet<QString> LiteralsInSources(const QStringList& folders) {
+    const QStringList literals = LiteralsIn(CodeOf(folders));
+    return {literals.begin(), literals.end()};
+}
+
+QSet<QString> PicturesInSources(const QStringList& folders) {
+    QSet<QString> pictures = LiteralsInSources(folders);
+    pictures.removeIf([](const QString& literal) {
+        return !literal.endsWith(QLatin1String(".gif")) && !literal.endsWith(QLatin1String(".png"));
+    });
+    return pictures;
+}
+
+QList<NibWindow> NibWindowsBelow(const QString& folder) {
+    QList<NibWindow> windows;
+    for (const QFileInfo& nib : QDir(folder).entryInfoList({QStringLiteral("*.nib")}, QDir::Dirs, QDir::Name)) {
+        for (const QFileInfo& file :
+             QDir(nib.filePath()).entryInfoList({QStringLiteral("*.ui")}, QDir::Files, QDir::Name)) {
+            NibWindow window{nib.completeBaseName(), file.completeBaseName(), {}, {}, {}};
+            QXmlStreamReader xml(Read(file.filePath()));
+            QString property;
+            QString signature;
+            while (!xml.atEnd()) {
+                if (!xml.readNextStartElement()) {
+                    continue;
+                }
+                if (xml.name() == QLatin1String("property") || xml.name() == QLatin1String("attribute")) {
+                    property = xml.attributes().value(QLatin1String("name")).toString();
+                } else if (xml.name() == QLatin1String("string")) {
+                    const bool translated = xml.attributes().value(QLatin1String("notr")) != QLatin1String("true");
+                    const QString text = xml.readElementText();
+                    if (property == QLatin1String("signature")) {
+                        signature = text;
+                    } else if (translated && !text.isEmpty()) {
+                        window.texts.insert(text);
+                    }
+                } else if (xml.name() == QLatin1String("number") && property == QLatin1String("number")) {
+                    window.controls += signature + QLatin1Char(' ') + xml.readElementText();
+                }
+            }
+            if (xml.hasError()) {
+                window.error = QStringLiteral("line %1: %2").arg(xml.lineNumber()).arg(xml.errorString());
+            }
+            windows += window;
+        }
+    }
+    return windows;
+}
+
+StringsTable ReadStringsTable(const QString& file) {
+    static const QRegularExpression row(QStringLiteral(R"re(^\s*"((?:\\.|[^"\\])*)"\s*=\s*"((?:\\.|[^"\\])*)"\s*;)re"),
+                                        QRegularExpression::MultilineOption);
+    StringsTable table;
+    const QString text = Read(file);
+    for (auto rows = row.globalMatch(text); rows.hasNext();) {
+        const QRegularExpressionMatch match = rows.next();
+        if (table.texts.contains(match.captured(1))) {
+            table.duplicates += match.captured(1);
+        }
+        table.texts.insert(match.captured(1), match.captured(2));
+    }
+    return table;
+}
