@@ -43,6 +43,6 @@ Boolean CFDictionaryGetNumber(CFDictionaryRef dictionary, CFStringRef key, void*
 /// Sets the key to a string of zero-terminated bytes; nothing happens for bytes that are not of the encoding.
 void CFDictionarySetCString(CFMutableDictionaryRef dictionary, CFStringRef key, const char* bytes,
                             CFStringEncoding encoding);
-/// The dictionary under the key, lent by the outer one. When there is none, or a value of another kind, an empty one
-/// takes its place. Null for a null argument.
+/// The dictionary under the key, lent by the outer one; its maker must have made it mutable. When there is none, or a
+/// value of another kind, an empty one takes its place. Null for a null argument.
 CFMutableDictionaryRef CFDictionaryGetDictionaryOrCreate(CFMutableDictionaryRef dictionary, CFStringRef key);

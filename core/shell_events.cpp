@@ -1,0 +1,66 @@
+#include "core/shell_events.h"
+
+#include "core/shell_selection.h"
+#include "ui/help.h"
+
+namespace {
+
+OSStatus ControlHit(PDEShellContext* context, EventRef event) {
+    ControlRef control = nullptr;
+    ControlID id{};
+    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof control, nullptr, &control);
+    if (GetControlID(control, &id) != noErr || id.signature != kShellSignature) {
+        return eventNotHandledErr;  // the dialog's own buttons do what they are there for
+    }
+    switch (id.id) {
+        case kPanelSelector: {
+            const auto number = static_cast<SInt16>(GetControl32BitValue(control));
+            if (number == lastTabIndex) {
+                return eventNotHandledErr;
+            }
+            selectPanel(number, context);
+            return noErr;
+        }
+        case kNextPanel:
+            SelectNextPanel(context);
+            return noErr;
+        case kPreviousPanel:
+            SelectPreviousPanel(context);
+            return noErr;
+        default:
+            return eventNotHandledErr;
+    }
+}
+
+OSStatus Command(PDEShellContext* context, EventRef event) {
+    HICommand command{};
+    GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
+    switch (command.commandID) {
+        case FourCharCode("help"):
+            return DisplayHelp(context->bundle.get(), nullptr, nullptr);
+        case FourCharCode("TFup"):
+            SelectNextPanel(context);
+            return eventNotHandledErr;
+        case FourCharCode("TFdn"):
+            SelectPreviousPanel(context);
+            return eventNotHandledErr;
+        default:
+            return eventNotHandledErr;
+    }
+}
+
+}  // namespace
+
+OSStatus pdeShellEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
+    auto* context = static_cast<PDEShellContext*>(userData);
+    switch (GetEventClass(event)) {
+        case kEventClassControl:
+            return ControlHit(context, event);
+        case kEventClassCommand:
+            return Command(context, event);
+        case kEventClassMenu:
+            return noErr;
+        default:
+            return eventNotHandledErr;
+    }
+}
