@@ -14,8 +14,24 @@ struct ControlID {
 
 /// What a control is. Written in listings by the names in ControlKindName().
 enum class ControlKind {
-    userPane, customView, pushButton, bevelButton, popUp, checkBox, radioGroup, radioButton, editText, passwordText,
-    staticText, textView, littleArrows, slider, tabs, groupBox, list, picture,
+    userPane,
+    customView,
+    pushButton,
+    bevelButton,
+    popUp,
+    checkBox,
+    radioGroup,
+    radioButton,
+    editText,
+    passwordText,
+    staticText,
+    textView,
+    littleArrows,
+    slider,
+    tabs,
+    groupBox,
+    list,
+    picture,
 };
 ControlKind GetControlKind(ControlRef control);
 const char* ControlKindName(ControlKind kind);
@@ -30,7 +46,6 @@ OSStatus GetControlID(ControlRef control, ControlID* id);
 OSStatus SetControlID(ControlRef control, const ControlID* id);
 /// The control's command code; 0 when it has none.
 OSType GetControlCommandID(ControlRef control);
-OSStatus SetControlCommandID(ControlRef control, OSType command);
 
 // ---- Tree
 
@@ -92,14 +107,14 @@ OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 
 // Data of a control by tag. The part is kControlEntireControl.
 inline constexpr ControlPartCode kControlEntireControl = 0;
-inline constexpr OSType kControlStaticTextCFStringTag = FourCharCode("cfst");   // CFStringRef; static texts
-inline constexpr OSType kControlEditTextCFStringTag = FourCharCode("cfst");     // CFStringRef; fields and text views
-inline constexpr OSType kControlEditTextSelectionTag = FourCharCode("sele");    // ControlEditTextSelectionRec
+inline constexpr OSType kControlStaticTextCFStringTag = FourCharCode("cfst");      // CFStringRef; static texts
+inline constexpr OSType kControlEditTextCFStringTag = FourCharCode("cfst");        // CFStringRef; fields and text views
+inline constexpr OSType kControlEditTextSelectionTag = FourCharCode("sele");       // ControlEditTextSelectionRec
 inline constexpr OSType kControlEditTextValidationProcTag = FourCharCode("vali");  // ControlEditTextValidationUPP
-inline constexpr OSType kControlContentTag = FourCharCode("cont");              // CGImageRef; bevel buttons, pictures
-inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");         // Boolean; text views
-inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");         // Boolean; text views
-inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");         // SInt16, points; text views
+inline constexpr OSType kControlContentTag = FourCharCode("cont");       // CGImageRef; bevel buttons, pictures
+inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");  // Boolean; text views
+inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");  // Boolean; text views
+inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");  // SInt16, points; text views
 
 /// Selected text, in UTF-16 code units.
 struct ControlEditTextSelectionRec {
@@ -119,8 +134,8 @@ OSStatus GetControlData(ControlRef control, ControlPartCode part, OSType tag, By
 
 OSStatus SetControlProperty(ControlRef control, OSType creator, OSType tag, ByteCount size, const void* data);
 /// Copies at most bufferSize bytes. controlPropertyNotFoundErr when there is none.
-OSStatus GetControlProperty(ControlRef control, OSType creator, OSType tag, ByteCount bufferSize,
-                            ByteCount* actualSize, void* data);
+OSStatus GetControlProperty(ControlRef control, OSType creator, OSType tag, ByteCount bufferSize, ByteCount* actualSize,
+                            void* data);
 OSStatus RemoveControlProperty(ControlRef control, OSType creator, OSType tag);
 
 // ---- Menus of controls

@@ -35,9 +35,9 @@ inline constexpr OSStatus eventHandlerAlreadyRemovedErr = -9861;
 
 // Classes and kinds.
 inline constexpr OSType kEventClassControl = FourCharCode("cntl");
-inline constexpr UInt32 kEventControlHit = 1;       // the user changed or pressed the control
-inline constexpr UInt32 kEventControlHitTest = 3;   // custom views: which part lies at the mouse location?
-inline constexpr UInt32 kEventControlDraw = 4;      // paint now, into the event's graphics context
+inline constexpr UInt32 kEventControlHit = 1;      // the user changed or pressed the control
+inline constexpr UInt32 kEventControlHitTest = 3;  // custom views: which part lies at the mouse location?
+inline constexpr UInt32 kEventControlDraw = 4;     // paint now, into the event's graphics context
 inline constexpr OSType kEventClassCommand = FourCharCode("cmds");
 inline constexpr UInt32 kEventCommandProcess = 1;
 inline constexpr OSType kEventClassTextInput = FourCharCode("text");
@@ -48,6 +48,7 @@ inline constexpr OSType kEventClassMouse = FourCharCode("mous");
 inline constexpr UInt32 kEventMouseEntered = 8;
 inline constexpr UInt32 kEventMouseExited = 9;
 inline constexpr OSType kEventClassWindow = FourCharCode("wind");
+inline constexpr UInt32 kEventWindowShown = 24;  // the first frame after showing is on the screen
 inline constexpr UInt32 kEventWindowClose = 72;
 inline constexpr OSType kEventClassKeyboard = FourCharCode("keyb");
 inline constexpr UInt32 kEventRawKeyDown = 1;
@@ -57,7 +58,7 @@ inline constexpr UInt32 kEventHIObjectInitialize = 2;
 inline constexpr UInt32 kEventHIObjectDestruct = 3;
 
 // Parameters and their types.
-inline constexpr EventParamName kEventParamDirectObject = FourCharCode("----");     // the control, window or HICommand
+inline constexpr EventParamName kEventParamDirectObject = FourCharCode("----");  // the control, window or HICommand
 inline constexpr EventParamName kEventParamTextInputSendText = FourCharCode("tstx");  // typeUnicodeText
 inline constexpr EventParamName kEventParamMouseLocation = FourCharCode("mloc");      // typeHIPoint, in the view
 inline constexpr EventParamName kEventParamControlPart = FourCharCode("cprt");        // typeControlPartCode
@@ -78,15 +79,17 @@ inline constexpr EventParamType typeVoidPtr = FourCharCode("void");
 struct HICommand {
     UInt32 attributes;  // kHICommandFromMenu or kHICommandFromControl
     OSType commandID;
-    MenuRef menu;              // null unless from a menu
+    MenuRef menu;  // null unless from a menu
     MenuItemIndex menuItemIndex;
-    ControlRef control;        // the control; for a menu, the control that owns it
+    ControlRef control;  // the control; for a menu, the control that owns it
 };
 inline constexpr UInt32 kHICommandFromMenu = 1;
 inline constexpr UInt32 kHICommandFromControl = 2;
 
 /// A routine's handle, for the platform's sake: it is the function itself and disposing of it does nothing.
-inline EventHandlerUPP NewEventHandlerUPP(EventHandlerProcPtr proc) { return proc; }
+inline EventHandlerUPP NewEventHandlerUPP(EventHandlerProcPtr proc) {
+    return proc;
+}
 inline void DisposeEventHandlerUPP(EventHandlerUPP) {}
 
 // Targets, lent; null for a null object.

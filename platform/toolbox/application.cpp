@@ -1,0 +1,61 @@
+// The start of the toolbox.
+
+#include "platform/toolbox/Automation.h"
+#include "platform/toolbox/objects.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyleHints>
+
+namespace {
+
+bool hasDisplay() {
+    return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
+/// The dark colours of a program that is told to be dark where the desktop does not say so, such as offscreen.
+QPalette darkPalette() {
+    const QColor window(0x2B, 0x2D, 0x30);
+    const QColor base(0x1E, 0x1F, 0x22);
+    const QColor text(0xE6, 0xE6, 0xE6);
+    const QColor dimmed(0x80, 0x82, 0x86);
+    QPalette palette(window);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Button, QColor(0x3A, 0x3D, 0x41));
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::ToolTipBase, base);
+    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x6F, 0xB5));
+    palette.setColor(QPalette::Link, QColor(0x6C, 0xA9, 0xEA));
+    palette.setColor(QPalette::PlaceholderText, dimmed);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+                            QPalette::HighlightedText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, dimmed);
+    }
+    return palette;
+}
+
+}  // namespace
+
+ToolboxState& toolboxState() {
+    static ToolboxState state;
+    return state;
+}
+
+OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
+    if (qApp != nullptr) {
+        return paramErr;
+    }
+    toolboxState().scripted = scripted;
+    if (scripted && !hasDisplay() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    // The one application object lives as long as the process; the widgets of a bundle may outlive any static order.
+    static QApplication* application = new QApplication(*argc, argv);
+    application->setQuitOnLastWindowClosed(false);
+    if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
+        QApplication::setPalette(darkPalette());
+    }
+    return noErr;
+}

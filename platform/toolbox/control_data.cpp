@@ -1,0 +1,217 @@
+// The texts and other data of controls.
+
+#include "platform/foundation/CFString.h"
+#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/objects.h"
+#include "platform/toolbox/pictures.h"
+
+#include <QAbstractButton>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QToolButton>
+#include <cstring>
+#include <optional>
+
+namespace {
+
+constexpr int kPictureButtonSize = 16;
+
+template <typename T>
+std::optional<T> valueOf(ByteCount size, const void* data) {
+    if (data == nullptr || size != sizeof(T)) {
+        return std::nullopt;
+    }
+    T value;
+    std::memcpy(&value, data, sizeof value);
+    return value;
+}
+
+template <typename T>
+OSStatus giveOut(const T& value, ByteCount bufferSize, void* buffer, ByteCount* actualSize) {
+    if (actualSize != nullptr) {
+        *actualSize = sizeof value;
+    }
+    if (buffer == nullptr) {
+        return noErr;
+    }
+    if (bufferSize < sizeof value) {
+        return paramErr;
+    }
+    std::memcpy(buffer, &value, sizeof value);
+    return noErr;
+}
+
+/// The text that a user reads or edits in the widget.
+std::optional<QString> textOf(const QWidget* widget) {
+    if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+        return field->text();
+    }
+    if (const auto* area = qobject_cast<const QPlainTextEdit*>(widget)) {
+        return area->toPlainText();
+    }
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+        return label->text();
+    }
+    return std::nullopt;
+}
+
+bool setText(QWidget* widget, const QString& text) {
+    if (auto* field = qobject_cast<QLineEdit*>(widget)) {
+        field->setText(text);
+    } else if (auto* area = qobject_cast<QPlainTextEdit*>(widget)) {
+        area->setPlainText(text);
+    } else if (auto* label = qobject_cast<QLabel*>(widget)) {
+        label->setText(text);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+OSStatus setTextViewData(QPlainTextEdit* area, OSType tag, ByteCount size, const void* data) {
+    if (tag == kControlTextFontSizeTag) {
+        const auto points = valueOf<SInt16>(size, data);
+        if (!points || *points <= 0) {
+            return paramErr;
+        }
+        QFont font = area->font();
+        font.setPointSize(*points);
+        area->setFont(font);
+        return noErr;
+    }
+    const auto flag = valueOf<Boolean>(size, data);
+    if (!flag) {
+        return paramErr;
+    }
+    if (tag == kControlTextReadOnlyTag) {
+        area->setReadOnly(*flag);
+    } else {
+        area->setLineWrapMode(*flag ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+    }
+    return noErr;
+}
+
+OSStatus setPicture(QWidget* widget, CGImageRef image) {
+    if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+        button->setIcon(iconOf(image));
+        button->setIconSize(QSize(kPictureButtonSize, kPictureButtonSize));
+        return noErr;
+    }
+    return errDataNotSupported;
+}
+
+QString withoutMnemonic(QString text) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == u'&') {
+            text.remove(i, 1);  // of "&&" the second one stays
+        }
+    }
+    return text;
+}
+
+}  // namespace
+
+OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title) {
+    if (control == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    const QString text = toQString(title);
+    if (auto* button = qobject_cast<QAbstractButton*>(control->widget)) {
+        button->setText(text);
+    } else if (auto* group = qobject_cast<QGroupBox*>(control->widget)) {
+        group->setTitle(text);
+    } else if (!setText(control->widget, text)) {
+        return errDataNotSupported;
+    }
+    return noErr;
+}
+
+OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title) {
+    if (control == nullptr || title == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    QString text;
+    if (const auto* button = qobject_cast<const QAbstractButton*>(control->widget)) {
+        text = withoutMnemonic(button->text());
+    } else if (const auto* group = qobject_cast<const QGroupBox*>(control->widget)) {
+        text = withoutMnemonic(group->title());
+    } else {
+        text = textOf(control->widget).value_or(QString());
+    }
+    *title = toCFString(text).leak();
+    return noErr;
+}
+
+OSStatus SetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCount size, const void* data) {
+    if (control == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    switch (tag) {
+        case kControlEditTextCFStringTag: {
+            const auto text = valueOf<CFStringRef>(size, data);
+            if (!text) {
+                return paramErr;
+            }
+            return setText(control->widget, toQString(*text)) ? noErr : errDataNotSupported;
+        }
+        case kControlEditTextSelectionTag: {
+            const auto selection = valueOf<ControlEditTextSelectionRec>(size, data);
+            auto* field = dynamic_cast<TextSink*>(control->widget);
+            if (!selection || field == nullptr) {
+                return selection ? errDataNotSupported : paramErr;
+            }
+            field->setSelection(*selection);
+            return noErr;
+        }
+        case kControlEditTextValidationProcTag: {
+            const auto routine = valueOf<ControlEditTextValidationUPP>(size, data);
+            if (!routine) {
+                return paramErr;
+            }
+            control->validation = *routine;
+            return noErr;
+        }
+        case kControlContentTag: {
+            const auto image = valueOf<CGImageRef>(size, data);
+            return image ? setPicture(control->widget, *image) : paramErr;
+        }
+        case kControlTextReadOnlyTag:
+        case kControlTextWordWrapTag:
+        case kControlTextFontSizeTag: {
+            auto* area = qobject_cast<QPlainTextEdit*>(control->widget);
+            return area != nullptr ? setTextViewData(area, tag, size, data) : errDataNotSupported;
+        }
+        default:
+            return errDataNotSupported;
+    }
+}
+
+OSStatus GetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCount bufferSize, void* buffer,
+                        ByteCount* actualSize) {
+    if (control == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    if (tag == kControlEditTextCFStringTag) {
+        const std::optional<QString> text = textOf(control->widget);
+        if (!text) {
+            return errDataNotSupported;
+        }
+        CFRef<CFStringRef> copy = toCFString(*text);
+        const OSStatus status = giveOut(copy.get(), bufferSize, buffer, actualSize);
+        if (status == noErr && buffer != nullptr) {
+            static_cast<void>(copy.leak());
+        }
+        return status;
+    }
+    if (tag == kControlEditTextSelectionTag) {
+        const auto* field = dynamic_cast<const TextSink*>(control->widget);
+        return field != nullptr ? giveOut(field->selection(), bufferSize, buffer, actualSize) : errDataNotSupported;
+    }
+    return errDataNotSupported;
+}
+
+MenuRef GetControlPopupMenuHandle(ControlRef control) {
+    return control != nullptr ? control->menu.get() : nullptr;
+}

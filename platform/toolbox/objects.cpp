@@ -1,0 +1,161 @@
+// Controls as targets of events, and the texts that cross into Qt.
+
+#include "platform/toolbox/objects.h"
+
+#include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
+#include "platform/toolbox/view_classes.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QFile>
+#include <QHash>
+#include <QRadioButton>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolButton>
+
+namespace {
+
+QHash<const QObject*, OpaqueControlRef*>& controlsByWidget() {
+    static QHash<const QObject*, OpaqueControlRef*> controls;
+    return controls;
+}
+
+/// Connects the signals that a widget sends when its user, not the program, changes it.
+void connectUserActions(OpaqueControlRef* control) {
+    QWidget* widget = control->widget;
+    const auto hit = [control] { control->userHit(); };
+    switch (control->kind) {
+        case ControlKind::pushButton:
+        case ControlKind::checkBox:
+        case ControlKind::radioButton:
+            QObject::connect(qobject_cast<QAbstractButton*>(widget), &QAbstractButton::clicked, control, hit);
+            break;
+        case ControlKind::radioGroup:
+            for (QRadioButton* button : widget->findChildren<QRadioButton*>(Qt::FindDirectChildrenOnly)) {
+                QObject::connect(button, &QRadioButton::clicked, control, hit);
+            }
+            break;
+        case ControlKind::popUp:
+        case ControlKind::bevelButton:
+            control->menu = std::make_unique<OpaqueMenuRef>(control);
+            control->menu->attach();
+            break;
+        case ControlKind::slider:
+            QObject::connect(qobject_cast<QSlider*>(widget), &QSlider::valueChanged, control, hit);
+            break;
+        case ControlKind::littleArrows:
+            QObject::connect(qobject_cast<QSpinBox*>(widget), &QSpinBox::valueChanged, control, hit);
+            break;
+        case ControlKind::tabs:
+            if (auto* pages = qobject_cast<QTabWidget*>(widget)) {
+                QObject::connect(pages, &QTabWidget::currentChanged, control, hit);
+            } else {
+                QObject::connect(qobject_cast<QTabBar*>(widget), &QTabBar::currentChanged, control, hit);
+            }
+            break;
+        default:
+            break;
+    }
+}
+
+}  // namespace
+
+OpaqueControlRef::OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind)
+    : QObject(ownWidget), widget(ownWidget), kind(ownKind) {
+    controlsByWidget().insert(widget, this);
+    connectUserActions(this);
+}
+
+OpaqueControlRef::~OpaqueControlRef() {
+    detachViewClass(this);
+    controlsByWidget().remove(widget);
+}
+
+OpaqueControlRef* OpaqueControlRef::of(const QWidget* widget) {
+    return controlsByWidget().value(widget, nullptr);
+}
+
+OpaqueControlRef* OpaqueControlRef::above(const QWidget* widget) {
+    while (widget != nullptr && !widget->isWindow()) {
+        widget = widget->parentWidget();
+        if (OpaqueControlRef* control = of(widget)) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+OpaqueEventTargetRef* OpaqueControlRef::nextTarget() const {
+    if (OpaqueControlRef* parent = above(widget)) {
+        return parent;
+    }
+    if (OpaqueWindowRef* window = OpaqueWindowRef::of(widget->window())) {
+        return window;
+    }
+    return GetApplicationEventTarget();
+}
+
+OSStatus OpaqueControlRef::handleByDefault(EventRef event) {
+    if (viewClass != nullptr) {
+        const OSStatus status = callViewClass(this, event);
+        if (status != eventNotHandledErr) {
+            return status;
+        }
+    }
+    const OSType eventClass = GetEventClass(event);
+    const UInt32 eventKind = GetEventKind(event);
+    if (eventClass == kEventClassControl && eventKind == kEventControlHit && command != 0) {
+        return ScopedEvent(kEventClassCommand, kEventCommandProcess)
+            .with(kEventParamDirectObject, typeHICommand, HICommand{kHICommandFromControl, command, nullptr, 0, this})
+            .sendTo(this);
+    }
+    if (eventClass == kEventClassTextInput && eventKind == kEventTextInputUnicodeForKeyEvent) {
+        if (auto* field = dynamic_cast<TextSink*>(widget)) {
+            field->takeText(eventText(event, kEventParamTextInputSendText));
+            if (validation != nullptr) {
+                validation(this);
+            }
+            return noErr;
+        }
+    }
+    OpaqueWindowRef* window = OpaqueWindowRef::of(widget->window());
+    return window != nullptr ? window->handleByDefault(event) : eventNotHandledErr;
+}
+
+void OpaqueControlRef::userHit() {
+    ScopedEvent(kEventClassControl, kEventControlHit)
+        .with(kEventParamDirectObject, typeControlRef, static_cast<ControlRef>(this))
+        .sendTo(this);
+}
+
+void OpaqueControlRef::userText(const QString& text) {
+    ScopedEvent(kEventClassTextInput, kEventTextInputUnicodeForKeyEvent)
+        .with(kEventParamDirectObject, typeControlRef, static_cast<ControlRef>(this))
+        .withText(kEventParamTextInputSendText, text)
+        .sendTo(this);
+}
+
+QString toQString(CFStringRef string) {
+    QString text(static_cast<qsizetype>(CFStringGetLength(string)), Qt::Uninitialized);
+    if (!text.isEmpty()) {
+        CFStringGetCharacters(string, CFRangeMake(0, text.size()), reinterpret_cast<UniChar*>(text.data()));
+    }
+    return text;
+}
+
+CFRef<CFStringRef> toCFString(const QString& string) {
+    return CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(
+        kCFAllocatorDefault, reinterpret_cast<const UniChar*>(string.utf16()), string.size()));
+}
+
+QString filePath(CFURLRef url) {
+    UInt8 path[4096];
+    if (!CFURLGetFileSystemRepresentation(url, true, path, sizeof path)) {
+        return {};
+    }
+    return QFile::decodeName(reinterpret_cast<const char*>(path));
+}

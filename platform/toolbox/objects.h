@@ -85,8 +85,8 @@ bool isDispatching();
 class TextSink {
 public:
     virtual ~TextSink() = default;
-    /// Does what the user asked for: puts the text in place of the selection, or, when `text` is a control character that
-    /// stands for an editing action, performs that.
+    /// Does what the user asked for: puts the text in place of the selection, or, when `text` is a control character
+    /// that stands for an editing action, performs that.
     virtual void takeText(const QString& text) = 0;
     virtual ControlEditTextSelectionRec selection() const = 0;
     virtual void setSelection(ControlEditTextSelectionRec selection) = 0;
@@ -101,8 +101,8 @@ struct OpaqueHIObjectClassRef {
 };
 
 struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
-    /// Makes `widget` a control and connects what the user does with it. One widget is at most one control.
-    OpaqueControlRef(QWidget* widget, ControlKind kind);
+    /// Makes a widget a control and connects what the user does with it. One widget is at most one control.
+    OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind);
     ~OpaqueControlRef() override;
 
     /// The control of a widget, null when it is none.
@@ -115,8 +115,8 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
 
     /// Tells the handlers that the user pressed or changed the control.
     void userHit();
-    /// Tells the handlers that the user is about to put text into the field; TextSink::takeText follows when they agree,
-    /// and then the validation routine.
+    /// Tells the handlers that the user is about to put text into the field; TextSink::takeText follows when they
+    /// agree, and then the validation routine.
     void userText(const QString& text);
 
     QWidget* const widget;
@@ -150,16 +150,21 @@ struct MenuItem {
 
 /// A menu is the model of its pop-up, or the source of its button's menu: the items exist once.
 struct OpaqueMenuRef final : QAbstractListModel {
-    explicit OpaqueMenuRef(OpaqueControlRef* owner) : owner(owner) {}
+    explicit OpaqueMenuRef(OpaqueControlRef* control) : owner(control) {}
 
     int rowCount(const QModelIndex& parent) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
+    /// Takes over the items that the nib gave the owner's widget and becomes its menu.
+    void attach();
+    /// The pop-up is about to open.
+    void aboutToShow();
+
     void insert(MenuItem item);
     void remove(int first, int count);
     void changed(int row);
-    /// The user picked an item (from 1): sends its command, else nothing.
+    /// The user picked an item (from 1): sends the item's command, if it has one, and then the owner's hit.
     void userPicked(MenuItemIndex item);
 
     OpaqueControlRef* const owner;
@@ -170,7 +175,7 @@ struct OpaqueMenuRef final : QAbstractListModel {
 // ---- Windows
 
 struct OpaqueWindowRef final : QObject, OpaqueEventTargetRef {
-    explicit OpaqueWindowRef(QWidget* widget);
+    explicit OpaqueWindowRef(QWidget* ownWidget);
     ~OpaqueWindowRef() override;
 
     static OpaqueWindowRef* of(const QWidget* widget);
