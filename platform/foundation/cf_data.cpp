@@ -1,0 +1,33 @@
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/objects.h"
+
+#include <QHashFunctions>
+
+bool CFDataObject::equals(const CFObject& other) const {
+    return bytes == static_cast<const CFDataObject&>(other).bytes;
+}
+
+CFHashCode CFDataObject::hash() const {
+    return qHash(bytes);
+}
+
+CFTypeID CFDataGetTypeID() {
+    return static_cast<CFTypeID>(ObjectKind::Data);
+}
+
+CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
+    if (length < 0 || (length > 0 && !bytes)) {
+        return nullptr;
+    }
+    return new CFDataObject(QByteArray(reinterpret_cast<const char*>(bytes), length));
+}
+
+CFIndex CFDataGetLength(CFDataRef data) {
+    const CFDataObject* object = checked(data);
+    return object ? object->bytes.size() : 0;
+}
+
+const UInt8* CFDataGetBytePtr(CFDataRef data) {
+    const CFDataObject* object = checked(data);
+    return object && !object->bytes.isEmpty() ? reinterpret_cast<const UInt8*>(object->bytes.constData()) : nullptr;
+}

@@ -1,0 +1,123 @@
+#include "platform/foundation/CFString.h"
+
+#include "platform/foundation/objects.h"
+#include "platform/foundation/text_encoding.h"
+
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace {
+
+struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>{}(text); }
+};
+using ConstantStrings = std::unordered_map<std::string, CFRef<CFStringRef>, TextHash, std::equal_to<>>;
+
+bool contains(CFStringRef string, CFRange range) {
+    const qsizetype length = string->text.size();
+    return range.location >= 0 && range.length >= 0 && range.location <= length &&
+           range.length <= length - range.location;
+}
+
+CFStringRef createFromBytes(QByteArrayView bytes, CFStringEncoding encoding) {
+    std::optional<QString> text = decodeText(bytes, encoding);
+    return text ? makeString(*std::move(text)).leak() : nullptr;
+}
+
+}  // namespace
+
+bool CFStringObject::equals(const CFObject& other) const {
+    return text == static_cast<const CFStringObject&>(other).text;
+}
+
+CFHashCode CFStringObject::hash() const {
+    return qHash(text);
+}
+
+QString textOf(CFStringRef string) {
+    const CFStringObject* object = checked(string);
+    return object ? object->text : QString();
+}
+
+CFTypeID CFStringGetTypeID() {
+    return static_cast<CFTypeID>(ObjectKind::String);
+}
+
+CFStringRef CFStringMakeConstant(const char* text) {
+    // Never destroyed: constant strings are used until the last static object is gone.
+    static auto& constants = *new ConstantStrings;
+    const std::string_view key(text);
+    auto found = constants.find(key);
+    if (found == constants.end()) {
+        CFRef<CFStringRef> string = makeString(QString::fromUtf8(text));
+        string.get()->makeImmortal();
+        found = constants.emplace(key, std::move(string)).first;
+    }
+    return found->second.get();
+}
+
+CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* bytes, CFStringEncoding encoding) {
+    return bytes ? createFromBytes(QByteArrayView(bytes, qsizetype(std::strlen(bytes))), encoding) : nullptr;
+}
+
+CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex length, CFStringEncoding encoding,
+                                    Boolean) {
+    return length < 0 || (length > 0 && !bytes) ? nullptr : createFromBytes(QByteArrayView(bytes, length), encoding);
+}
+
+CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* characters, CFIndex length) {
+    return length < 0 || (length > 0 && !characters) ? nullptr
+                                                     : makeString(QString::fromUtf16(characters, length)).leak();
+}
+
+CFStringRef CFStringCreateCopy(CFAllocatorRef, CFStringRef string) {
+    const CFStringObject* object = checked(string);
+    return object ? makeString(object->text).leak() : nullptr;
+}
+
+CFStringRef CFStringCreateWithSubstring(CFAllocatorRef, CFStringRef string, CFRange range) {
+    const CFStringObject* object = checked(string);
+    return object && contains(object, range) ? makeString(object->text.mid(range.location, range.length)).leak()
+                                             : nullptr;
+}
+
+CFIndex CFStringGetLength(CFStringRef string) {
+    const CFStringObject* object = checked(string);
+    return object ? object->text.size() : 0;
+}
+
+UniChar CFStringGetCharacterAtIndex(CFStringRef string, CFIndex index) {
+    const CFStringObject* object = checked(string);
+    return object && contains(object, {index, 1}) ? object->text.at(index).unicode() : UniChar{0};
+}
+
+void CFStringGetCharacters(CFStringRef string, CFRange range, UniChar* buffer) {
+    const CFStringObject* object = checked(string);
+    if (object && buffer && contains(object, range)) {
+        std::memcpy(buffer, object->text.utf16() + range.location, std::size_t(range.length) * sizeof(UniChar));
+    }
+}
+
+Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize, CFStringEncoding encoding) {
+    if (!buffer || bufferSize <= 0) {
+        return false;
+    }
+    buffer[0] = '\0';
+    const CFStringObject* object = checked(string);
+    const std::optional<QByteArray> bytes = object ? encodeText(object->text, encoding) : std::nullopt;
+    // A zero inside the text would end it early for every reader.
+    if (!bytes || bytes->size() >= bufferSize || bytes->contains('\0')) {
+        return false;
+    }
+    std::memcpy(buffer, bytes->constData(), std::size_t(bytes->size()) + 1);
+    return true;
+}
+
+CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFStringCompareFlags options) {
+    const int order = QString::compare(textOf(left), textOf(right),
+                                       (options & kCFCompareCaseInsensitive) ? Qt::CaseInsensitive : Qt::CaseSensitive);
+    return order < 0 ? kCFCompareLessThan : order > 0 ? kCFCompareGreaterThan : kCFCompareEqualTo;
+}

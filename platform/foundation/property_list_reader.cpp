@@ -1,0 +1,248 @@
+#include "platform/foundation/CFPropertyList.h"
+#include "platform/foundation/collections.h"
+#include "platform/foundation/number_value.h"
+#include "platform/foundation/text_position.h"
+
+#include <QXmlStreamReader>
+
+#include <charconv>
+#include <cmath>
+
+namespace {
+
+using Value = CFRef<CFTypeRef>;
+
+/// Reads one document. The first fault ends it: raise() stops the XML reader, every loop sees no further token and
+/// every value comes back as nothing.
+class Reader {
+public:
+    Reader(const QByteArray& bytes, bool mutableContainers) : xml_(bytes), mutableContainers_(mutableContainers) {
+        // Property lists have no namespaces; a colon is a letter of an unknown element.
+        xml_.setNamespaceProcessing(false);
+    }
+
+    Value read() {
+        Value root = readDocument();
+        return xml_.hasError() ? Value() : root;
+    }
+
+    CFRef<CFStringRef> fault() const { return describeFault({xml_.lineNumber(), xml_.columnNumber() + 1}, reason()); }
+
+private:
+    /// The XML reader's own words are for programmers ("Expected '>', but got '<'."), but they name the place.
+    QString reason() const { return xml_.errorString().simplified(); }
+
+    void raise(const QString& reason) {
+        if (!xml_.hasError()) {
+            xml_.raiseError(reason);
+        }
+    }
+    Value refuse(const QString& reason) {
+        raise(reason);
+        return nullptr;
+    }
+
+    /// The next tag: StartElement, EndElement or EndDocument. Anything but blanks before it is a fault.
+    QXmlStreamReader::TokenType nextTag() {
+        while (!xml_.atEnd()) {
+            switch (const QXmlStreamReader::TokenType token = xml_.readNext()) {
+                case QXmlStreamReader::StartElement:
+                case QXmlStreamReader::EndElement:
+                case QXmlStreamReader::EndDocument:
+                    return token;
+                case QXmlStreamReader::DTD:
+                    // The only use of declared entities would be to make a small file large.
+                    if (!xml_.entityDeclarations().isEmpty()) {
+                        raise(QStringLiteral("entities must not be declared"));
+                    }
+                    break;
+                case QXmlStreamReader::Characters:
+                    if (!xml_.isWhitespace()) {
+                        raise(QStringLiteral("text between elements"));
+                    }
+                    break;
+                case QXmlStreamReader::EntityReference:
+                    raiseEntity();
+                    break;
+                default:
+                    break;
+            }
+        }
+        return QXmlStreamReader::Invalid;
+    }
+
+    void raiseEntity() { raise(QStringLiteral("unknown entity &%1;").arg(xml_.name().toString())); }
+
+    /// The text of the element whose start tag was read, up to its end tag.
+    QString readText() {
+        // The XML reader's readElementText() drops unknown entities without a word when the file has a DOCTYPE.
+        const QString element = xml_.name().toString();
+        QString text;
+        while (!xml_.atEnd()) {
+            switch (xml_.readNext()) {
+                case QXmlStreamReader::Characters:
+                    text += xml_.text();
+                    break;
+                case QXmlStreamReader::EndElement:
+                    return text;
+                case QXmlStreamReader::StartElement:
+                    raise(QStringLiteral("<%1> inside <%2>").arg(xml_.name().toString(), element));
+                    break;
+                case QXmlStreamReader::EntityReference:
+                    raiseEntity();
+                    break;
+                default:
+                    break;
+            }
+        }
+        return {};
+    }
+
+    Value readDocument() {
+        if (nextTag() != QXmlStreamReader::StartElement || xml_.name() != u"plist") {
+            return refuse(QStringLiteral("not a property list: <plist> is missing"));
+        }
+        if (nextTag() != QXmlStreamReader::StartElement) {
+            return refuse(QStringLiteral("the property list is empty"));
+        }
+        Value root = readValue(0);
+        if (nextTag() == QXmlStreamReader::StartElement) {
+            return refuse(QStringLiteral("a second value in the property list"));
+        }
+        nextTag();  // the end of the document; the XML reader complains of anything else
+        return root;
+    }
+
+    /// The value whose start tag was read; `depth` containers are open around it.
+    Value readValue(int depth) {
+        const QStringView name = xml_.name();
+        if (name == u"string") {
+            return Value::adopt(makeString(readText()).leak());
+        }
+        if (name == u"integer") {
+            return readInteger();
+        }
+        if (name == u"real") {
+            return readReal();
+        }
+        if (name == u"true" || name == u"false") {
+            const CFBooleanRef truth = name == u"true" ? kCFBooleanTrue : kCFBooleanFalse;
+            return readText().trimmed().isEmpty() ? Value::retain(truth)
+                                                  : refuse(QStringLiteral("text inside a boolean"));
+        }
+        if (name == u"data") {
+            return readData();
+        }
+        if (name != u"array" && name != u"dict") {
+            return refuse(name == u"date" ? QStringLiteral("dates are not supported")
+                                          : QStringLiteral("unknown element <%1>").arg(name.toString()));
+        }
+        if (depth == kPropertyListMaximumDepth) {
+            return refuse(QStringLiteral("more than %1 levels deep").arg(kPropertyListMaximumDepth));
+        }
+        return name == u"array" ? readArray(depth + 1) : readDictionary(depth + 1);
+    }
+
+    Value readInteger() {
+        const QByteArray text = readText().trimmed().toUtf8();
+        const bool negative = text.startsWith('-');
+        QByteArrayView digits = QByteArrayView(text).sliced(negative || text.startsWith('+') ? 1 : 0);
+        int base = 10;
+        if (digits.startsWith("0x") || digits.startsWith("0X")) {
+            digits = digits.sliced(2);
+            base = 16;
+        }
+        std::uint64_t magnitude = 0;
+        const auto [end, error] = std::from_chars(digits.begin(), digits.end(), magnitude, base);
+        if (digits.isEmpty() || end != digits.end() || error == std::errc::invalid_argument) {
+            return refuse(QStringLiteral("\"%1\" is no integer").arg(QString::fromUtf8(text)));
+        }
+        constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
+        if (error != std::errc() || magnitude > kLargest + (negative ? 1 : 0)) {
+            return refuse(QStringLiteral("the integer %1 is too large").arg(QString::fromUtf8(text)));
+        }
+        // The lowest integer has no positive counterpart, so the sign is set among the unsigned ones.
+        return makeNumber(static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude));
+    }
+
+    Value readReal() {
+        const QByteArray text = readText().trimmed().toUtf8();
+        const QByteArrayView digits = QByteArrayView(text).sliced(text.startsWith('+') ? 1 : 0);
+        double real = 0;
+        const auto [end, error] = std::from_chars(digits.begin(), digits.end(), real);
+        if (digits.isEmpty() || end != digits.end() || error == std::errc::invalid_argument ||
+            (text.startsWith('+') && digits.startsWith('-'))) {
+            return refuse(QStringLiteral("\"%1\" is no real number").arg(QString::fromUtf8(text)));
+        }
+        // "inf" and "nan" are numbers to from_chars, but to no setting.
+        if (error != std::errc() || !std::isfinite(real)) {
+            return refuse(QStringLiteral("the real number %1 is out of range").arg(QString::fromUtf8(text)));
+        }
+        return makeNumber(real);
+    }
+
+    static Value makeNumber(NumberValue value) { return Value::adopt(new CFNumberObject(value)); }
+
+    Value readData() {
+        QByteArray base64 = readText().toUtf8();
+        base64.removeIf([](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+        auto decoded = QByteArray::fromBase64Encoding(std::move(base64), QByteArray::AbortOnBase64DecodingErrors);
+        if (!decoded) {
+            return refuse(QStringLiteral("data that is no base64"));
+        }
+        return Value::adopt(new CFDataObject(std::move(*decoded)));
+    }
+
+    Value readArray(int depth) {
+        auto array = CFRef<CFMutableArrayRef>::adopt(new CFArrayObject(Elements::Objects, mutableContainers_));
+        while (nextTag() == QXmlStreamReader::StartElement) {
+            array.get()->append(readValue(depth).get());
+        }
+        return Value::adopt(array.leak());
+    }
+
+    Value readDictionary(int depth) {
+        auto dictionary = CFRef<CFMutableDictionaryRef>::adopt(
+            new CFDictionaryObject(Elements::Objects, Elements::Objects, mutableContainers_));
+        while (nextTag() == QXmlStreamReader::StartElement) {
+            if (xml_.name() != u"key") {
+                return refuse(QStringLiteral("<%1> where a <key> belongs").arg(xml_.name().toString()));
+            }
+            const CFRef<CFStringRef> key = makeString(readText());
+            // Two values for one setting: there is no telling which one was meant.
+            if (dictionary.get()->find(key.get())) {
+                return refuse(QStringLiteral("the key \"%1\" stands there twice").arg(textOf(key.get())));
+            }
+            if (nextTag() != QXmlStreamReader::StartElement) {
+                return refuse(QStringLiteral("the key \"%1\" has no value").arg(textOf(key.get())));
+            }
+            dictionary.get()->insert(key.get(), readValue(depth).get(), true);
+        }
+        return Value::adopt(dictionary.leak());
+    }
+
+    QXmlStreamReader xml_;
+    const bool mutableContainers_;
+};
+
+}  // namespace
+
+CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data, CFOptionFlags mutability,
+                                          CFStringRef* error) {
+    CFRef<CFStringRef> fault;
+    Value value;
+    const CFDataObject* object = checked(data);
+    if (!object) {
+        fault = describeFault({}, QStringLiteral("there is no data"));
+    } else if (object->bytes.size() > kPropertyListMaximumBytes) {
+        fault = describeFault({}, QStringLiteral("larger than %1 bytes").arg(kPropertyListMaximumBytes));
+    } else {
+        Reader reader(object->bytes, mutability != kCFPropertyListImmutable);
+        value = reader.read();
+        fault = value ? nullptr : reader.fault();
+    }
+    if (error) {
+        *error = fault.leak();
+    }
+    return value.leak();
+}

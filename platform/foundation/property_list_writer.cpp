@@ -1,0 +1,132 @@
+#include "platform/foundation/CFPropertyList.h"
+#include "platform/foundation/collections.h"
+#include "platform/foundation/number_value.h"
+
+#include <QLocale>
+#include <QXmlStreamWriter>
+
+#include <cmath>
+
+namespace {
+
+/// Whether XML 1.0 can hold the text: its production Char leaves out most control characters, and surrogates.
+bool isXmlText(const QString& text) {
+    const auto allowed = [](QChar c) {
+        const char16_t unit = c.unicode();
+        return unit >= 0x20 ? unit < 0xFFFE : unit == u'\t' || unit == u'\n' || unit == u'\r';
+    };
+    return text.isValidUtf16() && std::all_of(text.begin(), text.end(), allowed);
+}
+
+class Writer {
+public:
+    /// Nothing when the tree holds what no property list can.
+    QByteArray write(CFTypeRef root) {
+        xml_.setAutoFormatting(true);
+        xml_.setAutoFormattingIndent(-1);  // one tab
+        xml_.writeStartDocument();
+        xml_.writeDTD(QStringLiteral(
+            R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)"));
+        xml_.writeStartElement(QStringLiteral("plist"));
+        xml_.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
+        if (!writeValue(root, 0)) {
+            return {};
+        }
+        xml_.writeEndDocument();
+        return bytes_;
+    }
+
+private:
+    bool writeValue(CFTypeRef value, int depth) {
+        if (!value) {
+            return false;
+        }
+        switch (const auto* object = static_cast<const CFObject*>(value); object->kind()) {
+            case ObjectKind::String:
+                return writeText(QStringLiteral("string"), static_cast<const CFStringObject*>(object)->text);
+            case ObjectKind::Number:
+                return writeNumber(static_cast<const CFNumberObject*>(object)->value);
+            case ObjectKind::Bool:
+                xml_.writeEmptyElement(value == kCFBooleanTrue ? QStringLiteral("true") : QStringLiteral("false"));
+                return true;
+            case ObjectKind::Data:
+                xml_.writeTextElement(QStringLiteral("data"),
+                                      QString::fromLatin1(static_cast<const CFDataObject*>(object)->bytes.toBase64()));
+                return true;
+            case ObjectKind::Array:
+                return depth < kPropertyListMaximumDepth &&
+                       writeArray(*static_cast<const CFArrayObject*>(object), depth + 1);
+            case ObjectKind::Dictionary:
+                return depth < kPropertyListMaximumDepth &&
+                       writeDictionary(*static_cast<const CFDictionaryObject*>(object), depth + 1);
+            default:
+                return false;
+        }
+    }
+
+    bool writeText(const QString& element, const QString& text) {
+        if (!isXmlText(text)) {
+            return false;
+        }
+        xml_.writeStartElement(element);
+        // A bare carriage return is read back as a line feed.
+        const QList<QStringView> lines = QStringView(text).split(u'\r');
+        for (qsizetype i = 0; i < lines.size(); ++i) {
+            if (i > 0) {
+                xml_.writeEntityReference(QStringLiteral("#13"));
+            }
+            xml_.writeCharacters(lines[i].toString());
+        }
+        xml_.writeEndElement();
+        return true;
+    }
+
+    bool writeNumber(const NumberValue& value) {
+        if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+            xml_.writeTextElement(QStringLiteral("integer"), QString::number(*integer));
+            return true;
+        }
+        const double real = std::get<double>(value);
+        if (!std::isfinite(real)) {
+            return false;
+        }
+        xml_.writeTextElement(QStringLiteral("real"), QString::number(real, 'g', QLocale::FloatingPointShortest));
+        return true;
+    }
+
+    bool writeArray(const CFArrayObject& array, int depth) {
+        xml_.writeStartElement(QStringLiteral("array"));
+        for (const void* value : array.values) {
+            if (array.elements != Elements::Objects || !writeValue(value, depth)) {
+                return false;
+            }
+        }
+        xml_.writeEndElement();
+        return true;
+    }
+
+    bool writeDictionary(const CFDictionaryObject& dictionary, int depth) {
+        if (dictionary.keys != Elements::Objects || dictionary.values != Elements::Objects) {
+            return false;
+        }
+        xml_.writeStartElement(QStringLiteral("dict"));
+        for (const auto& [key, value] : dictionary.entries) {
+            const CFStringObject* text = checked(static_cast<CFStringRef>(key));
+            if (!text || !writeText(QStringLiteral("key"), text->text) || !writeValue(value, depth)) {
+                return false;
+            }
+        }
+        xml_.writeEndElement();
+        return true;
+    }
+
+    QByteArray bytes_;
+    QXmlStreamWriter xml_{&bytes_};
+};
+
+}  // namespace
+
+CFDataRef CFPropertyListCreateXMLData(CFAllocatorRef, CFTypeRef propertyList) {
+    QByteArray bytes = Writer().write(propertyList);
+    return bytes.isEmpty() ? nullptr : new CFDataObject(std::move(bytes));
+}
