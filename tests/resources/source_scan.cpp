@@ -131,7 +131,7 @@ QList<NibWindow> NibWindowsBelow(const QString& folder) {
             QString property;
             QString signature;
             while (!xml.atEnd()) {
-                if (!xml.readNextStartElement()) {
+                if (xml.readNext() != QXmlStreamReader::StartElement) {
                     continue;
                 }
                 if (xml.name() == QLatin1String("property") || xml.name() == QLatin1String("attribute")) {
