@@ -1,0 +1,76 @@
+// A built-in panel in a window of its own, driven as the shell drives it.
+#pragma once
+
+#include "platform/toolbox/Automation.h"
+#include "tests/ui/plugin_fixture.h"
+
+class PanelTest : public NibWindowTest {
+protected:
+    explicit PanelTest(PanelInterfaceGetter getter) {
+        PlugInIntf* interface = nullptr;
+        EXPECT_EQ(getter(&interface), noErr);
+        panel = interface->table->operations;
+        std::free(interface->table);
+        std::free(interface);
+    }
+
+    void SetUp() override {
+        open(property("geometry", "rect", "<x>0</x><y>0</y><width>540</width><height>440</height>") +
+             "<layout class=\"QVBoxLayout\">" + property("leftMargin", "number", "0") +
+             property("topMargin", "number", "0") + property("rightMargin", "number", "0") +
+             property("bottomMargin", "number", "0") + "<item>" + widget("QWidget", 1) + "</item></layout>");
+        ShowWindow(window);
+        OSType creator = 0;
+        CFStringRef kind = nullptr;
+        CFStringRef title = nullptr;
+        UInt32 width = 1;
+        UInt32 height = 1;
+        ASSERT_EQ(panel.Prologue(&context, &creator, &kind, &title, &width, &height), noErr);
+        EXPECT_EQ(creator, FourCharCode("Tshl"));
+        EXPECT_EQ(Text(kind), Text(kPDEPanelKind));
+        EXPECT_EQ(width + height, 0u);
+        panelTitle = Text(title);
+    }
+    void TearDown() override {
+        if (context != nullptr) {
+            EXPECT_EQ(panel.Close(context), noErr);
+            EXPECT_EQ(panel.Terminate(context, noErr), noErr);
+        }
+        NibWindowTest::TearDown();
+    }
+
+    OSStatus initialize() { return panel.Initialize(context, nullptr, nullptr, control(1), printer.session); }
+    void openPanel() {
+        ASSERT_EQ(initialize(), noErr);
+        ASSERT_EQ(panel.Open(context), noErr);
+    }
+    OSStatus sync(bool ticketsToControls) { return panel.Sync(context, printer.session, ticketsToControls); }
+    /// A control of the panel by its number.
+    ControlRef shell(SInt32 number) const {
+        const ControlID id{FourCharCode("Tshl"), number};
+        ControlRef found = nullptr;
+        EXPECT_EQ(GetControlByID(window, &id, &found), noErr) << number;
+        return found;
+    }
+
+    /// What every panel answers to calls without a context or a session.
+    void expectRefusals(bool syncs) {
+        EXPECT_EQ(panel.Initialize(nullptr, nullptr, nullptr, nullptr, printer.session), kPMInvalidPDEContext);
+        EXPECT_EQ(panel.Initialize(context, nullptr, nullptr, nullptr, nullptr), kPMInvalidPDEContext);
+        EXPECT_EQ(panel.Open(nullptr), kPMInvalidPDEContext);
+        EXPECT_EQ(panel.Sync(nullptr, printer.session, true), syncs ? kPMInvalidPrintSession : noErr);
+        EXPECT_EQ(panel.Sync(context, nullptr, true), syncs ? kPMInvalidPrintSession : noErr);
+        CFArrayRef titles = reinterpret_cast<CFArrayRef>(&titles);
+        CFArrayRef summaries = titles;
+        EXPECT_EQ(panel.GetSummaryText(context, &titles, &summaries), noErr);
+        EXPECT_EQ(titles, nullptr);
+        EXPECT_EQ(summaries, nullptr);
+        EXPECT_EQ(panel.GetSummaryText(nullptr, &titles, &summaries), kPMInvalidPDEContext);
+    }
+
+    PluginBundle plugin;
+    PluginSession printer;
+    PDEOperations panel{};
+    PMPDEContext context = nullptr;
+    std::string panelTitle;
+};
