@@ -31,7 +31,9 @@ CGImageRef ImageImportManager::image(CFStringRef fileName) {
     const auto [entry, isNew] = images_.try_emplace(CFRef<CFStringRef>::retain(fileName));
     if (isNew) {
         const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyResourceURL(bundle_.get(), fileName, nullptr, nullptr));
-        entry->second.reset(CGImageCreateWithURL(url.get()));
+        if (url) {
+            entry->second.reset(CGImageCreateWithURL(url.get()));
+        }
     }
     return entry->second.get();
 }

@@ -93,14 +93,20 @@ bool IsMember(CFCharacterSetPredefinedSet set, UInt32 codePoint) {
     return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), codePoint);
 }
 
+/// The platform's set of control characters also has those that format text unseen; a field keeps these, so they are
+/// no editing action.
+bool IsControlCharacter(UInt32 c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0);
+}
+
 bool IsEditingAction(const std::u16string& text) {
-    return AllCharacters(text, [](UInt32 c) { return IsMember(kCFCharacterSetControl, c); });
+    return AllCharacters(text, IsControlCharacter);
 }
 
 bool IsPageRangeText(const std::u16string& text) {
     return AllCharacters(text, [](UInt32 c) {
-        return c == ',' || c == '-' || IsMember(kCFCharacterSetDecimalDigit, c) ||
-               IsMember(kCFCharacterSetControl, c) || IsMember(kCFCharacterSetWhitespaceAndNewline, c);
+        return c == ',' || c == '-' || IsControlCharacter(c) || IsMember(kCFCharacterSetDecimalDigit, c) ||
+               IsMember(kCFCharacterSetWhitespaceAndNewline, c);
     });
 }
 
