@@ -1,0 +1,124 @@
+#include "platform/printing/job_options.h"
+
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFNumber.h"
+#include "platform/foundation/CFString.h"
+#include "platform/printing/PMPrinter.h"
+#include "platform/printing/last_error.h"
+#include "platform/printing/text.h"
+
+#include <algorithm>
+#include <optional>
+#include <regex>
+
+namespace {
+
+constexpr SInt32 kMostCopies = 9999;
+
+bool isControl(unsigned char c) {
+    return c < ' ' || c == 0x7F;
+}
+
+// The ASCII tests by hand: those of the C library follow the user's locale.
+bool isKeywordCharacter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
+           c == '.';
+}
+
+std::optional<SInt32> number(PMTicketRef ticket, CFStringRef key) {
+    CFNumberRef item = nullptr;
+    SInt32 value = 0;
+    if (PMTicketGetCFNumber(ticket, kPMTopLevel, kPMTopLevel, key, &item) != noErr ||
+        !CFNumberGetValue(item, kCFNumberSInt32Type, &value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::string string(PMTicketRef ticket, CFStringRef key) {
+    CFStringRef item = nullptr;
+    return PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, key, &item) == noErr ? utf8Text(item) : std::string();
+}
+
+OSStatus addPPDPairs(CFDictionaryRef pairs, OptionList* options) {
+    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(pairs));
+    std::vector<const void*> keys(count);
+    std::vector<const void*> values(count);
+    CFDictionaryGetKeysAndValues(pairs, keys.data(), values.data());
+    for (std::size_t i = 0; i < count; ++i) {
+        if (CFGetTypeID(keys[i]) != CFStringGetTypeID() || CFGetTypeID(values[i]) != CFStringGetTypeID()) {
+            continue;
+        }
+        std::string name = utf8Text(static_cast<CFStringRef>(keys[i]));
+        std::string value = utf8Text(static_cast<CFStringRef>(values[i]));
+        if (name.empty() || !std::ranges::all_of(name, isKeywordCharacter)) {
+            return failWith(paramErr, name, "is not the name of a printer option");
+        }
+        if (std::ranges::any_of(value, isControl)) {
+            return failWith(paramErr, name, "the option's value has control characters");
+        }
+        options->emplace_back(std::move(name), std::move(value));
+    }
+    return noErr;
+}
+
+}  // namespace
+
+OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRequest* request) {
+    CFMutableDictionaryRef pairs = nullptr;
+    CFNumberRef orientationItem = nullptr;
+    if (PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs) != noErr ||
+        PMTicketGetCFNumber(pageFormat, kPMTopLevel, kPMTopLevel, kPMOrientationKey, &orientationItem) ==
+            kPMInvalidTicket) {
+        return failWith(kPMInvalidTicket, "print job", "its settings are missing");
+    }
+
+    request->title = string(printSettings, kPMJobNameKey);
+    std::ranges::replace_if(request->title, isControl, ' ');
+
+    request->copies = number(printSettings, kPMCopiesKey).value_or(1);
+    if (request->copies < 1 || request->copies > kMostCopies) {
+        return failWith(paramErr, std::to_string(request->copies), "the number of copies must be 1 to 9999");
+    }
+
+    if (const OSStatus status = addPPDPairs(pairs, &request->options); status != noErr) {
+        return status;
+    }
+
+    if (const std::string range = string(printSettings, kPMPageRangeKey); !range.empty()) {
+        static const std::regex pattern("[0-9]{1,9}(-[0-9]{0,9})?(,[0-9]{1,9}(-[0-9]{0,9})?)*");
+        if (range.size() > 1000 || !std::regex_match(range, pattern)) {
+            return failWith(paramErr, range, "is not a range of pages");
+        }
+        request->options.emplace_back("page-ranges", range);
+    }
+
+    // The numbers of IPP's orientation-requested.
+    constexpr const char* kLandscape = "4";
+    constexpr const char* kReverseLandscape = "5";
+    const SInt32 orientation = number(pageFormat, kPMOrientationKey).value_or(1);
+    if (orientation == 2 || orientation == 3) {
+        request->options.emplace_back("orientation-requested", orientation == 2 ? kLandscape : kReverseLandscape);
+        // Left alone, the filter turns a tall page back, or cuts what the turned sheet has no room for.
+        request->options.emplace_back("pdfAutorotate", "false");
+        request->options.emplace_back("print-scaling", "fit");
+    }
+    return noErr;
+}
+
+std::string filterOptionsText(const OptionList& options) {
+    std::string text;
+    for (const auto& [name, value] : options) {
+        if (!text.empty()) {
+            text += ' ';
+        }
+        text.append(name).append("=");
+        for (const char c : value) {
+            if (std::string_view(" \t\n\\'\"").find(c) != std::string_view::npos) {
+                text += '\\';
+            }
+            text += c;
+        }
+    }
+    return text;
+}

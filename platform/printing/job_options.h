@@ -1,0 +1,22 @@
+// A job's options, as the tickets ask for them.
+#pragma once
+
+#include "platform/printing/PMTicket.h"
+#include "platform/printing/cups_server.h"
+
+#include <string>
+
+struct JobRequest {
+    std::string title;
+    int copies = 1;
+    OptionList options;  // the PPD dictionary's pairs, page-ranges, orientation-requested; not the copies
+};
+
+/// Reads the tickets. On failure the reason is in PMGetLastErrorText: kPMInvalidTicket, or paramErr for a value that
+/// no job can have: copies outside 1 to 9999, a malformed page range, an option with control characters (they would
+/// become printer commands) or with a name that is no keyword.
+OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRequest* request);
+
+/// The options in the one-argument notation that CUPS filters read ("name=value name=value", blanks, quotes and
+/// backslashes in values escaped).
+std::string filterOptionsText(const OptionList& options);

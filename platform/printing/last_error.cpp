@@ -1,0 +1,42 @@
+#include "platform/printing/last_error.h"
+
+#include "platform/printing/PMPrinter.h"
+#include "platform/printing/text.h"
+
+#include <algorithm>
+#include <system_error>
+
+namespace {
+
+CFRef<CFStringRef>& lastError() {
+    static auto* const text = new CFRef<CFStringRef>;
+    return *text;
+}
+
+}  // namespace
+
+void clearLastError() {
+    lastError() = nullptr;
+}
+
+std::string errorLine(std::string_view subject, std::string_view reason) {
+    std::string text(subject);
+    text.append(": ").append(reason);
+    const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7F; };
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
+}
+
+OSStatus failWith(OSStatus status, std::string_view subject, std::string_view reason) {
+    lastError() = makeString(errorLine(subject, reason));
+    return status;
+}
+
+std::string systemReason(int error) {
+    return std::generic_category().message(error);
+}
+
+CFStringRef PMGetLastErrorText() {
+    return lastError().get();
+}

@@ -1,0 +1,19 @@
+// The reason of the last failure, as PMGetLastErrorText hands it out.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+#include <string>
+#include <string_view>
+
+/// Forgets the last reason; every call that may fail begins with it.
+void clearLastError();
+
+/// "SUBJECT: REASON" in one line, control characters made blanks.
+std::string errorLine(std::string_view subject, std::string_view reason);
+
+/// Keeps that line and returns the status.
+OSStatus failWith(OSStatus status, std::string_view subject, std::string_view reason);
+
+/// The system's text for an error number (errno.h).
+std::string systemReason(int error);

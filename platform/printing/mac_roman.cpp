@@ -1,0 +1,93 @@
+#include "platform/printing/mac_roman.h"
+
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+#include <string>
+
+namespace {
+
+constexpr std::size_t kMostBytes = 255;
+
+// Characters that neither Mac Roman nor a decomposition spells.
+struct Spelling {
+    char32_t character;
+    const char* text;
+};
+constexpr Spelling kSpellings[] = {
+    {U'\u00AD', "-"},   // soft hyphen
+    {U'\u00D0', "D"},   // Eth
+    {U'\u00D7', "x"},   // multiplication sign
+    {U'\u00DE', "Th"},  // Thorn
+    {U'\u00F0', "d"},   // eth
+    {U'\u00FE', "th"},  // thorn
+    {U'\u0110', "D"},   // D with stroke
+    {U'\u0111', "d"},   // d with stroke
+    {U'\u0141', "L"},   // L with stroke
+    {U'\u0142', "l"},   // l with stroke
+    {U'\u2010', "-"},   // hyphen
+    {U'\u2012', "-"},   // figure dash
+    {U'\u2015', "-"},   // horizontal bar
+    {U'\u2212', "-"},   // minus sign
+};
+
+std::optional<std::string> macRoman(const QString& text) {
+    const auto string = CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(
+        nullptr, reinterpret_cast<const UniChar*>(text.utf16()), static_cast<CFIndex>(text.size())));
+    char bytes[64];
+    if (!CFStringGetCString(string.get(), bytes, sizeof bytes, kCFStringEncodingMacRoman)) {
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+/// The nearest spelling of one character outside ASCII; never empty but for bare accents.
+std::string spell(char32_t character) {
+    const QString text = QString::fromUcs4(&character, 1);
+    if (auto bytes = macRoman(text)) {
+        return *bytes;
+    }
+    for (const Spelling& spelling : kSpellings) {
+        if (spelling.character == character) {
+            return spelling.text;
+        }
+    }
+    const QString parts = text.normalized(QString::NormalizationForm_KD);
+    if (parts == text) {
+        return text.at(0).isMark() ? "" : "?";
+    }
+    std::string spelled;
+    for (const char32_t part : parts.toUcs4()) {
+        spelled += part < 0x80 ? std::string(1, static_cast<char>(part)) : spell(part);
+    }
+    return spelled;
+}
+
+bool isHexDigit(char32_t character) {
+    return (character >= U'0' && character <= U'9') || (character >= U'A' && character <= U'F') ||
+           (character >= U'a' && character <= U'f');
+}
+
+}  // namespace
+
+PPDByteString ppdByteString(std::string_view utf8) {
+    const auto text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toUcs4();
+    PPDByteString bytes(1);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char32_t character = text[i];
+        const bool looksLikeHex = character == U'<' && i + 1 < text.size() && isHexDigit(text[i + 1]);
+        const std::string next = looksLikeHex       ? "<3C>"
+                                 : character < 0x80 ? std::string(1, static_cast<char>(character))
+                                                    : spell(character);
+        if (bytes.size() - 1 + next.size() > kMostBytes) {
+            break;
+        }
+        bytes.insert(bytes.end(), next.begin(), next.end());
+    }
+    bytes[0] = static_cast<UInt8>(bytes.size() - 1);
+    return bytes;
+}

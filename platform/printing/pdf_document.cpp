@@ -1,0 +1,64 @@
+#include "platform/printing/CGPDFDocument.h"
+
+#include "platform/printing/last_error.h"
+#include "platform/printing/text.h"
+
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFExc.hh>
+
+#include <cerrno>
+
+#include <sys/stat.h>
+
+namespace {
+
+/// The number of pages; -1 with a reason.
+CFIndex countPages(const std::string& path, std::string* reason) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) {
+        *reason = systemReason(errno);
+        return -1;
+    }
+    if (!S_ISREG(status.st_mode)) {  // a pipe would wait for its writer
+        *reason = "is not a file";
+        return -1;
+    }
+    try {
+        QPDF pdf;
+        pdf.setSuppressWarnings(true);
+        pdf.setAttemptRecovery(false);  // a repaired document may lack pages without a word
+        pdf.processFile(path.c_str());
+        if (!pdf.allowPrintLowRes()) {
+            *reason = "is encrypted and does not allow printing";
+            return -1;
+        }
+        const auto pages = static_cast<CFIndex>(pdf.getAllPages().size());
+        if (pages == 0) {
+            *reason = "has no pages";
+            return -1;
+        }
+        return pages;
+    } catch (const QPDFExc& error) {
+        *reason = error.getErrorCode() == qpdf_e_password ? "is encrypted; it needs a password"
+                  : error.getErrorCode() == qpdf_e_system ? "cannot be read: " + error.getMessageDetail()
+                                                          : "is no PDF or is damaged: " + error.getMessageDetail();
+    } catch (const std::exception& error) {
+        *reason = std::string("cannot be read: ") + error.what();
+    }
+    return -1;
+}
+
+}  // namespace
+
+CFIndex CGPDFDocumentCountPages(CFURLRef url, CFStringRef* error) {
+    const std::string path = filePath(url);
+    std::string reason;
+    if (path.empty()) {
+        reason = "not the address of a file";
+    }
+    const CFIndex pages = path.empty() ? -1 : countPages(path, &reason);
+    if (pages < 0 && error != nullptr) {
+        *error = makeString(errorLine(path, reason)).leak();
+    }
+    return pages;
+}

@@ -1,0 +1,120 @@
+// Jobs: to a file through the CUPS filters, or to a queue.
+#include "platform/printing/PMPrinter.h"
+#include "platform/printing/filter_chain.h"
+#include "platform/printing/job_options.h"
+#include "platform/printing/last_error.h"
+#include "platform/printing/pending_file.h"
+#include "platform/printing/printer_record.h"
+#include "platform/printing/text.h"
+
+#include <cerrno>
+#include <filesystem>
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// The way of a PDF to a PostScript printer, as the scheduler goes it: the first filter picks the pages and turns
+// them, the second makes PostScript with the PPD's code around it.
+constexpr FilterStep kPDFToPostScript[] = {
+    // program, content type of its input
+    {"pdftopdf", "application/pdf"},
+    {"pdftops", "application/vnd.cups-pdf"},
+};
+constexpr const char* kPrinterPostScript = "application/vnd.cups-postscript";
+
+struct Job {
+    std::string document;
+    JobRequest request;
+};
+
+std::string documentName(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
+/// The request of a job for a document that can be read.
+OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document, Job* job) {
+    job->document = filePath(document);
+    if (printer == nullptr || job->document.empty()) {
+        return failWith(paramErr, "print job", printer == nullptr ? "no printer" : "no document");
+    }
+    if (access(job->document.c_str(), R_OK) != 0) {
+        return failWith(fnfErr, job->document, systemReason(errno));
+    }
+    if (!std::filesystem::is_regular_file(job->document)) {
+        return failWith(fnfErr, job->document, "is not a file");
+    }
+    const OSStatus status = readJobRequest(printSettings, pageFormat, &job->request);
+    if (job->request.title.empty()) {
+        job->request.title = documentName(job->document);
+    }
+    return status;
+}
+
+std::string userName() {
+    const passwd* const entry = getpwuid(getuid());
+    return entry == nullptr ? std::to_string(getuid()) : entry->pw_name;
+}
+
+bool isEmpty(int file) {
+    struct stat status {};
+    return fstat(file, &status) != 0 || status.st_size == 0;
+}
+
+}  // namespace
+
+OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
+                                       CFURLRef document, CFURLRef destination) {
+    clearLastError();
+    Job job;
+    if (const OSStatus status = makeJob(printer, printSettings, pageFormat, document, &job); status != noErr) {
+        return status;
+    }
+    const std::string path = filePath(destination);
+    if (path.empty()) {
+        return failWith(paramErr, "print job", "no file to write to");
+    }
+    PendingFile output(path);
+    if (!output.isOpen()) {
+        return failWith(kPMCannotWriteOutput, path, output.reason());
+    }
+    const FilterJob filterJob{
+        printer->ppdPath,   utf8Text(printer->name.get()),          kPrinterPostScript, userName(), job.request.title,
+        job.request.copies, filterOptionsText(job.request.options), job.document};
+    std::string reason;
+    if (!runFilters(kPDFToPostScript, filterJob, output.descriptor(), &reason)) {
+        return failWith(kPMFilterFailed, job.document, reason);
+    }
+    if (isEmpty(output.descriptor())) {
+        return failWith(kPMFilterFailed, job.document, "the filters wrote nothing");
+    }
+    if (!output.commit()) {
+        return failWith(kPMCannotWriteOutput, path, output.reason());
+    }
+    return noErr;
+}
+
+OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,
+                                SInt32* jobID) {
+    clearLastError();
+    Job job;
+    if (const OSStatus status = makeJob(printer, printSettings, pageFormat, document, &job); status != noErr) {
+        return status;
+    }
+    if (printer->queue.empty()) {
+        return failWith(kPMNoSuchPrinter, utf8Text(printer->name.get()), "has no queue to print to");
+    }
+    OptionList options = job.request.options;
+    options.emplace_back("copies", std::to_string(job.request.copies));
+    std::string reason;
+    const auto sent = sendToQueue(printer->queue, job.document, job.request.title, options, &reason);
+    if (!sent) {
+        return failWith(kPMServerNotResponding, printer->queue, reason);
+    }
+    if (jobID != nullptr) {
+        *jobID = *sent;
+    }
+    return noErr;
+}

@@ -1,0 +1,135 @@
+#include "platform/printing/ppd_file.h"
+
+#include "platform/printing/CompiledPPD.h"
+#include "platform/printing/last_error.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// The PPD functions of CUPS are marked as deprecated in favour of IPP, which says nothing of a maker's own options.
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <cups/ppd.h>
+
+static_assert(kPPDUIBoolean == PPD_UI_BOOLEAN && kPPDUIPickOne == PPD_UI_PICKONE && kPPDUIPickMany == PPD_UI_PICKMANY);
+
+namespace {
+
+struct ClosePPD {
+    void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
+};
+
+std::string textOf(const char* text) {
+    return text == nullptr ? std::string() : text;
+}
+
+/// An open descriptor of a file that is worth parsing; -1, with the reason, for any other.
+int openPPD(const std::string& path, std::string* reason) {
+    // Without O_NONBLOCK a named pipe would wait for its writer.
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0) {
+        *reason = systemReason(errno);
+        return -1;
+    }
+    struct stat status {};
+    unsigned char magic[2] = {};
+    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        *reason = "is not a file";
+    } else if (status.st_size > kPPDMaximumBytes) {
+        *reason = "is too large for a PPD";
+    } else if (pread(file, magic, sizeof magic, 0) == sizeof magic && magic[0] == 0x1F && magic[1] == 0x8B) {
+        // The library would unpack it without a limit.
+        *reason = "is compressed; unpack it first";
+    } else {
+        return file;
+    }
+    close(file);
+    return -1;
+}
+
+PPDOption makeOption(const ppd_option_t& option, bool installable) {
+    PPDOption made{option.keyword, static_cast<UInt32>(option.ui), installable, {}, {}};
+    for (int i = 0; i < option.num_choices; ++i) {
+        const ppd_choice_t& choice = option.choices[i];
+        made.choices.push_back({choice.choice, choice.text, choice.marked != 0});
+    }
+    made.defaultChoice = made.findChoice(option.defchoice);
+    return made;
+}
+
+std::vector<PPDPaper> makePapers(const ppd_file_t& ppd, const PPDOption* pageSizes) {
+    std::vector<PPDPaper> papers;
+    for (int i = 0; i < ppd.num_sizes; ++i) {
+        const ppd_size_t& size = ppd.sizes[i];
+        const std::string_view keyword = size.name;
+        if (keyword == "Custom") {
+            continue;
+        }
+        const auto choice = pageSizes == nullptr ? std::nullopt : pageSizes->findChoice(keyword);
+        papers.push_back({std::string(keyword), choice ? pageSizes->choices[*choice].title : std::string(keyword),
+                          size.width, size.length, size.left, size.bottom, size.right, size.top});
+    }
+    return papers;
+}
+
+}  // namespace
+
+std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const {
+    const auto found = std::ranges::find(choices, choice, &PPDChoice::keyword);
+    if (found == choices.end()) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(found - choices.begin());
+}
+
+const PPDOption* PPDFile::findOption(std::string_view keyword) const {
+    const auto found = std::ranges::find(options, keyword, &PPDOption::keyword);
+    return found == options.end() ? nullptr : &*found;
+}
+
+std::string PPDFile::attribute(std::string_view keyword) const {
+    const auto found = attributes.find(keyword);
+    return found == attributes.end() ? std::string() : found->second;
+}
+
+std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason) {
+    const int file = openPPD(path, reason);
+    if (file < 0) {
+        return std::nullopt;
+    }
+    const std::unique_ptr<ppd_file_t, ClosePPD> ppd(ppdOpenFd(file));  // closes the descriptor in every case
+    if (!ppd) {
+        int line = 0;
+        const ppd_status_t error = ppdLastError(&line);
+        *reason = "is not a usable PPD: " + textOf(ppdErrorString(error)) + ", line " + std::to_string(line);
+        return std::nullopt;
+    }
+    ppdMarkDefaults(ppd.get());
+
+    PPDFile made;
+    made.name = textOf(ppd->shortnickname != nullptr ? ppd->shortnickname : ppd->nickname);
+    // The library collects the options outside any group in a group of its own, where the first of them stood.
+    for (const bool grouped : {false, true}) {
+        for (int g = 0; g < ppd->num_groups; ++g) {
+            const ppd_group_t& group = ppd->groups[g];
+            const std::string_view name = group.name;
+            for (int o = 0; o < group.num_options && (name != "General") == grouped; ++o) {
+                made.options.push_back(makeOption(group.options[o], name == "InstallableOptions"));
+            }
+        }
+    }
+    for (int i = 0; i < ppd->num_attrs; ++i) {
+        const ppd_attr_t& attribute = *ppd->attrs[i];
+        made.attributes.try_emplace(attribute.name, textOf(attribute.value));
+    }
+    made.papers = makePapers(*ppd, made.findOption("PageSize"));
+    if (ppd->variable_sizes != 0) {  // the limits are filled even without custom sizes
+        made.customSizes =
+            PPDCustomSizes{ppd->custom_min[0], ppd->custom_min[1], ppd->custom_max[0], ppd->custom_max[1]};
+    }
+    return made;
+}

@@ -1,0 +1,60 @@
+// What a PPD file says, as plain values. The only way into the CUPS PPD functions.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// One option of a main keyword. Keywords are the PPD's own bytes, titles UTF-8.
+struct PPDChoice {
+    std::string keyword;
+    std::string title;
+    bool marked;  // chosen when nothing else is asked for
+};
+
+struct PPDOption {
+    std::string keyword;
+    UInt32 type;  // kPPDUIBoolean, kPPDUIPickOne, kPPDUIPickMany
+    bool installable;
+    std::vector<PPDChoice> choices;
+    std::optional<std::size_t> defaultChoice;  // position of the *Default... of the PPD; none when it names none
+
+    /// The position of a choice; none when the option has no such choice.
+    [[nodiscard]] std::optional<std::size_t> findChoice(std::string_view choice) const;
+};
+
+/// A paper size in points, origin at the lower left corner.
+struct PPDPaper {
+    std::string keyword;
+    std::string title;
+    double width, height;
+    double left, bottom, right, top;
+};
+
+struct PPDCustomSizes {
+    float minWidth, minHeight, maxWidth, maxHeight;  // points
+};
+
+struct PPDFile {
+    std::string name;  // short nickname; empty when it has none
+    std::vector<PPDOption> options;
+    std::map<std::string, std::string, std::less<>> attributes;  // main keywords without options, the first of each
+    std::vector<PPDPaper> papers;                                // without the "Custom" pseudo size
+    std::optional<PPDCustomSizes> customSizes;
+
+    /// Null when the PPD has no such option.
+    [[nodiscard]] const PPDOption* findOption(std::string_view keyword) const;
+    /// The value of a main keyword without options; empty when there is none.
+    [[nodiscard]] std::string attribute(std::string_view keyword) const;
+};
+
+/// Larger files are refused.
+inline constexpr std::int64_t kPPDMaximumBytes = 8 * 1024 * 1024;
+
+/// Reads a PPD, its defaults marked. None when it is missing, no plain file, too large, compressed or no PPD, with
+/// the reason in *reason.
+std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason);

@@ -1,0 +1,37 @@
+#include "platform/printing/text.h"
+
+#include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
+
+#include <climits>
+
+std::string utf8Text(CFStringRef string) {
+    constexpr CFIndex kMostBytesPerUnit = 3;
+    std::string bytes(static_cast<std::size_t>(CFStringGetLength(string) * kMostBytesPerUnit + 1), '\0');
+    if (string == nullptr ||
+        !CFStringGetCString(string, bytes.data(), static_cast<CFIndex>(bytes.size()), kCFStringEncodingUTF8)) {
+        return {};
+    }
+    bytes.resize(bytes.find('\0'));
+    return bytes;
+}
+
+CFRef<CFStringRef> makeString(std::string_view bytes) {
+    const auto* const data = reinterpret_cast<const UInt8*>(bytes.data());
+    const auto length = static_cast<CFIndex>(bytes.size());
+    auto string =
+        CFRef<CFStringRef>::adopt(CFStringCreateWithBytes(nullptr, data, length, kCFStringEncodingUTF8, false));
+    if (!string) {
+        string = CFRef<CFStringRef>::adopt(
+            CFStringCreateWithBytes(nullptr, data, length, kCFStringEncodingISOLatin1, false));
+    }
+    return string;
+}
+
+std::string filePath(CFURLRef url) {
+    UInt8 path[PATH_MAX];
+    if (url == nullptr || !CFURLGetFileSystemRepresentation(url, true, path, sizeof path)) {
+        return {};
+    }
+    return reinterpret_cast<const char*>(path);
+}

@@ -1,0 +1,14 @@
+// Between the platform's strings and the byte strings of the C libraries.
+#pragma once
+
+#include "platform/foundation/CFRef.h"
+
+#include <string>
+#include <string_view>
+
+/// The text in UTF-8; empty for null.
+std::string utf8Text(CFStringRef string);
+/// A new string of UTF-8 bytes; bytes that are not UTF-8 are taken for ISO Latin 1.
+CFRef<CFStringRef> makeString(std::string_view bytes);
+/// The path of a file address; empty when it is not one.
+std::string filePath(CFURLRef url);

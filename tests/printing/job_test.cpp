@@ -1,0 +1,194 @@
+// Jobs into a file, through the real filters.
+#include "tests/printing/printing_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+namespace {
+
+class Jobs : public testing::Test {
+protected:
+    OSStatus write(const std::filesystem::path& document = kTenPages) {
+        return PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), fileURL(document).get(),
+                                             fileURL(output).get());
+    }
+    std::string reason() const { return text(PMGetLastErrorText()); }
+
+    TemporaryFolder folder;
+    std::filesystem::path output = folder / "job.ps";
+    Printer printer{kZR420};
+    Ticket settings;
+    Ticket format;
+};
+
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++found;
+    }
+    return found;
+}
+
+TEST_F(Jobs, CarryExactlyTheChosenOptions) {
+    set(settings.ppd(), "StapleLocation", "2Staples");
+    set(settings.ppd(), "OutputBin", "Stacker");
+    set(settings.ppd(), "JCLBanner", "True");
+    set(settings.ppd(), "JCLCovers", "FrontBack");
+    set(settings.ppd(), "JCLFrontBackMediaType", "CardStock");
+    set(settings.ppd(), "JCLPasscode", "Custom.4711");
+    settings.setString(kPMJobNameKey, "Ann's \"report\"\n\x1B%-12345X");
+    ASSERT_EQ(write(), noErr) << reason();
+    const std::string job = readFile(output);
+    for (const auto& [keyword, option] : {std::pair{"StapleLocation", "2Staples"},
+                                          {"OutputBin", "Stacker"},
+                                          {"Duplex", "None"},
+                                          {"PageSize", "Letter"}}) {
+        EXPECT_EQ(count(job, std::string("%%BeginFeature: *") + keyword + " "), 1U) << keyword;
+        EXPECT_EQ(count(job, std::string("%%BeginFeature: *") + keyword + " " + option + "\n"), 1U) << keyword;
+    }
+    for (const auto& [variable, value] : {std::pair{"TRBANNER", "ON"},
+                                          {"TRCOVERS", "FRONTBACK"},
+                                          {"TRCOVERSMEDIATYPE", "CARDSTOCK"},
+                                          {"TRPRINTQUALITY", "STANDARD"},
+                                          {"HOLDKEY", "\"4711\""}}) {
+        EXPECT_EQ(count(job, std::string("@PJL SET ") + variable + "="), 1U) << variable;
+        EXPECT_EQ(count(job, std::string("@PJL SET ") + variable + "=" + value + "\n"), 1U) << variable;
+    }
+    EXPECT_TRUE(job.starts_with("\x1B%-12345X@PJL\n"));
+    EXPECT_EQ(count(job, "\x1B%-12345X"), 3U);  // the title adds none to the start, the end and the reset
+    EXPECT_EQ(countPages(output), 10U);
+
+    struct stat status {};
+    ASSERT_EQ(stat(output.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    EXPECT_EQ(folder.count(), 1U);  // nothing of the way is left
+}
+
+TEST_F(Jobs, PrintTheChosenPagesCopiesAndOrientation) {
+    settings.setString(kPMPageRangeKey, "2-3,7,9-");
+    settings.setNumber(kPMCopiesKey, 3);
+    ASSERT_EQ(write(), noErr) << reason();
+    EXPECT_EQ(countPages(output), 5U);
+    const std::string portrait = readFile(output);
+    EXPECT_EQ(count(portrait, "BeginNonPPDFeature: *NumCopies 3\n"), 1U);  // the printer makes them
+
+    // Page 2 as a picture: upright, turned to the left, turned to the right.
+    settings.setString(kPMPageRangeKey, "2");
+    const auto picture = [&](SInt32 orientation) {
+        format.setNumber(kPMOrientationKey, orientation);
+        EXPECT_EQ(write(), noErr) << reason();
+        return run("gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=bbox '" + output.string() + "'").first;
+    };
+    const std::string upright = picture(1);
+    const std::string left = picture(2);
+    const std::string right = picture(3);
+    EXPECT_TRUE(upright.starts_with("%%BoundingBox:")) << upright;
+    EXPECT_NE(upright, left);
+    EXPECT_NE(left, right);
+    EXPECT_NE(upright, right);
+}
+
+TEST_F(Jobs, KeepValuesFromBecomingOtherOptions) {
+    set(settings.ppd(), "Note", "it's 5 o'clock\\ Duplex=DuplexTumble \"x");
+    ASSERT_EQ(write(), noErr) << reason();
+    EXPECT_EQ(count(readFile(output), "%%BeginFeature: *Duplex None\n"), 1U);
+
+    // A line break would be a printer command of its own.
+    set(settings.ppd(), "JCLPasscode", "Custom.1\n@PJL SET TRBANNER=ON");
+    EXPECT_EQ(write(), paramErr);
+    EXPECT_TRUE(reason().starts_with("JCLPasscode: ")) << reason();
+    set(settings.ppd(), "JCLPasscode", "None");
+    set(settings.ppd(), "Jog=None Duplex", "DuplexTumble");
+    EXPECT_EQ(write(), paramErr);
+}
+
+TEST_F(Jobs, RefuseSettingsThatNoJobCanHave) {
+    for (const SInt32 copies : {0, -1, 10000}) {
+        settings.setNumber(kPMCopiesKey, copies);
+        EXPECT_EQ(write(), paramErr) << copies;
+    }
+    settings.setNumber(kPMCopiesKey, 1);
+    for (const char* range : {"x", "1-2-3", "1,,2", "-3", "1 2", "99999999999"}) {
+        settings.setString(kPMPageRangeKey, range);
+        EXPECT_EQ(write(), paramErr) << range;
+        EXPECT_TRUE(reason().starts_with(range)) << reason();
+    }
+    settings.setString(kPMPageRangeKey, "40-50");
+    EXPECT_EQ(write(), kPMFilterFailed);
+    EXPECT_FALSE(std::filesystem::exists(output));
+    EXPECT_EQ(
+        PMPrinterWritePostScriptToURL(printer.get(), 0, format.get(), fileURL(kTenPages).get(), fileURL(output).get()),
+        kPMInvalidTicket);
+}
+
+TEST_F(Jobs, SayWhichDocumentIsUnusable) {
+    const auto garbage = folder.add("garbage.pdf", "no document\n");
+    output = folder.add("job.ps", "the old job");
+    EXPECT_EQ(write(garbage), kPMFilterFailed);
+    EXPECT_TRUE(reason().starts_with(garbage.string() + ": pdftopdf: ")) << reason();
+    EXPECT_EQ(write(folder / "missing.pdf"), fnfErr);
+    EXPECT_TRUE(reason().starts_with((folder / "missing.pdf").string() + ": ")) << reason();
+    EXPECT_EQ(write("/dev/zero"), fnfErr);
+    EXPECT_EQ(readFile(output), "the old job");
+    EXPECT_EQ(folder.count(), 2U);
+
+    ASSERT_EQ(write(), noErr);
+    EXPECT_EQ(PMGetLastErrorText(), nullptr);
+    EXPECT_GT(readFile(output).size(), 1000U);
+}
+
+TEST_F(Jobs, SayWhyTheDestinationCannotBeWritten) {
+    std::filesystem::create_directory(folder / "folder");
+    for (const std::filesystem::path& place :
+         {folder / "folder", folder / "missing" / "job.ps", std::filesystem::path("/dev/null"),
+          std::filesystem::path("/proc/job.ps")}) {
+        output = place;
+        EXPECT_EQ(write(), kPMCannotWriteOutput) << place;
+        EXPECT_TRUE(reason().starts_with(place.string() + ": ")) << reason();
+    }
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+
+    // A link keeps pointing at the file that is replaced.
+    const auto target = folder.add("target.ps", "old");
+    output = folder / "link.ps";
+    std::filesystem::create_symlink(target, output);
+    ASSERT_EQ(write(), noErr) << reason();
+    EXPECT_TRUE(std::filesystem::is_symlink(output));
+    EXPECT_TRUE(readFile(target).starts_with("\x1B%-12345X"));
+}
+
+// Filters of our own making stand in for broken ones.
+TEST_F(Jobs, ReportWhatAFilterSays) {
+    std::filesystem::create_directory(folder / "filter");
+    const auto filter = [&](const std::string& name, const std::string& script) {
+        const auto path = folder.add("filter/" + name, "#!/bin/sh\n" + script);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+    };
+    setenv("CUPS_SERVERBIN", (folder / "").c_str(), 1);
+    filter("pdftopdf", "cat \"$6\"");
+    EXPECT_EQ(write(), kPMFilterFailed);
+    EXPECT_NE(reason().find("pdftops: "), std::string::npos) << reason();  // there is none
+
+    filter("pdftops",
+           "cat >/dev/null; echo 'ERROR: first' >&2; echo 'ERROR: out of toner' >&2; echo 'DEBUG: x' >&2; exit 3");
+    EXPECT_EQ(write(), kPMFilterFailed);
+    EXPECT_TRUE(reason().ends_with(": pdftops: out of toner")) << reason();
+
+    filter("pdftops", "cat >/dev/null; kill -9 $$");
+    EXPECT_EQ(write(), kPMFilterFailed);
+    EXPECT_TRUE(reason().ends_with("pdftops was stopped by signal 9")) << reason();
+
+    filter("pdftops", "cat >/dev/null");
+    EXPECT_EQ(write(), kPMFilterFailed);
+    EXPECT_TRUE(reason().ends_with("wrote nothing")) << reason();
+
+    // A megabyte of messages while a megabyte goes through the pipe: nobody waits for the other.
+    filter("pdftopdf", "head -c 1000000 /dev/zero >&2; head -c 1000000 /dev/zero");
+    filter("pdftops", "head -c 1000000 /dev/zero >&2; cat");
+    EXPECT_EQ(write(), noErr) << reason();
+    EXPECT_EQ(std::filesystem::file_size(output), 1000000U);
+    unsetenv("CUPS_SERVERBIN");
+}
+
+}  // namespace

@@ -1,0 +1,126 @@
+// The two PPDs that are shipped: accepted by CUPS's own checker, and holding what the panels count on.
+#include "tests/printing/printing_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <vector>
+
+namespace {
+
+class ShippedPPDs : public testing::TestWithParam<std::filesystem::path> {
+protected:
+    void SetUp() override {
+        std::istringstream lines(readFile(GetParam()));
+        for (std::string line; std::getline(lines, line);) {
+            std::istringstream words(line);
+            std::string main;
+            std::string option;
+            words >> main >> option;
+            if (main == "*OpenUI" || main == "*JCLOpenUI") {
+                types[option.substr(1, option.find('/') - 1)] = line.substr(line.rfind(' ') + 1);
+            } else if (main == "*UIConstraints:") {
+                std::string rest;
+                std::getline(words, rest);
+                constraints.push_back(option + rest);
+            } else if (main.starts_with("*Default")) {
+                defaults[main.substr(8, main.size() - 9)] = option;
+            } else if (const auto slash = option.find('/'); main.starts_with("*") && slash != std::string::npos) {
+                choices[main.substr(1)].push_back(option.substr(0, slash));
+            }
+        }
+    }
+
+    std::map<std::string, std::vector<std::string>> choices;
+    std::map<std::string, std::string> defaults;
+    std::map<std::string, std::string> types;
+    std::vector<std::string> constraints;
+};
+
+using Choices = std::vector<std::string>;
+
+TEST_P(ShippedPPDs, PassTheChecker) {
+    const auto [output, status] = run("cupstestppd '" + GetParam().string() + "'");
+    EXPECT_EQ(status, 0) << output;
+    EXPECT_EQ(output.find("FAIL"), std::string::npos) << output;
+}
+
+TEST_P(ShippedPPDs, KeepTheOrderThatPanelsIndexBy) {
+    EXPECT_EQ(choices["Collate"], (Choices{"True", "False"}));
+    EXPECT_EQ(choices["StapleLocation"].front(), "None");
+    EXPECT_EQ(choices["TREconomode"], (Choices{"False", "True"}));
+    EXPECT_EQ(choices["TRImageQuality"].size(), 7U);
+    EXPECT_EQ(choices["TRImageQuality"][3], defaults["TRImageQuality"]);
+    EXPECT_EQ(choices["Duplex"], (Choices{"None", "DuplexNoTumble", "DuplexTumble"}));
+    EXPECT_EQ(choices["MediaType"].front(), "SystemDefault");
+    EXPECT_EQ(choices["JCLCovers"], (Choices{"None", "BlankFront", "Front", "BlankFrontBack", "FrontBack"}));
+    EXPECT_EQ(choices["Option2"], (Choices{"None", "OCT", "BLCSS", "LCSS", "HCSS", "HCSS_BK"}));
+    EXPECT_EQ(defaults["JCLBanner"], "False");
+    EXPECT_EQ(defaults["Jog"], "None");
+}
+
+TEST_P(ShippedPPDs, FillMenusFromPickOneKeywords) {
+    for (const char* keyword : {"PageSize",
+                                "InputSlot",
+                                "MediaType",
+                                "MediaColor",
+                                "Duplex",
+                                "Collate",
+                                "StapleLocation",
+                                "TRFoldOptions",
+                                "OutputBin",
+                                "Jog",
+                                "Resolution",
+                                "TRImageQuality",
+                                "TREconomode",
+                                "JCLBanner",
+                                "JCLPrintQuality",
+                                "JCLRGBColorSpace",
+                                "JCLCMYKColorSpace",
+                                "JCLColorCorrection",
+                                "JCLTrueGrayGraphics",
+                                "JCLTrueGrayImages",
+                                "JCLCovers",
+                                "JCLMediaType",
+                                "JCLMediaColor",
+                                "JCLFrontBackMediaType",
+                                "JCLFrontBackMediaColor"}) {
+        EXPECT_EQ(types[keyword], "PickOne") << keyword;
+        const auto& offered = choices[keyword];
+        EXPECT_GE(offered.size(), 2U) << keyword;
+        EXPECT_EQ(std::set(offered.begin(), offered.end()).size(), offered.size()) << keyword;
+        EXPECT_EQ(std::ranges::count(offered, defaults[keyword]), 1) << keyword;
+    }
+    // Covers are told to the printer by the names of the paper options.
+    for (const char* covers : {"JCLMediaType", "JCLFrontBackMediaType"}) {
+        EXPECT_EQ(choices[covers], choices["MediaType"]);
+    }
+    for (const char* covers : {"JCLMediaColor", "JCLFrontBackMediaColor"}) {
+        EXPECT_EQ(choices[covers], choices["MediaColor"]);
+    }
+    EXPECT_EQ(choices["PageRegion"], choices["PageSize"]);
+}
+
+TEST_P(ShippedPPDs, ConstrainInBothDirectionsWhatExists) {
+    EXPECT_FALSE(constraints.empty());
+    for (const std::string& constraint : constraints) {
+        std::istringstream words(constraint);
+        std::string main[2];
+        std::string option[2];
+        words >> main[0] >> option[0] >> main[1] >> option[1];
+        EXPECT_EQ(std::ranges::count(constraints, main[1] + " " + option[1] + " " + main[0] + " " + option[0]), 1)
+            << constraint;
+        for (const int side : {0, 1}) {
+            if (main[side] != "*CustomJCLPasscode") {
+                EXPECT_EQ(std::ranges::count(choices[main[side].substr(1)], option[side]), 1) << constraint;
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Models, ShippedPPDs, testing::Values(kZR410, kZR420),
+                         [](const auto& instance) { return instance.param == kZR410 ? "ZR410" : "ZR420"; });
+
+}  // namespace
