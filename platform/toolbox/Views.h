@@ -1,6 +1,7 @@
 // Custom views, pictures, tracking of the mouse, cursors.
 #pragma once
 
+#include "platform/foundation/CFString.h"
 #include "platform/toolbox/Events.h"
 
 // ---- Custom view classes, named by a nib's "viewClass" or given to HIViewCreate

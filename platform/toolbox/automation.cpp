@@ -1,0 +1,138 @@
+// What a script does to fields, lists and windows.
+
+#include "platform/toolbox/Automation.h"
+
+#include "platform/toolbox/automation_input.h"
+#include "platform/toolbox/objects.h"
+#include "platform/toolbox/text_area.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QSet>
+#include <algorithm>
+
+namespace {
+
+/// Kinds on which it matters where one clicks: their values are set, their items and rows picked.
+bool hasParts(const OpaqueControlRef& control) {
+    switch (control.kind) {
+        case ControlKind::popUp:
+        case ControlKind::radioGroup:
+        case ControlKind::littleArrows:
+        case ControlKind::slider:
+        case ControlKind::tabs:
+        case ControlKind::list:
+            return true;
+        case ControlKind::bevelButton:
+            return control.menu && !control.menu->items.empty();
+        default:
+            return false;
+    }
+}
+
+void typeCharacter(QWidget* field, char32_t character) {
+    if (character == U'\n') {
+        userPresses(field, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+        return;
+    }
+    const char32_t upper = QChar::toUpper(character);
+    const bool shifted = character == upper && upper != QChar::toLower(character);
+    userPresses(field, static_cast<Qt::Key>(upper), shifted ? Qt::ShiftModifier : Qt::NoModifier,
+                QString::fromUcs4(&character, 1));
+}
+
+bool clickRow(QAbstractItemView* view, int row, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex index = view->model()->index(row, 0, view->rootIndex());
+    view->scrollTo(index);
+    return userClicks(view->viewport(), view->visualRect(index).center(), modifiers);
+}
+
+QSet<int> selectedRows(const QAbstractItemView* view) {
+    QSet<int> rows;
+    for (const QModelIndex& index : view->selectionModel()->selectedIndexes()) {
+        rows.insert(index.row());
+    }
+    return rows;
+}
+
+QAbstractItemView* listOf(ControlRef control) {
+    auto* view = control ? qobject_cast<QAbstractItemView*>(control->widget) : nullptr;
+    return view && view->model() ? view : nullptr;
+}
+
+}  // namespace
+
+OSStatus AutomationClick(ControlRef control) {
+    if (!control || hasParts(*control)) {
+        return paramErr;
+    }
+    QWidget* widget = control->widget;
+    return userReaches(widget) && userClicks(widget) ? noErr : kControlNotUsableErr;
+}
+
+OSStatus AutomationType(ControlRef control, CFStringRef string) {
+    if (!control || !string || !dynamic_cast<TextSink*>(control->widget)) {
+        return paramErr;
+    }
+    const QPointer<QWidget> field(control->widget);
+    const bool lines = dynamic_cast<TextArea*>(field.data());
+    const QString text = toQString(string);
+    const bool typeable = std::ranges::all_of(
+        text, [&](QChar c) { return c.category() != QChar::Other_Control || (lines && c == u'\n'); });
+    if (!typeable) {
+        return paramErr;
+    }
+    if (field->property("readOnly").toBool() || !userReaches(field) || !userFocuses(field)) {
+        return kControlNotUsableErr;
+    }
+    // Deleted first, not typed over: filters count the text that is there.
+    userPresses(field, Qt::Key_A, Qt::ControlModifier);
+    userPresses(field, Qt::Key_Delete);
+    for (const uint character : text.toUcs4()) {
+        if (field) {
+            typeCharacter(field, character);
+        }
+    }
+    return noErr;
+}
+
+OSStatus AutomationSelectRows(ControlRef control, ItemCount count, const UInt32* rows) {
+    QAbstractItemView* view = listOf(control);
+    if (!view || (count > 0 && !rows)) {
+        return paramErr;
+    }
+    QSet<int> wanted;
+    for (ItemCount i = 0; i < count; ++i) {
+        if (rows[i] < 1 || rows[i] > static_cast<UInt32>(AutomationCountRows(control))) {
+            return paramErr;
+        }
+        wanted.insert(static_cast<int>(rows[i]) - 1);
+    }
+    if (!userReaches(view)) {
+        return kControlNotUsableErr;
+    }
+    const QPointer<QWidget> alive(view);
+    const auto toggle = [&](const QSet<int>& changed) {
+        return std::ranges::all_of(changed, [&](int row) { return alive && clickRow(view, row, Qt::ControlModifier); });
+    };
+    // A plain click first, which is all that a list of single choice understands.
+    const bool reached = (wanted.isEmpty() || clickRow(view, *wanted.begin(), Qt::NoModifier)) && alive &&
+                         toggle(selectedRows(view) - wanted) && alive && toggle(wanted - selectedRows(view));
+    if (!reached) {
+        return kControlNotUsableErr;
+    }
+    return selectedRows(view) == wanted ? noErr : paramErr;
+}
+
+CFIndex AutomationCountRows(ControlRef control) {
+    const QAbstractItemView* view = listOf(control);
+    return view ? view->model()->rowCount(view->rootIndex()) : 0;
+}
+
+OSStatus AutomationSnapshot(WindowRef window, CFURLRef file) {
+    if (!window || !file) {
+        return paramErr;
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    return window->widget->grab().save(filePath(file), "PNG") ? noErr : fnfErr;
+}

@@ -1,0 +1,98 @@
+// Input events, and what stands between them and a widget.
+
+#include "platform/toolbox/automation_input.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QStyleOptionButton>
+#include <QWindow>
+
+namespace {
+
+bool isBlocked(const QWidget* widget) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    const QWindow* front = modal ? modal->windowHandle() : nullptr;
+    const QWindow* own = widget->window()->windowHandle();
+    return front && own && own != front && !front->isAncestorOf(own, QWindow::IncludeTransients);
+}
+
+void scrollTo(QWidget* widget) {
+    for (QWidget* above = widget->parentWidget(); above && !widget->isWindow(); above = above->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(above)) {
+            area->ensureWidgetVisible(widget);
+        }
+    }
+}
+
+bool isInFront(const QWidget* widget, QPoint place) {
+    const QWidget* hit = widget->window()->childAt(widget->mapTo(widget->window(), place));
+    return hit && (hit == widget || widget->isAncestorOf(hit));
+}
+
+/// A button with a mark takes clicks only on the mark and its text, which may be narrow.
+QPoint clickPlace(const QWidget* widget) {
+    QStyleOptionButton option;
+    option.initFrom(widget);
+    if (qobject_cast<const QCheckBox*>(widget)) {
+        return widget->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, widget).center();
+    }
+    if (qobject_cast<const QRadioButton*>(widget)) {
+        return widget->style()->subElementRect(QStyle::SE_RadioButtonIndicator, &option, widget).center();
+    }
+    return widget->rect().center();
+}
+
+}  // namespace
+
+bool userReaches(QWidget* widget) {
+    if (!widget->isVisible() || !widget->isEnabled() || isBlocked(widget)) {
+        return false;
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    scrollTo(widget);
+    const QRegion visible = widget->visibleRegion();
+    return !visible.isEmpty() && isInFront(widget, visible.boundingRect().center());
+}
+
+bool userClicks(QWidget* widget, QPoint place, Qt::KeyboardModifiers modifiers) {
+    QWidget* window = widget->window();
+    if (!isInFront(widget, place)) {
+        return false;
+    }
+    const QPoint inWindow = widget->mapTo(window, place);
+    const QPointer<QWindow> handle(window->windowHandle());
+    const QPointF onScreen = widget->mapToGlobal(place);
+    QMouseEvent press(QEvent::MouseButtonPress, inWindow, onScreen, Qt::LeftButton, Qt::LeftButton, modifiers);
+    QCoreApplication::sendEvent(handle, &press);
+    if (handle) {
+        QMouseEvent release(QEvent::MouseButtonRelease, inWindow, onScreen, Qt::LeftButton, Qt::NoButton, modifiers);
+        QCoreApplication::sendEvent(handle, &release);
+    }
+    return true;
+}
+
+bool userClicks(QWidget* widget) {
+    return userClicks(widget, clickPlace(widget));
+}
+
+void userPresses(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
+    const QPointer<QWindow> handle(widget->window()->windowHandle());
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        if (handle) {
+            QKeyEvent event(type, key, modifiers, text);
+            QCoreApplication::sendEvent(handle, &event);
+        }
+    }
+}
+
+bool userFocuses(QWidget* widget) {
+    if (widget->focusPolicy() != Qt::NoFocus) {
+        widget->setFocus(Qt::TabFocusReason);
+    }
+    return widget->window()->focusWidget() == widget;
+}

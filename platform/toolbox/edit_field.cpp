@@ -1,0 +1,124 @@
+// The field of one line: how Qt's events and editing actions meet the announcements.
+
+#include "platform/toolbox/edit_field.h"
+
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <algorithm>
+
+ControlEditTextSelectionRec EditField::selection() const {
+    if (hasSelectedText()) {
+        return {selectionStart(), selectionEnd()};
+    }
+    return {cursorPosition(), cursorPosition()};
+}
+
+void EditField::setSelection(ControlEditTextSelectionRec selection) {
+    const int length = static_cast<int>(text().size());
+    const int start = std::clamp(selection.selStart, 0, length);
+    const int end = std::clamp(selection.selEnd, start, length);
+    if (start == end) {
+        setCursorPosition(start);
+    } else {
+        QLineEdit::setSelection(start, end - start);
+    }
+}
+
+void EditField::perform(EditAction action) {
+    switch (action) {
+        case EditAction::backspace:
+            backspace();
+            break;
+        case EditAction::deleteForward:
+            del();
+            break;
+        case EditAction::deleteBackwardWord:
+            cursorWordBackward(true);
+            del();
+            break;
+        case EditAction::deleteForwardWord:
+            cursorWordForward(true);
+            del();
+            break;
+        case EditAction::deleteLine:
+            selectAll();
+            copy();
+            del();
+            break;
+        case EditAction::deleteToLineEnd:
+            end(true);
+            copy();
+            del();
+            break;
+        case EditAction::cut:
+            if (echoMode() == Normal) {
+                cut();
+            }
+            break;
+        case EditAction::undo:
+            undo();
+            break;
+        case EditAction::redo:
+            redo();
+            break;
+    }
+}
+
+void EditField::keyPressEvent(QKeyEvent* event) {
+    if (isReadOnly()) {
+        QLineEdit::keyPressEvent(event);
+    } else if (enterKey(*event)) {
+        event->accept();
+    } else if (isCommandKey(*event)) {
+        event->ignore();
+    } else {
+        QLineEdit::keyPressEvent(event);
+    }
+}
+
+void EditField::inputMethodEvent(QInputMethodEvent* event) {
+    if (isReadOnly()) {
+        QLineEdit::inputMethodEvent(event);
+    } else {
+        compose(*event);
+    }
+}
+
+void EditField::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton) {
+        if (!isReadOnly() && QGuiApplication::clipboard()->supportsSelection()) {
+            deselect();
+            enterClipboard(QClipboard::Selection);
+        }
+        return;
+    }
+    QLineEdit::mouseReleaseEvent(event);
+}
+
+void EditField::dropEvent(QDropEvent* event) {
+    QDragLeaveEvent leave;
+    dragLeaveEvent(&leave);
+    if (isReadOnly() || !event->mimeData()->hasText()) {
+        event->ignore();
+        return;
+    }
+    // Never a move: the source would delete its text although a handler may refuse it here.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    setCursorPosition(cursorPositionAt(event->position().toPoint()));
+    enter(event->mimeData()->text());
+}
+
+void EditField::contextMenuEvent(QContextMenuEvent* event) {
+    QMenu* menu = createStandardContextMenu();
+    if (!isReadOnly()) {
+        announceEntries(*menu);
+    }
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->popup(event->globalPos());
+}

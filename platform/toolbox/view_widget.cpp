@@ -1,0 +1,92 @@
+// Drawing and pressing of panes and custom views.
+
+#include "platform/toolbox/view_widget.h"
+
+#include "platform/toolbox/objects.h"
+#include "platform/toolbox/pictures.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+
+bool drawControl(ControlRef control, QPainter& painter) {
+    if (!control->viewClass && !control->hasHandlerFor(kEventClassControl, kEventControlDraw)) {
+        return false;
+    }
+    OpaqueCGContextRef context{&painter, control->widget};
+    ScopedEvent event(kEventClassControl, kEventControlDraw);
+    event.with(kEventParamDirectObject, typeControlRef, control);
+    event.with(kEventParamCGContextRef, typeCGContextRef, CGContextRef(&context));
+    const QPointer<OpaqueControlRef> alive(control);
+    control->drawContext = &context;
+    const OSStatus status = event.sendTo(control);
+    if (alive) {
+        control->drawContext = nullptr;
+    }
+    return status == noErr;
+}
+
+void ViewWidget::paintEvent(QPaintEvent*) {
+    const QPointer<QWidget> alive(this);
+    QPainter painter(this);
+    if (OpaqueControlRef* control = OpaqueControlRef::of(this)) {
+        drawControl(control, painter);
+    }
+    if (alive && hasFocus()) {
+        QStyleOptionFocusRect ring;
+        ring.initFrom(this);
+        ring.backgroundColor = palette().window().color();
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
+    }
+}
+
+bool ViewWidget::isHot(QPointF place) const {
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    if (!control || !rect().contains(place.toPoint())) {
+        return false;
+    }
+    ScopedEvent event(kEventClassControl, kEventControlHitTest);
+    event.with(kEventParamDirectObject, typeControlRef, ControlRef(control));
+    event.with(kEventParamMouseLocation, typeHIPoint, HIPoint{place.x(), place.y()});
+    if (event.sendTo(control) != noErr) {
+        return control->command != 0;
+    }
+    ControlPartCode part = 0;
+    GetEventParameter(event.get(), kEventParamControlPart, typeControlPartCode, nullptr, sizeof part, nullptr, &part);
+    return part != 0;
+}
+
+void ViewWidget::mousePressEvent(QMouseEvent* event) {
+    pressed_ = event->button() == Qt::LeftButton && isHot(event->position());
+    event->setAccepted(pressed_);
+}
+
+void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
+    const bool hit = pressed_ && event->button() == Qt::LeftButton && isHot(event->position());
+    pressed_ = false;
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    if (hit && control) {
+        control->userHit();
+    }
+}
+
+void ViewWidget::keyPressEvent(QKeyEvent* event) {
+    const bool presses =
+        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier) && !event->isAutoRepeat();
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    if (control && presses && plain && focusPolicy() != Qt::NoFocus && isHot(QRectF(rect()).center())) {
+        control->userHit();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void ViewWidget::showEvent(QShowEvent* event) {
+    const OpaqueControlRef* control = OpaqueControlRef::of(this);
+    const bool pressable = control && (control->command != 0 || control->viewClass);
+    setFocusPolicy(pressable ? Qt::TabFocus : Qt::NoFocus);
+    QWidget::showEvent(event);
+}

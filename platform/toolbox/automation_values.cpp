@@ -1,0 +1,148 @@
+// How a user gives a control a value: by a click where one click does it, by keys otherwise.
+
+#include "platform/toolbox/Automation.h"
+#include "platform/toolbox/automation_input.h"
+#include "platform/toolbox/objects.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QMenu>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+OSStatus clickTab(QWidget* widget, int index) {
+    auto* pages = qobject_cast<QTabWidget*>(widget);
+    QTabBar* bar = pages ? pages->tabBar() : qobject_cast<QTabBar*>(widget);
+    if (index < 0 || index >= bar->count()) {
+        return paramErr;
+    }
+    const bool clicked = bar->isTabEnabled(index) && userClicks(bar, bar->tabRect(index).center());
+    return clicked ? noErr : kControlNotUsableErr;
+}
+
+OSStatus clickRadio(const QWidget* group, int index) {
+    const auto buttons = group->findChildren<QRadioButton*>(Qt::FindDirectChildrenOnly);
+    if (index < 0 || index >= buttons.size()) {
+        return paramErr;
+    }
+    return userReaches(buttons[index]) && userClicks(buttons[index]) ? noErr : kControlNotUsableErr;
+}
+
+OSStatus clickTo(ControlRef control, SInt32 value) {
+    const bool possible = value == 1 || (value == 0 && control->kind == ControlKind::checkBox);
+    if (!possible) {
+        return paramErr;
+    }
+    return GetControl32BitValue(control) == value || userClicks(control->widget) ? noErr : kControlNotUsableErr;
+}
+
+/// Presses an arrow key until the value is there; paramErr when the control's steps do not lead to it.
+OSStatus stepTo(ControlRef control, SInt32 value) {
+    if (!userFocuses(control->widget)) {
+        return kControlNotUsableErr;
+    }
+    const QPointer<OpaqueControlRef> alive(control);
+    SInt32 now = GetControl32BitValue(control);
+    const bool upwards = now < value;
+    while (now != value) {
+        userPresses(control->widget, upwards ? Qt::Key_Up : Qt::Key_Down);
+        const SInt32 next = alive ? GetControl32BitValue(control) : value;
+        const bool closer = upwards ? next > now && next <= value : next < now && next >= value;
+        if (!closer) {
+            return paramErr;
+        }
+        now = next;
+    }
+    return noErr;
+}
+
+/// In the opened list or menu: walks to the row with the arrow keys and takes it, or closes it again.
+template <typename Row>
+OSStatus take(QWidget* opened, int row, bool usable, Row currentRow) {
+    int current = currentRow();
+    while (usable && current != row) {
+        userPresses(opened, current < row ? Qt::Key_Down : Qt::Key_Up);
+        const int next = currentRow();
+        usable = next != current;
+        current = next;
+    }
+    userPresses(opened, usable ? Qt::Key_Return : Qt::Key_Escape);
+    return usable ? noErr : kControlNotUsableErr;
+}
+
+OSStatus pickFromPopUp(QComboBox* popUp, int row) {
+    if (!userFocuses(popUp)) {
+        return kControlNotUsableErr;
+    }
+    userPresses(popUp, Qt::Key_Space);
+    QAbstractItemView* list = popUp->view();
+    if (!list->isVisible()) {
+        return kControlNotUsableErr;
+    }
+    const QModelIndex item = popUp->model()->index(row, 0);
+    return take(list, row, item.flags() & Qt::ItemIsEnabled, [list] { return list->currentIndex().row(); });
+}
+
+/// The button runs its menu until that closes, so the hand that picks comes from a timer.
+OSStatus pickFromButton(QToolButton* button, int row) {
+    QMenu* menu = button->menu();
+    OSStatus status = kControlNotUsableErr;
+    QTimer hand;
+    hand.setSingleShot(true);
+    QObject::connect(&hand, &QTimer::timeout, menu, [&status, menu, row] {
+        if (menu->isVisible()) {
+            const QList<QAction*> actions = menu->actions();
+            const bool usable = row >= 0 && row < actions.size() && actions[row]->isEnabled();
+            status = take(menu, row, usable, [menu] { return menu->actions().indexOf(menu->activeAction()); });
+        }
+    });
+    hand.start(0);
+    userClicks(button);
+    return status;
+}
+
+}  // namespace
+
+OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
+    if (!control) {
+        return paramErr;
+    }
+    if (!userReaches(control->widget)) {
+        return kControlNotUsableErr;
+    }
+    switch (control->kind) {
+        case ControlKind::checkBox:
+        case ControlKind::radioButton:
+            return clickTo(control, value);
+        case ControlKind::radioGroup:
+            return clickRadio(control->widget, value - 1);
+        case ControlKind::popUp:
+            return pickFromPopUp(static_cast<QComboBox*>(control->widget), value - 1);
+        case ControlKind::slider:
+        case ControlKind::littleArrows:
+            return stepTo(control, value);
+        case ControlKind::tabs:
+            return clickTab(control->widget, value - 1);
+        default:
+            return paramErr;
+    }
+}
+
+OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item) {
+    if (!control || !menu || control->menu.get() != menu) {
+        return paramErr;
+    }
+    if (!userReaches(control->widget)) {
+        return kControlNotUsableErr;
+    }
+    if (auto* popUp = qobject_cast<QComboBox*>(control->widget)) {
+        return pickFromPopUp(popUp, item - 1);
+    }
+    auto* button = qobject_cast<QToolButton*>(control->widget);
+    return button && button->menu() ? pickFromButton(button, item - 1) : paramErr;
+}
