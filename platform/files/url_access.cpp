@@ -17,9 +17,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// Written over POSIX calls, because QSaveFile (Qt 6.4) opens the new file of a path that did not exist before with
-// 0666 less the umask, so that others can read it until its rights are set; gives an existing file's wider rights to
-// the new one; and does not sync the folder, so that after a crash the new name may be gone.
+// Written over POSIX calls, because QSaveFile (Qt 6.4) reports success when syncing the file has failed; does not sync
+// the folder; gives an existing file's wider rights to the new one; and on file systems without unnamed files opens
+// the new one under a name that others can read until its rights are set.
 
 namespace {
 

@@ -51,7 +51,9 @@ struct CFRange {
     CFIndex location;
     CFIndex length;
 };
-constexpr CFRange CFRangeMake(CFIndex location, CFIndex length) { return {location, length}; }
+constexpr CFRange CFRangeMake(CFIndex location, CFIndex length) {
+    return {location, length};
+}
 
 inline constexpr CFIndex kCFNotFound = -1;
 

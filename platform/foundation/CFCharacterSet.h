@@ -4,7 +4,7 @@
 #include "platform/foundation/CFBase.h"
 
 enum CFCharacterSetPredefinedSet : CFIndex {
-    kCFCharacterSetControl = 1,
+    kCFCharacterSetControl = 1,  // Unicode's categories Cc and Cf
     kCFCharacterSetWhitespaceAndNewline = 3,
     kCFCharacterSetDecimalDigit = 4,  // the decimal digits of every script
 };

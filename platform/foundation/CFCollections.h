@@ -5,7 +5,9 @@
 
 // The platform's callback tables say how a collection keeps its elements. Only the two forms that the code uses
 // exist: counted objects (these tables) and, with null in their place, bare pointers that are neither counted nor
-// compared by value.
+// compared by value. Null is no counted object: it is not added to such a collection.
+//
+// An immutable collection stays as it is: changing it through a cast reference writes a line to standard error.
 struct CFArrayCallBacks;
 struct CFDictionaryKeyCallBacks;
 struct CFDictionaryValueCallBacks;
@@ -21,7 +23,7 @@ CFIndex CFDataGetLength(CFDataRef data);
 const UInt8* CFDataGetBytePtr(CFDataRef data);
 
 CFTypeID CFArrayGetTypeID();
-/// A new immutable array with `count` elements copied from `values`.
+/// A new immutable array with `count` elements copied from `values`; null when counted objects have a null among them.
 CFArrayRef CFArrayCreate(CFAllocatorRef allocator, const void** values, CFIndex count,
                          const CFArrayCallBacks* callbacks);
 /// A new empty array; the capacity is a hint.

@@ -19,7 +19,8 @@ CFTypeID CFNumberGetTypeID();
 CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const void* value);
 
 /// Writes the number into the variable of the C type that `type` names. False, and nothing written, when the
-/// number does not fit or has a fraction that an integer type would lose. A real always reads as a real type.
+/// number does not fit or has a fraction that an integer type would lose. Every number reads as a real type, rounded
+/// to it; only one beyond the range of Float32 does not fit there.
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
 
 /// Whether the number was made from a real type.

@@ -1,10 +1,11 @@
 #include "platform/foundation/CFNumberFormatter.h"
 
-#include "platform/foundation/objects.h"
+#include "platform/foundation/number_value.h"
 
 #include <QLocale>
 
 #include <algorithm>
+#include <cmath>
 
 struct CFLocaleObject final : CFObject {
     static constexpr ObjectKind kKind = ObjectKind::Locale;
@@ -22,31 +23,49 @@ struct CFNumberFormatterObject final : CFObject {
     }
 
     QLocale locale;
-    int fractionDigits = 0;
+    int digits = 0;
 };
+
+namespace {
+
+QString format(const CFNumberFormatterObject& formatter, std::int64_t number) {
+    // Not by way of a real, which has too few digits for the largest integers.
+    QString text = formatter.locale.toString(qlonglong(number));
+    if (formatter.digits > 0) {
+        text += formatter.locale.decimalPoint() + formatter.locale.zeroDigit().repeated(formatter.digits);
+    }
+    return text;
+}
+
+QString format(const CFNumberFormatterObject& formatter, double number) {
+    const auto text = [&](double value) { return formatter.locale.toString(value, 'f', formatter.digits); };
+    // What rounds to zero has no sign: nobody wants to read "-0".
+    return text(std::fabs(number)) == text(0.0) ? text(0.0) : text(number);
+}
+
+}  // namespace
 
 CFLocaleRef CFLocaleCopyCurrent() {
     return new CFLocaleObject(QLocale());
 }
 
-CFNumberFormatterRef CFNumberFormatterCreate(CFAllocatorRef, CFLocaleRef locale, CFNumberFormatterStyle) {
+CFNumberFormatterRef CFNumberFormatterCreate(CFAllocatorRef, CFLocaleRef locale, CFNumberFormatterStyle style) {
     const CFLocaleObject* object = checked(locale);
-    return object ? new CFNumberFormatterObject(object->locale) : nullptr;
+    return object && style == kCFNumberFormatterDecimalStyle ? new CFNumberFormatterObject(object->locale) : nullptr;
 }
 
 void CFNumberFormatterSetFractionDigits(CFNumberFormatterRef formatter, CFIndex digits) {
     if (CFNumberFormatterObject* object = checked(formatter)) {
-        object->fractionDigits = static_cast<int>(std::clamp(digits, CFIndex{0}, CFIndex{15}));
+        object->digits = static_cast<int>(std::clamp<CFIndex>(digits, 0, 15));
     }
 }
 
 CFStringRef CFNumberFormatterCreateStringWithValue(CFAllocatorRef, CFNumberFormatterRef formatter, CFNumberType type,
                                                    const void* value) {
     const CFNumberFormatterObject* object = checked(formatter);
-    const auto number = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, type, value));
-    double real = 0;
-    if (!object || !CFNumberGetValue(number.get(), kCFNumberDoubleType, &real)) {
+    const std::optional<NumberValue> number = numberFromVariable(type, value);
+    if (!object || !number) {
         return nullptr;
     }
-    return makeString(object->locale.toString(real, 'f', object->fractionDigits)).leak();
+    return makeString(std::visit([object](auto plain) { return format(*object, plain); }, *number)).leak();
 }

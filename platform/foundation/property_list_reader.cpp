@@ -26,12 +26,13 @@ public:
         return xml_.hasError() ? Value() : root;
     }
 
-    CFRef<CFStringRef> fault() const { return describeFault({xml_.lineNumber(), xml_.columnNumber() + 1}, reason()); }
+    /// The place is that of the last character that was read: the XML reader counts columns from 0, and stands behind.
+    CFRef<CFStringRef> fault() const {
+        const TextPosition last = {xml_.lineNumber(), std::max<qint64>(xml_.columnNumber(), 1)};
+        return describeFault(last, xml_.errorString().simplified());
+    }
 
 private:
-    /// The XML reader's own words are for programmers ("Expected '>', but got '<'."), but they name the place.
-    QString reason() const { return xml_.errorString().simplified(); }
-
     void raise(const QString& reason) {
         if (!xml_.hasError()) {
             xml_.raiseError(reason);
