@@ -1,0 +1,198 @@
+// Controls: found, valued, embedded, shown, enabled and active as the platform's are.
+
+#include "platform/toolbox/Menus.h"
+#include "tests/toolbox/toolbox_fixture.h"
+
+namespace {
+
+class ControlsTest : public NibWindowTest {};
+
+TEST_F(ControlsTest, ValuesCountAsThePlatformCounts) {
+    open(widget("QComboBox", 1,
+                "<item>" + property("text", "string", "A") + "</item><item>" + property("text", "string", "B") +
+                    "</item>") +
+         widget("QCheckBox", 2) +
+         widget("QGroupBox", 3,
+                property("kind", "string", "radioGroup") + "<widget class=\"QRadioButton\" name=\"r1\"/>" +
+                    "<widget class=\"QRadioButton\" name=\"r2\"/>") +
+         widget("QSlider", 4, property("minimum", "number", "-5") + property("maximum", "number", "5")));
+    const ControlRef popUp = control(1);
+    EXPECT_EQ(GetControl32BitValue(popUp), 1);
+    SetControl32BitValue(popUp, 2);
+    EXPECT_EQ(GetControl32BitValue(popUp), 2);
+    SetControl32BitValue(popUp, 99);
+    EXPECT_EQ(GetControl32BitValue(popUp), 2);
+    SetControl32BitValue(popUp, 0);
+    EXPECT_EQ(GetControl32BitValue(popUp), 0);
+    EXPECT_EQ(GetControl32BitMaximum(popUp), 2);
+
+    SetControl32BitValue(control(2), 7);
+    EXPECT_EQ(GetControl32BitValue(control(2)), 1);
+
+    const ControlRef group = control(3);
+    EXPECT_EQ(GetControl32BitValue(group), 0);
+    SetControl32BitValue(group, 2);
+    EXPECT_EQ(GetControl32BitValue(group), 2);
+    SetControl32BitValue(group, 0);
+    EXPECT_EQ(GetControl32BitValue(group), 0);
+
+    SetControl32BitValue(control(4), -9);
+    EXPECT_EQ(GetControl32BitValue(control(4)), -5);
+    SetControl32BitMinimum(control(4), -2);
+    EXPECT_EQ(GetControl32BitValue(control(4)), -2);
+}
+
+TEST_F(ControlsTest, WhatTheProgramSetsMakesNoEvent) {
+    open(widget("QCheckBox", 1) + widget("QSlider", 2) + widget("QSpinBox", 3) +
+         widget("QComboBox", 4,
+                "<item>" + property("text", "string", "A") + "</item><item>" + property("text", "string", "B") +
+                    "</item>"));
+    int hits = 0;
+    const TestHandler count(GetWindowEventTarget(window), kEventClassControl, kEventControlHit, [&](auto, auto) {
+        ++hits;
+        return noErr;
+    });
+    SetControl32BitValue(control(1), 1);
+    SetControl32BitValue(control(2), 50);
+    SetControl32BitMaximum(control(3), 10);
+    SetControl32BitValue(control(3), 5);
+    SetControl32BitValue(control(4), 2);
+    EXPECT_EQ(hits, 0);
+}
+
+TEST_F(ControlsTest, LookUpsFindBothSignaturesAndRefuseTheUnknown) {
+    open(widget("QWidget", 1, widget("QLineEdit", 2, property("signature2", "string", "More"))));
+    ControlRef found = nullptr;
+    EXPECT_EQ(HIViewFindByID(control(1), {FourCharCode("More"), 2}, &found), noErr);
+    EXPECT_EQ(found, control(2));
+    EXPECT_EQ(HIViewFindByID(control(2), {kTest, 1}, &found), errUnknownControl);
+    const ControlID unknown{kTest, 77};
+    EXPECT_EQ(GetControlByID(window, &unknown, &found), errUnknownControl);
+    EXPECT_EQ(GetControlByID(nullptr, &unknown, &found), errInvalidWindowRef);
+    const ControlID none{0, 0};
+    EXPECT_EQ(GetControlByID(window, &none, &found), errUnknownControl);
+}
+
+TEST_F(ControlsTest, ActiveShownAndEnabledAreThreeStates) {
+    open(widget("QWidget", 1, widget("QPushButton", 2)));
+    DeactivateControl(control(1));
+    EXPECT_FALSE(IsControlActive(control(2)));
+    EXPECT_TRUE(IsControlVisible(control(2)));
+    EXPECT_TRUE(IsControlEnabled(control(2)));
+    ActivateControl(control(1));
+    HideControl(control(1));
+    DisableControl(control(1));
+    EXPECT_TRUE(IsControlActive(control(2)));
+    EXPECT_TRUE(IsControlVisible(control(2)));
+    EXPECT_FALSE(IsControlVisible(control(1)));
+    EXPECT_FALSE(IsControlEnabled(control(2)));
+}
+
+TEST_F(ControlsTest, EmbeddingAcrossWindowsKeepsBoundsAndShownState) {
+    open(
+        property("geometry", "rect", "<x>0</x><y>0</y><width>300</width><height>200</height>") +
+        widget("QWidget", 1, property("geometry", "rect", "<x>40</x><y>30</y><width>200</width><height>150</height>")));
+    TestBundle otherBundle("com.example.other");
+    otherBundle.addNib(
+        "Other", "Window",
+        property("geometry", "rect", "<x>0</x><y>0</y><width>100</width><height>90</height>") +
+            widget("QWidget", 2,
+                   property("geometry", "rect", "<x>50</x><y>45</y><width>20</width><height>10</height>") +
+                       widget("QPushButton", 3)));
+    IBNibRef nib = nullptr;
+    WindowRef other = nullptr;
+    ASSERT_EQ(CreateNibReferenceWithCFBundle(otherBundle.bundle(), CFSTR("Other"), &nib), noErr);
+    ASSERT_EQ(CreateWindowFromNib(nib, CFSTR("Window"), &other), noErr);
+    DisposeNibReference(nib);
+    const ControlID paneId{kTest, 2};
+    ControlRef pane = nullptr;
+    ASSERT_EQ(GetControlByID(other, &paneId, &pane), noErr);
+    HideControl(pane);
+
+    ASSERT_EQ(EmbedControl(pane, control(1)), noErr);
+    DisposeWindow(other);
+    EXPECT_EQ(GetControlOwner(pane), window);
+    EXPECT_EQ(GetSuperControl(pane), control(1));
+    EXPECT_FALSE(IsControlVisible(pane));
+    EXPECT_TRUE(IsControlVisible(control(3)));
+    Rect bounds{};
+    ASSERT_NE(GetControlBounds(pane, &bounds), nullptr);
+    EXPECT_EQ(bounds.left, 50);
+    EXPECT_EQ(bounds.top, 45);
+    EXPECT_EQ(bounds.right - bounds.left, 20);
+    MoveControl(pane, 60, 70);
+    GetControlBounds(pane, &bounds);
+    EXPECT_EQ(bounds.left, 60);
+    EXPECT_EQ(bounds.bottom, 80);
+    EXPECT_EQ(EmbedControl(control(1), pane), paramErr);
+    DisposeControl(pane);
+    ControlRef gone = nullptr;
+    EXPECT_EQ(GetControlByID(window, &paneId, &gone), errUnknownControl);
+}
+
+TEST_F(ControlsTest, BoundsInsideLayoutsAreKnownBeforeTheWindowIsShown) {
+    open(property("geometry", "rect", "<x>0</x><y>0</y><width>400</width><height>300</height>") +
+         "<layout class=\"QVBoxLayout\" name=\"v\"><item>" + widget("QPushButton", 1) + "</item><item>" +
+         widget("QWidget", 2,
+                "<layout class=\"QVBoxLayout\" name=\"h\"><item>" + widget("QLineEdit", 3) + "</item></layout>") +
+         "</item></layout>");
+    Rect button{};
+    Rect field{};
+    GetControlBounds(control(1), &button);
+    GetControlBounds(control(3), &field);
+    EXPECT_GT(field.top, button.bottom);
+    EXPECT_GT(field.right - field.left, 300);
+    EXPECT_LE(field.right, 400);
+}
+
+TEST_F(ControlsTest, MenusCarryReferenceValuesAndServeTheirPopUp) {
+    open(widget("QComboBox", 1) + widget("QLineEdit", 2));
+    const MenuRef menu = GetControlPopupMenuHandle(control(1));
+    ASSERT_NE(menu, nullptr);
+    EXPECT_EQ(GetControlPopupMenuHandle(control(2)), nullptr);
+    const int table = 0;
+    SetMenuItemRefCon(menu, 0, reinterpret_cast<MenuRefCon>(&table));
+    MenuItemIndex item = 0;
+    for (const char* text : {"one", "two", "three"}) {
+        const auto title = CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text, kCFStringEncodingUTF8));
+        ASSERT_EQ(AppendMenuItemTextWithCFString(menu, title.get(), 0, FourCharCode("Pick"), &item), noErr);
+        SetMenuItemRefCon(menu, item, item * 10);
+    }
+    EXPECT_EQ(item, 3);
+    EXPECT_EQ(GetControl32BitMaximum(control(1)), 3);
+    SetControl32BitValue(control(1), 3);
+    EXPECT_EQ(DeleteMenuItems(menu, 2, 100), noErr);
+    EXPECT_EQ(CountMenuItems(menu), 1);
+    EXPECT_LE(GetControl32BitValue(control(1)), 1);
+    MenuRefCon refCon = 0;
+    EXPECT_EQ(GetMenuItemRefCon(menu, 1, &refCon), noErr);
+    EXPECT_EQ(refCon, 10);
+    EXPECT_EQ(GetMenuItemRefCon(menu, 2, &refCon), menuItemNotFoundErr);
+    EXPECT_EQ(GetMenuItemRefCon(menu, 0, &refCon), noErr);
+    EXPECT_EQ(refCon, reinterpret_cast<MenuRefCon>(&table));
+    DisableMenuItem(menu, 1);
+    EXPECT_FALSE(IsMenuItemEnabled(menu, 1));
+    EXPECT_EQ(CountMenuItems(nullptr), 0);
+    EXPECT_EQ(DeleteMenuItems(nullptr, 1, 1), menuItemNotFoundErr);
+}
+
+TEST_F(ControlsTest, PropertiesAndDataKnowTheirSizes) {
+    open(widget("QLineEdit", 1) + widget("QWidget", 2));
+    void* pointer = this;
+    SetControlProperty(control(1), FourCharCode("TPDE"), FourCharCode("MBND"), sizeof pointer, &pointer);
+    void* back = nullptr;
+    EXPECT_EQ(GetControlProperty(control(1), FourCharCode("TPDE"), FourCharCode("MBND"), sizeof back, nullptr, &back),
+              noErr);
+    EXPECT_EQ(back, this);
+    EXPECT_EQ(GetControlProperty(control(2), FourCharCode("TPDE"), FourCharCode("MBND"), 0, nullptr, nullptr),
+              controlPropertyNotFoundErr);
+    CFStringRef string = CFSTR("abc");
+    EXPECT_EQ(SetControlData(control(1), 0, kControlEditTextCFStringTag, sizeof string, &string), noErr);
+    EXPECT_EQ(SetControlData(control(1), 0, kControlEditTextCFStringTag, 3, &string), paramErr);
+    EXPECT_EQ(SetControlData(control(2), 0, kControlEditTextCFStringTag, sizeof string, &string), errDataNotSupported);
+    EXPECT_EQ(text(control(1)), "abc");
+    EXPECT_EQ(GetControl32BitValue(nullptr), 0);
+    EXPECT_EQ(SetControlData(nullptr, 0, kControlEditTextCFStringTag, sizeof string, &string), controlHandleInvalidErr);
+}
+
+}  // namespace

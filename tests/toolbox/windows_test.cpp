@@ -1,0 +1,121 @@
+// Windows from nibs: texts, buttons, modal loops that nest, end twice or lose their window.
+
+#include "platform/toolbox/Automation.h"
+#include "platform/toolbox/objects.h"
+#include "tests/toolbox/toolbox_fixture.h"
+
+#include <QTest>
+
+namespace {
+
+class WindowsTest : public NibWindowTest {
+protected:
+    /// Calls the function once the event loop runs.
+    void later(std::function<void()> function) {
+        later_ = std::move(function);
+        EventLoopTimerRef timer = nullptr;
+        InstallEventLoopTimer(
+            0.0, 0,
+            [](EventLoopTimerRef fired, void* self) {
+                RemoveEventLoopTimer(fired);
+                static_cast<WindowsTest*>(self)->later_();
+            },
+            this, &timer);
+    }
+    static std::string buttons() {
+        return widget("QPushButton", 1, property("command", "string", "ok  ") + property("text", "string", "OK")) +
+               widget("QPushButton", 2, property("command", "string", "not!") + property("text", "string", "Cancel"));
+    }
+    static void press(Qt::Key key) { QTest::keyClick(FrontNonFloatingWindow()->widget->windowHandle(), key); }
+
+    std::function<void()> later_;
+};
+
+TEST_F(WindowsTest, TextsComeFromTheTableOfTheNib) {
+    bundle.add("Resources/en.lproj/Nib.strings", "\"Greeting\" = \"Good morning\";\n\"First\" = \"Erstes\";\n");
+    open(property("windowTitle", "string", "Greeting") + widget("QLabel", 1, property("text", "string", "Greeting")) +
+         widget("QComboBox", 2, "<item>" + property("text", "string", "First") + "</item>") +
+         widget("QLabel", 3, property("text", "string", "No such key")));
+    EXPECT_EQ(text(control(1)), "Good morning");
+    EXPECT_EQ(text(control(3)), "No such key");
+    CFStringRef title = nullptr;
+    CopyWindowTitleAsCFString(window, &title);
+    EXPECT_TRUE(CFEqual(CFRef<CFStringRef>::adopt(title).get(), CFSTR("Good morning")));
+}
+
+TEST_F(WindowsTest, BrokenAndMissingNibsAreRefused) {
+    IBNibRef nib = nullptr;
+    EXPECT_EQ(CreateNibReferenceWithCFBundle(bundle.bundle(), CFSTR("Nothing"), &nib), kNibNotFoundErr);
+    bundle.add("Resources/Broken.nib/Window.ui", "<ui version=\"4.0\"><widget class=");
+    ASSERT_EQ(CreateNibReferenceWithCFBundle(bundle.bundle(), CFSTR("Broken"), &nib), noErr);
+    WindowRef broken = nullptr;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(CreateWindowFromNib(nib, CFSTR("Window"), &broken), kNibWindowNotFoundErr);
+    EXPECT_EQ(CreateWindowFromNib(nib, CFSTR("Missing"), &broken), kNibWindowNotFoundErr);
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("Broken.nib/Window.ui: "), std::string::npos) << errors;
+    EXPECT_NE(errors.find("Broken.nib/Missing.ui: "), std::string::npos) << errors;
+    DisposeNibReference(nib);
+}
+
+TEST_F(WindowsTest, EscapePressesCancelAndReturnPressesTheDefaultButton) {
+    open(buttons() + widget("QLineEdit", 3));
+    ControlRef button = nullptr;
+    ASSERT_EQ(GetWindowDefaultButton(window, &button), noErr);
+    EXPECT_EQ(button, control(1));
+    ASSERT_EQ(GetWindowCancelButton(window, &button), noErr);
+    EXPECT_EQ(button, control(2));
+    std::vector<OSType> commands;
+    const TestHandler handler(GetWindowEventTarget(window), kEventClassCommand, kEventCommandProcess,
+                              [&](auto, EventRef event) {
+                                  commands.push_back(commandOf(event));
+                                  return QuitAppModalLoopForWindow(window);
+                              });
+    later([&] { press(Qt::Key_Return); });
+    RunAppModalLoopForWindow(window);
+    later([&] { press(Qt::Key_Escape); });
+    RunAppModalLoopForWindow(window);
+    EXPECT_EQ(commands, (std::vector{FourCharCode("ok  "), FourCharCode("not!")}));
+}
+
+TEST_F(WindowsTest, ALoopThatNobodyEndsEndsWithEscape) {
+    open(widget("QLineEdit", 3));
+    int cancels = 0;
+    const TestHandler handler(GetWindowEventTarget(window), kEventClassCommand, kEventCommandProcess, [&](auto, auto) {
+        ++cancels;
+        return eventNotHandledErr;
+    });
+    later([&] { press(Qt::Key_Escape); });
+    RunAppModalLoopForWindow(window);
+    EXPECT_EQ(cancels, 1);
+    EXPECT_EQ(QuitAppModalLoopForWindow(window), noErr);
+    EXPECT_EQ(QuitAppModalLoopForWindow(nullptr), errInvalidWindowRef);
+}
+
+TEST_F(WindowsTest, LoopsNestAndSurviveTheirWindow) {
+    open(buttons());
+    WindowRef inner = nullptr;
+    IBNibRef nib = nullptr;
+    ASSERT_EQ(CreateNibReferenceWithCFBundle(bundle.bundle(), CFSTR("Nib"), &nib), noErr);
+    ASSERT_EQ(CreateWindowFromNib(nib, CFSTR("Window"), &inner), noErr);
+    DisposeNibReference(nib);
+    bool innerEnded = false;
+    OSStatus blocked = noErr;
+    later([&] {
+        later([&] {
+            EXPECT_EQ(FrontNonFloatingWindow(), inner);
+            blocked = AutomationClick(control(1));
+            DisposeWindow(inner);
+        });
+        RunAppModalLoopForWindow(inner);
+        innerEnded = true;
+        EXPECT_FALSE(IsValidWindowPtr(inner));
+        EXPECT_EQ(QuitAppModalLoopForWindow(inner), errInvalidWindowRef);
+        QuitAppModalLoopForWindow(window);
+    });
+    RunAppModalLoopForWindow(window);
+    EXPECT_TRUE(innerEnded);
+    EXPECT_EQ(blocked, kControlNotUsableErr);
+}
+
+}  // namespace
