@@ -78,7 +78,7 @@ KeysByTable TextKeysInSources(const QStringList& folders) {
 
     // bundle, key, [fallback, table]
     static const QRegularExpression lookUp(QStringLiteral(
-        R"(\b(?:CFBundleCopyLocalizedString|CopyLocalizedText|SetLocalized(?:StaticText|ControlTitle|WindowTitle|MenuTitle))\()"));
+        R"(\b(?:CFBundleCopyLocalizedString|CopyLocalizedText|localized|SetLocalized(?:StaticText|ControlTitle|WindowTitle|MenuTitle))\()"));
     for (auto calls = lookUp.globalMatch(code); calls.hasNext();) {
         const QStringList arguments = ArgumentsAt(code, calls.next().capturedEnd());
         const QStringList table = arguments.size() == 4 ? LiteralsIn(arguments[3]) : QStringList();
@@ -114,10 +114,9 @@ QSet<QString> LiteralsInSources(const QStringList& folders) {
 }
 
 QSet<QString> PicturesInSources(const QStringList& folders) {
+    static const QRegularExpression picture(QStringLiteral(R"(.\.(gif|png)$)"));
     QSet<QString> pictures = LiteralsInSources(folders);
-    pictures.removeIf([](const QString& literal) {
-        return !literal.endsWith(QLatin1String(".gif")) && !literal.endsWith(QLatin1String(".png"));
-    });
+    pictures.removeIf([](const QString& literal) { return !literal.contains(picture); });
     return pictures;
 }
 
@@ -157,6 +156,21 @@ QList<NibWindow> NibWindowsBelow(const QString& folder) {
     return windows;
 }
 
+namespace {
+
+QString Unescaped(QString text) {
+    static const QRegularExpression escape(QStringLiteral(R"(\\(.))"));
+    qsizetype from = 0;
+    for (auto match = escape.match(text); match.hasMatch(); match = escape.match(text, from)) {
+        const QString meant = match.captured(1) == QLatin1String("n") ? QStringLiteral("\n") : match.captured(1);
+        text.replace(match.capturedStart(), 2, meant);
+        from = match.capturedStart() + 1;
+    }
+    return text;
+}
+
+}  // namespace
+
 StringsTable ReadStringsTable(const QString& file) {
     static const QRegularExpression row(QStringLiteral(R"re(^\s*"((?:\\.|[^"\\])*)"\s*=\s*"((?:\\.|[^"\\])*)"\s*;)re"),
                                         QRegularExpression::MultilineOption);
@@ -164,10 +178,11 @@ StringsTable ReadStringsTable(const QString& file) {
     const QString text = Read(file);
     for (auto rows = row.globalMatch(text); rows.hasNext();) {
         const QRegularExpressionMatch match = rows.next();
-        if (table.texts.contains(match.captured(1))) {
-            table.duplicates += match.captured(1);
+        const QString key = Unescaped(match.captured(1));
+        if (table.texts.contains(key)) {
+            table.duplicates += key;
         }
-        table.texts.insert(match.captured(1), match.captured(2));
+        table.texts.insert(key, Unescaped(match.captured(2)));
     }
     return table;
 }
