@@ -1,0 +1,22 @@
+// The print dialog's own controls, signature 'Host'. docs/script-language.md lists them for scripts.
+#pragma once
+
+#include "platform/toolbox/Controls.h"
+
+inline constexpr OSType kHostSignature = FourCharCode("Host");
+
+enum HostControl : SInt32 {
+    kDocumentName = 1,
+    kDocumentPages = 2,
+    kPrinterMenu = 10,
+    kCopies = 20,
+    kCollate = 21,
+    kPages = 30,  // radio group: 1 all pages, 2 a range
+    kPageRangeField = 31,
+    kPaperSize = 40,
+    kOrientation = 41,  // its items are the orientations of the page format ticket
+    kMakersPlace = 50,
+    kNoMakersPanels = 51,
+    kPrint = 60,
+    kCancel = 61,
+};

@@ -1,0 +1,174 @@
+// tavro-print: the print dialog of Tavro printers.
+
+#include "host/command_line.h"
+#include "host/installed_options.h"
+#include "host/places.h"
+#include "host/print_dialog.h"
+#include "host/script/control_listing.h"
+#include "host/script/runner.h"
+#include "host/script/text.h"
+#include "host/start_marks.h"
+#include "platform/files/url_access.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/toolbox/Automation.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned kSecondsWithoutProgress = 60;
+
+ExitStatus fail(const Failure& failure) {
+    if (!failure.line.empty()) {
+        std::fprintf(stderr, "tavro-print: %s\n", failure.line.c_str());
+    }
+    return failure.status;
+}
+
+bool hasDisplay() {
+    static constexpr std::array kVariables{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    for (const char* name : kVariables) {
+        if (const char* value = std::getenv(name); value != nullptr && *value != '\0') {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Reads and parses the script; its errors go to standard error, one a line.
+Result<script::Script> openScript(const std::string& path) {
+    if (path.empty()) {
+        return script::Script{};
+    }
+    CFDataRef bytes = nullptr;
+    SInt32 error = 0;
+    if (!CFURLCreateDataAndPropertiesFromResource(nullptr, fileURL(path).get(), &bytes, nullptr, nullptr, &error)) {
+        return unusable(path, std::strerror(error));
+    }
+    const auto data = CFRef<CFDataRef>::adopt(bytes);
+    script::Script parsed = script::parse({reinterpret_cast<const char*>(CFDataGetBytePtr(data.get())),
+                                           static_cast<std::size_t>(CFDataGetLength(data.get()))});
+    for (const script::Error& fault : parsed.errors) {
+        std::fprintf(stderr, "%s:%d: column %d: %s\n", path.c_str(), fault.line, fault.column, fault.reason.c_str());
+    }
+    if (!parsed.errors.empty()) {
+        return Failure{ExitStatus::scriptFailed, {}};
+    }
+    return parsed;
+}
+
+Result<CFRef<CFBundleRef>> openBundle(const std::string& path) {
+    auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
+    if (!bundle) {
+        return Failure{ExitStatus::unusableInput, utf8(CFBundleGetLastError())};
+    }
+    return bundle;
+}
+
+Result<Printer> openChosenPrinter(const CommandLine& line) {
+    if (!line.ppd.empty()) {
+        return openPPD(line.ppd);
+    }
+    return line.printer.empty() ? openDefaultPrinter(samplePPDPath()) : openQueue(line.printer);
+}
+
+PrinterChoice choiceOf(const Printer& printer, const CommandLine& line) {
+    if (!printer.queue().empty()) {
+        return {PrinterChoice::Kind::queue, printer.queue()};
+    }
+    return {PrinterChoice::Kind::ppd, line.ppd.empty() ? samplePPDPath() : line.ppd};
+}
+
+/// Everything that the dialog needs and that may be missing or broken.
+Result<PrintDialog::Setup> prepare(const CommandLine& line) {
+    auto document = openDocument(line.document);
+    if (!document) {
+        return document.failure();
+    }
+    auto printer = openChosenPrinter(line);
+    if (!printer) {
+        return printer.failure();
+    }
+    auto installed = readInstalledOptions(line.installed, *printer);
+    if (!installed) {
+        return installed.failure();
+    }
+    auto settings = line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
+    if (!settings) {
+        return settings.failure();
+    }
+    return PrintDialog::Setup{*document,  choiceOf(*printer, line), *printer,    *settings,
+                              *installed, line.ticketOut,           line.jobOut, line.isScripted()};
+}
+
+PrintDialog::Outcome runDialog(PrintDialog& dialog, const CommandLine& line, const script::Script& parsed) {
+    std::unique_ptr<script::Runner> runner;
+    return dialog.run([&] {
+        if (line.listControls) {
+            std::fputs(script::listPanels(dialog.window()).c_str(), stdout);
+            dialog.end({ExitStatus::success, {}});
+        } else if (line.isScripted()) {
+            runner = std::make_unique<script::Runner>(
+                parsed,
+                script::Runner::Options{line.script, kSecondsWithoutProgress,
+                                        static_cast<int>(ExitStatus::scriptFailed)},
+                script::Stage{dialog.window(), line.shots, stdout}, [&dialog](bool failed) {
+                    dialog.end({failed ? ExitStatus::scriptFailed : ExitStatus::cancelled, {}});
+                });
+            runner->start();
+        }
+    });
+}
+
+ExitStatus run(const CommandLine& line, char* programName) {
+    auto parsed = openScript(line.script);
+    if (!parsed) {
+        return fail(parsed.failure());
+    }
+    if (!line.isScripted() && !hasDisplay()) {
+        return fail({ExitStatus::usage, "there is no display; --script drives the dialog without one"});
+    }
+    auto setup = prepare(line);
+    if (!setup) {
+        return fail(setup.failure());
+    }
+    markStart("input");
+    // Qt would take arguments of its own from the command line.
+    int argumentCount = 1;
+    std::array<char*, 2> arguments{programName, nullptr};
+    ToolboxInitialize(&argumentCount, arguments.data(), line.isScripted());
+    markStart("toolbox");
+    auto bundle = openBundle(hostBundlePath());
+    if (!bundle) {
+        return fail(bundle.failure());
+    }
+    auto plugin = PluginHost::load(pluginPath());
+    if (!plugin) {
+        return fail(plugin.failure());
+    }
+    markStart("plug-in");
+    auto dialog = PrintDialog::make(bundle->get(), **plugin, std::move(*setup));
+    if (!dialog) {
+        return fail(dialog.failure());
+    }
+    const PrintDialog::Outcome outcome = runDialog(**dialog, line, *parsed);
+    return fail({outcome.status, outcome.line});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    markStart("main");
+    auto line = readCommandLine({argv + 1, argv + argc});
+    if (!line) {
+        return static_cast<int>(fail(line.failure()));
+    }
+    if (line->help || line->version) {
+        std::fputs((line->help ? helpText() : versionText()).c_str(), stdout);
+        return static_cast<int>(ExitStatus::success);
+    }
+    return static_cast<int>(run(*line, argv[0]));
+}

@@ -1,0 +1,22 @@
+// The pages that are to be printed, as a person writes them: "1-3, 7, 10-".
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+enum class PageRangeFault {
+    none,
+    syntax,          // not numbers, commas and dashes
+    order,           // "7-3"
+    beyondDocument,  // a page that the document does not have, page 0 included
+};
+
+struct PageRange {
+    PageRangeFault fault;
+    /// In ascending order, without overlaps and blanks: "1-3,7,10-12". Empty with a fault.
+    std::string pages;
+};
+
+/// Reads a range of pages of a document. An open end ("10-") means its last page, an open start ("-3") its first one.
+PageRange readPageRange(std::string_view text, std::int64_t pageCount);

@@ -1,0 +1,11 @@
+// Where the program finds its parts: beside its own executable, built or installed.
+#pragma once
+
+#include <string>
+
+/// TavroFeatures.plugin; in the folder that $TAVRO_PLUGIN_DIR names, when it is set.
+std::string pluginPath();
+/// The program's own bundle, with its windows and texts.
+std::string hostBundlePath();
+/// The PPD of the sample printer.
+std::string samplePPDPath();

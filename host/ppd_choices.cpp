@@ -1,0 +1,58 @@
+#include "host/ppd_choices.h"
+
+#include <cstring>
+#include <optional>
+
+namespace {
+
+/// The length-prefixed form that the PPD library takes; nothing for a text that is too long for it.
+std::optional<std::string> prefixed(const std::string& text) {
+    if (text.size() > 255) {
+        return std::nullopt;
+    }
+    return static_cast<char>(static_cast<unsigned char>(text.size())) + text;
+}
+
+std::optional<UInt32> mainIndex(PPDContext context, const std::string& mainKeyword) {
+    const auto keyword = prefixed(mainKeyword);
+    UInt32 index = 0;
+    if (!keyword || ppdGetMainIndex(context, reinterpret_cast<ConstPPDString>(keyword->data()), &index) != noErr) {
+        return std::nullopt;
+    }
+    return index;
+}
+
+}  // namespace
+
+PPDChoices::PPDChoices(PMTicketRef printerInfo) {
+    ppdOpenCompiledPPDFromTicket(printerInfo, &context_);
+}
+
+PPDChoices::~PPDChoices() {
+    ppdCloseCompiledPPDFromTicket(context_);
+}
+
+bool PPDChoices::hasKeyword(const std::string& mainKeyword) const {
+    return mainIndex(context_, mainKeyword).has_value();
+}
+
+bool PPDChoices::offers(const std::string& mainKeyword, const std::string& option) const {
+    const auto main = mainIndex(context_, mainKeyword);
+    const auto wanted = prefixed(option);
+    if (!main || !wanted) {
+        return false;
+    }
+    if (option.starts_with("Custom.")) {
+        return true;
+    }
+    for (UInt32 i = 0; i < ppdCountUIOptions(context_, *main); ++i) {
+        PPDUIOption record{};
+        ConstPPDString keyword = nullptr;
+        if (ppdGetIndUIOption(context_, *main, i, &record) == noErr &&
+            ppdGetOptionString(context_, *main, record.optionIndex, &keyword) == noErr &&
+            std::memcmp(keyword, wanted->data(), wanted->size()) == 0) {
+            return true;
+        }
+    }
+    return false;
+}

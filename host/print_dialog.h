@@ -1,0 +1,96 @@
+// The print dialog: the settings that every printer has, and beside them the maker's panels.
+#pragma once
+
+#include "host/dialog_controls.h"
+#include "host/document.h"
+#include "host/plugin_host.h"
+#include "host/print_session.h"
+#include "host/printer_menu.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Events.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+class PrintDialog {
+public:
+    struct Setup {
+        Document document;
+        PrinterChoice printerChoice;
+        Printer printer;
+        JobSettings settings;                     // to start from; never changed
+        CFRef<CFDictionaryRef> installedOptions;  // of the printer that is shown first; may be null
+        std::string ticketOut;                    // where the settings are written; may be empty
+        std::string jobOut;                       // where the job is written instead of being sent; may be empty
+        bool scripted = false;
+    };
+
+    /// How the dialog ended; the line is empty unless something failed.
+    struct Outcome {
+        ExitStatus status;
+        std::string line;
+    };
+
+    /// Makes the window and starts the maker's panels in it. Bundle and plug-in must outlive the dialog.
+    static Result<std::unique_ptr<PrintDialog>> make(CFBundleRef bundle, PluginHost& plugin, Setup setup);
+    ~PrintDialog();
+    PrintDialog(const PrintDialog&) = delete;
+    PrintDialog& operator=(const PrintDialog&) = delete;
+
+    WindowRef window() const { return window_; }
+
+    /// Shows the dialog until it ends. `shown` is called when its first frame is on the screen and the queues are in
+    /// its menu.
+    Outcome run(std::function<void()> shown);
+
+    /// Ends the dialog as if by its Cancel button, with another status or line where that is said. Only the first end
+    /// of a dialog counts.
+    void end(Outcome outcome);
+
+private:
+    PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup);
+
+    static OSStatus handleEvent(EventHandlerCallRef next, EventRef event, void* self);
+    static OSStatus handleRangeTyping(EventHandlerCallRef next, EventRef event, void* self);
+    OSStatus handleHit(ControlRef control);
+    OSStatus handleCommand(OSType command);
+    void handleShown();
+
+    std::optional<Failure> openWindow();
+    void installHandlers();
+    ControlRef control(HostControl number) const;
+    void setText(HostControl number, CFRef<CFStringRef> text) const;
+    CFOptionFlags tell(CFOptionFlags level, CFRef<CFStringRef> header, CFRef<CFStringRef> message) const;
+
+    /// Makes a session for the printer from the settings, and starts the maker's panels on it.
+    PluginHost::Start startSession(const Printer& printer, const JobSettings& settings, CFDictionaryRef installed);
+    void showDocument() const;
+    void showSettings();
+    /// Shows what the maker's panels may have changed too.
+    void showSharedSettings();
+    void fillPaperSizes();
+    template <typename Change>
+    void changeSharedSetting(Change change);
+
+    // What the user does
+    void printerChosen();
+    void copiesChanged();
+    void collateChanged();
+    void pagesChanged();
+    void paperSizeChosen();
+    void orientationChosen();
+    void accept();
+    bool takePageRange();
+
+    CFBundleRef bundle_;  // lent
+    PluginHost& plugin_;
+    Setup setup_;
+    Printer printer_;  // the one that is shown
+    WindowRef window_ = nullptr;
+    std::optional<PrinterMenu> printers_;
+    std::unique_ptr<PrintSession> session_;
+    std::function<void()> shown_;
+    std::optional<Outcome> outcome_;
+};

@@ -1,0 +1,11 @@
+// Sending the job.
+#pragma once
+
+#include "host/document.h"
+#include "host/print_session.h"
+
+/// Prints the document with the session's settings: to the printer's queue, or, when `jobOut` is not empty, as
+/// printer-ready PostScript to that file. Blocks until it is done. Why it could not be done, in a line that names the
+/// file or queue.
+std::optional<std::string> sendJob(const Document& document, const Printer& printer, const PrintSession& session,
+                                   const std::string& jobOut);

@@ -1,0 +1,61 @@
+#include "host/printer.h"
+
+#include "host/script/text.h"
+#include "platform/foundation/CFCollections.h"
+
+namespace {
+
+constexpr UInt32 kServerPatience = 500;  // milliseconds
+
+Result<Printer> opened(OSStatus status, PMPrinter printer) {
+    if (status != noErr) {
+        return Failure{ExitStatus::unusableInput, utf8(PMGetLastErrorText())};
+    }
+    return Printer(printer);
+}
+
+}  // namespace
+
+std::string Printer::name() const {
+    return utf8(PMPrinterGetName(printer_));
+}
+
+std::string Printer::queue() const {
+    return utf8(PMPrinterGetID(printer_));
+}
+
+bool Printer::isOfMaker() const {
+    return utf8(PMPrinterGetMaker(printer_)) == kMaker;
+}
+
+Result<Printer> openPPD(const std::string& path) {
+    PMPrinter printer = nullptr;
+    const OSStatus status = PMPrinterCreateFromPPDFile(fileURL(path).get(), &printer);
+    return opened(status, printer);
+}
+
+Result<Printer> openQueue(const std::string& queue) {
+    PMPrinter printer = nullptr;
+    const OSStatus status = PMPrinterCreateFromPrinterID(cfString(queue).get(), &printer);
+    return opened(status, printer);
+}
+
+Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
+    if (const std::vector<std::string> queues = listQueueNames(); !queues.empty()) {
+        if (Result<Printer> printer = openQueue(queues.front()); printer && printer->isOfMaker()) {
+            return printer;
+        }
+    }
+    return openPPD(samplePPD);
+}
+
+std::vector<std::string> listQueueNames() {
+    CFArrayRef list = nullptr;
+    PMServerCopyPrinterIDs(kServerPatience, &list);
+    const auto owner = CFRef<CFArrayRef>::adopt(list);
+    std::vector<std::string> names;
+    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
+        names.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(list, i))));
+    }
+    return names;
+}

@@ -1,0 +1,218 @@
+#include "host/script/actions.h"
+
+#include "host/script/control_listing.h"
+#include "host/script/text.h"
+#include "platform/toolbox/Automation.h"
+#include "platform/toolbox/Events.h"
+#include "platform/toolbox/Menus.h"
+
+#include <filesystem>
+
+namespace script {
+
+namespace {
+
+using Reason = std::optional<std::string>;
+
+std::string noControl(ControlName name) {
+    return "there is no control " + controlNameText(name);
+}
+
+/// Why a user could not have done that to the control.
+std::string unusable(ControlRef control) {
+    ControlID id{};
+    GetControlID(control, &id);
+    const std::string name = controlNameText({id.signature, id.id});
+    if (!isShown(control)) {
+        return name + " is hidden";
+    }
+    if (!IsControlEnabled(control)) {
+        return name + " is disabled";
+    }
+    if (GetControlOwner(control) != FrontNonFloatingWindow()) {
+        return name + " is behind another window";
+    }
+    return name + " cannot be reached or does not take that";
+}
+
+/// The reason of a status; `wrongKind` is what it means that the control cannot do such a thing at all.
+Reason reasonOf(OSStatus status, ControlRef control, const std::string& wrongKind) {
+    if (status == noErr) {
+        return std::nullopt;
+    }
+    return status == kControlNotUsableErr ? unusable(control) : wrongKind;
+}
+
+/// The first item that satisfies the condition, 0 when there is none.
+template <typename Condition>
+MenuItemIndex findItem(MenuRef menu, Condition condition) {
+    for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
+        if (condition(item)) {
+            return item;
+        }
+    }
+    return 0;
+}
+
+Reason chooseItem(ControlRef control, MenuRef menu, MenuItemIndex item) {
+    return reasonOf(AutomationChooseMenuItem(control, menu, item), control, "its menu does not open");
+}
+
+Reason pressButton(WindowRef window, OSStatus (*find)(WindowRef, ControlRef*)) {
+    ControlRef button = nullptr;
+    if (find(window, &button) != noErr) {
+        return "the dialog is closed";
+    }
+    return reasonOf(AutomationClick(button), button, "it is no button");
+}
+
+class Performer {
+public:
+    explicit Performer(const Stage& stage) : stage_(stage) {}
+
+    Reason operator()(const Panel& panel) const {
+        ControlRef selector = findControl(stage_, {kPanelSelector.signature, kPanelSelector.id});
+        if (selector == nullptr) {
+            return "there are no panels";
+        }
+        const MenuRef menu = GetControlPopupMenuHandle(selector);
+        MenuItemIndex item = findItem(menu, [&](MenuItemIndex i) { return itemText(menu, i) == panel.titleOrNumber; });
+        if (item == 0) {
+            item = findItem(menu, [&](MenuItemIndex i) { return std::to_string(i) == panel.titleOrNumber; });
+        }
+        return item != 0 ? chooseItem(selector, menu, item) : "there is no panel " + quoted(panel.titleOrNumber);
+    }
+
+    Reason operator()(const Click& click) const {
+        return withControl(click.control, [](ControlRef control) {
+            return reasonOf(AutomationClick(control), control, "it cannot be clicked; use set, choose or rows");
+        });
+    }
+
+    Reason operator()(const Set& set) const {
+        return withControl(set.control, [&](ControlRef control) {
+            return reasonOf(AutomationSetValue(control, set.value), control,
+                            controlNameText(set.control) + " does not take the value " + std::to_string(set.value));
+        });
+    }
+
+    Reason operator()(const Choose& choose) const {
+        return withControl(choose.control, [&](ControlRef control) -> Reason {
+            const MenuRef menu = GetControlPopupMenuHandle(control);
+            const MenuItemIndex item =
+                findItem(menu, [&](MenuItemIndex i) { return itemText(menu, i) == choose.text; });
+            if (item == 0) {
+                return controlNameText(choose.control) + " has no item " + quoted(choose.text);
+            }
+            return chooseItem(control, menu, item);
+        });
+    }
+
+    Reason operator()(const Item& wanted) const {
+        return withControl(wanted.control, [&](ControlRef control) -> Reason {
+            const MenuRef menu = GetControlPopupMenuHandle(control);
+            const MenuItemIndex item = findItem(menu, [&](MenuItemIndex i) {
+                OSType command = 0;
+                MenuRefCon reference = 0;
+                return GetMenuItemCommandID(menu, i, &command) == noErr && command == wanted.command &&
+                       GetMenuItemRefCon(menu, i, &reference) == noErr && reference == wanted.reference;
+            });
+            if (item == 0) {
+                return controlNameText(wanted.control) + " has no item " + quoted(FourCharCodeText(wanted.command)) +
+                       " with reference value " + std::to_string(wanted.reference);
+            }
+            return chooseItem(control, menu, item);
+        });
+    }
+
+    Reason operator()(const Type& type) const {
+        return withControl(type.control, [&](ControlRef control) {
+            return reasonOf(AutomationType(control, cfString(type.text).get()), control,
+                            controlNameText(type.control) + " is no field that takes this text");
+        });
+    }
+
+    Reason operator()(const Rows& rows) const {
+        return withControl(rows.control, [&](ControlRef control) {
+            return reasonOf(
+                AutomationSelectRows(control, static_cast<ItemCount>(rows.rows.size()), rows.rows.data()), control,
+                controlNameText(rows.control) + " is no list with these rows, or does not allow the selection");
+        });
+    }
+
+    /// From the focused control of the shown panel, else from that panel's pane: never from a field beside the panel,
+    /// whose parents are not the panel's.
+    Reason operator()(const Command& command) const {
+        const WindowRef front = FrontNonFloatingWindow();
+        if (front == nullptr) {
+            return "no window is open";
+        }
+        ControlRef sender = nullptr;
+        GetKeyboardFocus(front, &sender);
+        if (ControlRef pane = shownPanelPane(front); pane != nullptr && !isWithin(sender, pane)) {
+            sender = pane;
+        }
+        const HICommand record{kHICommandFromControl, command.code, nullptr, 0, sender};
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassCommand, kEventCommandProcess, 0, 0, &event);
+        SetEventParameter(event, kEventParamDirectObject, typeHICommand, sizeof record, &record);
+        SendEventToEventTarget(event, sender != nullptr ? GetControlEventTarget(sender) : GetWindowEventTarget(front));
+        ReleaseEvent(event);
+        return std::nullopt;
+    }
+
+    Reason operator()(const Answer&) const { return std::nullopt; }
+    Reason operator()(const Expect& expect) const { return check(expect, stage_); }
+    Reason operator()(const ExpectWindow& expect) const { return check(expect); }
+
+    Reason operator()(const Controls&) const {
+        const WindowRef front = FrontNonFloatingWindow();
+        if (front == nullptr) {
+            return "no window is open";
+        }
+        std::fputs(listWindow(front).c_str(), stage_.output);
+        return std::nullopt;
+    }
+
+    Reason operator()(const Shot& shot) const {
+        const WindowRef front = FrontNonFloatingWindow();
+        if (front == nullptr) {
+            return "no window is open";
+        }
+        const std::filesystem::path folder = stage_.shotsFolder.empty() ? "." : stage_.shotsFolder;
+        std::error_code error;
+        std::filesystem::create_directories(folder, error);
+        const std::string file = (folder / (shot.name + ".png")).string();
+        if (error || AutomationSnapshot(front, fileURL(file).get()) != noErr) {
+            return file + " cannot be written";
+        }
+        return std::nullopt;
+    }
+
+    Reason operator()(const Ok&) const { return pressButton(stage_.mainWindow, GetWindowDefaultButton); }
+    Reason operator()(const Cancel&) const { return pressButton(stage_.mainWindow, GetWindowCancelButton); }
+
+private:
+    template <typename Act>
+    Reason withControl(ControlName name, Act act) const {
+        ControlRef control = findControl(stage_, name);
+        return control != nullptr ? act(control) : noControl(name);
+    }
+
+    static bool isWithin(ControlRef control, ControlRef pane) {
+        while (control != nullptr && control != pane) {
+            control = GetSuperControl(control);
+        }
+        return control != nullptr;
+    }
+
+    const Stage& stage_;
+};
+
+}  // namespace
+
+std::optional<std::string> perform(const Action& action, const Stage& stage) {
+    return std::visit(Performer(stage), action);
+}
+
+}  // namespace script

@@ -1,0 +1,40 @@
+#include "host/script/notice_answers.h"
+
+#include "host/script/text.h"
+#include "platform/toolbox/Automation.h"
+
+namespace script {
+
+NoticeAnswers::NoticeAnswers(std::FILE* output) : output_(output) {
+    AutomationSetNoticeListener(told, this);
+}
+
+NoticeAnswers::~NoticeAnswers() {
+    AutomationSetNoticeListener(nullptr, nullptr);
+}
+
+void NoticeAnswers::give(Answer answer) {
+    if (answer.all) {
+        all_ = answer.response;
+    } else {
+        next_.push_back(answer.response);
+    }
+}
+
+void NoticeAnswers::told(CFStringRef header, CFStringRef message, void* self) {
+    auto& answers = *static_cast<NoticeAnswers*>(self);
+    std::fprintf(answers.output_, "notice: %s\n", utf8(header).c_str());
+    if (const std::string text = utf8(message); !text.empty()) {
+        std::fprintf(answers.output_, "        %s\n", text.c_str());
+    }
+    std::fflush(answers.output_);
+    // The toolbox asks its queue when this returns.
+    if (!answers.next_.empty()) {
+        AutomationQueueAnswer(answers.next_.front());
+        answers.next_.pop_front();
+    } else if (answers.all_) {
+        AutomationQueueAnswer(*answers.all_);
+    }
+}
+
+}  // namespace script

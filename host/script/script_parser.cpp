@@ -1,0 +1,305 @@
+#include "host/script/script_parser.h"
+
+#include "platform/toolbox/Notices.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+
+namespace script {
+
+namespace {
+
+struct SyntaxError {
+    int column;
+    std::string reason;
+};
+
+struct Word {
+    std::string text;
+    int column;
+};
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+/// The character that an escaped one stands for.
+std::optional<char> unescaped(char c) {
+    switch (c) {
+        case '"':
+        case '\\':
+            return c;
+        case 'n':
+            return '\n';
+        case 't':
+            return '\t';
+        default:
+            return std::nullopt;
+    }
+}
+
+/// Reads from behind a quotation mark to the closing one; returns the position behind that.
+std::size_t readQuoted(std::string_view line, std::size_t at, std::string* text) {
+    const auto column = static_cast<int>(at);  // of the opening mark, from 1
+    for (; at < line.size() && line[at] != '"'; ++at) {
+        if (line[at] != '\\') {
+            *text += line[at];
+            continue;
+        }
+        ++at;
+        const auto character = at < line.size() ? unescaped(line[at]) : std::nullopt;
+        if (!character) {
+            throw SyntaxError{static_cast<int>(at), "a backslash stands only before \" \\ n t"};
+        }
+        *text += *character;
+    }
+    if (at == line.size()) {
+        throw SyntaxError{column, "the quotation mark is never closed"};
+    }
+    return at + 1;
+}
+
+std::vector<Word> split(std::string_view line) {
+    std::vector<Word> words;
+    std::size_t at = 0;
+    while (true) {
+        while (at < line.size() && isBlank(line[at])) {
+            ++at;
+        }
+        if (at == line.size() || line[at] == '#') {
+            return words;
+        }
+        Word word{{}, static_cast<int>(at) + 1};
+        while (at < line.size() && !isBlank(line[at])) {
+            if (line[at] == '"') {
+                at = readQuoted(line, at + 1, &word.text);
+            } else {
+                word.text += line[at++];
+            }
+        }
+        words.push_back(std::move(word));
+    }
+}
+
+template <typename Number>
+std::optional<Number> numberOf(std::string_view text) {
+    Number number{};
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+std::optional<OSType> codeOf(std::string_view text) {
+    if (text.size() != 4) {
+        return std::nullopt;
+    }
+    OSType code = 0;
+    for (const char c : text) {
+        code = (code << 8) | static_cast<unsigned char>(c);
+    }
+    return code;
+}
+
+/// The words behind a line's first one, taken one by one.
+class Arguments {
+public:
+    explicit Arguments(const std::vector<Word>& words) : words_(&words) {}
+
+    bool more() const { return next_ < words_->size(); }
+
+    const Word& word(const char* what) {
+        if (!more()) {
+            const Word& last = words_->back();
+            throw SyntaxError{last.column, std::string(what) + " is missing"};
+        }
+        return (*words_)[next_++];
+    }
+
+    ControlName control() {
+        const Word& name = word("a control (SIGNATURE:NUMBER)");
+        const auto colon = name.text.rfind(':');
+        if (colon != std::string::npos) {
+            const auto signature = codeOf(std::string_view(name.text).substr(0, colon));
+            const auto number = numberOf<SInt32>(std::string_view(name.text).substr(colon + 1));
+            if (signature && number) {
+                return {*signature, *number};
+            }
+        }
+        throw SyntaxError{name.column, "a control is four characters, a colon and a number"};
+    }
+
+    template <typename Number = SInt32>
+    Number number(const char* what) {
+        const Word& text = word(what);
+        if (const auto value = numberOf<Number>(text.text)) {
+            return *value;
+        }
+        throw SyntaxError{text.column, std::string(what) + " is a whole number"};
+    }
+
+    OSType code() {
+        const Word& text = word("a command (four characters)");
+        if (const auto code = codeOf(text.text)) {
+            return *code;
+        }
+        throw SyntaxError{text.column, "a command is four characters; quote blanks: \"ok  \""};
+    }
+
+    std::string text() { return word("a text").text; }
+
+private:
+    const std::vector<Word>* words_;
+    std::size_t next_ = 1;
+};
+
+// ---- The actions with arguments that need more than a word
+
+Action readRows(Arguments& arguments) {
+    Rows rows{arguments.control(), {}};
+    while (arguments.more()) {
+        rows.rows.push_back(arguments.number<UInt32>("a row"));
+    }
+    return rows;
+}
+
+Action readAnswer(Arguments& arguments) {
+    // word, response
+    static constexpr std::array<std::pair<std::string_view, CFOptionFlags>, 3> kResponses{{
+        {"default", kCFUserNotificationDefaultResponse},
+        {"alternate", kCFUserNotificationAlternateResponse},
+        {"other", kCFUserNotificationOtherResponse},
+    }};
+    const Word& word = arguments.word("default, alternate or other");
+    const auto row = std::ranges::find(kResponses, word.text, [](const auto& r) { return r.first; });
+    if (row == kResponses.end()) {
+        throw SyntaxError{word.column, "an answer is default, alternate or other"};
+    }
+    Answer answer{row->second, false};
+    if (arguments.more()) {
+        const Word& all = arguments.word("all");
+        if (all.text != "all") {
+            throw SyntaxError{all.column, "only \"all\" may follow an answer"};
+        }
+        answer.all = true;
+    }
+    return answer;
+}
+
+Action readExpect(Arguments& arguments) {
+    enum class Needs { nothing, number, text };
+    struct AspectRow {
+        std::string_view word;
+        Aspect aspect;
+        Needs needs;
+    };
+    static constexpr std::array kAspects{
+        // word, aspect, what follows it
+        AspectRow{"value", Aspect::value, Needs::number},      AspectRow{"text", Aspect::text, Needs::text},
+        AspectRow{"enabled", Aspect::enabled, Needs::nothing}, AspectRow{"disabled", Aspect::disabled, Needs::nothing},
+        AspectRow{"hidden", Aspect::hidden, Needs::nothing},   AspectRow{"visible", Aspect::visible, Needs::nothing},
+        AspectRow{"items", Aspect::items, Needs::number},      AspectRow{"rows", Aspect::rows, Needs::number},
+    };
+    Arguments ahead = arguments;
+    if (ahead.word("a control, or window").text == "window") {
+        arguments = ahead;
+        return ExpectWindow{arguments.text()};
+    }
+    Expect expect{arguments.control(), {}, 0, {}};
+    const Word& word = arguments.word("what is expected");
+    const auto row = std::ranges::find(kAspects, word.text, &AspectRow::word);
+    if (row == kAspects.end()) {
+        throw SyntaxError{word.column, "expected may be: value, text, enabled, disabled, hidden, visible, items, rows"};
+    }
+    expect.aspect = row->aspect;
+    if (row->needs == Needs::number) {
+        expect.number = arguments.number("a number");
+    } else if (row->needs == Needs::text) {
+        expect.text = arguments.text();
+    }
+    return expect;
+}
+
+Action readShot(Arguments& arguments) {
+    const Word& name = arguments.word("a name");
+    if (name.text.empty() || name.text.front() == '.' || name.text.find('/') != std::string::npos) {
+        throw SyntaxError{name.column, "a shot's name is a plain file name"};
+    }
+    return Shot{name.text};
+}
+
+struct ActionRow {
+    std::string_view word;
+    Action (*read)(Arguments&);
+};
+constexpr std::array kActions{
+    // word, reader of its arguments
+    ActionRow{"panel", [](Arguments& a) -> Action { return Panel{a.text()}; }},
+    ActionRow{"click", [](Arguments& a) -> Action { return Click{a.control()}; }},
+    ActionRow{"set",
+              [](Arguments& a) -> Action {
+                  return Set{a.control(), a.number("a value")};
+              }},
+    ActionRow{"choose",
+              [](Arguments& a) -> Action {
+                  return Choose{a.control(), a.text()};
+              }},
+    ActionRow{"item",
+              [](Arguments& a) -> Action {
+                  return Item{a.control(), a.code(), a.number("a reference value")};
+              }},
+    ActionRow{"type",
+              [](Arguments& a) -> Action {
+                  return Type{a.control(), a.text()};
+              }},
+    ActionRow{"rows", readRows},
+    ActionRow{"command", [](Arguments& a) -> Action { return Command{a.code()}; }},
+    ActionRow{"answer", readAnswer},
+    ActionRow{"expect", readExpect},
+    ActionRow{"controls", [](Arguments&) -> Action { return Controls{}; }},
+    ActionRow{"shot", readShot},
+    ActionRow{"ok", [](Arguments&) -> Action { return Ok{}; }},
+    ActionRow{"cancel", [](Arguments&) -> Action { return Cancel{}; }},
+};
+
+std::optional<Action> readLine(std::string_view line) {
+    const std::vector<Word> words = split(line);
+    if (words.empty()) {
+        return std::nullopt;
+    }
+    const auto row = std::ranges::find(kActions, words.front().text, &ActionRow::word);
+    if (row == kActions.end()) {
+        throw SyntaxError{words.front().column, "there is no such action"};
+    }
+    Arguments arguments(words);
+    Action action = row->read(arguments);
+    if (arguments.more()) {
+        throw SyntaxError{arguments.word("").column, "there is one word too many"};
+    }
+    return action;
+}
+
+}  // namespace
+
+std::string controlNameText(ControlName name) {
+    return FourCharCodeText(name.signature) + ":" + std::to_string(name.number);
+}
+
+Script parse(std::string_view text) {
+    Script script;
+    for (int number = 1; !text.empty(); ++number) {
+        const std::size_t end = text.find('\n');
+        try {
+            if (auto action = readLine(text.substr(0, end))) {
+                script.lines.push_back({number, std::move(*action)});
+            }
+        } catch (const SyntaxError& error) {
+            script.errors.push_back({number, error.column, error.reason});
+        }
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return script;
+}
+
+}  // namespace script

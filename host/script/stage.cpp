@@ -1,0 +1,81 @@
+#include "host/script/stage.h"
+
+#include "host/script/text.h"
+#include "platform/toolbox/Menus.h"
+
+namespace script {
+
+ControlRef findControl(const Stage& stage, ControlName name) {
+    const ControlID id{name.signature, name.number};
+    for (const WindowRef window : {FrontNonFloatingWindow(), stage.mainWindow}) {
+        ControlRef control = nullptr;
+        if (GetControlByID(window, &id, &control) == noErr) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+bool isShown(ControlRef control) {
+    for (ControlRef step = control; step != nullptr; step = GetSuperControl(step)) {
+        // The window itself is a control as well; it is in front, so it is shown.
+        if (GetSuperControl(step) != nullptr && !IsControlVisible(step)) {
+            return false;
+        }
+    }
+    return control != nullptr;
+}
+
+bool isSecret(ControlRef control) {
+    return GetControlKind(control) == ControlKind::passwordText;
+}
+
+std::string itemText(MenuRef menu, MenuItemIndex item) {
+    CFStringRef text = nullptr;
+    CopyMenuItemTextAsCFString(menu, item, &text);
+    return utf8(CFRef<CFStringRef>::adopt(text).get());
+}
+
+std::string textOf(ControlRef control) {
+    CFStringRef text = nullptr;
+    switch (GetControlKind(control)) {
+        case ControlKind::popUp:
+            return itemText(GetControlPopupMenuHandle(control),
+                            static_cast<MenuItemIndex>(GetControl32BitValue(control)));
+        case ControlKind::editText:
+        case ControlKind::passwordText:
+        case ControlKind::textView:
+        case ControlKind::staticText:
+            GetControlData(control, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
+            break;
+        case ControlKind::pushButton:
+        case ControlKind::bevelButton:
+        case ControlKind::checkBox:
+        case ControlKind::radioButton:
+        case ControlKind::groupBox:
+            CopyControlTitleAsCFString(control, &text);
+            break;
+        default:
+            break;
+    }
+    return utf8(CFRef<CFStringRef>::adopt(text).get());
+}
+
+std::string printableTextOf(ControlRef control) {
+    if (isSecret(control)) {
+        return textOf(control).empty() ? "\"\"" : "••••";
+    }
+    return quoted(textOf(control));
+}
+
+ControlRef shownPanelPane(WindowRef window) {
+    ControlRef selector = nullptr;
+    ControlRef pane = nullptr;
+    if (GetControlByID(window, &kPanelSelector, &selector) == noErr) {
+        const ControlID id{kPanelPaneSignature, GetControl32BitValue(selector)};
+        GetControlByID(window, &id, &pane);
+    }
+    return pane;
+}
+
+}  // namespace script

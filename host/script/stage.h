@@ -1,0 +1,42 @@
+// Where a script plays: the windows that are open, and the controls in them.
+#pragma once
+
+#include "host/script/script_parser.h"
+#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/Windows.h"
+
+#include <cstdio>
+#include <optional>
+#include <string>
+
+namespace script {
+
+struct Stage {
+    WindowRef mainWindow = nullptr;  // the print dialog, whose buttons `ok` and `cancel` press
+    std::string shotsFolder;         // made when the first shot is taken
+    std::FILE* output = stdout;      // of `controls` and of notices
+};
+
+/// The signature and number of a shell's panel selector, and the signature of its panels' panes, which are numbered as
+/// the selector's items.
+inline constexpr ControlID kPanelSelector{FourCharCode("Tshl"), 16};
+inline constexpr OSType kPanelPaneSignature = FourCharCode("TSgb");
+
+/// The control of that name in the front window, else in the main window; null when there is none.
+ControlRef findControl(const Stage& stage, ControlName name);
+
+/// Whether it and all its parents are shown.
+bool isShown(ControlRef control);
+
+/// What the control says: a field's text, a pop-up's chosen item, a button's title. Empty for other kinds.
+std::string textOf(ControlRef control);
+/// The same, quoted, with a secret replaced by dots; for everything that is printed.
+std::string printableTextOf(ControlRef control);
+bool isSecret(ControlRef control);
+
+std::string itemText(MenuRef menu, MenuItemIndex item);
+
+/// The pane of the panel that the selector shows; null when the window has none.
+ControlRef shownPanelPane(WindowRef window);
+
+}  // namespace script

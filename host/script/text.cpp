@@ -1,0 +1,45 @@
+#include "host/script/text.h"
+
+#include <array>
+
+std::string utf8(CFStringRef string) {
+    const CFIndex length = CFStringGetLength(string);
+    if (length == 0) {
+        return {};
+    }
+    // A UTF-16 unit takes at most three bytes.
+    std::string text(static_cast<std::size_t>(length) * 3 + 1, '\0');
+    CFStringGetCString(string, text.data(), static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8);
+    text.resize(text.find('\0'));
+    return text;
+}
+
+CFRef<CFStringRef> cfString(const std::string& text) {
+    auto string = CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text.c_str(), kCFStringEncodingUTF8));
+    return string ? string : CFRef<CFStringRef>::retain(CFSTR(""));
+}
+
+CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder) {
+    return CFRef<CFURLRef>::adopt(
+        CFURLCreateWithFileSystemPath(nullptr, cfString(path).get(), kCFURLPOSIXPathStyle, isFolder));
+}
+
+std::string quoted(const std::string& text) {
+    // character, its letter after the backslash
+    static constexpr std::array<std::pair<char, char>, 4> kEscapes{
+        {{'"', '"'}, {'\\', '\\'}, {'\n', 'n'}, {'\t', 't'}}};
+    std::string result = "\"";
+    for (const char c : text) {
+        char letter = '\0';
+        for (const auto& [character, escape] : kEscapes) {
+            letter = c == character ? escape : letter;
+        }
+        if (letter != '\0') {
+            result += '\\';
+            result += letter;
+        } else {
+            result += c;
+        }
+    }
+    return result + '"';
+}

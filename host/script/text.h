@@ -1,0 +1,20 @@
+// Short words for crossing between the platform's strings and C++'s.
+#pragma once
+
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
+
+#include <string>
+
+/// The text in UTF-8; empty for null.
+std::string utf8(CFStringRef string);
+
+/// A string of UTF-8 text; text that is not UTF-8 gives an empty one.
+CFRef<CFStringRef> cfString(const std::string& text);
+
+/// The address of a file or folder by its path.
+CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder = false);
+
+/// The text in quotation marks, as a script would write it: \" \\ \n \t are escaped.
+std::string quoted(const std::string& text);

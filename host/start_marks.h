@@ -1,0 +1,8 @@
+// When the program has come how far, for the benchmark of its start.
+#pragma once
+
+/// Whether $TAVRO_START_MARKS is set: the program then prints its marks and leaves at its first frame.
+bool startIsMeasured();
+
+/// Prints "NAME MICROSECONDS" (of the monotonic clock) when the start is measured.
+void markStart(const char* name);
