@@ -18,7 +18,7 @@ inline constexpr OSStatus kPMCannotWriteOutput = -30893;
 /// a file that is missing or no PPD.
 OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer);
 /// The printer of a CUPS queue, its PPD fetched from the server. kPMNoSuchPrinter, kPMServerNotResponding or
-/// kPMUnusableDescription, with the reason in PMGetLastErrorText.
+/// kPMUnusableDescription, with the reason in PMGetLastErrorText. May block for some seconds, never longer.
 OSStatus PMPrinterCreateFromPrinterID(CFStringRef queue, PMPrinter* printer);
 OSStatus PMPrinterRetain(PMPrinter printer);
 OSStatus PMPrinterRelease(PMPrinter printer);
@@ -73,10 +73,13 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 #define kPMUnadjustedPaperRectKey CFSTR("com.apple.print.PageFormat.PMUnadjustedPaperRect")  // top left bottom right
 
 /// Writes the printer-ready PostScript of a PDF to a file: the CUPS filters with the PPD dictionary's pairs, the
-/// copies, page range and orientation as options; no server is needed. Blocks until it is written; the file is
-/// replaced whole and is private to the user.
+/// copies, page range and orientation as options; no server is needed. Landscape pages are scaled to fit their sheet.
+/// Blocks until it is written; the file is replaced whole and is private to the user. paramErr for settings that no
+/// job can have (copies outside 1 to 9999, a malformed page range, control characters in an option), fnfErr for a
+/// document that cannot be read, kPMFilterFailed, kPMCannotWriteOutput; always with the reason.
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                        CFURLRef document, CFURLRef destination);
 /// Sends the PDF with the same options to the printer's queue. *jobID is the server's number of the job.
+/// kPMNoSuchPrinter for a printer without a queue, kPMServerNotResponding when the server is silent or refuses the job.
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                 CFURLRef document, SInt32* jobID);

@@ -8,7 +8,7 @@ using PMPrintSession = struct OpaquePMPrintSession*;
 
 /// A new session without tickets or printer.
 OSStatus PMCreateSession(PMPrintSession* session);
-/// Takes one owner from a session; what it holds goes with the last one.
+/// Ends a session and releases what it holds.
 OSStatus PMReleaseSession(PMPrintSession session);
 
 /// Keeps a counted object under the key. Tickets are kept as 32-bit numbers (CFNumber) of their references.
