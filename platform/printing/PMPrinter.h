@@ -81,5 +81,5 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
                                        CFURLRef document, CFURLRef destination);
 /// Sends the PDF with the same options to the printer's queue. *jobID is the server's number of the job.
 /// kPMNoSuchPrinter for a printer without a queue, kPMServerNotResponding when the server is silent or refuses the job.
-OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
-                                CFURLRef document, SInt32* jobID);
+OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,
+                                SInt32* jobID);

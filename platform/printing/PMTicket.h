@@ -29,9 +29,12 @@ OSStatus PMTicketRetain(PMTicketRef ticket);
 OSStatus PMTicketReleaseAndClear(PMTicketRef* ticket);
 
 // Setters: copy the value under the key. paramErr for a null key or value, kPMInvalidTicket for no such ticket.
-OSStatus PMTicketSetCFNumber(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFNumberRef value, Boolean locked);
-OSStatus PMTicketSetCFString(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFStringRef value, Boolean locked);
-OSStatus PMTicketSetCFBoolean(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFBooleanRef value, Boolean locked);
+OSStatus PMTicketSetCFNumber(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFNumberRef value,
+                             Boolean locked);
+OSStatus PMTicketSetCFString(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFStringRef value,
+                             Boolean locked);
+OSStatus PMTicketSetCFBoolean(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFBooleanRef value,
+                              Boolean locked);
 OSStatus PMTicketSetCFArray(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFArrayRef value, Boolean locked);
 OSStatus PMTicketSetCFDictionary(PMTicketRef ticket, CFStringRef client, CFStringRef key, CFDictionaryRef value,
                                  Boolean locked);
@@ -42,7 +45,8 @@ OSStatus PMTicketGetCFNumber(PMTicketRef ticket, UInt32 node1, UInt32 node2, CFS
 OSStatus PMTicketGetCFString(PMTicketRef ticket, UInt32 node1, UInt32 node2, CFStringRef key, CFStringRef* value);
 OSStatus PMTicketGetCFBoolean(PMTicketRef ticket, UInt32 node1, UInt32 node2, CFStringRef key, CFBooleanRef* value);
 OSStatus PMTicketGetCFArray(PMTicketRef ticket, UInt32 node1, UInt32 node2, CFStringRef key, CFArrayRef* value);
-OSStatus PMTicketGetCFDictionary(PMTicketRef ticket, UInt32 node1, UInt32 node2, CFStringRef key, CFDictionaryRef* value);
+OSStatus PMTicketGetCFDictionary(PMTicketRef ticket, UInt32 node1, UInt32 node2, CFStringRef key,
+                                 CFDictionaryRef* value);
 
 /// Removes an item; kPMKeyNotFound when there is none.
 OSStatus PMTicketReleaseItem(PMTicketRef ticket, UInt32 node1, CFStringRef key);
