@@ -11,24 +11,22 @@ namespace {
 class WindowsTest : public NibWindowTest {
 protected:
     /// Calls the function once the event loop runs.
-    void later(std::function<void()> function) {
-        later_ = std::move(function);
+    static void later(std::function<void()> function) {
         EventLoopTimerRef timer = nullptr;
         InstallEventLoopTimer(
             0.0, 0,
-            [](EventLoopTimerRef fired, void* self) {
+            [](EventLoopTimerRef fired, void* data) {
                 RemoveEventLoopTimer(fired);
-                static_cast<WindowsTest*>(self)->later_();
+                const std::unique_ptr<std::function<void()>> call(static_cast<std::function<void()>*>(data));
+                (*call)();
             },
-            this, &timer);
+            new std::function<void()>(std::move(function)), &timer);
     }
     static std::string buttons() {
         return widget("QPushButton", 1, property("command", "string", "ok  ") + property("text", "string", "OK")) +
                widget("QPushButton", 2, property("command", "string", "not!") + property("text", "string", "Cancel"));
     }
     static void press(Qt::Key key) { QTest::keyClick(FrontNonFloatingWindow()->widget->windowHandle(), key); }
-
-    std::function<void()> later_;
 };
 
 TEST_F(WindowsTest, TextsComeFromTheTableOfTheNib) {
