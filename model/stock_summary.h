@@ -1,0 +1,12 @@
+// Paper in a few words, for summaries and lists.
+#pragma once
+
+#include "model/stock.h"
+
+/// One text of the stock's size, colour and type, as far as they are set ("Size: A4", "Color: Blue", "Type: Tab Stock
+/// (5)"), joined by the separator. The job's own paper shows no size, which is the page setup's matter, but always a
+/// colour and a type. Empty for a stock that is known by its name alone.
+///
+/// Names come from the PPD (model/ppd_ui_dictionary.h), words from the bundle's table "Localizable".
+[[nodiscard]] CFRef<CFStringRef> GenerateStockSummary(CFBundleRef bundle, JobContext context, const Stock& stock,
+                                                      CFStringRef separator);
