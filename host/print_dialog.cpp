@@ -237,12 +237,17 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
         HostControl number;
         void (PrintDialog::*act)();
     };
-    static constexpr std::array kHits{
+    // clang-format off
+    static constexpr HitRow kHits[] = {
         // control, what happens
-        HitRow{kPrinterMenu, &PrintDialog::printerChosen}, HitRow{kCopies, &PrintDialog::copiesChanged},
-        HitRow{kCollate, &PrintDialog::collateChanged},    HitRow{kPages, &PrintDialog::pagesChanged},
-        HitRow{kPaperSize, &PrintDialog::paperSizeChosen}, HitRow{kOrientation, &PrintDialog::orientationChosen},
+        {kPrinterMenu, &PrintDialog::printerChosen},
+        {kCopies, &PrintDialog::copiesChanged},
+        {kCollate, &PrintDialog::collateChanged},
+        {kPages, &PrintDialog::pagesChanged},
+        {kPaperSize, &PrintDialog::paperSizeChosen},
+        {kOrientation, &PrintDialog::orientationChosen},
     };
+    // clang-format on
     ControlID id{};
     GetControlID(control, &id);
     if (id.signature != kHostSignature) {

@@ -154,8 +154,6 @@ private:
     std::size_t next_ = 1;
 };
 
-// ---- The actions with arguments that need more than a word
-
 Action readRows(Arguments& arguments) {
     Rows rows{arguments.control(), {}};
     while (arguments.more()) {
@@ -194,13 +192,19 @@ Action readExpect(Arguments& arguments) {
         Aspect aspect;
         Needs needs;
     };
-    static constexpr std::array kAspects{
+    // clang-format off
+    static constexpr AspectRow kAspects[] = {
         // word, aspect, what follows it
-        AspectRow{"value", Aspect::value, Needs::number},      AspectRow{"text", Aspect::text, Needs::text},
-        AspectRow{"enabled", Aspect::enabled, Needs::nothing}, AspectRow{"disabled", Aspect::disabled, Needs::nothing},
-        AspectRow{"hidden", Aspect::hidden, Needs::nothing},   AspectRow{"visible", Aspect::visible, Needs::nothing},
-        AspectRow{"items", Aspect::items, Needs::number},      AspectRow{"rows", Aspect::rows, Needs::number},
+        {"value", Aspect::value, Needs::number},
+        {"text", Aspect::text, Needs::text},
+        {"enabled", Aspect::enabled, Needs::nothing},
+        {"disabled", Aspect::disabled, Needs::nothing},
+        {"hidden", Aspect::hidden, Needs::nothing},
+        {"visible", Aspect::visible, Needs::nothing},
+        {"items", Aspect::items, Needs::number},
+        {"rows", Aspect::rows, Needs::number},
     };
+    // clang-format on
     Arguments ahead = arguments;
     if (ahead.word("a control, or window").text == "window") {
         arguments = ahead;
@@ -209,7 +213,7 @@ Action readExpect(Arguments& arguments) {
     Expect expect{arguments.control(), {}, 0, {}};
     const Word& word = arguments.word("what is expected");
     const auto row = std::ranges::find(kAspects, word.text, &AspectRow::word);
-    if (row == kAspects.end()) {
+    if (row == std::end(kAspects)) {
         throw SyntaxError{word.column, "expected may be: value, text, enabled, disabled, hidden, visible, items, rows"};
     }
     expect.aspect = row->aspect;
@@ -229,39 +233,57 @@ Action readShot(Arguments& arguments) {
     return Shot{name.text};
 }
 
+// The actions that are their arguments, in order.
+Action readPanel(Arguments& arguments) {
+    return Panel{arguments.text()};
+}
+Action readClick(Arguments& arguments) {
+    return Click{arguments.control()};
+}
+Action readSet(Arguments& arguments) {
+    return Set{arguments.control(), arguments.number("a value")};
+}
+Action readChoose(Arguments& arguments) {
+    return Choose{arguments.control(), arguments.text()};
+}
+Action readItem(Arguments& arguments) {
+    return Item{arguments.control(), arguments.code(), arguments.number("a reference value")};
+}
+Action readType(Arguments& arguments) {
+    return Type{arguments.control(), arguments.text()};
+}
+Action readCommand(Arguments& arguments) {
+    return Command{arguments.code()};
+}
+template <typename Plain>
+Action readPlain(Arguments&) {
+    return Plain{};
+}
+
 struct ActionRow {
     std::string_view word;
     Action (*read)(Arguments&);
 };
-constexpr std::array kActions{
+// clang-format off
+constexpr ActionRow kActions[] = {
     // word, reader of its arguments
-    ActionRow{"panel", [](Arguments& a) -> Action { return Panel{a.text()}; }},
-    ActionRow{"click", [](Arguments& a) -> Action { return Click{a.control()}; }},
-    ActionRow{"set",
-              [](Arguments& a) -> Action {
-                  return Set{a.control(), a.number("a value")};
-              }},
-    ActionRow{"choose",
-              [](Arguments& a) -> Action {
-                  return Choose{a.control(), a.text()};
-              }},
-    ActionRow{"item",
-              [](Arguments& a) -> Action {
-                  return Item{a.control(), a.code(), a.number("a reference value")};
-              }},
-    ActionRow{"type",
-              [](Arguments& a) -> Action {
-                  return Type{a.control(), a.text()};
-              }},
-    ActionRow{"rows", readRows},
-    ActionRow{"command", [](Arguments& a) -> Action { return Command{a.code()}; }},
-    ActionRow{"answer", readAnswer},
-    ActionRow{"expect", readExpect},
-    ActionRow{"controls", [](Arguments&) -> Action { return Controls{}; }},
-    ActionRow{"shot", readShot},
-    ActionRow{"ok", [](Arguments&) -> Action { return Ok{}; }},
-    ActionRow{"cancel", [](Arguments&) -> Action { return Cancel{}; }},
+    {"panel", readPanel},
+    {"click", readClick},
+    {"set", readSet},
+    {"choose", readChoose},
+    {"item", readItem},
+    {"type", readType},
+    {"rows", readRows},
+    {"command", readCommand},
+    {"answer", readAnswer},
+    {"expect", readExpect},
+    {"controls", readPlain<Controls>},
+    {"shot", readShot},
+    {"ok", readPlain<Ok>},
+    {"cancel", readPlain<Cancel>},
 };
+static_assert(std::size(kActions) + 1 == std::variant_size_v<Action>, "expect is one word for two actions");
+// clang-format on
 
 std::optional<Action> readLine(std::string_view line) {
     const std::vector<Word> words = split(line);
@@ -269,7 +291,7 @@ std::optional<Action> readLine(std::string_view line) {
         return std::nullopt;
     }
     const auto row = std::ranges::find(kActions, words.front().text, &ActionRow::word);
-    if (row == kActions.end()) {
+    if (row == std::end(kActions)) {
         throw SyntaxError{words.front().column, "there is no such action"};
     }
     Arguments arguments(words);
