@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QPalette>
 #include <QStyleHints>
+#include <cstdio>
 
 namespace {
 
@@ -36,6 +37,14 @@ QPalette darkPalette() {
     return palette;
 }
 
+/// Qt's hints to programmers (a platform that cannot raise windows, the file that the nib loader reports as well) are
+/// not for people who read standard error. QT_LOGGING_RULES brings them back.
+void tellOfFaultsOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtCriticalMsg || type == QtFatalMsg) {
+        std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
+    }
+}
+
 }  // namespace
 
 ToolboxState& toolboxState() {
@@ -48,6 +57,9 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
         return paramErr;
     }
     toolboxState().scripted = scripted;
+    if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
+        qInstallMessageHandler(tellOfFaultsOnly);
+    }
     if (scripted && !hasDisplay() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
