@@ -2,6 +2,7 @@
 
 #include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
+#include "model/stock.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Menus.h"
@@ -12,7 +13,7 @@ SInt32 TicketValue(CFStringRef mainKeyword, const PPDOptionMap* map, CFStringRef
     const SInt32 value = GetTicketValueForPPDOptionKeyword(map, optionKeyword);
     const bool isCustomSize =
         value == -1 && CFEqual(mainKeyword, CFSTR("PageSize")) && CFEqual(optionKeyword, CFSTR("Custom"));
-    return isCustomSize ? kCustomPageSizeValue : value;
+    return isCustomSize ? kStockSizeCustom : value;
 }
 
 }  // namespace

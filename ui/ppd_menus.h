@@ -2,13 +2,10 @@
 //
 // An item's text is the option's display text, its reference value the option's ticket value in the main keyword's
 // option map: -1 for an option that the map lacks, which stands for no setting, and 0 throughout for a main keyword
-// without a map. The "Custom" that a PPD with custom sizes has among its page sizes is kCustomPageSizeValue.
+// without a map. The "Custom" that a PPD with custom sizes has among its page sizes is kStockSizeCustom.
 #pragma once
 
 #include "platform/toolbox/ToolboxTypes.h"
-
-/// The ticket value of a page of the user's own width and length.
-inline constexpr SInt32 kCustomPageSizeValue = 75;
 
 /// Replaces all items of the menu by the options of the list (see ppd_ui_dictionary.h), each with the command code, and
 /// returns their number; 0, and nothing done, for a null menu or list.

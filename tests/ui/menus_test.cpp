@@ -3,7 +3,7 @@
 #include "ui/ppd_menus.h"
 #include "ui/setting_menus.h"
 
-#include "model/ppd_option_maps.h"
+#include "model/stock.h"
 #include "tests/ui/plugin_fixture.h"
 #include "ui/localization.h"
 
@@ -112,7 +112,7 @@ TEST_F(MenusTest, OptionsOutsideTheMapStandForNothing) {
         return result;
     };
     EXPECT_EQ(values(options("PageSize", {"Letter", "Napkin", "Custom"}).get()),
-              (std::vector<MenuRefCon>{1, -1, kCustomPageSizeValue}));
+              (std::vector<MenuRefCon>{1, -1, kStockSizeCustom}));
     EXPECT_EQ(values(options("Jog", {"None", "Custom"}).get()), (std::vector<MenuRefCon>{0, -1}));
     EXPECT_EQ(values(options("NoSuchKeyword", {"None", "Custom"}).get()), (std::vector<MenuRefCon>{0, 0}));
 
