@@ -38,6 +38,7 @@ OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
 OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title);
 /// The content's rectangle on the screen.
 OSStatus GetWindowContentBounds(WindowRef window, Rect* bounds);
+/// Moves and sizes the window; a rectangle that lies off the screen is moved onto it.
 OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds);
 
 // The buttons that Return and Escape press; errUnknownControl when the window has none. A nib names them by the

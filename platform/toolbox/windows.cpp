@@ -10,6 +10,7 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QPushButton>
+#include <QScreen>
 #include <algorithm>
 
 namespace {
@@ -28,6 +29,15 @@ void bringToEnd(OpaqueWindowRef* window) {
     if (found != windows.end()) {
         std::rotate(found, found + 1, windows.end());
     }
+}
+
+/// The rectangle, moved as little as it takes to lie on a screen; a screen may be gone since it was remembered.
+QRect movedOntoScreen(QRect rect) {
+    const QScreen* screen = QGuiApplication::screenAt(rect.center());
+    const QRect place = (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    rect.moveLeft(std::max(place.left(), std::min(rect.left(), place.right() + 1 - rect.width())));
+    rect.moveTop(std::max(place.top(), std::min(rect.top(), place.bottom() + 1 - rect.height())));
+    return rect;
 }
 
 /// The first push button of the window that is a control and satisfies the condition.
@@ -224,7 +234,8 @@ OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds) {
     if (!IsValidWindowPtr(window) || bounds == nullptr) {
         return errInvalidWindowRef;
     }
-    window->widget->setGeometry(bounds->left, bounds->top, bounds->right - bounds->left, bounds->bottom - bounds->top);
+    const QRect wanted(bounds->left, bounds->top, bounds->right - bounds->left, bounds->bottom - bounds->top);
+    window->widget->setGeometry(movedOntoScreen(wanted));
     return noErr;
 }
 
