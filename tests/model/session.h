@@ -49,6 +49,17 @@ private:
     PMPrintSession session_ = nullptr;
 };
 
+/// The ZR420's PPD with every occurrence of a text replaced.
+inline std::string changedPPD(std::initializer_list<std::string> froms, const std::string& to) {
+    std::string ppd = readFile(kZR420);
+    for (const std::string& from : froms) {
+        for (std::size_t at = ppd.find(from); at != std::string::npos; at = ppd.find(from, at + to.size())) {
+            ppd.replace(at, from.size(), to);
+        }
+    }
+    return ppd;
+}
+
 /// The compiled PPD of a session's printer, closed with the object.
 class OpenPPD {
 public:

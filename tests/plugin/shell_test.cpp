@@ -8,7 +8,6 @@
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <algorithm>
-#include <regex>
 
 namespace {
 
@@ -236,7 +235,7 @@ TEST_F(Shell, GivesNoSummary) {
 TEST_F(Shell, RefusesWhatItCannotServeAndStartsAnew) {
     const TemporaryFolder folder;
     const auto changed = [&](const char* name, const std::string& maker) {
-        return folder.add(name, std::regex_replace(readFile(kZR420), std::regex("\\*Manufacturer: \"Tavro\""), maker));
+        return folder.add(name, changedPPD({"*Manufacturer: \"Tavro\""}, maker));
     };
     const Session other(changed("other.ppd", "*Manufacturer: \"Tavros\""));
     const Session nobody(changed("nobody.ppd", "*Manufacturer: \"\""));
