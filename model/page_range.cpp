@@ -15,14 +15,22 @@ bool IsASCIIDigit(UniChar unit) {
     return unit >= u'0' && unit <= u'9';
 }
 
-/// The text's code units: on the stack at ordinary lengths, else in one piece of the heap.
+/// A decimal digit of any script.
+bool IsDigit(UniChar unit) {
+    return IsASCIIDigit(unit) || (unit > 0x7F && CFCharacterSetIsLongCharacterMember(
+                                                     CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit), unit));
+}
+
+/// The text's code units and a comma behind the last, which ends the last item: on the stack at ordinary lengths, else
+/// in one piece of the heap.
 class CodeUnits {
 public:
-    explicit CodeUnits(CFStringRef text) : length_(static_cast<std::size_t>(CFStringGetLength(text))) {
+    explicit CodeUnits(CFStringRef text) : length_(static_cast<std::size_t>(CFStringGetLength(text)) + 1) {
         if (length_ > short_.size()) {
             long_ = std::make_unique_for_overwrite<UniChar[]>(length_);
         }
-        CFStringGetCharacters(text, {0, static_cast<CFIndex>(length_)}, data());
+        CFStringGetCharacters(text, {0, static_cast<CFIndex>(length_ - 1)}, data());
+        data()[length_ - 1] = u',';
     }
     [[nodiscard]] std::u16string_view get() { return {data(), length_}; }
 
@@ -38,24 +46,25 @@ class Parser {
 public:
     explicit Parser(bool asRanges) : asRanges_(asRanges) {}
 
+    /// The text ends with a comma.
     OSStatus parse(std::u16string_view text) {
+        ranges_.reserve(text.size() / 4);  // about what a long list has
         OSStatus status = noErr;
-        while (!text.empty() && status == noErr) {
-            const UniChar unit = text.front();
-            if (IsASCIIDigit(unit)) {
-                const SInt32 number = takeNumber(&text);
+        const UniChar* unit = text.data();
+        const UniChar* const end = unit + text.size();
+        while (unit != end && status == noErr) {
+            if (IsASCIIDigit(*unit)) {
+                SInt32 number = 0;
+                unit = readNumber(unit, &number);
                 status = number > kPageNumberLimit ? OSStatus{kPageRangeErrTooLarge} : onNumber(number);
                 continue;
             }
-            if (unit == u',') {
+            if (*unit == u',') {
                 status = onComma();
-            } else if (unit == u'-') {
+            } else if (*unit == u'-') {
                 status = onDash();
             }
-            text.remove_prefix(1);
-        }
-        if (status == noErr) {
-            status = onComma();  // the last item ends where the text does
+            ++unit;
         }
         return status == noErr && ranges_.empty() ? OSStatus{kPageRangeErrSyntax} : status;
     }
@@ -65,22 +74,18 @@ public:
 private:
     enum class State { start, leadingDash, number, openEnd };
 
-    /// Takes a number from the front; one above the limit stays above it, however long it is.
-    static SInt32 takeNumber(std::u16string_view* text) {
-        SInt32 number = 0;
-        std::size_t length = 0;
-        for (; length < text->size() && IsASCIIDigit((*text)[length]); ++length) {
-            number = std::min(number * 10 + ((*text)[length] - u'0'), kPageNumberLimit + 1);
+    /// Reads the number that begins at the unit and returns its end, which the last comma makes sure of. A number above
+    /// the limit stays above it, however long it is.
+    static const UniChar* readNumber(const UniChar* unit, SInt32* number) {
+        SInt32 value = 0;
+        for (; IsASCIIDigit(*unit) && value <= kPageNumberLimit; ++unit) {
+            value = value * 10 + (*unit - u'0');
         }
-        const auto isForeignDigit = [](UniChar unit) {
-            return unit > 0x7F &&
-                   CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit), unit);
-        };
-        while (length < text->size() && (IsASCIIDigit((*text)[length]) || isForeignDigit((*text)[length]))) {
-            ++length;
+        *number = value;
+        while (IsDigit(*unit)) {
+            ++unit;
         }
-        text->remove_prefix(length);
-        return number;
+        return unit;
     }
 
     OSStatus onComma() {
@@ -140,7 +145,7 @@ private:
     }
 
     void append(SInt32 first, SInt32 last) {
-        if (asRanges_) {
+        if (asRanges_ || first == last) {
             ranges_.push_back({first, last - first + 1});
             return;
         }
