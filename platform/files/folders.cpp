@@ -1,41 +1,67 @@
 #include "platform/files/folders.h"
 
-#include <QStandardPaths>
-
 #include <algorithm>
+#include <cstdlib>
+#include <iterator>
+#include <string>
 
 #include <sys/stat.h>
 
 namespace {
 
-/// Makes the folder and those above it that are missing, for the user alone, as the XDG base directory rules ask.
-bool makeFolder(const QByteArray& path) {
-    for (qsizetype slash = path.indexOf('/', 1); slash > 0; slash = path.indexOf('/', slash + 1)) {
-        mkdir(path.first(slash).constData(), 0700);  // most of them exist; the last one tells
-    }
-    return mkdir(path.constData(), 0700) == 0;
+struct Place {
+    OSType kind;
+    const char* variable;
+    const char* belowHome;
+};
+
+// The XDG base directories: kind, the variable that names it, else its place below the user's home.
+constexpr Place kPlaces[] = {
+    {kPreferencesFolderType, "XDG_CONFIG_HOME", "/.config"},
+    {kApplicationSupportFolderType, "XDG_DATA_HOME", "/.local/share"},
+};
+static_assert(std::size(kPlaces) == 2);
+
+/// The variable's path; empty when it is none, or a relative one, which the XDG rules ask to ignore.
+std::string absolutePath(const char* variable) {
+    const char* path = std::getenv(variable);
+    return path && *path == '/' ? path : "";
 }
 
-bool isFolder(const QByteArray& path) {
+/// Empty when the user has no home.
+std::string folderPath(const Place& place) {
+    if (const std::string path = absolutePath(place.variable); !path.empty()) {
+        return path + "/tavro";
+    }
+    const std::string home = absolutePath("HOME");
+    return home.empty() ? home : home + place.belowHome + "/tavro";
+}
+
+bool isFolder(const std::string& path) {
     struct stat status;
-    return stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+/// Makes the folder and those above it that are missing, for the user alone, as the XDG rules ask.
+bool makeFolder(const std::string& path) {
+    for (std::size_t slash = path.find('/', 1); slash != std::string::npos; slash = path.find('/', slash + 1)) {
+        mkdir(path.substr(0, slash).c_str(), 0700);  // most of them exist; the last one tells
+    }
+    return mkdir(path.c_str(), 0700) == 0 || isFolder(path);
 }
 
 }  // namespace
 
 OSStatus FSFindFolder(SInt16 domain, OSType kind, Boolean create, FSRef* folder) {
-    if (domain != kUserDomain || !folder || (kind != kPreferencesFolderType && kind != kApplicationSupportFolderType)) {
+    const Place* place = std::find_if(std::begin(kPlaces), std::end(kPlaces),
+                                      [kind](const Place& candidate) { return candidate.kind == kind; });
+    if (domain != kUserDomain || !folder || place == std::end(kPlaces)) {
         return paramErr;
     }
-    const QByteArray base =
-        QStandardPaths::writableLocation(kind == kPreferencesFolderType ? QStandardPaths::GenericConfigLocation
-                                                                        : QStandardPaths::GenericDataLocation)
-            .toUtf8();
-    const QByteArray path = base + "/tavro";
-    if (base.isEmpty() || path.size() >= static_cast<qsizetype>(sizeof folder->path) ||
-        !(isFolder(path) || (create && makeFolder(path)))) {
+    const std::string path = folderPath(*place);
+    if (path.empty() || path.size() >= sizeof folder->path || !(isFolder(path) || (create && makeFolder(path)))) {
         return fnfErr;
     }
-    std::copy_n(path.constData(), path.size() + 1, folder->path);
+    std::copy_n(path.c_str(), path.size() + 1, folder->path);
     return noErr;
 }

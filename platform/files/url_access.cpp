@@ -117,7 +117,7 @@ std::optional<std::string> followLinks(std::string path) {
             return errno == EINVAL || errno == ENOENT ? std::optional(path) : std::nullopt;
         }
         const std::string text(target, std::size_t(length));
-        path = text.starts_with('/') ? text : folderOf(path) + text;
+        path = text.starts_with('/') ? text : folderOf(path).append(text);
     }
     errno = ELOOP;
     return std::nullopt;

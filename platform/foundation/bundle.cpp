@@ -111,7 +111,7 @@ CFDictionaryRef CFBundleObject::table(const QString& name, const QString& langua
                 std::fprintf(stderr, "%s: %s\n", qUtf8Printable(path), qUtf8Printable(textOf(error.get())));
             }
         }
-        found = tables_.insert(place, std::move(table));
+        found = tables_.emplace(place, std::move(table));
     }
     return found->get();
 }

@@ -7,7 +7,6 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <cstring>
 
 #include <unistd.h>
 

@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {

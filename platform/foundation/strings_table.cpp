@@ -5,6 +5,8 @@
 #include "platform/foundation/text_encoding.h"
 #include "platform/foundation/text_position.h"
 
+#include <algorithm>
+#include <cctype>
 #include <optional>
 
 namespace {

@@ -33,7 +33,10 @@ TEST_F(Folders, AreMadeForTheUserAlone) {
     EXPECT_EQ(FSFindFolder(kUserDomain, kPreferencesFolderType, false, &folder), noErr);
     EXPECT_EQ(folder.path, home_ / "deep/er/config/tavro");
 
-    // Without the variable, the place that the XDG rules name.
+    // Without the variable, or with a path that depends on the working directory, the place that the XDG rules name.
+    ASSERT_EQ(FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder), noErr);
+    EXPECT_EQ(folder.path, home_ / ".local/share/tavro");
+    setenv("XDG_DATA_HOME", "share", 1);
     ASSERT_EQ(FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder), noErr);
     EXPECT_EQ(folder.path, home_ / ".local/share/tavro");
 }
@@ -44,6 +47,9 @@ TEST_F(Folders, WhatCannotBeMadeIsNotFound) {
     EXPECT_EQ(FSFindFolder(kUserDomain, kPreferencesFolderType, true, &folder), fnfErr);
     fs::create_directories(home_ / ".local/share");
     std::ofstream(home_ / ".local/share/tavro") << "a file in the way";
+    EXPECT_EQ(FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder), fnfErr);
+
+    unsetenv("HOME");
     EXPECT_EQ(FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder), fnfErr);
 
     EXPECT_EQ(FSFindFolder(0, kPreferencesFolderType, true, &folder), paramErr);
