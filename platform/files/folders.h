@@ -5,9 +5,10 @@
 #include "platform/foundation/four_char_code.h"
 
 inline constexpr SInt16 kUserDomain = -32763;
-inline constexpr OSType kPreferencesFolderType = FourCharCode("pref");  // $XDG_CONFIG_HOME/tavro, else ~/.config/tavro
-inline constexpr OSType kApplicationSupportFolderType =
-    FourCharCode("asup");  // $XDG_DATA_HOME/tavro, else ~/.local/share/tavro
+/// $XDG_CONFIG_HOME/tavro, else ~/.config/tavro.
+inline constexpr OSType kPreferencesFolderType = FourCharCode("pref");
+/// $XDG_DATA_HOME/tavro, else ~/.local/share/tavro.
+inline constexpr OSType kApplicationSupportFolderType = FourCharCode("asup");
 
 /// The folder of that kind, made (0700) when `create` is set. fnfErr when it does not exist and is not to be made or
 /// cannot be made; paramErr for another domain or kind.
