@@ -136,10 +136,9 @@ void InstallWindowHandler(PDEShellContext* context) {
     }
 }
 
-OSStatus RemoveWindowHandler(PDEShellContext* context) {
-    const OSStatus status = RemoveHandler(&context->windowHandlerRef);
+void RemoveWindowHandler(PDEShellContext* context) {
+    RemoveHandler(&context->windowHandlerRef);
     DisposeEventHandlerUPP(context->windowHandler);
-    return status;
 }
 
 OSStatus DetachFromDialog(PDEShellContext* context) {

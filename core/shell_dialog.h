@@ -15,10 +15,9 @@ OSStatus CreatePanelPanes(PDEShellContext* context);
 /// platform's status; on failure nothing has been put there.
 OSStatus BuildShellPane(PDEShellContext* context);
 
-// The handler for commands on the dialog's window: once, however often it is installed. Removing returns the status, 0
-// when it was not installed.
+// The handler for commands on the dialog's window: there is one, however often it is installed.
 void InstallWindowHandler(PDEShellContext* context);
-OSStatus RemoveWindowHandler(PDEShellContext* context);
+void RemoveWindowHandler(PDEShellContext* context);
 
 /// Takes the handlers, the panes and the shell pane out of the dialog again. Returns the status of the last handler's
 /// removal, 0 when none was installed.

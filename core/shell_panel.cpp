@@ -147,7 +147,7 @@ OSStatus Open(PMPDEContext opaque) {
         }
         context->opened = true;
     }
-    if (lastTabIndex == 0) {
+    if (lastTabIndex < 1 || lastTabIndex > static_cast<SInt32>(context->panels.size())) {
         lastTabIndex = 1;
     }
     selectPanel(lastTabIndex, context);

@@ -185,6 +185,19 @@ TEST_F(Shell, OpensAgainWithoutBuildingAgain) {
     EXPECT_EQ(operations.Close(context), noErr);
 }
 
+TEST_F(Shell, MayBeInitializedTwice) {
+    const Session session(kZR420);
+    ASSERT_EQ(start(session), noErr);
+    ControlRef content = nullptr;
+    ASSERT_EQ(GetRootControl(window, &content), noErr);
+    const UInt16 controls = CountSubControls(content);
+    EXPECT_EQ(operations.Initialize(context, nullptr, nullptr, control(1), session.get()), noErr);
+    EXPECT_EQ(CountSubControls(content), controls) << "no second pane for a panel";
+    EXPECT_EQ(operations.Open(context), noErr);
+    EXPECT_EQ(terminate(), noErr);
+    EXPECT_EQ(CountSubControls(content), 3) << "the dialog's own";
+}
+
 TEST_F(Shell, CommitsTwoSettingsThatNoPanelHas) {
     const Session session(kZR420);
     ASSERT_EQ(start(session), noErr);
