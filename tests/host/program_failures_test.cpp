@@ -1,0 +1,105 @@
+// How the program refuses: its exit status, and one line that names the file and the reason.
+#include "tests/host/program_fixture.h"
+
+#include <algorithm>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Refusals : public ProgramTest {
+protected:
+    void expectRefusal(const Run& run, int status, const std::string& file, const std::string& reason = {}) const {
+        EXPECT_EQ(run.status, status) << run.errors;
+        EXPECT_EQ(std::ranges::count(run.errors, '\n'), 1) << run.errors;
+        EXPECT_NE(run.errors.find(file), std::string::npos) << run.errors;
+        EXPECT_NE(run.errors.find(reason), std::string::npos) << run.errors;
+        EXPECT_EQ(run.output, "");
+    }
+
+    /// A copy of what is staged, to be broken: the program, its bundle and the plug-in.
+    std::string copyStage() const {
+        const fs::path copy = folder.path() / "stage";
+        for (const char* part : {"bin/tavro-print", "TavroPrint.bundle", "plugins"}) {
+            fs::create_directories((copy / part).parent_path());
+            fs::copy(fs::path(TAVRO_STAGE) / part, copy / part, fs::copy_options::recursive);
+        }
+        return copy;
+    }
+
+    Run runCopy(const std::string& stage) const {
+        const std::string command = "LD_LIBRARY_PATH=" TAVRO_STAGE "/lib exec '" + stage + "/bin/tavro-print' --ppd '" +
+                                    kZR420 + "' --script '" + add("script", "ok\n") + "' --job-out '" +
+                                    (folder / "job.ps") + "' '" + kTenPages + "'";
+        return runShell(command);
+    }
+
+private:
+    Run runShell(const std::string& command) const {
+        const std::string redirected = "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM sh -c \"" + command +
+                                       "\" >'" + (folder / "stdout") + "' 2>'" + (folder / "stderr") + "'";
+        const int status = std::system(redirected.c_str());
+        return {WEXITSTATUS(status), contentOf(folder / "stdout"), contentOf(folder / "stderr")};
+    }
+};
+
+}  // namespace
+
+TEST_F(Refusals, Usage) {
+    expectRefusal(run({}), 2, "document");
+    expectRefusal(run({"--fast", kTenPages}), 2, "--fast");
+    expectRefusal(run({kTenPages, "--ppd"}), 2, "--ppd");
+    expectRefusal(run({"--ppd=", kTenPages}), 2, "--ppd");
+    expectRefusal(run({"--ppd", kZR420, "--printer", "office", kTenPages}), 2, "--printer");
+    expectRefusal(run({"--script", "a", "--script", "b", kTenPages}), 2, "--script", "twice");
+    expectRefusal(run({"--help=all"}), 2, "--help");
+    expectRefusal(run({kTenPages, kTenPages}), 2, kTenPages);
+    expectRefusal(run({"--", "--ppd", kTenPages}), 2, kTenPages);
+    expectRefusal(run({"--ppd", kZR420, kTenPages}), 2, "display");
+    expectRefusal(script("ok", {"--installed", "Option2"}), 2, "Option2");
+    expectRefusal(script("ok", {"--installed", "Option2=Many"}), 2, "Option2=Many", "Tavro ZR420");
+}
+
+TEST_F(Refusals, InputThatIsMissing) {
+    const std::string none = folder / "none";
+    expectRefusal(run({"--ppd", kZR420, "--script", add("script", "ok"), none}), 4, none, "No such file");
+    expectRefusal(script("ok", {"--ticket-in", none}), 4, none, "No such file");
+    expectRefusal(run({"--ppd", none, "--script", add("script", "ok"), kTenPages}), 4, none, "No such file");
+    expectRefusal(run({"--printer", "office", "--script", add("script", "ok"), kTenPages}), 4, "office", "server");
+    expectRefusal(run({"--ppd", kZR420, "--script", none, kTenPages}), 4, none, "No such file");
+}
+
+TEST_F(Refusals, InputThatIsBroken) {
+    const std::string cut = add("cut.pdf", contentOf(kTenPages).substr(0, 300));
+    expectRefusal(run({"--ppd", kZR420, "--script", add("script", "ok"), cut}), 4, cut, "damaged");
+    expectRefusal(run({"--ppd", kTenPages, "--script", add("script", "ok"), kTenPages}), 4, kTenPages, "line 1");
+    const std::string plist = add("broken.plist", "<plist version=\"1.0\"><dict>\n  <key>a</key><intger/></dict>");
+    expectRefusal(script("ok", {"--ticket-in", plist}), 4, plist, "line 2, column");
+    const std::string list = add("list.plist", "<plist version=\"1.0\"><array/></plist>");
+    expectRefusal(script("ok", {"--ticket-in", list}), 4, list, "dictionary");
+}
+
+TEST_F(Refusals, PartsThatAreMissingOrBroken) {
+    expectRefusal(script("ok", {}, {"TAVRO_PLUGIN_DIR=" + folder.path().string()}), 4, "TavroFeatures.plugin");
+
+    const std::string stage = copyStage();
+    const std::string nib = stage + "/TavroPrint.bundle/Contents/Resources/PrintDialog.nib";
+    std::ofstream(nib + "/PrintDialog.ui") << "<ui";
+    expectRefusal(runCopy(stage), 4, "PrintDialog.ui", "line");
+    fs::remove_all(nib);
+    expectRefusal(runCopy(stage), 4, "TavroPrint.bundle", "nib");
+    std::ofstream(stage + "/plugins/TavroFeatures.plugin/Contents/Linux/TavroFeatures") << "no library";
+    expectRefusal(runCopy(stage), 4, "TavroFeatures");
+    fs::remove_all(stage + "/TavroPrint.bundle");
+    expectRefusal(runCopy(stage), 4, "TavroPrint.bundle");
+    EXPECT_FALSE(fs::exists(folder / "job.ps"));
+}
+
+TEST_F(Refusals, ScriptsThatCannotBeReadTellEachLine) {
+    const Run run = script("clik Tshl:16\nok\n  set Tshl:16 x\n", {"--job-out", folder / "job.ps"});
+    EXPECT_EQ(run.status, 3);
+    const std::string file = folder / "script";
+    EXPECT_EQ(run.errors,
+              file + ":1: column 1: there is no such action\n" + file + ":3: column 15: a value is a whole number\n");
+    EXPECT_FALSE(fs::exists(folder / "job.ps"));
+}

@@ -1,0 +1,141 @@
+// What the program does from a script to the settings and the job that it leaves.
+#include "tests/host/program_fixture.h"
+
+#include <algorithm>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class Program : public ProgramTest {
+protected:
+    std::string settings() const { return contentOf(folder / "settings.plist"); }
+    std::string job() const { return contentOf(folder / "job.ps"); }
+    Words outputs() const { return {"--ticket-out", folder / "settings.plist", "--job-out", folder / "job.ps"}; }
+
+    /// The XML of a pair, blanks between the two left out.
+    static bool hasPair(std::string plist, const std::string& key, const std::string& value) {
+        std::erase_if(plist, [](char c) { return c == '\n' || c == '\t'; });
+        return plist.find("<key>" + key + "</key>" + value) != std::string::npos;
+    }
+
+    bool wroteNothing() const { return !fs::exists(folder / "settings.plist") && !fs::exists(folder / "job.ps"); }
+};
+
+}  // namespace
+
+TEST_F(Program, TellsAboutItself) {
+    const Run help = run({"--help"});
+    EXPECT_EQ(help.status, 0);
+    for (const char* word : {"--ppd FILE", "--printer QUEUE", "--installed", "--ticket-in FILE", "--ticket-out FILE",
+                             "--job-out FILE", "--script FILE", "--shots DIR", "--list-controls", "--version"}) {
+        EXPECT_NE(help.output.find(word), std::string::npos) << word;
+    }
+    EXPECT_EQ(run({"--version"}).output.substr(0, 12), "tavro-print ");
+}
+
+TEST_F(Program, RunsTheExampleOfTheDocumentation) {
+    const std::string example = TAVRO_SOURCE_DIR "/docs/examples/advanced.tavro-script";
+    Words arguments{"--ppd", kZR420, "--script", example, "--shots", folder / "shots", kTenPages};
+    for (const std::string& word : outputs()) {
+        arguments.push_back(word);
+    }
+    const Run done = run(arguments);
+    EXPECT_EQ(done.status, 0);
+    EXPECT_EQ(done.output + done.errors, "");
+    EXPECT_NE(job().find("@PJL SET TRBANNER=ON"), std::string::npos);
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.AdvancedRotateImage180", "<integer>1</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "JCLBanner", "<string>True</string>"));
+    EXPECT_EQ(fs::status(folder / "settings.plist").permissions(), fs::perms(0600));
+    EXPECT_EQ(contentOf(folder / "shots/advanced-after.png").substr(1, 3), "PNG");
+}
+
+TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {
+    const Run first = script(
+        "set Host:20 3\nclick Host:21\nexpect Host:21 value 0\nset Host:41 2\nchoose Host:40 \"A4 (210 x 297 mm)\"\n"
+        "type Host:31 \"7, 2-3\"\nexpect Host:30 value 2\nok",
+        outputs());
+    EXPECT_EQ(first.status, 0) << first.errors;
+    const std::string written = settings();
+    EXPECT_TRUE(hasPair(written, "com.apple.print.PrintSettings.PMCopies", "<integer>3</integer>"));
+    EXPECT_TRUE(hasPair(written, "com.apple.print.PrintSettings.PMPageRange", "<string>2-3,7</string>"));
+    EXPECT_TRUE(hasPair(written, "com.apple.print.PageFormat.PMOrientation", "<integer>2</integer>"));
+    EXPECT_TRUE(hasPair(written, "Collate", "<string>False</string>"));
+    EXPECT_TRUE(hasPair(written, "PageSize", "<string>A4</string>"));
+    EXPECT_NE(job().find("%%Pages: 3"), std::string::npos);
+
+    fs::rename(folder / "settings.plist", folder / "before.plist");
+    Words more = outputs();
+    more.insert(more.end(), {"--ticket-in", folder / "before.plist"});
+    const Run second = script(
+        "expect Host:20 value 3\nexpect Host:21 value 0\nexpect Host:31 text \"2-3,7\"\nexpect Host:41 value 2\n"
+        "expect Host:40 text \"A4 (210 x 297 mm)\"\nok",
+        more);
+    EXPECT_EQ(second.status, 0) << second.errors;
+    EXPECT_EQ(settings(), written);
+}
+
+TEST_F(Program, KeepsTheDialogOpenForARangeThatTheDocumentDoesNotHave) {
+    const Run run = script("type Host:31 \"8-12\"\nok\nexpect window Print\ncancel", outputs());
+    EXPECT_EQ(run.status, 1) << run.errors;
+    EXPECT_NE(run.output.find("pages 1 to 10"), std::string::npos) << run.output;
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(Program, WritesNothingUnlessItEndsWithPrint) {
+    constexpr const char* kChanges = "set Host:20 3\npanel Advanced\nset Tshl:632 2\n";
+    EXPECT_EQ(script(std::string(kChanges) + "cancel", outputs()).status, 1);
+    EXPECT_EQ(script(std::string(kChanges) + "command \"not!\"", outputs()).status, 1);
+    EXPECT_EQ(script(kChanges, outputs()).status, 1);
+    const Run failed = script(std::string(kChanges) + "expect Host:20 value 4\nok", outputs());
+    EXPECT_EQ(failed.status, 3);
+    EXPECT_EQ(failed.errors, folder / "script" + ":4: Host:20 has the value 3, not 4\n");
+    EXPECT_TRUE(wroteNothing());
+}
+
+TEST_F(Program, SaysSoWhenTheJobCannotBeSent) {
+    const Run noQueue = script("ok", {"--ticket-out", folder / "settings.plist"});
+    EXPECT_EQ(noQueue.status, 5);
+    EXPECT_NE(noQueue.errors.find("Tavro ZR420: "), std::string::npos) << noQueue.errors;
+    EXPECT_NE(noQueue.output.find("notice: "), std::string::npos);
+    EXPECT_TRUE(hasPair(settings(), "Collate", "<string>True</string>"));  // not lost
+    const Run noFolder = script("ok", {"--job-out", folder / "none/job.ps"});
+    EXPECT_EQ(noFolder.status, 5);
+    EXPECT_NE(noFolder.errors.find("none/job.ps"), std::string::npos) << noFolder.errors;
+}
+
+TEST_F(Program, PrintsOnOtherMakersPrintersWithoutTheMakersPanels) {
+    std::string ppd = contentOf(kZR420);
+    for (std::size_t at = 0; (at = ppd.find("Tavro", at)) != std::string::npos;) {
+        ppd.replace(at, 5, "Other");
+    }
+    Words arguments{"--ppd", add("other.ppd", ppd), "--script",
+                    add("script", "expect Host:50 hidden\nexpect Host:51 visible\nset Host:20 2\nok"), kTenPages};
+    for (const std::string& word : outputs()) {
+        arguments.push_back(word);
+    }
+    const Run run = ProgramTest::run(arguments);
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_NE(job().find("%!PS-Adobe"), std::string::npos);
+    EXPECT_TRUE(hasPair(settings(), "com.apple.print.PrintSettings.PMCopies", "<integer>2</integer>"));
+}
+
+TEST_F(Program, OffersWhatIsInstalled) {
+    // The about panel's picture shows trays and finisher.
+    const Run all = script("panel About\nshot all", {"--shots", folder.path()});
+    const Run fewer = script("panel About\nshot fewer",
+                             {"--shots", folder.path(), "--installed", "Option2=LCSS", "--installed", "Option1=False"});
+    EXPECT_EQ(all.errors + fewer.errors, "");
+    EXPECT_FALSE(contentOf(folder / "all.png").empty());
+    EXPECT_NE(contentOf(folder / "all.png"), contentOf(folder / "fewer.png"));
+}
+
+TEST_F(Program, ListsTheControlsOfEveryPanel) {
+    const Run list = run({"--ppd", kZR420, "--list-controls"});
+    EXPECT_EQ(list.status, 0) << list.errors;
+    EXPECT_EQ(list.output.find("STRING NOT FOUND"), std::string::npos);
+    EXPECT_NE(list.output.find("\npanel 1 "), std::string::npos);
+    EXPECT_NE(list.output.find("popUp Tshl:632 value 1 \"Off\"\n"), std::string::npos);
+    EXPECT_NE(list.output.find("customView Tshl:505 command TsLB"), std::string::npos);
+    EXPECT_NE(list.output.find("pushButton Host:60 command \"ok  \" \"Print\""), std::string::npos);
+}
