@@ -12,6 +12,7 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
+#include <cstdlib>
 
 namespace {
 
@@ -68,7 +69,7 @@ OSStatus take(QWidget* opened, int row, bool usable, Row currentRow) {
     while (usable && current != row) {
         userPresses(opened, current < row ? Qt::Key_Down : Qt::Key_Up);
         const int next = currentRow();
-        usable = next != current;
+        usable = std::abs(row - next) < std::abs(row - current);  // a menu goes round in circles
         current = next;
     }
     userPresses(opened, usable ? Qt::Key_Return : Qt::Key_Escape);
@@ -97,7 +98,8 @@ OSStatus pickFromButton(QToolButton* button, int row) {
     QObject::connect(&hand, &QTimer::timeout, menu, [&status, menu, row] {
         if (menu->isVisible()) {
             const QList<QAction*> actions = menu->actions();
-            const bool usable = row >= 0 && row < actions.size() && actions[row]->isEnabled();
+            const bool usable =
+                row >= 0 && row < actions.size() && actions[row]->isEnabled() && !actions[row]->isSeparator();
             status = take(menu, row, usable, [menu] { return menu->actions().indexOf(menu->activeAction()); });
         }
     });

@@ -83,7 +83,7 @@ void EditField::keyPressEvent(QKeyEvent* event) {
 
 void EditField::inputMethodEvent(QInputMethodEvent* event) {
     if (isReadOnly()) {
-        QLineEdit::inputMethodEvent(event);
+        event->ignore();  // Qt's own field would take it
     } else {
         compose(*event);
     }

@@ -39,7 +39,7 @@ QIcon iconOf(CGImageRef image) {
 
 CGImageRef CGImageCreateWithURL(CFURLRef url) {
     const QFileInfo file(filePath(url));
-    const QImage image(file.filePath());
+    const QImage image = file.isFile() ? QImage(file.filePath()) : QImage();
     if (image.isNull()) {
         return nullptr;
     }

@@ -91,7 +91,7 @@ void TextArea::keyPressEvent(QKeyEvent* event) {
 
 void TextArea::inputMethodEvent(QInputMethodEvent* event) {
     if (isReadOnly()) {
-        QPlainTextEdit::inputMethodEvent(event);
+        event->ignore();  // Qt's own field would take it
     } else {
         compose(*event);
     }
