@@ -1,0 +1,297 @@
+// The hands of a script: they do what a user could do, by the same events, and nothing else.
+
+#include "platform/toolbox/Automation.h"
+
+#include "platform/toolbox/Menus.h"
+#include "platform/toolbox/objects.h"
+#include "tests/toolbox/toolbox_fixture.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QImage>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollArea>
+#include <QTabBar>
+#include <QTimer>
+
+namespace {
+
+std::string item(const std::string& text) {
+    return "<item><property name=\"text\"><string>" + text + "</string></property></item>";
+}
+
+class AutomationTest : public NibWindowTest {
+protected:
+    void show(const std::string& content) {
+        open(rectangle(0, 0, 400, 400) + content);
+        ShowWindow(window);
+    }
+
+    /// Hits of the control, and the commands that reach its window, as they come.
+    void listen(int number) {
+        handlers_.push_back(std::make_unique<TestHandler>(
+            GetControlEventTarget(control(number)), kEventClassControl, kEventControlHit,
+            [this, number](EventHandlerCallRef, EventRef) {
+                log += "hit " + std::to_string(GetControl32BitValue(control(number))) + "; ";
+                return eventNotHandledErr;
+            }));
+        if (handlers_.size() == 1) {
+            handlers_.push_back(std::make_unique<TestHandler>(GetWindowEventTarget(window), kEventClassCommand,
+                                                              kEventCommandProcess,
+                                                              [this](EventHandlerCallRef, EventRef event) {
+                                                                  log += FourCharCodeText(commandOf(event)) + "; ";
+                                                                  return noErr;
+                                                              }));
+        }
+    }
+    std::string heard() { return std::exchange(log, {}); }
+
+    OSStatus type(int number, const QString& typed) { return AutomationType(control(number), toCFString(typed).get()); }
+    OSStatus choose(int number, MenuItemIndex menuItem) {
+        return AutomationChooseMenuItem(control(number), GetControlPopupMenuHandle(control(number)), menuItem);
+    }
+    void TearDown() override {
+        handlers_.clear();
+        NibWindowTest::TearDown();
+    }
+
+    std::string log;
+
+private:
+    std::vector<std::unique_ptr<TestHandler>> handlers_;
+};
+
+TEST_F(AutomationTest, ControlsThatAUserCannotReachAreRefused) {
+    show(widget("QPushButton", 1, rectangle(0, 0, 80, 30)) +
+         widget("QWidget", 2, rectangle(0, 40, 80, 30) + widget("QPushButton", 3, rectangle(0, 0, 80, 30))) +
+         widget("QPushButton", 4, rectangle(0, 80, 80, 30)) + widget("QLineEdit", 5, rectangle(0, 120, 80, 30)));
+    listen(1);
+    listen(3);
+    listen(4);
+    EXPECT_EQ(AutomationClick(control(1)), noErr);
+    EXPECT_EQ(heard(), "hit 0; ");
+
+    DisableControl(control(1));
+    EXPECT_EQ(AutomationClick(control(1)), kControlNotUsableErr);
+    DisableControl(control(2));
+    EXPECT_EQ(AutomationClick(control(3)), kControlNotUsableErr) << "its parent is disabled";
+    EnableControl(control(2));
+    HideControl(control(2));
+    EXPECT_EQ(AutomationClick(control(3)), kControlNotUsableErr) << "its parent is hidden";
+    ShowControl(control(2));
+    const Rect none{40, 0, 40, 80};
+    SetControlBounds(control(2), &none);
+    EXPECT_EQ(AutomationClick(control(3)), kControlNotUsableErr) << "there is nothing to click on";
+    const Rect over{75, 0, 115, 90};
+    SetControlBounds(control(2), &over);
+    control(2)->widget->raise();
+    EXPECT_EQ(AutomationClick(control(4)), kControlNotUsableErr) << "a pane lies over it";
+    DisableControl(control(5));
+    EXPECT_EQ(type(5, QStringLiteral("x")), kControlNotUsableErr);
+    EXPECT_EQ(text(control(5)), "");
+    HideWindow(window);
+    EXPECT_EQ(AutomationClick(control(4)), kControlNotUsableErr);
+    EXPECT_EQ(AutomationClick(nullptr), paramErr);
+    EXPECT_EQ(heard(), "");
+}
+
+TEST_F(AutomationTest, WindowsBehindAModalOneAreOutOfReach) {
+    TestBundle other("com.example.other");
+    other.addNib("Nib", "Window", widget("QPushButton", 1));
+    IBNibRef nib = nullptr;
+    CreateNibReferenceWithCFBundle(other.bundle(), CFSTR("Nib"), &nib);
+    WindowRef modal = nullptr;
+    ASSERT_EQ(CreateWindowFromNib(nib, CFSTR("Window"), &modal), noErr);
+    DisposeNibReference(nib);
+    show(widget("QPushButton", 1, rectangle(0, 0, 80, 30)) + widget("QComboBox", 2, item("a") + item("b")));
+    listen(1);
+    OSStatus behind = noErr;
+    OSStatus value = noErr;
+    OSStatus front = paramErr;
+    QTimer::singleShot(0, [&] {
+        const ControlID id{kTest, 1};
+        ControlRef button = nullptr;
+        GetControlByID(modal, &id, &button);
+        behind = AutomationClick(control(1));
+        value = AutomationSetValue(control(2), 2);
+        front = AutomationClick(button);
+        QuitAppModalLoopForWindow(modal);
+    });
+    RunAppModalLoopForWindow(modal);
+    EXPECT_EQ(behind, kControlNotUsableErr);
+    EXPECT_EQ(value, kControlNotUsableErr);
+    EXPECT_EQ(front, noErr);
+    EXPECT_EQ(heard(), "");
+    DisposeWindow(modal);
+    EXPECT_EQ(AutomationClick(control(1)), noErr);
+}
+
+TEST_F(AutomationTest, ValuesChangeByClicksAndKeys) {
+    const std::string radios = "<widget class=\"QRadioButton\" name=\"r1\">" + rectangle(0, 0, 150, 20) +
+                               "</widget><widget class=\"QRadioButton\" name=\"r2\">" + rectangle(0, 25, 150, 20) +
+                               "</widget>";
+    show(widget("QCheckBox", 1, rectangle(0, 0, 300, 30)) +
+         widget("QWidget", 2, property("kind", "string", "radioGroup") + rectangle(0, 40, 200, 50) + radios) +
+         widget("QSlider", 3, rectangle(0, 100, 100, 20) + property("maximum", "number", "9")) +
+         widget("QSpinBox", 4, rectangle(0, 130, 100, 30) + property("minimum", "number", "-5")) +
+         widget("QTabBar", 5, rectangle(0, 170, 300, 30)) +
+         widget("QComboBox", 6, rectangle(0, 210, 100, 30) + item("a") + item("b") + item("c")));
+    auto* tabs = qobject_cast<QTabBar*>(control(5)->widget);
+    tabs->addTab(QStringLiteral("one"));
+    tabs->addTab(QStringLiteral("two"));
+    for (int number = 1; number <= 6; ++number) {
+        listen(number);
+    }
+    struct Case {
+        int number;
+        SInt32 value;
+        const char* hits;
+    };
+    for (const Case& c :
+         {Case{1, 1, "hit 1; "}, Case{1, 1, ""}, Case{1, 0, "hit 0; "}, Case{2, 2, "hit 2; "}, Case{2, 1, "hit 1; "},
+          Case{3, 2, "hit 1; hit 2; "}, Case{3, 1, "hit 1; "}, Case{4, -2, "hit -1; hit -2; "}, Case{5, 2, "hit 2; "},
+          Case{6, 3, "hit 3; "}, Case{6, 1, "hit 1; "}}) {
+        SCOPED_TRACE(std::to_string(c.number) + " to " + std::to_string(c.value));
+        EXPECT_EQ(AutomationSetValue(control(c.number), c.value), noErr);
+        EXPECT_EQ(GetControl32BitValue(control(c.number)), c.value);
+        EXPECT_EQ(heard(), c.hits);
+    }
+    EXPECT_EQ(AutomationSetValue(control(3), 10), paramErr) << "beyond the slider's end";
+    EXPECT_EQ(AutomationSetValue(control(1), 2), paramErr);
+    EXPECT_EQ(AutomationSetValue(control(2), 3), paramErr);
+    EXPECT_EQ(AutomationSetValue(control(5), 3), paramErr);
+    EXPECT_EQ(AutomationClick(control(6)), paramErr) << "which item?";
+}
+
+TEST_F(AutomationTest, MenuItemsArePickedAndDisabledOnesAreNot) {
+    show(widget("QComboBox", 1, rectangle(0, 0, 100, 30)) +
+         widget("QToolButton", 2,
+                rectangle(0, 40, 100, 30) + property("popupMode", "enum", "QToolButton::InstantPopup")));
+    for (const int number : {1, 2}) {
+        const MenuRef menu = GetControlPopupMenuHandle(control(number));
+        const auto append = [&](CFStringRef name, MenuItemAttributes attributes, OSType command) {
+            EXPECT_EQ(AppendMenuItemTextWithCFString(menu, name, attributes, command, nullptr), noErr);
+        };
+        append(CFSTR("First"), 0, FourCharCode("frst"));
+        append(CFSTR("Off"), kMenuItemAttrDisabled, FourCharCode("off "));
+        append(CFSTR("-"), kMenuItemAttrSeparator, 0);
+        append(CFSTR("Last"), 0, FourCharCode("last"));
+    }
+    listen(1);
+    EXPECT_EQ(choose(1, 4), noErr);
+    EXPECT_EQ(heard(), "last; hit 4; ");
+    for (const int number : {1, 2}) {
+        EXPECT_EQ(choose(number, 2), kControlNotUsableErr);
+        EXPECT_EQ(choose(number, 3), kControlNotUsableErr);
+        EXPECT_EQ(choose(number, 5), kControlNotUsableErr);
+        EXPECT_EQ(choose(number, 0), kControlNotUsableErr);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "the menu is closed again";
+    }
+    EXPECT_EQ(heard(), "");
+    EXPECT_EQ(GetControl32BitValue(control(1)), 4);
+    EXPECT_EQ(choose(2, 4), noErr);
+    EXPECT_EQ(choose(2, 1), noErr);
+    EXPECT_EQ(heard(), "last; frst; ");
+    EXPECT_EQ(AutomationChooseMenuItem(control(2), GetControlPopupMenuHandle(control(1)), 1), paramErr);
+}
+
+TEST_F(AutomationTest, TypingReplacesTheTextKeyByKey) {
+    show(widget("QLineEdit", 1, rectangle(0, 0, 200, 30)) + widget("QLineEdit", 2, rectangle(0, 40, 200, 30)) +
+         widget("QPlainTextEdit", 3, rectangle(0, 80, 200, 100)));
+    std::vector<QString> keys;
+    const TestHandler handler(GetControlEventTarget(control(1)), kEventClassTextInput,
+                              kEventTextInputUnicodeForKeyEvent, [&](EventHandlerCallRef, EventRef event) {
+                                  const QString key = eventText(event, kEventParamTextInputSendText);
+                                  keys.push_back(key);
+                                  return key == QStringLiteral("!") ? noErr : eventNotHandledErr;
+                              });
+    qobject_cast<QLineEdit*>(control(1)->widget)->setText(QStringLiteral("old"));
+    EXPECT_EQ(type(1, QStringLiteral("A1!é😀")), noErr);
+    EXPECT_EQ(keys, (std::vector<QString>{QStringLiteral("\x7f"), QStringLiteral("A"), QStringLiteral("1"),
+                                          QStringLiteral("!"), QStringLiteral("é"), QStringLiteral("😀")}));
+    EXPECT_EQ(text(control(1)), "A1é😀");
+    EXPECT_EQ(window->widget->focusWidget(), control(1)->widget);
+    EXPECT_EQ(type(1, QString()), noErr);
+    EXPECT_EQ(text(control(1)), "");
+    EXPECT_EQ(type(1, QStringLiteral("a\nb")), paramErr) << "Return would press a button";
+    EXPECT_EQ(type(3, QStringLiteral("a\nb")), noErr);
+    EXPECT_EQ(qobject_cast<QPlainTextEdit*>(control(3)->widget)->toPlainText(), QStringLiteral("a\nb"));
+
+    qobject_cast<QLineEdit*>(control(2)->widget)->setReadOnly(true);
+    EXPECT_EQ(type(2, QStringLiteral("x")), kControlNotUsableErr);
+    EXPECT_EQ(AutomationType(control(1), nullptr), paramErr);
+}
+
+TEST_F(AutomationTest, RowsAreSelectedAsTheListAllows) {
+    std::string rows;
+    for (int i = 1; i <= 30; ++i) {
+        rows += item("row " + std::to_string(i));
+    }
+    show(widget(
+        "QListWidget", 1,
+        rectangle(0, 0, 200, 100) + property("selectionMode", "enum", "QAbstractItemView::ExtendedSelection") + rows));
+    auto* list = qobject_cast<QListWidget*>(control(1)->widget);
+    EXPECT_EQ(AutomationCountRows(control(1)), 30);
+    const UInt32 far[] = {1, 30};
+    EXPECT_EQ(AutomationSelectRows(control(1), 2, far), noErr);
+    EXPECT_EQ(list->selectedItems().size(), 2);
+    EXPECT_TRUE(list->item(29)->isSelected());
+    const UInt32 middle[] = {2, 1};
+    EXPECT_EQ(AutomationSelectRows(control(1), 2, middle), noErr);
+    EXPECT_FALSE(list->item(29)->isSelected());
+    EXPECT_EQ(AutomationSelectRows(control(1), 0, nullptr), noErr);
+    EXPECT_TRUE(list->selectedItems().isEmpty());
+
+    const UInt32 beyond[] = {31};
+    EXPECT_EQ(AutomationSelectRows(control(1), 1, beyond), paramErr);
+    list->setSelectionMode(QAbstractItemView::SingleSelection);
+    EXPECT_EQ(AutomationSelectRows(control(1), 2, middle), paramErr) << "only one at a time";
+    EXPECT_EQ(AutomationSelectRows(control(1), 1, middle), noErr);
+    EXPECT_TRUE(list->item(1)->isSelected());
+    EXPECT_EQ(AutomationCountRows(nullptr), 0);
+}
+
+TEST_F(AutomationTest, ScrolledOutControlsAreScrolledTo) {
+    show("<widget class=\"QScrollArea\" name=\"area\">" + rectangle(0, 0, 200, 100) +
+         "<widget class=\"QWidget\" name=\"inner\">" + rectangle(0, 0, 180, 900) +
+         widget("QPushButton", 1, rectangle(0, 800, 80, 30)) + "</widget></widget>");
+    listen(1);
+    EXPECT_EQ(AutomationClick(control(1)), noErr);
+    EXPECT_EQ(heard(), "hit 0; ");
+}
+
+TEST_F(AutomationTest, HandlersMayCloseTheWindowUnderTheHands) {
+    show(widget("QComboBox", 1, item("a") + item("b")));
+    const TestHandler handler(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
+                              [&](EventHandlerCallRef, EventRef) {
+                                  DisposeWindow(std::exchange(window, nullptr));
+                                  return noErr;
+                              });
+    EXPECT_EQ(AutomationSetValue(control(1), 2), noErr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(AutomationTest, SnapshotsAreWhatTheWindowShows) {
+    show(widget("QLineEdit", 1, property("echoMode", "enum", "QLineEdit::Password") + rectangle(0, 0, 200, 30)));
+    const auto shot = [this](const char* name) {
+        const std::string path = bundle.contents() / name;
+        const auto file =
+            CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, path.c_str(), kCFStringEncodingUTF8));
+        const auto url =
+            CFRef<CFURLRef>::adopt(CFURLCreateWithFileSystemPath(nullptr, file.get(), kCFURLPOSIXPathStyle, false));
+        EXPECT_EQ(AutomationSnapshot(window, url.get()), noErr);
+        return QImage(QString::fromStdString(path));
+    };
+    qobject_cast<QLineEdit*>(control(1)->widget)->setText(QStringLiteral("mmm"));
+    const QImage first = shot("1.png");
+    qobject_cast<QLineEdit*>(control(1)->widget)->setText(QStringLiteral("iii"));
+    EXPECT_EQ(shot("2.png"), first) << "dots tell nothing";
+    EXPECT_EQ(first.size(), window->widget->size());
+    qobject_cast<QLineEdit*>(control(1)->widget)->setText(QStringLiteral("iiii"));
+    EXPECT_NE(shot("3.png"), first);
+    EXPECT_EQ(AutomationSnapshot(nullptr, nullptr), paramErr);
+}
+
+}  // namespace

@@ -1,0 +1,18 @@
+// Starts the toolbox once for all cases, with nobody at the screen.
+
+#include "platform/toolbox/Automation.h"
+
+#include <gtest/gtest.h>
+#include <QCoreApplication>
+#include <cstdlib>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    if (ToolboxInitialize(&argc, argv, true) != noErr) {
+        return EXIT_FAILURE;
+    }
+    const int failed = RUN_ALL_TESTS();
+    delete QCoreApplication::instance();  // leak checkers look at what fonts and styles left behind
+    return failed;
+}
