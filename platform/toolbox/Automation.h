@@ -1,7 +1,8 @@
 // The hands of a script: what a user does with mouse and keys, done by a program.
 //
 // Every action takes the user's road (input events, handlers, enabling). kControlNotUsableErr for a control that is
-// hidden, disabled or behind a modal window.
+// hidden, disabled, covered or behind a modal window, paramErr for what no user could do with it. An action whose
+// handler runs a modal loop returns when that loop has ended: go on from a timer that was set before.
 #pragma once
 
 #include "platform/foundation/CFBase.h"

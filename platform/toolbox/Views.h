@@ -10,10 +10,11 @@ using HIObjectClassRef = struct OpaqueHIObjectClassRef*;
 inline constexpr OSStatus hiObjectClassExistsErr = -22080;
 #define kHIViewClassID CFSTR("com.apple.hiview")
 
-/// Registers a class of views. Each view of it gets kEventHIObjectConstruct (direct object: the control, typeControlRef;
-/// the handler sets kEventParamHIObjectInstance to its own record, which is the user data of all later events),
-/// kEventHIObjectInitialize, hit tests, draws and kEventHIObjectDestruct. A hit test answers with a part code other than 0 in
-/// kEventParamControlPart where a click shall count as a hit. hiObjectClassExistsErr for a name that is taken.
+/// Registers a class of views. Each view of it gets kEventHIObjectConstruct (direct object: the control,
+/// typeControlRef; the handler sets kEventParamHIObjectInstance to its own record, which is the user data of all later
+/// events), kEventHIObjectInitialize, hit tests, draws and kEventHIObjectDestruct. A hit test answers with a part code
+/// other than 0 in kEventParamControlPart where a click shall count as a hit. hiObjectClassExistsErr for a name that is
+/// taken.
 OSStatus HIObjectRegisterSubclass(CFStringRef classID, CFStringRef baseClassID, UInt32 options, EventHandlerUPP handler,
                                   ItemCount count, const EventTypeSpec* list, void* constructData,
                                   HIObjectClassRef* ref);

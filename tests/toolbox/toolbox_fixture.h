@@ -6,8 +6,8 @@
 #include "platform/toolbox/Windows.h"
 #include "tests/support/test_bundle.h"
 
-#include <functional>
 #include <gtest/gtest.h>
+#include <functional>
 #include <string>
 
 inline constexpr OSType kTest = FourCharCode("Test");
@@ -87,7 +87,8 @@ private:
 
 inline OSType commandOf(EventRef event) {
     HICommand command{};
-    EXPECT_EQ(GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command),
-              noErr);
+    EXPECT_EQ(
+        GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command),
+        noErr);
     return command.commandID;
 }
