@@ -95,12 +95,16 @@ ULONG IUnknownRelease(void* opaque) {
     return 0;
 }
 
+/// For the instance to own. A refusal does not give it back: no dialog asks for a second type.
+CFUUIDRef CreateFactoryUUID() {
+    return CFUUIDCreateFromString(kCFAllocatorDefault, kPDEFactoryID);
+}
+
 }  // namespace
 
 void* TavroPDEPluginFactory(CFAllocatorRef, CFUUIDRef type) {
     const auto served = CFRef<CFUUIDRef>::adopt(CFUUIDCreateFromString(kCFAllocatorDefault, kPDEPlugInTypeID));
-    // The instance keeps it. It is not given back when there is none: the registry holds it for good anyway.
-    const CFUUIDRef factory = CFUUIDCreateFromString(kCFAllocatorDefault, kPDEFactoryID);
+    const CFUUIDRef factory = CreateFactoryUUID();
     if (!CFEqual(type, served.get())) {
         return nullptr;
     }
