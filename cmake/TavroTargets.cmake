@@ -16,7 +16,10 @@ function(tavro_platform_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
   add_library(${name} SHARED ${ARG_SOURCES})
   target_link_libraries(${name} PUBLIC tavro_flags ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
-  target_link_options(${name} PRIVATE -Wl,--no-undefined)
+  # Clang keeps the sanitizers in the program, so that a fuzzed library has open ends.
+  if(NOT TAVRO_FUZZ)
+    target_link_options(${name} PRIVATE -Wl,--no-undefined)
+  endif()
   set_target_properties(${name} PROPERTIES
     LIBRARY_OUTPUT_DIRECTORY ${TAVRO_STAGE}/lib
     BUILD_RPATH_USE_ORIGIN ON INSTALL_RPATH "$ORIGIN")

@@ -1,0 +1,112 @@
+#include "fuzz/ticket_maker.h"
+
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFNumber.h"
+#include "platform/foundation/CFString.h"
+
+#include <iterator>
+#include <string>
+
+namespace {
+
+constexpr const char* kKeys[] = {"Size",
+                                 "Width",
+                                 "Length",
+                                 "Type",
+                                 "Modulus",
+                                 "Color",
+                                 "StartPage",
+                                 "Stock",
+                                 "SidesImaged",
+                                 "Quantity",
+                                 "EndPage",
+                                 "com.tavro.print.ImageShiftOptionsPage",
+                                 "LightenDarken",
+                                 "Option",
+                                 "Inches",
+                                 "X1",
+                                 "Y1",
+                                 "X2",
+                                 "Y2",
+                                 "FCLightness",
+                                 "FCColorCast",
+                                 "FCCyanRed",
+                                 "FCMagentaGreen",
+                                 "FCYellowBlue",
+                                 "FCTrapping",
+                                 "FCTrappingFastDirection",
+                                 "FCTrappingSlowDirection",
+                                 "FCTRC",
+                                 "RGBImagesProfile",
+                                 "DestinationProfile",
+                                 "GrayImagesProfile",
+                                 "CMYKImagesProfile",
+                                 "ImageRendering"};
+
+class Maker {
+public:
+    Maker(const std::uint8_t* data, std::size_t size) : next_(data), end_(data + size) {}
+
+    CFRef<CFTypeRef> make(int depth) {
+        switch (byte() % 8) {
+            case 0:
+            case 1:
+                return number<std::int8_t>(kCFNumberCFIndexType);  // as tickets mostly have them
+            case 2:
+                return number<std::int64_t>(kCFNumberCFIndexType);
+            case 3:
+                return number<double>(kCFNumberDoubleType);
+            case 4:
+                return adopt(
+                    CFStringCreateWithCString(nullptr, std::string(byte() * 2, 'x').c_str(), kCFStringEncodingASCII));
+            case 5:
+                return CFRef<CFTypeRef>::retain(kCFBooleanTrue);
+            case 6: {
+                const auto array =
+                    CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
+                for (int count = depth > 4 ? 0 : byte() % 16; count > 0; --count) {
+                    CFArrayAppendValue(array.get(), make(depth + 1).get());
+                }
+                return CFRef<CFTypeRef>::retain(array.get());
+            }
+            default: {
+                const auto dictionary = CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutable(
+                    nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+                for (int count = depth > 4 ? 0 : byte() % 16; count > 0; --count) {
+                    const CFStringRef key = CFStringMakeConstant(kKeys[byte() % std::size(kKeys)]);
+                    CFDictionarySetValue(dictionary.get(), key, make(depth + 1).get());
+                }
+                return CFRef<CFTypeRef>::retain(dictionary.get());
+            }
+        }
+    }
+
+private:
+    static CFRef<CFTypeRef> adopt(CFTypeRef object) { return CFRef<CFTypeRef>::adopt(object); }
+
+    std::uint8_t byte() { return next_ == end_ ? std::uint8_t{0} : *next_++; }
+
+    /// A number of as many bytes as the type has.
+    template <typename T>
+    CFRef<CFTypeRef> number(CFNumberType type) {
+        std::uint64_t bits = 0;
+        for (std::size_t i = 0; i < sizeof(T); ++i) {
+            bits = bits << 8 | byte();
+        }
+        if (type == kCFNumberDoubleType) {
+            const double value = static_cast<double>(static_cast<std::int64_t>(bits)) / 256;
+            return adopt(CFNumberCreate(nullptr, type, &value));
+        }
+        const CFIndex value = static_cast<T>(bits);
+        return adopt(CFNumberCreate(nullptr, type, &value));
+    }
+
+    const std::uint8_t* next_;
+    const std::uint8_t* end_;
+};
+
+}  // namespace
+
+CFRef<CFTypeRef> makeTicket(const std::uint8_t* data, std::size_t size) {
+    return Maker(data, size).make(0);
+}
