@@ -51,11 +51,13 @@ public:
         switch (byte() % 8) {
             case 0:
             case 1:
-                return number<std::int8_t>(kCFNumberCFIndexType);  // as tickets mostly have them
+                return makeInteger(1);  // tickets mostly hold small ones
             case 2:
-                return number<std::int64_t>(kCFNumberCFIndexType);
-            case 3:
-                return number<double>(kCFNumberDoubleType);
+                return makeInteger(8);
+            case 3: {
+                const double value = static_cast<double>(integer(8)) / 256;
+                return adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &value));
+            }
             case 4:
                 return adopt(
                     CFStringCreateWithCString(nullptr, std::string(byte() * 2, 'x').c_str(), kCFStringEncodingASCII));
@@ -84,21 +86,21 @@ public:
 private:
     static CFRef<CFTypeRef> adopt(CFTypeRef object) { return CFRef<CFTypeRef>::adopt(object); }
 
+    CFRef<CFTypeRef> makeInteger(int bytes) {
+        const CFIndex value = integer(bytes);
+        return adopt(CFNumberCreate(nullptr, kCFNumberCFIndexType, &value));
+    }
+
     std::uint8_t byte() { return next_ == end_ ? std::uint8_t{0} : *next_++; }
 
-    /// A number of as many bytes as the type has.
-    template <typename T>
-    CFRef<CFTypeRef> number(CFNumberType type) {
+    /// A signed number of that many bytes, the highest first.
+    CFIndex integer(int bytes) {
         std::uint64_t bits = 0;
-        for (std::size_t i = 0; i < sizeof(T); ++i) {
+        for (int i = 0; i < bytes; ++i) {
             bits = bits << 8 | byte();
         }
-        if (type == kCFNumberDoubleType) {
-            const double value = static_cast<double>(static_cast<std::int64_t>(bits)) / 256;
-            return adopt(CFNumberCreate(nullptr, type, &value));
-        }
-        const CFIndex value = static_cast<T>(bits);
-        return adopt(CFNumberCreate(nullptr, type, &value));
+        const int unused = 64 - 8 * bytes;
+        return static_cast<CFIndex>(bits << unused) >> unused;
     }
 
     const std::uint8_t* next_;

@@ -161,38 +161,20 @@ TEST(ImageShift, IsWrittenOnlyWhenThereIsOne) {
     EXPECT_EQ(context.words[2], 0);
     EXPECT_EQ(options, (_IS_Options{1, 1, kTicketValueUnset, kTicketValueUnset, 0, 1, 5, 0, 0, 0}));
     EXPECT_FALSE(ImageShiftCreateTicketFromOptions(&options, JobContext::job)) << "no shift";
-    ImageShiftInitialize(nullptr, nullptr, nullptr);
-
     const auto ticket = makeDictionary();
     WriteTicketValue(ticket.get(), CFSTR("Inches"), -4);
     ImageShiftSetOptionsFromTicket(&options, ticket.get());
-    EXPECT_EQ(options.inches, 1);
-    EXPECT_EQ(options.x1, 0);
-    WriteTicketValue(ticket.get(), CFSTR("Inches"), 0);
-    WriteTicketValue(ticket.get(), CFSTR("Option"), 2);
-    ImageShiftSetOptionsFromTicket(&options, ticket.get());
-    EXPECT_EQ(CFDictionaryGetCount(ImageShiftCreateTicketFromOptions(&options, JobContext::job).get()), 6);
-    EXPECT_EQ(options.inches, 0);
-}
-
-TEST(InsertList, SortsByPageAndThenByAge) {
-    InsertList list;
-    list.add(inserts({{5, 1}, {2, 1}, {5, 2}}));
-    list.add(inserts({{5, 3}, {0, 1}, {9, 1}, {2, 2}}));
-    EXPECT_EQ(contents(list),
-              (std::vector<std::pair<SInt32, SInt32>>{{0, 1}, {2, 1}, {2, 2}, {5, 1}, {5, 2}, {5, 3}, {9, 1}}));
-    EXPECT_EQ(list.pageAtIndex(-1), nullptr);
-    EXPECT_EQ(list.pageAtIndex(list.count()), nullptr);
+    EXPECT_EQ(options, (_IS_Options{1, 1, kTicketValueUnset, kTicketValueUnset, 0, 1, 0, 0, 0, 0}));
 }
 
 TEST(InsertList, AddsLikeOneWhoWalksAlongIt) {
     std::mt19937 random(1);
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 50; ++round) {
         InsertList list;
         std::vector<std::pair<SInt32, SInt32>> expected;
         SInt32 quantity = 0;
         for (int batch = 0; batch < 3; ++batch) {
-            std::vector<std::pair<SInt32, SInt32>> added(random() % 8);
+            std::vector<std::pair<SInt32, SInt32>> added(random() % 40);
             for (auto& page : added) {
                 page = {static_cast<SInt32>(random() % 10) - 2, ++quantity};
                 const auto place = std::find_if(expected.begin(), expected.end(),
@@ -202,6 +184,8 @@ TEST(InsertList, AddsLikeOneWhoWalksAlongIt) {
             list.add(inserts(added));
         }
         ASSERT_EQ(contents(list), expected) << round;
+        ASSERT_EQ(list.pageAtIndex(-1), nullptr);
+        ASSERT_EQ(list.pageAtIndex(list.count()), nullptr);
     }
 }
 
