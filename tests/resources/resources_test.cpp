@@ -49,7 +49,7 @@ class Resources : public testing::TestWithParam<Served> {};
 INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost),
                          [](const auto& served) { return served.index == 0 ? "PlugIn" : "Host"; });
 
-TEST_P(Resources, EveryTextThatIsAskedForExistsInEveryLanguageAndNoOther) {
+TEST_P(Resources, TextsAreThoseAskedFor) {
     // A key may reach its look-up by way of a constant or a function, so a key is in use when a source names it at all.
     const QSet<QString> named = LiteralsInSources(GetParam().sources);
     KeysByTable asked = TextKeysInSources(GetParam().sources);
@@ -109,7 +109,7 @@ TEST_P(Resources, TheBundleReadsItsTexts) {
     }
 }
 
-TEST_P(Resources, EveryPictureThatIsAskedForExistsAtBothSizesAndNoOther) {
+TEST_P(Resources, PicturesAreThoseAskedFor) {
     // The model composes the pictures of paper; they are asked for once a menu or a panel shows them.
     QStringList sources = GetParam().sources;
     sources.removeAll(QStringLiteral("model"));
@@ -139,7 +139,7 @@ TEST_P(Resources, EveryPictureThatIsAskedForExistsAtBothSizesAndNoOther) {
     }
 }
 
-TEST_P(Resources, EveryWindowParsesAndNamesNoControlTwice) {
+TEST_P(Resources, WindowsParse) {
     for (const NibWindow& window : NibWindowsBelow(GetParam().resources())) {
         EXPECT_EQ(window.error.toStdString(), "") << window.nib.toStdString() << '/' << window.window.toStdString();
         QSet<QString> seen;
