@@ -13,6 +13,7 @@
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
@@ -61,7 +62,18 @@ static_assert(kKindNames.size() == static_cast<std::size_t>(ControlKind::picture
 /// Makes our own widgets where the toolbox needs more than Qt's.
 class NibLoader final : public QUiLoader {
 public:
-    NibLoader() { setTranslationEnabled(false); }
+    /// One loader serves all nibs. A new one loads every Designer plug-in that it finds in the library paths, and with
+    /// one of those comes Qt Quick, which takes longer than our windows; they need none, so it finds none.
+    static NibLoader& shared() {
+        static NibLoader* loader = [] {
+            const QStringList paths = QCoreApplication::libraryPaths();
+            QCoreApplication::setLibraryPaths({});
+            auto* made = new NibLoader;
+            QCoreApplication::setLibraryPaths(paths);
+            return made;
+        }();
+        return *loader;
+    }
 
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override {
         QWidget* widget = nullptr;
@@ -85,6 +97,8 @@ public:
     }
 
 private:
+    NibLoader() { setTranslationEnabled(false); }
+
     /// A pop-up that tells its menu when it opens.
     class PopUpButton final : public QComboBox {
     public:
@@ -235,8 +249,7 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
         *reason = file.errorString();
         return nullptr;
     }
-    // Making a loader looks for Designer plug-ins, which takes longer than a window: one serves them all.
-    static NibLoader loader;
+    NibLoader& loader = NibLoader::shared();
     QWidget* window = loader.load(&file);
     if (window == nullptr) {
         *reason = loader.errorString();
