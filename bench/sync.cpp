@@ -56,10 +56,20 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "%s: the dialog cannot be opened\n", argv[0]);
         return 1;
     }
-    const PrintSession session(*printer, {}, nullptr, "bench");
+    PrintSession session(*printer, {}, nullptr, "bench");
     PluginHost& host = **plugin;
     if (host.start(place, session.get()) != PluginHost::Start::started) {
         std::fprintf(stderr, "%s: the plug-in refuses the printer\n", argv[1]);
+        return 1;
+    }
+    const ControlID bannerID{FourCharCode("Tshl"), 632};
+    ControlRef banner = nullptr;
+    GetControlByID(window, &bannerID, &banner);
+    const SInt32 before = GetControl32BitValue(banner);
+    session.setChoice(CFSTR("JCLBanner"), CFSTR("True"));
+    host.copyTicketsToControls();
+    if (GetControl32BitValue(banner) == before) {
+        std::fprintf(stderr, "%s: a changed ticket does not reach its control\n", argv[0]);
         return 1;
     }
     std::printf("Sync of all panels, %d rounds:  tickets to controls %.1f us   controls to tickets %.1f us\n", kRounds,
