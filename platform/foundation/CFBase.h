@@ -38,6 +38,7 @@ using CFMutableDictionaryRef = struct CFDictionaryObject*;
 using CFArrayRef = const struct CFArrayObject*;
 using CFMutableArrayRef = struct CFArrayObject*;
 using CFDataRef = const struct CFDataObject*;
+using CFMutableDataRef = struct CFDataObject*;
 using CFNumberRef = const struct CFNumberObject*;
 using CFBooleanRef = const struct CFBooleanObject*;
 using CFCharacterSetRef = const struct CFCharacterSetObject*;

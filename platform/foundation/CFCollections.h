@@ -19,8 +19,12 @@ CFTypeID CFDataGetTypeID();
 /// A new object with a copy of `length` bytes.
 CFDataRef CFDataCreate(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length);
 CFIndex CFDataGetLength(CFDataRef data);
-/// The bytes, valid as long as the object; null when there are none.
+/// The bytes, valid as long as the object and, when it can grow, until it does; null when there are none.
 const UInt8* CFDataGetBytePtr(CFDataRef data);
+/// A new empty object that can grow; the capacity is a hint.
+CFMutableDataRef CFDataCreateMutable(CFAllocatorRef allocator, CFIndex capacity);
+/// Adds a copy of `length` bytes at the end; immutable data stays as it is, with a line on standard error.
+void CFDataAppendBytes(CFMutableDataRef data, const UInt8* bytes, CFIndex length);
 
 CFTypeID CFArrayGetTypeID();
 /// A new immutable array with `count` elements copied from `values`; null when counted objects have a null among them.
@@ -58,4 +62,3 @@ void CFDictionaryAddValue(CFMutableDictionaryRef dictionary, const void* key, co
 /// Adds the pair or replaces the value of the key.
 void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void* key, const void* value);
 void CFDictionaryRemoveValue(CFMutableDictionaryRef dictionary, const void* key);
-void CFDictionaryRemoveAllValues(CFMutableDictionaryRef dictionary);

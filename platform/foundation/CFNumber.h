@@ -23,9 +23,6 @@ CFNumberRef CFNumberCreate(CFAllocatorRef allocator, CFNumberType type, const vo
 /// to it; only one beyond the range of Float32 does not fit there.
 Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
 
-/// Whether the number was made from a real type.
-Boolean CFNumberIsFloatType(CFNumberRef number);
-
 CFTypeID CFBooleanGetTypeID();
 
 /// The only two booleans; never released.

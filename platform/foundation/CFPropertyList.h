@@ -6,7 +6,7 @@
 enum CFPropertyListMutabilityOptions : CFOptionFlags {
     kCFPropertyListImmutable = 0,
     kCFPropertyListMutableContainers = 1,
-    kCFPropertyListMutableContainersAndLeaves = 2,  // strings too
+    kCFPropertyListMutableContainersAndLeaves = 2,  // strings and data too
 };
 
 /// Limits of what is read: deeper or larger input is refused, so that hostile files cannot exhaust the process.
@@ -26,6 +26,6 @@ CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef allocator, CFDataRef da
 /// not have (control characters), or more levels than are read.
 CFDataRef CFPropertyListCreateXMLData(CFAllocatorRef allocator, CFTypeRef propertyList);
 
-/// A new tree that shares no container with the old one; null when it holds an object of another kind or more levels
-/// than a property list may have.
+/// A new tree that shares nothing with the old one that can change; null when it holds an object of another kind or
+/// more levels than a property list may have.
 CFTypeRef CFPropertyListCreateDeepCopy(CFAllocatorRef allocator, CFTypeRef propertyList, CFOptionFlags mutability);

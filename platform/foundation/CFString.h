@@ -1,4 +1,6 @@
 // Strings: sequences of UTF-16 code units.
+//
+// Property lists that are read with mutable leaves hold mutable strings; every other string never changes.
 #pragma once
 
 #include "platform/foundation/CFBase.h"
@@ -32,6 +34,10 @@ CFStringRef CFStringCreateCopy(CFAllocatorRef allocator, CFStringRef string);
 
 /// A new string of the given range of code units; the range must lie inside the string, else null.
 CFStringRef CFStringCreateWithSubstring(CFAllocatorRef allocator, CFStringRef string, CFRange range);
+
+/// Gives a mutable string another text; whoever holds it sees the new one. It must not be a dictionary's key. A string
+/// that is not mutable stays as it is, with a line on standard error.
+void CFStringReplaceAll(CFMutableStringRef string, CFStringRef replacement);
 
 /// Number of UTF-16 code units; 0 for null.
 CFIndex CFStringGetLength(CFStringRef string);

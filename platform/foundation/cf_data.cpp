@@ -3,6 +3,8 @@
 
 #include <QHashFunctions>
 
+#include <cstdio>
+
 bool CFDataObject::equals(const CFObject& other) const {
     return bytes == static_cast<const CFDataObject&>(other).bytes;
 }
@@ -30,4 +32,17 @@ CFIndex CFDataGetLength(CFDataRef data) {
 const UInt8* CFDataGetBytePtr(CFDataRef data) {
     const CFDataObject* object = checked(data);
     return object && !object->bytes.isEmpty() ? reinterpret_cast<const UInt8*>(object->bytes.constData()) : nullptr;
+}
+
+CFMutableDataRef CFDataCreateMutable(CFAllocatorRef, CFIndex) {
+    return new CFDataObject(QByteArray(), true);
+}
+
+void CFDataAppendBytes(CFMutableDataRef data, const UInt8* bytes, CFIndex length) {
+    CFDataObject* object = checked(data);
+    if (object && !object->isMutable) {
+        std::fprintf(stderr, "%s: this data cannot be changed\n", __func__);
+    } else if (object && bytes && length > 0) {
+        object->bytes.append(reinterpret_cast<const char*>(bytes), length);
+    }
 }

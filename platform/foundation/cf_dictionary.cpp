@@ -183,9 +183,3 @@ void CFDictionaryRemoveValue(CFMutableDictionaryRef dictionary, const void* key)
         object->remove(key);
     }
 }
-
-void CFDictionaryRemoveAllValues(CFMutableDictionaryRef dictionary) {
-    if (CFDictionaryObject* object = changeable(dictionary, __func__)) {
-        object->clear();
-    }
-}

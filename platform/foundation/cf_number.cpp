@@ -122,8 +122,3 @@ Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value) {
     }
     return false;
 }
-
-Boolean CFNumberIsFloatType(CFNumberRef number) {
-    const CFNumberObject* object = checked(number);
-    return object && std::holds_alternative<double>(object->value);
-}

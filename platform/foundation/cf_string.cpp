@@ -3,6 +3,7 @@
 #include "platform/foundation/objects.h"
 #include "platform/foundation/text_encoding.h"
 
+#include <cstdio>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -82,6 +83,15 @@ CFStringRef CFStringCreateWithSubstring(CFAllocatorRef, CFStringRef string, CFRa
     const CFStringObject* object = checked(string);
     return object && contains(object, range) ? makeString(object->text.mid(range.location, range.length)).leak()
                                              : nullptr;
+}
+
+void CFStringReplaceAll(CFMutableStringRef string, CFStringRef replacement) {
+    CFStringObject* object = checked(string);
+    if (object && !object->isMutable) {
+        std::fprintf(stderr, "%s: this string cannot be changed\n", __func__);
+    } else if (object) {
+        object->text = textOf(replacement);
+    }
 }
 
 CFIndex CFStringGetLength(CFStringRef string) {

@@ -67,21 +67,25 @@ private:
 struct CFStringObject final : CFObject {
     static constexpr ObjectKind kKind = ObjectKind::String;
 
-    explicit CFStringObject(QString value) : CFObject(kKind), text(std::move(value)) {}
+    explicit CFStringObject(QString value, bool canChange = false)
+        : CFObject(kKind), isMutable(canChange), text(std::move(value)) {}
     bool equals(const CFObject& other) const override;
     CFHashCode hash() const override;
 
-    const QString text;
+    const bool isMutable;
+    QString text;
 };
 
 struct CFDataObject final : CFObject {
     static constexpr ObjectKind kKind = ObjectKind::Data;
 
-    explicit CFDataObject(QByteArray value) : CFObject(kKind), bytes(std::move(value)) {}
+    explicit CFDataObject(QByteArray value, bool canChange = false)
+        : CFObject(kKind), isMutable(canChange), bytes(std::move(value)) {}
     bool equals(const CFObject& other) const override;
     CFHashCode hash() const override;
 
-    const QByteArray bytes;
+    const bool isMutable;
+    QByteArray bytes;
 };
 
 /// The object when it is one of the kind that its reference's type promises, else null. References come out of

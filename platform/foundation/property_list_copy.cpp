@@ -7,6 +7,12 @@ using Value = CFRef<CFTypeRef>;
 
 Value copyValue(CFTypeRef value, CFOptionFlags mutability, int depth);
 
+/// A string or data; only what nobody can change is shared.
+template <typename Object, typename Content>
+Value copyLeaf(const Object& leaf, Content Object::*content, bool isMutable) {
+    return isMutable || leaf.isMutable ? Value::adopt(new Object(leaf.*content, isMutable)) : Value::retain(&leaf);
+}
+
 Value copyArray(const CFArrayObject& array, CFOptionFlags mutability, int depth) {
     auto copy =
         CFRef<CFMutableArrayRef>::adopt(new CFArrayObject(Elements::Objects, mutability != kCFPropertyListImmutable));
@@ -26,10 +32,11 @@ Value copyDictionary(const CFDictionaryObject& dictionary, CFOptionFlags mutabil
         new CFDictionaryObject(Elements::Objects, Elements::Objects, mutability != kCFPropertyListImmutable));
     for (const auto& [key, value] : dictionary.entries) {
         const Value copied = copyValue(value, mutability, depth);
-        if (!copied || !checked(static_cast<CFStringRef>(key))) {
+        const CFStringObject* name = checked(static_cast<CFStringRef>(key));
+        if (!copied || !name) {
             return nullptr;
         }
-        copy.get()->insert(key, copied.get(), true);
+        copy.get()->insert(copyLeaf(*name, &CFStringObject::text, false).get(), copied.get(), true);
     }
     return Value::adopt(copy.leak());
 }
@@ -40,14 +47,14 @@ Value copyValue(CFTypeRef value, CFOptionFlags mutability, int depth) {
     if (!value) {
         return nullptr;
     }
+    const bool mutableLeaves = mutability == kCFPropertyListMutableContainersAndLeaves;
     switch (const auto* object = static_cast<const CFObject*>(value); object->kind()) {
         case ObjectKind::String:
-            return mutability == kCFPropertyListMutableContainersAndLeaves
-                       ? Value::adopt(makeString(static_cast<const CFStringObject*>(object)->text).leak())
-                       : Value::retain(value);
+            return copyLeaf(*static_cast<const CFStringObject*>(object), &CFStringObject::text, mutableLeaves);
+        case ObjectKind::Data:
+            return copyLeaf(*static_cast<const CFDataObject*>(object), &CFDataObject::bytes, mutableLeaves);
         case ObjectKind::Number:
         case ObjectKind::Bool:
-        case ObjectKind::Data:
             return Value::retain(value);  // nobody can change them
         case ObjectKind::Array:
             return depth < kPropertyListMaximumDepth

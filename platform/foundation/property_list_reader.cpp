@@ -17,7 +17,10 @@ using Value = CFRef<CFTypeRef>;
 /// every value comes back as nothing.
 class Reader {
 public:
-    Reader(const QByteArray& bytes, bool mutableContainers) : xml_(bytes), mutableContainers_(mutableContainers) {
+    Reader(const QByteArray& bytes, CFOptionFlags mutability)
+        : xml_(bytes),
+          mutableContainers_(mutability != kCFPropertyListImmutable),
+          mutableLeaves_(mutability == kCFPropertyListMutableContainersAndLeaves) {
         // Property lists have no namespaces; a colon is a letter of an unknown element.
         xml_.setNamespaceProcessing(false);
     }
@@ -86,6 +89,9 @@ private:
                     text += xml_.text();
                     break;
                 case QXmlStreamReader::EndElement:
+                    if (!text.isValidUtf16()) {
+                        raise(QStringLiteral("half a character in <%1>").arg(element));  // an odd encoding's doing
+                    }
                     return text;
                 case QXmlStreamReader::StartElement:
                     raise(QStringLiteral("<%1> inside <%2>").arg(xml_.name().toString(), element));
@@ -119,7 +125,7 @@ private:
     Value readValue(int depth) {
         const QStringView name = xml_.name();
         if (name == u"string") {
-            return Value::adopt(makeString(readText()).leak());
+            return Value::adopt(new CFStringObject(readText(), mutableLeaves_));
         }
         if (name == u"integer") {
             return readInteger();
@@ -192,7 +198,7 @@ private:
         if (!decoded) {
             return refuse(QStringLiteral("data that is no base64"));
         }
-        return Value::adopt(new CFDataObject(std::move(*decoded)));
+        return Value::adopt(new CFDataObject(std::move(*decoded), mutableLeaves_));
     }
 
     Value readArray(int depth) {
@@ -225,6 +231,7 @@ private:
 
     QXmlStreamReader xml_;
     const bool mutableContainers_;
+    const bool mutableLeaves_;
 };
 
 }  // namespace
@@ -239,7 +246,7 @@ CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data, CFOpti
     } else if (object->bytes.size() > kPropertyListMaximumBytes) {
         fault = describeFault({}, QStringLiteral("larger than %1 bytes").arg(kPropertyListMaximumBytes));
     } else {
-        Reader reader(object->bytes, mutability != kCFPropertyListImmutable);
+        Reader reader(object->bytes, mutability);
         value = reader.read();
         fault = value ? nullptr : reader.fault();
     }
