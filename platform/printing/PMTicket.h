@@ -22,10 +22,9 @@ inline constexpr OSStatus kPMItemTypeMismatch = -9590;
 #define kPDE_PMPageFormatKey CFSTR("PMPageFormatTicket")
 #define kPDE_PMPrinterInfoKey CFSTR("PMPrinterInfoTicket")
 
-/// A new empty ticket, with one owner.
+/// A new empty ticket, owned by the caller.
 OSStatus PMTicketCreate(CFAllocatorRef allocator, CFStringRef kind, PMTicketRef* ticket);
-OSStatus PMTicketRetain(PMTicketRef ticket);
-/// Takes one owner and sets the variable to 0.
+/// Ends the ticket and sets the variable to 0.
 OSStatus PMTicketReleaseAndClear(PMTicketRef* ticket);
 
 // Setters: copy the value under the key. paramErr for a null key or value, kPMInvalidTicket for no such ticket.

@@ -50,7 +50,6 @@ CFRef<CFMutableDictionaryRef> copyPPDPairs(CFDictionaryRef pairs) {
 }
 
 struct Ticket {
-    int owners = 1;
     CFRef<CFMutableDictionaryRef> items = makeDictionary();
     CFRef<CFMutableDictionaryRef> ppdPairs;  // made when it is first asked for
 };
@@ -72,7 +71,7 @@ public:
         return found == tickets_.end() ? nullptr : &found->second;
     }
 
-    void remove(PMTicketRef handle) { tickets_.erase(handle); }
+    bool remove(PMTicketRef handle) { return tickets_.erase(handle) > 0; }
 
 private:
     PMTicketRef last_ = 0;
@@ -131,28 +130,11 @@ OSStatus PMTicketCreate(CFAllocatorRef, CFStringRef kind, PMTicketRef* ticket) {
     return noErr;
 }
 
-OSStatus PMTicketRetain(PMTicketRef handle) {
-    Ticket* const ticket = tickets().find(handle);
-    if (ticket == nullptr) {
-        return kPMInvalidTicket;
-    }
-    ++ticket->owners;
-    return noErr;
-}
-
 OSStatus PMTicketReleaseAndClear(PMTicketRef* handle) {
     if (handle == nullptr) {
         return paramErr;
     }
-    const PMTicketRef released = std::exchange(*handle, 0);
-    Ticket* const ticket = tickets().find(released);
-    if (ticket == nullptr) {
-        return kPMInvalidTicket;
-    }
-    if (--ticket->owners == 0) {
-        tickets().remove(released);
-    }
-    return noErr;
+    return tickets().remove(std::exchange(*handle, 0)) ? noErr : kPMInvalidTicket;
 }
 
 OSStatus PMTicketSetCFNumber(PMTicketRef ticket, CFStringRef, CFStringRef key, CFNumberRef value, Boolean) {

@@ -96,8 +96,6 @@ inline void DisposeEventHandlerUPP(EventHandlerUPP) {}
 EventTargetRef GetControlEventTarget(ControlRef control);
 EventTargetRef GetWindowEventTarget(WindowRef window);
 EventTargetRef GetApplicationEventTarget();
-/// The focused control of the front window, else the front window, else the application.
-EventTargetRef GetUserFocusEventTarget();
 
 /// Puts a handler in front of the target's chain for the listed events. The handle (may be null) stays valid until the
 /// handler is removed or its target goes.
@@ -129,5 +127,3 @@ OSStatus GetEventParameter(EventRef event, EventParamName name, EventParamType t
                            ByteCount bufferSize, ByteCount* actualSize, void* data);
 /// Sends the event on its journey; eventNotHandledErr when nobody took it.
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target);
-/// Sends a command from the user focus upwards.
-OSStatus ProcessHICommand(const HICommand* command);

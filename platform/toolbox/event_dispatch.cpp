@@ -154,22 +154,3 @@ EventTargetRef GetApplicationEventTarget() {
     static ApplicationTarget application;
     return &application;
 }
-
-EventTargetRef GetUserFocusEventTarget() {
-    const WindowRef front = FrontNonFloatingWindow();
-    if (front == nullptr) {
-        return GetApplicationEventTarget();
-    }
-    ControlRef focused = nullptr;
-    GetKeyboardFocus(front, &focused);
-    return focused != nullptr ? static_cast<EventTargetRef>(focused) : front;
-}
-
-OSStatus ProcessHICommand(const HICommand* command) {
-    if (command == nullptr) {
-        return paramErr;
-    }
-    return ScopedEvent(kEventClassCommand, kEventCommandProcess)
-        .with(kEventParamDirectObject, typeHICommand, *command)
-        .sendTo(GetUserFocusEventTarget());
-}

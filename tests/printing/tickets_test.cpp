@@ -49,17 +49,14 @@ TEST(Tickets, RefuseWhatTheyCannotHold) {
     EXPECT_EQ(PMTicketSetItems(ticket.get(), nullptr), paramErr);
 }
 
-TEST(Tickets, HandlesLiveAsLongAsTheirOwners) {
+TEST(Tickets, HandlesEndWithTheirOwnerAndDoNotComeBack) {
     PMTicketRef first = 0;
     ASSERT_EQ(PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &first), noErr);
     EXPECT_GT(first, 0);
     const PMTicketRef stale = first;
-    ASSERT_EQ(PMTicketRetain(first), noErr);
-    PMTicketRef second = first;
     EXPECT_EQ(PMTicketReleaseAndClear(&first), noErr);
     EXPECT_EQ(first, 0);
-    EXPECT_EQ(PMTicketSetCFNumber(second, nullptr, CFSTR("n"), cf(1).get(), kPMUnlocked), noErr);
-    EXPECT_EQ(PMTicketReleaseAndClear(&second), noErr);
+    EXPECT_EQ(PMTicketReleaseAndClear(&first), kPMInvalidTicket);
 
     const Ticket next;
     EXPECT_NE(next.get(), stale);
