@@ -4,6 +4,7 @@
 // counted; whoever makes one with new owns the first count and gives it up with FaxRecipientRelease.
 #pragma once
 
+#include "platform/contacts/AddressBook.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
@@ -20,6 +21,9 @@
 #define kFaxRecipientEmailAddressProperty CFSTR("EmailAddress")
 #define kFaxRecipientMailboxProperty CFSTR("Mailbox")
 #define kFaxRecipientUIDProperty CFSTR("UID")
+
+/// The property of people in the address book that carries the mailbox.
+#define kXMailboxABProperty CFSTR("com.tavro.mailbox")
 
 /// Nine texts, each of which may be null.
 class FaxRecipient {
@@ -65,6 +69,13 @@ public:
     /// Takes all nine texts from the dictionary; what is absent there, or no string, becomes null. A null dictionary
     /// changes nothing.
     void fromTicket(CFDictionaryRef ticket);
+
+    /// Adds a person with these texts to the address book and saves it; the person's unique id becomes uid. The last
+    /// name stays out: the whole name is what the first name holds. False, and uid as it was, when the address book
+    /// refuses the person.
+    bool commitToAddressBook();
+    /// The person whose unique id is uid; nothing for a null uid or when the address book has no such person.
+    [[nodiscard]] CFRef<ABRecordRef> abRecord() const;
 
     /// Both return the new count. Neither destroys the recipient; FaxRecipientRelease does.
     SInt32 retain() { return ++refCount_; }

@@ -39,6 +39,10 @@ public:
     /// Replaces all recipients by new ones from the array, which may be null. What is no dictionary is left out.
     void fromTicket(CFArrayRef ticket);
 
+    /// Adds a group with the recipients as its members to the address book; a recipient without a uid becomes a person
+    /// there first, and one that the address book refuses is left out. Returns whether the group was saved.
+    bool saveAsABGroupWithName(CFStringRef name) const;
+
 private:
     bool hasIndex(CFIndex index) const { return index >= 0 && index < count(); }
 

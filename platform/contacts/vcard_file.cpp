@@ -1,0 +1,119 @@
+#include "platform/contacts/vcard_file.h"
+
+#include "platform/contacts/vcard_split.h"
+#include "platform/files/folders.h"
+#include "platform/files/url_access.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+
+namespace {
+
+/// Nothing when the user has no data folder, and none can be made.
+std::optional<std::string> filePath() {
+    FSRef folder;
+    if (FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder) != noErr) {
+        return std::nullopt;
+    }
+    return std::string(folder.path) + "/contacts.vcf";
+}
+
+CFRef<CFURLRef> addressOf(const std::string& path) {
+    const auto text =
+        CFRef<CFStringRef>::adopt(CFStringCreateWithCString(kCFAllocatorDefault, path.c_str(), kCFStringEncodingUTF8));
+    return CFRef<CFURLRef>::adopt(
+        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, text.get(), kCFURLPOSIXPathStyle, false));
+}
+
+/// Nothing, with the reason in *error, when the file cannot be read.
+std::optional<std::string> read(const std::string& path, SInt32* error) {
+    CFDataRef bytes = nullptr;
+    if (!CFURLCreateDataAndPropertiesFromResource(kCFAllocatorDefault, addressOf(path).get(), &bytes, nullptr, nullptr,
+                                                  error)) {
+        return std::nullopt;
+    }
+    const auto data = CFRef<CFDataRef>::adopt(bytes);
+    return std::string(reinterpret_cast<const char*>(CFDataGetBytePtr(bytes)), std::size_t(CFDataGetLength(bytes)));
+}
+
+bool write(const std::string& path, const std::string& bytes) {
+    const auto data = CFRef<CFDataRef>::adopt(
+        CFDataCreate(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(bytes.data()), CFIndex(bytes.size())));
+    return CFURLWriteDataAndPropertiesToResource(addressOf(path).get(), data.get(), nullptr, nullptr);
+}
+
+/// The file's bytes; none for a file that is not there yet.
+std::optional<std::string> readCards(const std::string& path) {
+    SInt32 error = 0;
+    std::optional<std::string> bytes = read(path, &error);
+    return bytes || error != ENOENT ? bytes : std::string();
+}
+
+/// Writes a damaged file's bytes to a new file beside it.
+bool keepBeside(const std::string& path, const std::string& bytes) {
+    for (int number = 1;; ++number) {
+        const std::string kept = path + ".damaged-" + std::to_string(number);
+        SInt32 error = 0;
+        if (read(kept, &error)) {
+            continue;
+        }
+        if (error != ENOENT || !write(kept, bytes)) {
+            return false;
+        }
+        std::fprintf(stderr, "%s: not all of it is vCards; a copy is kept in %s\n", path.c_str(), kept.c_str());
+        return true;
+    }
+}
+
+}  // namespace
+
+bool VCardFile::isUsable() {
+    const std::optional<std::string> path = filePath();
+    return path && readCards(*path);
+}
+
+std::optional<Card> VCardFile::find(const std::string& uniqueId) {
+    const std::optional<std::string> path = filePath();
+    const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
+    if (bytes) {
+        for (const std::string& text : splitCards(*bytes).cards) {
+            if (Card card(text); card.uniqueId() == uniqueId) {
+                return card;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+bool VCardFile::save(const std::vector<const Card*>& cards) {
+    const std::optional<std::string> path = filePath();
+    const std::optional<std::string> old = path ? readCards(*path) : std::nullopt;
+    if (!old) {
+        return false;
+    }
+    const SplitCards split = splitCards(*old);
+    if (split.damaged && !keepBeside(*path, *old)) {
+        return false;
+    }
+    std::vector<const Card*> added = cards;
+    std::string bytes;
+    for (const std::string& text : split.cards) {
+        const auto newer = std::find_if(added.begin(), added.end(), [id = Card(text).uniqueId()](const Card* card) {
+            return card->uniqueId() == id;
+        });
+        if (newer == added.end()) {
+            bytes += text;
+        } else {
+            bytes += (*newer)->text();
+            added.erase(newer);
+        }
+    }
+    for (const Card* card : added) {
+        bytes += card->text();
+    }
+    return write(*path, bytes);
+}

@@ -1,0 +1,132 @@
+// Cards of all versions are changed without losing what we do not know; another reader agrees on what we write.
+
+#include "platform/contacts/card.h"
+
+#include <gtest/gtest.h>
+
+#include <libebook-contacts/libebook-contacts.h>
+
+namespace {
+
+/// What a program that knows contacts by their fields makes of the card.
+std::string fieldOf(const Card& card, EContactField field) {
+    EContact* contact = e_contact_new_from_vcard(card.text().c_str());
+    const auto* text = static_cast<const char*>(e_contact_get_const(contact, field));
+    const std::string result = text ? text : "(null)";
+    g_object_unref(contact);
+    return result;
+}
+
+bool hasLine(const Card& card, const std::string& line) {
+    return card.text().find("\r\n" + line + "\r\n") != std::string::npos;
+}
+
+TEST(Cards, OfAllVersionsKeepWhatWeDoNotKnow) {
+    const struct {
+        const char* text;
+        std::vector<const char*> lines;
+    } rows[] = {
+        {"BEGIN:VCARD\r\nVERSION:2.1\r\nUID:q\r\n"
+         "N;CHARSET=ISO-8859-1;ENCODING=QUOTED-PRINTABLE:M=FCller;J=F6rg;;Dr.\r\n"
+         "NOTE;CHARSET=UTF-8;encoding=quoted-printable:one=0D=0Atwo =C3=BC, th=\r\nr=\r\nee=\r\n\r\n"
+         "TEL;CELL:12\r\nX-FOO;BAR=x:a\r\nEND:VCARD\r\n",
+         {"N:M\u00fcller;Ada;;Dr.;", "X-FOO;BAR=x:a", "TEL;TYPE=CELL:12"}},
+        {"BEGIN:VCARD\nVERSION:3.0\nUID:r\nFN:Shown\\, so\nN:Berg;Bo;;;\nitem1.X-ABDATE:2001\nCATEGORIES:a,b\n"
+         "ADR;TYPE=HOME:;;Way 1\\;2;Town;;;\nNOTE:a very\n  long line\\nand more\nEND:VCARD\n",
+         {"FN:Shown\\, so", "N:Berg;Ada;;;", "item1.X-ABDATE:2001", "CATEGORIES:a,b",
+          "ADR;TYPE=HOME:;;Way 1\\;2;Town;;;", "NOTE:a very long line\\nand more"}},
+        {"BEGIN:VCARD\r\nVERSION:4.0\r\nUID:urn:uuid:7\r\nKIND:individual\r\nFN:Four\r\nGENDER:F\r\n"
+         "TEL;VALUE=uri;PREF=1:tel:+1-555\r\nBDAY:--0203\r\nEND:VCARD\r\n",
+         {"N:;Ada;;;", "KIND:individual", "FN:Four", "GENDER:F", "BDAY:--0203"}},
+    };
+    for (const auto& row : rows) {
+        Card card(row.text);
+        card.setGivenName("Ada");
+        for (const char* line : row.lines) {
+            EXPECT_TRUE(hasLine(card, line)) << line << "\n in\n" << card.text();
+        }
+        EXPECT_FALSE(card.isGroup());
+    }
+    EXPECT_EQ(Card(rows[0].text).uniqueId(), "q");
+    EXPECT_EQ(fieldOf(Card(rows[0].text), E_CONTACT_NOTE), "one\ntwo \u00fc, three");
+    EXPECT_EQ(Card(rows[2].text).uniqueId(), "urn:uuid:7");
+}
+
+TEST(Cards, AreReadByOtherPrograms) {
+    Card card;
+    card.setGivenName("Ada; \u00e4\\n,");
+    card.setLabelledTexts("TEL", {{"WorkFAX", "+1 (5) 5"}, {"Work", "7,8"}, {"Nowhere", "9"}});
+    card.setLabelledTexts("EMAIL", {{"Work", "a@example.com"}});
+    card.setText("ORG", "A; B, C");
+    EXPECT_EQ(fieldOf(card, E_CONTACT_GIVEN_NAME), "Ada; \u00e4\\n,");
+    EXPECT_EQ(fieldOf(card, E_CONTACT_FULL_NAME), "Ada; \u00e4\\n,");
+    EXPECT_EQ(fieldOf(card, E_CONTACT_PHONE_BUSINESS_FAX), "+1 (5) 5");
+    EXPECT_EQ(fieldOf(card, E_CONTACT_PHONE_BUSINESS), "7,8");
+    EXPECT_EQ(fieldOf(card, E_CONTACT_EMAIL_1), "a@example.com");
+    EXPECT_EQ(fieldOf(card, E_CONTACT_ORG), "A; B, C");
+    EXPECT_TRUE(hasLine(card, "TEL;TYPE=WORK,FAX:+1 (5) 5"));
+    EXPECT_TRUE(card.text().ends_with("\r\nEND:VCARD\r\n"));
+
+    card.setLabelledTexts("TEL", {});
+    card.setText("ORG", std::nullopt);
+    EXPECT_EQ(card.text().find("TEL"), std::string::npos);
+    EXPECT_EQ(card.text().find("ORG"), std::string::npos);
+}
+
+TEST(Cards, ATextCannotEndTheCard) {
+    Card card;
+    const std::string text = "x\r\nEND:VCARD\r\nBEGIN:VCARD\rFN:y\nZ";
+    card.setText("ORG", text);
+    card.setGivenName(text);
+    EXPECT_EQ(card.text().find("\nEND:VCARD"), card.text().size() - 12);
+    EXPECT_EQ(card.text().find("\nBEGIN"), std::string::npos);
+    EXPECT_EQ(Card(card.text()).uniqueId(), card.uniqueId());
+}
+
+TEST(Cards, ALongTextIsFoldedBetweenCharacters) {
+    std::string text;
+    for (int i = 0; i < 200; ++i) {
+        text += "\u00e4\U0001f4e0";
+    }
+    Card card;
+    card.setText("ORG", text);
+    EXPECT_EQ(fieldOf(card, E_CONTACT_ORG), text);
+}
+
+TEST(Cards, ShowTheNameOrTheNextBest) {
+    Card card;
+    card.setLabelledTexts("TEL", {{"WorkFAX", "12"}});
+    EXPECT_TRUE(hasLine(card, "FN:12"));
+    EXPECT_TRUE(hasLine(card, "N:;;;;"));
+    card.setText("ORG", "Acme");
+    EXPECT_TRUE(hasLine(card, "FN:Acme"));
+    card.setGivenName("Ada");
+    EXPECT_TRUE(hasLine(card, "FN:Ada"));
+}
+
+TEST(Cards, AGroupNamesEachMemberOnce) {
+    Card group;
+    group.makeGroup();
+    group.setText("FN", "Board");
+    const Card person;
+    const Card stranger("BEGIN:VCARD\r\nVERSION:4.0\r\nUID:urn:example:1\r\nEND:VCARD\r\n");
+    for (const Card* member : {&person, &stranger, &person, &stranger}) {
+        group.addMember(*member);
+    }
+    const Card read(group.text());
+    EXPECT_TRUE(read.isGroup());
+    const std::string members = "MEMBER:urn:uuid:" + person.uniqueId() + "\r\nMEMBER:urn:example:1";
+    EXPECT_TRUE(hasLine(read, members)) << read.text();
+    EXPECT_EQ(read.text().find("MEMBER", read.text().find(members) + members.size()), std::string::npos);
+}
+
+TEST(Cards, GarbageIsAnEmptyCard) {
+    for (const char* text : {"", "garbage", "BEGIN:VCARD", "BEGIN:VCARD\n:::\n;;=\nEND:VCARD\n"}) {
+        const Card card{std::string(text)};
+        EXPECT_EQ(card.uniqueId(), "");
+        EXPECT_FALSE(card.isGroup());
+        EXPECT_TRUE(hasLine(card, "VERSION:3.0"));
+    }
+}
+
+}  // namespace
