@@ -65,3 +65,12 @@ OSStatus FSFindFolder(SInt16 domain, OSType kind, Boolean create, FSRef* folder)
     std::copy_n(path.c_str(), path.size() + 1, folder->path);
     return noErr;
 }
+
+OSStatus FSpDirCreate(CFURLRef folder) {
+    UInt8 path[sizeof(FSRef::path)];
+    if (!CFURLGetFileSystemRepresentation(folder, true, path, sizeof path)) {
+        return fnfErr;
+    }
+    const auto* const name = reinterpret_cast<const char*>(path);
+    return mkdir(name, 0700) == 0 || isFolder(name) ? noErr : fnfErr;
+}

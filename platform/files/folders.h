@@ -13,3 +13,7 @@ inline constexpr OSType kApplicationSupportFolderType = FourCharCode("asup");
 /// The folder of that kind, made (0700) when `create` is set. fnfErr when it does not exist and is not to be made or
 /// cannot be made; paramErr for another domain or kind.
 OSStatus FSFindFolder(SInt16 domain, OSType kind, Boolean create, FSRef* folder);
+
+/// Makes the folder at the address (0700) inside one that exists; a folder that is there stays as it is. fnfErr when
+/// there is none afterwards.
+OSStatus FSpDirCreate(CFURLRef folder);
