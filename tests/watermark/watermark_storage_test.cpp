@@ -29,10 +29,20 @@ namespace fs = std::filesystem;
 
 #define kStore CFSTR("com.tavro.printing.watermarks.plist")
 
+template <std::size_t size>
+void setText(char (&field)[size], std::string_view text) {
+    ASSERT_LT(text.size(), size);
+    *std::copy(text.begin(), text.end(), field) = '\0';
+}
+
+std::string_view bytesOf(const WatermarkRecord& record) {
+    return {reinterpret_cast<const char*>(&record), sizeof record};
+}
+
 WatermarkRecord textWatermark(const char* text) {
     WatermarkRecord record = {};
-    std::strcpy(record.text, text);
-    std::strcpy(record.fontName, "ArialMT");
+    setText(record.text, text);
+    setText(record.fontName, "ArialMT");
     record.xOffset = 0.1F;
     record.fontColor = {0.75F, 0.7F, 1, 0.5F};
     record.wellColor = {0, 0.25F, 1, 1};
@@ -133,12 +143,12 @@ TEST_F(Storage, ARecordComesBackWithoutItsPaper) {
     ASSERT_TRUE(loadWatermarkData(kStore, CFSTR("Größe <1> & \"2\""), &loaded));
     EXPECT_EQ(loaded.paperExtentA, 842);
     loaded.paperExtentA = saved.paperExtentA;
-    EXPECT_EQ(std::memcmp(&loaded, &saved, sizeof saved), 0);
+    EXPECT_TRUE(bytesOf(loaded) == bytesOf(saved));
 
     // An image watermark is named after its file; a text that is empty is a name as well.
     WatermarkRecord image = {};
-    std::strcpy(image.fileName, "seal.png");
-    std::strcpy(image.filePath, "/home/anna/seal.png");
+    setText(image.fileName, "seal.png");
+    setText(image.filePath, "/home/anna/seal.png");
     saveWatermarkData(kStore, &image);
     EXPECT_EQ(load(CFSTR("seal.png"), true).kind, kImageWatermark);
     saved = textWatermark("");
@@ -146,9 +156,7 @@ TEST_F(Storage, ARecordComesBackWithoutItsPaper) {
     EXPECT_STREQ(load(CFSTR(""), true).fontName, "ArialMT");
 
     removeWatermarkData(kStore, CFSTR("seal.png"));
-    const WatermarkRecord absent = load(CFSTR("seal.png"), false);
-    const WatermarkRecord zero = {};
-    EXPECT_EQ(std::memcmp(&absent, &zero, sizeof zero), 0);
+    EXPECT_TRUE(bytesOf(load(CFSTR("seal.png"), false)) == std::string(sizeof(WatermarkRecord), '\0'));
 }
 
 TEST_F(Storage, OnlyWhatFitsIsTaken) {
@@ -176,7 +184,7 @@ TEST_F(Storage, OnlyWhatFitsIsTaken) {
         return true;
     });
     WatermarkRecord record = textWatermark("before");
-    std::strcpy(record.fileName, "before");
+    setText(record.fileName, "before");
     ASSERT_TRUE(loadWatermarkData(kStore, CFSTR("odd"), &record));
     EXPECT_EQ(std::strlen(record.text), 510u) << "half a character, or no zero";
     EXPECT_EQ(std::strlen(record.fontName), 511u);
@@ -192,11 +200,11 @@ TEST_F(Storage, OnlyWhatFitsIsTaken) {
     // What the editor should not have left: a text without its zero, one that is no UTF-8, a number that is none.
     record = textWatermark("bad editor");
     std::memset(record.fontName, 'f', sizeof record.fontName);
-    std::strcpy(record.fileName, "\xFF");
+    setText(record.fileName, "\xFF");
     record.yOffset = std::numeric_limits<float>::quiet_NaN();
     saveWatermarkData(kStore, &record);
     EXPECT_EQ(load(CFSTR("bad editor"), true).fontName, std::string(511, 'f'));
-    std::strcpy(record.text, "\xFF");
+    setText(record.text, "\xFF");
     saveWatermarkData(kStore, &record);
     EXPECT_EQ(listed(), "Draft|");
 }
