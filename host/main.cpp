@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 
 namespace {
 
@@ -160,7 +161,7 @@ ExitStatus run(const CommandLine& line, char* programName) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     markStart("main");
     auto line = readCommandLine({argv + 1, argv + argc});
     if (!line) {
@@ -171,4 +172,7 @@ int main(int argc, char** argv) {
         return static_cast<int>(ExitStatus::success);
     }
     return static_cast<int>(run(*line, argv[0]));
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "tavro-print: %s\n", error.what());  // such as no memory left for the document
+    return static_cast<int>(ExitStatus::unusableInput);
 }

@@ -1,7 +1,7 @@
 #include "host/ppd_choices.h"
 
-#include <cstring>
 #include <optional>
+#include <string_view>
 
 namespace {
 
@@ -38,8 +38,7 @@ bool PPDChoices::hasKeyword(const std::string& mainKeyword) const {
 
 bool PPDChoices::offers(const std::string& mainKeyword, const std::string& option) const {
     const auto main = mainIndex(context_, mainKeyword);
-    const auto wanted = prefixed(option);
-    if (!main || !wanted) {
+    if (!main) {
         return false;
     }
     if (option.starts_with("Custom.")) {
@@ -50,7 +49,7 @@ bool PPDChoices::offers(const std::string& mainKeyword, const std::string& optio
         ConstPPDString keyword = nullptr;
         if (ppdGetIndUIOption(context_, *main, i, &record) == noErr &&
             ppdGetOptionString(context_, *main, record.optionIndex, &keyword) == noErr &&
-            std::memcmp(keyword, wanted->data(), wanted->size()) == 0) {
+            std::string_view(reinterpret_cast<const char*>(keyword) + 1, keyword[0]) == option) {
             return true;
         }
     }

@@ -135,12 +135,13 @@ ControlRef PrintDialog::control(HostControl number) const {
     return found;
 }
 
-void PrintDialog::setText(HostControl number, CFRef<CFStringRef> text) const {
+void PrintDialog::setText(HostControl number, const CFRef<CFStringRef>& text) const {
     const CFStringRef string = text.get();
     SetControlData(control(number), kControlEntireControl, kControlStaticTextCFStringTag, sizeof string, &string);
 }
 
-CFOptionFlags PrintDialog::tell(CFOptionFlags level, CFRef<CFStringRef> header, CFRef<CFStringRef> message) const {
+CFOptionFlags PrintDialog::tell(CFOptionFlags level, const CFRef<CFStringRef>& header,
+                                const CFRef<CFStringRef>& message) const {
     CFOptionFlags response = 0;
     CFUserNotificationDisplayAlert(0, level, nullptr, nullptr, nullptr, header.get(), message.get(), nullptr, nullptr,
                                    nullptr, &response);
@@ -403,7 +404,7 @@ PrintDialog::Outcome PrintDialog::run(std::function<void()> shown) {
         restoreWindowPlace(window_);
     }
     RunAppModalLoopForWindow(window_);
-    const Outcome outcome = outcome_.value_or(Outcome{ExitStatus::cancelled, {}});
+    Outcome outcome = outcome_.value_or(Outcome{ExitStatus::cancelled, {}});
     plugin_.stop(noErr);
     return outcome;
 }

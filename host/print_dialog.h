@@ -61,8 +61,8 @@ private:
     std::optional<Failure> openWindow();
     void installHandlers();
     ControlRef control(HostControl number) const;
-    void setText(HostControl number, CFRef<CFStringRef> text) const;
-    CFOptionFlags tell(CFOptionFlags level, CFRef<CFStringRef> header, CFRef<CFStringRef> message) const;
+    void setText(HostControl number, const CFRef<CFStringRef>& text) const;
+    CFOptionFlags tell(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message) const;
 
     /// Makes a session for the printer from the settings, and starts the maker's panels on it.
     PluginHost::Start startSession(const Printer& printer, const JobSettings& settings, CFDictionaryRef installed);

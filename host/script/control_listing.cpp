@@ -26,7 +26,7 @@ std::string commandText(OSType command) {
 }
 
 std::string valueText(ControlRef control) {
-    const std::string value = " value " + std::to_string(GetControl32BitValue(control));
+    std::string value = " value " + std::to_string(GetControl32BitValue(control));
     switch (GetControlKind(control)) {
         case ControlKind::littleArrows:
         case ControlKind::slider:
