@@ -34,7 +34,7 @@ OSStatus Construct(EventRef event) {
         status = SetEventParameter(event, kEventParamHIObjectInstance, typeVoidPtr, sizeof record, &record);
     }
     if (status == noErr) {
-        button.release();  // Destruct deletes it
+        static_cast<void>(button.release());  // Destruct deletes it
     }
     return status;
 }

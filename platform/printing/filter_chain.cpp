@@ -166,6 +166,7 @@ int startFilter(const std::string& serverBin, const FilterStep& step, const Filt
 /// Collects the messages until every filter has closed its end.
 void readMessages(std::vector<Filter>& filters) {
     std::vector<pollfd> waiting;
+    waiting.reserve(filters.size());
     for (const Filter& filter : filters) {
         waiting.push_back({filter.messagePipe.get(), POLLIN, 0});
     }

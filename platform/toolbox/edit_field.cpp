@@ -70,11 +70,9 @@ void EditField::perform(EditAction action) {
 }
 
 void EditField::keyPressEvent(QKeyEvent* event) {
-    if (isReadOnly()) {
-        QLineEdit::keyPressEvent(event);
-    } else if (enterKey(*event)) {
+    if (!isReadOnly() && enterKey(*event)) {
         event->accept();
-    } else if (isCommandKey(*event)) {
+    } else if (!isReadOnly() && isCommandKey(*event)) {
         event->ignore();
     } else {
         QLineEdit::keyPressEvent(event);

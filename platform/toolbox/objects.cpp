@@ -116,8 +116,8 @@ OSStatus OpaqueControlRef::handleByDefault(EventRef event) {
     if (eventClass == kEventClassTextInput && eventKind == kEventTextInputUnicodeForKeyEvent) {
         if (auto* field = dynamic_cast<TextSink*>(widget)) {
             field->takeText(eventText(event, kEventParamTextInputSendText));
-            if (validation != nullptr) {
-                validation(this);
+            if (const ControlEditTextValidationUPP validate = validation) {
+                validate(this);
             }
             return noErr;
         }

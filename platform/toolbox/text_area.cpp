@@ -78,11 +78,9 @@ void TextArea::perform(EditAction action) {
 }
 
 void TextArea::keyPressEvent(QKeyEvent* event) {
-    if (isReadOnly()) {
-        QPlainTextEdit::keyPressEvent(event);
-    } else if (enterKey(*event)) {
+    if (!isReadOnly() && enterKey(*event)) {
         event->accept();
-    } else if (isCommandKey(*event)) {
+    } else if (!isReadOnly() && isCommandKey(*event)) {
         event->ignore();
     } else {
         QPlainTextEdit::keyPressEvent(event);
