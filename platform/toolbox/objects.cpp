@@ -100,6 +100,7 @@ OpaqueEventTargetRef* OpaqueControlRef::nextTarget() const {
 }
 
 OSStatus OpaqueControlRef::handleByDefault(EventRef event) {
+    OpaqueWindowRef* window = OpaqueWindowRef::of(widget->window());
     if (viewClass != nullptr) {
         const OSStatus status = callViewClass(this, event);
         if (status != eventNotHandledErr) {
@@ -122,7 +123,6 @@ OSStatus OpaqueControlRef::handleByDefault(EventRef event) {
             return noErr;
         }
     }
-    OpaqueWindowRef* window = OpaqueWindowRef::of(widget->window());
     return window != nullptr ? window->handleByDefault(event) : eventNotHandledErr;
 }
 
