@@ -14,7 +14,7 @@ inline constexpr CFStringEncoding kCFStringEncodingUTF8 = 0x08000100;
 CFTypeID CFStringGetTypeID();
 
 /// The constant string of a literal (UTF-8): one object a text for the whole process, never destroyed, never to be
-/// released by its users. Use CFSTR, not this function.
+/// released by its users. Code writes CFSTR; tables that hold their texts call this.
 CFStringRef CFStringMakeConstant(const char* text);
 #define CFSTR(literal) CFStringMakeConstant("" literal "")
 

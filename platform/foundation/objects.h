@@ -1,4 +1,5 @@
-// The objects behind the ...Ref types. Only for the sources of this folder: it shows Qt.
+// The objects behind the ...Ref types. For the sources of this folder, and of those platform folders that make counted
+// objects of their own: it shows Qt.
 #pragma once
 
 #include "platform/foundation/CFRef.h"
