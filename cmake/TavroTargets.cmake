@@ -43,7 +43,7 @@ function(tavro_test name)
   target_link_libraries(${name} PRIVATE tavro_flags ${ARG_LINK} GTest::gtest)
   target_compile_definitions(${name} PRIVATE TAVRO_SOURCE_DIR="${CMAKE_SOURCE_DIR}" TAVRO_STAGE="${TAVRO_STAGE}")
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${CMAKE_BINARY_DIR}/test-home;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-home/run;XDG_CONFIG_HOME=;XDG_DATA_HOME=;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp")
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${CMAKE_BINARY_DIR}/test-home;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-home/run;XDG_CONFIG_HOME=;XDG_DATA_HOME=;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0")
 endfunction()
 
 # Adds a folder that has something to build.

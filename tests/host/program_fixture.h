@@ -8,6 +8,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -40,6 +41,9 @@ protected:
                         "XDG_RUNTIME_DIR=" + folder.path().string()};
         if (const char* options = std::getenv("ASAN_OPTIONS")) {
             variables.push_back(std::string("ASAN_OPTIONS=") + options);
+        }
+        if (const char* suppressions = std::getenv("LSAN_OPTIONS")) {
+            variables.push_back("LSAN_OPTIONS=" + std::string(suppressions));
         }
         variables.insert(variables.end(), environment.begin(), environment.end());
 
