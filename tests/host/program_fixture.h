@@ -39,11 +39,10 @@ protected:
         words.insert(words.end(), arguments.begin(), arguments.end());
         Words variables{"HOME=" + folder.path().string(), "PATH=/usr/bin:/bin", "CUPS_SERVER=127.0.0.1:1",
                         "XDG_RUNTIME_DIR=" + folder.path().string()};
-        if (const char* options = std::getenv("ASAN_OPTIONS")) {
-            variables.push_back(std::string("ASAN_OPTIONS=") + options);
-        }
-        if (const char* suppressions = std::getenv("LSAN_OPTIONS")) {
-            variables.push_back("LSAN_OPTIONS=" + std::string(suppressions));
+        for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS"}) {
+            if (const char* options = std::getenv(name.c_str())) {
+                variables.push_back(name + "=" + options);
+            }
         }
         variables.insert(variables.end(), environment.begin(), environment.end());
 
