@@ -6,16 +6,14 @@
 #include "host/print_dialog.h"
 #include "host/script/control_listing.h"
 #include "host/script/runner.h"
+#include "host/script/script_file.h"
 #include "host/script/text.h"
 #include "host/start_marks.h"
-#include "platform/files/url_access.h"
-#include "platform/foundation/CFCollections.h"
 #include "platform/toolbox/Automation.h"
 
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <exception>
 
 namespace {
@@ -39,26 +37,19 @@ bool hasDisplay() {
     return false;
 }
 
-/// Reads and parses the script; its errors go to standard error, one a line.
 Result<script::Script> openScript(const std::string& path) {
     if (path.empty()) {
         return script::Script{};
     }
-    CFDataRef bytes = nullptr;
-    SInt32 error = 0;
-    if (!CFURLCreateDataAndPropertiesFromResource(nullptr, fileURL(path).get(), &bytes, nullptr, nullptr, &error)) {
-        return unusable(path, std::strerror(error));
+    std::string reason;
+    auto parsed = script::readScriptFile(path, &reason);
+    if (!parsed) {
+        return unusable(path, reason);
     }
-    const auto data = CFRef<CFDataRef>::adopt(bytes);
-    script::Script parsed = script::parse({reinterpret_cast<const char*>(CFDataGetBytePtr(data.get())),
-                                           static_cast<std::size_t>(CFDataGetLength(data.get()))});
-    for (const script::Error& fault : parsed.errors) {
-        std::fprintf(stderr, "%s:%d: column %d: %s\n", path.c_str(), fault.line, fault.column, fault.reason.c_str());
-    }
-    if (!parsed.errors.empty()) {
+    if (!parsed->errors.empty()) {
         return Failure{ExitStatus::scriptFailed, {}};
     }
-    return parsed;
+    return *parsed;
 }
 
 Result<CFRef<CFBundleRef>> openBundle(const std::string& path) {

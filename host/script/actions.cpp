@@ -192,6 +192,8 @@ public:
     Reason operator()(const Ok&) const { return pressButton(stage_.mainWindow, GetWindowDefaultButton); }
     Reason operator()(const Cancel&) const { return pressButton(stage_.mainWindow, GetWindowCancelButton); }
 
+    Reason operator()(const Own& own) const { return stage_.perform(own); }
+
 private:
     template <typename Act>
     Reason withControl(ControlName name, Act act) const {

@@ -282,20 +282,23 @@ constexpr ActionRow kActions[] = {
     {"ok", readPlain<Ok>},
     {"cancel", readPlain<Cancel>},
 };
-static_assert(std::size(kActions) + 1 == std::variant_size_v<Action>, "expect is one word for two actions");
+static_assert(std::size(kActions) + 2 == std::variant_size_v<Action>,
+              "expect is one word for two actions, and a program's own have none here");
 // clang-format on
 
-std::optional<Action> readLine(std::string_view line) {
+std::optional<Action> readLine(std::string_view line, std::span<const std::string_view> ownActions) {
     const std::vector<Word> words = split(line);
     if (words.empty()) {
         return std::nullopt;
     }
-    const auto row = std::ranges::find(kActions, words.front().text, &ActionRow::word);
-    if (row == std::end(kActions)) {
-        throw SyntaxError{words.front().column, "there is no such action"};
+    const Word& first = words.front();
+    const auto row = std::ranges::find(kActions, first.text, &ActionRow::word);
+    const bool isOwn = std::ranges::find(ownActions, first.text) != ownActions.end();
+    if (row == std::end(kActions) && !isOwn) {
+        throw SyntaxError{first.column, "there is no such action"};
     }
     Arguments arguments(words);
-    Action action = row->read(arguments);
+    Action action = isOwn ? Own{first.text, arguments.text()} : row->read(arguments);
     if (arguments.more()) {
         throw SyntaxError{arguments.word("").column, "there is one word too many"};
     }
@@ -308,12 +311,12 @@ std::string controlNameText(ControlName name) {
     return FourCharCodeText(name.signature) + ":" + std::to_string(name.number);
 }
 
-Script parse(std::string_view text) {
+Script parse(std::string_view text, std::span<const std::string_view> ownActions) {
     Script script;
     for (int number = 1; !text.empty(); ++number) {
         const std::size_t end = text.find('\n');
         try {
-            if (auto action = readLine(text.substr(0, end))) {
+            if (auto action = readLine(text.substr(0, end), ownActions)) {
                 script.lines.push_back({number, std::move(*action)});
             }
         } catch (const SyntaxError& error) {

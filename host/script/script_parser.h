@@ -6,6 +6,7 @@
 
 #include "platform/foundation/four_char_code.h"
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -73,9 +74,14 @@ struct Shot {
 };
 struct Ok {};
 struct Cancel {};
+/// An action of the program that runs the script, beside the language's own.
+struct Own {
+    std::string word;
+    std::string argument;
+};
 
 using Action = std::variant<Panel, Click, Set, Choose, Item, Type, Rows, Command, Answer, Expect, ExpectWindow,
-                            Controls, Shot, Ok, Cancel>;
+                            Controls, Shot, Ok, Cancel, Own>;
 
 struct Line {
     int number;  // in the file, from 1
@@ -94,7 +100,8 @@ struct Script {
     std::vector<Error> errors;
 };
 
-/// Reads a whole script; a script with errors is not to be run.
-Script parse(std::string_view text);
+/// Reads a whole script; a script with errors is not to be run. `ownActions` are words, with one argument each, that
+/// the program adds to the language.
+Script parse(std::string_view text, std::span<const std::string_view> ownActions = {});
 
 }  // namespace script

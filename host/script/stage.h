@@ -6,6 +6,7 @@
 #include "platform/toolbox/Windows.h"
 
 #include <cstdio>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -15,6 +16,8 @@ struct Stage {
     WindowRef mainWindow = nullptr;  // the print dialog, whose buttons `ok` and `cancel` press
     std::string shotsFolder;         // made when the first shot is taken
     std::FILE* output = stdout;      // of `controls` and of notices
+    /// Does the program's own actions, if it has any; returns why one could not be done.
+    std::function<std::optional<std::string>(const Own&)> perform;
 };
 
 /// The signature and number of a shell's panel selector, and the signature of its panels' panes, which are numbered as

@@ -1,4 +1,4 @@
-// What the shell learns of the session's printer, for all panels: the feature database, the options of the PPD, the
+// What the plug-in learns of the session's printer, for all panels: the feature database, the options of the PPD, the
 // installed options.
 #pragma once
 

@@ -1,4 +1,4 @@
-#include "core/shell_printer.h"
+#include "core/printer_features.h"
 
 #include "core/feature_database.h"
 #include "core/installable_options.h"
