@@ -7,17 +7,12 @@
 #include "platform/toolbox/Help.h"
 #include "platform/toolbox/Windows.h"
 #include "ui/draw_image.h"
+#include "ui/panel_operations.h"
 
 namespace {
 
 constexpr OSType kLogoCommand = FourCharCode("TsLB");
 constexpr UniChar kEscape = 27;
-
-ControlRef ControlOf(EventRef event) {
-    ControlRef control = nullptr;
-    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof control, nullptr, &control);
-    return control;
-}
 
 /// Opens the maker's website; the browser takes the front, so the dialog is brought back to it.
 void VisitMaker(const AboutContext& context) {
@@ -58,7 +53,7 @@ OSStatus pdeShellAboutEventHandler(EventHandlerCallRef, EventRef event, void* us
         }
         case kEventClassControl:
             if (eventKind == kEventControlDraw) {
-                DrawImage(CFSTR("VelmoraLogo.gif"), ControlOf(event), false);
+                DrawImage(CFSTR("VelmoraLogo.gif"), GetEventControl(event), false);
                 return noErr;
             }
             return eventNotHandledErr;
@@ -76,6 +71,6 @@ OSStatus pdeShellAboutEventHandler(EventHandlerCallRef, EventRef event, void* us
 }
 
 OSStatus DeviceMimicHandler(EventHandlerCallRef, EventRef event, void* userData) {
-    DrawImage(static_cast<AboutContext*>(userData)->deviceMimicFile, ControlOf(event), true);
+    DrawImage(static_cast<AboutContext*>(userData)->deviceMimicFile, GetEventControl(event), true);
     return noErr;
 }

@@ -1,7 +1,6 @@
 // The About panel: what this plug-in is, who made it, and how the printer looks.
 
 #include "core/installable_options.h"
-#include "core/panel_interface.h"
 #include "panels/about/about_context.h"
 #include "panels/about/about_logo_button.h"
 #include "platform/foundation/CFBundle.h"
@@ -9,12 +8,11 @@
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "ui/nib_window.h"
+#include "ui/panel_operations.h"
 
 #include <new>
 
 namespace {
-
-constexpr OSType kSignature = FourCharCode("Tshl");
 
 enum ControlNumber : SInt32 {
     kPane = 500,
@@ -43,16 +41,9 @@ AboutContext* InitContext() {
     auto* context = new (std::nothrow) AboutContext{};
     if (context != nullptr) {
         context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CFRef<CFStringRef>::adopt(
-            CFBundleCopyLocalizedString(context->bundle, CFSTR("About"), CFSTR("About"), CFSTR("Localizable")));
+        context->title = CopyPanelTitle(context->bundle, CFSTR("About"));
     }
     return context;
-}
-
-ControlRef Find(const AboutContext& context, SInt32 number) {
-    ControlRef control = nullptr;
-    HIViewFindByID(context.pane, {kSignature, number}, &control);
-    return control;
 }
 
 void FillInfoTexts(const AboutContext& context) {
@@ -62,8 +53,8 @@ void FillInfoTexts(const AboutContext& context) {
             CFRef<CFStringRef>::adopt(CFStringCreateWithCString(kCFAllocatorDefault, name, kCFStringEncodingASCII));
         const auto text = static_cast<CFStringRef>(CFDictionaryGetValue(texts, key.get()));
         if (CFGetTypeID(text) == CFStringGetTypeID()) {
-            SetControlData(Find(context, number), kControlEntireControl, kControlStaticTextCFStringTag, sizeof text,
-                           &text);
+            SetControlData(FindPanelControl(context.pane, number), kControlEntireControl, kControlStaticTextCFStringTag,
+                           sizeof text, &text);
         }
     }
 }
@@ -71,12 +62,12 @@ void FillInfoTexts(const AboutContext& context) {
 OSStatus BuildPane(AboutContext* context) {
     RegisterLogoButtonClass();
     if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("AboutPanel"), CFSTR("About"),
-                                                 {kSignature, kPane}, context->hostPane, &context->pane);
+                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
         status != noErr) {
         return status;
     }
     FillInfoTexts(*context);
-    context->logoButton = Find(*context, kLogoButton);
+    context->logoButton = FindPanelControl(context->pane, kLogoButton);
     SetLogoButtonImage(context->logoButton, CFSTR("TavroLogo.gif"));
 
     static constexpr EventTypeSpec kDrawEvents[] = {{kEventClassControl, kEventControlDraw}};
@@ -87,10 +78,10 @@ OSStatus BuildPane(AboutContext* context) {
     };
     InstallControlEventHandler(context->pane, pdeShellAboutEventHandler, std::size(kPaneEvents), kPaneEvents, context,
                                nullptr);
-    InstallControlEventHandler(Find(*context, kSuiteLogo), pdeShellAboutEventHandler, std::size(kDrawEvents),
-                               kDrawEvents, context, nullptr);
-    InstallControlEventHandler(Find(*context, kDeviceMimic), DeviceMimicHandler, std::size(kDrawEvents), kDrawEvents,
-                               context, nullptr);
+    InstallControlEventHandler(FindPanelControl(context->pane, kSuiteLogo), pdeShellAboutEventHandler,
+                               std::size(kDrawEvents), kDrawEvents, context, nullptr);
+    InstallControlEventHandler(FindPanelControl(context->pane, kDeviceMimic), DeviceMimicHandler,
+                               std::size(kDrawEvents), kDrawEvents, context, nullptr);
     return noErr;
 }
 
@@ -123,18 +114,8 @@ void StopTracking(AboutContext* context) {
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
     AboutContext* context = InitContext();
-    *opaque = reinterpret_cast<PMPDEContext>(context);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    *creator = kSignature;
-    *kind = kPDEPanelKind;
-    *maximumWidth = 0;
-    *maximumHeight = 0;
-    if (context->title) {
-        *title = context->title.get();
-    }
-    return noErr;
+    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
+                          opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
@@ -149,12 +130,6 @@ OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef paren
 
 OSStatus Sync(PMPDEContext, PMPrintSession, Boolean) {
     return noErr;
-}
-
-OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* summaries) {
-    *titles = nullptr;
-    *summaries = nullptr;
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
 }
 
 OSStatus Open(PMPDEContext opaque) {
@@ -192,5 +167,5 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetAboutPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
 }

@@ -1,24 +1,21 @@
 // The Advanced panel: job options that do not belong elsewhere.
 
-#include "core/panel_interface.h"
-#include "model/plugin_state.h"
 #include "model/ppd_ui_dictionary.h"
-#include "model/ticket_access.h"
 #include "panels/advanced/advanced_sync.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Menus.h"
 #include "ui/localization.h"
 #include "ui/nib_window.h"
+#include "ui/panel_operations.h"
 #include "ui/ppd_menus.h"
 #include "ui/setting_menus.h"
 
 #include <new>
 
 namespace {
-
-constexpr OSType kSignature = FourCharCode("Tshl");
 
 enum ControlNumber : SInt32 {
     kPane = 600,
@@ -81,16 +78,9 @@ AdvancedContext* InitContext() {
     auto* context = new (std::nothrow) AdvancedContext{};
     if (context != nullptr) {
         context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CFRef<CFStringRef>::adopt(
-            CFBundleCopyLocalizedString(context->bundle, CFSTR("Advanced"), CFSTR("Advanced"), CFSTR("Localizable")));
+        context->title = CopyPanelTitle(context->bundle, CFSTR("Advanced"));
     }
     return context;
-}
-
-ControlRef Find(const AdvancedContext& context, SInt32 number) {
-    ControlRef control = nullptr;
-    HIViewFindByID(context.pane, {kSignature, number}, &control);
-    return control;
 }
 
 /// Shows the settings in the controls, as far as there are any yet.
@@ -115,19 +105,16 @@ void FillChoice(ControlRef popup, ControlRef label, CFStringRef mainKeyword) {
 
 OSStatus pdeShellAdvancedEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
     AdvancedSettings& settings = static_cast<AdvancedContext*>(userData)->settings;
-    ControlRef control = nullptr;
-    ControlID id{};
-    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof control, nullptr, &control);
-    if (GetControlID(control, &id) == noErr && id.signature == kSignature) {
-        for (const auto& [number, setting] : kValueSettings) {
-            if (number == id.id) {
-                settings.*setting = GetControl32BitValue(control);
-            }
+    const ControlRef control = GetEventControl(event);
+    const SInt32 hit = GetPanelControlNumber(control);
+    for (const auto& [number, setting] : kValueSettings) {
+        if (number == hit) {
+            settings.*setting = GetControl32BitValue(control);
         }
-        for (const auto& [number, setting] : kChoiceSettings) {
-            if (number == id.id) {
-                settings.*setting = GetPopupButtonTicketValue(control);
-            }
+    }
+    for (const auto& [number, setting] : kChoiceSettings) {
+        if (number == hit) {
+            settings.*setting = GetPopupButtonTicketValue(control);
         }
     }
     return eventNotHandledErr;
@@ -136,14 +123,11 @@ OSStatus pdeShellAdvancedEventHandler(EventHandlerCallRef, EventRef event, void*
 // ---- The operations
 
 OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToControls) {
-    AdvancedContext* context = Context(opaque);
-    if (context == nullptr || session == nullptr) {
-        return kPMInvalidPrintSession;
-    }
     PMTicketRef ticket = 0;
-    if (const OSStatus status = GetTicketFromSession(session, kPDE_PMPrintSettingsKey, &ticket); status != noErr) {
+    if (const OSStatus status = GetTicketForSync(opaque, session, &ticket); status != noErr) {
         return status;
     }
+    AdvancedContext* context = Context(opaque);
     if (ticketsToControls) {
         ReadAdvancedSettings(ticket, &context->settings);
         SetControls(*context);
@@ -156,16 +140,8 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
     AdvancedContext* context = InitContext();
-    *opaque = reinterpret_cast<PMPDEContext>(context);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    *creator = kSignature;
-    *kind = kPDEPanelKind;
-    *title = context->title.get();
-    *maximumWidth = 0;
-    *maximumHeight = 0;
-    return noErr;
+    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
+                          opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
@@ -177,12 +153,6 @@ OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef paren
     return Sync(opaque, session, true);
 }
 
-OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* summaries) {
-    *titles = nullptr;
-    *summaries = nullptr;
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
-}
-
 OSStatus Open(PMPDEContext opaque) {
     AdvancedContext* context = Context(opaque);
     if (context == nullptr || context->opened) {
@@ -190,21 +160,22 @@ OSStatus Open(PMPDEContext opaque) {
     }
     context->opened = true;
     if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("AdvancedPanelOffice"), CFSTR("Advanced"),
-                                                 {kSignature, kPane}, context->hostPane, &context->pane);
+                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
         status != noErr) {
         return status;
     }
-    context->bookletLayoutOrder = Find(*context, kBookletLayoutOrder);
-    context->rotateImage = Find(*context, kRotateImage);
-    context->emitTPIF = Find(*context, kEmitTPIF);
-    context->bannerLabel = Find(*context, kBannerLabel);
-    context->banner = Find(*context, kBanner);
-    context->jog = Find(*context, kJog);
-    SetLocalizedStaticText(context->bundle, CFSTR("Booklet Layout Order:"), Find(*context, kBookletLayoutOrderLabel));
+    context->bookletLayoutOrder = FindPanelControl(context->pane, kBookletLayoutOrder);
+    context->rotateImage = FindPanelControl(context->pane, kRotateImage);
+    context->emitTPIF = FindPanelControl(context->pane, kEmitTPIF);
+    context->bannerLabel = FindPanelControl(context->pane, kBannerLabel);
+    context->banner = FindPanelControl(context->pane, kBanner);
+    context->jog = FindPanelControl(context->pane, kJog);
+    SetLocalizedStaticText(context->bundle, CFSTR("Booklet Layout Order:"),
+                           FindPanelControl(context->pane, kBookletLayoutOrderLabel));
     FillChoice(context->banner, context->bannerLabel, kBannerMainKeyword);
     FillChoice(context->jog, nullptr, kJogMainKeyword);
     for (const SInt32 number : kRemovedControls) {
-        DisposeControl(Find(*context, number));
+        DisposeControl(FindPanelControl(context->pane, number));
     }
     SetControls(*context);
 
@@ -228,5 +199,5 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetAdvancedPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
 }

@@ -78,7 +78,7 @@ KeysByTable TextKeysInSources(const QStringList& folders) {
 
     // bundle, key, [fallback, table]
     static const QRegularExpression lookUp(QStringLiteral(
-        R"(\b(?:CFBundleCopyLocalizedString|CopyLocalizedText|localized|SetLocalized(?:StaticText|ControlTitle|WindowTitle|MenuTitle))\()"));
+        R"(\b(?:CFBundleCopyLocalizedString|CopyLocalizedText|CopyPanelTitle|localized|SetLocalized(?:StaticText|ControlTitle|WindowTitle|MenuTitle))\()"));
     for (auto calls = lookUp.globalMatch(code); calls.hasNext();) {
         const QStringList arguments = ArgumentsAt(code, calls.next().capturedEnd());
         const QStringList table = arguments.size() == 4 ? LiteralsIn(arguments[3]) : QStringList();

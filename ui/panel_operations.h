@@ -1,0 +1,33 @@
+// What panels do alike: their answers to the shell, and finding their controls.
+#pragma once
+
+#include "core/panel_interface.h"
+#include "platform/foundation/CFRef.h"
+#include "platform/printing/PMTicket.h"
+#include "platform/toolbox/Events.h"
+
+/// The creator of every panel and the signature of the controls of its pane.
+inline constexpr OSType kPanelSignature = FourCharCode("Tshl");
+
+/// The panel's title from the table "Localizable"; the key itself when it has no text.
+CFRef<CFStringRef> CopyPanelTitle(CFBundleRef bundle, CFStringRef key);
+
+/// Prologue for a panel that has made its context: the context, the creator, the kind, the title (lent, and left alone
+/// when it is null) and no maximum size. For a null context that alone, and kPMInvalidPDEContext.
+OSStatus AnswerPrologue(PMPDEContext made, CFStringRef ownTitle, PMPDEContext* context, OSType* creator,
+                        CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth, UInt32* maximumHeight);
+
+/// The ticket between which and its controls a panel syncs: the session's print settings. kPMInvalidPrintSession
+/// without context or session, else the status of finding the ticket.
+OSStatus GetTicketForSync(PMPDEContext context, PMPrintSession session, PMTicketRef* ticket);
+
+/// GetSummaryText of a panel that has none: both null. kPMInvalidPDEContext without context.
+OSStatus GetNoSummaryText(PMPDEContext context, CFArrayRef* titles, CFArrayRef* summaries);
+
+/// A control of the panel's pane by its number; null when there is none.
+ControlRef FindPanelControl(ControlRef pane, SInt32 number);
+
+/// The control that an event is about; null when it is about something else.
+ControlRef GetEventControl(EventRef event);
+/// The number of a control with the panels' signature; 0 for any other.
+SInt32 GetPanelControlNumber(ControlRef control);
