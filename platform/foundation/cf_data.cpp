@@ -6,11 +6,18 @@
 #include <cstdio>
 
 bool CFDataObject::equals(const CFObject& other) const {
-    return bytes == static_cast<const CFDataObject&>(other).bytes;
+    return bytes() == static_cast<const CFDataObject&>(other).bytes();
 }
 
 CFHashCode CFDataObject::hash() const {
-    return qHash(bytes);
+    return qHash(bytes());
+}
+
+QByteArray& CFDataObject::bytes() const {
+    if (const auto* base64 = std::get_if<Base64Text>(&content)) {
+        content = base64->decoded();
+    }
+    return std::get<QByteArray>(content);
 }
 
 CFTypeID CFDataGetTypeID() {
@@ -26,16 +33,18 @@ CFDataRef CFDataCreate(CFAllocatorRef, const UInt8* bytes, CFIndex length) {
 
 CFIndex CFDataGetLength(CFDataRef data) {
     const CFDataObject* object = checked(data);
-    return object ? object->bytes.size() : 0;
+    return object ? object->bytes().size() : 0;
 }
 
 const UInt8* CFDataGetBytePtr(CFDataRef data) {
     const CFDataObject* object = checked(data);
-    return object && !object->bytes.isEmpty() ? reinterpret_cast<const UInt8*>(object->bytes.constData()) : nullptr;
+    return object && !object->bytes().isEmpty() ? reinterpret_cast<const UInt8*>(object->bytes().constData()) : nullptr;
 }
 
-CFMutableDataRef CFDataCreateMutable(CFAllocatorRef, CFIndex) {
-    return new CFDataObject(QByteArray(), true);
+CFMutableDataRef CFDataCreateMutable(CFAllocatorRef, CFIndex capacity) {
+    QByteArray bytes;
+    bytes.reserve(capacity);
+    return new CFDataObject(std::move(bytes), true);
 }
 
 void CFDataAppendBytes(CFMutableDataRef data, const UInt8* bytes, CFIndex length) {
@@ -43,6 +52,6 @@ void CFDataAppendBytes(CFMutableDataRef data, const UInt8* bytes, CFIndex length
     if (object && !object->isMutable) {
         std::fprintf(stderr, "%s: this data cannot be changed\n", __func__);
     } else if (object && bytes && length > 0) {
-        object->bytes.append(reinterpret_cast<const char*>(bytes), length);
+        object->bytes().append(reinterpret_cast<const char*>(bytes), length);
     }
 }

@@ -10,9 +10,11 @@
 struct CFLocaleObject final : CFObject {
     static constexpr ObjectKind kKind = ObjectKind::Locale;
 
-    explicit CFLocaleObject(const QLocale& value) : CFObject(kKind), locale(value) {}
+    explicit CFLocaleObject(const QLocale& value)
+        : CFObject(kKind), locale(value), decimalSeparator(makeString(value.decimalPoint())) {}
 
     const QLocale locale;
+    const CFRef<CFStringRef> decimalSeparator;
 };
 
 struct CFNumberFormatterObject final : CFObject {
@@ -43,10 +45,51 @@ QString format(const CFNumberFormatterObject& formatter, double number) {
     return text(std::fabs(number)) == text(0.0) ? text(0.0) : text(number);
 }
 
+QString withoutDirectionMarks(QString text) {
+    return text.removeIf([](QChar c) { return c.category() == QChar::Other_Format; });
+}
+
+/// The same number in ASCII; nothing for a text with a character that no number has.
+std::optional<QByteArray> plainNumber(const QLocale& locale, const QString& localized) {
+    QString text = withoutDirectionMarks(localized);
+    QByteArray plain;
+    for (const QString& minus : {withoutDirectionMarks(locale.negativeSign()), QStringLiteral("-")}) {
+        if (plain.isEmpty() && text.startsWith(minus)) {
+            text.remove(0, minus.size());
+            plain += '-';
+        }
+    }
+    for (const char32_t character : text.toUcs4()) {
+        if (const int digit = QChar::digitValue(character);
+            digit >= 0 && QChar::category(character) == QChar::Number_DecimalDigit) {
+            plain += static_cast<char>('0' + digit);
+        } else if (QString::fromUcs4(&character, 1) == locale.decimalPoint()) {
+            plain += '.';
+        } else {
+            return std::nullopt;
+        }
+    }
+    return plain;
+}
+
+std::optional<NumberValue> parse(const QByteArray& plain) {
+    bool valid = false;
+    if (const qlonglong integer = plain.toLongLong(&valid); valid) {
+        return std::int64_t{integer};
+    }
+    const double real = plain.toDouble(&valid);
+    return valid ? std::optional<NumberValue>(real) : std::nullopt;
+}
+
 }  // namespace
 
 CFLocaleRef CFLocaleCopyCurrent() {
     return new CFLocaleObject(QLocale());
+}
+
+CFTypeRef CFLocaleGetValue(CFLocaleRef locale, CFLocaleKey key) {
+    const CFLocaleObject* object = checked(locale);
+    return object && key == kCFLocaleDecimalSeparator ? object->decimalSeparator.get() : nullptr;
 }
 
 CFNumberFormatterRef CFNumberFormatterCreate(CFAllocatorRef, CFLocaleRef locale, CFNumberFormatterStyle style) {
@@ -68,4 +111,20 @@ CFStringRef CFNumberFormatterCreateStringWithValue(CFAllocatorRef, CFNumberForma
         return nullptr;
     }
     return makeString(std::visit([object](auto plain) { return format(*object, plain); }, *number)).leak();
+}
+
+Boolean CFNumberFormatterGetValueFromString(CFNumberFormatterRef formatter, CFStringRef string, const CFRange* range,
+                                            CFNumberType type, void* value) {
+    const CFNumberFormatterObject* object = checked(formatter);
+    if (!object || !string) {
+        return false;
+    }
+    const QString text = range ? textOf(string).mid(range->location, range->length) : textOf(string);
+    const std::optional<QByteArray> plain = plainNumber(object->locale, text);
+    const std::optional<NumberValue> number = plain ? parse(*plain) : std::nullopt;
+    if (!number) {
+        return false;
+    }
+    const auto counted = CFRef<CFNumberRef>::adopt(new CFNumberObject(*number));
+    return CFNumberGetValue(counted.get(), type, value);
 }

@@ -70,8 +70,9 @@ CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex 
 }
 
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* characters, CFIndex length) {
-    return length < 0 || (length > 0 && !characters) ? nullptr
-                                                     : makeString(QString::fromUtf16(characters, length)).leak();
+    return length < 0 || (length > 0 && !characters)
+               ? nullptr
+               : makeString(QString(reinterpret_cast<const QChar*>(characters), length)).leak();
 }
 
 CFStringRef CFStringCreateCopy(CFAllocatorRef, CFStringRef string) {

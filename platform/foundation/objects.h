@@ -3,6 +3,7 @@
 #pragma once
 
 #include "platform/foundation/CFRef.h"
+#include "platform/foundation/base64_text.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -10,6 +11,7 @@
 
 #include <limits>
 #include <type_traits>
+#include <variant>
 
 enum class ObjectKind : CFTypeID {
     String = 1,
@@ -79,14 +81,18 @@ struct CFStringObject final : CFObject {
 
 struct CFDataObject final : CFObject {
     static constexpr ObjectKind kKind = ObjectKind::Data;
+    using Content = std::variant<QByteArray, Base64Text>;
 
-    explicit CFDataObject(QByteArray value, bool canChange = false)
-        : CFObject(kKind), isMutable(canChange), bytes(std::move(value)) {}
+    explicit CFDataObject(Content value, bool canChange = false)
+        : CFObject(kKind), isMutable(canChange), content(std::move(value)) {}
     bool equals(const CFObject& other) const override;
     CFHashCode hash() const override;
 
+    /// Decodes the content for good.
+    QByteArray& bytes() const;
+
     const bool isMutable;
-    QByteArray bytes;
+    mutable Content content;
 };
 
 /// The object when it is one of the kind that its reference's type promises, else null. References come out of

@@ -52,7 +52,7 @@ Value copyValue(CFTypeRef value, CFOptionFlags mutability, int depth) {
         case ObjectKind::String:
             return copyLeaf(*static_cast<const CFStringObject*>(object), &CFStringObject::text, mutableLeaves);
         case ObjectKind::Data:
-            return copyLeaf(*static_cast<const CFDataObject*>(object), &CFDataObject::bytes, mutableLeaves);
+            return copyLeaf(*static_cast<const CFDataObject*>(object), &CFDataObject::content, mutableLeaves);
         case ObjectKind::Number:
         case ObjectKind::Bool:
             return Value::retain(value);  // nobody can change them

@@ -2,6 +2,7 @@
 #include "platform/foundation/collections.h"
 #include "platform/foundation/number_value.h"
 
+#include <QIODevice>
 #include <QLocale>
 #include <QXmlStreamWriter>
 
@@ -51,8 +52,7 @@ private:
                 xml_.writeEmptyElement(value == kCFBooleanTrue ? QStringLiteral("true") : QStringLiteral("false"));
                 return true;
             case ObjectKind::Data:
-                xml_.writeTextElement(QStringLiteral("data"),
-                                      QString::fromLatin1(static_cast<const CFDataObject*>(object)->bytes.toBase64()));
+                writeData(*static_cast<const CFDataObject*>(object));
                 return true;
             case ObjectKind::Array:
                 return depth < kPropertyListMaximumDepth &&
@@ -80,6 +80,18 @@ private:
         }
         xml_.writeEndElement();
         return true;
+    }
+
+    /// Base64 needs no escaping, so it goes to the file by the XML writer, once that has ended the start tag.
+    void writeData(const CFDataObject& data) {
+        xml_.writeStartElement(QStringLiteral("data"));
+        xml_.writeCharacters(QString());
+        if (const auto* base64 = std::get_if<Base64Text>(&data.content)) {
+            xml_.device()->write(base64->view().data(), base64->view().size());
+        } else {
+            xml_.device()->write(data.bytes().toBase64());
+        }
+        xml_.writeEndElement();
     }
 
     bool writeNumber(const NumberValue& value) {

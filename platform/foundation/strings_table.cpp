@@ -150,7 +150,7 @@ CFRef<CFDictionaryRef> readStringsTable(CFDataRef data, CFRef<CFStringRef>* erro
     CFRef<CFDictionaryRef> table;
     CFRef<CFStringRef> fault;
     const CFDataObject* object = checked(data);
-    const std::optional<QString> text = object ? decodeText(object->bytes, kCFStringEncodingUTF8) : std::nullopt;
+    const std::optional<QString> text = object ? decodeText(object->bytes(), kCFStringEncodingUTF8) : std::nullopt;
     if (text) {
         const bool mark = text->startsWith(QChar::ByteOrderMark);
         Reader reader(QStringView(*text).sliced(mark ? 1 : 0));

@@ -74,6 +74,13 @@ TEST(Strings, BytesOutsideOfTheEncodingAreRefused) {
     const UniChar half[] = {0xD83D};
     const auto broken = CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(nullptr, half, 1));
     EXPECT_EQ(encoded(broken.get(), kCFStringEncodingUTF8), std::nullopt);
+
+    // A byte order mark, or what looks like one the other way round, is a character as any other.
+    for (const std::u16string_view text : {u"\uFEFFa", u"\uFFFEa"}) {
+        const auto marked = CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(nullptr, text.data(), 2));
+        EXPECT_EQ(CFStringGetCharacterAtIndex(marked.get(), 0), text[0]);
+        EXPECT_EQ(CFStringGetCharacterAtIndex(marked.get(), 1), u'a');
+    }
 }
 
 TEST(Strings, ABufferTooSmallStaysEmpty) {
