@@ -3,25 +3,31 @@
 #include "platform/contacts/vcard_split.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
+#include <sstream>
 
 #include <libebook-contacts/libebook-contacts.h>
 
 namespace {
 
 struct LabelTypes {
-    const char* attribute;
-    const char* label;
+    std::string_view attribute;
+    std::string_view label;
     std::initializer_list<const char*> types;
 };
 
-// How labels are written: attribute, label, values of TYPE.
+// How labels are written, and read by the first row whose types are all there (VOICE is what says nothing else):
+// attribute, label, values of TYPE.
 constexpr LabelTypes kLabelTypes[] = {
-    {"TEL", "Work", {"WORK", "VOICE"}},
-    {"TEL", "WorkFAX", {"WORK", "FAX"}},
-    {"EMAIL", "Work", {"WORK"}},
+    {"TEL", "WorkFAX", {"WORK", "FAX"}}, {"TEL", "HomeFAX", {"HOME", "FAX"}}, {"TEL", "OtherFAX", {"FAX"}},
+    {"TEL", "Mobile", {"CELL"}},         {"TEL", "Pager", {"PAGER"}},         {"TEL", "Work", {"WORK", "VOICE"}},
+    {"TEL", "Home", {"HOME", "VOICE"}},  {"EMAIL", "Work", {"WORK"}},         {"EMAIL", "Home", {"HOME"}},
 };
-static_assert(std::size(kLabelTypes) == 3);
+static_assert(std::size(kLabelTypes) == 9);
+
+constexpr std::string_view kUuidAddress = "urn:uuid:";
+constexpr const char* kListMember = "X-EVOLUTION-DEST-CONTACT-UID";
 
 std::string taken(char* text) {
     std::string result = text ? text : "";
@@ -33,6 +39,16 @@ std::string firstValue(EVCard* card, const char* attribute) {
     EVCardAttribute* found = e_vcard_get_attribute(card, attribute);
     GList* values = found ? e_vcard_attribute_get_values(found) : nullptr;
     return values ? static_cast<const char*>(values->data) : "";
+}
+
+/// All values, should somebody have forgotten to escape a semicolon.
+std::string wholeValue(EVCardAttribute* attribute) {
+    std::string whole;
+    for (GList* value = e_vcard_attribute_get_values(attribute); value; value = value->next) {
+        whole += static_cast<const char*>(value->data);
+        whole += value->next ? ";" : "";
+    }
+    return whole;
 }
 
 void append(EVCard* card, const char* attribute, const std::string& text,
@@ -49,9 +65,83 @@ void append(EVCard* card, const char* attribute, const std::string& text,
     e_vcard_append_attribute(card, made);
 }
 
+bool isSameWord(const char* left, const char* right) {
+    return g_ascii_strcasecmp(left, right) == 0;
+}
+
+/// Calls `use` with each attribute of the name.
+template <typename Use>
+void forEach(EVCard* card, const char* attribute, Use use) {
+    for (GList* each = e_vcard_get_attributes(card); each; each = each->next) {
+        auto* candidate = static_cast<EVCardAttribute*>(each->data);
+        if (isSameWord(e_vcard_attribute_get_name(candidate), attribute)) {
+            use(candidate);
+        }
+    }
+}
+
 /// RFC 6350 names members by URI.
 std::string memberAddress(const std::string& uniqueId) {
-    return g_uuid_string_is_valid(uniqueId.c_str()) ? "urn:uuid:" + uniqueId : uniqueId;
+    return g_uuid_string_is_valid(uniqueId.c_str()) ? std::string(kUuidAddress) + uniqueId : uniqueId;
+}
+
+/// The values of a parameter, also of one that lists them in one text.
+std::vector<std::string> parameter(EVCardAttribute* attribute, const char* name) {
+    std::vector<std::string> values;
+    for (GList* value = e_vcard_attribute_get_param(attribute, name); value; value = value->next) {
+        std::istringstream list(static_cast<const char*>(value->data));
+        for (std::string word; std::getline(list, word, ',');) {
+            values.push_back(word);
+        }
+    }
+    return values;
+}
+
+/// A program's own label stands in an attribute of the same group: "item1.TEL" and "item1.X-ABLabel". The names that
+/// its author did not choose are in brackets: "_$!<HomeFAX>!$_".
+std::string ownLabel(EVCard* card, EVCardAttribute* attribute) {
+    const char* group = e_vcard_attribute_get_group(attribute);
+    std::string label;
+    if (group) {
+        forEach(card, "X-ABLabel", [&](EVCardAttribute* candidate) {
+            const char* other = e_vcard_attribute_get_group(candidate);
+            if (other && isSameWord(group, other)) {
+                label = wholeValue(candidate);
+            }
+        });
+    }
+    constexpr std::string_view kOpening = "_$!<";
+    constexpr std::string_view kClosing = ">!$_";
+    if (label.size() > kOpening.size() + kClosing.size() && label.starts_with(kOpening) && label.ends_with(kClosing)) {
+        label = label.substr(kOpening.size(), label.size() - kOpening.size() - kClosing.size());
+    }
+    return label;
+}
+
+std::string labelOf(EVCard* card, EVCardAttribute* attribute, std::string_view name) {
+    if (std::string label = ownLabel(card, attribute); !label.empty()) {
+        return label;
+    }
+    const std::vector<std::string> types = parameter(attribute, EVC_TYPE);
+    const auto* row = std::find_if(std::begin(kLabelTypes), std::end(kLabelTypes), [&](const LabelTypes& candidate) {
+        return candidate.attribute == name &&
+               std::all_of(candidate.types.begin(), candidate.types.end(), [&](const char* wanted) {
+                   return isSameWord(wanted, "VOICE") ||
+                          std::any_of(types.begin(), types.end(),
+                                      [wanted](const std::string& type) { return isSameWord(wanted, type.c_str()); });
+               });
+    });
+    return row == std::end(kLabelTypes) ? std::string() : std::string(row->label);
+}
+
+/// Version 4.0 writes numbers and addresses as URIs.
+std::string withoutScheme(const std::string& text) {
+    for (const std::string_view scheme : {"tel:", "mailto:"}) {
+        if (g_ascii_strncasecmp(text.c_str(), scheme.data(), scheme.size()) == 0) {
+            return text.substr(scheme.size());
+        }
+    }
+    return text;
 }
 
 /// Where a card has no name to be shown by, the format still asks for one.
@@ -99,7 +189,56 @@ std::string Card::uniqueId() const {
 }
 
 bool Card::isGroup() const {
-    return g_ascii_strcasecmp(firstValue(card_.get(), "KIND").c_str(), "group") == 0;
+    return isSameWord(firstValue(card_.get(), "KIND").c_str(), "group") ||
+           isSameWord(firstValue(card_.get(), "X-ADDRESSBOOKSERVER-KIND").c_str(), "group") ||
+           isSameWord(firstValue(card_.get(), EVC_X_LIST).c_str(), "TRUE");
+}
+
+bool Card::isCompany() const {
+    return isSameWord(firstValue(card_.get(), "X-ABShowAs").c_str(), "COMPANY") ||
+           isSameWord(firstValue(card_.get(), "KIND").c_str(), "org");
+}
+
+std::optional<std::string> Card::textOf(const char* attribute) const {
+    std::string text = firstValue(card_.get(), attribute);
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
+}
+
+std::optional<std::string> Card::namePart(NamePart part) const {
+    const Name parts = name();
+    if (part == NamePart::Given && std::all_of(parts.begin(), parts.end(), std::mem_fn(&std::string::empty))) {
+        return textOf(EVC_FN);
+    }
+    const std::string& text = parts[std::size_t(part)];
+    return text.empty() ? std::nullopt : std::optional(text);
+}
+
+std::vector<LabelledText> Card::labelledTexts(const char* attribute) const {
+    std::vector<LabelledText> texts;
+    forEach(card_.get(), attribute, [&](EVCardAttribute* found) {
+        texts.push_back({labelOf(card_.get(), found, attribute), withoutScheme(wholeValue(found))});
+    });
+    return texts;
+}
+
+std::vector<std::string> Card::members() const {
+    std::vector<std::string> ids;
+    const auto add = [&ids](const std::string& id) { ids.emplace_back(bareId(id)); };
+    for (const char* attribute : {"MEMBER", "X-ADDRESSBOOKSERVER-MEMBER"}) {
+        forEach(card_.get(), attribute, [&](EVCardAttribute* found) { add(wholeValue(found)); });
+    }
+    if (textOf(EVC_X_LIST)) {
+        forEach(card_.get(), EVC_EMAIL, [&](EVCardAttribute* found) {
+            if (GList* id = e_vcard_attribute_get_param(found, kListMember)) {
+                add(static_cast<const char*>(id->data));
+            }
+        });
+    }
+    return ids;
+}
+
+void Card::setUniqueId(const std::string& uniqueId) {
+    setText(EVC_UID, uniqueId);
 }
 
 void Card::makeGroup() {
@@ -113,34 +252,29 @@ void Card::setText(const char* attribute, const std::optional<std::string>& text
     }
 }
 
-void Card::setGivenName(const std::optional<std::string>& name) {
+void Card::setNamePart(NamePart part, const std::optional<std::string>& name) {
     Name parts = this->name();
-    parts[1] = name.value_or("");
+    parts[std::size_t(part)] = name.value_or("");
     setName(parts);
 }
 
 void Card::setLabelledTexts(const char* attribute, const std::vector<LabelledText>& texts) {
     e_vcard_remove_attributes(card_.get(), nullptr, attribute);
     for (const LabelledText& entry : texts) {
-        const LabelTypes* row =
-            std::find_if(std::begin(kLabelTypes), std::end(kLabelTypes), [&](const auto& candidate) {
-                return std::string_view(attribute) == candidate.attribute && entry.label == candidate.label;
-            });
+        const auto* row = std::find_if(std::begin(kLabelTypes), std::end(kLabelTypes), [&](const auto& candidate) {
+            return attribute == candidate.attribute && entry.label == candidate.label;
+        });
         append(card_.get(), attribute, entry.text,
                row == std::end(kLabelTypes) ? std::initializer_list<const char*>{} : row->types);
     }
 }
 
 void Card::addMember(const Card& person) {
-    const std::string address = memberAddress(person.uniqueId());
-    for (GList* each = e_vcard_get_attributes(card_.get()); each; each = each->next) {
-        auto* attribute = static_cast<EVCardAttribute*>(each->data);
-        if (g_ascii_strcasecmp(e_vcard_attribute_get_name(attribute), "MEMBER") == 0 &&
-            taken(e_vcard_attribute_get_value(attribute)) == address) {
-            return;
-        }
+    const std::string id = person.uniqueId();
+    const std::vector<std::string> known = members();
+    if (std::find(known.begin(), known.end(), bareId(id)) == known.end()) {
+        append(card_.get(), "MEMBER", memberAddress(id));
     }
-    append(card_.get(), "MEMBER", address);
 }
 
 Card::Name Card::name() const {
@@ -163,4 +297,10 @@ void Card::setName(const Name& parts) {
         e_vcard_attribute_add_value(attribute, part.c_str());
     }
     e_vcard_append_attribute(card_.get(), attribute);
+}
+
+std::string_view bareId(std::string_view uniqueId) {
+    const bool isAddress = uniqueId.size() > kUuidAddress.size() &&
+                           g_ascii_strncasecmp(uniqueId.data(), kUuidAddress.data(), kUuidAddress.size()) == 0;
+    return isAddress ? uniqueId.substr(kUuidAddress.size()) : uniqueId;
 }

@@ -2,7 +2,7 @@
 
 #include "platform/foundation/objects.h"
 
-#include <QMap>
+#include <QSet>
 
 #include <algorithm>
 #include <iterator>
@@ -14,22 +14,33 @@ struct KnownProperty {
     const char* name;
     ABPropertyType type;
     const char* attribute;
+    std::optional<NamePart> part;
 };
 
-// kind, name, type, attribute of the vCard
+// kind, name, type, attribute of the vCard, part of the name
 constexpr KnownProperty kKnownProperties[] = {
-    {RecordKind::Person, "First", kABStringProperty, "N"},
-    {RecordKind::Person, "Organization", kABStringProperty, "ORG"},
-    {RecordKind::Person, "Phone", kABMultiStringProperty, "TEL"},
-    {RecordKind::Person, "Email", kABMultiStringProperty, "EMAIL"},
-    {RecordKind::Group, "GroupName", kABStringProperty, "FN"},
+    {RecordKind::Person, "First", kABStringProperty, "N", NamePart::Given},
+    {RecordKind::Person, "Last", kABStringProperty, "N", NamePart::Family},
+    {RecordKind::Person, "Organization", kABStringProperty, "ORG", std::nullopt},
+    {RecordKind::Person, "Phone", kABMultiStringProperty, "TEL", std::nullopt},
+    {RecordKind::Person, "Email", kABMultiStringProperty, "EMAIL", std::nullopt},
+    {RecordKind::Person, "ABPersonFlags", kABIntegerProperty, "", std::nullopt},
+    {RecordKind::Group, "GroupName", kABStringProperty, "FN", std::nullopt},
 };
-static_assert(std::size(kKnownProperties) == 5);
+static_assert(std::size(kKnownProperties) == 7);
 
-/// The attributes of the people's properties that the program has added, by name.
-QMap<QString, QString>& addedProperties() {
-    static auto& added = *new QMap<QString, QString>;
+/// The names of the people's properties that the program has added.
+QSet<QString>& addedProperties() {
+    static auto& added = *new QSet<QString>;
     return added;
+}
+
+Property ownProperty(const QString& name) {
+    QString attribute = "X-" + name.toUpper();
+    std::replace_if(
+        attribute.begin(), attribute.end(), [](QChar c) { return c.unicode() > 127 || !c.isLetterOrNumber(); },
+        QChar('-'));
+    return {kABStringProperty, attribute.toStdString()};
 }
 
 }  // namespace
@@ -40,24 +51,20 @@ std::optional<Property> findProperty(RecordKind kind, CFStringRef name) {
         return row.kind == kind && text == QLatin1String(row.name);
     });
     if (known != std::end(kKnownProperties)) {
-        return Property{known->type, known->attribute};
+        return Property{known->type, known->attribute, known->part};
     }
-    const auto added = addedProperties().constFind(text);
-    if (kind != RecordKind::Person || added == addedProperties().constEnd()) {
-        return std::nullopt;
-    }
-    return Property{kABStringProperty, added->toStdString()};
+    return addedProperties().contains(text) ? findOwnProperty(kind, name) : std::nullopt;
+}
+
+std::optional<Property> findOwnProperty(RecordKind kind, CFStringRef name) {
+    const QString text = textOf(name);
+    return kind == RecordKind::Person && text.contains('.') ? std::optional(ownProperty(text)) : std::nullopt;
 }
 
 bool addPersonProperty(CFStringRef name) {
-    if (findProperty(RecordKind::Person, name)) {
+    if (findProperty(RecordKind::Person, name) || !findOwnProperty(RecordKind::Person, name)) {
         return false;
     }
-    const QString text = textOf(name);
-    QString attribute = "X-" + text.toUpper();
-    std::replace_if(
-        attribute.begin(), attribute.end(), [](QChar c) { return c.unicode() > 127 || !c.isLetterOrNumber(); },
-        QChar('-'));
-    addedProperties().insert(text, attribute);
+    addedProperties().insert(textOf(name));
     return true;
 }

@@ -1,5 +1,7 @@
 #include "platform/contacts/records.h"
 
+#include "platform/foundation/CFNumber.h"
+
 namespace {
 
 std::string utf8Of(CFTypeRef string) {
@@ -16,8 +18,8 @@ bool setString(Card& card, const Property& property, CFTypeRef value) {
         return false;
     }
     const auto text = value ? std::optional(utf8Of(value)) : std::nullopt;
-    if (property.attribute == "N") {
-        card.setGivenName(text);
+    if (property.part) {
+        card.setNamePart(*property.part, text);
     } else {
         card.setText(property.attribute.c_str(), text);
     }
@@ -31,6 +33,37 @@ bool setMultiValue(Card& card, const Property& property, CFTypeRef value) {
     }
     card.setLabelledTexts(property.attribute.c_str(), entries ? entries->entries : std::vector<LabelledText>());
     return true;
+}
+
+CFRef<CFStringRef> stringOf(const std::string& utf8) {
+    return makeString(QString::fromStdString(utf8));
+}
+
+CFTypeRef copyString(const Card& card, const Property& property) {
+    const auto text = property.part ? card.namePart(*property.part) : card.textOf(property.attribute.c_str());
+    return text ? stringOf(*text).leak() : nullptr;
+}
+
+CFTypeRef copyMultiValue(const Card& card, const Property& property) {
+    auto entries = card.labelledTexts(property.attribute.c_str());
+    if (entries.empty()) {
+        return nullptr;
+    }
+    auto* object = new ABMultiValueObject;
+    object->entries = std::move(entries);
+    return object;
+}
+
+CFTypeRef copyPersonFlags(const Card& card) {
+    const CFIndex flags = card.isCompany() ? kABShowAsCompany : 0;
+    return CFNumberCreate(kCFAllocatorDefault, kCFNumberCFIndexType, &flags);
+}
+
+/// Null outside of the multi-value.
+const LabelledText* entryAt(ABMultiValueRef multiValue, CFIndex index) {
+    const ABMultiValueObject* object = checked(multiValue);
+    return object && index >= 0 && std::size_t(index) < object->entries.size() ? &object->entries[std::size_t(index)]
+                                                                               : nullptr;
 }
 
 }  // namespace
@@ -47,13 +80,36 @@ ABGroupRef ABGroupCreate() {
 
 CFStringRef ABRecordCopyUniqueId(ABRecordRef record) {
     const ABRecordObject* object = checked(record);
-    return object ? makeString(QString::fromStdString(object->card.uniqueId())).leak() : nullptr;
+    return object ? stringOf(object->card.uniqueId()).leak() : nullptr;
+}
+
+CFTypeRef ABRecordCopyValue(ABRecordRef record, CFStringRef property) {
+    const ABRecordObject* object = checked(record);
+    if (!object) {
+        return nullptr;
+    }
+    std::optional<Property> found = findProperty(object->recordKind(), property);
+    found = found ? found : findOwnProperty(object->recordKind(), property);
+    if (!found) {
+        return nullptr;
+    }
+    switch (found->type) {
+        case kABStringProperty:
+            return copyString(object->card, *found);
+        case kABMultiStringProperty:
+            return copyMultiValue(object->card, *found);
+        case kABIntegerProperty:
+            return copyPersonFlags(object->card);
+        case kABErrorInProperty:
+            break;
+    }
+    return nullptr;
 }
 
 Boolean ABRecordSetValue(ABRecordRef record, CFStringRef property, CFTypeRef value) {
     ABRecordObject* object = checked(record);
     const std::optional<Property> found = object ? findProperty(object->recordKind(), property) : std::nullopt;
-    if (!found) {
+    if (!found || found->type == kABIntegerProperty) {
         return false;
     }
     const bool done = found->type == kABMultiStringProperty ? setMultiValue(object->card, *found, value)
@@ -85,4 +141,19 @@ Boolean ABMultiValueAdd(ABMutableMultiValueRef multiValue, CFTypeRef value, CFSt
     }
     object->entries.push_back({utf8Of(label), utf8Of(value)});
     return true;
+}
+
+CFIndex ABMultiValueCount(ABMultiValueRef multiValue) {
+    const ABMultiValueObject* object = checked(multiValue);
+    return object ? CFIndex(object->entries.size()) : 0;
+}
+
+CFTypeRef ABMultiValueCopyValueAtIndex(ABMultiValueRef multiValue, CFIndex index) {
+    const LabelledText* entry = entryAt(multiValue, index);
+    return entry ? stringOf(entry->text).leak() : nullptr;
+}
+
+CFStringRef ABMultiValueCopyLabelAtIndex(ABMultiValueRef multiValue, CFIndex index) {
+    const LabelledText* entry = entryAt(multiValue, index);
+    return entry ? stringOf(entry->label).leak() : nullptr;
 }

@@ -1,5 +1,6 @@
 #include "platform/contacts/vcard_file.h"
 
+#include "platform/contacts/card_identity.h"
 #include "platform/contacts/vcard_split.h"
 #include "platform/files/folders.h"
 #include "platform/files/url_access.h"
@@ -7,9 +8,11 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
 
 namespace {
 
@@ -71,25 +74,36 @@ bool keepBeside(const std::string& path, const std::string& bytes) {
 
 }  // namespace
 
-bool VCardFile::isUsable() {
-    const std::optional<std::string> path = filePath();
-    return path && readCards(*path);
-}
-
-std::optional<Card> VCardFile::find(const std::string& uniqueId) {
+std::optional<std::vector<Card>> VCardFile::all() {
     const std::optional<std::string> path = filePath();
     const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
-    if (bytes) {
-        for (const std::string& text : splitCards(*bytes).cards) {
-            if (Card card(text); card.uniqueId() == uniqueId) {
-                return card;
-            }
-        }
+    if (!bytes) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    std::vector<Card> cards;
+    for (const std::string& text : splitCards(*bytes).cards) {
+        cards.push_back(readIdentifiedCard(text));
+    }
+    return cards;
 }
 
-bool VCardFile::save(const std::vector<const Card*>& cards) {
+std::optional<std::vector<Card>> VCardFile::find(const std::vector<std::string>& bareIds) {
+    const std::optional<std::string> path = filePath();
+    const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
+    if (!bytes) {
+        return std::nullopt;
+    }
+    const std::unordered_set<std::string_view> wanted(bareIds.begin(), bareIds.end());
+    std::vector<Card> cards;
+    for (const std::string& text : splitCards(*bytes).cards) {
+        if (wanted.contains(bareId(uniqueIdOf(text)))) {
+            cards.push_back(readIdentifiedCard(text));
+        }
+    }
+    return cards;
+}
+
+bool VCardFile::save(const std::vector<Card*>& cards) {
     const std::optional<std::string> path = filePath();
     const std::optional<std::string> old = path ? readCards(*path) : std::nullopt;
     if (!old) {
@@ -99,21 +113,23 @@ bool VCardFile::save(const std::vector<const Card*>& cards) {
     if (split.damaged && !keepBeside(*path, *old)) {
         return false;
     }
-    std::vector<const Card*> added = cards;
+    std::unordered_map<std::string, const Card*> newer;
+    for (const Card* card : cards) {
+        newer.emplace(bareId(card->uniqueId()), card);
+    }
     std::string bytes;
     for (const std::string& text : split.cards) {
-        const auto newer = std::find_if(added.begin(), added.end(), [id = Card(text).uniqueId()](const Card* card) {
-            return card->uniqueId() == id;
-        });
-        if (newer == added.end()) {
+        const auto found = newer.find(std::string(bareId(uniqueIdOf(text))));
+        if (found == newer.end()) {
             bytes += text;
-        } else {
-            bytes += (*newer)->text();
-            added.erase(newer);
+        } else if (const Card* card = std::exchange(found->second, nullptr)) {
+            bytes += card->text();
         }
     }
-    for (const Card* card : added) {
-        bytes += card->text();
+    for (const Card* card : cards) {
+        if (newer.at(std::string(bareId(card->uniqueId())))) {
+            bytes += card->text();
+        }
     }
     return write(*path, bytes);
 }

@@ -41,7 +41,7 @@ TEST(Cards, OfAllVersionsKeepWhatWeDoNotKnow) {
     };
     for (const auto& row : rows) {
         Card card(row.text);
-        card.setGivenName("Ada");
+        card.setNamePart(NamePart::Given, "Ada");
         for (const char* line : row.lines) {
             EXPECT_TRUE(hasLine(card, line)) << line << "\n in\n" << card.text();
         }
@@ -54,7 +54,7 @@ TEST(Cards, OfAllVersionsKeepWhatWeDoNotKnow) {
 
 TEST(Cards, AreReadByOtherPrograms) {
     Card card;
-    card.setGivenName("Ada; \u00e4\\n,");
+    card.setNamePart(NamePart::Given, "Ada; \u00e4\\n,");
     card.setLabelledTexts("TEL", {{"WorkFAX", "+1 (5) 5"}, {"Work", "7,8"}, {"Nowhere", "9"}});
     card.setLabelledTexts("EMAIL", {{"Work", "a@example.com"}});
     card.setText("ORG", "A; B, C");
@@ -77,7 +77,7 @@ TEST(Cards, ATextCannotEndTheCard) {
     Card card;
     const std::string text = "x\r\nEND:VCARD\r\nBEGIN:VCARD\rFN:y\nZ";
     card.setText("ORG", text);
-    card.setGivenName(text);
+    card.setNamePart(NamePart::Given, text);
     EXPECT_EQ(card.text().find("\nEND:VCARD"), card.text().size() - 12);
     EXPECT_EQ(card.text().find("\nBEGIN"), std::string::npos);
     EXPECT_EQ(Card(card.text()).uniqueId(), card.uniqueId());
@@ -100,7 +100,7 @@ TEST(Cards, ShowTheNameOrTheNextBest) {
     EXPECT_TRUE(hasLine(card, "N:;;;;"));
     card.setText("ORG", "Acme");
     EXPECT_TRUE(hasLine(card, "FN:Acme"));
-    card.setGivenName("Ada");
+    card.setNamePart(NamePart::Given, "Ada");
     EXPECT_TRUE(hasLine(card, "FN:Ada"));
 }
 
