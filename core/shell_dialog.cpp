@@ -14,7 +14,7 @@ namespace {
 
 constexpr EventTypeSpec kHits[] = {{kEventClassControl, kEventControlHit}};
 constexpr EventTypeSpec kSelectorEvents[] = {{kEventClassControl, kEventControlHit},
-                                             {kEventClassMenu, kEventMenuPopulate}};
+                                             {kEventClassMenu, kEventMenuEnableItems}};
 constexpr EventTypeSpec kWindowEvents[] = {{kEventClassCommand, kEventCommandProcess},
                                            {FourCharCode("TPDE"), FourCharCode("TbdC")}};
 

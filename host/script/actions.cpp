@@ -43,19 +43,32 @@ Reason reasonOf(OSStatus status, ControlRef control, const std::string& wrongKin
     return status == kControlNotUsableErr ? unusable(control) : wrongKind;
 }
 
-/// The first item that satisfies the condition, 0 when there is none.
+/// An item of a menu or of a submenu.
+struct FoundItem {
+    MenuRef menu;
+    MenuItemIndex item;
+};
+
+/// The first item that satisfies the condition, a menu's own items before those of its submenus.
 template <typename Condition>
-MenuItemIndex findItem(MenuRef menu, Condition condition) {
+std::optional<FoundItem> findItem(MenuRef menu, Condition condition) {
     for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
-        if (condition(item)) {
-            return item;
+        if (condition(menu, item)) {
+            return FoundItem{menu, item};
         }
     }
-    return 0;
+    for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
+        MenuRef submenu = nullptr;
+        GetMenuItemHierarchicalMenu(menu, item, &submenu);
+        if (const auto found = findItem(submenu, condition)) {
+            return found;
+        }
+    }
+    return std::nullopt;
 }
 
-Reason chooseItem(ControlRef control, MenuRef menu, MenuItemIndex item) {
-    return reasonOf(AutomationChooseMenuItem(control, menu, item), control, "its menu does not open");
+Reason chooseItem(ControlRef control, FoundItem found) {
+    return reasonOf(AutomationChooseMenuItem(control, found.menu, found.item), control, "its menu does not open");
 }
 
 Reason pressButton(WindowRef window, OSStatus (*find)(WindowRef, ControlRef*)) {
@@ -76,11 +89,12 @@ public:
             return "there are no panels";
         }
         const MenuRef menu = GetControlPopupMenuHandle(selector);
-        MenuItemIndex item = findItem(menu, [&](MenuItemIndex i) { return itemText(menu, i) == panel.titleOrNumber; });
-        if (item == 0) {
-            item = findItem(menu, [&](MenuItemIndex i) { return std::to_string(i) == panel.titleOrNumber; });
+        auto found =
+            findItem(menu, [&](MenuRef in, MenuItemIndex i) { return itemText(in, i) == panel.titleOrNumber; });
+        if (!found) {
+            found = findItem(menu, [&](MenuRef, MenuItemIndex i) { return std::to_string(i) == panel.titleOrNumber; });
         }
-        return item != 0 ? chooseItem(selector, menu, item) : "there is no panel " + quoted(panel.titleOrNumber);
+        return found ? chooseItem(selector, *found) : "there is no panel " + quoted(panel.titleOrNumber);
     }
 
     Reason operator()(const Click& click) const {
@@ -98,30 +112,29 @@ public:
 
     Reason operator()(const Choose& choose) const {
         return withControl(choose.control, [&](ControlRef control) -> Reason {
-            const MenuRef menu = GetControlPopupMenuHandle(control);
-            const MenuItemIndex item =
-                findItem(menu, [&](MenuItemIndex i) { return itemText(menu, i) == choose.text; });
-            if (item == 0) {
+            const auto found = findItem(GetControlPopupMenuHandle(control), [&](MenuRef menu, MenuItemIndex i) {
+                return itemText(menu, i) == choose.text;
+            });
+            if (!found) {
                 return controlNameText(choose.control) + " has no item " + quoted(choose.text);
             }
-            return chooseItem(control, menu, item);
+            return chooseItem(control, *found);
         });
     }
 
     Reason operator()(const Item& wanted) const {
         return withControl(wanted.control, [&](ControlRef control) -> Reason {
-            const MenuRef menu = GetControlPopupMenuHandle(control);
-            const MenuItemIndex item = findItem(menu, [&](MenuItemIndex i) {
+            const auto found = findItem(GetControlPopupMenuHandle(control), [&](MenuRef menu, MenuItemIndex i) {
                 OSType command = 0;
                 MenuRefCon reference = 0;
                 return GetMenuItemCommandID(menu, i, &command) == noErr && command == wanted.command &&
                        GetMenuItemRefCon(menu, i, &reference) == noErr && reference == wanted.reference;
             });
-            if (item == 0) {
+            if (!found) {
                 return controlNameText(wanted.control) + " has no item " + quoted(FourCharCodeText(wanted.command)) +
                        " with reference value " + std::to_string(wanted.reference);
             }
-            return chooseItem(control, menu, item);
+            return chooseItem(control, *found);
         });
     }
 

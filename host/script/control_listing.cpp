@@ -68,6 +68,9 @@ void listMenu(MenuRef menu, const std::string& indent, std::string* listing) {
         }
         *listing += IsMenuItemChecked(menu, item) ? " (checked)" : "";
         *listing += IsMenuItemEnabled(menu, item) ? "\n" : " (disabled)\n";
+        MenuRef submenu = nullptr;
+        GetMenuItemHierarchicalMenu(menu, item, &submenu);
+        listMenu(submenu, indent + "  ", listing);
     }
 }
 

@@ -16,7 +16,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted);
 
 OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);
-/// Picks an item of the control's menu; submenus by `menu`.
+/// Picks an item of the control's menu or of a menu below it: `menu` is the one that the item stands in.
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item);
 /// Replaces the field's text, key by key; focus leaves nothing else behind.
 OSStatus AutomationType(ControlRef field, CFStringRef text);

@@ -1,16 +1,32 @@
 // Menus: items with a text, a command code, a reference value, a mark and perhaps a submenu. Items count from 1.
 #pragma once
 
-#include "platform/toolbox/ToolboxTypes.h"
+#include "platform/toolbox/Events.h"
 
+using MenuID = SInt16;
+using MenuAttributes = UInt32;
+inline constexpr MenuAttributes kMenuAttrExcludesMarkColumn = 1 << 0;  // no check marks, and no room for them
+inline constexpr MenuAttributes kMenuAttrCondenseSeparators = 1 << 5;  // no two in a row, none at the ends
 using MenuItemAttributes = UInt32;
 inline constexpr MenuItemAttributes kMenuItemAttrDisabled = 1 << 0;
 inline constexpr MenuItemAttributes kMenuItemAttrSeparator = 1 << 2;
+
+/// A new menu, to be made a submenu; the identifier is ignored. The caller releases it.
+OSStatus CreateNewMenu(MenuID id, MenuAttributes attributes, MenuRef* menu);
+void ReleaseMenu(MenuRef menu);
+/// Sets some attributes and takes others away, when the menu is shown by a button.
+OSStatus ChangeMenuAttributes(MenuRef menu, MenuAttributes set, MenuAttributes clear);
+/// Where the menu's own events go; those that nobody takes there go on to the control that shows it. Picking an item
+/// is the control's own event.
+EventTargetRef GetMenuEventTarget(MenuRef menu);
 
 UInt16 CountMenuItems(MenuRef menu);
 /// *item is the new item's number; may be null.
 OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItemAttributes attributes, OSType command,
                                         MenuItemIndex* item);
+/// Puts a new item behind another one, or at the top when that is 0.
+OSStatus InsertMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItemIndex afterItem,
+                                        MenuItemAttributes attributes, OSType command);
 /// Removes `count` items from `first` on; those beyond the end are ignored.
 OSStatus DeleteMenuItems(MenuRef menu, MenuItemIndex first, ItemCount count);
 
@@ -22,6 +38,12 @@ OSStatus GetMenuItemCommandID(MenuRef menu, MenuItemIndex item, OSType* command)
 using MenuRefCon = std::intptr_t;
 OSStatus SetMenuItemRefCon(MenuRef menu, MenuItemIndex item, MenuRefCon refCon);
 OSStatus GetMenuItemRefCon(MenuRef menu, MenuItemIndex item, MenuRefCon* refCon);
+
+/// Makes the menu the item's submenu, which keeps it; null takes it away. A menu is a submenu of one item only:
+/// paramErr for one that belongs to a control or to another item.
+OSStatus SetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef submenu);
+/// The item's submenu, lent; null for an item without one.
+OSStatus GetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef* submenu);
 
 void EnableMenuItem(MenuRef menu, MenuItemIndex item);
 void DisableMenuItem(MenuRef menu, MenuItemIndex item);

@@ -5,6 +5,7 @@
 #include "platform/toolbox/objects.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QMenu>
 #include <QRadioButton>
@@ -12,6 +13,7 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolButton>
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -90,19 +92,55 @@ OSStatus pickFromPopUp(QComboBox* popUp, int row) {
 }
 
 /// The button runs its menu until that closes, so the hand that picks comes from a timer.
-OSStatus pickFromButton(QToolButton* button, int row) {
+/// A refused pick must leave no menu open, or the button would never come back.
+void closeMenus() {
+    while (QWidget* popup = QApplication::activePopupWidget()) {
+        popup->close();
+    }
+}
+
+/// The rows by which an item is reached from the control's own menu; empty when the menu is none of the control's.
+QList<int> rowsTo(const OpaqueControlRef& control, const OpaqueMenuRef* menu, MenuItemIndex item) {
+    QList<int> rows{item - 1};
+    while (menu != nullptr && menu != control.menu.get()) {
+        const OpaqueMenuRef* above = menu->parentMenu();
+        if (above != nullptr) {
+            const auto place =
+                std::ranges::find_if(above->items, [menu](const MenuItem& each) { return each.submenu.get() == menu; });
+            rows.prepend(static_cast<int>(place - above->items.begin()));
+        }
+        menu = above;
+    }
+    return menu != nullptr ? rows : QList<int>();
+}
+
+/// In the opened menu: takes the first row, and the others one by one in the submenus that this opens.
+OSStatus pickFromMenu(QMenu* menu, const QList<int>& rows) {
+    OSStatus status = kControlNotUsableErr;
+    for (const int row : rows) {
+        if (!menu || !menu->isVisible()) {
+            return kControlNotUsableErr;
+        }
+        const QList<QAction*> actions = menu->actions();
+        const bool usable =
+            row >= 0 && row < actions.size() && actions[row]->isEnabled() && !actions[row]->isSeparator();
+        const QPointer<QMenu> below = usable ? actions[row]->menu() : nullptr;
+        status = take(menu, row, usable, [menu] { return menu->actions().indexOf(menu->activeAction()); });
+        if (status != noErr) {
+            closeMenus();
+            return status;
+        }
+        menu = below;
+    }
+    return status;
+}
+
+OSStatus pickFromButton(QToolButton* button, const QList<int>& rows) {
     QMenu* menu = button->menu();
     OSStatus status = kControlNotUsableErr;
     QTimer hand;
     hand.setSingleShot(true);
-    QObject::connect(&hand, &QTimer::timeout, menu, [&status, menu, row] {
-        if (menu->isVisible()) {
-            const QList<QAction*> actions = menu->actions();
-            const bool usable =
-                row >= 0 && row < actions.size() && actions[row]->isEnabled() && !actions[row]->isSeparator();
-            status = take(menu, row, usable, [menu] { return menu->actions().indexOf(menu->activeAction()); });
-        }
-    });
+    QObject::connect(&hand, &QTimer::timeout, menu, [&status, menu, rows] { status = pickFromMenu(menu, rows); });
     hand.start(0);
     userClicks(button);
     return status;
@@ -136,15 +174,16 @@ OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
 }
 
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item) {
-    if (!control || !menu || control->menu.get() != menu) {
+    const QList<int> rows = control && menu ? rowsTo(*control, menu, item) : QList<int>();
+    if (rows.isEmpty()) {
         return paramErr;
     }
     if (!userReaches(control->widget)) {
         return kControlNotUsableErr;
     }
     if (auto* popUp = qobject_cast<QComboBox*>(control->widget)) {
-        return pickFromPopUp(popUp, item - 1);
+        return rows.size() == 1 ? pickFromPopUp(popUp, rows.front()) : paramErr;
     }
     auto* button = qobject_cast<QToolButton*>(control->widget);
-    return button && button->menu() ? pickFromButton(button, item - 1) : paramErr;
+    return button && button->menu() ? pickFromButton(button, rows) : paramErr;
 }

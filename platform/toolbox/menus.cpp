@@ -30,34 +30,69 @@ OSStatus changeItem(MenuRef menu, MenuItemIndex item, Change change) {
     return noErr;
 }
 
-void sendPopulate(OpaqueMenuRef* menu) {
-    ScopedEvent(kEventClassMenu, kEventMenuPopulate)
-        .with(kEventParamDirectObject, typeMenuRef, static_cast<MenuRef>(menu))
-        .sendTo(menu->owner);
-}
+void show(QMenu* shown, OpaqueMenuRef* menu);
 
-/// Fills a button's menu from the items, just before it opens.
+/// Fills a shown menu from the items, just before it opens.
 void rebuild(QMenu* shown, OpaqueMenuRef* menu) {
     shown->clear();
+    qDeleteAll(shown->findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
+    shown->setSeparatorsCollapsible((menu->attributes & kMenuAttrCondenseSeparators) != 0);
+    const bool marks = (menu->attributes & kMenuAttrExcludesMarkColumn) == 0;
     for (std::size_t i = 0; i < menu->items.size(); ++i) {
         const MenuItem& item = menu->items[i];
         if (item.separator) {
             shown->addSeparator();
             continue;
         }
+        if (item.submenu) {
+            QMenu* below = shown->addMenu(item.text);
+            below->menuAction()->setEnabled(item.enabled);
+            show(below, item.submenu.get());
+            continue;
+        }
         QAction* action = shown->addAction(item.text);
         action->setEnabled(item.enabled);
-        action->setCheckable(item.checked);
-        action->setChecked(item.checked);
+        action->setCheckable(item.checked && marks);
+        action->setChecked(item.checked && marks);
         const auto number = static_cast<MenuItemIndex>(i + 1);
         QObject::connect(action, &QAction::triggered, menu, [menu, number] { menu->userPicked(number); });
     }
 }
 
+/// Lets the shown menu follow the items: it is filled anew each time that it opens.
+void show(QMenu* shown, OpaqueMenuRef* menu) {
+    QObject::connect(shown, &QMenu::aboutToShow, menu, [shown, menu] {
+        menu->aboutToShow();
+        rebuild(shown, menu);
+    });
+}
+
+bool isAtOrAbove(const OpaqueMenuRef* upper, const OpaqueMenuRef* menu) {
+    while (menu != nullptr && menu != upper) {
+        menu = menu->parentMenu();
+    }
+    return menu != nullptr;
+}
+
+MenuItem newItem(CFStringRef text, MenuItemAttributes attributes, OSType command) {
+    return {.text = toQString(text),
+            .command = command,
+            .enabled = (attributes & kMenuItemAttrDisabled) == 0,
+            .separator = (attributes & kMenuItemAttrSeparator) != 0};
+}
+
 }  // namespace
 
+OpaqueMenuRef::~OpaqueMenuRef() {
+    for (const MenuItem& item : items) {
+        if (item.submenu) {
+            item.submenu->setParentMenu(nullptr);
+        }
+    }
+}
+
 void OpaqueMenuRef::attach() {
-    if (auto* popUp = qobject_cast<QComboBox*>(owner->widget)) {
+    if (auto* popUp = qobject_cast<QComboBox*>(control_->widget)) {
         for (int i = 0; i < popUp->count(); ++i) {
             items.push_back({.text = popUp->itemText(i)});
         }
@@ -66,22 +101,21 @@ void OpaqueMenuRef::attach() {
         popUp->setCurrentIndex(current);
         QObject::connect(popUp, &QComboBox::activated, this,
                          [this](int row) { userPicked(static_cast<MenuItemIndex>(row + 1)); });
-    } else if (auto* button = qobject_cast<QToolButton*>(owner->widget)) {
+    } else if (auto* button = qobject_cast<QToolButton*>(control_->widget)) {
         if (button->popupMode() != QToolButton::InstantPopup) {
-            QObject::connect(button, &QToolButton::clicked, owner, [control = owner] { control->userHit(); });
+            QObject::connect(button, &QToolButton::clicked, control_, [control = control_] { control->userHit(); });
             return;
         }
         auto* shown = new QMenu(button);
         button->setMenu(shown);
-        QObject::connect(shown, &QMenu::aboutToShow, this, [this, shown] {
-            sendPopulate(this);
-            rebuild(shown, this);
-        });
+        show(shown, this);
     }
 }
 
 void OpaqueMenuRef::aboutToShow() {
-    sendPopulate(this);
+    ScopedEvent(kEventClassMenu, kEventMenuEnableItems)
+        .with(kEventParamDirectObject, typeMenuRef, static_cast<MenuRef>(this))
+        .sendTo(this);
 }
 
 int OpaqueMenuRef::rowCount(const QModelIndex& parent) const {
@@ -109,14 +143,18 @@ Qt::ItemFlags OpaqueMenuRef::flags(const QModelIndex& index) const {
     return usable ? Qt::ItemIsEnabled | Qt::ItemIsSelectable : Qt::NoItemFlags;
 }
 
-void OpaqueMenuRef::insert(MenuItem item) {
-    const int row = static_cast<int>(items.size());
+void OpaqueMenuRef::insert(int row, MenuItem item) {
     beginInsertRows({}, row, row);
-    items.push_back(std::move(item));
+    items.insert(items.begin() + row, std::move(item));
     endInsertRows();
 }
 
 void OpaqueMenuRef::remove(int first, int count) {
+    for (int row = first; row < first + count; ++row) {
+        if (const MenuHold& submenu = items[static_cast<std::size_t>(row)].submenu) {
+            submenu->setParentMenu(nullptr);
+        }
+    }
     beginRemoveRows({}, first, first + count - 1);
     items.erase(items.begin() + first, items.begin() + first + count);
     endRemoveRows();
@@ -128,16 +166,51 @@ void OpaqueMenuRef::changed(int row) {
 
 void OpaqueMenuRef::userPicked(MenuItemIndex number) {
     const MenuItem* item = itemAt(this, number);
-    if (item == nullptr) {
+    const QPointer<OpaqueControlRef> control(owner());
+    if (item == nullptr || !control) {
         return;
     }
     if (item->command != 0) {
         ScopedEvent(kEventClassCommand, kEventCommandProcess)
             .with(kEventParamDirectObject, typeHICommand,
-                  HICommand{kHICommandFromMenu, item->command, this, number, owner})
-            .sendTo(owner);
+                  HICommand{kHICommandFromMenu, item->command, this, number, control})
+            .sendTo(control);
     }
-    owner->userHit();
+    if (control) {
+        control->userHit();
+    }
+}
+
+OSStatus CreateNewMenu(MenuID, MenuAttributes attributes, MenuRef* menu) {
+    if (menu == nullptr) {
+        return paramErr;
+    }
+    *menu = new OpaqueMenuRef(nullptr);
+    (*menu)->attributes = attributes;
+    return noErr;
+}
+
+void ReleaseMenu(MenuRef menu) {
+    if (menu == nullptr || --menu->references > 0) {
+        return;
+    }
+    if (isDispatching()) {
+        menu->deleteLater();
+    } else {
+        delete menu;
+    }
+}
+
+OSStatus ChangeMenuAttributes(MenuRef menu, MenuAttributes set, MenuAttributes clear) {
+    if (menu == nullptr) {
+        return paramErr;
+    }
+    menu->attributes = (menu->attributes | set) & ~clear;
+    return noErr;
+}
+
+EventTargetRef GetMenuEventTarget(MenuRef menu) {
+    return menu;
 }
 
 UInt16 CountMenuItems(MenuRef menu) {
@@ -149,13 +222,19 @@ OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItem
     if (menu == nullptr || menu->items.size() >= UINT16_MAX) {
         return paramErr;
     }
-    menu->insert({.text = toQString(text),
-                  .command = command,
-                  .enabled = (attributes & kMenuItemAttrDisabled) == 0,
-                  .separator = (attributes & kMenuItemAttrSeparator) != 0});
+    menu->insert(CountMenuItems(menu), newItem(text, attributes, command));
     if (item != nullptr) {
         *item = CountMenuItems(menu);
     }
+    return noErr;
+}
+
+OSStatus InsertMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItemIndex afterItem,
+                                        MenuItemAttributes attributes, OSType command) {
+    if (menu == nullptr || afterItem > menu->items.size() || menu->items.size() >= UINT16_MAX) {
+        return paramErr;
+    }
+    menu->insert(afterItem, newItem(text, attributes, command));
     return noErr;
 }
 
@@ -218,6 +297,35 @@ OSStatus GetMenuItemRefCon(MenuRef menu, MenuItemIndex item, MenuRefCon* refCon)
         return menuItemNotFoundErr;
     }
     *refCon = record->refCon;
+    return noErr;
+}
+
+OSStatus SetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef submenu) {
+    MenuItem* record = itemAt(menu, item);
+    if (record == nullptr) {
+        return menuItemNotFoundErr;
+    }
+    if (submenu != nullptr) {
+        if (submenu->owner() != nullptr || submenu->parentMenu() != nullptr || isAtOrAbove(submenu, menu)) {
+            return paramErr;
+        }
+        ++submenu->references;
+        submenu->setParentMenu(menu);
+    }
+    if (record->submenu) {
+        record->submenu->setParentMenu(nullptr);
+    }
+    record->submenu.reset(submenu);
+    menu->changed(item - 1);
+    return noErr;
+}
+
+OSStatus GetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef* submenu) {
+    const MenuItem* record = itemAt(menu, item);
+    if (record == nullptr || submenu == nullptr) {
+        return menuItemNotFoundErr;
+    }
+    *submenu = record->submenu.get();
     return noErr;
 }
 

@@ -41,7 +41,7 @@ void connectUserActions(OpaqueControlRef* control) {
             break;
         case ControlKind::popUp:
         case ControlKind::bevelButton:
-            control->menu = std::make_unique<OpaqueMenuRef>(control);
+            control->menu.reset(new OpaqueMenuRef(control));
             control->menu->attach();
             break;
         case ControlKind::slider:

@@ -109,6 +109,12 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     static OpaqueControlRef* of(const QWidget* widget);
     /// The nearest control above a widget; null when there is none up to its window.
     static OpaqueControlRef* above(const QWidget* widget);
+/// Keeps a menu: its control does, and the item that it is a submenu of.
+struct MenuRelease {
+    void operator()(OpaqueMenuRef* menu) const { ReleaseMenu(menu); }
+};
+using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
+
 
     OpaqueEventTargetRef* nextTarget() const override;
     OSStatus handleByDefault(EventRef event) override;
@@ -127,7 +133,7 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     bool active = true;
     std::map<std::pair<OSType, OSType>, QByteArray> properties;
     ControlEditTextValidationUPP validation = nullptr;
-    std::unique_ptr<OpaqueMenuRef> menu;  // pop-ups and bevel buttons
+    MenuHold menu;  // pop-ups and bevel buttons
     // Custom views: the class, and the record that its construct handler made.
     const OpaqueHIObjectClassRef* viewClass = nullptr;
     void* viewRecord = nullptr;
@@ -149,8 +155,17 @@ struct MenuItem {
 };
 
 /// A menu is the model of its pop-up, or the source of its button's menu: the items exist once.
-struct OpaqueMenuRef final : QAbstractListModel {
-    explicit OpaqueMenuRef(OpaqueControlRef* control) : owner(control) {}
+struct OpaqueMenuRef final : QAbstractListModel, OpaqueEventTargetRef {
+    /// A submenu has no control of its own.
+    explicit OpaqueMenuRef(OpaqueControlRef* control) : control_(control) {}
+    ~OpaqueMenuRef() override;
+
+    OpaqueEventTargetRef* nextTarget() const override { return owner(); }
+    /// The control that shows the menu, be it as a submenu; null for a menu that belongs to no control yet.
+    OpaqueControlRef* owner() const { return parent_ != nullptr ? parent_->owner() : control_; }
+    /// The menu that this one is a submenu of, null for none.
+    OpaqueMenuRef* parentMenu() const { return parent_; }
+    void setParentMenu(OpaqueMenuRef* menu) { parent_ = menu; }
 
     int rowCount(const QModelIndex& parent) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -158,10 +173,12 @@ struct OpaqueMenuRef final : QAbstractListModel {
 
     /// Takes over the items that the nib gave the owner's widget and becomes its menu.
     void attach();
-    /// The pop-up is about to open.
+    MenuHold submenu = nullptr;
+    /// The menu is about to open.
     void aboutToShow();
 
-    void insert(MenuItem item);
+    /// Puts the item before the row.
+    void insert(int row, MenuItem item);
     void remove(int first, int count);
     void changed(int row);
     /// The user picked an item (from 1): sends the item's command, if it has one, and then the owner's hit.
@@ -181,6 +198,12 @@ struct OpaqueWindowRef final : QObject, OpaqueEventTargetRef {
     static OpaqueWindowRef* of(const QWidget* widget);
 
     OpaqueEventTargetRef* nextTarget() const override;
+    MenuAttributes attributes = 0;
+    int references = 1;
+
+private:
+    OpaqueControlRef* const control_;
+    OpaqueMenuRef* parent_ = nullptr;
     OSStatus handleByDefault(EventRef event) override;
     /// The user closes the window: presses its cancel button, or sends 'not!'.
     void userCloses();

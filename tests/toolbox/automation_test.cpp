@@ -197,6 +197,70 @@ TEST_F(AutomationTest, MenuItemsArePickedAndDisabledOnesAreNot) {
     EXPECT_EQ(AutomationChooseMenuItem(control(2), GetControlPopupMenuHandle(control(1)), 1), paramErr);
 }
 
+TEST_F(AutomationTest, ItemsOfSubmenusArePickedByWayOfTheMenu) {
+    show(widget("QToolButton", 1,
+                rectangle(0, 0, 100, 30) + property("popupMode", "enum", "QToolButton::InstantPopup")));
+    const MenuRef menu = GetControlPopupMenuHandle(control(1));
+    AppendMenuItemTextWithCFString(menu, CFSTR("Plain"), 0, FourCharCode("plan"), nullptr);
+    const auto addSubmenu = [](MenuRef to, CFStringRef name, OSType command) {
+        MenuItemIndex item = 0;
+        MenuRef submenu = nullptr;
+        AppendMenuItemTextWithCFString(to, name, 0, command, &item);
+        EXPECT_EQ(CreateNewMenu(0, 0, &submenu), noErr);
+        EXPECT_EQ(SetMenuItemHierarchicalMenu(to, item, submenu), noErr);
+        ReleaseMenu(submenu);
+        return submenu;
+    };
+    const MenuRef sizes = addSubmenu(menu, CFSTR("Sizes"), FourCharCode("size"));
+    const MenuRef colors = addSubmenu(menu, CFSTR("Colors"), 0);
+    const MenuRef pale = addSubmenu(colors, CFSTR("Pale"), 0);
+    AppendMenuItemTextWithCFString(sizes, CFSTR("A4"), 0, FourCharCode("a4  "), nullptr);
+    AppendMenuItemTextWithCFString(pale, CFSTR("Red"), kMenuItemAttrDisabled, FourCharCode("red "), nullptr);
+    AppendMenuItemTextWithCFString(pale, CFSTR("Blue"), 0, FourCharCode("blue"), nullptr);
+
+    // The command names the menu that its item stands in, and the control: it is that control's event.
+    const TestHandler picked(GetControlEventTarget(control(1)), kEventClassCommand, kEventCommandProcess,
+                             [&](EventHandlerCallRef, EventRef event) {
+                                 HICommand command{};
+                                 GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr,
+                                                   sizeof command, nullptr, &command);
+                                 EXPECT_EQ(command.control, control(1));
+                                 log += FourCharCodeText(command.commandID) + (command.menu == pale ? " pale" : "") +
+                                        std::to_string(command.menuItemIndex) + "; ";
+                                 return noErr;
+                             });
+    // Each menu is announced before it opens; what its own handlers do not take reaches the control.
+    const TestHandler announced(GetControlEventTarget(control(1)), kEventClassMenu, kEventMenuEnableItems,
+                                [&](EventHandlerCallRef, EventRef) {
+                                    log += "menu; ";
+                                    return noErr;
+                                });
+    const TestHandler own(GetMenuEventTarget(pale), kEventClassMenu, kEventMenuEnableItems,
+                          [&](EventHandlerCallRef, EventRef) {
+                              log += "pale; ";
+                              EnableMenuItem(pale, 1);
+                              return noErr;
+                          });
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), pale, 2), noErr);
+    EXPECT_EQ(heard(), "menu; menu; pale; blue pale2; ");
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), pale, 1), noErr) << "enabled by the last call";
+    EXPECT_EQ(heard(), "menu; menu; pale; red  pale1; ");
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), sizes, 1), noErr);
+    EXPECT_EQ(heard(), "menu; menu; a4  1; ");
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), menu, 1), noErr);
+    EXPECT_EQ(heard(), "menu; plan1; ");
+
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), sizes, 2), kControlNotUsableErr);
+    DisableMenuItem(menu, 3);
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), pale, 2), kControlNotUsableErr);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << "all menus are closed again";
+    MenuRef loose = nullptr;
+    CreateNewMenu(0, 0, &loose);
+    AppendMenuItemTextWithCFString(loose, CFSTR("Nowhere"), 0, 0, nullptr);
+    EXPECT_EQ(AutomationChooseMenuItem(control(1), loose, 1), paramErr);
+    ReleaseMenu(loose);
+}
+
 TEST_F(AutomationTest, TypingReplacesTheTextKeyByKey) {
     show(widget("QLineEdit", 1, rectangle(0, 0, 200, 30)) + widget("QLineEdit", 2, rectangle(0, 40, 200, 30)) +
          widget("QPlainTextEdit", 3, rectangle(0, 80, 200, 100)));

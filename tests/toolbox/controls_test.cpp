@@ -1,7 +1,11 @@
 // Controls: found, valued, embedded, shown, enabled and active as the platform's are.
 
 #include "platform/toolbox/Menus.h"
+#include "platform/toolbox/objects.h"
 #include "tests/toolbox/toolbox_fixture.h"
+
+#include <QMenu>
+#include <QToolButton>
 
 namespace {
 
@@ -174,6 +178,63 @@ TEST_F(ControlsTest, MenusCarryReferenceValuesAndServeTheirPopUp) {
     EXPECT_FALSE(IsMenuItemEnabled(menu, 1));
     EXPECT_EQ(CountMenuItems(nullptr), 0);
     EXPECT_EQ(DeleteMenuItems(nullptr, 1, 1), menuItemNotFoundErr);
+}
+
+TEST_F(ControlsTest, ASubmenuBelongsToOneItem) {
+    open(widget("QToolButton", 1, property("popupMode", "enum", "QToolButton::InstantPopup")));
+    const MenuRef menu = GetControlPopupMenuHandle(control(1));
+    for (const CFStringRef text : {CFSTR("second"), CFSTR("third")}) {
+        AppendMenuItemTextWithCFString(menu, text, 0, 0, nullptr);
+    }
+    EXPECT_EQ(InsertMenuItemTextWithCFString(menu, CFSTR("first"), 0, 0, FourCharCode("frst")), noErr);
+    EXPECT_EQ(InsertMenuItemTextWithCFString(menu, CFSTR("lost"), 4, 0, 0), paramErr);
+    OSType command = 0;
+    EXPECT_EQ(GetMenuItemCommandID(menu, 1, &command), noErr);
+    EXPECT_EQ(command, FourCharCode("frst"));
+
+    MenuRef outer = nullptr;
+    MenuRef inner = nullptr;
+    ASSERT_EQ(CreateNewMenu(0, 0, &outer), noErr);
+    ASSERT_EQ(CreateNewMenu(0, 0, &inner), noErr);
+    AppendMenuItemTextWithCFString(outer, CFSTR("inner"), 0, 0, nullptr);
+    AppendMenuItemTextWithCFString(inner, CFSTR("deep"), 0, 0, nullptr);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(outer, 1, inner), noErr);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(inner, 1, outer), paramErr) << "a circle";
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(outer, 1, outer), paramErr);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(menu, 1, inner), paramErr) << "in two places";
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(outer, 1, menu), paramErr) << "a control's own";
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(menu, 4, outer), menuItemNotFoundErr);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(menu, 2, outer), noErr);
+    MenuRef found = nullptr;
+    EXPECT_EQ(GetMenuItemHierarchicalMenu(menu, 2, &found), noErr);
+    EXPECT_EQ(found, outer);
+    EXPECT_EQ(GetMenuItemHierarchicalMenu(menu, 1, &found), noErr);
+    EXPECT_EQ(found, nullptr);
+
+    // A menu that outlives its item is free to be another item's.
+    DeleteMenuItems(menu, 2, 1);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(menu, 1, outer), noErr);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(menu, 1, nullptr), noErr);
+    EXPECT_EQ(SetMenuItemHierarchicalMenu(menu, 2, outer), noErr);
+    ReleaseMenu(inner);
+    ReleaseMenu(outer);
+}
+
+TEST_F(ControlsTest, AttributesSayHowAMenuIsShown) {
+    open(widget("QToolButton", 1, property("popupMode", "enum", "QToolButton::InstantPopup")));
+    const MenuRef menu = GetControlPopupMenuHandle(control(1));
+    AppendMenuItemTextWithCFString(menu, CFSTR("-"), kMenuItemAttrSeparator, 0, nullptr);
+    AppendMenuItemTextWithCFString(menu, CFSTR("item"), 0, 0, nullptr);
+    CheckMenuItem(menu, 2, true);
+    auto* shown = static_cast<QToolButton*>(control(1)->widget)->menu();
+    Q_EMIT shown->aboutToShow();
+    EXPECT_FALSE(shown->separatorsCollapsible());
+    EXPECT_TRUE(shown->actions().at(1)->isChecked());
+    EXPECT_EQ(ChangeMenuAttributes(menu, kMenuAttrExcludesMarkColumn | kMenuAttrCondenseSeparators, 0), noErr);
+    Q_EMIT shown->aboutToShow();
+    EXPECT_TRUE(shown->separatorsCollapsible());
+    EXPECT_FALSE(shown->actions().at(1)->isCheckable());
+    EXPECT_TRUE(IsMenuItemChecked(menu, 2)) << "marked, though not to be seen";
 }
 
 TEST_F(ControlsTest, PropertiesAndDataKnowTheirSizes) {
