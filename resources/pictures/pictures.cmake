@@ -1,38 +1,49 @@
 # The bundle's pictures, drawn from their SVG masters at 1x and, as name@2x, at 2x.
 #
 # A picture is a row: the file name that the code asks for, its master, and the style that makes this picture of it
-# (which parts are hidden, which colour the paper has). A master is a whole drawing that any editor shows; a family of
-# pictures is one master and a row for each of them, or a loop over the colours.
+# (which parts are hidden). A master is a whole drawing that any editor shows. A family of pictures is one master that
+# shows them side by side in cells of one size, and is cut up: starting two programs for each of its pictures would take
+# longer than compiling the code that shows them.
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 find_program(IMAGEMAGICK_CONVERT convert PATHS /usr/bin NO_DEFAULT_PATH REQUIRED)
 
-function(tavro_picture file master style)
+# tavro_pictures(master COLUMNSxROWS style file...): the files are the master's cells in reading order.
+function(tavro_pictures master grid style first)
   set(svg ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/${master}.svg)
-  set(css ${CMAKE_CURRENT_BINARY_DIR}/pictures/${file}.css)
-  file(CONFIGURE OUTPUT ${css} CONTENT "${style}\n" @ONLY)
-  string(REGEX REPLACE "^(.*)(\\.[a-z]+)$" "\\1@2x\\2" dense "${file}")
+  set(work ${CMAKE_CURRENT_BINARY_DIR}/pictures/${first})
+  file(CONFIGURE OUTPUT ${work}.css CONTENT "${style}\n" @ONLY)
+  if(first MATCHES "\\.gif$")
+    # A GIF's pixel is there or it is not. Without dithering flat colours stay flat. One palette for the whole master, because
+    # finding one takes most of the time.
+    set(pixels -channel A -threshold 50% +channel +dither -colors 256)
+  endif()
+  set(outputs)
   set(commands)
   foreach(scale IN ITEMS 1 2)
-    set(name ${file})
-    if(scale EQUAL 2)
-      set(name ${dense})
-    endif()
-    set(out ${TAVRO_RESOURCES}/${name})
-    set(draw COMMAND ${RSVG_CONVERT} --zoom ${scale} --stylesheet ${css} --output)
-    if(file MATCHES "\\.gif$")
-      # A GIF's pixel is there or it is not. Without dithering flat colours stay flat.
-      set(png ${CMAKE_CURRENT_BINARY_DIR}/pictures/${name}.png)
-      list(APPEND commands ${draw} ${png} ${svg}
-        COMMAND ${IMAGEMAGICK_CONVERT} ${png} -channel A -threshold 50% +channel +dither -strip ${out})
-    else()
-      list(APPEND commands ${draw} ${out} ${svg})
-    endif()
+    set(drawing ${work}-${scale}x.png)
+    list(APPEND commands COMMAND ${RSVG_CONVERT} --zoom ${scale} --stylesheet ${work}.css --output ${drawing} ${svg}
+      COMMAND ${CMAKE_COMMAND} -E env MAGICK_THREAD_LIMIT=1 ${IMAGEMAGICK_CONVERT} ${drawing} -strip ${pixels}
+      -crop ${grid}@ +repage)
+    set(cell 0)
+    foreach(file IN LISTS first ARGN)
+      if(scale EQUAL 2)
+        string(REGEX REPLACE "(\\.[a-z]+)$" "@2x\\1" file "${file}")
+      endif()
+      set(out ${TAVRO_RESOURCES}/${file})
+      cmake_path(GET out PARENT_PATH folder)
+      file(MAKE_DIRECTORY ${folder})
+      list(APPEND outputs ${out})
+      list(APPEND commands "(" -clone ${cell} -write ${out} +delete ")")
+      math(EXPR cell "${cell} + 1")
+    endforeach()
+    list(APPEND commands null:)
   endforeach()
-  cmake_path(GET file PARENT_PATH folder)
-  file(MAKE_DIRECTORY ${TAVRO_RESOURCES}/${folder} ${CMAKE_CURRENT_BINARY_DIR}/pictures/${folder})
-  add_custom_command(OUTPUT ${TAVRO_RESOURCES}/${file} ${TAVRO_RESOURCES}/${dense} ${commands}
-    DEPENDS ${svg} ${css} COMMENT "Drawing ${file}" VERBATIM)
-  set_property(GLOBAL APPEND PROPERTY TAVRO_STAGED_FILES ${TAVRO_RESOURCES}/${file} ${TAVRO_RESOURCES}/${dense})
+  add_custom_command(OUTPUT ${outputs} ${commands} DEPENDS ${svg} ${work}.css COMMENT "Drawing ${first}" VERBATIM)
+  set_property(GLOBAL APPEND PROPERTY TAVRO_STAGED_FILES ${outputs})
+endfunction()
+
+function(tavro_picture file master style)
+  tavro_pictures(${master} 1x1 "${style}" "${file}")
 endfunction()
 
 #             file                    master          style
@@ -53,3 +64,36 @@ foreach(trays IN ITEMS 2 4)
   tavro_picture("Str_${trays}T_HCSS.gif"    device "${hidden}, .lcss, .booklet { display: none }")
   tavro_picture("Str_${trays}T_HCSS+BK.gif" device "${hidden}, .lcss { display: none }")
 endforeach()
+
+# Paper. A colour is its name in the files, what faces the viewer, and what turns away.
+set(stock_colors
+  # name     front    back
+  "White     #ffffff  #d9dfe5"
+  "Blue      #a9cdf2  #82b0e0"
+  "Yellow    #fff176  #e3cf45"
+  "Green     #b2e0ae  #88c584"
+  "Pink      #f9c0d0  #e698b0"
+  "Clear     inherit  #b9d6e2"
+  "Buff      #ecd9ae  #d1b87f"
+  "Goldenrod #f0b93a  #cf9620"
+  "Red       #ea6a62  #c5463f"
+  "Ivory     #fcf6dc  #e2d8b2"
+  "Gray      #c3c9cf  #a0a9b2"
+  "Orange    #f69c4c  #d67a28")
+foreach(color IN LISTS stock_colors)
+  string(REGEX MATCHALL "[^ ]+" color "${color}")
+  list(GET color 0 name)
+  list(GET color 1 front)
+  list(GET color 2 back)
+  tavro_pictures(stock-paper 5x2 ".paper { fill: ${front} !important } .shade { fill: ${back} !important }"
+    "SP-Envelope-${name}.gif" "SP-FullCutTab-${name}.gif" "TabStock-${name}.gif" "Side2-${name}.gif" "Standard-${name}.gif"
+    "DB-${name}-Envelope.gif" "DB-FullCutTab-${name}.gif" "DB-Tab-${name}.gif"   "DB-Side2-${name}.gif" "DB-${name}.gif")
+endforeach()
+tavro_pictures(stock-marks 6x5 ""
+  "Recycled.gif" "Labels.gif" "PunchedEnvelope.gif" "DB-Punched.gif" "DB-Pre-Printed.gif" "DB-OrderedStock.gif"
+  "DB-Letterhead.gif" "DB-Other.gif" "DB-Custom1.gif" "DB-Custom2.gif" "DB-Custom3.gif" "DB-Custom4.gif"
+  "DB-Custom5.gif" "DB-Custom6.gif" "DB-Custom7.gif" "SP-Heavyweight-Labels.gif" "DB-Heavyweight-Labels.gif"
+  "Heavyweight.gif" "Heavyweight-Side2.gif"
+  "Lightweight-Glossy.gif" "Lightweight-Glossy-Side2.gif" "Heavyweight-Glossy.gif" "Heavyweight-Glossy-Side2.gif"
+  "DB-Heavyweight.gif" "DB-Heavyweight-Side2.gif"
+  "DB-Lightweight-Glossy.gif" "DB-Lightweight-Glossy-Side2.gif" "DB-Heavyweight-Glossy.gif" "DB-Heavyweight-Glossy-Side2.gif")

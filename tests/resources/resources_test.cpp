@@ -45,6 +45,18 @@ void PrintTo(const Served& served, std::ostream* out) {
     *out << served.bundle;
 }
 
+/// The files behind names in which * stands for a color of paper.
+QSet<QString> InEachColor(const QSet<QString>& names) {
+    QSet<QString> files;
+    for (const QString& name : names) {
+        for (const char* color : {"White", "Blue", "Yellow", "Green", "Pink", "Clear", "Buff", "Goldenrod", "Red",
+                                  "Ivory", "Gray", "Orange"}) {
+            files.insert(QString(name).replace(QLatin1Char('*'), QLatin1String(color)));
+        }
+    }
+    return files;
+}
+
 class Resources : public testing::TestWithParam<Served> {};
 INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost),
                          [](const auto& served) { return served.index == 0 ? "PlugIn" : "Host"; });
@@ -110,13 +122,7 @@ TEST_P(Resources, TheBundleReadsItsTexts) {
 }
 
 TEST_P(Resources, PicturesAreThoseAskedFor) {
-    // The model composes the pictures of paper; they are asked for once a menu or a panel shows them.
-    QStringList sources = GetParam().sources;
-    sources.removeAll(QStringLiteral("model"));
-    if (LiteralsInSources(sources).contains(QStringLiteral("model/stock_icon.h"))) {
-        sources = GetParam().sources;
-    }
-    const QSet<QString> asked = PicturesInSources(sources);
+    const QSet<QString> asked = InEachColor(PicturesInSources(GetParam().sources));
     QSet<QString> present;
     QDirIterator files(GetParam().resources(), {QStringLiteral("*.gif"), QStringLiteral("*.png")}, QDir::Files,
                        QDirIterator::Subdirectories);
@@ -136,6 +142,39 @@ TEST_P(Resources, PicturesAreThoseAskedFor) {
         EXPECT_FALSE(plain.isNull()) << name.toStdString();
         EXPECT_EQ(dense.size(), plain.size() * 2) << name.toStdString();
         EXPECT_TRUE(plain.hasAlphaChannel()) << name.toStdString() << " would show as a box";
+    }
+}
+
+// A mark is drawn over any paper, so all have one size, and a mark hides neither the paper's surroundings nor its
+// color.
+TEST(PlugInResources, PaperPicturesLieOverEachOther) {
+    const QSet<QString> asked = PicturesInSources({QStringLiteral("model")});
+    const auto picture = [](const QString& name) { return QImage(kPlugIn.resources() + QLatin1Char('/') + name); };
+    const QImage paper = picture(QStringLiteral("Standard-White.gif"));
+    EXPECT_TRUE(asked.contains(QLatin1String("Standard-*.gif")));
+    for (const QString& name : InEachColor(asked)) {
+        EXPECT_EQ(picture(name).size(), paper.size()) << name.toStdString();
+    }
+    for (const QString& name : asked) {
+        if (name.contains(QLatin1Char('*'))) {
+            continue;
+        }
+        const QImage mark = picture(name);
+        int covered = 0;
+        int left = 0;
+        for (int y = 0; y < mark.height(); ++y) {
+            for (int x = 0; x < mark.width(); ++x) {
+                const bool onPaper = paper.valid(x, y) && paper.pixelColor(x, y).alpha() != 0;
+                covered += onPaper && mark.pixelColor(x, y).alpha() != 0 ? 1 : 0;
+                left += onPaper && mark.pixelColor(x, y).alpha() == 0 ? 1 : 0;
+            }
+        }
+        EXPECT_GT(covered, 0) << name.toStdString();
+        EXPECT_GT(left, covered / 2) << name.toStdString();
+        for (const QPoint corner : {QPoint(0, 0), QPoint(mark.width() - 1, 0), QPoint(0, mark.height() - 1),
+                                    QPoint(mark.width() - 1, mark.height() - 1)}) {
+            EXPECT_EQ(mark.pixelColor(corner).alpha(), 0) << name.toStdString();
+        }
     }
 }
 
@@ -162,6 +201,8 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
     const Expected table[] = {
         {"PDE_Shell", "Window", "Tshl", {10, 15, 16, 17, 1966, 1967}},
         {"Utilities", "CustomValue", "TPDE", {123456}},
+        {"Layout", "Layout", "Tshl", {6000, 6004, 6005, 6009, 6010, 6011, 6013}},
+        {"BookletCreation", "BookletFinishing", "Tshl", {1000, 1001}},
         {"AdvancedPanelOffice", "Advanced", "Tshl", {600, 610, 611, 621, 630, 631, 632, 634}},
         {"AboutPanel", "About", "Tshl", {500, 501, 502, 503, 505, 506, 507}},
     };
