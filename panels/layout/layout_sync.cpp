@@ -1,0 +1,124 @@
+#include "panels/layout/layout_sync.h"
+
+#include "core/installable_options.h"
+#include "model/ppd_access.h"
+#include "model/ppd_option_maps.h"
+#include "model/special_page.h"
+#include "model/ticket_access.h"
+#include "platform/foundation/CFString.h"
+
+#include <iterator>
+
+namespace {
+
+#define kCreator CFSTR("com.tavro.printingmanager")
+#define kBookletLayoutKey CFSTR("com.tavro.print.BookletLayout")
+#define kDrawOutlinesKey CFSTR("com.tavro.print.BookletDrawOutlines")
+#define kPMDuplexingKey CFSTR("com.apple.print.PrintSettings.PMDuplexing")
+#define kFinishingDuplexKey CFSTR("com.tavro.print.FinishingDuplex")
+#define kFrontCoverKey CFSTR("com.tavro.print.SpecialPages.FrontCover")
+#define kBackCoverKey CFSTR("com.tavro.print.SpecialPages.BackCover")
+#define kDuplexMainKeyword CFSTR("Duplex")
+#define kFoldMainKeyword CFSTR("TRFoldOptions")
+
+// Values of PlexMap.
+constexpr SInt32 kOneSided = 1;
+constexpr SInt32 kLongEdge = 2;
+constexpr SInt32 kShortEdge = 3;
+
+bool ReadBoolean(PMTicketRef ticket, CFStringRef key) {
+    CFBooleanRef value = nullptr;
+    return PMTicketGetCFBoolean(ticket, kPMTopLevel, kPMTopLevel, key, &value) == noErr && value == kCFBooleanTrue;
+}
+
+/// The ticket value of the option that is asked for; `missing` when none is.
+SInt32 ReadOption(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 missing) {
+    CFStringRef option = nullptr;
+    return PPDGetMainKeywordValue(ticket, mainKeyword, &option) == noErr
+               ? GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option)
+               : missing;
+}
+
+/// Asks for the option with that ticket value, if there is one.
+void WriteOption(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
+    PPDSetMainKeyword(ticket, mainKeyword,
+                      GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value));
+}
+
+/// The sides that the ticket asks for. An option that stands for no number is as good as none.
+SInt32 ReadSides(PMTicketRef ticket) {
+    const SInt32 option = ReadOption(ticket, kDuplexMainKeyword, -1);
+    return option != -1
+               ? option
+               : GetTicketNumber(ticket, kPMDuplexingKey, GetTicketNumber(ticket, kFinishingDuplexKey, kOneSided));
+}
+
+void WriteSides(SInt32 sides, PMTicketRef ticket) {
+    SetTicketNumber(ticket, kCreator, kPMDuplexingKey, sides);
+    SetTicketNumber(ticket, kCreator, kFinishingDuplexKey, sides);
+    WriteOption(sides, kDuplexMainKeyword, ticket);
+}
+
+void RemoveEqualBackCover(PMTicketRef ticket) {
+    CFDictionaryRef front = nullptr;
+    CFDictionaryRef back = nullptr;
+    if (PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kFrontCoverKey, &front) == noErr &&
+        PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kBackCoverKey, &back) == noErr &&
+        Cover(front) == Cover(back)) {
+        PMTicketReleaseItem(ticket, kPMTopLevel, kBackCoverKey);
+    }
+}
+
+struct FoldPicture {
+    SInt32 foldOption;
+    const char* withOutlines;
+    const char* plain;
+};
+// clang-format off
+constexpr FoldPicture kFoldPictures[] = {
+    // fold option          with outlines                                           without
+    {kFoldBooklet,          "Layout/Booklet-Fold-Outlines-Portrait.gif",            "Layout/Booklet-Fold-Portrait.gif"},
+    {kFoldAndStapleBooklet, "Layout/Booklet-Fold-Staple-Outlines-Portrait.gif",     "Layout/Booklet-Fold-Staple-Portrait.gif"},
+    {kFoldNone,             "Layout/Booklet-Outlines-Portrait.gif",                 "Layout/Booklet-Portrait.gif"},
+};
+static_assert(std::size(kFoldPictures) == 3);
+// clang-format on
+
+}  // namespace
+
+void ReadLayoutSettings(PMTicketRef ticket, LayoutSettings* settings) {
+    settings->foldInstalled = getInstalledFeature(CFSTR("BookletFoldKey"));
+    settings->foldOption =
+        settings->foldInstalled ? ReadOption(ticket, kFoldMainKeyword, kFoldNone) : SInt32{kFoldNotInstalled};
+    settings->bookletLayout = ReadBoolean(ticket, kBookletLayoutKey) ? 1 : 0;
+    if (settings->bookletLayout == 1) {
+        settings->drawOutlines = GetTicketNumber(ticket, kDrawOutlinesKey, 0);
+    }
+}
+
+void WriteLayoutSettings(const LayoutSettings& settings, PMTicketRef ticket) {
+    const bool booklet = settings.bookletLayout == 1;
+    PMTicketSetCFBoolean(ticket, kCreator, kBookletLayoutKey, booklet ? kCFBooleanTrue : kCFBooleanFalse, kPMUnlocked);
+    WriteSides(SidesForLayout(booklet, ReadSides(ticket)), ticket);
+    SetTicketNumber(ticket, kCreator, kDrawOutlinesKey, settings.drawOutlines);
+    WriteOption(settings.foldOption, kFoldMainKeyword, ticket);
+    RemoveEqualBackCover(ticket);
+}
+
+SInt32 SidesForLayout(bool booklet, SInt32 sides) {
+    if (booklet) {
+        return kShortEdge;
+    }
+    return sides == kShortEdge ? kLongEdge : sides;
+}
+
+CFStringRef LayoutPicture(const LayoutSettings& settings) {
+    if (settings.bookletLayout != 1) {
+        return CFSTR("Booklet Creation/None.gif");
+    }
+    const FoldPicture* row = std::begin(kFoldPictures);
+    while (row->foldOption != settings.foldOption && row->foldOption != kFoldNone) {
+        ++row;
+    }
+    return CFStringMakeConstant(settings.drawOutlines != 0 ? row->withOutlines : row->plain);
+}
