@@ -97,3 +97,20 @@ tavro_pictures(stock-marks 6x5 ""
   "Lightweight-Glossy.gif" "Lightweight-Glossy-Side2.gif" "Heavyweight-Glossy.gif" "Heavyweight-Glossy-Side2.gif"
   "DB-Heavyweight.gif" "DB-Heavyweight-Side2.gif"
   "DB-Lightweight-Glossy.gif" "DB-Lightweight-Glossy-Side2.gif" "DB-Heavyweight-Glossy.gif" "DB-Heavyweight-Glossy-Side2.gif")
+tavro_picture("TabMarginShift.gif"    tab-shift       "")
+
+# Booklets in the panel, and once more in its dialog.
+tavro_pictures(booklet 4x2 ""
+  "Layout/Booklet-Portrait.gif"             "Layout/Booklet-Outlines-Portrait.gif"
+  "Layout/Booklet-Fold-Portrait.gif"        "Layout/Booklet-Fold-Outlines-Portrait.gif"
+  "Layout/Booklet-Fold-Staple-Portrait.gif" "Layout/Booklet-Fold-Staple-Outlines-Portrait.gif")
+tavro_pictures(booklet 4x2 ""
+  "Booklet Creation/Booklet.gif"             "Booklet Creation/Booklet-Outlines.gif"
+  "Booklet Creation/Booklet-Fold.gif"        "Booklet Creation/Booklet-Fold-Outlines.gif"
+  "Booklet Creation/Booklet-Fold-Staple.gif" "Booklet Creation/Booklet-Fold-Staple-Outlines.gif"
+  "Booklet Creation/None.gif")
+
+# Image options
+tavro_pictures(image-options 4x2 ""
+  "Toner-Saver-B&W.gif" "Standard-B&W.gif" "Lighten-Darken-Grayscale.gif" "Negative-&-Mirror-Image.gif"
+  "Negative-Image.gif"  "Mirror-Image.gif" "Invert-Image-Off.gif"         "ImageShift.gif")
