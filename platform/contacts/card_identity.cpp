@@ -1,8 +1,12 @@
 #include "platform/contacts/card_identity.h"
 
+#include "platform/contacts/card_library.h"
+
+#include <QCryptographicHash>
+
 #include <algorithm>
 
-#include <glib.h>
+#include <strings.h>
 
 namespace {
 
@@ -24,7 +28,7 @@ UidLine readLine(std::string_view line, std::string_view next) {
     if (const std::size_t group = name.rfind('.'); group != std::string_view::npos) {
         name.remove_prefix(group + 1);
     }
-    if (name.size() != 3 || g_ascii_strncasecmp(name.data(), "UID", 3) != 0) {
+    if (name.size() != 3 || strncasecmp(name.data(), "UID", 3) != 0) {
         return {};
     }
     if (value.ends_with('\r')) {
@@ -37,15 +41,14 @@ UidLine readLine(std::string_view line, std::string_view next) {
 
 /// Nothing found in a card that has another card inside says nothing: the line could be the inner one's.
 bool opensCard(std::string_view line) {
-    return line.size() >= 11 && g_ascii_strncasecmp(line.data(), "BEGIN:VCARD", 11) == 0;
+    return line.size() >= 11 && strncasecmp(line.data(), "BEGIN:VCARD", 11) == 0;
 }
 
 }  // namespace
 
 std::string idFromBytes(const std::string& bytes) {
-    char* const sum = g_compute_checksum_for_string(G_CHECKSUM_SHA256, bytes.data(), gssize(bytes.size()));
-    std::string id = std::string(sum).substr(0, 32);
-    g_free(sum);
+    const QByteArrayView view(bytes.data(), qsizetype(bytes.size()));
+    std::string id = QCryptographicHash::hash(view, QCryptographicHash::Sha256).toHex().first(32).toStdString();
     id[12] = '8';  // the version whose content is its maker's own
     id[16] = 'a';
     for (const std::size_t dash : {8, 13, 18, 23}) {
@@ -66,14 +69,14 @@ std::string uniqueIdOf(const std::string& card) {
     if (uid.found && !uid.value.empty()) {
         return std::string(uid.value);
     }
-    const std::string read = uid.found || cards > 1 ? Card(card).uniqueId() : std::string();
+    const std::string read = uid.found || cards > 1 ? cardLibrary()->read(card)->uniqueId() : std::string();
     return read.empty() ? idFromBytes(card) : read;
 }
 
-Card readIdentifiedCard(const std::string& text) {
-    Card card(text);
-    if (card.uniqueId().empty()) {
-        card.setUniqueId(idFromBytes(text));
+CardOwner readIdentifiedCard(const std::string& text) {
+    CardOwner card = cardLibrary()->read(text);
+    if (card->uniqueId().empty()) {
+        card->setUniqueId(idFromBytes(text));
     }
     return card;
 }

@@ -10,5 +10,5 @@ std::string uniqueIdOf(const std::string& card);
 /// An id made from the bytes, in the form of a UUID.
 std::string idFromBytes(const std::string& bytes);
 
-/// Reads the card; it has an id.
-Card readIdentifiedCard(const std::string& card);
+/// Reads the card, and gives it that id if it has none. The library for cards must be there.
+CardOwner readIdentifiedCard(const std::string& card);

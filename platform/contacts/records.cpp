@@ -1,5 +1,6 @@
 #include "platform/contacts/records.h"
 
+#include "platform/contacts/card_library.h"
 #include "platform/foundation/CFNumber.h"
 
 namespace {
@@ -59,6 +60,12 @@ CFTypeRef copyPersonFlags(const Card& card) {
     return CFNumberCreate(kCFAllocatorDefault, kCFNumberCFIndexType, &flags);
 }
 
+/// Null without the library for cards.
+CardOwner makeCard() {
+    CardLibrary* library = cardLibrary();
+    return library ? library->make() : nullptr;
+}
+
 /// Null outside of the multi-value.
 const LabelledText* entryAt(ABMultiValueRef multiValue, CFIndex index) {
     const ABMultiValueObject* object = checked(multiValue);
@@ -69,18 +76,22 @@ const LabelledText* entryAt(ABMultiValueRef multiValue, CFIndex index) {
 }  // namespace
 
 ABPersonRef ABPersonCreate() {
-    return new ABRecordObject(Card());
+    CardOwner card = makeCard();
+    return card ? new ABRecordObject(std::move(card)) : nullptr;
 }
 
 ABGroupRef ABGroupCreate() {
-    Card card;
-    card.makeGroup();
+    CardOwner card = makeCard();
+    if (!card) {
+        return nullptr;
+    }
+    card->makeGroup();
     return new ABRecordObject(std::move(card));
 }
 
 CFStringRef ABRecordCopyUniqueId(ABRecordRef record) {
     const ABRecordObject* object = checked(record);
-    return object ? stringOf(object->card.uniqueId()).leak() : nullptr;
+    return object ? stringOf(object->card->uniqueId()).leak() : nullptr;
 }
 
 CFTypeRef ABRecordCopyValue(ABRecordRef record, CFStringRef property) {
@@ -95,11 +106,11 @@ CFTypeRef ABRecordCopyValue(ABRecordRef record, CFStringRef property) {
     }
     switch (found->type) {
         case kABStringProperty:
-            return copyString(object->card, *found);
+            return copyString(*object->card, *found);
         case kABMultiStringProperty:
-            return copyMultiValue(object->card, *found);
+            return copyMultiValue(*object->card, *found);
         case kABIntegerProperty:
-            return copyPersonFlags(object->card);
+            return copyPersonFlags(*object->card);
         case kABErrorInProperty:
             break;
     }
@@ -112,8 +123,8 @@ Boolean ABRecordSetValue(ABRecordRef record, CFStringRef property, CFTypeRef val
     if (!found || found->type == kABIntegerProperty) {
         return false;
     }
-    const bool done = found->type == kABMultiStringProperty ? setMultiValue(object->card, *found, value)
-                                                            : setString(object->card, *found, value);
+    const bool done = found->type == kABMultiStringProperty ? setMultiValue(*object->card, *found, value)
+                                                            : setString(*object->card, *found, value);
     object->changed |= done;
     return done;
 }
@@ -124,7 +135,7 @@ Boolean ABGroupAddMember(ABGroupRef group, ABPersonRef person) {
     if (!object || !member || object->recordKind() != RecordKind::Group || member->recordKind() != RecordKind::Person) {
         return false;
     }
-    object->card.addMember(member->card);
+    object->card->addMember(*member->card);
     object->changed = true;
     return true;
 }

@@ -13,11 +13,11 @@ inline constexpr ObjectKind kMultiValueObject{102};
 struct ABRecordObject final : CFObject {
     static constexpr ObjectKind kKind = kRecordObject;
 
-    explicit ABRecordObject(Card content) : CFObject(kKind), card(std::move(content)) {}
+    explicit ABRecordObject(CardOwner content) : CFObject(kKind), card(std::move(content)) {}
 
-    RecordKind recordKind() const { return card.isGroup() ? RecordKind::Group : RecordKind::Person; }
+    RecordKind recordKind() const { return card->isGroup() ? RecordKind::Group : RecordKind::Person; }
 
-    Card card;
+    CardOwner card;        // never null
     bool changed = false;  // since it was read or saved
 };
 

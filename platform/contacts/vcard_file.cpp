@@ -1,6 +1,7 @@
 #include "platform/contacts/vcard_file.h"
 
 #include "platform/contacts/card_identity.h"
+#include "platform/contacts/card_library.h"
 #include "platform/contacts/vcard_split.h"
 #include "platform/files/folders.h"
 #include "platform/files/url_access.h"
@@ -16,10 +17,10 @@
 
 namespace {
 
-/// Nothing when the user has no data folder, and none can be made.
+/// Nothing when the user has no data folder and none can be made, or when nobody could read the cards.
 std::optional<std::string> filePath() {
     FSRef folder;
-    if (FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder) != noErr) {
+    if (!cardLibrary() || FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder) != noErr) {
         return std::nullopt;
     }
     return std::string(folder.path) + "/contacts.vcf";
@@ -74,27 +75,27 @@ bool keepBeside(const std::string& path, const std::string& bytes) {
 
 }  // namespace
 
-std::optional<std::vector<Card>> VCardFile::all() {
+std::optional<std::vector<CardOwner>> VCardFile::all() {
     const std::optional<std::string> path = filePath();
     const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
     if (!bytes) {
         return std::nullopt;
     }
-    std::vector<Card> cards;
+    std::vector<CardOwner> cards;
     for (const std::string& text : splitCards(*bytes).cards) {
         cards.push_back(readIdentifiedCard(text));
     }
     return cards;
 }
 
-std::optional<std::vector<Card>> VCardFile::find(const std::vector<std::string>& bareIds) {
+std::optional<std::vector<CardOwner>> VCardFile::find(const std::vector<std::string>& bareIds) {
     const std::optional<std::string> path = filePath();
     const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
     if (!bytes) {
         return std::nullopt;
     }
     const std::unordered_set<std::string_view> wanted(bareIds.begin(), bareIds.end());
-    std::vector<Card> cards;
+    std::vector<CardOwner> cards;
     for (const std::string& text : splitCards(*bytes).cards) {
         if (wanted.contains(bareId(uniqueIdOf(text)))) {
             cards.push_back(readIdentifiedCard(text));
@@ -110,7 +111,7 @@ bool VCardFile::save(const std::vector<Card*>& cards) {
         return false;
     }
     const SplitCards split = splitCards(*old);
-    if (split.damaged && !keepBeside(*path, *old)) {
+    if (!split.problems.empty() && !keepBeside(*path, *old)) {
         return false;
     }
     std::unordered_map<std::string, const Card*> newer;

@@ -6,7 +6,7 @@
 /// Reads the file anew each time, because other programs write it too.
 class VCardFile : public CardStore {
 public:
-    std::optional<std::vector<Card>> all() override;
-    std::optional<std::vector<Card>> find(const std::vector<std::string>& bareIds) override;
+    std::optional<std::vector<CardOwner>> all() override;
+    std::optional<std::vector<CardOwner>> find(const std::vector<std::string>& bareIds) override;
     bool save(const std::vector<Card*>& cards) override;
 };

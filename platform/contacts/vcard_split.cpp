@@ -1,6 +1,7 @@
 #include "platform/contacts/vcard_split.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -33,17 +34,6 @@ std::string_view takeLine(std::string_view& text) {
     return line;
 }
 
-bool isQuotedPrintable(std::string_view line) {
-    constexpr std::string_view kEncoding = "QUOTED-PRINTABLE";
-    for (std::string_view name = line.substr(0, line.find(':')); name.size() >= kEncoding.size();
-         name.remove_prefix(1)) {
-        if (startsWithIgnoringCase(name, kEncoding)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 }  // namespace
 
 SplitCards splitCards(std::string_view file) {
@@ -55,48 +45,45 @@ SplitCards splitCards(std::string_view file) {
     std::string card;
     std::string_view before;
     int depth = 0;
+    std::size_t number = 0;
+    std::size_t first = 0;  // line of the card
+    bool isInText = false;  // outside of cards, which is told once for all its lines
     while (!file.empty()) {
         const std::string_view whole = takeLine(file);
         const std::string_view line = withoutBlanksAtTheEnd(whole);
+        ++number;
 
         if (isIgnoringCase(line, "BEGIN:VCARD")) {
             if (depth > 0 && opensInnerCard(before)) {
                 ++depth;
             } else {
-                result.damaged |= depth > 0;
+                if (depth > 0) {
+                    result.problems.push_back({SplitFault::NoEnd, first});
+                }
                 card.clear();
                 depth = 1;
+                first = number;
+                isInText = false;
             }
         } else if (depth == 0) {
-            result.damaged |= !line.empty();
+            if (!line.empty() && !std::exchange(isInText, true)) {
+                result.problems.push_back({SplitFault::TextOutside, number});
+            }
             continue;
         }
         card += whole;
         if (isIgnoringCase(line, "END:VCARD") && --depth == 0) {
             if (card.find('\0') != std::string::npos) {
-                result.damaged = true;
+                result.problems.push_back({SplitFault::ZeroByte, first});
             } else {
                 result.cards.push_back(card.ends_with('\n') ? card : card + "\r\n");
+                result.lines.push_back(first);
             }
         }
         before = line.empty() ? before : line;
     }
-    result.damaged |= depth > 0;
-    return result;
-}
-
-std::string joinSoftBreaks(std::string_view card) {
-    std::string joined;
-    while (!card.empty()) {
-        std::string_view line = takeLine(card);
-        if (isQuotedPrintable(line)) {
-            while (!card.empty() && withoutBlanksAtTheEnd(line).ends_with('=')) {
-                joined += withoutBlanksAtTheEnd(line);
-                joined.pop_back();
-                line = takeLine(card);
-            }
-        }
-        joined += line;
+    if (depth > 0) {
+        result.problems.push_back({SplitFault::NoEnd, first});
     }
-    return joined;
+    return result;
 }

@@ -5,14 +5,25 @@
 #include <string_view>
 #include <vector>
 
+enum class SplitFault {
+    TextOutside,  // text that is in no card
+    NoEnd,        // a card that has no end
+    ZeroByte,     // a card with a zero byte
+};
+
+struct SplitProblem {
+    SplitFault fault;
+    /// Counted from 1: where the text or the card begins.
+    std::size_t line;
+};
+
 struct SplitCards {
     /// Each card from its BEGIN line to its END line, byte for byte, ended by a line break.
     std::vector<std::string> cards;
-    /// Whether there was something else too: text outside of cards, a card without an end, a zero byte.
-    bool damaged = false;
+    /// The first line of each card, counted from 1.
+    std::vector<std::size_t> lines;
+    /// What else there was.
+    std::vector<SplitProblem> problems;
 };
 
 SplitCards splitCards(std::string_view file);
-
-/// The card with each quoted-printable value on one line, as version 2.1 breaks them ("=" at the line's end).
-std::string joinSoftBreaks(std::string_view card);

@@ -1,12 +1,20 @@
 // Cards of all versions are changed without losing what we do not know; another reader agrees on what we write.
 
-#include "platform/contacts/card.h"
+#include "platform/contacts/card_library.h"
 
 #include <gtest/gtest.h>
 
 #include <libebook-contacts/libebook-contacts.h>
 
 namespace {
+
+CardOwner newCard() {
+    return cardLibrary()->make();
+}
+
+CardOwner cardOf(const std::string& text) {
+    return cardLibrary()->read(text);
+}
 
 /// What a program that knows contacts by their fields makes of the card.
 std::string fieldOf(const Card& card, EContactField field) {
@@ -40,20 +48,22 @@ TEST(Cards, OfAllVersionsKeepWhatWeDoNotKnow) {
          {"N:;Ada;;;", "KIND:individual", "FN:Four", "GENDER:F", "BDAY:--0203"}},
     };
     for (const auto& row : rows) {
-        Card card(row.text);
+        const CardOwner owner = cardOf(row.text);
+        Card& card = *owner;
         card.setNamePart(NamePart::Given, "Ada");
         for (const char* line : row.lines) {
             EXPECT_TRUE(hasLine(card, line)) << line << "\n in\n" << card.text();
         }
         EXPECT_FALSE(card.isGroup());
     }
-    EXPECT_EQ(Card(rows[0].text).uniqueId(), "q");
-    EXPECT_EQ(fieldOf(Card(rows[0].text), E_CONTACT_NOTE), "one\ntwo \u00fc, three");
-    EXPECT_EQ(Card(rows[2].text).uniqueId(), "urn:uuid:7");
+    EXPECT_EQ(cardOf(rows[0].text)->uniqueId(), "q");
+    EXPECT_EQ(fieldOf(*cardOf(rows[0].text), E_CONTACT_NOTE), "one\ntwo \u00fc, three");
+    EXPECT_EQ(cardOf(rows[2].text)->uniqueId(), "urn:uuid:7");
 }
 
 TEST(Cards, AreReadByOtherPrograms) {
-    Card card;
+    const CardOwner owner = newCard();
+    Card& card = *owner;
     card.setNamePart(NamePart::Given, "Ada; \u00e4\\n,");
     card.setLabelledTexts("TEL", {{"WorkFAX", "+1 (5) 5"}, {"Work", "7,8"}, {"Nowhere", "9"}});
     card.setLabelledTexts("EMAIL", {{"Work", "a@example.com"}});
@@ -74,13 +84,14 @@ TEST(Cards, AreReadByOtherPrograms) {
 }
 
 TEST(Cards, ATextCannotEndTheCard) {
-    Card card;
+    const CardOwner owner = newCard();
+    Card& card = *owner;
     const std::string text = "x\r\nEND:VCARD\r\nBEGIN:VCARD\rFN:y\nZ";
     card.setText("ORG", text);
     card.setNamePart(NamePart::Given, text);
     EXPECT_EQ(card.text().find("\nEND:VCARD"), card.text().size() - 12);
     EXPECT_EQ(card.text().find("\nBEGIN"), std::string::npos);
-    EXPECT_EQ(Card(card.text()).uniqueId(), card.uniqueId());
+    EXPECT_EQ(cardOf(card.text())->uniqueId(), card.uniqueId());
 }
 
 TEST(Cards, ALongTextIsFoldedBetweenCharacters) {
@@ -88,13 +99,15 @@ TEST(Cards, ALongTextIsFoldedBetweenCharacters) {
     for (int i = 0; i < 200; ++i) {
         text += "\u00e4\U0001f4e0";
     }
-    Card card;
+    const CardOwner owner = newCard();
+    Card& card = *owner;
     card.setText("ORG", text);
     EXPECT_EQ(fieldOf(card, E_CONTACT_ORG), text);
 }
 
 TEST(Cards, ShowTheNameOrTheNextBest) {
-    Card card;
+    const CardOwner owner = newCard();
+    Card& card = *owner;
     card.setLabelledTexts("TEL", {{"WorkFAX", "12"}});
     EXPECT_TRUE(hasLine(card, "FN:12"));
     EXPECT_TRUE(hasLine(card, "N:;;;;"));
@@ -105,28 +118,59 @@ TEST(Cards, ShowTheNameOrTheNextBest) {
 }
 
 TEST(Cards, AGroupNamesEachMemberOnce) {
-    Card group;
+    const CardOwner owner = newCard();
+    Card& group = *owner;
     group.makeGroup();
     group.setText("FN", "Board");
-    const Card person;
-    const Card stranger("BEGIN:VCARD\r\nVERSION:4.0\r\nUID:urn:example:1\r\nEND:VCARD\r\n");
-    for (const Card* member : {&person, &stranger, &person, &stranger}) {
+    const CardOwner person = newCard();
+    const CardOwner stranger = cardOf("BEGIN:VCARD\r\nVERSION:4.0\r\nUID:urn:example:1\r\nEND:VCARD\r\n");
+    for (const Card* member : {person.get(), stranger.get(), person.get(), stranger.get()}) {
         group.addMember(*member);
     }
-    const Card read(group.text());
+    const CardOwner reader = cardOf(group.text());
+    const Card& read = *reader;
     EXPECT_TRUE(read.isGroup());
-    const std::string members = "MEMBER:urn:uuid:" + person.uniqueId() + "\r\nMEMBER:urn:example:1";
+    const std::string members = "MEMBER:urn:uuid:" + person->uniqueId() + "\r\nMEMBER:urn:example:1";
     EXPECT_TRUE(hasLine(read, members)) << read.text();
     EXPECT_EQ(read.text().find("MEMBER", read.text().find(members) + members.size()), std::string::npos);
 }
 
 TEST(Cards, GarbageIsAnEmptyCard) {
     for (const char* text : {"", "garbage", "BEGIN:VCARD", "BEGIN:VCARD\n:::\n;;=\nEND:VCARD\n"}) {
-        const Card card{std::string(text)};
+        const CardOwner owner = cardOf(text);
+        const Card& card = *owner;
         EXPECT_EQ(card.uniqueId(), "");
         EXPECT_FALSE(card.isGroup());
         EXPECT_TRUE(hasLine(card, "VERSION:3.0"));
     }
+}
+
+TEST(Cards, OfOldProgramsAreReadWhole) {
+    const auto boss = cardOf(
+        "BEGIN:VCARD\r\nVERSION:2.1\r\nUID:1\r\nAGENT:\r\nBEGIN:VCARD\r\nUID:2\r\nFN:Agent; so\r\nEND:VCARD\r\n"
+        "FN:Boss\r\nEND:VCARD\r\n");
+    EXPECT_EQ(boss->uniqueId(), "1");
+    EXPECT_EQ(boss->textOf("FN"), "Boss");
+    EXPECT_TRUE(hasLine(*boss, "AGENT:BEGIN:VCARD\\nUID:2\\nFN:Agent\\; so\\nEND:VCARD\\n")) << boss->text();
+
+    const auto bytes = cardOf(
+        "BEGIN:VCARD\r\nVERSION:2.1\r\nN;CHARSET=ISO-8859-1:M\xFCller;J\xF6rg\r\nORG:\x80uro\r\n"
+        "NOTE;CHARSET=koi8-r:\xC4\xC1\r\nTITLE:\xC3\r\n \xBC\r\nFN;CHARSET=no-such:\xFC\r\nEND:VCARD\r\n");
+    EXPECT_EQ(bytes->namePart(NamePart::Family), "M\u00fcller");
+    EXPECT_EQ(bytes->namePart(NamePart::Given), "J\u00f6rg");
+    EXPECT_EQ(bytes->textOf("ORG"), "\u20acuro");
+    EXPECT_EQ(bytes->textOf("NOTE"), "\u0434\u0430");
+    EXPECT_EQ(bytes->textOf("TITLE"), "\u00fc") << "folded inside of a character";
+    EXPECT_EQ(bytes->textOf("FN"), "\uFFFD");
+}
+
+TEST(Cards, AGroupFollowsMembersToTheirNewIds) {
+    const std::unordered_map<std::string, std::string> newIds = {{"a", "0"}, {"b", "1"}};
+    const auto group = cardOf(
+        "BEGIN:VCARD\nVERSION:3.0\nX-EVOLUTION-LIST:TRUE\nMEMBER:urn:uuid:a\nMEMBER:c\n"
+        "X-ADDRESSBOOKSERVER-MEMBER:urn:uuid:b\nEMAIL;X-EVOLUTION-DEST-CONTACT-UID=b:x\nEMAIL:y\nEND:VCARD\n");
+    group->renameMembers(newIds);
+    EXPECT_EQ(group->members(), (std::vector<std::string>{"0", "c", "1", "1"}));
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
-#include "platform/contacts/card.h"
+#include "platform/contacts/ebook/ebook_card.h"
 
-#include "platform/contacts/vcard_split.h"
+#include "platform/contacts/ebook/readable_text.h"
 
 #include <algorithm>
 #include <functional>
@@ -27,7 +27,7 @@ constexpr LabelTypes kLabelTypes[] = {
 static_assert(std::size(kLabelTypes) == 9);
 
 constexpr std::string_view kUuidAddress = "urn:uuid:";
-constexpr const char* kListMember = "X-EVOLUTION-DEST-CONTACT-UID";
+constexpr const char* kListMember = EVC_X_DEST_CONTACT_UID;
 
 std::string taken(char* text) {
     std::string result = text ? text : "";
@@ -159,18 +159,17 @@ std::string shownName(EVCard* card, const std::array<std::string, 5>& name) {
 
 }  // namespace
 
-void Card::Releaser::operator()(EVCard* card) const {
+void EbookCard::Releaser::operator()(EVCard* card) const {
     g_object_unref(card);
 }
 
-Card::Card() : card_(e_vcard_new()) {
+EbookCard::EbookCard() : card_(e_vcard_new()) {
     append(card_.get(), EVC_UID, taken(g_uuid_string_random()));
 }
 
-// The library knows no quoted-printable values of more than one line.
-Card::Card(const std::string& text) : card_(e_vcard_new_from_string(joinSoftBreaks(text).c_str())) {}
+EbookCard::EbookCard(const std::string& text) : card_(e_vcard_new_from_string(readableText(text).c_str())) {}
 
-std::string Card::text() const {
+std::string EbookCard::text() const {
     const std::unique_ptr<EVCard, Releaser> whole(
         e_vcard_new_from_string(taken(e_vcard_to_string(card_.get(), EVC_FORMAT_VCARD_30)).c_str()));
     if (e_vcard_get_attribute(whole.get(), EVC_FN) == nullptr) {
@@ -184,27 +183,27 @@ std::string Card::text() const {
     return taken(e_vcard_to_string(whole.get(), EVC_FORMAT_VCARD_30)) + "\r\n";
 }
 
-std::string Card::uniqueId() const {
+std::string EbookCard::uniqueId() const {
     return firstValue(card_.get(), EVC_UID);
 }
 
-bool Card::isGroup() const {
+bool EbookCard::isGroup() const {
     return isSameWord(firstValue(card_.get(), "KIND").c_str(), "group") ||
            isSameWord(firstValue(card_.get(), "X-ADDRESSBOOKSERVER-KIND").c_str(), "group") ||
            isSameWord(firstValue(card_.get(), EVC_X_LIST).c_str(), "TRUE");
 }
 
-bool Card::isCompany() const {
+bool EbookCard::isCompany() const {
     return isSameWord(firstValue(card_.get(), "X-ABShowAs").c_str(), "COMPANY") ||
            isSameWord(firstValue(card_.get(), "KIND").c_str(), "org");
 }
 
-std::optional<std::string> Card::textOf(const char* attribute) const {
+std::optional<std::string> EbookCard::textOf(const char* attribute) const {
     std::string text = firstValue(card_.get(), attribute);
     return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
-std::optional<std::string> Card::namePart(NamePart part) const {
+std::optional<std::string> EbookCard::namePart(NamePart part) const {
     const Name parts = name();
     if (part == NamePart::Given && std::all_of(parts.begin(), parts.end(), std::mem_fn(&std::string::empty))) {
         return textOf(EVC_FN);
@@ -213,7 +212,7 @@ std::optional<std::string> Card::namePart(NamePart part) const {
     return text.empty() ? std::nullopt : std::optional(text);
 }
 
-std::vector<LabelledText> Card::labelledTexts(const char* attribute) const {
+std::vector<LabelledText> EbookCard::labelledTexts(const char* attribute) const {
     std::vector<LabelledText> texts;
     forEach(card_.get(), attribute, [&](EVCardAttribute* found) {
         texts.push_back({labelOf(card_.get(), found, attribute), withoutScheme(wholeValue(found))});
@@ -221,7 +220,7 @@ std::vector<LabelledText> Card::labelledTexts(const char* attribute) const {
     return texts;
 }
 
-std::vector<std::string> Card::members() const {
+std::vector<std::string> EbookCard::members() const {
     std::vector<std::string> ids;
     const auto add = [&ids](const std::string& id) { ids.emplace_back(bareId(id)); };
     for (const char* attribute : {"MEMBER", "X-ADDRESSBOOKSERVER-MEMBER"}) {
@@ -237,28 +236,28 @@ std::vector<std::string> Card::members() const {
     return ids;
 }
 
-void Card::setUniqueId(const std::string& uniqueId) {
+void EbookCard::setUniqueId(const std::string& uniqueId) {
     setText(EVC_UID, uniqueId);
 }
 
-void Card::makeGroup() {
+void EbookCard::makeGroup() {
     setText("KIND", "group");
 }
 
-void Card::setText(const char* attribute, const std::optional<std::string>& text) {
+void EbookCard::setText(const char* attribute, const std::optional<std::string>& text) {
     e_vcard_remove_attributes(card_.get(), nullptr, attribute);
     if (text) {
         append(card_.get(), attribute, *text);
     }
 }
 
-void Card::setNamePart(NamePart part, const std::optional<std::string>& name) {
+void EbookCard::setNamePart(NamePart part, const std::optional<std::string>& name) {
     Name parts = this->name();
     parts[std::size_t(part)] = name.value_or("");
     setName(parts);
 }
 
-void Card::setLabelledTexts(const char* attribute, const std::vector<LabelledText>& texts) {
+void EbookCard::setLabelledTexts(const char* attribute, const std::vector<LabelledText>& texts) {
     e_vcard_remove_attributes(card_.get(), nullptr, attribute);
     for (const LabelledText& entry : texts) {
         const auto* row = std::find_if(std::begin(kLabelTypes), std::end(kLabelTypes), [&](const auto& candidate) {
@@ -269,7 +268,7 @@ void Card::setLabelledTexts(const char* attribute, const std::vector<LabelledTex
     }
 }
 
-void Card::addMember(const Card& person) {
+void EbookCard::addMember(const Card& person) {
     const std::string id = person.uniqueId();
     const std::vector<std::string> known = members();
     if (std::find(known.begin(), known.end(), bareId(id)) == known.end()) {
@@ -277,7 +276,29 @@ void Card::addMember(const Card& person) {
     }
 }
 
-Card::Name Card::name() const {
+void EbookCard::renameMembers(const std::unordered_map<std::string, std::string>& newIds) {
+    const auto newIdOf = [&newIds](const std::string& id) {
+        const auto found = newIds.find(std::string(bareId(id)));
+        return found == newIds.end() ? std::nullopt : std::optional(found->second);
+    };
+    for (const char* attribute : {"MEMBER", "X-ADDRESSBOOKSERVER-MEMBER"}) {
+        forEach(card_.get(), attribute, [&](EVCardAttribute* found) {
+            if (const auto id = newIdOf(wholeValue(found))) {
+                e_vcard_attribute_remove_values(found);
+                e_vcard_attribute_add_value(found, memberAddress(*id).c_str());
+            }
+        });
+    }
+    forEach(card_.get(), EVC_EMAIL, [&](EVCardAttribute* found) {
+        GList* old = e_vcard_attribute_get_param(found, kListMember);
+        if (const auto id = old ? newIdOf(static_cast<const char*>(old->data)) : std::nullopt) {
+            e_vcard_attribute_remove_param(found, kListMember);
+            e_vcard_attribute_add_param_with_value(found, e_vcard_attribute_param_new(kListMember), id->c_str());
+        }
+    });
+}
+
+EbookCard::Name EbookCard::name() const {
     Name parts;
     EVCardAttribute* attribute = e_vcard_get_attribute(card_.get(), EVC_N);
     GList* value = attribute ? e_vcard_attribute_get_values(attribute) : nullptr;
@@ -290,17 +311,11 @@ Card::Name Card::name() const {
     return parts;
 }
 
-void Card::setName(const Name& parts) {
+void EbookCard::setName(const Name& parts) {
     e_vcard_remove_attributes(card_.get(), nullptr, EVC_N);
     EVCardAttribute* attribute = e_vcard_attribute_new(nullptr, EVC_N);
     for (const std::string& part : parts) {
         e_vcard_attribute_add_value(attribute, part.c_str());
     }
     e_vcard_append_attribute(card_.get(), attribute);
-}
-
-std::string_view bareId(std::string_view uniqueId) {
-    const bool isAddress = uniqueId.size() > kUuidAddress.size() &&
-                           g_ascii_strncasecmp(uniqueId.data(), kUuidAddress.data(), kUuidAddress.size()) == 0;
-    return isAddress ? uniqueId.substr(kUuidAddress.size()) : uniqueId;
 }

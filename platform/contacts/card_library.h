@@ -1,0 +1,21 @@
+// The library that reads and writes vCards. It brings some fifty others along, so it is loaded when the address book is
+// first asked for something, and not when the program starts.
+#pragma once
+
+#include "platform/contacts/card.h"
+
+class CardLibrary {
+public:
+    virtual ~CardLibrary() = default;
+
+    /// A card with a new unique id and nothing else.
+    virtual CardOwner make() = 0;
+    /// Reads a vCard of version 2.1, 3.0 or 4.0. Anything else gives an empty card.
+    virtual CardOwner read(const std::string& text) = 0;
+};
+
+/// The library; null, with one line on standard error for the process, when it cannot be loaded.
+CardLibrary* cardLibrary();
+
+/// What the loaded object exports.
+extern "C" CardLibrary* tavroCardLibrary();

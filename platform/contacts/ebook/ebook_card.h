@@ -1,0 +1,42 @@
+// A card over libebook-contacts.
+#pragma once
+
+#include "platform/contacts/card.h"
+
+#include <array>
+
+class EbookCard final : public Card {
+public:
+    /// A card with a new unique id and nothing else.
+    EbookCard();
+    /// Reads a vCard of version 2.1, 3.0 or 4.0. Anything else gives an empty card.
+    explicit EbookCard(const std::string& text);
+
+    std::string text() const override;
+    std::string uniqueId() const override;
+    bool isGroup() const override;
+    bool isCompany() const override;
+    std::optional<std::string> textOf(const char* attribute) const override;
+    std::optional<std::string> namePart(NamePart part) const override;
+    std::vector<LabelledText> labelledTexts(const char* attribute) const override;
+    std::vector<std::string> members() const override;
+
+    void setUniqueId(const std::string& uniqueId) override;
+    void makeGroup() override;
+    void setText(const char* attribute, const std::optional<std::string>& text) override;
+    void setNamePart(NamePart part, const std::optional<std::string>& name) override;
+    void setLabelledTexts(const char* attribute, const std::vector<LabelledText>& texts) override;
+    void addMember(const Card& person) override;
+    void renameMembers(const std::unordered_map<std::string, std::string>& newIds) override;
+
+private:
+    using Name = std::array<std::string, 5>;  // family, given, additional, prefixes, suffixes
+    struct Releaser {
+        void operator()(struct _EVCard* card) const;
+    };
+
+    Name name() const;
+    void setName(const Name& parts);
+
+    std::unique_ptr<struct _EVCard, Releaser> card_;
+};
