@@ -26,6 +26,9 @@ CFIndex AutomationCountRows(ControlRef list);
 OSStatus AutomationSnapshot(WindowRef window, CFURLRef file);
 
 /// The answer of the next notice. Notices are told to `listener` with header and text before they are answered.
+/// How often the system has beeped so far.
+UInt32 AutomationCountBeeps();
+
 void AutomationQueueAnswer(CFOptionFlags response);
 using AutomationNoticeListener = void (*)(CFStringRef header, CFStringRef message, void* userData);
 void AutomationSetNoticeListener(AutomationNoticeListener listener, void* userData);

@@ -105,7 +105,30 @@ void SetControl32BitMaximum(ControlRef control, SInt32 maximum);
 OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title);
 OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 
-// Data of a control by tag. The part is kControlEntireControl.
+// ---- Action procedures: called while the user holds the mouse on a part of the control
+
+inline constexpr ControlPartCode kControlUpButtonPart = 20;    // little arrows
+inline constexpr ControlPartCode kControlDownButtonPart = 21;  // little arrows
+inline constexpr ControlPartCode kControlIndicatorPart = 129;  // a slider's thumb
+
+using ControlActionProcPtr = void (*)(ControlRef control, ControlPartCode part);
+using ControlActionUPP = ControlActionProcPtr;
+/// A routine's handle, for the platform's sake: it is the function itself.
+inline ControlActionUPP NewControlActionUPP(ControlActionProcPtr proc) {
+    return proc;
+}
+/// Arrows: the action moves the value, once for a press and, while that is held, again and again at a steady rate.
+/// Arrows without one step by themselves. Sliders: the action follows each change of the value while the thumb moves.
+/// The event 'cntl'/1 follows each time.
+void SetControlAction(ControlRef control, ControlActionUPP action);
+
+/// Does what a click on the part of the arrows does, without moving the mouse: its action, and the event. Whoever lets
+/// keys or the wheel step the arrows calls it. The modifiers are ignored; the part is in *clicked (may be null).
+OSStatus HIViewSimulateClick(ControlRef view, ControlPartCode part, UInt32 modifiers, ControlPartCode* clicked);
+
+// ---- Data
+
+// By tag. The part is kControlEntireControl.
 inline constexpr ControlPartCode kControlEntireControl = 0;
 inline constexpr OSType kControlStaticTextCFStringTag = FourCharCode("cfst");      // CFStringRef; static texts
 inline constexpr OSType kControlEditTextCFStringTag = FourCharCode("cfst");        // CFStringRef; fields and text views
@@ -115,6 +138,8 @@ inline constexpr OSType kControlContentTag = FourCharCode("cont");       // CGIm
 inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");  // Boolean; text views
 inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");  // Boolean; text views
 inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");  // SInt16, points; text views
+inline constexpr OSType kControlLittleArrowsIncrementValueTag =
+    FourCharCode("incr");  // SInt32 above 0; arrows, 1 at first
 
 /// Selected text, in UTF-16 code units.
 struct ControlEditTextSelectionRec {
@@ -145,6 +170,8 @@ MenuRef GetControlPopupMenuHandle(ControlRef control);
 
 // ---- Focus
 
+inline constexpr ControlPartCode kControlFocusNoPart = 0;
+inline constexpr ControlPartCode kControlEditTextPart = 5;
 OSStatus SetKeyboardFocus(WindowRef window, ControlRef control);
 /// The focused control, null when none is.
 OSStatus GetKeyboardFocus(WindowRef window, ControlRef* control);

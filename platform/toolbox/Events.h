@@ -38,6 +38,9 @@ inline constexpr OSType kEventClassControl = FourCharCode("cntl");
 inline constexpr UInt32 kEventControlHit = 1;      // the user changed or pressed the control
 inline constexpr UInt32 kEventControlHitTest = 3;  // custom views: which part lies at the mouse location?
 inline constexpr UInt32 kEventControlDraw = 4;     // paint now, into the event's graphics context
+// A field gets the focus (part kControlEditTextPart) or gives it up (kControlFocusNoPart). An open menu and a window
+// that goes behind another one only borrow it.
+inline constexpr UInt32 kEventControlSetFocusPart = 7;
 inline constexpr OSType kEventClassCommand = FourCharCode("cmds");
 inline constexpr UInt32 kEventCommandProcess = 1;
 inline constexpr OSType kEventClassTextInput = FourCharCode("text");
@@ -47,11 +50,14 @@ inline constexpr UInt32 kEventMenuEnableItems = 8;  // the menu is about to be s
 inline constexpr OSType kEventClassMouse = FourCharCode("mous");
 inline constexpr UInt32 kEventMouseEntered = 8;
 inline constexpr UInt32 kEventMouseExited = 9;
+inline constexpr UInt32 kEventMouseWheelMoved = 10;  // over a field that has the focus
 inline constexpr OSType kEventClassWindow = FourCharCode("wind");
 inline constexpr UInt32 kEventWindowShown = 24;  // the first frame after showing is on the screen
 inline constexpr UInt32 kEventWindowClose = 72;
 inline constexpr OSType kEventClassKeyboard = FourCharCode("keyb");
-inline constexpr UInt32 kEventRawKeyDown = 1;
+inline constexpr UInt32 kEventRawKeyDown = 1;  // from a field of one line: the keys Up and Down
+inline constexpr UniChar kUpArrowCharCode = 0x1E;
+inline constexpr UniChar kDownArrowCharCode = 0x1F;
 inline constexpr OSType kEventClassHIObject = FourCharCode("hiob");
 inline constexpr UInt32 kEventHIObjectConstruct = 1;
 inline constexpr UInt32 kEventHIObjectInitialize = 2;
@@ -67,6 +73,7 @@ inline constexpr EventParamName kEventParamKeyUnicodes = FourCharCode("kuni");  
 inline constexpr EventParamName kEventParamHIObjectInstance = FourCharCode("hioi");   // typeVoidPtr: out of construct
 inline constexpr EventParamType typeControlRef = FourCharCode("ctrl");
 inline constexpr EventParamType typeWindowRef = FourCharCode("wind");
+inline constexpr EventParamName kEventParamMouseWheelDelta = FourCharCode("mwdl");    // typeSInt32: 1 up, -1 down
 inline constexpr EventParamType typeMenuRef = FourCharCode("menu");
 inline constexpr EventParamType typeHICommand = FourCharCode("hcmd");
 inline constexpr EventParamType typeUnicodeText = FourCharCode("utxt");
@@ -75,6 +82,7 @@ inline constexpr EventParamType typeControlPartCode = FourCharCode("cpar");
 inline constexpr EventParamType typeCGContextRef = FourCharCode("cntx");
 inline constexpr EventParamType typeVoidPtr = FourCharCode("void");
 
+inline constexpr EventParamType typeSInt32 = FourCharCode("long");
 /// What a command event carries: the code, and the control or menu item that it came from.
 struct HICommand {
     UInt32 attributes;  // kHICommandFromMenu or kHICommandFromControl

@@ -2,6 +2,7 @@
 
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/automation_input.h"
+#include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/objects.h"
 
 #include <QAbstractItemView>
@@ -46,14 +47,20 @@ OSStatus clickTo(ControlRef control, SInt32 value) {
 
 /// Presses an arrow key until the value is there; paramErr when the control's steps do not lead to it.
 OSStatus stepTo(ControlRef control, SInt32 value) {
-    if (!userFocuses(control->widget)) {
+    const auto* arrows = dynamic_cast<const LittleArrows*>(control->widget);
+    if (arrows == nullptr && !userFocuses(control->widget)) {
         return kControlNotUsableErr;
     }
     const QPointer<OpaqueControlRef> alive(control);
     SInt32 now = GetControl32BitValue(control);
     const bool upwards = now < value;
     while (now != value) {
-        userPresses(control->widget, upwards ? Qt::Key_Up : Qt::Key_Down);
+        if (arrows == nullptr) {
+            userPresses(control->widget, upwards ? Qt::Key_Up : Qt::Key_Down);
+        } else if (!userClicks(control->widget,
+                               arrows->partRect(upwards ? kControlUpButtonPart : kControlDownButtonPart).center())) {
+            return kControlNotUsableErr;
+        }
         const SInt32 next = alive ? GetControl32BitValue(control) : value;
         const bool closer = upwards ? next > now && next <= value : next < now && next >= value;
         if (!closer) {

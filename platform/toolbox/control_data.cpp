@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
+#include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/pictures.h"
 
@@ -177,6 +178,15 @@ OSStatus SetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
             const auto image = valueOf<CGImageRef>(size, data);
             return image ? setPicture(control->widget, *image) : paramErr;
         }
+        case kControlLittleArrowsIncrementValueTag: {
+            const auto increment = valueOf<SInt32>(size, data);
+            auto* arrows = dynamic_cast<LittleArrows*>(control->widget);
+            if (!increment || *increment <= 0 || arrows == nullptr) {
+                return arrows != nullptr ? paramErr : errDataNotSupported;
+            }
+            arrows->setSingleStep(*increment);
+            return noErr;
+        }
         case kControlTextReadOnlyTag:
         case kControlTextWordWrapTag:
         case kControlTextFontSizeTag: {
@@ -209,7 +219,35 @@ OSStatus GetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
         const auto* field = dynamic_cast<const TextSink*>(control->widget);
         return field != nullptr ? giveOut(field->selection(), bufferSize, buffer, actualSize) : errDataNotSupported;
     }
+    if (tag == kControlLittleArrowsIncrementValueTag) {
+        const auto* arrows = dynamic_cast<const LittleArrows*>(control->widget);
+        return arrows != nullptr ? giveOut(SInt32{arrows->singleStep()}, bufferSize, buffer, actualSize)
+                                 : errDataNotSupported;
+    }
     return errDataNotSupported;
+}
+
+void SetControlAction(ControlRef control, ControlActionUPP action) {
+    if (control != nullptr) {
+        control->action = action;
+    }
+}
+
+OSStatus HIViewSimulateClick(ControlRef view, ControlPartCode part, UInt32, ControlPartCode* clicked) {
+    if (view == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    const bool steps = part == kControlUpButtonPart || part == kControlDownButtonPart;
+    if (!steps || dynamic_cast<LittleArrows*>(view->widget) == nullptr) {
+        return paramErr;
+    }
+    if (clicked != nullptr) {
+        *clicked = view->widget->isEnabled() ? part : ControlPartCode{0};
+    }
+    if (view->widget->isEnabled()) {
+        view->userSteps(part);
+    }
+    return noErr;
 }
 
 MenuRef GetControlPopupMenuHandle(ControlRef control) {

@@ -4,10 +4,10 @@
 #include "platform/toolbox/objects.h"
 
 #include <QAbstractButton>
+#include <QAbstractSlider>
 #include <QComboBox>
 #include <QRadioButton>
 #include <QSignalBlocker>
-#include <QSlider>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -56,9 +56,12 @@ Range rangeOf(const OpaqueControlRef& control) {
         case ControlKind::popUp:
             return {0, qobject_cast<QComboBox*>(widget)->count()};
         case ControlKind::slider:
-            return {qobject_cast<QSlider*>(widget)->minimum(), qobject_cast<QSlider*>(widget)->maximum()};
         case ControlKind::littleArrows:
-            return {qobject_cast<QSpinBox*>(widget)->minimum(), qobject_cast<QSpinBox*>(widget)->maximum()};
+            if (const auto* spinBox = qobject_cast<const QSpinBox*>(widget)) {
+                return {spinBox->minimum(), spinBox->maximum()};
+            }
+            return {qobject_cast<QAbstractSlider*>(widget)->minimum(),
+                    qobject_cast<QAbstractSlider*>(widget)->maximum()};
         case ControlKind::tabs:
             return {1, qobject_cast<QTabWidget*>(widget) != nullptr ? qobject_cast<QTabWidget*>(widget)->count()
                                                                     : qobject_cast<QTabBar*>(widget)->count()};
@@ -73,10 +76,10 @@ void setLimit(ControlRef control, Limit set) {
         return;
     }
     const QSignalBlocker programmatic(control->widget);
-    if (auto* slider = qobject_cast<QSlider*>(control->widget)) {
+    if (auto* slider = qobject_cast<QAbstractSlider*>(control->widget)) {
         set(*slider);
-    } else if (auto* arrows = qobject_cast<QSpinBox*>(control->widget)) {
-        set(*arrows);
+    } else if (auto* spinBox = qobject_cast<QSpinBox*>(control->widget)) {
+        set(*spinBox);
     }
 }
 
@@ -100,9 +103,11 @@ SInt32 GetControl32BitValue(ControlRef control) {
         case ControlKind::popUp:
             return qobject_cast<QComboBox*>(widget)->currentIndex() + 1;
         case ControlKind::slider:
-            return qobject_cast<QSlider*>(widget)->value();
         case ControlKind::littleArrows:
-            return qobject_cast<QSpinBox*>(widget)->value();
+            if (const auto* spinBox = qobject_cast<const QSpinBox*>(widget)) {
+                return spinBox->value();
+            }
+            return qobject_cast<QAbstractSlider*>(widget)->value();
         case ControlKind::tabs:
             return (qobject_cast<QTabWidget*>(widget) != nullptr ? qobject_cast<QTabWidget*>(widget)->currentIndex()
                                                                  : qobject_cast<QTabBar*>(widget)->currentIndex()) +
@@ -133,10 +138,12 @@ void SetControl32BitValue(ControlRef control, SInt32 value) {
             qobject_cast<QComboBox*>(widget)->setCurrentIndex(value - 1);
             break;
         case ControlKind::slider:
-            qobject_cast<QSlider*>(widget)->setValue(value);
-            break;
         case ControlKind::littleArrows:
-            qobject_cast<QSpinBox*>(widget)->setValue(value);
+            if (auto* spinBox = qobject_cast<QSpinBox*>(widget)) {
+                spinBox->setValue(value);
+            } else {
+                qobject_cast<QAbstractSlider*>(widget)->setValue(value);
+            }
             break;
         case ControlKind::tabs:
             if (auto* pages = qobject_cast<QTabWidget*>(widget)) {

@@ -9,7 +9,9 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <algorithm>
+#include <cstdlib>
 
 ControlEditTextSelectionRec EditField::selection() const {
     if (hasSelectedText()) {
@@ -26,6 +28,39 @@ void EditField::setSelection(ControlEditTextSelectionRec selection) {
         setCursorPosition(start);
     } else {
         QLineEdit::setSelection(start, end - start);
+    }
+}
+
+bool EditField::sendStepKey(const QKeyEvent& key) {
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    const bool steps = key.key() == Qt::Key_Up || key.key() == Qt::Key_Down;
+    if (control == nullptr || !steps || (key.modifiers() & ~Qt::KeypadModifier)) {
+        return false;
+    }
+    const UniChar character = key.key() == Qt::Key_Up ? kUpArrowCharCode : kDownArrowCharCode;
+    return ScopedEvent(kEventClassKeyboard, kEventRawKeyDown)
+               .with(kEventParamDirectObject, typeControlRef, ControlRef(control))
+               .with(kEventParamKeyUnicodes, typeUnicodeText, character)
+               .sendTo(control) == noErr;
+}
+
+bool EditField::sendNotch(SInt32 notch) {
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    return control != nullptr && ScopedEvent(kEventClassMouse, kEventMouseWheelMoved)
+                                         .with(kEventParamDirectObject, typeControlRef, ControlRef(control))
+                                         .with(kEventParamMouseWheelDelta, typeSInt32, notch)
+                                         .sendTo(control) == noErr;
+}
+
+void EditField::sendFocus(ControlPartCode part, Qt::FocusReason reason) {
+    const bool borrowed =
+        reason == Qt::PopupFocusReason || reason == Qt::ActiveWindowFocusReason || reason == Qt::MenuBarFocusReason;
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    if (control != nullptr && !borrowed) {
+        ScopedEvent(kEventClassControl, kEventControlSetFocusPart)
+            .with(kEventParamDirectObject, typeControlRef, ControlRef(control))
+            .with(kEventParamControlPart, typeControlPartCode, part)
+            .sendTo(control);
     }
 }
 
@@ -70,7 +105,7 @@ void EditField::perform(EditAction action) {
 }
 
 void EditField::keyPressEvent(QKeyEvent* event) {
-    if (!isReadOnly() && enterKey(*event)) {
+    if (!isReadOnly() && (sendStepKey(*event) || enterKey(*event))) {
         event->accept();
     } else if (!isReadOnly() && isCommandKey(*event)) {
         event->ignore();
@@ -119,4 +154,33 @@ void EditField::contextMenuEvent(QContextMenuEvent* event) {
     }
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(event->globalPos());
+}
+
+void EditField::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    wheelRest_ = 0;
+    sendFocus(kControlEditTextPart, event->reason());
+}
+
+void EditField::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    sendFocus(kControlFocusNoPart, event->reason());
+}
+
+void EditField::wheelEvent(QWheelEvent* event) {
+    if (!hasFocus() || isReadOnly()) {
+        event->ignore();
+        return;
+    }
+    // Fine wheels send parts of a notch.
+    constexpr int kNotch = QWheelEvent::DefaultDeltasPerStep;
+    wheelRest_ += event->angleDelta().y();
+    const QPointer<QWidget> alive(this);
+    bool taken = true;
+    while (alive && taken && std::abs(wheelRest_) >= kNotch) {
+        const SInt32 notch = wheelRest_ > 0 ? 1 : -1;
+        wheelRest_ -= notch * kNotch;
+        taken = sendNotch(notch);
+    }
+    event->setAccepted(taken);
 }

@@ -18,6 +18,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     QWidget* field() override { return this; }
@@ -25,4 +28,10 @@ private:
     void insert(const QString& text) override { QLineEdit::insert(text); }
     void perform(EditAction action) override;
     void showComposition(QInputMethodEvent& event) override { QLineEdit::inputMethodEvent(&event); }
+    /// Tells the handlers; false when none of them took it.
+    bool sendStepKey(const QKeyEvent& key);
+    bool sendNotch(SInt32 notch);
+    void sendFocus(ControlPartCode part, Qt::FocusReason reason);
+
+    int wheelRest_ = 0;  // what has been turned of the next notch
 };

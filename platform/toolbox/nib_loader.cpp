@@ -5,6 +5,7 @@
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/edit_field.h"
 #include "platform/toolbox/nib_window.h"
+#include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/text_area.h"
 #include "platform/toolbox/view_classes.h"
@@ -93,6 +94,8 @@ public:
             return QUiLoader::createWidget(className, parent, name);
         }
         widget->setObjectName(name);
+        } else if (className == QLatin1String("LittleArrows")) {
+            widget = new LittleArrows(parent);
         return widget;
     }
 
@@ -147,7 +150,7 @@ ControlKind kindOfClass(const QWidget* widget) {
     if (qobject_cast<const QLabel*>(widget) != nullptr) {
         return ControlKind::staticText;
     }
-    if (qobject_cast<const QSpinBox*>(widget) != nullptr) {
+    if (qobject_cast<const QSpinBox*>(widget) != nullptr || dynamic_cast<const LittleArrows*>(widget) != nullptr) {
         return ControlKind::littleArrows;
     }
     if (qobject_cast<const QSlider*>(widget) != nullptr) {

@@ -103,7 +103,12 @@ SInt32 CFUserNotificationDisplayAlert(double timeout, CFOptionFlags level, CFURL
 }
 
 void SysBeep(SInt16) {
+    ++toolboxState().beeps;
     QApplication::beep();
+}
+
+UInt32 AutomationCountBeeps() {
+    return toolboxState().beeps;
 }
 
 void AutomationQueueAnswer(CFOptionFlags response) {

@@ -16,6 +16,7 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
+#include <algorithm>
 
 namespace {
 
@@ -45,10 +46,13 @@ void connectUserActions(OpaqueControlRef* control) {
             control->menu->attach();
             break;
         case ControlKind::slider:
-            QObject::connect(qobject_cast<QSlider*>(widget), &QSlider::valueChanged, control, hit);
+            QObject::connect(qobject_cast<QSlider*>(widget), &QSlider::valueChanged, control,
+                             [control] { control->userSteps(kControlIndicatorPart); });
             break;
         case ControlKind::littleArrows:
-            QObject::connect(qobject_cast<QSpinBox*>(widget), &QSpinBox::valueChanged, control, hit);
+            if (auto* spinBox = qobject_cast<QSpinBox*>(widget)) {
+                QObject::connect(spinBox, &QSpinBox::valueChanged, control, hit);
+            }
             break;
         case ControlKind::tabs:
             if (auto* pages = qobject_cast<QTabWidget*>(widget)) {
@@ -130,6 +134,21 @@ void OpaqueControlRef::userHit() {
     ScopedEvent(kEventClassControl, kEventControlHit)
         .with(kEventParamDirectObject, typeControlRef, static_cast<ControlRef>(this))
         .sendTo(this);
+}
+
+void OpaqueControlRef::userSteps(ControlPartCode part) {
+    const QPointer<OpaqueControlRef> alive(this);
+    if (action != nullptr) {
+        action(this, part);
+    } else if (part != kControlIndicatorPart) {
+        const auto* arrows = qobject_cast<QAbstractSlider*>(widget);
+        const qint64 step = part == kControlUpButtonPart ? arrows->singleStep() : -qint64{arrows->singleStep()};
+        SetControl32BitValue(this, static_cast<SInt32>(std::clamp<qint64>(arrows->value() + step, arrows->minimum(),
+                                                                          arrows->maximum())));
+    }
+    if (alive) {
+        userHit();
+    }
 }
 
 void OpaqueControlRef::userText(const QString& text) {

@@ -133,6 +133,8 @@ using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
     bool active = true;
     std::map<std::pair<OSType, OSType>, QByteArray> properties;
     ControlEditTextValidationUPP validation = nullptr;
+    /// The user moves the value by this part: its action procedure does it, or the control itself when it has none.
+    void userSteps(ControlPartCode part);
     MenuHold menu;  // pop-ups and bevel buttons
     // Custom views: the class, and the record that its construct handler made.
     const OpaqueHIObjectClassRef* viewClass = nullptr;
@@ -140,6 +142,7 @@ using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
     CGContextRef drawContext = nullptr;  // while the control is being drawn
 };
 
+    ControlActionUPP action = nullptr;  // arrows and sliders
 /// Sends kEventControlDraw with a context over the painter. True when a handler drew.
 bool drawControl(ControlRef control, QPainter& painter);
 
@@ -224,3 +227,4 @@ ToolboxState& toolboxState();
 QString toQString(CFStringRef string);
 CFRef<CFStringRef> toCFString(const QString& string);
 QString filePath(CFURLRef url);
+    UInt32 beeps = 0;
