@@ -1,0 +1,269 @@
+#include "ui/spin_control.h"
+
+#include "platform/foundation/CFCharacterSet.h"
+#include "platform/foundation/CFNumberFormatter.h"
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+#include "platform/toolbox/Notices.h"
+#include "platform/toolbox/Windows.h"
+#include "ui/spin_text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+namespace {
+
+constexpr SInt32 kMaximumDecimals = 9;  // more do not fit beside a digit
+constexpr EventTypeSpec kFieldEvents[] = {
+    {kEventClassTextInput, kEventTextInputUnicodeForKeyEvent},
+    {kEventClassControl, kEventControlSetFocusPart},
+    {kEventClassKeyboard, kEventRawKeyDown},
+    {kEventClassMouse, kEventMouseWheelMoved},
+};
+
+// ---- The parts and their properties
+
+OSStatus GetProperty(ControlRef control, OSType tag, SInt32* value) {
+    return GetControlProperty(control, kSpinControlCreator, tag, sizeof *value, nullptr, value);
+}
+
+SInt32 PropertyOr(ControlRef control, OSType tag, SInt32 absent) {
+    SInt32 value = 0;
+    return GetProperty(control, tag, &value) == noErr ? value : absent;
+}
+
+/// The control that a property names: one of the same window and signature.
+OSStatus GetRelated(ControlRef control, OSType tag, ControlRef* related) {
+    ControlID id{};
+    OSStatus status = GetControlID(control, &id);
+    if (status == noErr) {
+        status = GetProperty(control, tag, &id.id);
+    }
+    return status == noErr ? GetControlByID(GetControlOwner(control), &id, related) : status;
+}
+
+ControlRef Related(ControlRef control, OSType tag) {
+    ControlRef related = nullptr;
+    return GetRelated(control, tag, &related) == noErr ? related : nullptr;
+}
+
+SpinTextFormat TextFormat(ControlRef arrows) {
+    using enum SpinTextFormat::Suffix;
+    SpinTextFormat format;
+    format.decimals = std::clamp(PropertyOr(arrows, kSpinControlDecimalsTag, 0), SInt32{0}, kMaximumDecimals);
+    if (PropertyOr(arrows, kSpinControlAngleTag, 0) != 0) {
+        format.suffix = angle;
+    } else if (PropertyOr(arrows, kSpinControlPercentTag, 0) != 0) {
+        format.suffix = percent;
+    }
+    return format;
+}
+
+void SetValid(ControlRef arrows, bool valid) {
+    const SInt32 flag = valid ? 1 : 0;
+    SetControlProperty(arrows, kSpinControlCreator, kSpinControlValidTag, sizeof flag, &flag);
+}
+
+// ---- What follows a value
+
+void Redraw(ControlRef arrows) {
+    Draw1Control(Related(arrows, kSpinControlRedrawTag));
+}
+
+void ShowText(ControlRef arrows) {
+    ControlRef field = Related(arrows, kSpinControlFieldTag);
+    if (field == nullptr) {
+        return;
+    }
+    const auto text = CFRef<CFStringRef>::adopt(CreateSpinText(GetControl32BitValue(arrows), TextFormat(arrows)));
+    const CFStringRef data = text.get();
+    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data);
+    SetValid(arrows, true);
+}
+
+void Mirror(ControlRef arrows) {
+    if (ControlRef mirror = Related(arrows, kSpinControlMirrorTag)) {
+        SetControl32BitValue(mirror, GetControl32BitValue(arrows));
+        Draw1Control(mirror);
+    }
+}
+
+// ---- Events of the field
+
+ControlRef FieldOf(EventRef event) {
+    ControlRef field = nullptr;
+    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof field, nullptr, &field);
+    return field;
+}
+
+std::u16string EventCharacters(EventRef event, EventParamName name) {
+    ByteCount size = 0;
+    GetEventParameter(event, name, typeUnicodeText, nullptr, 0, &size, nullptr);
+    std::u16string characters(size / sizeof(UniChar), u'\0');
+    GetEventParameter(event, name, typeUnicodeText, nullptr, size, nullptr, characters.data());
+    return characters;
+}
+
+OSStatus HandleFocus(EventRef event) {
+    ControlPartCode part = kControlFocusNoPart;
+    GetEventParameter(event, kEventParamControlPart, typeControlPartCode, nullptr, sizeof part, nullptr, &part);
+    ControlRef arrows = Related(FieldOf(event), kSpinControlArrowsTag);
+    if (part == kControlFocusNoPart && arrows != nullptr) {
+        SetSpinControlValue(arrows, GetControl32BitValue(arrows), false);
+    }
+    return eventNotHandledErr;
+}
+
+/// Steps of the user's in the field go the arrows' road.
+OSStatus Step(ControlRef field, SInt32 steps) {
+    ControlRef arrows = Related(field, kSpinControlArrowsTag);
+    if (arrows == nullptr || steps == 0) {
+        return eventNotHandledErr;
+    }
+    return HIViewSimulateClick(arrows, steps > 0 ? kControlUpButtonPart : kControlDownButtonPart, 0, nullptr);
+}
+
+OSStatus HandleKey(EventRef event) {
+    const std::u16string key = EventCharacters(event, kEventParamKeyUnicodes);
+    if (key.size() != 1) {
+        return eventNotHandledErr;
+    }
+    return Step(FieldOf(event), (key[0] == kUpArrowCharCode) - (key[0] == kDownArrowCharCode));
+}
+
+OSStatus HandleWheel(EventRef event) {
+    SInt32 notches = 0;
+    GetEventParameter(event, kEventParamMouseWheelDelta, typeSInt32, nullptr, sizeof notches, nullptr, &notches);
+    return Step(FieldOf(event), notches);
+}
+
+}  // namespace
+
+// ---- The control
+
+OSStatus CreateSpinControl(ControlRef arrows) {
+    if (arrows == nullptr) {
+        return paramErr;
+    }
+    ControlRef field = nullptr;
+    const OSStatus status = GetRelated(arrows, kSpinControlFieldTag, &field);
+    if (status != noErr) {
+        return status;
+    }
+    SetControlAction(arrows, NewControlActionUPP(SpinControlArrowsActionProc));
+    return InstallControlEventHandler(field, NewEventHandlerUPP(SpinControlEventHandler), std::size(kFieldEvents),
+                                      kFieldEvents, nullptr, nullptr);
+}
+
+void DisposeSpinControl(ControlRef) {}
+
+OSStatus SetSpinControlValue(ControlRef arrows, SInt32 value, Boolean) {
+    if (arrows == nullptr) {
+        return paramErr;
+    }
+    SetControl32BitValue(arrows, value);
+    if (GetControl32BitValue(arrows) != value) {
+        SysBeep(1);
+        SetValid(arrows, false);
+        return paramErr;
+    }
+    Redraw(arrows);
+    ShowText(arrows);
+    Mirror(arrows);
+    return noErr;
+}
+
+Boolean SpinControlIsInputValid(ControlRef arrows) {
+    return PropertyOr(arrows, kSpinControlValidTag, 1) != 0;
+}
+
+// ---- Text
+
+Boolean SpinControlValidateInput(const UniChar* characters, CFIndex length) {
+    static const auto signs = [] {
+        const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
+        const auto point = static_cast<CFStringRef>(CFLocaleGetValue(locale.get(), kCFLocaleDecimalSeparator));
+        std::u16string listed(static_cast<std::size_t>(CFStringGetLength(point)), u'\0');
+        CFStringGetCharacters(point, CFRangeMake(0, CFStringGetLength(point)), listed.data());
+        return listed + u'-';
+    }();
+    const auto belongsTo = [](CFCharacterSetPredefinedSet set) {
+        return [set](UniChar c) { return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), c); };
+    };
+    const auto isAllowed = [isDigit = belongsTo(kCFCharacterSetDecimalDigit)](UniChar c) {
+        return isDigit(c) || signs.find(c) != std::u16string::npos;
+    };
+    const UniChar* end = characters + length;
+    return std::all_of(characters, end, belongsTo(kCFCharacterSetControl)) || std::all_of(characters, end, isAllowed);
+}
+
+void SpinControlValidate(ControlRef field) {
+    ControlRef arrows = Related(field, kSpinControlArrowsTag);
+    CFStringRef data = nullptr;
+    if (arrows == nullptr || GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data,
+                                            &data, nullptr) != noErr) {
+        return;
+    }
+    const auto text = CFRef<CFStringRef>::adopt(data);
+    const std::optional<SInt32> value = SpinTextValue(text.get(), TextFormat(arrows));
+    const bool valid = value && *value >= GetControl32BitMinimum(arrows) && *value <= GetControl32BitMaximum(arrows);
+    if (valid) {
+        SetControl32BitValue(arrows, *value);
+    }
+    SetValid(arrows, valid);
+    Redraw(arrows);
+    Mirror(arrows);
+}
+
+OSStatus SpinControlTextInputEventHandler(EventHandlerCallRef next, EventRef event, void*) {
+    const std::u16string text = EventCharacters(event, kEventParamTextInputSendText);
+    if (!SpinControlValidateInput(text.data(), static_cast<CFIndex>(text.size()))) {
+        SysBeep(1);
+        return noErr;
+    }
+    ControlRef field = FieldOf(event);
+    const OSStatus status = CallNextEventHandler(next, event);
+    SpinControlValidate(field);
+    return status;
+}
+
+OSStatus SpinControlEventHandler(EventHandlerCallRef next, EventRef event, void* userData) {
+    switch (GetEventClass(event)) {
+        case kEventClassTextInput:
+            return SpinControlTextInputEventHandler(next, event, userData);
+        case kEventClassControl:
+            return HandleFocus(event);
+        case kEventClassKeyboard:
+            return HandleKey(event);
+        case kEventClassMouse:
+            return HandleWheel(event);
+        default:
+            return eventNotHandledErr;
+    }
+}
+
+// ---- Actions
+
+void SpinControlArrowsActionProc(ControlRef arrows, ControlPartCode part) {
+    if (part != kControlUpButtonPart && part != kControlDownButtonPart) {
+        return;
+    }
+    SInt32 step = 1;
+    GetControlData(arrows, kControlEntireControl, kControlLittleArrowsIncrementValueTag, sizeof step, &step, nullptr);
+    const std::int64_t value = GetControl32BitValue(arrows);
+    const std::int64_t end =
+        part == kControlUpButtonPart ? GetControl32BitMaximum(arrows) : GetControl32BitMinimum(arrows);
+    const std::int64_t next = part == kControlUpButtonPart ? std::min(value + step, end) : std::max(value - step, end);
+    if (value == end) {
+        SysBeep(1);
+    }
+    // The pause between two steps of held arrows is the toolbox's own.
+    SetSpinControlValue(arrows, static_cast<SInt32>(next), false);
+}
+
+void SpinSliderActionProc(ControlRef slider, ControlPartCode) {
+    if (ControlRef arrows = Related(slider, kSpinControlArrowsTag)) {
+        SetSpinControlValue(arrows, GetControl32BitValue(slider), false);
+    }
+}
