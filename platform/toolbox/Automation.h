@@ -14,6 +14,7 @@ inline constexpr OSStatus kControlNotUsableErr = -30590;
 /// used when there is no display, notices are answered from the queue below and web addresses are printed.
 OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted);
 
+/// A click; on a list, a double click on the selected row, of which there must be one.
 OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);
 /// Picks an item of the control's menu or of a menu below it: `menu` is the one that the item stands in.
@@ -25,10 +26,10 @@ CFIndex AutomationCountRows(ControlRef list);
 /// A PNG of the window as it is drawn now; passwords show as dots.
 OSStatus AutomationSnapshot(WindowRef window, CFURLRef file);
 
-/// The answer of the next notice. Notices are told to `listener` with header and text before they are answered.
 /// How often the system has beeped so far.
 UInt32 AutomationCountBeeps();
 
+/// The answer of the next notice. Notices are told to `listener` with header and text before they are answered.
 void AutomationQueueAnswer(CFOptionFlags response);
 using AutomationNoticeListener = void (*)(CFStringRef header, CFStringRef message, void* userData);
 void AutomationSetNoticeListener(AutomationNoticeListener listener, void* userData);

@@ -63,26 +63,30 @@ inline constexpr UInt32 kEventHIObjectConstruct = 1;
 inline constexpr UInt32 kEventHIObjectInitialize = 2;
 inline constexpr UInt32 kEventHIObjectDestruct = 3;
 
+// Texts of the delete keys.
+inline constexpr UniChar kBackspaceCharCode = 0x08;
+inline constexpr UniChar kDeleteCharCode = 0x7F;
+
 // Parameters and their types.
 inline constexpr EventParamName kEventParamDirectObject = FourCharCode("----");  // the control, window or HICommand
 inline constexpr EventParamName kEventParamTextInputSendText = FourCharCode("tstx");  // typeUnicodeText
 inline constexpr EventParamName kEventParamMouseLocation = FourCharCode("mloc");      // typeHIPoint, in the view
 inline constexpr EventParamName kEventParamControlPart = FourCharCode("cprt");        // typeControlPartCode
 inline constexpr EventParamName kEventParamCGContextRef = FourCharCode("cntx");       // typeCGContextRef
+inline constexpr EventParamName kEventParamMouseWheelDelta = FourCharCode("mwdl");    // typeSInt32: 1 up, -1 down
 inline constexpr EventParamName kEventParamKeyUnicodes = FourCharCode("kuni");        // typeUnicodeText
 inline constexpr EventParamName kEventParamHIObjectInstance = FourCharCode("hioi");   // typeVoidPtr: out of construct
 inline constexpr EventParamType typeControlRef = FourCharCode("ctrl");
 inline constexpr EventParamType typeWindowRef = FourCharCode("wind");
-inline constexpr EventParamName kEventParamMouseWheelDelta = FourCharCode("mwdl");    // typeSInt32: 1 up, -1 down
 inline constexpr EventParamType typeMenuRef = FourCharCode("menu");
 inline constexpr EventParamType typeHICommand = FourCharCode("hcmd");
 inline constexpr EventParamType typeUnicodeText = FourCharCode("utxt");
 inline constexpr EventParamType typeHIPoint = FourCharCode("hipt");
+inline constexpr EventParamType typeSInt32 = FourCharCode("long");
 inline constexpr EventParamType typeControlPartCode = FourCharCode("cpar");
 inline constexpr EventParamType typeCGContextRef = FourCharCode("cntx");
 inline constexpr EventParamType typeVoidPtr = FourCharCode("void");
 
-inline constexpr EventParamType typeSInt32 = FourCharCode("long");
 /// What a command event carries: the code, and the control or menu item that it came from.
 struct HICommand {
     UInt32 attributes;  // kHICommandFromMenu or kHICommandFromControl

@@ -31,6 +31,13 @@ ByteCount CGImageGetHeight(CGImageRef image);
 /// Draws the picture into a rectangle of the view that is being drawn.
 OSStatus HIViewDrawCGImage(CGContextRef context, const HIRect* bounds, CGImageRef image);
 
+// Plain shapes. Each component of a color is from 0 to 1. The colors of a context are black at first.
+void CGContextSetRGBFillColor(CGContextRef context, double red, double green, double blue, double alpha);
+void CGContextSetRGBStrokeColor(CGContextRef context, double red, double green, double blue, double alpha);
+void CGContextFillRect(CGContextRef context, HIRect rect);
+/// A line of one point around the rectangle, on its inside.
+void CGContextStrokeRect(CGContextRef context, HIRect rect);
+
 /// The context of the draw event that the control is answering now; null when it is not being drawn.
 CGContextRef HIViewGetDrawContext(ControlRef control);
 /// Fills the rectangle with the window's background.

@@ -41,10 +41,15 @@ void typeCharacter(QWidget* field, char32_t character) {
                 QString::fromUcs4(&character, 1));
 }
 
-bool clickRow(QAbstractItemView* view, int row, Qt::KeyboardModifiers modifiers) {
+/// Where the row is to be clicked; it is brought into view.
+QPoint placeOfRow(QAbstractItemView* view, int row) {
     const QModelIndex index = view->model()->index(row, 0, view->rootIndex());
     view->scrollTo(index);
-    return userClicks(view->viewport(), view->visualRect(index).center(), modifiers);
+    return (view->visualRect(index) & view->viewport()->rect()).center();
+}
+
+bool clickRow(QAbstractItemView* view, int row, Qt::KeyboardModifiers modifiers) {
+    return userClicks(view->viewport(), placeOfRow(view, row), modifiers);
 }
 
 QSet<int> selectedRows(const QAbstractItemView* view) {
@@ -63,11 +68,23 @@ QAbstractItemView* listOf(ControlRef control) {
 }  // namespace
 
 OSStatus AutomationClick(ControlRef control) {
-    if (!control || hasParts(*control)) {
+    QAbstractItemView* list = listOf(control);
+    if (!control || (hasParts(*control) && !list)) {
         return paramErr;
     }
     QWidget* widget = control->widget;
-    return userReaches(widget) && userClicks(widget) ? noErr : kControlNotUsableErr;
+    if (!userReaches(widget)) {
+        return kControlNotUsableErr;
+    }
+    if (list) {
+        const QSet<int> selected = selectedRows(list);
+        if (selected.size() != 1) {
+            return paramErr;
+        }
+        const QPoint place = placeOfRow(list, *selected.begin());
+        return userDoubleClicks(list->viewport(), place) ? noErr : kControlNotUsableErr;
+    }
+    return userClicks(widget) ? noErr : kControlNotUsableErr;
 }
 
 OSStatus AutomationType(ControlRef control, CFStringRef string) {

@@ -47,6 +47,26 @@ QPoint clickPlace(const QWidget* widget) {
     return widget->rect().center();
 }
 
+/// Sends what the left button does, one after the other, as long as the window is there.
+bool sendMouse(QWidget* widget, QPoint place, std::initializer_list<QEvent::Type> types,
+               Qt::KeyboardModifiers modifiers) {
+    if (!isInFront(widget, place)) {
+        return false;
+    }
+    const QPoint inWindow = widget->mapTo(widget->window(), place);
+    const QPointF onScreen = widget->mapToGlobal(place);
+    const QPointer<QWindow> handle(widget->window()->windowHandle());
+    for (const QEvent::Type type : types) {
+        if (handle) {
+            const bool down = type != QEvent::MouseButtonRelease;
+            QMouseEvent event(type, inWindow, onScreen, Qt::LeftButton, down ? Qt::LeftButton : Qt::NoButton,
+                              modifiers);
+            QCoreApplication::sendEvent(handle, &event);
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 bool userReaches(QWidget* widget) {
@@ -60,20 +80,14 @@ bool userReaches(QWidget* widget) {
 }
 
 bool userClicks(QWidget* widget, QPoint place, Qt::KeyboardModifiers modifiers) {
-    QWidget* window = widget->window();
-    if (!isInFront(widget, place)) {
-        return false;
-    }
-    const QPoint inWindow = widget->mapTo(window, place);
-    const QPointer<QWindow> handle(window->windowHandle());
-    const QPointF onScreen = widget->mapToGlobal(place);
-    QMouseEvent press(QEvent::MouseButtonPress, inWindow, onScreen, Qt::LeftButton, Qt::LeftButton, modifiers);
-    QCoreApplication::sendEvent(handle, &press);
-    if (handle) {
-        QMouseEvent release(QEvent::MouseButtonRelease, inWindow, onScreen, Qt::LeftButton, Qt::NoButton, modifiers);
-        QCoreApplication::sendEvent(handle, &release);
-    }
-    return true;
+    return sendMouse(widget, place, {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}, modifiers);
+}
+
+bool userDoubleClicks(QWidget* widget, QPoint place) {
+    return sendMouse(widget, place,
+                     {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
+                      QEvent::MouseButtonRelease},
+                     Qt::NoModifier);
 }
 
 bool userClicks(QWidget* widget) {

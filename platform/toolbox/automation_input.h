@@ -13,7 +13,9 @@ class QWidget;
 bool userReaches(QWidget* widget);
 /// A click with the left button. False, and no click, when another widget lies in front there.
 bool userClicks(QWidget* widget, QPoint place, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-/// The same where the widget surely takes clicks.
+/// Two clicks in quick succession.
+bool userDoubleClicks(QWidget* widget, QPoint place);
+/// One click where the widget surely takes it.
 bool userClicks(QWidget* widget);
 /// A key for whatever has the focus in the widget's window, or in the menu that is open.
 void userPresses(QWidget* widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier,

@@ -45,7 +45,8 @@ OSStatus clickTo(ControlRef control, SInt32 value) {
     return GetControl32BitValue(control) == value || userClicks(control->widget) ? noErr : kControlNotUsableErr;
 }
 
-/// Presses an arrow key until the value is there; paramErr when the control's steps do not lead to it.
+/// Presses Up or Down, or clicks the arrow, until the value is there; paramErr when the control's steps do not lead to
+/// it.
 OSStatus stepTo(ControlRef control, SInt32 value) {
     const auto* arrows = dynamic_cast<const LittleArrows*>(control->widget);
     if (arrows == nullptr && !userFocuses(control->widget)) {
@@ -98,7 +99,6 @@ OSStatus pickFromPopUp(QComboBox* popUp, int row) {
     return take(list, row, item.flags() & Qt::ItemIsEnabled, [list] { return list->currentIndex().row(); });
 }
 
-/// The button runs its menu until that closes, so the hand that picks comes from a timer.
 /// A refused pick must leave no menu open, or the button would never come back.
 void closeMenus() {
     while (QWidget* popup = QApplication::activePopupWidget()) {
@@ -142,6 +142,7 @@ OSStatus pickFromMenu(QMenu* menu, const QList<int>& rows) {
     return status;
 }
 
+/// The button runs its menu until that closes, so the hand that picks comes from a timer.
 OSStatus pickFromButton(QToolButton* button, const QList<int>& rows) {
     QMenu* menu = button->menu();
     OSStatus status = kControlNotUsableErr;

@@ -91,6 +91,14 @@ bool isDispatching() {
     return dispatchDepth > 0;
 }
 
+DispatchScope::DispatchScope() {
+    ++dispatchDepth;
+}
+
+DispatchScope::~DispatchScope() {
+    --dispatchDepth;
+}
+
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP handler, ItemCount count, const EventTypeSpec* list,
                              void* userData, EventHandlerRef* ref) {
     if (target == nullptr || handler == nullptr || (list == nullptr && count > 0)) {

@@ -3,9 +3,10 @@
 #include "platform/toolbox/nib_loader.h"
 
 #include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/data_browser_view.h"
 #include "platform/toolbox/edit_field.h"
-#include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/little_arrows.h"
+#include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/text_area.h"
 #include "platform/toolbox/view_classes.h"
@@ -28,6 +29,7 @@
 #include <QTabWidget>
 #include <QToolButton>
 #include <QUiLoader>
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -88,14 +90,16 @@ public:
             widget = new TextArea(parent);
         } else if (className == QLatin1String("QComboBox")) {
             widget = new PopUpButton(parent);
+        } else if (className == QLatin1String("QTreeView")) {
+            widget = new DataBrowserView(parent);
         } else if (className == QLatin1String("QTabBar")) {
             widget = new QTabBar(parent);
+        } else if (className == QLatin1String("LittleArrows")) {
+            widget = new LittleArrows(parent);
         } else {
             return QUiLoader::createWidget(className, parent, name);
         }
         widget->setObjectName(name);
-        } else if (className == QLatin1String("LittleArrows")) {
-            widget = new LittleArrows(parent);
         return widget;
     }
 
@@ -217,6 +221,10 @@ public:
                 widget->setProperty(name, text(key));
             }
         }
+        if (QStringList headers = widget->property("headers").toStringList(); !headers.isEmpty()) {
+            std::ranges::transform(headers, headers.begin(), [this](const QString& key) { return text(key); });
+            widget->setProperty("headers", headers);
+        }
         if (auto* popUp = qobject_cast<QComboBox*>(widget)) {
             for (int i = 0; i < popUp->count(); ++i) {
                 popUp->setItemText(i, text(popUp->itemText(i)));
@@ -266,6 +274,8 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
             label->setTextFormat(Qt::PlainText);
         } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
             prepareButton(button);
+        } else if (auto* browser = dynamic_cast<DataBrowserView*>(widget)) {
+            browser->readColumns();
         }
         makeControl(widget);
     }

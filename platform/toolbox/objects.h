@@ -79,6 +79,15 @@ QString eventText(EventRef event, EventParamName name);
 /// True while an event is on its way: objects are then deleted later, not at once.
 bool isDispatching();
 
+/// The same for the time that a program's routine is called by other means than an event.
+class DispatchScope {
+public:
+    DispatchScope();
+    ~DispatchScope();
+    DispatchScope(const DispatchScope&) = delete;
+    DispatchScope& operator=(const DispatchScope&) = delete;
+};
+
 // ---- Controls
 
 /// A field that takes text itself once its handlers let it pass.
@@ -100,6 +109,12 @@ struct OpaqueHIObjectClassRef {
     void* constructData;
 };
 
+/// Keeps a menu: its control does, and the item that it is a submenu of.
+struct MenuRelease {
+    void operator()(OpaqueMenuRef* menu) const { ReleaseMenu(menu); }
+};
+using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
+
 struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     /// Makes a widget a control and connects what the user does with it. One widget is at most one control.
     OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind);
@@ -109,12 +124,6 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     static OpaqueControlRef* of(const QWidget* widget);
     /// The nearest control above a widget; null when there is none up to its window.
     static OpaqueControlRef* above(const QWidget* widget);
-/// Keeps a menu: its control does, and the item that it is a submenu of.
-struct MenuRelease {
-    void operator()(OpaqueMenuRef* menu) const { ReleaseMenu(menu); }
-};
-using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
-
 
     OpaqueEventTargetRef* nextTarget() const override;
     OSStatus handleByDefault(EventRef event) override;
@@ -124,6 +133,8 @@ using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
     /// Tells the handlers that the user is about to put text into the field; TextSink::takeText follows when they
     /// agree, and then the validation routine.
     void userText(const QString& text);
+    /// The user moves the value by this part: its action procedure does it, or the control itself when it has none.
+    void userSteps(ControlPartCode part);
 
     QWidget* const widget;
     const ControlKind kind;
@@ -131,10 +142,9 @@ using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
     OSType secondSignature = 0;
     OSType command = 0;
     bool active = true;
+    ControlActionUPP action = nullptr;  // arrows and sliders
     std::map<std::pair<OSType, OSType>, QByteArray> properties;
     ControlEditTextValidationUPP validation = nullptr;
-    /// The user moves the value by this part: its action procedure does it, or the control itself when it has none.
-    void userSteps(ControlPartCode part);
     MenuHold menu;  // pop-ups and bevel buttons
     // Custom views: the class, and the record that its construct handler made.
     const OpaqueHIObjectClassRef* viewClass = nullptr;
@@ -142,7 +152,6 @@ using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
     CGContextRef drawContext = nullptr;  // while the control is being drawn
 };
 
-    ControlActionUPP action = nullptr;  // arrows and sliders
 /// Sends kEventControlDraw with a context over the painter. True when a handler drew.
 bool drawControl(ControlRef control, QPainter& painter);
 
@@ -155,6 +164,7 @@ struct MenuItem {
     bool enabled = true;
     bool separator = false;
     bool checked = false;
+    MenuHold submenu = nullptr;
 };
 
 /// A menu is the model of its pop-up, or the source of its button's menu: the items exist once.
@@ -176,7 +186,6 @@ struct OpaqueMenuRef final : QAbstractListModel, OpaqueEventTargetRef {
 
     /// Takes over the items that the nib gave the owner's widget and becomes its menu.
     void attach();
-    MenuHold submenu = nullptr;
     /// The menu is about to open.
     void aboutToShow();
 
@@ -187,9 +196,14 @@ struct OpaqueMenuRef final : QAbstractListModel, OpaqueEventTargetRef {
     /// The user picked an item (from 1): sends the item's command, if it has one, and then the owner's hit.
     void userPicked(MenuItemIndex item);
 
-    OpaqueControlRef* const owner;
     std::vector<MenuItem> items;
     MenuRefCon refCon = 0;
+    MenuAttributes attributes = 0;
+    int references = 1;
+
+private:
+    OpaqueControlRef* const control_;
+    OpaqueMenuRef* parent_ = nullptr;
 };
 
 // ---- Windows
@@ -201,12 +215,6 @@ struct OpaqueWindowRef final : QObject, OpaqueEventTargetRef {
     static OpaqueWindowRef* of(const QWidget* widget);
 
     OpaqueEventTargetRef* nextTarget() const override;
-    MenuAttributes attributes = 0;
-    int references = 1;
-
-private:
-    OpaqueControlRef* const control_;
-    OpaqueMenuRef* parent_ = nullptr;
     OSStatus handleByDefault(EventRef event) override;
     /// The user closes the window: presses its cancel button, or sends 'not!'.
     void userCloses();
@@ -219,6 +227,7 @@ private:
 
 struct ToolboxState {
     bool scripted = false;
+    UInt32 beeps = 0;
 };
 ToolboxState& toolboxState();
 
@@ -227,4 +236,3 @@ ToolboxState& toolboxState();
 QString toQString(CFStringRef string);
 CFRef<CFStringRef> toCFString(const QString& string);
 QString filePath(CFURLRef url);
-    UInt32 beeps = 0;

@@ -15,6 +15,11 @@ QRectF toRect(const HIRect& rect) {
     return {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height};
 }
 
+QColor colorOf(double red, double green, double blue, double alpha) {
+    return QColor::fromRgbF(static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue),
+                            static_cast<float>(alpha));
+}
+
 }  // namespace
 
 const QImage& OpaqueCGImageRef::forPixelRatio(double ratio) const {
@@ -70,6 +75,34 @@ OSStatus HIViewDrawCGImage(CGContextRef context, const HIRect* bounds, CGImageRe
     painter.drawImage(toRect(*bounds), picture);
     context->drawnOn = true;
     return noErr;
+}
+
+void CGContextSetRGBFillColor(CGContextRef context, double red, double green, double blue, double alpha) {
+    if (context) {
+        context->fill = colorOf(red, green, blue, alpha);
+    }
+}
+
+void CGContextSetRGBStrokeColor(CGContextRef context, double red, double green, double blue, double alpha) {
+    if (context) {
+        context->stroke = colorOf(red, green, blue, alpha);
+    }
+}
+
+void CGContextFillRect(CGContextRef context, HIRect rect) {
+    if (context) {
+        context->painter->fillRect(toRect(rect), context->fill);
+        context->drawnOn = true;
+    }
+}
+
+void CGContextStrokeRect(CGContextRef context, HIRect rect) {
+    if (context) {
+        context->painter->setPen(QPen(context->stroke, 1, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        context->painter->setBrush(Qt::NoBrush);
+        context->painter->drawRect(toRect(rect).adjusted(0.5, 0.5, -0.5, -0.5));
+        context->drawnOn = true;
+    }
 }
 
 CGContextRef HIViewGetDrawContext(ControlRef control) {

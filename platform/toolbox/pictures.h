@@ -3,6 +3,7 @@
 
 #include "platform/toolbox/Views.h"
 
+#include <QColor>
 #include <QIcon>
 #include <QImage>
 #include <optional>
@@ -12,6 +13,8 @@ struct OpaqueCGContextRef {
     QPainter* painter;
     const QWidget* view;
     bool drawnOn = false;
+    QColor fill = Qt::black;
+    QColor stroke = Qt::black;
 };
 
 /// A picture at its natural size and, read when a dense screen first asks for it, the one of twice that size.
