@@ -1,4 +1,4 @@
-// The real program, run as people run it.
+// Real programs, run as people run them.
 #pragma once
 
 #include "tests/files/temporary_folder.h"
@@ -35,7 +35,11 @@ protected:
     using Words = std::vector<std::string>;
 
     Run run(const Words& arguments, const Words& environment = {}) const {
-        Words words{kProgram};
+        return start(kProgram, arguments, environment);
+    }
+
+    Run start(const std::string& program, const Words& arguments, const Words& environment = {}) const {
+        Words words{program};
         words.insert(words.end(), arguments.begin(), arguments.end());
         Words variables{"HOME=" + folder.path().string(), "PATH=/usr/bin:/bin", "CUPS_SERVER=127.0.0.1:1",
                         "XDG_RUNTIME_DIR=" + folder.path().string()};

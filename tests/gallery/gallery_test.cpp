@@ -1,0 +1,67 @@
+// The gallery: every window opens, draws itself and closes; dialogs do by script what their users do.
+#include "tests/host/program_fixture.h"
+
+#include <QImage>
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kScripts = TAVRO_SOURCE_DIR "/tests/gallery/scripts";
+
+class GalleryTest : public ProgramTest {
+protected:
+    Run gallery(const Words& arguments) const { return start(TAVRO_GALLERY, arguments); }
+};
+
+TEST_F(GalleryTest, DrawsEveryWindow) {
+    const Run list = gallery({"--list"});
+    ASSERT_EQ(list.status, 0) << list.errors;
+    const Run render = gallery({"--render", folder / "pictures"});
+    ASSERT_EQ(render.status, 0) << render.errors;
+    EXPECT_EQ(render.errors, "");
+    std::istringstream names(list.output);
+    for (std::string name; std::getline(names, name);) {
+        std::ranges::replace(name, '/', '-');
+        QSize sizes[2];
+        for (const std::string variant : {"light", "dark", "2x", "long"}) {
+            const QImage picture(QString::fromStdString(folder / "pictures/" + variant + "/" + name + ".png"));
+            ASSERT_FALSE(picture.isNull()) << variant << " " << name;
+            sizes[variant == "2x"] = variant == "light" || variant == "2x" ? picture.size() : sizes[variant == "2x"];
+        }
+        EXPECT_EQ(sizes[1], sizes[0] * 2) << name;
+    }
+}
+
+TEST_F(GalleryTest, SaysWhatDoesNotOpen) {
+    EXPECT_EQ(gallery({"--script", add("script", "open \"no such dialog\"\n")}).status, 3);
+    EXPECT_EQ(gallery({"--script", add("script", "open Nothing/Window\n")}).status, 3);
+}
+
+class GalleryScript : public GalleryTest, public testing::WithParamInterface<std::string> {};
+
+/// A script says itself what it expects.
+TEST_P(GalleryScript, Passes) {
+    const Run run = gallery({"--script", kScripts + "/" + GetParam() + ".tavro-script"});
+    EXPECT_EQ(run.status, 0) << run.output << run.errors;
+}
+
+std::vector<std::string> scriptNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(kScripts)) {
+        names.push_back(entry.path().stem().string());
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, GalleryScript, testing::ValuesIn(scriptNames()), [](const auto& script) {
+    std::string name = script.param;
+    std::ranges::replace(name, '-', '_');
+    return name;
+});
+
+}  // namespace

@@ -1,0 +1,80 @@
+#include "tests/support/gallery/pieces.h"
+
+#include "host/script/text.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/Events.h"
+#include "ui/nib_window.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <iterator>
+
+extern "C" {
+OSStatus GetAboutPanelInterface(PlugInIntf** interface);
+OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
+}
+
+namespace {
+
+// clang-format off
+constexpr Piece kPieces[] = {
+    // name, panel, dialog
+    {"about", GetAboutPanelInterface, nullptr},
+    {"advanced", GetAdvancedPanelInterface, nullptr},
+};
+// clang-format on
+
+OSStatus closeOnButtons(EventHandlerCallRef, EventRef event, void* window) {
+    HICommand command{};
+    GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
+    if (command.commandID != FourCharCode("ok  ") && command.commandID != FourCharCode("not!")) {
+        return eventNotHandledErr;
+    }
+    return QuitAppModalLoopForWindow(static_cast<WindowRef>(window));
+}
+
+std::filesystem::path resourcesOf(CFBundleRef bundle) {
+    const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyBundleURL(bundle));
+    std::array<UInt8, 4096> path{};
+    CFURLGetFileSystemRepresentation(url.get(), true, path.data(), static_cast<CFIndex>(path.size()));
+    return std::filesystem::path(reinterpret_cast<const char*>(path.data())) / "Contents" / "Resources";
+}
+
+}  // namespace
+
+const Piece* findPiece(const std::string& name) {
+    const auto* piece = std::ranges::find(kPieces, name, &Piece::name);
+    return piece != std::end(kPieces) ? piece : nullptr;
+}
+
+std::vector<std::string> pieceNames() {
+    std::vector<std::string> names;
+    std::ranges::transform(kPieces, std::back_inserter(names), &Piece::name);
+    return names;
+}
+
+std::vector<std::string> nibWindowNames(CFBundleRef bundle) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(resourcesOf(bundle))) {
+        if (entry.path().extension() == ".ui") {
+            names.push_back((entry.path().parent_path().stem() / entry.path().stem()).string());
+        }
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+OSStatus runNibWindow(CFBundleRef bundle, const std::string& name) {
+    const std::size_t slash = name.find('/');
+    WindowFromNib window;
+    const OSStatus status =
+        window.load(bundle, cfString(name.substr(0, slash)).get(), cfString(name.substr(slash + 1)).get());
+    if (status != noErr) {
+        return status;
+    }
+    static constexpr EventTypeSpec kCommand{kEventClassCommand, kEventCommandProcess};
+    InstallWindowEventHandler(window.get(), closeOnButtons, 1, &kCommand, window.get(), nullptr);
+    return RunAppModalLoopForWindow(window.get());
+}
