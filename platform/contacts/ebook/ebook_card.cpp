@@ -144,6 +144,39 @@ std::string withoutScheme(const std::string& text) {
     return text;
 }
 
+/// Quoted-printable bytes of no named character set come out as they are.
+void repairValues(EVCardAttribute* attribute) {
+    std::vector<std::string> values;
+    bool isBroken = false;
+    for (GList* value = e_vcard_attribute_get_values(attribute); value; value = value->next) {
+        const std::string text = static_cast<const char*>(value->data);
+        values.push_back(readableValue(text));
+        isBroken |= values.back() != text;
+    }
+    if (isBroken) {
+        e_vcard_attribute_remove_values(attribute);
+        for (const std::string& value : values) {
+            e_vcard_attribute_add_value(attribute, value.c_str());
+        }
+    }
+}
+
+/// The library reads parameters from the last one to the first.
+void restoreOrder(EVCardAttribute* attribute) {
+    GList* const reversed = e_vcard_attribute_get_params(attribute);
+    if (!reversed || !reversed->next) {
+        return;
+    }
+    std::vector<EVCardAttributeParam*> parameters;
+    for (GList* each = reversed; each; each = each->next) {
+        parameters.push_back(e_vcard_attribute_param_copy(static_cast<EVCardAttributeParam*>(each->data)));
+    }
+    e_vcard_attribute_remove_params(attribute);
+    for (EVCardAttributeParam* parameter : parameters) {
+        e_vcard_attribute_add_param(attribute, parameter);  // in front of the others
+    }
+}
+
 /// Where a card has no name to be shown by, the format still asks for one.
 std::string shownName(EVCard* card, const std::array<std::string, 5>& name) {
     const std::string& family = name[0];
@@ -167,11 +200,20 @@ EbookCard::EbookCard() : card_(e_vcard_new()) {
     append(card_.get(), EVC_UID, taken(g_uuid_string_random()));
 }
 
-EbookCard::EbookCard(const std::string& text) : card_(e_vcard_new_from_string(readableText(text).c_str())) {}
+EbookCard::EbookCard(const std::string& text) : card_(e_vcard_new_from_string(readableText(text).c_str())) {
+    // Until somebody asks, the card is not read, and would be written as it came.
+    for (GList* each = e_vcard_get_attributes(card_.get()); each; each = each->next) {
+        repairValues(static_cast<EVCardAttribute*>(each->data));
+        restoreOrder(static_cast<EVCardAttribute*>(each->data));
+    }
+}
 
 std::string EbookCard::text() const {
-    const std::unique_ptr<EVCard, Releaser> whole(
-        e_vcard_new_from_string(taken(e_vcard_to_string(card_.get(), EVC_FORMAT_VCARD_30)).c_str()));
+    const std::string text = taken(e_vcard_to_string(card_.get(), EVC_FORMAT_VCARD_30));
+    if (e_vcard_get_attribute(card_.get(), EVC_FN) && e_vcard_get_attribute(card_.get(), EVC_N)) {
+        return text + "\r\n";
+    }
+    const std::unique_ptr<EVCard, Releaser> whole(e_vcard_new_from_string(text.c_str()));
     if (e_vcard_get_attribute(whole.get(), EVC_FN) == nullptr) {
         append(whole.get(), EVC_FN, shownName(whole.get(), name()));
     }

@@ -1,12 +1,14 @@
 #include "platform/contacts/ebook/readable_text.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string_view>
 
 #include <glib.h>
 
 namespace {
 
+constexpr const char* kWindows = "WINDOWS-1252";
 constexpr std::string_view kBlanks = " \t\r\n";
 
 std::string_view withoutBlanksAtTheEnd(std::string_view line) {
@@ -118,7 +120,7 @@ std::string converted(const std::string& text, const char* charset) {
 /// Without the parameter that named the character set, which is no longer true.
 std::string inUtf8(std::string line) {
     constexpr std::string_view kParameter = ";CHARSET=";
-    std::string charset = "WINDOWS-1252";
+    std::string charset = kWindows;
     const std::string_view head = headOf(line);
     if (const std::size_t at = findWords(head, kParameter); at != std::string_view::npos) {
         const std::size_t end = std::min(head.find(';', at + 1), head.size());
@@ -126,7 +128,7 @@ std::string inUtf8(std::string line) {
         line.erase(at, end - at);
     }
     const bool isLatin1 = isSame(charset, "ISO-8859-1") || isSame(charset, "US-ASCII");
-    return converted(line, isLatin1 ? "WINDOWS-1252" : charset.c_str());  // what programs mean by it
+    return converted(line, isLatin1 ? kWindows : charset.c_str());  // what programs mean by it
 }
 
 std::string withLinesInUtf8(std::string_view card) {
@@ -141,6 +143,12 @@ std::string withLinesInUtf8(std::string_view card) {
 }  // namespace
 
 std::string readableText(const std::string& card) {
-    const std::string text = withAgentsAsTexts(withSoftBreaksJoined(card));
+    // Most cards have nothing of it.
+    std::string text = strcasestr(card.c_str(), "QUOTED-PRINTABLE") ? withSoftBreaksJoined(card) : card;
+    text = strcasestr(text.c_str(), "AGENT") ? withAgentsAsTexts(text) : text;
     return isUtf8(text) ? text : withLinesInUtf8(unfolded(text));
+}
+
+std::string readableValue(const std::string& value) {
+    return isUtf8(value) ? value : converted(value, kWindows);
 }
