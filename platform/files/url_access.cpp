@@ -4,6 +4,7 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFURL.h"
 
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
@@ -11,7 +12,6 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -54,37 +54,35 @@ std::optional<std::string> pathOf(CFURLRef url) {
     return reinterpret_cast<const char*>(path);
 }
 
-bool readAll(int file, std::vector<UInt8>& bytes) {
+/// Null with errno set when it cannot be read.
+CFRef<CFMutableDataRef> readAll(int file) {
     struct stat status;
     if (fstat(file, &status) != 0) {
-        return false;
+        return nullptr;
     }
     if (S_ISDIR(status.st_mode)) {
-        return fail(EISDIR);
+        errno = EISDIR;
+        return nullptr;
     }
     // A pipe has no size, and a file may grow, so the size is a first guess.
-    constexpr std::size_t kStep = 64 * 1024;
-    bytes.resize(S_ISREG(status.st_mode) && status.st_size < kMaximumFileBytes ? std::size_t(status.st_size) + 1
-                                                                               : kStep);
-    std::size_t filled = 0;
+    const bool hasSize = S_ISREG(status.st_mode) && status.st_size < kMaximumFileBytes;
+    auto data = CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, hasSize ? CFIndex(status.st_size) : 0));
+    std::array<UInt8, std::size_t{64} * 1024> buffer;
     for (;;) {
-        const ssize_t count = read(file, bytes.data() + filled, bytes.size() - filled);
+        const ssize_t count = read(file, buffer.data(), buffer.size());
         if (count == 0) {
-            bytes.resize(filled);
-            return true;
+            return data;
         }
         if (count < 0) {
             if (errno != EINTR) {
-                return false;
+                return nullptr;
             }
             continue;
         }
-        filled += std::size_t(count);
-        if (filled > std::size_t{kMaximumFileBytes}) {
-            return fail(EFBIG);
-        }
-        if (filled == bytes.size()) {
-            bytes.resize(filled * 2);
+        CFDataAppendBytes(data.get(), buffer.data(), CFIndex(count));
+        if (CFDataGetLength(data.get()) > kMaximumFileBytes) {
+            errno = EFBIG;
+            return nullptr;
         }
     }
 }
@@ -184,12 +182,10 @@ Boolean CFURLCreateDataAndPropertiesFromResource(CFAllocatorRef, CFURLRef url, C
         return report(false, error);
     }
     const Descriptor file(open(path->c_str(), O_RDONLY | O_CLOEXEC));
-    std::vector<UInt8> bytes;
-    if (!file || !readAll(file.get(), bytes)) {
-        return report(false, error);
+    if (auto bytes = file ? readAll(file.get()) : nullptr) {
+        *data = bytes.leak();
     }
-    *data = CFDataCreate(nullptr, bytes.data(), CFIndex(bytes.size()));
-    return report(true, error);
+    return report(*data != nullptr, error);
 }
 
 Boolean CFURLWriteDataAndPropertiesToResource(CFURLRef url, CFDataRef data, CFDictionaryRef properties, SInt32* error) {

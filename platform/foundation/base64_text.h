@@ -5,15 +5,15 @@
 
 #include <optional>
 
-/// A piece of a larger text that is base64: digits, XML blanks among them, padding at the end. It shares the text and
-/// keeps it alive, so that large data that nobody looks at is neither decoded nor copied.
+/// A piece of a larger text that is base64 and nothing else. It shares the text and keeps it alive, so that large data
+/// that nobody looks at is neither decoded nor copied.
 class Base64Text {
 public:
-    /// Nothing when the piece is anything else, or incomplete.
+    /// Nothing when the piece is anything else, has blanks or is incomplete.
     static std::optional<Base64Text> of(const QByteArray& text, qsizetype start, qsizetype length);
 
     QByteArrayView view() const { return QByteArrayView(text_).sliced(start_, length_); }
-    QByteArray decoded() const;
+    QByteArray decoded() const { return QByteArray::fromBase64(view().toByteArray()); }
 
 private:
     Base64Text(const QByteArray& text, qsizetype start, qsizetype length)
@@ -23,6 +23,3 @@ private:
     qsizetype start_;
     qsizetype length_;
 };
-
-/// The bytes of a base64 text with XML blanks; nothing when it is none.
-std::optional<QByteArray> decodeBase64(QByteArray text);

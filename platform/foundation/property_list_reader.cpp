@@ -235,11 +235,13 @@ private:
     static Value makeNumber(NumberValue value) { return Value::adopt(new CFNumberObject(value)); }
 
     Value readData() {
-        if (auto base64 = takeBase64()) {
-            return readText().isEmpty() ? Value::adopt(new CFDataObject(*std::move(base64), mutableLeaves_))
+        if (auto taken = takeBase64()) {
+            return readText().isEmpty() ? Value::adopt(new CFDataObject(*std::move(taken), mutableLeaves_))
                                         : refuse(QStringLiteral("data in parts"));
         }
-        auto decoded = decodeBase64(readText().toUtf8());
+        QByteArray base64 = readText().toUtf8();
+        base64.removeIf([](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
+        auto decoded = QByteArray::fromBase64Encoding(std::move(base64), QByteArray::AbortOnBase64DecodingErrors);
         if (!decoded) {
             return refuse(QStringLiteral("data that is no base64"));
         }

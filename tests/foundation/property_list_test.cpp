@@ -172,6 +172,48 @@ TEST(PropertyList, EveryBeginningOfAFileIsRefusedWithoutHarm) {
     }
 }
 
+TEST(PropertyList, DataIsReadTheSameByEveryRoad) {
+    const std::string rows[] = {
+        "",
+        "YWJj",
+        "YWI=",
+        "YQ==",
+        " Y\n\tQ = =\r\n",
+        std::string(100'000, '/') + "+A==",
+        "YQ",
+        "YQ=",
+        "Y",
+        "=",
+        "====",
+        "YQ==YQ==",
+        "YWJj-_==",
+        "YQ==\v",
+        "Y\xC3\xA9==",
+        "<!-- YWJj -->YWJj",
+        "YWJj<![CDATA[YWJj]]>",
+        "Y&#87;Jj",
+        "YWJj<b/>",
+    };
+    const std::string before = "<array><!-- <data> --><string><![CDATA[ü<data>]]></string><data>\n</data><data>";
+    for (const std::string& row : rows) {
+        const Result usual = readValue(before + row + "</data></array>");
+        const Result other = readValue(before + "</data><data >" + row + "</data></array>");
+        ASSERT_EQ(bool(usual.value), bool(other.value)) << row.substr(0, 50);
+        if (usual.value) {
+            const auto last = [](const Result& result) {
+                const auto* array = static_cast<CFArrayRef>(result.value.get());
+                return CFArrayGetValueAtIndex(array, CFArrayGetCount(array) - 1);
+            };
+            EXPECT_TRUE(CFEqual(last(usual), last(other))) << row.substr(0, 50);
+            EXPECT_TRUE(CFEqual(readXML(writeXML(usual.value.get())).value.get(), usual.value.get()));
+        }
+    }
+    // In an encoding that turns letters into others the base64 is what the letters say, not the bytes.
+    const Result rot = readXML("<?xml version=\"1.0\" encoding=\"UTF-7\"?><plist><data>+AFkAUQ-==</data></plist>");
+    EXPECT_EQ(bytesOfCF(static_cast<CFDataRef>(rot.value.get())), "a") << rot.error;
+    EXPECT_FALSE(readXML(kHead + "<plist><data>YQ==</data></plist><!-- <data> --><data>YQ==</data>").value);
+}
+
 TEST(PropertyList, DepthIsBounded) {
     EXPECT_TRUE(readValue(nested(kPropertyListMaximumDepth - 1)).value);
     const Result deep = readValue(nested(kPropertyListMaximumDepth + 1));
