@@ -20,6 +20,7 @@ struct File {
     Content content;
     CFRef<CFMutableDictionaryRef> root;  // with Content::Dictionary
     CFRef<CFDataRef> bytes;              // with Content::Unparsable
+    SInt32 error;                        // with Content::OutOfReach
 };
 
 URL CreateURLInside(CFURLRef folder, CFStringRef name, bool isFolder) {
@@ -47,7 +48,7 @@ File Read(CFURLRef url, const char* reader) {
     CFDataRef data = nullptr;
     SInt32 error = 0;
     if (!CFURLCreateDataAndPropertiesFromResource(kCFAllocatorDefault, url, &data, nullptr, nullptr, &error)) {
-        return {error == ENOENT ? Content::Missing : Content::OutOfReach};
+        return {error == ENOENT ? Content::Missing : Content::OutOfReach, {}, {}, error};
     }
     auto bytes = CFRef<CFDataRef>::adopt(data);
     CFStringRef reason = nullptr;
@@ -57,31 +58,23 @@ File Read(CFURLRef url, const char* reader) {
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
         std::fprintf(stderr, "%s()::CFPropertyListCreateFromXMLData() error: %s\n", reader,
                      reason != nullptr ? Utf8Of(reason).c_str() : "not a dictionary");
-        return {Content::Unparsable, {}, std::move(bytes)};
+        return {Content::Unparsable, {}, std::move(bytes), 0};
     }
     auto* const dictionary = static_cast<CFMutableDictionaryRef>(const_cast<void*>(root.get()));
-    return {Content::Dictionary, CFRef<CFMutableDictionaryRef>::retain(dictionary), {}};
+    return {Content::Dictionary, CFRef<CFMutableDictionaryRef>::retain(dictionary), {}, 0};
 }
 
-/// 0, or the error's number.
-SInt32 Write(CFURLRef url, CFDictionaryRef root) {
-    const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(kCFAllocatorDefault, root));
-    if (CFDataGetLength(data.get()) > kPropertyListMaximumBytes) {
-        return EFBIG;  // nobody could read it back
-    }
-    SInt32 error = 0;
-    CFURLWriteDataAndPropertiesToResource(url, data.get(), nullptr, &error);
-    return error;
-}
+/// The address of a file by its name, in the folder of such files; null when there is no folder.
+using CreateFileURL = URL (*)(CFStringRef fileName);
 
-/// Writes the bytes beside the store under the first name that is free. 0, or the error's number.
-SInt32 KeepUnreadable(CFStringRef fileName, CFDataRef bytes) {
+/// Writes the bytes beside the file under the first name that is free. 0, or the error's number.
+SInt32 KeepUnreadable(CFStringRef fileName, CreateFileURL createURL, CFDataRef bytes) {
     for (int number = 1;; ++number) {
         const std::string name =
             Utf8Of(fileName) + ".unreadable" + (number > 1 ? "-" + std::to_string(number) : std::string());
         const auto text = CFRef<CFStringRef>::adopt(
             CFStringCreateWithCString(kCFAllocatorDefault, name.c_str(), kCFStringEncodingUTF8));
-        const auto url = URL::adopt(CopyPreferenceFileURL(text.get()));
+        const URL url = createURL(text.get());
         if (FSRef taken; CFURLGetFSRef(url.get(), &taken)) {
             continue;
         }
@@ -89,6 +82,26 @@ SInt32 KeepUnreadable(CFStringRef fileName, CFDataRef bytes) {
         CFURLWriteDataAndPropertiesToResource(url.get(), bytes, nullptr, &error);
         return error;
     }
+}
+
+/// Puts the root in the place of what was read from the file of that name. 0, or the error's number; the old file is
+/// then untouched.
+SInt32 Replace(const File& file, CFStringRef fileName, CreateFileURL createURL, CFDictionaryRef root) {
+    if (file.content == Content::OutOfReach) {
+        return file.error;  // it may be as good as ever
+    }
+    const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(kCFAllocatorDefault, root));
+    if (!data) {
+        return EINVAL;
+    }
+    if (CFDataGetLength(data.get()) > kPropertyListMaximumBytes) {
+        return EFBIG;  // nobody could read it back
+    }
+    SInt32 error = file.content == Content::Unparsable ? KeepUnreadable(fileName, createURL, file.bytes.get()) : 0;
+    if (error == 0) {
+        CFURLWriteDataAndPropertiesToResource(createURL(fileName).get(), data.get(), nullptr, &error);
+    }
+    return error;
 }
 
 }  // namespace
@@ -107,18 +120,15 @@ CFMutableDictionaryRef CopyXMLData(CFStringRef fileName) {
 void ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(CFMutableDictionaryRef)>& change) {
     const auto url = URL::adopt(CopyPreferenceFileURL(fileName));
     const File file = Read(url.get(), "CopyXMLData");
-    if (file.content == Content::OutOfReach || (file.content != Content::Dictionary && use == StoreUse::Existing)) {
+    if (file.content != Content::Dictionary && use == StoreUse::Existing) {
         return;
     }
     const auto root = file.root ? file.root : CreateRecordDictionary();
     if (!change(root.get())) {
         return;
     }
-    SInt32 error = file.content == Content::Unparsable ? KeepUnreadable(fileName, file.bytes.get()) : 0;
-    if (error == 0) {
-        error = Write(url.get(), root.get());
-    }
-    if (error != 0) {
+    const auto createURL = [](CFStringRef name) { return URL::adopt(CopyPreferenceFileURL(name)); };
+    if (const SInt32 error = Replace(file, fileName, createURL, root.get()); error != 0) {
         std::fprintf(stderr, "The store %s was not written (%d)\n", Utf8Of(fileName).c_str(), error);
     }
 }
@@ -128,7 +138,8 @@ CFMutableDictionaryRef CopyUserPreferences(CFStringRef fileName) {
 }
 
 Boolean WriteUserPreferences(CFStringRef fileName, CFDictionaryRef preferences) {
-    const SInt32 error = Write(CreatePreferencesURL(fileName).get(), preferences);
+    const File file = Read(CreatePreferencesURL(fileName).get(), "CopyUserPreferences");
+    const SInt32 error = Replace(file, fileName, CreatePreferencesURL, preferences);
     if (error != 0) {
         std::fprintf(stderr, "WriteUserPreferences() failed (%d)\n", error);
     }

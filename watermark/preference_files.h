@@ -27,6 +27,6 @@ void ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(CF
 /// The preferences of that name; null when the file is missing or cannot be read.
 CFMutableDictionaryRef CopyUserPreferences(CFStringRef fileName);
 
-/// Replaces the preferences of that name. False, and a line with the error's number on standard error, when they could
-/// not be written; the old file is then untouched.
+/// Replaces the preferences of that name; what cannot be parsed or opened is treated as ChangeStore does. False, and a
+/// line with the error's number on standard error, when they could not be written; the old file is then untouched.
 Boolean WriteUserPreferences(CFStringRef fileName, CFDictionaryRef preferences);

@@ -293,6 +293,32 @@ TEST_F(Storage, AFullDiskLeavesTheOldStoreAndTheUnreadableOne) {
     EXPECT_EQ(files(), 1u);
 }
 
+TEST_F(Storage, AReadOnlyFolderLeavesTheOldStoreAndTheUnreadableOne) {
+    saveList({"Draft"});
+    const std::string good = contentOf(store_);
+    for (const std::string& before : {good, good.substr(0, 150)}) {
+        std::ofstream(store_, std::ios::binary) << before;
+        // Root may write everywhere, so it becomes somebody else, who can read the folders.
+        constexpr uid_t kNobody = 65534;
+        const bool isRoot = geteuid() == 0;
+        for (const char* path : {"", "data", "data/tavro"}) {
+            ASSERT_EQ(chmod((home_ / path).c_str(), 0755), 0);
+        }
+        ASSERT_EQ(chmod(store_.c_str(), 0644), 0);
+        ASSERT_EQ(chmod(folder_.c_str(), 0555), 0);
+        ASSERT_TRUE(!isRoot || seteuid(kNobody) == 0);
+        testing::internal::CaptureStderr();
+        saveList({"Copy"});
+        removeWatermarkData(kStore, CFSTR("WatermarkListEntries"));
+        const std::string said = testing::internal::GetCapturedStderr();
+        ASSERT_TRUE(!isRoot || seteuid(0) == 0);
+        ASSERT_EQ(chmod(folder_.c_str(), 0700), 0);
+        EXPECT_NE(said.find("plist was not written (13)\n"), std::string::npos) << said;
+        EXPECT_EQ(contentOf(store_), before);
+        EXPECT_EQ(files(), 1u);
+    }
+}
+
 TEST_F(Storage, KilledInTheMiddleTheOldOrTheNewStoreIsThere) {
     saveList({"Draft", "Copy"});
     storeFontData(kStore, CFSTR("ArialMT"), makeCFData(std::string(20'000, 'f')).get());
@@ -352,6 +378,28 @@ TEST_F(Storage, PreferencesAreFilesOfTheirOwn) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "WriteUserPreferences() failed (22)\nWriteUserPreferences() failed (22)\n");
     EXPECT_EQ(contentOf(path), before);
+
+    // What somebody has broken by hand is kept, once, and only when there is something to put in its place.
+    std::ofstream(path, std::ios::binary) << "<plist><dict>";
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(WriteUserPreferences(kNotes, notes.get()));
+    EXPECT_EQ(contentOf(path), "<plist><dict>");
+    EXPECT_FALSE(fs::exists(path + ".unreadable"));
+    CFDictionarySetValue(notes.get(), CFSTR("name"), CFSTR("Anna"));
+    EXPECT_TRUE(WriteUserPreferences(kNotes, notes.get()));
+    EXPECT_TRUE(WriteUserPreferences(kNotes, notes.get()));
+    testing::internal::GetCapturedStderr();
+    EXPECT_EQ(contentOf(path), before);
+    EXPECT_EQ(contentOf(path + ".unreadable"), "<plist><dict>");
+    EXPECT_EQ(fs::status(path + ".unreadable").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_FALSE(fs::exists(path + ".unreadable-2"));
+
+    fs::remove(path);
+    fs::create_directory(path);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(WriteUserPreferences(kNotes, notes.get()));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "WriteUserPreferences() failed (21)\n");
+    EXPECT_TRUE(fs::is_directory(path));
 }
 
 }  // namespace
