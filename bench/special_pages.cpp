@@ -1,8 +1,10 @@
-// Lists of special pages: how adding grows with the number of pages, and what a record costs on its way to the ticket
-// and back.
+// Lists of special pages: how adding grows with the number of pages, what a record costs on its way to the ticket and
+// back, and how much memory a page takes.
 
 #include "bench/side_by_side.h"
 #include "model/special_page_list.h"
+
+#include <malloc.h>
 
 #include <random>
 
@@ -80,25 +82,9 @@ int main() {
     measureTicket<InsertList, Insert>("inserts", 1000);
     measureTicket<ExceptionPageList, ExceptionPage>("exceptions", 1000);
 
-    std::vector<double> writing;
-    std::vector<double> reading;
-    const std::vector<Stock> stocks(1000);
-    for (int round = 0; round < 51; ++round) {
-        std::vector<CFRef<CFMutableDictionaryRef>> tickets;
-        tickets.reserve(stocks.size());
-        writing.push_back(bench::microseconds([&] {
-            for (const Stock& stock : stocks) {
-                tickets.push_back(stock.asTicket());
-            }
-        }));
-        std::vector<Stock> back;
-        back.reserve(stocks.size());
-        reading.push_back(bench::microseconds([&] {
-            for (const auto& ticket : tickets) {
-                back.emplace_back(ticket.get());
-            }
-        }));
-    }
-    std::printf("%-12s %7zu to the ticket %.2f us a record, back %.2f us a record\n", "stocks", stocks.size(),
-                bench::medianOf(writing) / double(stocks.size()), bench::medianOf(reading) / double(stocks.size()));
+    constexpr std::size_t kMany = 1'000'000;
+    const std::size_t before = mallinfo2().hblkhd + mallinfo2().uordblks;
+    const SpecialPages pages = randomPages<Insert>(kMany);
+    std::printf("a page of an open range, as an insert: %.1f bytes\n",
+                double(mallinfo2().hblkhd + mallinfo2().uordblks - before) / double(kMany));
 }
