@@ -3,7 +3,6 @@
 #include "core/installable_options.h"
 #include "tests/ui/panel_fixture.h"
 
-#include <QImage>
 #include <QSet>
 
 extern "C" OSStatus GetAboutPanelInterface(PlugInIntf** interface);
@@ -17,16 +16,10 @@ protected:
 
     /// How many colours there are where a control is.
     qsizetype colours(SInt32 number) const {
-        const std::filesystem::path file = plugin.contents() / "shot.png";
-        const auto url = CFRef<CFURLRef>::adopt(
-            CFURLCreateWithFileSystemPath(nullptr, String(file).get(), kCFURLPOSIXPathStyle, false));
-        EXPECT_EQ(AutomationSnapshot(window, url.get()), noErr);
-        const QImage shot(QString::fromStdString(file));
-        Rect bounds{};
-        GetControlBounds(shell(number), &bounds);
+        const QImage shot = drawn(number);
         QSet<QRgb> found;
-        for (int y = bounds.top; y < bounds.bottom; ++y) {
-            for (int x = bounds.left; x < bounds.right; ++x) {
+        for (int y = 0; y < shot.height(); ++y) {
+            for (int x = 0; x < shot.width(); ++x) {
                 found.insert(shot.pixel(x, y));
             }
         }

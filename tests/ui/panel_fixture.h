@@ -4,9 +4,11 @@
 #include "platform/toolbox/Automation.h"
 #include "tests/ui/plugin_fixture.h"
 
+#include <QImage>
+
 class PanelTest : public NibWindowTest {
 protected:
-    explicit PanelTest(PanelInterfaceGetter getter) {
+    explicit PanelTest(PanelInterfaceGetter getter, const std::string& ppd = kZR420) : printer(ppd) {
         PlugInIntf* interface = nullptr;
         EXPECT_EQ(getter(&interface), noErr);
         panel = interface->table->operations;
@@ -51,6 +53,18 @@ protected:
         ControlRef found = nullptr;
         EXPECT_EQ(GetControlByID(window, &id, &found), noErr) << number;
         return found;
+    }
+
+    /// What a control looks like now.
+    QImage drawn(SInt32 number) const {
+        const std::filesystem::path file = plugin.contents() / "shot.png";
+        const auto url = CFRef<CFURLRef>::adopt(
+            CFURLCreateWithFileSystemPath(nullptr, String(file).get(), kCFURLPOSIXPathStyle, false));
+        EXPECT_EQ(AutomationSnapshot(window, url.get()), noErr);
+        Rect bounds{};
+        GetControlBounds(shell(number), &bounds);
+        return QImage(QString::fromStdString(file))
+            .copy(bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top);
     }
 
     /// What every panel answers to calls without a context or a session.
