@@ -1,4 +1,5 @@
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/large_buffer.h"
 #include "platform/foundation/objects.h"
 
 #include <QHashFunctions>
@@ -43,7 +44,7 @@ const UInt8* CFDataGetBytePtr(CFDataRef data) {
 
 CFMutableDataRef CFDataCreateMutable(CFAllocatorRef, CFIndex capacity) {
     QByteArray bytes;
-    bytes.reserve(capacity);
+    reserveLargeBuffer(&bytes, capacity);
     return new CFDataObject(std::move(bytes), true);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/collections.h"
+#include "platform/foundation/large_buffer.h"
 #include "platform/foundation/number_value.h"
 
 #include <QIODevice>
@@ -20,10 +21,30 @@ bool isXmlText(const QString& text) {
     return text.isValidUtf16() && std::all_of(text.begin(), text.end(), allowed);
 }
 
+qsizetype base64SizeOf(const CFDataObject& data) {
+    const auto* base64 = std::get_if<Base64Text>(&data.content);
+    return base64 ? base64->view().size() : (data.bytes().size() + 2) / 3 * 4;
+}
+
+/// Of a dictionary: what its own data takes in XML, with its tags. A large property list is hardly anything else.
+qsizetype estimateSize(CFTypeRef root) {
+    constexpr qsizetype kTagsAndKey = 256;
+    qsizetype size = 0;
+    if (const auto* dictionary = checked(static_cast<CFDictionaryRef>(root))) {
+        for (const auto& [key, value] : dictionary->entries) {
+            const auto* data =
+                dictionary->values == Elements::Objects ? checked(static_cast<CFDataRef>(value)) : nullptr;
+            size += kTagsAndKey + (data ? base64SizeOf(*data) : 0);
+        }
+    }
+    return size;
+}
+
 class Writer {
 public:
     /// Nothing when the tree holds what no property list can.
     QByteArray write(CFTypeRef root) {
+        reserveLargeBuffer(&bytes_, estimateSize(root));
         xml_.setAutoFormatting(true);
         xml_.setAutoFormattingIndent(-1);  // one tab
         xml_.writeStartDocument();
