@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QFile>
 #include <QHash>
 #include <QRadioButton>
@@ -60,6 +61,9 @@ void connectUserActions(OpaqueControlRef* control) {
             } else {
                 QObject::connect(qobject_cast<QTabBar*>(widget), &QTabBar::currentChanged, control, hit);
             }
+            break;
+        case ControlKind::clock:
+            QObject::connect(qobject_cast<QDateTimeEdit*>(widget), &QDateTimeEdit::dateTimeChanged, control, hit);
             break;
         default:
             break;
@@ -137,6 +141,7 @@ void OpaqueControlRef::userHit() {
 }
 
 void OpaqueControlRef::userSteps(ControlPartCode part) {
+    const DispatchScope dispatching;  // an action may dispose of its window, which must outlive the mouse event
     const QPointer<OpaqueControlRef> alive(this);
     if (action != nullptr) {
         action(this, part);
@@ -146,7 +151,7 @@ void OpaqueControlRef::userSteps(ControlPartCode part) {
         SetControl32BitValue(this, static_cast<SInt32>(std::clamp<qint64>(arrows->value() + step, arrows->minimum(),
                                                                           arrows->maximum())));
     }
-    if (alive) {
+    if (alive && IsValidWindowPtr(OpaqueWindowRef::of(widget->window()))) {
         userHit();
     }
 }
