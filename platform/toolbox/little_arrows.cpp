@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int kWidth = 17;
-constexpr int kHalfHeight = 12;
+constexpr int kHalfHeight = 11;
 constexpr int kArrowSize = 8;
 constexpr int kRepeatInterval = 50;  // ms
 

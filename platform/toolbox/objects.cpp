@@ -8,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QDateTimeEdit>
 #include <QFile>
 #include <QHash>
 #include <QRadioButton>
@@ -61,9 +60,6 @@ void connectUserActions(OpaqueControlRef* control) {
             } else {
                 QObject::connect(qobject_cast<QTabBar*>(widget), &QTabBar::currentChanged, control, hit);
             }
-            break;
-        case ControlKind::clock:
-            QObject::connect(qobject_cast<QDateTimeEdit*>(widget), &QDateTimeEdit::dateTimeChanged, control, hit);
             break;
         default:
             break;
