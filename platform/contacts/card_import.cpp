@@ -10,10 +10,14 @@
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFURL.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <sstream>
+#include <unordered_set>
 
 namespace {
 
@@ -36,47 +40,112 @@ CFRef<CFDataRef> readFile(CFURLRef file, Failure& failure) {
     return data;
 }
 
-/// Gives those cards a new id whose id is that of another card, and drops those that are there already.
+/// The line without the parameters that the desktop's address book adds, the others in an order of ours.
+std::string comparableLine(const std::string& line) {
+    std::vector<std::string> head(1);  // the name, the parameters
+    bool isQuoted = false;
+    std::size_t at = 0;
+    for (; at < line.size() && (isQuoted || line[at] != ':'); ++at) {
+        isQuoted ^= line[at] == '"';
+        if (line[at] == ';' && !isQuoted) {
+            head.emplace_back();
+        } else {
+            head.back() += line[at];
+        }
+    }
+    std::erase_if(head, [](const std::string& parameter) { return parameter.starts_with("X-EVOLUTION-"); });
+    std::sort(head.begin(), head.end());
+    std::string result;
+    for (const std::string& part : head) {
+        result += part + ";";
+    }
+    return result + line.substr(at);
+}
+
+/// The lines of a card that tell two of them apart, unfolded: without those that stores write on their own account.
+std::unordered_set<std::string> tellingLines(const Card& card) {
+    constexpr std::string_view kOthers[] = {"BEGIN", "END", "VERSION", "PRODID", "UID", "REV", "PHOTO", "LOGO"};
+    std::unordered_set<std::string> lines;
+    std::string line;
+    const auto take = [&] {
+        const std::string_view name = std::string_view(line).substr(0, line.find_first_of(":;"));
+        if (!line.empty() && std::find(std::begin(kOthers), std::end(kOthers), name) == std::end(kOthers)) {
+            lines.insert(comparableLine(line));
+        }
+    };
+    std::istringstream text(card.text());
+    for (std::string next; std::getline(text, next);) {
+        next.erase(next.find_last_not_of('\r') + 1);
+        if (next.starts_with(' ')) {
+            line += next.substr(1);
+        } else {
+            take();
+            line = next;
+        }
+    }
+    take();
+    return lines;
+}
+
+template <typename Set>
+bool isPartOf(const Set& part, const Set& whole) {
+    return std::all_of(part.begin(), part.end(), [&whole](const auto& each) { return whole.contains(each); });
+}
+
+/// Whether the known card says all that the card says. Groups may be kept in another form.
+bool saysNothingNew(const Card& card, const Card& known) {
+    if (!card.isGroup() || !known.isGroup()) {
+        return isPartOf(tellingLines(card), tellingLines(known));
+    }
+    const auto idsOf = [](const Card& group) {
+        const std::vector<std::string> members = group.members();
+        return std::unordered_set<std::string>(members.begin(), members.end());
+    };
+    return card.textOf("FN") == known.textOf("FN") && isPartOf(idsOf(card), idsOf(known));
+}
+
+/// Drops the cards that are there already, and gives those a new id whose id is that of another card.
 class Merge {
 public:
     /// Nothing when the store cannot be read.
     static std::optional<std::vector<CardOwner>> into(CardStore& store, std::vector<CardOwner> cards) {
-        Merge merge;
-        for (const CardOwner& card : cards) {
-            merge.texts_.push_back(card->text());
-        }
         std::vector<std::string> ids;
-        for (std::size_t i = 0; i < cards.size(); ++i) {
-            ids.emplace_back(bareId(cards[i]->uniqueId()));
-            ids.push_back(idFromBytes(merge.texts_[i]));
+        for (const CardOwner& card : cards) {
+            ids.emplace_back(bareId(card->uniqueId()));
+        }
+        // The same file imported again comes to the same new ids.
+        for (std::size_t i = 0, count = cards.size(); i < count; ++i) {
+            ids.push_back(idFromBytes(cards[i]->text()));
         }
         const auto known = store.find(ids);
         if (!known) {
             return std::nullopt;
         }
+        Merge merge;
         for (const CardOwner& card : *known) {
-            merge.textsById_.emplace(bareId(card->uniqueId()), card->text());
+            merge.known_.emplace(bareId(card->uniqueId()), card.get());
         }
-        return merge.added(std::move(cards));
+        return merge.added(std::move(cards), ids);
     }
 
 private:
-    std::vector<CardOwner> added(std::vector<CardOwner> cards) {
+    /// `ids` are the cards' own, and then the new ones that they could get.
+    std::vector<CardOwner> added(std::vector<CardOwner> cards, const std::vector<std::string>& ids) {
         std::vector<CardOwner> result;
         for (std::size_t i = 0; i < cards.size(); ++i) {
-            const std::string id(bareId(cards[i]->uniqueId()));
-            const auto [other, isNew] = textsById_.emplace(id, texts_[i]);
-            if (isNew) {
-                result.push_back(std::move(cards[i]));
-            } else if (other->second != texts_[i]) {
-                // The same file imported again comes to the same id.
-                const std::string newId = idFromBytes(texts_[i]);
-                newIds_.insert_or_assign(id, newId);
-                if (textsById_.emplace(newId, texts_[i]).second) {
-                    cards[i]->setUniqueId(newId);
-                    result.push_back(std::move(cards[i]));
+            const auto [other, isNew] = known_.emplace(ids[i], cards[i].get());
+            if (!isNew) {
+                if (saysNothingNew(*cards[i], *other->second)) {
+                    continue;
+                }
+                const std::string& newId = ids[cards.size() + i];
+                newIds_.insert_or_assign(ids[i], newId);
+                cards[i]->setUniqueId(newId);
+                if (!known_.emplace(newId, cards[i].get()).second) {
+                    continue;
                 }
             }
+            result.push_back(std::move(cards[i]));
         }
         for (const CardOwner& card : result) {
             if (!newIds_.empty() && card->isGroup()) {
@@ -86,8 +155,7 @@ private:
         return result;
     }
 
-    std::vector<std::string> texts_;
-    std::unordered_map<std::string, std::string> textsById_;
+    std::unordered_map<std::string, const Card*> known_;
     std::unordered_map<std::string, std::string> newIds_;
 };
 

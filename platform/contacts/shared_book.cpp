@@ -2,13 +2,22 @@
 
 #include "platform/contacts/AddressBook.h"
 #include "platform/contacts/address_book.h"
+#include "platform/contacts/card_library.h"
 #include "platform/contacts/vcard_file.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
+
+/// The desktop's address book where a session offers one, else our file.
+std::unique_ptr<CardStore> openStore() {
+    const char* bus = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    std::unique_ptr<CardStore> desktop = bus && *bus && cardLibrary() ? cardLibrary()->openDesktopBook() : nullptr;
+    return desktop ? std::move(desktop) : std::make_unique<VCardFile>();
+}
 
 CFArrayRef copyArray(const std::optional<std::vector<CFRef<ABRecordRef>>>& records) {
     if (!records) {
@@ -25,7 +34,7 @@ CFArrayRef copyArray(const std::optional<std::vector<CFRef<ABRecordRef>>>& recor
 }  // namespace
 
 ABAddressBookRef ABGetSharedAddressBook() {
-    static AddressBook& book = *new AddressBook(std::make_unique<VCardFile>());
+    static AddressBook& book = *new AddressBook(openStore());
     return &book;
 }
 

@@ -7,7 +7,7 @@
 #include <iterator>
 #include <sstream>
 
-#include <libebook-contacts/libebook-contacts.h>
+#include <libebook/libebook.h>
 
 namespace {
 
@@ -85,16 +85,21 @@ std::string memberAddress(const std::string& uniqueId) {
     return g_uuid_string_is_valid(uniqueId.c_str()) ? std::string(kUuidAddress) + uniqueId : uniqueId;
 }
 
-/// The values of a parameter, also of one that lists them in one text.
-std::vector<std::string> parameter(EVCardAttribute* attribute, const char* name) {
-    std::vector<std::string> values;
-    for (GList* value = e_vcard_attribute_get_param(attribute, name); value; value = value->next) {
-        std::istringstream list(static_cast<const char*>(value->data));
-        for (std::string word; std::getline(list, word, ',');) {
-            values.push_back(word);
-        }
+std::vector<std::string> wordsOf(const std::string& list) {
+    std::vector<std::string> words;
+    std::istringstream stream(list);
+    for (std::string word; std::getline(stream, word, ',');) {
+        words.push_back(word);
     }
-    return values;
+    return words;
+}
+
+std::vector<std::string> typesOf(EVCardAttribute* attribute) {
+    std::vector<std::string> types;
+    for (GList* value = e_vcard_attribute_get_param(attribute, EVC_TYPE); value; value = value->next) {
+        types.emplace_back(static_cast<const char*>(value->data));
+    }
+    return types;
 }
 
 /// A program's own label stands in an attribute of the same group: "item1.TEL" and "item1.X-ABLabel". The names that
@@ -122,7 +127,7 @@ std::string labelOf(EVCard* card, EVCardAttribute* attribute, std::string_view n
     if (std::string label = ownLabel(card, attribute); !label.empty()) {
         return label;
     }
-    const std::vector<std::string> types = parameter(attribute, EVC_TYPE);
+    const std::vector<std::string> types = typesOf(attribute);
     const auto* row = std::find_if(std::begin(kLabelTypes), std::end(kLabelTypes), [&](const LabelTypes& candidate) {
         return candidate.attribute == name &&
                std::all_of(candidate.types.begin(), candidate.types.end(), [&](const char* wanted) {
@@ -144,6 +149,12 @@ std::string withoutScheme(const std::string& text) {
     return text;
 }
 
+std::string fullName(const Card& person) {
+    const std::string given = person.namePart(NamePart::Given).value_or("");
+    const std::string family = person.namePart(NamePart::Family).value_or("");
+    return given + (given.empty() || family.empty() ? "" : " ") + family;
+}
+
 /// Quoted-printable bytes of no named character set come out as they are.
 void repairValues(EVCardAttribute* attribute) {
     std::vector<std::string> values;
@@ -161,15 +172,26 @@ void repairValues(EVCardAttribute* attribute) {
     }
 }
 
-/// The library reads parameters from the last one to the first.
-void restoreOrder(EVCardAttribute* attribute) {
-    GList* const reversed = e_vcard_attribute_get_params(attribute);
-    if (!reversed || !reversed->next) {
-        return;
+/// Version 4.0 may write types as a list in one text, which programs that know version 3.0 take for one type.
+EVCardAttributeParam* withTypesApart(EVCardAttributeParam* parameter) {
+    const char* name = e_vcard_attribute_param_get_name(parameter);
+    if (!isSameWord(name, EVC_TYPE)) {
+        return e_vcard_attribute_param_copy(parameter);
     }
+    EVCardAttributeParam* result = e_vcard_attribute_param_new(name);
+    for (GList* value = e_vcard_attribute_param_get_values(parameter); value; value = value->next) {
+        for (const std::string& type : wordsOf(static_cast<const char*>(value->data))) {
+            e_vcard_attribute_param_add_value(result, type.c_str());
+        }
+    }
+    return result;
+}
+
+/// The library reads parameters from the last one to the first.
+void restoreParameters(EVCardAttribute* attribute) {
     std::vector<EVCardAttributeParam*> parameters;
-    for (GList* each = reversed; each; each = each->next) {
-        parameters.push_back(e_vcard_attribute_param_copy(static_cast<EVCardAttributeParam*>(each->data)));
+    for (GList* each = e_vcard_attribute_get_params(attribute); each; each = each->next) {
+        parameters.push_back(withTypesApart(static_cast<EVCardAttributeParam*>(each->data)));
     }
     e_vcard_attribute_remove_params(attribute);
     for (EVCardAttributeParam* parameter : parameters) {
@@ -204,7 +226,7 @@ EbookCard::EbookCard(const std::string& text) : card_(e_vcard_new_from_string(re
     // Until somebody asks, the card is not read, and would be written as it came.
     for (GList* each = e_vcard_get_attributes(card_.get()); each; each = each->next) {
         repairValues(static_cast<EVCardAttribute*>(each->data));
-        restoreOrder(static_cast<EVCardAttribute*>(each->data));
+        restoreParameters(static_cast<EVCardAttribute*>(each->data));
     }
 }
 
@@ -231,8 +253,7 @@ std::string EbookCard::uniqueId() const {
 
 bool EbookCard::isGroup() const {
     return isSameWord(firstValue(card_.get(), "KIND").c_str(), "group") ||
-           isSameWord(firstValue(card_.get(), "X-ADDRESSBOOKSERVER-KIND").c_str(), "group") ||
-           isSameWord(firstValue(card_.get(), EVC_X_LIST).c_str(), "TRUE");
+           isSameWord(firstValue(card_.get(), "X-ADDRESSBOOKSERVER-KIND").c_str(), "group") || isContactList();
 }
 
 bool EbookCard::isCompany() const {
@@ -268,7 +289,7 @@ std::vector<std::string> EbookCard::members() const {
     for (const char* attribute : {"MEMBER", "X-ADDRESSBOOKSERVER-MEMBER"}) {
         forEach(card_.get(), attribute, [&](EVCardAttribute* found) { add(wholeValue(found)); });
     }
-    if (textOf(EVC_X_LIST)) {
+    if (isContactList()) {
         forEach(card_.get(), EVC_EMAIL, [&](EVCardAttribute* found) {
             if (GList* id = e_vcard_attribute_get_param(found, kListMember)) {
                 add(static_cast<const char*>(id->data));
@@ -313,9 +334,55 @@ void EbookCard::setLabelledTexts(const char* attribute, const std::vector<Labell
 void EbookCard::addMember(const Card& person) {
     const std::string id = person.uniqueId();
     const std::vector<std::string> known = members();
-    if (std::find(known.begin(), known.end(), bareId(id)) == known.end()) {
+    if (std::find(known.begin(), known.end(), bareId(id)) != known.end()) {
+        return;
+    }
+    if (isContactList()) {
+        addToContactList(person);
+    } else {
         append(card_.get(), "MEMBER", memberAddress(id));
     }
+}
+
+void EbookCard::makeContactList(const std::vector<CardOwner>& people) {
+    std::vector<EVCardAttribute*> carried;
+    forEach(card_.get(), "MEMBER", [&](EVCardAttribute* member) {
+        const std::string id = wholeValue(member);
+        if (std::any_of(people.begin(), people.end(),
+                        [&id](const CardOwner& person) { return bareId(person->uniqueId()) == bareId(id); })) {
+            carried.push_back(member);
+        }
+    });
+    setText("KIND", std::nullopt);
+    setText(EVC_X_LIST, "TRUE");
+    for (EVCardAttribute* member : carried) {
+        const std::string id = wholeValue(member);
+        e_vcard_remove_attribute(card_.get(), member);
+        addToContactList(**std::find_if(people.begin(), people.end(), [&id](const CardOwner& person) {
+            return bareId(person->uniqueId()) == bareId(id);
+        }));
+    }
+}
+
+bool EbookCard::isContactList() const {
+    return isSameWord(firstValue(card_.get(), EVC_X_LIST).c_str(), "TRUE");
+}
+
+/// Also for a person without an address, for whom a fax number is enough.
+void EbookCard::addToContactList(const Card& person) {
+    const std::string shown = person.textOf(EVC_FN).value_or("");
+    const std::string name = shown.empty() ? fullName(person) : shown;
+    const std::optional<std::string> address = person.textOf(EVC_EMAIL);
+    EDestination* entry = e_destination_new();
+    e_destination_set_contact_uid(entry, person.uniqueId().c_str(), 0);
+    e_destination_set_name(entry, name.c_str());
+    if (address) {
+        e_destination_set_email(entry, address->c_str());
+    }
+    EVCardAttribute* attribute = e_vcard_attribute_new(nullptr, EVC_EMAIL);
+    e_destination_export_to_vcard_attribute(entry, attribute);
+    e_vcard_append_attribute(card_.get(), attribute);
+    g_object_unref(entry);
 }
 
 void EbookCard::renameMembers(const std::unordered_map<std::string, std::string>& newIds) {

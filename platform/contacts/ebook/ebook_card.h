@@ -29,12 +29,19 @@ public:
     void addMember(const Card& person) override;
     void renameMembers(const std::unordered_map<std::string, std::string>& newIds) override;
 
+    /// Turns a group into a contact list, which is what the clients of evolution-data-server take for a group: EMAIL
+    /// attributes that name the contact by a parameter. Only members among `people` are carried over; the others stay
+    /// as they are.
+    void makeContactList(const std::vector<CardOwner>& people);
+
 private:
     using Name = std::array<std::string, 5>;  // family, given, additional, prefixes, suffixes
     struct Releaser {
         void operator()(struct _EVCard* card) const;
     };
 
+    bool isContactList() const;
+    void addToContactList(const Card& person);
     Name name() const;
     void setName(const Name& parts);
 

@@ -1,6 +1,7 @@
 // What the address book loads when it is first asked for something.
 
 #include "platform/contacts/card_library.h"
+#include "platform/contacts/ebook/desktop_book.h"
 #include "platform/contacts/ebook/ebook_card.h"
 
 namespace {
@@ -9,6 +10,7 @@ class EbookLibrary final : public CardLibrary {
 public:
     CardOwner make() override { return std::make_unique<EbookCard>(); }
     CardOwner read(const std::string& text) override { return std::make_unique<EbookCard>(text); }
+    std::unique_ptr<CardStore> openDesktopBook() override { return ::openDesktopBook(); }
 };
 
 }  // namespace
