@@ -19,10 +19,15 @@ OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);
 /// Picks an item of the control's menu or of a menu below it: `menu` is the one that the item stands in.
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item);
-/// Replaces the field's text, key by key; focus leaves nothing else behind.
+/// Replaces the field's text, key by key; focus leaves nothing else behind. In a clock, each number or word goes into
+/// one section: "18:30", or "6:30 PM" where clocks show that. For a list these are keys: letters search, "\n" is Return
+/// and "\b" the Delete key.
 OSStatus AutomationType(ControlRef field, CFStringRef text);
 OSStatus AutomationSelectRows(ControlRef list, ItemCount count, const UInt32* rows);
 CFIndex AutomationCountRows(ControlRef list);
+/// A new string: what a cell shows. Rows and columns count from 1; null where there is no cell.
+CFStringRef AutomationCopyCellText(ControlRef list, UInt32 row, UInt32 column);
+Boolean AutomationIsRowSelected(ControlRef list, UInt32 row);
 /// A PNG of the window as it is drawn now; passwords show as dots.
 OSStatus AutomationSnapshot(WindowRef window, CFURLRef file);
 

@@ -4,6 +4,7 @@
 // and a radio group count items from 1 (0: none), a check box is 0 or 1, arrows and sliders keep to their range.
 #pragma once
 
+#include "platform/foundation/DateTimeUtils.h"
 #include "platform/foundation/four_char_code.h"
 #include "platform/toolbox/ToolboxTypes.h"
 
@@ -31,6 +32,7 @@ enum class ControlKind {
     tabs,
     groupBox,
     list,
+    clock,
     picture,
 };
 ControlKind GetControlKind(ControlRef control);
@@ -109,7 +111,7 @@ OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 
 inline constexpr ControlPartCode kControlUpButtonPart = 20;    // little arrows
 inline constexpr ControlPartCode kControlDownButtonPart = 21;  // little arrows
-inline constexpr ControlPartCode kControlIndicatorPart = 129;  // a slider's thumb
+inline constexpr ControlPartCode kControlIndicatorPart = 129;  // a slider's thumb: the value as a whole
 
 using ControlActionProcPtr = void (*)(ControlRef control, ControlPartCode part);
 using ControlActionUPP = ControlActionProcPtr;
@@ -118,8 +120,8 @@ inline ControlActionUPP NewControlActionUPP(ControlActionProcPtr proc) {
     return proc;
 }
 /// Arrows: the action moves the value, once for a press and, while that is held, again and again at a steady rate.
-/// Arrows without one step by themselves. Sliders: the action follows each change of the value while the thumb moves.
-/// The event 'cntl'/1 follows each time.
+/// Arrows without one step by themselves. An assistive technology may also set a value: part kControlIndicatorPart.
+/// Sliders: the action follows each change of the value while the thumb moves. The event 'cntl'/1 follows each time.
 void SetControlAction(ControlRef control, ControlActionUPP action);
 
 /// Does what a click on the part of the arrows does, without moving the mouse: its action, and the event. Whoever lets
@@ -134,10 +136,11 @@ inline constexpr OSType kControlStaticTextCFStringTag = FourCharCode("cfst");   
 inline constexpr OSType kControlEditTextCFStringTag = FourCharCode("cfst");        // CFStringRef; fields and text views
 inline constexpr OSType kControlEditTextSelectionTag = FourCharCode("sele");       // ControlEditTextSelectionRec
 inline constexpr OSType kControlEditTextValidationProcTag = FourCharCode("vali");  // ControlEditTextValidationUPP
-inline constexpr OSType kControlContentTag = FourCharCode("cont");       // CGImageRef; bevel buttons, pictures
-inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");  // Boolean; text views
-inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");  // Boolean; text views
-inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");  // SInt16, points; text views
+inline constexpr OSType kControlContentTag = FourCharCode("cont");        // CGImageRef; bevel buttons, pictures
+inline constexpr OSType kControlClockLongDateTag = FourCharCode("date");  // LongDateRec, in years 1752 to 9999; clocks
+inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");   // Boolean; text views
+inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");   // Boolean; text views
+inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");   // SInt16, points; text views
 inline constexpr OSType kControlLittleArrowsIncrementValueTag =
     FourCharCode("incr");  // SInt32 above 0; arrows, 1 at first
 

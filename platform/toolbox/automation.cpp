@@ -8,6 +8,8 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QDateTimeEdit>
+#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 
@@ -33,6 +35,10 @@ bool hasParts(const OpaqueControlRef& control) {
 void typeCharacter(QWidget* field, char32_t character) {
     if (character == U'\n') {
         userPresses(field, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+        return;
+    }
+    if (character == U'\b') {
+        userPresses(field, Qt::Key_Delete);
         return;
     }
     const char32_t upper = QChar::toUpper(character);
@@ -65,6 +71,65 @@ QAbstractItemView* listOf(ControlRef control) {
     return view && view->model() ? view : nullptr;
 }
 
+OSStatus typeIntoField(QWidget* widget, const QString& text) {
+    const QPointer<QWidget> field(widget);
+    const bool lines = dynamic_cast<TextArea*>(widget);
+    const bool typeable = std::ranges::all_of(
+        text, [&](QChar c) { return c.category() != QChar::Other_Control || (lines && c == u'\n'); });
+    if (!typeable) {
+        return paramErr;
+    }
+    if (field->property("readOnly").toBool() || !userReaches(field) || !userFocuses(field)) {
+        return kControlNotUsableErr;
+    }
+    // Deleted first, not typed over: filters count the text that is there.
+    userPresses(field, Qt::Key_A, Qt::ControlModifier);
+    userPresses(field, Qt::Key_Delete);
+    for (const uint character : text.toUcs4()) {
+        if (field) {
+            typeCharacter(field, character);
+        }
+    }
+    return noErr;
+}
+
+/// Each number or word goes into one section of the clock, which is marked as the Tab key and the mouse do it.
+OSStatus typeIntoClock(QDateTimeEdit* widget, const QString& text) {
+    static const QRegularExpression notInSections(QStringLiteral("[^\\w]+"),
+                                                  QRegularExpression::UseUnicodePropertiesOption);
+    const QStringList parts = text.split(notInSections, Qt::SkipEmptyParts);
+    const QPointer<QDateTimeEdit> clock(widget);
+    if (parts.size() != clock->sectionCount()) {
+        return paramErr;
+    }
+    if (!userReaches(clock) || !userFocuses(clock)) {
+        return kControlNotUsableErr;
+    }
+    for (int section = 0; section < parts.size() && clock; ++section) {
+        clock->setSelectedSection(clock->sectionAt(section));
+        for (const uint character : parts[section].toUcs4()) {
+            if (clock) {
+                typeCharacter(clock, character);
+            }
+        }
+    }
+    return noErr;
+}
+
+/// Keys for the list itself: letters search in it.
+OSStatus typeIntoList(QAbstractItemView* view, const QString& text) {
+    const QPointer<QWidget> list(view);
+    if (!userReaches(list) || !userFocuses(list)) {
+        return kControlNotUsableErr;
+    }
+    for (const uint character : text.toUcs4()) {
+        if (list) {
+            typeCharacter(list, character);
+        }
+    }
+    return noErr;
+}
+
 }  // namespace
 
 OSStatus AutomationClick(ControlRef control) {
@@ -88,29 +153,17 @@ OSStatus AutomationClick(ControlRef control) {
 }
 
 OSStatus AutomationType(ControlRef control, CFStringRef string) {
-    if (!control || !string || !dynamic_cast<TextSink*>(control->widget)) {
+    if (!control || !string) {
         return paramErr;
     }
-    const QPointer<QWidget> field(control->widget);
-    const bool lines = dynamic_cast<TextArea*>(field.data());
     const QString text = toQString(string);
-    const bool typeable = std::ranges::all_of(
-        text, [&](QChar c) { return c.category() != QChar::Other_Control || (lines && c == u'\n'); });
-    if (!typeable) {
-        return paramErr;
+    if (auto* clock = qobject_cast<QDateTimeEdit*>(control->widget)) {
+        return typeIntoClock(clock, text);
     }
-    if (field->property("readOnly").toBool() || !userReaches(field) || !userFocuses(field)) {
-        return kControlNotUsableErr;
+    if (QAbstractItemView* list = listOf(control)) {
+        return typeIntoList(list, text);
     }
-    // Deleted first, not typed over: filters count the text that is there.
-    userPresses(field, Qt::Key_A, Qt::ControlModifier);
-    userPresses(field, Qt::Key_Delete);
-    for (const uint character : text.toUcs4()) {
-        if (field) {
-            typeCharacter(field, character);
-        }
-    }
-    return noErr;
+    return dynamic_cast<TextSink*>(control->widget) ? typeIntoField(control->widget, text) : paramErr;
 }
 
 OSStatus AutomationSelectRows(ControlRef control, ItemCount count, const UInt32* rows) {
@@ -144,6 +197,21 @@ OSStatus AutomationSelectRows(ControlRef control, ItemCount count, const UInt32*
 CFIndex AutomationCountRows(ControlRef control) {
     const QAbstractItemView* view = listOf(control);
     return view ? view->model()->rowCount(view->rootIndex()) : 0;
+}
+
+CFStringRef AutomationCopyCellText(ControlRef control, UInt32 row, UInt32 column) {
+    const QAbstractItemView* view = listOf(control);
+    if (!view || row < 1 || column < 1) {
+        return nullptr;
+    }
+    const QModelIndex cell =
+        view->model()->index(static_cast<int>(row) - 1, static_cast<int>(column) - 1, view->rootIndex());
+    return cell.isValid() ? toCFString(cell.data().toString()).leak() : nullptr;
+}
+
+Boolean AutomationIsRowSelected(ControlRef control, UInt32 row) {
+    const QAbstractItemView* view = listOf(control);
+    return view && selectedRows(view).contains(static_cast<int>(row) - 1);
 }
 
 OSStatus AutomationSnapshot(WindowRef window, CFURLRef file) {

@@ -1,12 +1,13 @@
 // The texts and other data of controls.
 
 #include "platform/foundation/CFString.h"
-#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/clock.h"
 #include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/pictures.h"
 
 #include <QAbstractButton>
+#include <QDateTimeEdit>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -54,6 +55,9 @@ std::optional<QString> textOf(const QWidget* widget) {
     }
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
         return label->text();
+    }
+    if (const auto* clock = qobject_cast<const QDateTimeEdit*>(widget)) {
+        return clock->text();
     }
     return std::nullopt;
 }
@@ -187,6 +191,14 @@ OSStatus SetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
             arrows->setSingleStep(*increment);
             return noErr;
         }
+        case kControlClockLongDateTag: {
+            const auto date = valueOf<LongDateRec>(size, data);
+            auto* clock = qobject_cast<QDateTimeEdit*>(control->widget);
+            if (clock == nullptr) {
+                return errDataNotSupported;
+            }
+            return date && setClockDate(clock, *date) ? noErr : paramErr;
+        }
         case kControlTextReadOnlyTag:
         case kControlTextWordWrapTag:
         case kControlTextFontSizeTag: {
@@ -218,6 +230,10 @@ OSStatus GetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
     if (tag == kControlEditTextSelectionTag) {
         const auto* field = dynamic_cast<const TextSink*>(control->widget);
         return field != nullptr ? giveOut(field->selection(), bufferSize, buffer, actualSize) : errDataNotSupported;
+    }
+    if (tag == kControlClockLongDateTag) {
+        const auto* clock = qobject_cast<const QDateTimeEdit*>(control->widget);
+        return clock != nullptr ? giveOut(clockDate(*clock), bufferSize, buffer, actualSize) : errDataNotSupported;
     }
     if (tag == kControlLittleArrowsIncrementValueTag) {
         const auto* arrows = dynamic_cast<const LittleArrows*>(control->widget);

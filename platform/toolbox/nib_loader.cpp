@@ -3,6 +3,7 @@
 #include "platform/toolbox/nib_loader.h"
 
 #include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/clock.h"
 #include "platform/toolbox/data_browser_view.h"
 #include "platform/toolbox/edit_field.h"
 #include "platform/toolbox/little_arrows.h"
@@ -16,6 +17,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDateTimeEdit>
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
@@ -58,6 +60,7 @@ constexpr std::array kKindNames = {
     KindName{ControlKind::tabs, "tabs"},
     KindName{ControlKind::groupBox, "groupBox"},
     KindName{ControlKind::list, "list"},
+    KindName{ControlKind::clock, "clock"},
     KindName{ControlKind::picture, "picture"},
 };
 static_assert(kKindNames.size() == static_cast<std::size_t>(ControlKind::picture) + 1);
@@ -169,6 +172,9 @@ ControlKind kindOfClass(const QWidget* widget) {
     if (qobject_cast<const QAbstractItemView*>(widget) != nullptr) {
         return ControlKind::list;
     }
+    if (qobject_cast<const QDateTimeEdit*>(widget) != nullptr) {
+        return ControlKind::clock;
+    }
     return ControlKind::userPane;
 }
 
@@ -276,6 +282,8 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
             prepareButton(button);
         } else if (auto* browser = dynamic_cast<DataBrowserView*>(widget)) {
             browser->readColumns();
+        } else if (auto* clock = qobject_cast<QDateTimeEdit*>(widget)) {
+            prepareClock(clock);
         }
         makeControl(widget);
     }

@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QFile>
 #include <QHash>
 #include <QRadioButton>
@@ -52,6 +53,10 @@ void connectUserActions(OpaqueControlRef* control) {
         case ControlKind::littleArrows:
             if (auto* spinBox = qobject_cast<QSpinBox*>(widget)) {
                 QObject::connect(spinBox, &QSpinBox::valueChanged, control, hit);
+            } else {
+                // Not by a press: an assistive technology gave them a value.
+                QObject::connect(qobject_cast<QAbstractSlider*>(widget), &QAbstractSlider::valueChanged, control,
+                                 [control] { control->userSteps(kControlIndicatorPart); });
             }
             break;
         case ControlKind::tabs:
@@ -60,6 +65,9 @@ void connectUserActions(OpaqueControlRef* control) {
             } else {
                 QObject::connect(qobject_cast<QTabBar*>(widget), &QTabBar::currentChanged, control, hit);
             }
+            break;
+        case ControlKind::clock:
+            QObject::connect(qobject_cast<QDateTimeEdit*>(widget), &QDateTimeEdit::dateTimeChanged, control, hit);
             break;
         default:
             break;

@@ -327,6 +327,33 @@ TEST_F(DataBrowserTest, HandlersHaveKeysBeforeTheList) {
     EXPECT_EQ(selected(), "c");
 }
 
+TEST_F(DataBrowserTest, ScriptsPressKeysAndReadCells) {
+    add("abc");
+    people[1].fax = "42";
+    EXPECT_EQ(AutomationType(browser, CFSTR("b")), noErr);
+    EXPECT_EQ(selected(), "b");
+    taken();
+    EXPECT_EQ(AutomationType(browser, CFSTR("\n")), noErr);
+    EXPECT_EQ(taken(), " 7b");
+    std::string keys;
+    const TestHandler handler(GetControlEventTarget(browser), kEventClassKeyboard, kEventRawKeyDown,
+                              [&](EventHandlerCallRef, EventRef event) {
+                                  UniChar key = 0;
+                                  GetEventParameter(event, kEventParamKeyUnicodes, typeUnicodeText, nullptr, sizeof key,
+                                                    nullptr, &key);
+                                  keys += std::to_string(key);
+                                  return noErr;
+                              });
+    EXPECT_EQ(AutomationType(browser, CFSTR("\b")), noErr);
+    EXPECT_EQ(keys, "127");
+    const auto cell = CFRef<CFStringRef>::adopt(AutomationCopyCellText(browser, 2, 2));
+    EXPECT_TRUE(CFEqual(cell.get(), CFSTR("42")));
+    EXPECT_EQ(AutomationCopyCellText(browser, 2, 4), nullptr);
+    EXPECT_EQ(AutomationCopyCellText(browser, 4, 1), nullptr);
+    EXPECT_TRUE(AutomationIsRowSelected(browser, 2));
+    EXPECT_FALSE(AutomationIsRowSelected(browser, 1));
+}
+
 TEST_F(DataBrowserTest, CallbacksMayChangeOrEndTheBrowser) {
     add("abc");
     onSelection = [&](ControlRef, DataBrowserItemID) {

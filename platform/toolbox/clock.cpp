@@ -1,0 +1,30 @@
+#include "platform/toolbox/clock.h"
+
+#include <QDateTimeEdit>
+#include <QSignalBlocker>
+
+void prepareClock(QDateTimeEdit* clock) {
+    clock->setTimeSpec(Qt::UTC);
+    clock->setWrapping(true);
+}
+
+LongDateRec clockDate(const QDateTimeEdit& clock) {
+    const QDate date = clock.date();
+    const QTime time = clock.time();
+    return {{static_cast<SInt16>(date.year()), static_cast<SInt16>(date.month()), static_cast<SInt16>(date.day()),
+             static_cast<SInt16>(time.hour()), static_cast<SInt16>(time.minute()), static_cast<SInt16>(time.second())}};
+}
+
+bool setClockDate(QDateTimeEdit* clock, const LongDateRec& date) {
+    constexpr int kLastYear = 9999;  // of four digits
+    const auto& field = date.ld;
+    const QDate day(field.year, field.month, field.day);
+    const QTime time(field.hour, field.minute, field.second);
+    if (!day.isValid() || !time.isValid() || field.year < 1 || field.year > kLastYear) {
+        return false;
+    }
+    const QDateTime moment(day, time, Qt::UTC);
+    const QSignalBlocker programmatic(clock);
+    clock->setDateTime(moment);
+    return clock->dateTime() == moment;
+}
