@@ -3,12 +3,15 @@
 namespace {
 
 // Without a branch, and so is the loop that calls it: the compiler then looks at many characters at once.
-bool isDigit(char c) {
-    const auto isBetween = [](unsigned char character, unsigned char first, unsigned char last) {
-        return static_cast<unsigned char>(character - first) <= last - first;
-    };
-    const auto byte = static_cast<unsigned char>(c);
-    return isBetween(byte | 0x20, 'a', 'z') | isBetween(byte, '0', '9') | (c == '+') | (c == '/');
+unsigned char isBetween(unsigned char c, unsigned char first, unsigned char last) {
+    return static_cast<unsigned char>(c - first) <= last - first;
+}
+
+/// 1 or 0.
+unsigned char isDigit(unsigned char c) {
+    const unsigned char isSign = c == '+';
+    const unsigned char isSlash = c == '/';
+    return isBetween(c | 0x20, 'a', 'z') | isBetween(c, '0', '9') | isSign | isSlash;
 }
 
 }  // namespace

@@ -3,7 +3,8 @@
 
 #include <QByteArray>
 
-#include <cstdint>
+#include <cstddef>
+#include <memory>
 
 #include <sys/mman.h>
 
@@ -11,12 +12,11 @@
 /// memory page by page than it takes us to write there, so it is asked for large pages. Where it has none, nothing is
 /// lost.
 inline void reserveLargeBuffer(QByteArray* bytes, qsizetype capacity) {
-    constexpr std::uintptr_t kLargePage = 2 * 1024 * 1024;
+    constexpr std::size_t kLargePage = std::size_t{2} * 1024 * 1024;
     bytes->reserve(capacity);
-    const auto start = reinterpret_cast<std::uintptr_t>(bytes->data());
-    const std::uintptr_t first = (start + kLargePage - 1) / kLargePage * kLargePage;
-    const std::uintptr_t last = (start + static_cast<std::uintptr_t>(capacity)) / kLargePage * kLargePage;
-    if (first < last) {
-        madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+    void* first = bytes->data();
+    auto size = static_cast<std::size_t>(bytes->capacity());
+    if (std::align(kLargePage, kLargePage, first, size) != nullptr) {
+        madvise(first, size / kLargePage * kLargePage, MADV_HUGEPAGE);
     }
 }
