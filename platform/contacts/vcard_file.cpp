@@ -2,6 +2,7 @@
 
 #include "platform/contacts/card_identity.h"
 #include "platform/contacts/card_library.h"
+#include "platform/contacts/folder_lock.h"
 #include "platform/contacts/vcard_split.h"
 #include "platform/files/folders.h"
 #include "platform/files/url_access.h"
@@ -106,7 +107,15 @@ std::optional<std::vector<CardOwner>> VCardFile::find(const std::vector<std::str
 
 bool VCardFile::save(const std::vector<Card*>& cards) {
     const std::optional<std::string> path = filePath();
-    const std::optional<std::string> old = path ? readCards(*path) : std::nullopt;
+    if (!path) {
+        return false;
+    }
+    const FolderLock lock(path->substr(0, path->rfind('/')));
+    if (!lock) {
+        std::fprintf(stderr, "%s: another program keeps it locked\n", path->c_str());
+        return false;
+    }
+    const std::optional<std::string> old = readCards(*path);
     if (!old) {
         return false;
     }

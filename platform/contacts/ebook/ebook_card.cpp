@@ -191,7 +191,11 @@ EVCardAttributeParam* withTypesApart(EVCardAttributeParam* parameter) {
 void restoreParameters(EVCardAttribute* attribute) {
     std::vector<EVCardAttributeParam*> parameters;
     for (GList* each = e_vcard_attribute_get_params(attribute); each; each = each->next) {
-        parameters.push_back(withTypesApart(static_cast<EVCardAttributeParam*>(each->data)));
+        auto* parameter = static_cast<EVCardAttributeParam*>(each->data);
+        // All text is UTF-8 by now.
+        if (!isSameWord(e_vcard_attribute_param_get_name(parameter), "CHARSET")) {
+            parameters.push_back(withTypesApart(parameter));
+        }
     }
     e_vcard_attribute_remove_params(attribute);
     for (EVCardAttributeParam* parameter : parameters) {
