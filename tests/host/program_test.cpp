@@ -19,6 +19,24 @@ protected:
         return plist.find("<key>" + key + "</key>" + value) != std::string::npos;
     }
 
+    /// Whether the job chooses the option of the PPD.
+    bool jobHas(const std::string& mainKeyword, const std::string& option) const {
+        return job().find("%%BeginFeature: *" + mainKeyword + " " + option + "\n") != std::string::npos;
+    }
+
+    /// Runs a script of the documentation, as it says itself.
+    void runExample(const std::string& name, const Words& more = {}) const {
+        Words arguments{
+            "--ppd",   kZR420,           "--script", TAVRO_SOURCE_DIR "/docs/examples/" + name + ".tavro-script",
+            "--shots", folder / "shots", kTenPages};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const Words files = outputs();
+        arguments.insert(arguments.end(), files.begin(), files.end());
+        const Run done = run(arguments);
+        EXPECT_EQ(done.status, 0);
+        EXPECT_EQ(done.output + done.errors, "");
+    }
+
     bool wroteNothing() const { return !fs::exists(folder / "settings.plist") && !fs::exists(folder / "job.ps"); }
 };
 
@@ -35,19 +53,52 @@ TEST_F(Program, TellsAboutItself) {
 }
 
 TEST_F(Program, RunsTheExampleOfTheDocumentation) {
-    const std::string example = TAVRO_SOURCE_DIR "/docs/examples/advanced.tavro-script";
-    Words arguments{"--ppd", kZR420, "--script", example, "--shots", folder / "shots", kTenPages};
-    for (const std::string& word : outputs()) {
-        arguments.push_back(word);
-    }
-    const Run done = run(arguments);
-    EXPECT_EQ(done.status, 0);
-    EXPECT_EQ(done.output + done.errors, "");
+    runExample("advanced");
     EXPECT_NE(job().find("@PJL SET TRBANNER=ON"), std::string::npos);
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.AdvancedRotateImage180", "<integer>1</integer>"));
     EXPECT_TRUE(hasPair(settings(), "JCLBanner", "<string>True</string>"));
     EXPECT_EQ(fs::status(folder / "settings.plist").permissions(), fs::perms(0600));
     EXPECT_EQ(contentOf(folder / "shots/advanced-after.png").substr(1, 3), "PNG");
+}
+
+TEST_F(Program, RunsTheExampleOfImageOptions) {
+    runExample("image-options");
+    EXPECT_TRUE(jobHas("Resolution", "1200dpi"));
+    EXPECT_TRUE(jobHas("TRImageQuality", "Lightest"));
+    EXPECT_TRUE(jobHas("TREconomode", "True"));
+    EXPECT_TRUE(hasPair(settings(), "Resolution", "<string>1200dpi</string>"));
+    EXPECT_TRUE(hasPair(settings(), "TRImageQuality", "<string>Lightest</string>"));
+    EXPECT_TRUE(hasPair(settings(), "TREconomode", "<string>True</string>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.InvertImageOptions",
+                        "<dict><key>NegativeImage</key><integer>1</integer>"
+                        "<key>MirrorImage</key><integer>0</integer></dict>"));
+    EXPECT_NE(contentOf(folder / "shots/image-options-before.png"),
+              contentOf(folder / "shots/image-options-after.png"));
+}
+
+TEST_F(Program, RunsTheExampleOfABooklet) {
+    runExample("booklet", {"--installed", "Option2=HCSS_BK"});
+    EXPECT_TRUE(jobHas("Duplex", "DuplexTumble"));
+    EXPECT_TRUE(jobHas("TRFoldOptions", "BookletFoldStapleOpt"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<true/>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletDrawOutlines", "<integer>1</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "com.apple.print.PrintSettings.PMDuplexing", "<integer>3</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.FinishingDuplex", "<integer>3</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "Duplex", "<string>DuplexTumble</string>"));
+    EXPECT_TRUE(hasPair(settings(), "TRFoldOptions", "<string>BookletFoldStapleOpt</string>"));
+    EXPECT_EQ(contentOf(folder / "shots/booklet-finishing.png").substr(1, 3), "PNG");
+
+    // The settings are a booklet's from the start of the next dialog on; a printer that cannot fold has no button.
+    fs::rename(folder / "settings.plist", folder / "before.plist");
+    Words more = outputs();
+    more.insert(more.end(), {"--ticket-in", folder / "before.plist", "--installed", "Option2=LCSS"});
+    const Run second =
+        script("panel Layout\nexpect Tshl:6004 value 2\nexpect Tshl:6011 value 1\nchoose Tshl:6004 \"Off\"\nok", more);
+    EXPECT_EQ(second.status, 0) << second.errors;
+    EXPECT_TRUE(jobHas("Duplex", "DuplexNoTumble"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<false/>"));
+    const Run third = script("panel Layout\nclick Tshl:6013", {"--installed", "Option2=LCSS"});
+    EXPECT_EQ(third.status, 3) << "no folder, no button";
 }
 
 TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {
@@ -138,4 +189,33 @@ TEST_F(Program, ListsTheControlsOfEveryPanel) {
     EXPECT_NE(list.output.find("popUp Tshl:632 value 1 \"Off\"\n"), std::string::npos);
     EXPECT_NE(list.output.find("customView Tshl:505 command TsLB"), std::string::npos);
     EXPECT_NE(list.output.find("pushButton Host:60 command \"ok  \" \"Print\""), std::string::npos);
+}
+
+TEST_F(Program, PutsTheCoverSheetInFrontOfAFax) {
+    const auto fax = [this](const char* coverSheet) {
+        return add("fax.plist", std::string(R"(<plist version="1.0"><dict><key>PMPrintSettingsTicket</key><dict>
+            <key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>5</integer></dict>
+            <key>com.tavro.print.FaxRecipientList</key><array><dict>
+              <key>LastName</key><string>Example</string><key>FaxNumber</key><string>5550199</string>
+            </dict></array>
+            <key>com.tavro.print.FaxOptions</key><dict>
+              <key>CoverSheetNotes</key><string>Call me.</string><key>ImageName</key><string>logo.png</string>
+              <key>CoverSheet</key><)") +
+                                    coverSheet + "/></dict></dict></dict></plist>");
+    };
+    const auto pages = [this] {
+        const std::string text = job();
+        const std::size_t at = text.rfind("%%Pages: ");
+        return at == std::string::npos ? -1 : std::stoi(text.substr(at + 9));
+    };
+    Words arguments = outputs();
+    arguments.insert(arguments.end(), {"--ticket-in", fax("true")});
+    const Run sent = script("type Host:31 \"2-3\"\nok", arguments);
+    EXPECT_EQ(sent.status, 0) << sent.errors;
+    EXPECT_EQ(sent.errors, "tavro-print: cover sheet: logo.png: is not stored\n");
+    EXPECT_EQ(pages(), 3);
+    EXPECT_TRUE(hasPair(settings(), "com.apple.print.PrintSettings.PMPageRange", "<string>2-3</string>"));
+    fax("false");
+    EXPECT_EQ(script("type Host:31 \"2-3\"\nok", arguments).errors, "");
+    EXPECT_EQ(pages(), 2);
 }

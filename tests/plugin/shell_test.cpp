@@ -146,6 +146,7 @@ TEST_F(Shell, ShowsOnePanelAtATimeInARing) {
 TEST_F(Shell, APanelThatIsLeftWritesAndTheOthersReadAnew) {
     const Session session(kZR420);
     startAndOpen(session);
+    choose("Advanced");
     choose("About");
     choose("Advanced");
     SetControl32BitValue(shell(630), 1);
@@ -157,6 +158,39 @@ TEST_F(Shell, APanelThatIsLeftWritesAndTheOthersReadAnew) {
     SetTicketNumber(session.settings, kTicketCreator, kEmitTPIFKey, 1);
     choose("Advanced");
     EXPECT_EQ(GetControl32BitValue(shell(630)), 1);
+}
+
+TEST_F(Shell, ShowsThePanelsInTheirOrder) {
+    const Session session(kZR420);
+    startAndOpen(session);
+    EXPECT_LT(panel("Image Options"), panel("Layout"));
+    EXPECT_LT(panel("Layout"), panel("Advanced"));
+}
+
+// The sides of a job are chosen in other panels too: what they chose must outlive a layout panel that nobody looks at.
+TEST_F(Shell, OnlyTheLayoutPanelThatIsShownOrLeftDecidesTheSides) {
+    const CFStringRef sidesKey = CFSTR("com.apple.print.PrintSettings.PMDuplexing");
+    const Session session(kZR420);
+    SetTicketNumber(session.settings, kTicketCreator, sidesKey, 3);
+    startAndOpen(session);
+    choose("Layout");
+    choose("Advanced");
+    EXPECT_EQ(GetTicketNumber(session.settings, sidesKey, -7), 2) << "left";
+
+    SetTicketNumber(session.settings, kTicketCreator, sidesKey, 3);
+    CFMutableDictionaryRef options = nullptr;
+    ASSERT_EQ(PMTicketGetPPDDict(session.settings, kPMTopLevel, &options), noErr);
+    set(options, "Duplex", "DuplexTumble");
+    EXPECT_EQ(operations.Sync(context, session.get(), false), noErr);
+    choose("About");
+    EXPECT_EQ(GetTicketNumber(session.settings, sidesKey, -7), 3) << "not shown";
+    EXPECT_EQ(get(options, "Duplex"), "DuplexTumble");
+
+    choose("Layout");
+    EXPECT_EQ(operations.Sync(context, session.get(), false), noErr);
+    EXPECT_EQ(GetTicketNumber(session.settings, sidesKey, -7), 2) << "shown";
+    EXPECT_EQ(get(options, "Duplex"), "DuplexNoTumble");
+    choose("About");
 }
 
 TEST_F(Shell, OpensAgainWithoutBuildingAgain) {

@@ -51,8 +51,14 @@ TEST_P(ShippedPPDs, KeepTheOrderThatPanelsIndexBy) {
     EXPECT_EQ(choices["Collate"], (Choices{"True", "False"}));
     EXPECT_EQ(choices["StapleLocation"].front(), "None");
     EXPECT_EQ(choices["TREconomode"], (Choices{"False", "True"}));
-    EXPECT_EQ(choices["TRImageQuality"].size(), 7U);
+    EXPECT_EQ(choices["TRImageQuality"],
+              (Choices{"Lightest", "Lighter", "Light", "Normal", "Dark", "Darker", "Darkest"}));
     EXPECT_EQ(choices["TRImageQuality"][3], defaults["TRImageQuality"]);
+    EXPECT_EQ(choices["Resolution"].front(), defaults["Resolution"]);
+    EXPECT_EQ(choices["TRFoldOptions"].front(), "None");
+    for (const char* fold : {"BookletFoldOpt", "BookletFoldStapleOpt"}) {
+        EXPECT_EQ(std::ranges::count(choices["TRFoldOptions"], fold), 1) << fold;
+    }
     EXPECT_EQ(choices["Duplex"], (Choices{"None", "DuplexNoTumble", "DuplexTumble"}));
     EXPECT_EQ(choices["MediaType"].front(), "SystemDefault");
     EXPECT_EQ(choices["JCLCovers"], (Choices{"None", "BlankFront", "Front", "BlankFrontBack", "FrontBack"}));
