@@ -246,16 +246,16 @@ OSStatus SpinControlEventHandler(EventHandlerCallRef next, EventRef event, void*
 // ---- Actions
 
 void SpinControlArrowsActionProc(ControlRef arrows, ControlPartCode part) {
-    if (part != kControlUpButtonPart && part != kControlDownButtonPart) {
-        return;
-    }
     SInt32 step = 1;
     GetControlData(arrows, kControlEntireControl, kControlLittleArrowsIncrementValueTag, sizeof step, &step, nullptr);
     const std::int64_t value = GetControl32BitValue(arrows);
-    const std::int64_t end =
-        part == kControlUpButtonPart ? GetControl32BitMaximum(arrows) : GetControl32BitMinimum(arrows);
-    const std::int64_t next = part == kControlUpButtonPart ? std::min(value + step, end) : std::max(value - step, end);
-    if (value == end) {
+    std::int64_t next = value;
+    if (part == kControlUpButtonPart) {
+        next = std::min<std::int64_t>(value + step, GetControl32BitMaximum(arrows));
+    } else if (part == kControlDownButtonPart) {
+        next = std::max<std::int64_t>(value - step, GetControl32BitMinimum(arrows));
+    }
+    if (next == value && part != kControlIndicatorPart) {
         SysBeep(1);
     }
     // The pause between two steps of held arrows is the toolbox's own.

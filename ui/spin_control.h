@@ -52,7 +52,8 @@ OSStatus SpinControlTextInputEventHandler(EventHandlerCallRef next, EventRef eve
 /// The handler of the field. Text is checked before it enters, with a beep when it may not, and read when it has;
 /// the arrow keys and the wheel step; a field that loses the focus shows the arrows' value.
 OSStatus SpinControlEventHandler(EventHandlerCallRef next, EventRef event, void* userData);
-/// The action of the arrows: one step up or down, to the end of the range at most; a beep there.
+/// The action of the arrows: one step up or down, to the end of the range at most; a beep there. The part
+/// kControlIndicatorPart stands for a value that the arrows have already.
 void SpinControlArrowsActionProc(ControlRef arrows, ControlPartCode part);
 /// The action of a slider that shows the arrows' value: gives the arrows its own.
 void SpinSliderActionProc(ControlRef slider, ControlPartCode part);

@@ -9,7 +9,8 @@
 // A widget becomes a control when it carries one of the dynamic properties "signature" (four characters) and "number",
 // "command" (four characters), "signature2" (a second signature under which the number is found), "viewClass" (a
 // registered custom view class) or "kind" (a name of ControlKindName() where the widget's class leaves it open). Texts
-// are keys of the strings table with the nib's name.
+// are keys of the strings table with the nib's name. Class "LittleArrows", with the properties minimum, maximum, value
+// and singleStep, is two small buttons that step a value.
 
 using IBNibRef = struct OpaqueIBNibRef*;
 inline constexpr OSStatus kNibNotFoundErr = -10960;

@@ -122,4 +122,62 @@ TEST_F(Formatter, WritesTheUsersNotationWithoutGroups) {
     EXPECT_EQ(format(2.4, -1), "2");
 }
 
+TEST_F(Formatter, ReadsWhatUsersOfTheLocaleWrite) {
+    const auto parse = [](const std::string& text, CFNumberType type, void* value) {
+        const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
+        const auto formatter = CFRef<CFNumberFormatterRef>::adopt(
+            CFNumberFormatterCreate(nullptr, locale.get(), kCFNumberFormatterDecimalStyle));
+        const auto string =
+            CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text.c_str(), kCFStringEncodingUTF8));
+        return CFNumberFormatterGetValueFromString(formatter.get(), string.get(), nullptr, type, value);
+    };
+    const struct {
+        const char* locale;
+        std::vector<const char*> texts;  // of -8.25
+    } rows[] = {
+        {"en_US", {"-8.25", "-08.250", "\xE2\x80\x8E-8.25"}},
+        {"de_DE", {"-8,25"}},
+        {"sv_SE",
+         {"-8,25",
+          "\xE2\x88\x92"
+          "8,25"}},
+        {"ar_EG", {"-٨٫٢٥", "-8٫25", "\xD8\x9C-٨٫٢٥"}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.locale);
+        QLocale::setDefault(QLocale(QString::fromLatin1(row.locale)));
+        for (const char* text : row.texts) {
+            double value = 0;
+            EXPECT_TRUE(parse(text, kCFNumberDoubleType, &value)) << text;
+            EXPECT_EQ(value, -8.25) << text;
+        }
+        double back = 0;
+        EXPECT_TRUE(parse(format(-1234567.5, 1), kCFNumberDoubleType, &back));
+        EXPECT_EQ(back, -1234567.5);
+    }
+    QLocale::setDefault(QLocale::c());
+    double real = 7;
+    for (const char* text :
+         {"", "-", ".", "--1", "1-", "+1", "1 000", "1,000", "1e5", "inf", "nan", "0x1", "1.2.3", "½"}) {
+        EXPECT_FALSE(parse(text, kCFNumberDoubleType, &real)) << text;
+    }
+    EXPECT_EQ(real, 7);
+    SInt32 integer = 7;
+    EXPECT_FALSE(parse("2147483648", kCFNumberSInt32Type, &integer));
+    EXPECT_FALSE(parse("99999999999999999999", kCFNumberSInt32Type, &integer));
+    EXPECT_FALSE(parse("1.5", kCFNumberSInt32Type, &integer));
+    EXPECT_EQ(integer, 7);
+    EXPECT_TRUE(parse("-2147483648", kCFNumberSInt32Type, &integer));
+    EXPECT_EQ(integer, std::numeric_limits<SInt32>::min());
+    const CFRange range{1, 2};
+    const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
+    const auto formatter = CFRef<CFNumberFormatterRef>::adopt(
+        CFNumberFormatterCreate(nullptr, locale.get(), kCFNumberFormatterDecimalStyle));
+    EXPECT_TRUE(
+        CFNumberFormatterGetValueFromString(formatter.get(), CFSTR("x42y"), &range, kCFNumberSInt32Type, &integer));
+    EXPECT_EQ(integer, 42);
+    EXPECT_FALSE(CFNumberFormatterGetValueFromString(nullptr, CFSTR("1"), nullptr, kCFNumberSInt32Type, &integer));
+    EXPECT_FALSE(CFNumberFormatterGetValueFromString(formatter.get(), nullptr, nullptr, kCFNumberSInt32Type, &integer));
+}
+
 }  // namespace

@@ -5,10 +5,9 @@
 #include "platform/toolbox/Automation.h"
 #include "tests/ui/plugin_fixture.h"
 
-#include <QAbstractSlider>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
@@ -17,7 +16,6 @@
 #include <QMouseEvent>
 #include <QRegularExpression>
 #include <QWheelEvent>
-#include <QWindow>
 #include <limits>
 
 namespace {
@@ -396,6 +394,20 @@ TEST_F(SpinTest, MirrorsAndRedrawsFollowEachRoadAndTheSliderLeads) {
     EXPECT_FALSE(isValid());
     EXPECT_EQ(set(11), noErr);
     EXPECT_TRUE(isValid());
+}
+
+TEST_F(SpinTest, AssistiveTechnologiesReachTheValue) {
+    create();
+    set(5);
+    QAccessibleInterface* accessible =
+        QAccessible::queryAccessibleInterface(line->window()->findChild<QWidget*>(QStringLiteral("w2")));
+    ASSERT_NE(accessible, nullptr);
+    QAccessibleValueInterface* access = accessible->valueInterface();
+    ASSERT_NE(access, nullptr);
+    EXPECT_EQ(access->currentValue().toInt(), 5);
+    EXPECT_EQ(access->maximumValue().toInt(), 2000);
+    access->setCurrentValue(12);
+    EXPECT_EQ(shown(), "12");
 }
 
 TEST_F(SpinTest, ScriptsTakeTheUsersRoad) {
