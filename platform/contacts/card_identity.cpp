@@ -75,8 +75,9 @@ std::string uniqueIdOf(const std::string& card) {
 
 CardOwner readIdentifiedCard(const std::string& text) {
     CardOwner card = cardLibrary()->read(text);
-    if (card->uniqueId().empty()) {
-        card->setUniqueId(idFromBytes(text));
+    // Also where the library sees another id in a broken card: one card, one id.
+    if (const std::string id = uniqueIdOf(text); card->uniqueId() != id) {
+        card->setUniqueId(id);
     }
     return card;
 }

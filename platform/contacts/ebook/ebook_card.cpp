@@ -228,6 +228,10 @@ EbookCard::EbookCard() : card_(e_vcard_new()) {
 
 EbookCard::EbookCard(const std::string& text) : card_(e_vcard_new_from_string(readableText(text).c_str())) {
     // Until somebody asks, the card is not read, and would be written as it came.
+    e_vcard_get_attributes(card_.get());
+    // Inside of a card, these would begin or end another one.
+    e_vcard_remove_attributes(card_.get(), nullptr, "BEGIN");
+    e_vcard_remove_attributes(card_.get(), nullptr, "END");
     for (GList* each = e_vcard_get_attributes(card_.get()); each; each = each->next) {
         repairValues(static_cast<EVCardAttribute*>(each->data));
         restoreParameters(static_cast<EVCardAttribute*>(each->data));

@@ -41,6 +41,17 @@ std::size_t findWords(std::string_view text, std::string_view words) {
     return std::string_view::npos;
 }
 
+/// The library takes a carriage return for the end of a line wherever it stands.
+std::string withLineBreaksAlone(std::string text) {
+    for (std::size_t at = text.find('\r'); at != std::string::npos; at = text.find('\r', at + 1)) {
+        const std::size_t next = text.find_first_not_of('\r', at);
+        if (next == std::string::npos || text[next] != '\n') {
+            text[at] = ' ';
+        }
+    }
+    return text;
+}
+
 std::string withSoftBreaksJoined(std::string_view card) {
     std::string joined;
     while (!card.empty()) {
@@ -143,8 +154,9 @@ std::string withLinesInUtf8(std::string_view card) {
 }  // namespace
 
 std::string readableText(const std::string& card) {
-    // Most cards have nothing of it.
-    std::string text = strcasestr(card.c_str(), "QUOTED-PRINTABLE") ? withSoftBreaksJoined(card) : card;
+    std::string text = withLineBreaksAlone(card);
+    // Most cards have nothing of this.
+    text = strcasestr(text.c_str(), "QUOTED-PRINTABLE") ? withSoftBreaksJoined(text) : text;
     text = strcasestr(text.c_str(), "AGENT") ? withAgentsAsTexts(text) : text;
     return isUtf8(text) ? text : withLinesInUtf8(unfolded(text));
 }
