@@ -1,7 +1,9 @@
 // The user's address book: people, and groups of people.
 //
-// It is the file contacts.vcf in the user's data folder, in the vCard format (RFC 2426, with the KIND and MEMBER of
-// RFC 6350), which other programs may read and write too. A card that is not changed here keeps every byte.
+// It is the desktop's own address book (evolution-data-server) where the session's bus offers one that answers within
+// three seconds, else the file contacts.vcf in the user's data folder, in the vCard format (RFC 2426, with the KIND and
+// MEMBER of RFC 6350), which other programs may read and write too. Which one is decided when the address book is first
+// asked for. A card that is not changed here keeps every byte, and a changed one every property that is unknown here.
 #pragma once
 
 #include "platform/foundation/CFBase.h"
