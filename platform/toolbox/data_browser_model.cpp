@@ -39,18 +39,28 @@ void DataBrowserModel::insert(int row, Items items) {
     endInsertRows();
 }
 
-void DataBrowserModel::remove(const std::vector<int>& rows) {
-    // From the end, so that the rows in front keep their numbers; neighbours together.
-    for (auto end = rows.rbegin(); end != rows.rend();) {
-        const int last = *end;
-        int first = last;
-        for (++end; end != rows.rend() && *end == first - 1; ++end) {
-            --first;
-        }
+bool DataBrowserModel::remove(const std::vector<int>& rows) {
+    if (rows.empty()) {
+        return true;
+    }
+    const int first = rows.front();
+    const int last = rows.back();
+    if (last - first + 1 == std::ssize(rows)) {
         beginRemoveRows({}, first, last);
         items_.erase(items_.begin() + first, items_.begin() + last + 1);
         endRemoveRows();
+        return true;
     }
+    beginResetModel();
+    auto next = rows.begin();
+    int row = 0;
+    std::erase_if(items_, [&](DataBrowserItemID) {
+        const bool goes = next != rows.end() && *next == row++;
+        next += goes ? 1 : 0;
+        return goes;
+    });
+    endResetModel();
+    return false;
 }
 
 void DataBrowserModel::reorder(std::vector<DataBrowserItemID> items) {

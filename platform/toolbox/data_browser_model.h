@@ -29,8 +29,9 @@ public:
 
     /// Puts new items before a row.
     void insert(int row, Items items);
-    /// Rows are ascending.
-    void remove(const std::vector<int>& rows);
+    /// Rows are ascending. Qt takes rows that lie together out of its own books. Group by group that can take seconds,
+    /// so rows that lie apart go by a reset: false, and the selection and the place in the list are lost.
+    bool remove(const std::vector<int>& rows);
     /// The same items in another order.
     void reorder(std::vector<DataBrowserItemID> items);
     /// Contents of these rows have changed.

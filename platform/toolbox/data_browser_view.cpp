@@ -170,7 +170,12 @@ void DataBrowserView::remove(const std::vector<int>& rows) {
     }
     {
         const QScopedValueRollback quiet(changing_, true);
-        model_.remove(rows);
+        const Ids before = idsOf(selectionModel()->selection());
+        const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+        if (!model_.remove(rows)) {
+            selectionModel()->select(selectionOf(model_.rowsOf(before)), QItemSelectionModel::Select);
+            scrollToPoint(scrolled.x(), scrolled.y());
+        }
     }
     const QPointer<QWidget> alive(this);
     if (!deselected.empty()) {
@@ -197,7 +202,7 @@ std::vector<int> DataBrowserView::selectedRows() const {
     return rowsIn(selectionModel()->selection());
 }
 
-void DataBrowserView::select(const std::vector<int>& rows, QItemSelectionModel::SelectionFlags how) {
+QItemSelection DataBrowserView::selectionOf(const std::vector<int>& rows) const {
     QItemSelection selection;
     const int lastColumn = model_.columnCount() - 1;
     for (auto row = rows.begin(); row != rows.end();) {
@@ -208,10 +213,14 @@ void DataBrowserView::select(const std::vector<int>& rows, QItemSelectionModel::
         }
         selection.append(QItemSelectionRange(model_.index(first, 0), model_.index(last, lastColumn)));
     }
+    return selection;
+}
+
+void DataBrowserView::select(const std::vector<int>& rows, QItemSelectionModel::SelectionFlags how) {
     const Ids before = idsOf(selectionModel()->selection());
     {
         const QScopedValueRollback quiet(changing_, true);
-        selectionModel()->select(selection, how);
+        selectionModel()->select(selectionOf(rows), how);
         if (!rows.empty()) {
             selectionModel()->setCurrentIndex(model_.index(rows.front(), 0), QItemSelectionModel::NoUpdate);
         }

@@ -45,6 +45,7 @@ private:
     using Ids = std::vector<DataBrowserItemID>;
 
     Ids idsOf(const QItemSelection& selection) const;
+    QItemSelection selectionOf(const std::vector<int>& rows) const;
     bool isSorted() const;
     bool comesBefore(DataBrowserItemID one, DataBrowserItemID two) const;
     /// False when the browser is gone since.

@@ -188,6 +188,7 @@ TEST_F(DataBrowserTest, TellsOfEverySelection) {
     remove("bd");
     EXPECT_EQ(selected(), "ac");
     EXPECT_EQ(taken(), " 6d 14 2b 2d");
+    EXPECT_EQ(view().header()->sectionSize(0), 90) << "scattered rows went, the columns stay";
     EXPECT_FALSE(IsDataBrowserItemSelected(browser, idOf(people[1])));
     EXPECT_TRUE(IsDataBrowserItemSelected(browser, idOf(people[2])));
     select("");
