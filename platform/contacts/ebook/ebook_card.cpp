@@ -157,18 +157,21 @@ std::string fullName(const Card& person) {
 
 /// Quoted-printable bytes of no named character set come out as they are.
 void repairValues(EVCardAttribute* attribute) {
+    const auto isText = [](const char* value) { return g_utf8_validate(value, -1, nullptr) != 0; };
     std::vector<std::string> values;
     bool isBroken = false;
     for (GList* value = e_vcard_attribute_get_values(attribute); value; value = value->next) {
-        const std::string text = static_cast<const char*>(value->data);
-        values.push_back(readableValue(text));
-        isBroken |= values.back() != text;
+        isBroken |= !isText(static_cast<const char*>(value->data));
     }
-    if (isBroken) {
-        e_vcard_attribute_remove_values(attribute);
-        for (const std::string& value : values) {
-            e_vcard_attribute_add_value(attribute, value.c_str());
-        }
+    if (!isBroken) {
+        return;
+    }
+    for (GList* value = e_vcard_attribute_get_values(attribute); value; value = value->next) {
+        values.push_back(readableValue(static_cast<const char*>(value->data)));
+    }
+    e_vcard_attribute_remove_values(attribute);
+    for (const std::string& value : values) {
+        e_vcard_attribute_add_value(attribute, value.c_str());
     }
 }
 
