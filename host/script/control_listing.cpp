@@ -4,6 +4,8 @@
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Menus.h"
 
+#include <algorithm>
+
 namespace script {
 
 namespace {
@@ -74,6 +76,26 @@ void listMenu(MenuRef menu, const std::string& indent, std::string* listing) {
     }
 }
 
+/// The first rows of a list, with the texts of their cells.
+void listRows(ControlRef list, const std::string& indent, std::string* listing) {
+    constexpr UInt32 kShownRows = 10;
+    const auto count = static_cast<UInt32>(AutomationCountRows(list));
+    for (UInt32 row = 1; row <= std::min(count, kShownRows); ++row) {
+        *listing += indent + std::to_string(row);
+        for (UInt32 column = 1;; ++column) {
+            const auto text = CFRef<CFStringRef>::adopt(AutomationCopyCellText(list, row, column));
+            if (!text) {
+                break;
+            }
+            *listing += " " + quoted(utf8(text.get()));
+        }
+        *listing += AutomationIsRowSelected(list, row) ? " (selected)\n" : "\n";
+    }
+    if (count > kShownRows) {
+        *listing += indent + "... " + std::to_string(count - kShownRows) + " more\n";
+    }
+}
+
 void listControl(ControlRef control, int depth, Leaves leaves, std::string* listing) {
     const std::string indent(static_cast<std::size_t>(depth) * 2, ' ');
     const std::string text = textOf(control);
@@ -81,6 +103,7 @@ void listControl(ControlRef control, int depth, Leaves leaves, std::string* list
                 commandText(GetControlCommandID(control)) + valueText(control);
     *listing += (text.empty() ? "" : " " + printableTextOf(control)) + stateText(control) + "\n";
     listMenu(GetControlPopupMenuHandle(control), indent + "  ", listing);
+    listRows(control, indent + "  ", listing);
     if (leaves(control)) {
         return;
     }

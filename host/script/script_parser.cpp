@@ -35,6 +35,8 @@ std::optional<char> unescaped(char c) {
             return '\n';
         case 't':
             return '\t';
+        case 'b':
+            return '\b';
         default:
             return std::nullopt;
     }
@@ -51,7 +53,7 @@ std::size_t readQuoted(std::string_view line, std::size_t at, std::string* text)
         ++at;
         const auto character = at < line.size() ? unescaped(line[at]) : std::nullopt;
         if (!character) {
-            throw SyntaxError{static_cast<int>(at), "a backslash stands only before \" \\ n t"};
+            throw SyntaxError{static_cast<int>(at), "a backslash stands only before \" \\ n t b"};
         }
         *text += *character;
     }

@@ -26,8 +26,8 @@ CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder) {
 
 std::string quoted(const std::string& text) {
     // character, its letter after the backslash
-    static constexpr std::array<std::pair<char, char>, 4> kEscapes{
-        {{'"', '"'}, {'\\', '\\'}, {'\n', 'n'}, {'\t', 't'}}};
+    static constexpr std::array<std::pair<char, char>, 5> kEscapes{
+        {{'"', '"'}, {'\\', '\\'}, {'\n', 'n'}, {'\t', 't'}, {'\b', 'b'}}};
     std::string result = "\"";
     for (const char c : text) {
         char letter = '\0';

@@ -16,5 +16,5 @@ CFRef<CFStringRef> cfString(const std::string& text);
 /// The address of a file or folder by its path.
 CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder = false);
 
-/// The text in quotation marks, as a script would write it: \" \\ \n \t are escaped.
+/// The text in quotation marks, as a script would write it: \" \\ \n \t \b are escaped.
 std::string quoted(const std::string& text);
