@@ -12,7 +12,7 @@ public:
     virtual CardOwner make() = 0;
     /// Reads a vCard of version 2.1, 3.0 or 4.0. Anything else gives an empty card.
     virtual CardOwner read(const std::string& text) = 0;
-    /// The address book of the session's desktop; null when there is none. See ebook/desktop_book.h.
+    /// The address book of the session's desktop; null when there is none. See desktop_book.h.
     virtual std::unique_ptr<CardStore> openDesktopBook() = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "platform/contacts/ebook/readable_text.h"
+#include "platform/contacts/readable_text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // What the address book loads when it is first asked for something.
 
 #include "platform/contacts/card_library.h"
-#include "platform/contacts/ebook/desktop_book.h"
-#include "platform/contacts/ebook/ebook_card.h"
+#include "platform/contacts/desktop_book.h"
+#include "platform/contacts/ebook_card.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "platform/contacts/ebook/desktop_book.h"
+#include "platform/contacts/desktop_book.h"
 
-#include "platform/contacts/ebook/desktop_session.h"
-#include "platform/contacts/ebook/ebook_card.h"
-#include "platform/contacts/ebook/time_limit.h"
+#include "platform/contacts/desktop_session.h"
+#include "platform/contacts/ebook_card.h"
+#include "platform/contacts/time_limit.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
-#include "platform/contacts/ebook/ebook_card.h"
+#include "platform/contacts/ebook_card.h"
 
-#include "platform/contacts/ebook/readable_text.h"
+#include "platform/contacts/readable_text.h"
 
 #include <algorithm>
 #include <functional>

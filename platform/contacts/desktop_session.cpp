@@ -1,6 +1,6 @@
-#include "platform/contacts/ebook/desktop_session.h"
+#include "platform/contacts/desktop_session.h"
 
-#include "platform/contacts/ebook/time_limit.h"
+#include "platform/contacts/time_limit.h"
 
 #include <algorithm>
 #include <cstdio>
