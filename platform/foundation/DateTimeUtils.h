@@ -29,3 +29,6 @@ void LongDateToSeconds(const LongDateRec* date, LongDateTime* seconds);
 
 /// A moment that no 16-bit year can name becomes the first or the last one that a year can.
 void LongSecondsToDate(const LongDateTime* seconds, LongDateRec* date);
+
+/// A new string: the day as the user's locale writes it out, such as "Saturday, 21 November 2026".
+CFStringRef LongDateCopyString(const LongDateTime* moment);
