@@ -190,13 +190,19 @@ EVCardAttributeParam* withTypesApart(EVCardAttributeParam* parameter) {
     return result;
 }
 
+bool isName(std::string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return g_ascii_isalnum(c) || c == '-' || c == '_'; });
+}
+
 /// The library reads parameters from the last one to the first.
 void restoreParameters(EVCardAttribute* attribute) {
     std::vector<EVCardAttributeParam*> parameters;
     for (GList* each = e_vcard_attribute_get_params(attribute); each; each = each->next) {
         auto* parameter = static_cast<EVCardAttributeParam*>(each->data);
-        // All text is UTF-8 by now.
-        if (!isSameWord(e_vcard_attribute_param_get_name(parameter), "CHARSET")) {
+        const char* name = e_vcard_attribute_param_get_name(parameter);
+        // All text is UTF-8 by now, and a parameter that has no real name would not be read again.
+        if (isName(name) && !isSameWord(name, "CHARSET")) {
             parameters.push_back(withTypesApart(parameter));
         }
     }
