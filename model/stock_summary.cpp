@@ -24,6 +24,12 @@ std::u16string WithModulus(std::u16string name, SInt32 modulus) {
     return std::move(name) + u" (" + std::u16string(digits.begin(), digits.end()) + u')';
 }
 
+/// A custom size is none of the map's, so the PPD's own word for it is not found by its value.
+std::u16string SizeText(CFBundleRef bundle, const Stock& stock) {
+    return stock.size() == kStockSizeCustom ? Localized(bundle, CFSTR("StockSizeCustom"))
+                                            : Text(GetPPDOptionAliasForTicketValue(CFSTR("PageSize"), stock.size()));
+}
+
 std::u16string ColorText(const Stock& stock) {
     return Text(stock.color() == kStockColorCustom
                     ? stock.customColor()
@@ -60,7 +66,7 @@ CFRef<CFStringRef> GenerateStockSummary(CFBundleRef bundle, JobContext context, 
     };
     if (!stock.customNameOnly()) {
         if (stock.size() != kTicketValueUnset && !isJob) {
-            addLine(CFSTR("StockSize"), Text(GetPPDOptionAliasForTicketValue(CFSTR("PageSize"), stock.size())));
+            addLine(CFSTR("StockSize"), SizeText(bundle, stock));
         }
         if (stock.color() != kTicketValueUnset || isJob) {
             addLine(CFSTR("StockColor"), ColorText(stock));

@@ -6,7 +6,10 @@
 /// A new reference to the user's locale.
 CFLocaleRef CFLocaleCopyCurrent();
 
-enum CFLocaleKey : CFIndex { kCFLocaleDecimalSeparator = 1 };
+enum CFLocaleKey : CFIndex {
+    kCFLocaleDecimalSeparator = 1,
+    kCFLocaleMeasurementSystem,  // "U.S.", "U.K." or "Metric"
+};
 /// The locale's string for the key, lent for as long as the locale lives.
 CFTypeRef CFLocaleGetValue(CFLocaleRef locale, CFLocaleKey key);
 

@@ -1,5 +1,6 @@
 #include "platform/foundation/CFNumberFormatter.h"
 
+#include "platform/foundation/CFString.h"
 #include "platform/foundation/number_value.h"
 
 #include <QLocale>
@@ -29,6 +30,17 @@ struct CFNumberFormatterObject final : CFObject {
 };
 
 namespace {
+
+CFStringRef measurementSystem(const QLocale& locale) {
+    switch (locale.measurementSystem()) {
+        case QLocale::ImperialUSSystem:
+            return CFSTR("U.S.");
+        case QLocale::ImperialUKSystem:
+            return CFSTR("U.K.");
+        default:
+            return CFSTR("Metric");
+    }
+}
 
 QString format(const CFNumberFormatterObject& formatter, std::int64_t number) {
     // Not by way of a real, which has too few digits for the largest integers.
@@ -89,7 +101,16 @@ CFLocaleRef CFLocaleCopyCurrent() {
 
 CFTypeRef CFLocaleGetValue(CFLocaleRef locale, CFLocaleKey key) {
     const CFLocaleObject* object = checked(locale);
-    return object && key == kCFLocaleDecimalSeparator ? object->decimalSeparator.get() : nullptr;
+    if (object == nullptr) {
+        return nullptr;
+    }
+    switch (key) {
+        case kCFLocaleDecimalSeparator:
+            return object->decimalSeparator.get();
+        case kCFLocaleMeasurementSystem:
+            return measurementSystem(object->locale);
+    }
+    return nullptr;
 }
 
 CFNumberFormatterRef CFNumberFormatterCreate(CFAllocatorRef, CFLocaleRef locale, CFNumberFormatterStyle style) {

@@ -215,6 +215,20 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
         {"BookletCreation", "BookletFinishing", "Tshl", {1000, 1001}},
         {"AdvancedPanelOffice", "Advanced", "Tshl", {600, 610, 611, 621, 630, 631, 632, 634}},
         {"AboutPanel", "About", "Tshl", {500, 501, 502, 503, 505, 506, 507}},
+        {"AdvancedStockSelection",
+         "Office",
+         "TPDE",
+         {22000, 22001, 22002, 22003, 22007, 22008, 22009, 22011, 22020, 22030, 22040, 22041, 22050}},
+        {"AdvancedStockSelection",
+         "StockLibraryStockSelection",
+         "TPDE",
+         {22000, 22001, 22002, 22003, 22007, 22008, 22009, 22010, 22011, 22020, 22030, 22040, 22041, 22050}},
+        {"CustomStockSize",
+         "Custom",
+         "TPDE",
+         {1000, 1001, 1002, 1003, 1004, 1005, 1006, 1007, 1008, 1010, 1012, 1013, 1014}},
+        {"StockDescriptionSetup", "StockDescriptionSetup", "TPDE", {20200}},
+        {"StockTypeSetupDialogs", "TabStockSetup", "TPDE", {1000, 1001, 1002, 1003, 1004}},
     };
     QMap<QString, QSet<QString>> expected;
     for (const Expected& row : table) {

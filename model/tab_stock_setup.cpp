@@ -1,0 +1,171 @@
+#include "model/tab_stock_setup.h"
+
+#include "model/tab_shift.h"
+#include "platform/foundation/CFNumberFormatter.h"
+#include "platform/foundation/CFString.h"
+#include "platform/toolbox/Events.h"
+#include "platform/toolbox/Notices.h"
+#include "ui/draw_image.h"
+#include "ui/help.h"
+#include "ui/localization.h"
+#include "ui/nib_window.h"
+#include "ui/spin_control.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr OSType kSignature = FourCharCode("TPDE");
+constexpr ControlID kPictureID = {kSignature, 1000};
+constexpr ControlID kChoiceID = {kSignature, 1001};
+constexpr ControlID kFieldID = {kSignature, 1002};
+constexpr ControlID kShiftID = {kSignature, 1003};
+constexpr ControlID kUnitsID = {kSignature, 1004};
+
+constexpr EventTypeSpec kCommandEvents[] = {{kEventClassCommand, kEventCommandProcess}};
+constexpr EventTypeSpec kDrawEvents[] = {{kEventClassControl, kEventControlDraw}};
+
+struct TabStockSetupContext {
+    CFBundleRef bundle;
+    WindowFromNib window;
+    SInt16 result;
+    ControlRef picture;
+    ControlRef choice;
+    ControlRef field;
+    ControlRef shift;
+    ControlRef unitsPopUp;
+    StockUnits units;  // of the shift that is shown
+    _IS_Options* options;
+};
+
+ControlRef Find(const TabStockSetupContext& context, ControlID id) {
+    ControlRef control = nullptr;
+    GetControlByID(context.window.get(), &id, &control);
+    return control;
+}
+
+void SetNumberProperty(ControlRef control, OSType tag, SInt32 number) {
+    SetControlProperty(control, kSpinControlCreator, tag, sizeof number, &number);
+}
+
+TabShiftChoice Choice(const TabStockSetupContext& context) {
+    return static_cast<TabShiftChoice>(GetControl32BitValue(context.choice));
+}
+
+/// Shows the shift, or the nearest one that is allowed, in these units.
+void ShowShift(TabStockSetupContext* context, StockUnits units, SInt32 millimeters) {
+    context->units = units;
+    SetNumberProperty(context->shift, kSpinControlDecimalsTag, TabShiftDecimals(units));
+    SetControl32BitMinimum(context->shift, 0);
+    SetControl32BitMaximum(context->shift, MaximumTabShift(units));
+    const SInt32 shown = TabShiftFromMillimeters(units, millimeters);
+    SetSpinControlValue(context->shift, std::clamp(shown, SInt32{0}, MaximumTabShift(units)), true);
+}
+
+SInt32 Millimeters(const TabStockSetupContext& context) {
+    return MillimetersFromTabShift(context.units, GetControl32BitValue(context.shift));
+}
+
+/// A shift is asked for with the choice of one only.
+void EnableShift(const TabStockSetupContext& context) {
+    const bool enabled = Choice(context) == TabShiftChoice::custom;
+    for (const ControlRef control : {context.field, context.shift, context.unitsPopUp}) {
+        if (enabled) {
+            EnableControl(control);
+        } else {
+            DisableControl(control);
+        }
+    }
+}
+
+OSStatus End(TabStockSetupContext* context, SInt16 result) {
+    context->result = result;
+    return QuitAppModalLoopForWindow(context->window.get());
+}
+
+OSStatus Accept(TabStockSetupContext* context) {
+    if (Choice(*context) == TabShiftChoice::custom && !SpinControlIsInputValid(context->shift)) {
+        CFOptionFlags response = 0;
+        CFUserNotificationDisplayAlert(0, kCFUserNotificationCautionAlertLevel, nullptr, nullptr, nullptr,
+                                       CopyLocalizedText(context->bundle, CFSTR("Invalid Tab Shift Header")).get(),
+                                       CopyLocalizedText(context->bundle, CFSTR("Invalid Tab Shift Message")).get(),
+                                       nullptr, nullptr, nullptr, &response);
+        SetSpinControlValue(context->shift, GetControl32BitValue(context->shift), true);
+        return SetKeyboardFocus(context->window.get(), context->field);
+    }
+    SetTabShift(context->options, Choice(*context), Millimeters(*context));
+    return End(context, kTabStockSetupOK);
+}
+
+OSStatus TabStockSetupEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
+    auto* context = static_cast<TabStockSetupContext*>(userData);
+    HICommand command{};
+    GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
+    switch (command.commandID) {
+        case FourCharCode("Tmsh"):
+            EnableShift(*context);
+            return noErr;
+        case FourCharCode("Tmun"):
+            ShowShift(context, static_cast<StockUnits>(GetControl32BitValue(context->unitsPopUp)),
+                      Millimeters(*context));
+            return noErr;
+        case FourCharCode("ok  "):
+            return Accept(context);
+        case FourCharCode("not!"):
+            return End(context, kTabStockSetupCancel);
+        case FourCharCode("Thlp"):
+            return DisplayHelp(context->bundle, nullptr, CFSTR("Mac_topics/M_Tab_Stock_Setup.htm"));
+        default:
+            return eventNotHandledErr;
+    }
+}
+
+OSStatus DrawPicture(EventHandlerCallRef, EventRef, void* userData) {
+    DrawImage(CFSTR("TabMarginShift.gif"), static_cast<const TabStockSetupContext*>(userData)->picture, false);
+    return noErr;
+}
+
+StockUnits LocaleUnits() {
+    const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
+    return StockSizeDefaultsOf(static_cast<CFStringRef>(CFLocaleGetValue(locale.get(), kCFLocaleMeasurementSystem)))
+        .units;
+}
+
+OSStatus InitializeTabStockSetupDialog(TabStockSetupContext* context) {
+    OSStatus status = context->window.load(context->bundle, CFSTR("StockTypeSetupDialogs"), CFSTR("TabStockSetup"));
+    if (status != noErr) {
+        return status;
+    }
+    context->picture = Find(*context, kPictureID);
+    context->choice = Find(*context, kChoiceID);
+    context->field = Find(*context, kFieldID);
+    context->shift = Find(*context, kShiftID);
+    context->unitsPopUp = Find(*context, kUnitsID);
+    SetNumberProperty(context->shift, kSpinControlFieldTag, kFieldID.id);
+    SetNumberProperty(context->field, kSpinControlArrowsTag, kShiftID.id);
+    if (status = CreateSpinControl(context->shift); status != noErr) {
+        return status;
+    }
+    const StockUnits units = LocaleUnits();
+    const TabShiftChoice choice = TabShiftChoiceOf(*context->options, units);
+    SetControl32BitValue(context->unitsPopUp, static_cast<SInt32>(units));
+    SetControl32BitValue(context->choice, static_cast<SInt32>(choice));
+    ShowShift(context, units, choice == TabShiftChoice::none ? 0 : context->options->x1);
+    EnableShift(*context);
+    InstallControlEventHandler(context->picture, DrawPicture, std::size(kDrawEvents), kDrawEvents, context, nullptr);
+    return InstallWindowEventHandler(context->window.get(), TabStockSetupEventHandler, std::size(kCommandEvents),
+                                     kCommandEvents, context, nullptr);
+}
+
+}  // namespace
+
+OSStatus RunModalTabStockSetupDialog(CFBundleRef bundle, Stock*, _IS_Options* options, SInt16* result) {
+    *result = kTabStockSetupCancel;
+    TabStockSetupContext context{.bundle = bundle, .result = kTabStockSetupCancel, .options = options};
+    if (const OSStatus status = InitializeTabStockSetupDialog(&context); status != noErr) {
+        return status;
+    }
+    RunAppModalLoopForWindow(context.window.get());
+    *result = context.result;
+    return noErr;
+}

@@ -1,0 +1,104 @@
+// The dialog that asks for the shift of tab stock, in inches and in millimetres.
+
+#include "model/tab_stock_setup.h"
+#include "model/ticket_access.h"
+#include "tests/stock/stock_fixture.h"
+
+namespace {
+
+constexpr SInt32 kChoice = 1001;
+constexpr SInt32 kField = 1002;
+constexpr SInt32 kShift = 1003;
+constexpr SInt32 kUnits = 1004;
+
+class TabStockSetupTest : public StockDialogTest {
+protected:
+    TabStockSetupTest() { ImageShiftInitialize(nullptr, nullptr, &options); }
+
+    SInt16 run(const Step& step) {
+        SInt16 result = 0;
+        during([&] { return RunModalTabStockSetupDialog(plugin.bundle(), &stock, &options, &result); }, {step});
+        return result;
+    }
+    void shift(SInt32 millimeters) {
+        options.option = 1;
+        options.inches = 0;
+        options.x1 = options.x2 = millimeters;
+    }
+
+    Stock stock;
+    _IS_Options options{};
+};
+
+TEST_F(TabStockSetupTest, ThePresetIsReadInTheCountrysUnits) {
+    shift(13);
+    EXPECT_EQ(run([](WindowRef window) {
+                  EXPECT_EQ(value(window, kChoice), 2);
+                  EXPECT_FALSE(enabled(window, kField) || enabled(window, kShift) || enabled(window, kUnits));
+                  set(window, kChoice, 3);
+                  clickOK(window);
+              }),
+              kTabStockSetupOK);
+    EXPECT_EQ(options.x1, 13) << "the other name of the same shift";
+    live("de_DE");
+    run([](WindowRef window) {
+        EXPECT_EQ(value(window, kChoice), 3);
+        set(window, kChoice, 1);
+        clickOK(window);
+    });
+    EXPECT_EQ(options.option, kTicketValueUnset);
+    const _IS_Options before = options;
+    EXPECT_EQ(run([](WindowRef window) {
+                  EXPECT_EQ(value(window, kChoice), 1);
+                  set(window, kChoice, 2);
+                  clickCancel(window);
+              }),
+              kTabStockSetupCancel);
+    EXPECT_EQ(options, before);
+}
+
+TEST_F(TabStockSetupTest, AShiftOfOnesOwnIsWrittenInMillimeters) {
+    shift(40);
+    EXPECT_EQ(
+        run([](WindowRef window) {
+            EXPECT_EQ(value(window, kChoice), 4);
+            EXPECT_TRUE(enabled(window, kField) && enabled(window, kShift) && enabled(window, kUnits));
+            EXPECT_EQ(text(window, kField), "1.6");
+            AutomationChooseMenuItem(control(window, kUnits), GetControlPopupMenuHandle(control(window, kUnits)), 2);
+            EXPECT_EQ(text(window, kField), "40") << "converted from what was shown";
+            EXPECT_EQ(GetControl32BitMaximum(control(window, kShift)), 51);
+            type(window, kField, "33");
+            AutomationChooseMenuItem(control(window, kUnits), GetControlPopupMenuHandle(control(window, kUnits)), 1);
+            EXPECT_EQ(text(window, kField), "1.3");
+            EXPECT_EQ(GetControl32BitMaximum(control(window, kShift)), 20);
+            type(window, kField, "0.9");
+            clickOK(window);
+        }),
+        kTabStockSetupOK);
+    EXPECT_EQ(options.option, 1);
+    EXPECT_EQ(options.inches, 0);
+    EXPECT_EQ(options.x1, 23);
+    EXPECT_EQ(options.x2, 23);
+}
+
+TEST_F(TabStockSetupTest, WhatIsNoShiftIsRefused) {
+    live("en_GB");
+    shift(500);
+    EXPECT_EQ(run([&](WindowRef window) {
+                  EXPECT_EQ(text(window, kField), "51") << "the largest";
+                  EXPECT_EQ(value(window, kUnits), 2);
+                  type(window, kField, "99");
+                  clickOK(window);
+                  EXPECT_EQ(notices.size(), 1u);
+                  EXPECT_EQ(text(window, kField), "9") << "the last number on the way that was right";
+                  type(window, kField, "52");
+                  set(window, kChoice, 3);
+                  clickOK(window);
+              }),
+              kTabStockSetupOK)
+        << "a preset needs no shift to be typed";
+    EXPECT_EQ(notices.size(), 1u);
+    EXPECT_EQ(options.x1, 13);
+}
+
+}  // namespace
