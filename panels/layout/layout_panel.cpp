@@ -1,5 +1,7 @@
 // The Layout panel: booklets, the outlines of their pages, and how they are finished.
 
+#include "model/custom_stock_size.h"
+#include "model/stock.h"
 #include "model/ticket_access.h"
 #include "panels/layout/booklet_finishing_dialog.h"
 #include "panels/layout/layout_sync.h"
@@ -86,6 +88,18 @@ void SetControls(const LayoutContext& context) {
     Draw1Control(context.preview);
 }
 
+/// A custom size is taken over only when the user says which one it is.
+void ChooseNewSize(LayoutContext* context, SInt32 size) {
+    if (size == kStockSizeCustom) {
+        SInt16 result = kCustomStockSizeCancel;
+        RunModalCustomStockSizeDialog(context->bundle, &result, &context->customWidth, &context->customLength);
+        if (result != kCustomStockSizeOK) {
+            return;
+        }
+    }
+    context->newSize = size;
+}
+
 OSStatus pdeShellLayoutEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
     auto* context = static_cast<LayoutContext*>(userData);
     const ControlRef control = GetEventControl(event);
@@ -98,6 +112,9 @@ OSStatus pdeShellLayoutEventHandler(EventHandlerCallRef, EventRef event, void* u
         case kForceNewSize:
             context->forceNewSize = GetControl32BitValue(control);
             SetEnabled(context->newSizePopup, context->forceNewSize != 0);
+            break;
+        case kNewSize:
+            ChooseNewSize(context, GetPopupButtonTicketValue(control));
             break;
         case kOutlines:
             context->settings.drawOutlines = GetControl32BitValue(control);
