@@ -260,6 +260,15 @@ TEST(PlugInResources, InformationIsComplete) {
     }
 }
 
+TEST(PlugInResources, HelpPagesAskedForExist) {
+    QSet<QString> asked = LiteralsInSources(kPlugIn.sources);
+    asked.removeIf([](const QString& literal) { return !literal.endsWith(QLatin1String(".htm")); });
+    EXPECT_FALSE(asked.isEmpty());
+    for (const QString& page : asked) {
+        EXPECT_TRUE(QFile::exists(kPlugIn.resources() + QStringLiteral("/Help/") + page)) << page.toStdString();
+    }
+}
+
 // Help is read by following links: each must lead somewhere, and each page must be reached from the start page.
 TEST(PlugInResources, HelpPagesAreLinked) {
     static const QRegularExpression link(QStringLiteral(R"re(href="([^"#]*)(?:#([^"]*))?")re"));
