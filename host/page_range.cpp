@@ -51,20 +51,30 @@ std::optional<Pages> readPages(std::string_view text, std::int64_t pageCount) {
     return Pages{*first, *last};
 }
 
-std::string textOf(std::vector<Pages> ranges) {
+/// In ascending order, without overlaps and neighbours.
+std::vector<Pages> merged(std::vector<Pages> ranges) {
     std::ranges::sort(ranges, {}, &Pages::first);
-    std::string text;
-    for (std::size_t i = 0; i < ranges.size();) {
-        Pages merged = ranges[i];
-        for (++i; i < ranges.size() && ranges[i].first <= merged.last + 1; ++i) {
-            merged.last = std::max(merged.last, ranges[i].last);
-        }
-        text += (text.empty() ? "" : ",") + std::to_string(merged.first);
-        if (merged.last != merged.first) {
-            text += "-" + std::to_string(merged.last);
+    std::vector<Pages> result;
+    for (const Pages& range : ranges) {
+        if (!result.empty() && range.first <= result.back().last + 1) {
+            result.back().last = std::max(result.back().last, range.last);
+        } else {
+            result.push_back(range);
         }
     }
-    return text;
+    return result;
+}
+
+PageRange rangeOf(const std::vector<Pages>& ranges) {
+    PageRange range{PageRangeFault::none, {}};
+    for (const Pages& pages : ranges) {
+        range.pages += (range.pages.empty() ? "" : ",") + std::to_string(pages.first);
+        if (pages.last != pages.first) {
+            range.pages += "-" + std::to_string(pages.last);
+        }
+        range.count += pages.last - pages.first + 1;
+    }
+    return range;
 }
 
 }  // namespace
@@ -87,5 +97,5 @@ PageRange readPageRange(std::string_view text, std::int64_t pageCount) {
         more = comma != std::string_view::npos;
         text.remove_prefix(more ? comma + 1 : text.size());
     }
-    return {PageRangeFault::none, textOf(std::move(ranges))};
+    return rangeOf(merged(std::move(ranges)));
 }

@@ -16,6 +16,8 @@ struct PageRange {
     PageRangeFault fault;
     /// In ascending order, without overlaps and blanks: "1-3,7,10-12". Empty with a fault.
     std::string pages;
+    /// How many they are.
+    std::int64_t count = 0;
 };
 
 /// Reads a range of pages of a document. An open end ("10-") means its last page, an open start ("-3") its first one.

@@ -374,7 +374,7 @@ void PrintDialog::accept() {
         return;
     }
     script::stopWatchdog();  // a long document may take its time
-    const auto notSent = sendJob(setup_.document, printer_, *session_, setup_.jobOut);
+    const auto notSent = sendJob(setup_.document, printer_, *session_, setup_.jobOut, bundle_);
     if (notSent) {
         tell(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")), cfString(*notSent));
         if (!setup_.scripted) {

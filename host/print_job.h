@@ -3,9 +3,11 @@
 
 #include "host/document.h"
 #include "host/print_session.h"
+#include "platform/foundation/CFBundle.h"
 
 /// Prints the document with the session's settings: to the printer's queue, or, when `jobOut` is not empty, as
-/// printer-ready PostScript to that file. Blocks until it is done. Why it could not be done, in a line that names the
+/// printer-ready PostScript to that file, behind its cover sheet if it is a fax that has one. `texts` is the program's
+/// own bundle. Blocks until it is done. Why it could not be done, in a line that names the
 /// file or queue.
 std::optional<std::string> sendJob(const Document& document, const Printer& printer, const PrintSession& session,
-                                   const std::string& jobOut);
+                                   const std::string& jobOut, CFBundleRef texts);

@@ -37,6 +37,7 @@ inline constexpr bool kFaxDefaultCoverSheet = false;
 #define kFaxCoverCustomRecipientTextProperty CFSTR("CustomRecipientText")  // string
 #define kFaxCoverShowWatermarkProperty CFSTR("ShowWatermark")              // boolean
 #define kFaxCoverWatermarkNameProperty CFSTR("WatermarkName")              // string, of a stored watermark
+#define kFaxCoverImageNameProperty CFSTR("ImageName")                      // string, of a stored image; none
 #define kFaxCoverSizeProperty CFSTR("Size")                                // menu item
 #define kFaxCoverLocalizedNotesLabel CFSTR("LocalizedNotesLabel")          // strings in the user's language,
 #define kFaxCoverLocalizedFromLabel CFSTR("LocalizedFromLabel")            // because the driver has none

@@ -90,13 +90,13 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRe
         if (range.size() > 1000 || !std::regex_match(range, pattern)) {
             return failWith(paramErr, range, "is not a range of pages");
         }
-        request->options.emplace_back("page-ranges", range);
+        request->options.emplace_back(kPageRangesOption, range);
     }
 
     // The numbers of IPP's orientation-requested.
     constexpr const char* kLandscape = "4";
     constexpr const char* kReverseLandscape = "5";
-    const SInt32 orientation = number(pageFormat, kPMOrientationKey).value_or(1);
+    const SInt32 orientation = jobOrientation(pageFormat);
     if (orientation == 2 || orientation == 3) {
         request->options.emplace_back("orientation-requested", orientation == 2 ? kLandscape : kReverseLandscape);
         // Left alone, the filter turns a tall page back, or cuts what the turned sheet has no room for.
@@ -104,6 +104,10 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRe
         request->options.emplace_back("print-scaling", "fit");
     }
     return noErr;
+}
+
+SInt32 jobOrientation(PMTicketRef pageFormat) {
+    return number(pageFormat, kPMOrientationKey).value_or(1);
 }
 
 std::string filterOptionsText(const OptionList& options) {

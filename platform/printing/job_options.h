@@ -6,6 +6,9 @@
 
 #include <string>
 
+/// The option of a job that prints some pages only.
+inline constexpr const char* kPageRangesOption = "page-ranges";
+
 struct JobRequest {
     std::string title;
     int copies = 1;
@@ -16,6 +19,9 @@ struct JobRequest {
 /// no job can have: copies outside 1 to 9999, a malformed page range, an option with control characters (they would
 /// become printer commands) or with a name that is no keyword.
 OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRequest* request);
+
+/// The orientation of a page format ticket: 1 portrait, 2 and 3 landscape; 1 when it holds none.
+SInt32 jobOrientation(PMTicketRef pageFormat);
 
 /// The options in the one-argument notation that CUPS filters read ("name=value name=value", blanks, quotes and
 /// backslashes in values escaped).

@@ -15,6 +15,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return file_ >= 0; }
     [[nodiscard]] int descriptor() const { return file_; }
+    /// Where the file is while it is pending.
+    [[nodiscard]] const std::string& path() const { return path_; }
     [[nodiscard]] const std::string& reason() const { return reason_; }
 
     /// Syncs the file to disk and renames it. False, with reason(), when that fails.

@@ -1,5 +1,6 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/printing/PMPrinter.h"
+#include "platform/printing/cover_page.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
@@ -63,26 +64,40 @@ bool isEmpty(int file) {
     return fstat(file, &status) != 0 || status.st_size == 0;
 }
 
-}  // namespace
+/// How far a cover is turned so that it stands upright when the job's pages are turned.
+int rotationAgainst(PMTicketRef pageFormat) {
+    switch (jobOrientation(pageFormat)) {
+        case 2:
+            return 90;
+        case 3:
+            return 270;
+        default:
+            return 0;
+    }
+}
 
-OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
-                                       CFURLRef document, CFURLRef destination) {
-    clearLastError();
-    Job job;
-    if (const OSStatus status = makeJob(printer, printSettings, pageFormat, document, &job); status != noErr) {
-        return status;
+void replaceRange(JobRequest* request) {
+    for (auto& [name, value] : request->options) {
+        if (name == kPageRangesOption) {
+            value = rangeWithCover(value);
+        }
     }
-    const std::string path = filePath(destination);
-    if (path.empty()) {
-        return failWith(paramErr, "print job", "no file to write to");
-    }
+}
+
+/// Runs the filters on a file that holds the job's document, or the document and more.
+OSStatus writePostScript(PMPrinter printer, const Job& job, const std::string& input, const std::string& path) {
     PendingFile output(path);
     if (!output.isOpen()) {
         return failWith(kPMCannotWriteOutput, path, output.reason());
     }
-    const FilterJob filterJob{
-        printer->ppdPath,   utf8Text(printer->name.get()),          kPrinterPostScript, userName(), job.request.title,
-        job.request.copies, filterOptionsText(job.request.options), job.document};
+    const FilterJob filterJob{printer->ppdPath,
+                              utf8Text(printer->name.get()),
+                              kPrinterPostScript,
+                              userName(),
+                              job.request.title,
+                              job.request.copies,
+                              filterOptionsText(job.request.options),
+                              input};
     std::string reason;
     if (!runFilters(kPDFToPostScript, filterJob, output.descriptor(), &reason)) {
         return failWith(kPMFilterFailed, job.document, reason);
@@ -94,6 +109,34 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
         return failWith(kPMCannotWriteOutput, path, output.reason());
     }
     return noErr;
+}
+
+}  // namespace
+
+OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
+                                       CFDataRef cover, CFURLRef document, CFURLRef destination) {
+    clearLastError();
+    Job job;
+    if (const OSStatus status = makeJob(printer, printSettings, pageFormat, document, &job); status != noErr) {
+        return status;
+    }
+    const std::string path = filePath(destination);
+    if (path.empty()) {
+        return failWith(paramErr, "print job", "no file to write to");
+    }
+    if (cover == nullptr) {
+        return writePostScript(printer, job, job.document, path);
+    }
+    const PendingFile both(path);  // stays pending: it goes when the filters have read it
+    if (!both.isOpen()) {
+        return failWith(kPMCannotWriteOutput, path, both.reason());
+    }
+    std::string reason;
+    if (!writeWithCover(cover, rotationAgainst(pageFormat), job.document, both.path(), &reason)) {
+        return failWith(kPMFilterFailed, job.document, reason);
+    }
+    replaceRange(&job.request);
+    return writePostScript(printer, job, both.path(), path);
 }
 
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,

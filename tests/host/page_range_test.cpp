@@ -7,7 +7,7 @@ namespace {
 std::string pages(std::string_view text) {
     const PageRange range = readPageRange(text, 12);
     EXPECT_EQ(range.fault, PageRangeFault::none) << text;
-    return range.pages;
+    return range.pages + " = " + std::to_string(range.count);
 }
 
 PageRangeFault fault(std::string_view text) {
@@ -19,13 +19,13 @@ PageRangeFault fault(std::string_view text) {
 }  // namespace
 
 TEST(PageRange, IsPutInOrder) {
-    EXPECT_EQ(pages("3"), "3");
-    EXPECT_EQ(pages(" 1 - 3 , 7 "), "1-3,7");
-    EXPECT_EQ(pages("7,1-3"), "1-3,7");
-    EXPECT_EQ(pages("4-6,1-3,5-8,8"), "1-8");
-    EXPECT_EQ(pages("1-12,3"), "1-12");
-    EXPECT_EQ(pages("10-"), "10-12");
-    EXPECT_EQ(pages("-3"), "1-3");
+    EXPECT_EQ(pages("3"), "3 = 1");
+    EXPECT_EQ(pages(" 1 - 3 , 7 "), "1-3,7 = 4");
+    EXPECT_EQ(pages("7,1-3"), "1-3,7 = 4");
+    EXPECT_EQ(pages("4-6,1-3,5-8,8"), "1-8 = 8");
+    EXPECT_EQ(pages("1-12,3"), "1-12 = 12");
+    EXPECT_EQ(pages("10-"), "10-12 = 3");
+    EXPECT_EQ(pages("-3"), "1-3 = 3");
 }
 
 TEST(PageRange, IsRefusedForAReason) {

@@ -2,6 +2,7 @@
 #include "tests/printing/printing_fixture.h"
 
 #include <gtest/gtest.h>
+#include <regex>
 
 #include <sys/stat.h>
 
@@ -10,8 +11,8 @@ namespace {
 class Jobs : public testing::Test {
 protected:
     OSStatus write(const std::filesystem::path& document = kTenPages) {
-        return PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), fileURL(document).get(),
-                                             fileURL(output).get());
+        return PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), cover.get(),
+                                             fileURL(document).get(), fileURL(output).get());
     }
     std::string reason() const { return text(PMGetLastErrorText()); }
 
@@ -20,6 +21,7 @@ protected:
     Printer printer{kZR420};
     Ticket settings;
     Ticket format;
+    CFRef<CFDataRef> cover;
 };
 
 std::size_t count(const std::string& text, const std::string& part) {
@@ -89,6 +91,56 @@ TEST_F(Jobs, PrintTheChosenPagesCopiesAndOrientation) {
     EXPECT_NE(upright, right);
 }
 
+TEST_F(Jobs, BeginWithTheirCoverThatNoRangeCounts) {
+    // Page 10 of the document serves as the cover.
+    const auto page = folder / "cover.pdf";
+    run("qpdf '" + kTenPages.string() + "' --pages . 10 -- '" + page.string() + "'");
+    const std::string bytes = readFile(page);
+    cover = CFRef<CFDataRef>::adopt(
+        CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(bytes.data()), static_cast<CFIndex>(bytes.size())));
+    const auto pages = [&](const char* range) {
+        settings.setString(kPMPageRangeKey, range);
+        EXPECT_EQ(write(), noErr) << range << reason();
+        const std::string words =
+            run("gs -q -dSAFER -dBATCH -dNOPAUSE -sDEVICE=txtwrite -sOutputFile=- '" + output.string() + "'").first;
+        static const std::regex number("Page ([0-9]+)");
+        std::string found;
+        for (std::sregex_iterator at(words.begin(), words.end(), number), end; at != end; ++at) {
+            found += (*at)[1].str() + " ";
+        }
+        return found;
+    };
+    EXPECT_EQ(pages("1"), "10 1 ");
+    EXPECT_EQ(pages("2-3,7,9-"), "10 2 3 7 9 10 ");
+    EXPECT_EQ(pages("1-10"), "10 1 2 3 4 5 6 7 8 9 10 ");
+    PMTicketReleaseItem(settings.get(), kPMTopLevel, kPMPageRangeKey);
+    ASSERT_EQ(write(), noErr) << reason();
+    EXPECT_EQ(countPages(output), 11U);
+    EXPECT_EQ(folder.count(), 2U);  // the cover and the job
+
+    // It stands upright whatever the document's pages do: its line of text lies at the upper left, as wide as ever.
+    for (const SInt32 orientation : {1, 2, 3}) {
+        format.setNumber(kPMOrientationKey, orientation);
+        ASSERT_EQ(write(), noErr) << reason();
+        const std::string box =
+            run("gs -q -dSAFER -dBATCH -dNOPAUSE -dLastPage=1 -sDEVICE=bbox '" + output.string() + "'").first;
+        int left = 0;
+        int bottom = 0;
+        int right = 0;
+        int top = 0;
+        ASSERT_EQ(sscanf(box.c_str(), "%%%%BoundingBox: %d %d %d %d", &left, &bottom, &right, &top), 4) << box;
+        EXPECT_NEAR(left, 76, 10) << orientation;
+        EXPECT_NEAR(right, 249, 10) << orientation;
+        EXPECT_NEAR(bottom, 629, 12) << orientation;
+        EXPECT_NEAR(top, 676, 12) << orientation;
+    }
+
+    // What goes wrong is told of the document, not of files on the way.
+    EXPECT_EQ(write(folder.add("garbage.pdf", "no document\n")), kPMFilterFailed);
+    EXPECT_TRUE(reason().starts_with((folder / "garbage.pdf").string() + ": ")) << reason();
+    EXPECT_EQ(folder.count(), 3U);
+}
+
 TEST_F(Jobs, KeepValuesFromBecomingOtherOptions) {
     set(settings.ppd(), "Note", "it's 5 o'clock\\ Duplex=DuplexTumble \"x");
     ASSERT_EQ(write(), noErr) << reason();
@@ -117,9 +169,9 @@ TEST_F(Jobs, RefuseSettingsThatNoJobCanHave) {
     settings.setString(kPMPageRangeKey, "40-50");
     EXPECT_EQ(write(), kPMFilterFailed);
     EXPECT_FALSE(std::filesystem::exists(output));
-    EXPECT_EQ(
-        PMPrinterWritePostScriptToURL(printer.get(), 0, format.get(), fileURL(kTenPages).get(), fileURL(output).get()),
-        kPMInvalidTicket);
+    EXPECT_EQ(PMPrinterWritePostScriptToURL(printer.get(), 0, format.get(), nullptr, fileURL(kTenPages).get(),
+                                            fileURL(output).get()),
+              kPMInvalidTicket);
 }
 
 TEST_F(Jobs, SayWhichDocumentIsUnusable) {

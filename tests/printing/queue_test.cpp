@@ -195,8 +195,8 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     ASSERT_TRUE(eventually([&] {
         return run("lpstat -W completed -o tavro").first.find(completed) != std::string::npos;
     })) << readFile(folder / "error_log");
-    ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), fileURL(kTenPages).get(),
-                                            fileURL(folder / "file.ps").get()),
+    ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr,
+                                            fileURL(kTenPages).get(), fileURL(folder / "file.ps").get()),
               noErr);
     for (const auto& path : {folder / "out.prn", folder / "file.ps"}) {
         const std::string sent = readFile(path);

@@ -1,0 +1,66 @@
+#include "host/stored_mark.h"
+
+#include "host/dictionary_values.h"
+#include "platform/files/folders.h"
+#include "platform/files/url_access.h"
+#include "platform/foundation/CFPropertyList.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+CFRef<CFTypeRef> readStore(CFStringRef store, std::string* reason) {
+    FSRef folder{};
+    if (FSFindFolder(kUserDomain, kApplicationSupportFolderType, false, &folder) != noErr) {
+        *reason = "is not stored";
+        return {};
+    }
+    CFDataRef bytes = nullptr;
+    SInt32 error = 0;
+    const auto file = fileURL(folder.path + ("/Tavro/" + utf8(store)));
+    if (!CFURLCreateDataAndPropertiesFromResource(nullptr, file.get(), &bytes, nullptr, nullptr, &error)) {
+        *reason = error == ENOENT ? "is not stored" : utf8(store) + ": " + std::strerror(error);
+        return {};
+    }
+    const auto data = CFRef<CFDataRef>::adopt(bytes);
+    CFStringRef fault = nullptr;
+    auto root =
+        CFRef<CFTypeRef>::adopt(CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, &fault));
+    const auto faultOwner = CFRef<CFStringRef>::adopt(fault);
+    if (!root) {
+        *reason = utf8(store) + ": " + utf8(fault);
+    }
+    return root;
+}
+
+CFDictionaryRef asDictionary(CFTypeRef object) {
+    return CFGetTypeID(object) == CFDictionaryGetTypeID() ? static_cast<CFDictionaryRef>(object) : nullptr;
+}
+
+}  // namespace
+
+std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& name, std::string* reason) {
+    const auto root = readStore(store, reason);
+    if (!root) {
+        return std::nullopt;
+    }
+    const auto record = asDictionary(CFDictionaryGetValue(asDictionary(root.get()), cfString(name).get()));
+    if (record == nullptr) {
+        *reason = "is not stored";
+        return std::nullopt;
+    }
+    const auto number = [record](CFStringRef key, double least, double most, double fallback) {
+        return std::clamp(numberIn(record, key).value_or(fallback), least, most);
+    };
+    constexpr double kFarthest = 2000;
+    return StoredMark{stringIn(record, CFSTR("textString")),
+                      stringIn(record, CFSTR("filePath")),
+                      stringIn(record, CFSTR("fontName")),
+                      number(CFSTR("fontSize"), 6, 720, 72),
+                      number(CFSTR("angle"), -360, 360, 0),
+                      number(CFSTR("density"), 0, 100, 100),
+                      number(CFSTR("scale"), 1, 1000, 100),
+                      number(CFSTR("xOffset"), -kFarthest, kFarthest, 0),
+                      number(CFSTR("yOffset"), -kFarthest, kFarthest, 0)};
+}
