@@ -80,8 +80,8 @@ TEST(TabShift, EveryShiftStaysItself) {
         const SInt32 tenths = TabShiftFromMillimeters(kInches, millimeters);
         ASSERT_GE(tenths, 0);
         ASSERT_LE(tenths, MaximumTabShift(kInches));
-        // The nearest tenth, but for the 1.6 % by which 25 is less than 25.4.
-        ASSERT_LE(std::abs(tenths * 254 - millimeters * 100), 127 + 13) << millimeters;
+        // The nearest tenth, where an inch counts as 25 millimetres.
+        ASSERT_LE(std::abs(tenths * 25 - millimeters * 10), 13) << millimeters;
         ASSERT_EQ(TabShiftFromMillimeters(kInches, -millimeters), -tenths) << "the same on both sides";
         ASSERT_EQ(MillimetersFromTabShift(kMillimeters, TabShiftFromMillimeters(kMillimeters, millimeters)),
                   millimeters);
