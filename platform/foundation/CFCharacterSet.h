@@ -17,3 +17,6 @@ CFCharacterSetRef CFCharacterSetCreateWithCharactersInString(CFAllocatorRef allo
 
 /// Whether the set holds the code point. False for null.
 Boolean CFCharacterSetIsLongCharacterMember(CFCharacterSetRef set, UInt32 codePoint);
+
+/// The value of a decimal digit of any script, 0 to 9; -1 for every other character.
+SInt32 CFCharacterGetDigitValue(UInt32 codePoint);

@@ -68,3 +68,7 @@ Boolean CFCharacterSetIsLongCharacterMember(CFCharacterSetRef set, UInt32 codePo
     return object->holds ? object->holds(codePoint)
                          : std::binary_search(object->listed.begin(), object->listed.end(), codePoint);
 }
+
+SInt32 CFCharacterGetDigitValue(UInt32 codePoint) {
+    return isDecimalDigit(codePoint) ? QChar::digitValue(codePoint) : -1;
+}

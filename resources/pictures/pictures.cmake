@@ -114,3 +114,6 @@ tavro_pictures(booklet 4x2 ""
 tavro_pictures(image-options 4x2 ""
   "Toner-Saver-B&W.gif" "Standard-B&W.gif" "Lighten-Darken-Grayscale.gif" "Negative-&-Mirror-Image.gif"
   "Negative-Image.gif"  "Mirror-Image.gif" "Invert-Image-Off.gif"         "ImageShift.gif")
+
+# Job types
+tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif")

@@ -1,6 +1,8 @@
 #include "tests/support/gallery/pieces.h"
 
 #include "host/script/text.h"
+#include "jobtypes/job_type.h"
+#include "jobtypes/secure_print.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
@@ -18,11 +20,28 @@ OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
 
 namespace {
 
+/// Runs a dialog on the job type's record.
+template <typename Run>
+OSStatus runOnJobType(const PieceRecords& records, Run run) {
+    JobType job;
+    const auto dictionary = job.read(records.ticket);
+    const OSStatus status = run(job);
+    job.write(dictionary.get(), records.ticket);
+    PMTicketSetCFDictionary(records.ticket, kTicketCreator, kJobTypeTicketKey, dictionary.get(), kPMUnlocked);
+    return status;
+}
+
+OSStatus runSecurePrint(const PieceRecords& records) {
+    return runOnJobType(records, [&](JobType& job) { return RunModalSecurePrintSetup(records.bundle, &job.passcode); });
+}
+
+
 // clang-format off
 constexpr Piece kPieces[] = {
     // name, panel, dialog
     {"about", GetAboutPanelInterface, nullptr},
     {"advanced", GetAdvancedPanelInterface, nullptr},
+    {"secure-print", nullptr, runSecurePrint},
 };
 // clang-format on
 
