@@ -116,4 +116,4 @@ tavro_pictures(image-options 4x2 ""
   "Negative-Image.gif"  "Mirror-Image.gif" "Invert-Image-Off.gif"         "ImageShift.gif")
 
 # Job types
-tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif")
+tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif" "Delayed-Print.gif")

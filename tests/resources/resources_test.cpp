@@ -214,6 +214,8 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
         {"Layout", "Layout", "Tshl", {6000, 6004, 6005, 6009, 6010, 6011, 6013}},
         {"BookletCreation", "BookletFinishing", "Tshl", {1000, 1001}},
         {"AdvancedPanelOffice", "Advanced", "Tshl", {600, 610, 611, 621, 630, 631, 632, 634}},
+        {"JobTypes", "SecurePrint", "TPDE", {20001, 20003, 20004, 20008, 20009}},
+        {"JobTypes", "DelayedPrint", "TPDE", {20008, 21001}},
         {"AboutPanel", "About", "Tshl", {500, 501, 502, 503, 505, 506, 507}},
         {"AdvancedStockSelection",
          "Office",

@@ -1,6 +1,7 @@
 #include "tests/support/gallery/pieces.h"
 
 #include "host/script/text.h"
+#include "jobtypes/delayed_print.h"
 #include "jobtypes/job_type.h"
 #include "jobtypes/secure_print.h"
 #include "platform/foundation/CFBundle.h"
@@ -35,12 +36,17 @@ OSStatus runSecurePrint(const PieceRecords& records) {
     return runOnJobType(records, [&](JobType& job) { return RunModalSecurePrintSetup(records.bundle, &job.passcode); });
 }
 
+OSStatus runDelayedPrint(const PieceRecords& records) {
+    return runOnJobType(records,
+                        [&](JobType& job) { return RunModalDelayedPrintSetup(records.bundle, &job.delayedPrintTime); });
+}
 
 // clang-format off
 constexpr Piece kPieces[] = {
     // name, panel, dialog
     {"about", GetAboutPanelInterface, nullptr},
     {"advanced", GetAdvancedPanelInterface, nullptr},
+    {"delayed-print", nullptr, runDelayedPrint},
     {"secure-print", nullptr, runSecurePrint},
 };
 // clang-format on
