@@ -46,6 +46,7 @@ std::string textOf(ControlRef control) {
         case ControlKind::passwordText:
         case ControlKind::textView:
         case ControlKind::staticText:
+        case ControlKind::clock:
             GetControlData(control, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
             break;
         case ControlKind::pushButton:

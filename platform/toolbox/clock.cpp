@@ -6,6 +6,8 @@
 void prepareClock(QDateTimeEdit* clock) {
     clock->setTimeSpec(Qt::UTC);
     clock->setWrapping(true);
+    // The C locale's short time has seconds, which no other locale shows and nobody sets.
+    clock->setDisplayFormat(clock->displayFormat().remove(QStringLiteral(":ss")));
 }
 
 LongDateRec clockDate(const QDateTimeEdit& clock) {
