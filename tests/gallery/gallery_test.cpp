@@ -14,7 +14,9 @@ const std::string kScripts = TAVRO_SOURCE_DIR "/tests/gallery/scripts";
 
 class GalleryTest : public ProgramTest {
 protected:
-    Run gallery(const Words& arguments) const { return start(TAVRO_GALLERY, arguments); }
+    Run gallery(const Words& arguments, const Words& environment = {}) const {
+        return start(TAVRO_GALLERY, arguments, environment);
+    }
 };
 
 TEST_F(GalleryTest, DrawsEveryWindow) {
@@ -43,9 +45,12 @@ TEST_F(GalleryTest, SaysWhatDoesNotOpen) {
 
 class GalleryScript : public GalleryTest, public testing::WithParamInterface<std::string> {};
 
-/// A script says itself what it expects.
+/// A script says itself what it expects. It runs in the locale that stands behind an "@" in its name.
 TEST_P(GalleryScript, Passes) {
-    const Run run = gallery({"--script", kScripts + "/" + GetParam() + ".tavro-script"});
+    const std::size_t at = GetParam().find('@');
+    const Words locale = at != std::string::npos ? Words{"LC_ALL=" + GetParam().substr(at + 1) + ".UTF-8"} : Words{};
+    const Run run =
+        gallery({"--script", kScripts + "/" + GetParam() + ".tavro-script", "--shots", folder / "shots"}, locale);
     EXPECT_EQ(run.status, 0) << run.output << run.errors;
 }
 
@@ -60,7 +65,8 @@ std::vector<std::string> scriptNames() {
 
 INSTANTIATE_TEST_SUITE_P(Dialogs, GalleryScript, testing::ValuesIn(scriptNames()), [](const auto& script) {
     std::string name = script.param;
-    std::ranges::replace(name, '-', '_');
+    std::ranges::replace_if(
+        name, [](char c) { return c == '-' || c == '@'; }, '_');
     return name;
 });
 

@@ -1,12 +1,11 @@
 #include "tests/support/gallery/pieces.h"
 
 #include "host/script/text.h"
-#include "jobtypes/delayed_print.h"
-#include "jobtypes/job_type.h"
-#include "jobtypes/secure_print.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
+#include "tests/support/gallery/job_pieces.h"
+#include "tests/support/gallery/stock_pieces.h"
 #include "ui/nib_window.h"
 
 #include <algorithm>
@@ -17,37 +16,28 @@
 extern "C" {
 OSStatus GetAboutPanelInterface(PlugInIntf** interface);
 OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
+OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface);
+OSStatus GetLayoutPanelInterface(PlugInIntf** interface);
 }
 
 namespace {
-
-/// Runs a dialog on the job type's record.
-template <typename Run>
-OSStatus runOnJobType(const PieceRecords& records, Run run) {
-    JobType job;
-    const auto dictionary = job.read(records.ticket);
-    const OSStatus status = run(job);
-    job.write(dictionary.get(), records.ticket);
-    PMTicketSetCFDictionary(records.ticket, kTicketCreator, kJobTypeTicketKey, dictionary.get(), kPMUnlocked);
-    return status;
-}
-
-OSStatus runSecurePrint(const PieceRecords& records) {
-    return runOnJobType(records, [&](JobType& job) { return RunModalSecurePrintSetup(records.bundle, &job.passcode); });
-}
-
-OSStatus runDelayedPrint(const PieceRecords& records) {
-    return runOnJobType(records,
-                        [&](JobType& job) { return RunModalDelayedPrintSetup(records.bundle, &job.delayedPrintTime); });
-}
 
 // clang-format off
 constexpr Piece kPieces[] = {
     // name, panel, dialog
     {"about", GetAboutPanelInterface, nullptr},
     {"advanced", GetAdvancedPanelInterface, nullptr},
+    {"booklet-finishing", nullptr, runBookletFinishing},
+    {"custom-stock-size", nullptr, runCustomStockSize},
     {"delayed-print", nullptr, runDelayedPrint},
+    {"image-options", GetImageOptionsPanelInterface, nullptr},
+    {"layout", GetLayoutPanelInterface, nullptr},
+    {"page-stock-selection", nullptr, runPageStockSelection},
     {"secure-print", nullptr, runSecurePrint},
+    {"stock-description", nullptr, runStockDescription},
+    {"stock-library-selection", nullptr, runStockLibrarySelection},
+    {"stock-selection", nullptr, runStockSelection},
+    {"tab-stock-setup", nullptr, runTabStockSetup},
 };
 // clang-format on
 

@@ -1,0 +1,8 @@
+// The dialogs that set up jobs.
+#pragma once
+
+#include "tests/support/gallery/pieces.h"
+
+OSStatus runBookletFinishing(const PieceRecords& records);
+OSStatus runDelayedPrint(const PieceRecords& records);
+OSStatus runSecurePrint(const PieceRecords& records);
