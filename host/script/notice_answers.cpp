@@ -2,6 +2,7 @@
 
 #include "host/script/text.h"
 #include "platform/toolbox/Automation.h"
+#include "platform/toolbox/Notices.h"
 
 namespace script {
 
@@ -33,7 +34,7 @@ void NoticeAnswers::told(CFStringRef header, CFStringRef message, void* self) {
         AutomationQueueAnswer(answers.next_.front());
         answers.next_.pop_front();
     } else if (answers.all_) {
-        AutomationQueueAnswer(*answers.all_);
+        AutomationQueueAnswer(*answers.all_ | CFUserNotificationCheckBoxChecked(0));
     }
 }
 

@@ -10,7 +10,8 @@
 namespace script {
 
 /// While it lives, prints the header and the text of each notice and answers it: with the next answer that was given,
-/// else with the last one given for all, else by its default button.
+/// else with the last one given for all, which also
+/// ticks the notice's check box, else by its default button.
 class NoticeAnswers {
 public:
     explicit NoticeAnswers(std::FILE* output);

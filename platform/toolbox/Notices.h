@@ -10,6 +10,11 @@ inline constexpr CFOptionFlags kCFUserNotificationCautionAlertLevel = 2;
 inline constexpr CFOptionFlags kCFUserNotificationDefaultResponse = 0;
 inline constexpr CFOptionFlags kCFUserNotificationAlternateResponse = 1;
 inline constexpr CFOptionFlags kCFUserNotificationOtherResponse = 2;
+/// The bits of a response that say the button; a ticked check box has one of its own.
+inline constexpr CFOptionFlags kCFUserNotificationResponseMask = 3;
+constexpr CFOptionFlags CFUserNotificationCheckBoxChecked(CFIndex checkBox) {
+    return CFOptionFlags{1} << (8 + checkBox);
+}
 
 /// Shows a notice and waits for its answer in *response. A null alternate or other title leaves that button out, a
 /// null default title says "OK". The time-out and the three addresses of the platform's call must be 0 and null.
@@ -18,6 +23,11 @@ SInt32 CFUserNotificationDisplayAlert(double timeout, CFOptionFlags level, CFURL
                                       CFURLRef localization, CFStringRef header, CFStringRef message,
                                       CFStringRef defaultButton, CFStringRef alternateButton, CFStringRef otherButton,
                                       CFOptionFlags* response);
+/// The same with a check box, unticked at first; whether it was ticked is in the response. Not of the platform, which
+/// takes a notice's parts one by one where a notice has more than texts and buttons.
+SInt32 CFUserNotificationDisplayAlertWithCheckBox(CFOptionFlags level, CFStringRef header, CFStringRef message,
+                                                  CFStringRef checkBox, CFStringRef defaultButton,
+                                                  CFStringRef alternateButton, CFOptionFlags* response);
 
 /// The system's beep: input was refused.
 void SysBeep(SInt16 duration);

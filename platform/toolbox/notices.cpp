@@ -6,6 +6,7 @@
 #include "platform/toolbox/objects.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -43,36 +44,68 @@ struct NoticeButton {
     QMessageBox::ButtonRole role;
 };
 
-CFOptionFlags askUser(CFOptionFlags level, CFStringRef header, CFStringRef message,
-                      const std::vector<NoticeButton>& buttons) {
-    QMessageBox box(iconOf(level), {}, toQString(header), {}, QApplication::activeWindow());
+struct Notice {
+    CFOptionFlags level;
+    CFStringRef header;
+    CFStringRef message;
+    CFStringRef checkBox;  // null: none
+    std::vector<NoticeButton> buttons;
+};
+
+/// A title in which '&' is a character like others.
+QString literal(CFStringRef title) {
+    return toQString(title).replace(u'&', QStringLiteral("&&"));
+}
+
+CFOptionFlags askUser(const Notice& notice) {
+    QMessageBox box(iconOf(notice.level), {}, toQString(notice.header), {}, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
-    box.setInformativeText(toQString(message));
+    box.setInformativeText(toQString(notice.message));
     for (QLabel* label : box.findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);  // texts may hold what a file or a person is called
     }
+    if (notice.checkBox != nullptr) {
+        box.setCheckBox(new QCheckBox(literal(notice.checkBox)));
+    }
     std::vector<QAbstractButton*> shown;
-    for (const NoticeButton& button : buttons) {
-        const QString title = toQString(button.title).replace(u'&', QStringLiteral("&&"));
+    for (const NoticeButton& button : notice.buttons) {
+        const QString title = literal(button.title);
         shown.push_back(title.isEmpty() ? box.addButton(QMessageBox::Ok) : box.addButton(title, button.role));
     }
-    const auto escape = std::ranges::find(buttons, kCFUserNotificationAlternateResponse, &NoticeButton::response);
+    const auto escape =
+        std::ranges::find(notice.buttons, kCFUserNotificationAlternateResponse, &NoticeButton::response);
     box.setDefaultButton(static_cast<QPushButton*>(shown.front()));
-    box.setEscapeButton(shown[escape == buttons.end() ? 0 : escape - buttons.begin()]);
+    box.setEscapeButton(shown[escape == notice.buttons.end() ? 0 : escape - notice.buttons.begin()]);
     box.exec();
     const auto clicked = std::ranges::find(shown, box.clickedButton());
-    return buttons[clicked == shown.end() ? 0 : clicked - shown.begin()].response;
+    const bool ticked = box.checkBox() != nullptr && box.checkBox()->isChecked();
+    return notice.buttons[clicked == shown.end() ? 0 : clicked - shown.begin()].response |
+           (ticked ? CFUserNotificationCheckBoxChecked(0) : 0);
 }
 
-/// The next answer that was arranged; a button that the notice does not have cannot be pressed.
-CFOptionFlags arrangedAnswer(const std::vector<NoticeButton>& buttons) {
+/// The next answer that was arranged; a button that the notice does not have cannot be pressed, nor a check box ticked.
+CFOptionFlags arrangedAnswer(const Notice& notice) {
     auto& answers = arrangement().answers;
     if (answers.empty()) {
         return kCFUserNotificationDefaultResponse;
     }
     const CFOptionFlags answer = answers.front();
     answers.pop_front();
-    return std::ranges::count(buttons, answer, &NoticeButton::response) ? answer : kCFUserNotificationDefaultResponse;
+    const CFOptionFlags button = answer & kCFUserNotificationResponseMask;
+    const CFOptionFlags ticks = notice.checkBox != nullptr ? answer & CFUserNotificationCheckBoxChecked(0) : 0;
+    const bool has = std::ranges::count(notice.buttons, button, &NoticeButton::response) > 0;
+    return (has ? button : kCFUserNotificationDefaultResponse) | ticks;
+}
+
+SInt32 display(const Notice& notice, CFOptionFlags* response) {
+    if (const Arrangement& a = arrangement(); a.listener) {
+        a.listener(notice.header, notice.message, a.listenerData);
+    }
+    const CFOptionFlags answer = toolboxState().scripted ? arrangedAnswer(notice) : askUser(notice);
+    if (response) {
+        *response = answer;
+    }
+    return noErr;
 }
 
 }  // namespace
@@ -91,15 +124,19 @@ SInt32 CFUserNotificationDisplayAlert(double timeout, CFOptionFlags level, CFURL
     if (otherButton) {
         buttons.push_back({otherButton, kCFUserNotificationOtherResponse, QMessageBox::ActionRole});
     }
-    if (const Arrangement& a = arrangement(); a.listener) {
-        a.listener(header, message, a.listenerData);
-    }
-    const CFOptionFlags answer =
-        toolboxState().scripted ? arrangedAnswer(buttons) : askUser(level, header, message, buttons);
-    if (response) {
-        *response = answer;
-    }
-    return noErr;
+    return display({level, header, message, nullptr, std::move(buttons)}, response);
+}
+
+SInt32 CFUserNotificationDisplayAlertWithCheckBox(CFOptionFlags level, CFStringRef header, CFStringRef message,
+                                                  CFStringRef checkBox, CFStringRef defaultButton,
+                                                  CFStringRef alternateButton, CFOptionFlags* response) {
+    return display({level,
+                    header,
+                    message,
+                    checkBox,
+                    {{defaultButton, kCFUserNotificationDefaultResponse, QMessageBox::AcceptRole},
+                     {alternateButton, kCFUserNotificationAlternateResponse, QMessageBox::RejectRole}}},
+                   response);
 }
 
 void SysBeep(SInt16) {

@@ -117,3 +117,8 @@ tavro_pictures(image-options 4x2 ""
 
 # Job types
 tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif" "Delayed-Print.gif")
+
+# Fax
+tavro_pictures(fax 5x2 ""
+  "AddRecipient.gif" "AddFromPhonebook.gif" "ConfirmationSheet.gif" "SendSpeed.gif" "Resolution.gif"
+  "SendTime.gif" "DialingOptions.gif" "CoverSheet.gif" "PBEntry.gif" "PBGroup.gif")

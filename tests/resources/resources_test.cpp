@@ -231,6 +231,12 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
          {1000, 1001, 1002, 1003, 1004, 1005, 1006, 1007, 1008, 1010, 1012, 1013, 1014}},
         {"StockDescriptionSetup", "StockDescriptionSetup", "TPDE", {20200}},
         {"StockTypeSetupDialogs", "TabStockSetup", "TPDE", {1000, 1001, 1002, 1003, 1004}},
+        {"LANFAX", "Setup", "TPDE", {1000, 1100, 1101, 1102, 1103, 1104, 1111, 1120, 1122, 1123, 1200,
+                                     1202, 1204, 1206, 1208, 1209, 1211, 1212, 1213, 1214, 1216, 1217,
+                                     1219, 1220, 1221, 1222, 1223, 1224, 1225, 1226, 1300, 1302, 1303}},
+        {"LANFAX", "Recipient", "TPDE", {1000, 1001, 1002, 1003, 1004, 1005, 1006, 1007, 1008, 1009}},
+        {"LANFAX", "Group", "TPDE", {1000, 1001}},
+        {"LANFAX", "MaxCharacters", "TPDE", {1000, 1001, 1002, 1003, 1004}},
     };
     QMap<QString, QSet<QString>> expected;
     for (const Expected& row : table) {

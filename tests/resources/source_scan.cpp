@@ -87,6 +87,14 @@ KeysByTable TextKeysInSources(const QStringList& folders) {
         }
     }
 
+    // Texts of the fax dialogs: bundle, key, and for messages what stands in them.
+    static const QRegularExpression faxLookUp(QStringLiteral(R"(\b(?:CopyFaxText|CopyFaxMessage)\()"));
+    for (auto calls = faxLookUp.globalMatch(code); calls.hasNext();) {
+        for (const QString& key : LiteralsIn(ArgumentsAt(code, calls.next().capturedEnd()).value(1))) {
+            keys[QStringLiteral("LANFax")].insert(key);
+        }
+    }
+
     // Tables of rows, with the column that holds the key.
     struct RowType {
         QLatin1String name;

@@ -1,7 +1,9 @@
 #include "tests/support/gallery/job_pieces.h"
 
 #include "jobtypes/delayed_print.h"
+#include "jobtypes/fax_options.h"
 #include "jobtypes/job_type.h"
+#include "jobtypes/lan_fax_setup.h"
 #include "jobtypes/secure_print.h"
 #include "panels/layout/booklet_finishing_dialog.h"
 
@@ -30,6 +32,28 @@ OSStatus runBookletFinishing(const PieceRecords& records) {
 OSStatus runDelayedPrint(const PieceRecords& records) {
     return runOnJobType(records,
                         [&](JobType& job) { return RunModalDelayedPrintSetup(records.bundle, &job.delayedPrintTime); });
+}
+
+/// What the ticket does not have is not put there by a dialog that was cancelled.
+OSStatus runLANFax(const PieceRecords& records) {
+    CFDictionaryRef stored = nullptr;
+    PMTicketGetCFDictionary(records.ticket, kPMTopLevel, kPMTopLevel, kFaxOptionsTicketKey, &stored);
+    const auto options =
+        stored != nullptr
+            ? CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(kCFAllocatorDefault, 0, stored))
+            : CreateRecordDictionary();
+    CFArrayRef recipients = nullptr;
+    PMTicketGetCFArray(records.ticket, kPMTopLevel, kPMTopLevel, kFaxRecipientListTicketKey, &recipients);
+    FaxRecipientList list(recipients);
+    RunModalLANFaxSetup(records.bundle, options.get(), &list);
+    if (stored != nullptr || CFDictionaryGetCount(options.get()) > 0) {
+        PMTicketSetCFDictionary(records.ticket, kTicketCreator, kFaxOptionsTicketKey, options.get(), kPMUnlocked);
+    }
+    if (recipients != nullptr || list.count() > 0) {
+        PMTicketSetCFArray(records.ticket, kTicketCreator, kFaxRecipientListTicketKey, list.toTicket().get(),
+                           kPMUnlocked);
+    }
+    return noErr;
 }
 
 OSStatus runSecurePrint(const PieceRecords& records) {

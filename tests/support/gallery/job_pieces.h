@@ -5,4 +5,5 @@
 
 OSStatus runBookletFinishing(const PieceRecords& records);
 OSStatus runDelayedPrint(const PieceRecords& records);
+OSStatus runLANFax(const PieceRecords& records);
 OSStatus runSecurePrint(const PieceRecords& records);

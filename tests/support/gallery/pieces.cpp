@@ -31,6 +31,7 @@ constexpr Piece kPieces[] = {
     {"custom-stock-size", nullptr, runCustomStockSize},
     {"delayed-print", nullptr, runDelayedPrint},
     {"image-options", GetImageOptionsPanelInterface, nullptr},
+    {"lan-fax", nullptr, runLANFax},
     {"layout", GetLayoutPanelInterface, nullptr},
     {"page-stock-selection", nullptr, runPageStockSelection},
     {"secure-print", nullptr, runSecurePrint},
