@@ -1,9 +1,9 @@
 #include "core/shell_panel.h"
 
 #include "core/built_in_panels.h"
+#include "core/printer_features.h"
 #include "core/shell_context.h"
 #include "core/shell_dialog.h"
-#include "core/printer_features.h"
 #include "core/shell_selection.h"
 #include "model/plugin_state.h"
 #include "model/ticket_access.h"

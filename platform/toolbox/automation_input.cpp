@@ -84,10 +84,10 @@ bool userClicks(QWidget* widget, QPoint place, Qt::KeyboardModifiers modifiers) 
 }
 
 bool userDoubleClicks(QWidget* widget, QPoint place) {
-    return sendMouse(widget, place,
-                     {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick,
-                      QEvent::MouseButtonRelease},
-                     Qt::NoModifier);
+    return sendMouse(
+        widget, place,
+        {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease},
+        Qt::NoModifier);
 }
 
 bool userClicks(QWidget* widget) {

@@ -96,7 +96,7 @@ TEST_F(CustomStockSizeTest, InputBeyondThePrinterIsRefusedAndTheDialogStays) {
     EXPECT_EQ(run([&](WindowRef window) {
                   type(window, kLengthField, "900");
                   clickOK(window);
-                  EXPECT_EQ(notices, std::vector<std::string>{"The paper size cannot be used."});
+                  EXPECT_EQ(notices, std::vector<std::string>{"The printer cannot use paper of this size."});
                   EXPECT_TRUE(IsWindowVisible(window));
                   EXPECT_EQ(shown(window), "200.0 x 300.0") << "the last that was right";
                   ControlRef focused = nullptr;
