@@ -3,71 +3,54 @@
 #include "jobtypes/job_type.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFCharacterSet.h"
-#include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Notices.h"
-#include "ui/draw_image.h"
+#include "ui/dialog_window.h"
 #include "ui/help.h"
 #include "ui/localization.h"
-#include "ui/nib_window.h"
 #include "ui/text_input.h"
-
-#include <array>
 
 namespace {
 
-constexpr OSType kDialogSignature = FourCharCode("TPDE");
-// The fields are known under two signatures: to the limits of what may be typed, and to what reads and fills them.
-constexpr ControlID kPasscode = {kDialogSignature, 20001};
-constexpr ControlID kConfirmation = {kDialogSignature, 20003};
-constexpr ControlID kPasscodeText = {FourCharCode("Tshl"), 20001};
-constexpr ControlID kConfirmationText = {FourCharCode("Tshl"), 20003};
-constexpr ControlID kHintText = {kDialogSignature, 20004};
-constexpr ControlID kDialogPicture = {kDialogSignature, 20008};
-constexpr ControlID kHintPicture = {kDialogSignature, 20009};
+constexpr SInt32 kPasscode = 20001;
+constexpr SInt32 kConfirmation = 20003;
+constexpr SInt32 kHintText = 20004;
+constexpr SInt32 kDialogPicture = 20008;
+constexpr SInt32 kHintPicture = 20009;
 
 constexpr SInt32 kLongestPasscode = 10;
 constexpr CFIndex kShortestConfirmed = 4;
 
 struct SecurePrintContext {
-    CFBundleRef bundle;
-    WindowRef window;
+    DialogWindow window;
     bool accepted;
 
-    ControlRef control(ControlID id) const {
-        ControlRef control = nullptr;
-        GetControlByID(window, &id, &control);
-        return control;
+    /// The fields are known under two signatures: under the dialog's to the limits of what may be typed, under this one
+    /// to what reads and fills them.
+    ControlRef field(SInt32 number) const {
+        const ControlID id{FourCharCode("Tshl"), number};
+        ControlRef field = nullptr;
+        GetControlByID(window.get(), &id, &field);
+        return field;
+    }
+    CFRef<CFStringRef> copyDigits(SInt32 number) const {
+        CFStringRef text = nullptr;
+        GetControlData(field(number), kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
+        return CopyASCIIDigits(CFRef<CFStringRef>::adopt(text).get());
     }
 };
-
-CFRef<CFStringRef> CopyFieldText(ControlRef field) {
-    CFStringRef text = nullptr;
-    GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
-    return CFRef<CFStringRef>::adopt(text);
-}
-
-void SetFieldText(ControlRef field, CFStringRef text) {
-    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text);
-}
 
 CFRef<CFStringRef> CopyText(CFBundleRef bundle, CFStringRef key) {
     return CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(bundle, key, key, CFSTR("Localizable")));
 }
 
-void UpdateConfirmation(const SecurePrintContext& context) {
-    ControlRef confirmation = context.control(kConfirmation);
-    const auto passcode = CopyFieldText(context.control(kPasscode));
-    if (PasscodeCanBeConfirmed(CFStringGetLength(passcode.get()))) {
-        EnableControl(confirmation);
-    } else {
-        DisableControl(confirmation);
-    }
+void UpdateConfirmation(const DialogWindow& window) {
+    window.enable(kConfirmation, PasscodeCanBeConfirmed(CFStringGetLength(window.copyText(kPasscode).get())));
 }
 
 /// Whether the dialog may close: the job goes without a passcode, or with one that was typed twice.
 bool PasscodeIsConfirmed(const SecurePrintContext& context) {
-    const auto passcode = CopyASCIIDigits(CopyFieldText(context.control(kPasscodeText)).get());
-    const auto confirmation = CopyASCIIDigits(CopyFieldText(context.control(kConfirmationText)).get());
+    const auto passcode = context.copyDigits(kPasscode);
+    const auto confirmation = context.copyDigits(kConfirmation);
     return CFStringGetLength(passcode.get()) == 0 ||
            CFStringCompare(passcode.get(), confirmation.get(), kCFCompareCaseInsensitive) == kCFCompareEqualTo;
 }
@@ -84,15 +67,15 @@ OSStatus HandleCommand(SecurePrintContext& context, OSType command) {
     switch (command) {
         case FourCharCode("ok  "):
             if (!PasscodeIsConfirmed(context)) {
-                TellMismatch(context.bundle);
+                TellMismatch(context.window.bundle());
                 return noErr;
             }
             context.accepted = true;
-            return QuitAppModalLoopForWindow(context.window);
+            return QuitAppModalLoopForWindow(context.window.get());
         case FourCharCode("not!"):
-            return QuitAppModalLoopForWindow(context.window);
+            return QuitAppModalLoopForWindow(context.window.get());
         case FourCharCode("Thlp"):
-            return DisplayHelp(context.bundle, nullptr, CFSTR("Mac_topics/m_how_to_use_Secure_Print.htm"));
+            return DisplayHelp(context.window.bundle(), nullptr, CFSTR("Mac_topics/m_how_to_use_Secure_Print.htm"));
         default:
             return eventNotHandledErr;
     }
@@ -101,46 +84,31 @@ OSStatus HandleCommand(SecurePrintContext& context, OSType command) {
 OSStatus SecurePrintEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
     auto& context = *static_cast<SecurePrintContext*>(userData);
     if (GetEventClass(event) == kEventClassTextInputChange) {
-        UpdateConfirmation(context);
+        UpdateConfirmation(context.window);
         return eventNotHandledErr;
     }
-    HICommand command{};
-    GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
-    return HandleCommand(context, command.commandID);
-}
-
-OSStatus DrawPicture(EventHandlerCallRef, EventRef event, void*) {
-    ControlRef pane = nullptr;
-    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof pane, nullptr, &pane);
-    ControlID id{};
-    GetControlID(pane, &id);
-    DrawImage(id.id == kHintPicture.id ? CFSTR("Hint.gif") : CFSTR("Secure-Print.gif"), pane, false);
-    return noErr;
+    return HandleCommand(context, CommandOf(event));
 }
 
 void InitializeSecurePrintSetup(SecurePrintContext& context, CFStringRef passcode) {
-    SetLocalizedWindowTitle(context.bundle, CFSTR("SecurePrintSetupTitle"), context.window);
-    SetLocalizedStaticText(context.bundle, CFSTR("SecurePrintHintText"), context.control(kHintText));
-    for (const ControlID id : {kPasscode, kConfirmation}) {
-        LimitInputLengthAndCharacters(context.control(id), kLongestPasscode,
+    const DialogWindow& window = context.window;
+    SetLocalizedWindowTitle(window.bundle(), CFSTR("SecurePrintSetupTitle"), window.get());
+    SetLocalizedStaticText(window.bundle(), CFSTR("SecurePrintHintText"), window.control(kHintText));
+    for (const SInt32 number : {kPasscode, kConfirmation}) {
+        LimitInputLengthAndCharacters(window.control(number), kLongestPasscode,
                                       CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit));
-    }
-    for (const ControlID id : {kPasscodeText, kConfirmationText}) {
         if (passcode != nullptr) {
-            SetFieldText(context.control(id), passcode);
+            SetControlData(context.field(number), kControlEntireControl, kControlEditTextCFStringTag, sizeof passcode,
+                           &passcode);
         }
     }
-    UpdateConfirmation(context);
-    static constexpr EventTypeSpec kDraw{kEventClassControl, kEventControlDraw};
-    for (const ControlID id : {kDialogPicture, kHintPicture}) {
-        InstallControlEventHandler(context.control(id), DrawPicture, 1, &kDraw, nullptr, nullptr);
-    }
-    static constexpr std::array kEvents{EventTypeSpec{kEventClassCommand, kEventCommandProcess},
-                                        EventTypeSpec{kEventClassTextInputChange, kEventInputIsEmpty},
-                                        EventTypeSpec{kEventClassTextInputChange, kEventInputHasText}};
-    InstallWindowEventHandler(context.window, SecurePrintEventHandler, kEvents.size(), kEvents.data(), &context,
-                              nullptr);
-    SetKeyboardFocus(context.window, context.control(kPasscode));
+    UpdateConfirmation(window);
+    window.showPicture(kDialogPicture, CFSTR("Secure-Print.gif"));
+    window.showPicture(kHintPicture, CFSTR("Hint.gif"));
+    window.handleCommands(SecurePrintEventHandler, &context);
+    window.handle({kEventClassTextInputChange, kEventInputIsEmpty}, SecurePrintEventHandler, &context);
+    window.handle({kEventClassTextInputChange, kEventInputHasText}, SecurePrintEventHandler, &context);
+    window.focus(kPasscode);
 }
 
 }  // namespace
@@ -150,15 +118,14 @@ bool PasscodeCanBeConfirmed(CFIndex length) {
 }
 
 OSStatus RunModalSecurePrintSetup(CFBundleRef bundle, CFRef<CFStringRef>* passcode) {
-    WindowFromNib window;
-    if (const OSStatus status = window.load(bundle, CFSTR("JobTypes"), CFSTR("SecurePrint")); status != noErr) {
+    SecurePrintContext context{DialogWindow(bundle), false};
+    if (const OSStatus status = context.window.load(CFSTR("JobTypes"), CFSTR("SecurePrint")); status != noErr) {
         return status;
     }
-    SecurePrintContext context{bundle, window.get(), false};
     InitializeSecurePrintSetup(context, passcode->get());
-    RunAppModalLoopForWindow(window.get());
+    RunAppModalLoopForWindow(context.window.get());
     if (context.accepted) {
-        *passcode = CopyASCIIDigits(CopyFieldText(context.control(kPasscodeText)).get());
+        *passcode = context.copyDigits(kPasscode);
     }
     return noErr;
 }

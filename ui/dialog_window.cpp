@@ -1,4 +1,4 @@
-#include "jobtypes/fax_window.h"
+#include "ui/dialog_window.h"
 
 #include "ui/draw_image.h"
 
@@ -15,51 +15,51 @@ OSStatus DrawPicture(EventHandlerCallRef, EventRef event, void* fileName) {
 
 }  // namespace
 
-ControlRef FaxWindow::control(SInt32 number) const {
+ControlRef DialogWindow::control(SInt32 number) const {
     const ControlID id{kSignature, number};
     ControlRef control = nullptr;
     GetControlByID(get(), &id, &control);
     return control;
 }
 
-SInt32 FaxWindow::value(SInt32 number) const {
+SInt32 DialogWindow::value(SInt32 number) const {
     return GetControl32BitValue(control(number));
 }
 
-void FaxWindow::setValue(SInt32 number, SInt32 value) const {
+void DialogWindow::setValue(SInt32 number, SInt32 value) const {
     SetControl32BitValue(control(number), value);
 }
 
-void FaxWindow::enable(SInt32 number, bool enabled) const {
+void DialogWindow::enable(SInt32 number, bool enabled) const {
     enabled ? EnableControl(control(number)) : DisableControl(control(number));
 }
 
-void FaxWindow::focus(SInt32 number) const {
+void DialogWindow::focus(SInt32 number) const {
     SetKeyboardFocus(get(), control(number));
 }
 
-CFRef<CFStringRef> FaxWindow::copyText(SInt32 number) const {
+CFRef<CFStringRef> DialogWindow::copyText(SInt32 number) const {
     CFStringRef text = nullptr;
     GetControlData(control(number), kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
     return CFRef<CFStringRef>::adopt(text);
 }
 
-void FaxWindow::setText(SInt32 number, CFStringRef text) const {
+void DialogWindow::setText(SInt32 number, CFStringRef text) const {
     const CFStringRef shown = text != nullptr ? text : CFSTR("");
     SetControlData(control(number), kControlEntireControl, kControlEditTextCFStringTag, sizeof shown, &shown);
 }
 
-void FaxWindow::showPicture(SInt32 number, CFStringRef constantFileName) const {
+void DialogWindow::showPicture(SInt32 number, CFStringRef constantFileName) const {
     static constexpr EventTypeSpec kDraw{kEventClassControl, kEventControlDraw};
     InstallControlEventHandler(control(number), DrawPicture, 1, &kDraw, const_cast<CFStringObject*>(constantFileName),
                                nullptr);
 }
 
-void FaxWindow::handleCommands(EventHandlerUPP handler, void* userData) const {
+void DialogWindow::handleCommands(EventHandlerUPP handler, void* userData) const {
     handle({kEventClassCommand, kEventCommandProcess}, handler, userData);
 }
 
-void FaxWindow::handle(EventTypeSpec event, EventHandlerUPP handler, void* userData) const {
+void DialogWindow::handle(EventTypeSpec event, EventHandlerUPP handler, void* userData) const {
     InstallWindowEventHandler(get(), handler, 1, &event, userData, nullptr);
 }
 
