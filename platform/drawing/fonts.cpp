@@ -1,33 +1,16 @@
 #include "platform/drawing/units.h"
 
-#include <QStringList>
+#include "platform/fonts/font_faces.h"
 
-#include <fontconfig/fontconfig.h>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 namespace {
 
 int pixels(double size) {
     return std::max(1, static_cast<int>(std::lround(size * kUnitsPerPoint)));
-}
-
-template <auto destroy>
-struct Destroy {
-    template <typename T>
-    void operator()(T* object) const {
-        destroy(object);
-    }
-};
-using Pattern = std::unique_ptr<FcPattern, Destroy<FcPatternDestroy>>;
-using Properties = std::unique_ptr<FcObjectSet, Destroy<FcObjectSetDestroy>>;
-using Fonts = std::unique_ptr<FcFontSet, Destroy<FcFontSetDestroy>>;
-
-const FcChar8* property(const FcPattern* font, const char* name) {
-    FcChar8* value = nullptr;
-    return FcPatternGetString(font, name, 0, &value) == FcResultMatch ? value : nullptr;
 }
 
 }  // namespace
@@ -44,20 +27,10 @@ QFont pageFont(double size, bool bold) {
 
 QFont fontByPostScriptName(const std::string& name, double size) {
     QFont font = pageFont(size, true);
-    // As a property of a pattern: the name's own punctuation would mean something in the notation of patterns.
-    const Pattern wanted(FcPatternCreate());
-    FcPatternAddString(wanted.get(), FC_POSTSCRIPT_NAME, reinterpret_cast<const FcChar8*>(name.c_str()));
-    const Properties properties(FcObjectSetBuild(FC_FAMILY, FC_STYLE, nullptr));
-    const Fonts found(FcFontList(nullptr, wanted.get(), properties.get()));
-    if (found == nullptr || found->nfont == 0) {
-        return font;
-    }
-    const FcChar8* const family = property(found->fonts[0], FC_FAMILY);
-    const FcChar8* const style = property(found->fonts[0], FC_STYLE);
-    if (family != nullptr) {
-        font.setFamilies({QString::fromUtf8(reinterpret_cast<const char*>(family))});
+    if (const std::optional<FontFace> face = FindFontFace(name)) {
+        font.setFamilies({textOf(face->family)});
         font.setBold(false);
-        font.setStyleName(QString::fromUtf8(reinterpret_cast<const char*>(style)));
+        font.setStyleName(textOf(face->style));
     }
     return font;
 }

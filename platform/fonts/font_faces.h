@@ -1,0 +1,34 @@
+// The faces of the installed fonts, as the desktop's font cache knows them: no font file is opened.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// How a face's outlines are kept.
+enum class FontOutlines {
+    trueType,
+    variableTrueType,  // an instance of a variable font: its outlines are made of the file's by a recipe
+    other,             // PostScript outlines, bitmaps
+};
+
+/// Texts are UTF-8.
+struct FontFace {
+    std::string postScriptName;  // never empty
+    std::string family;
+    std::string style;
+    std::string path;  // of its file
+    UInt32 index = 0;  // of the face in its file: 0 unless the file is a collection
+    FontOutlines outlines = FontOutlines::other;
+};
+
+/// The installed face of that PostScript name, outlines of TrueType first. When there is none of a name that the fonts
+/// of other desktops made common, such as "ArialMT", the face that the user's font settings put in its place; nothing
+/// for any other name.
+std::optional<FontFace> FindFontFace(const std::string& postScriptName);
+
+/// Every face that has a PostScript name, sorted by family, style and PostScript name. A name that several files have
+/// is there once, with the face that FindFontFace takes.
+std::vector<FontFace> InstalledFontFaces();
