@@ -52,18 +52,49 @@ std::string withLineBreaksAlone(std::string text) {
     return text;
 }
 
+/// Whether a line that was folded goes on here.
+bool isFolded(std::string_view text) {
+    return text.starts_with(' ') || text.starts_with('\t');
+}
+
+/// Takes a line with its break off the text, unfolded.
+std::string takeUnfoldedLine(std::string_view& text) {
+    std::string line(takeLine(text));
+    while (isFolded(text)) {
+        line.erase(line.find_last_not_of("\r\n") + 1);
+        line += takeLine(text).substr(1);
+    }
+    return line;
+}
+
+/// The parameter itself, which the library will drop; the words may also stand in a name, or in another parameter.
+bool isQuotedPrintable(std::string_view head) {
+    while (!head.empty()) {
+        head.remove_prefix(std::min(head.find(';'), head.size() - 1) + 1);
+        const std::string_view parameter = head.substr(0, head.find(';'));
+        if (isSame(parameter, "ENCODING=QUOTED-PRINTABLE") || isSame(parameter, "QUOTED-PRINTABLE")) {
+            return true;
+        }
+    }
+    return false;
+}
+
 std::string withSoftBreaksJoined(std::string_view card) {
     std::string joined;
     while (!card.empty()) {
-        std::string_view line = takeLine(card);
-        if (findWords(headOf(line), "QUOTED-PRINTABLE") != std::string_view::npos) {
-            while (!card.empty() && withoutBlanksAtTheEnd(line).ends_with('=')) {
+        std::string_view rest = card;
+        const bool isEncoded = isQuotedPrintable(headOf(takeUnfoldedLine(rest)));
+        bool isInValue = false;
+        do {
+            std::string_view line = takeLine(card);
+            isInValue |= line.find(':') != std::string_view::npos;
+            while (isEncoded && isInValue && !card.empty() && withoutBlanksAtTheEnd(line).ends_with('=')) {
                 joined += withoutBlanksAtTheEnd(line);
                 joined.pop_back();
                 line = takeLine(card);
             }
-        }
-        joined += line;
+            joined += line;
+        } while (isFolded(card));
     }
     return joined;
 }
@@ -97,12 +128,7 @@ std::string withAgentsAsTexts(std::string_view card) {
 std::string unfolded(std::string_view card) {
     std::string result;
     while (!card.empty()) {
-        std::string_view line = takeLine(card);
-        if (!result.empty() && (line.front() == ' ' || line.front() == '\t')) {
-            result.erase(result.find_last_not_of("\r\n") + 1);
-            line.remove_prefix(1);
-        }
-        result += line;
+        result += takeUnfoldedLine(card);
     }
     return result;
 }

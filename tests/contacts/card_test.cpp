@@ -164,6 +164,16 @@ TEST(Cards, OfOldProgramsAreReadWhole) {
     EXPECT_EQ(bytes->textOf("FN"), "\uFFFD");
 }
 
+TEST(Cards, OnlyAnEncodedValueHasSoftBreaks) {
+    const auto card = cardOf(
+        "BEGIN:VCARD\nVERSION:2.1\nN:Ek\nTITLE:about;\n ENCODING=QUOTED-PRINTABLE:a=\nORG;X-QUOTED-PRINTABLE=b:b=\n"
+        "NICKNAME;X=\n y;ENCODING=\n QUOTED-PRINTABLE:c=3D=\n=3D\nROLE:d\nEND:VCARD\n");
+    EXPECT_EQ(card->textOf("TITLE"), "about");
+    EXPECT_EQ(card->textOf("ORG"), "b=");
+    EXPECT_EQ(card->textOf("NICKNAME"), "c==");
+    EXPECT_EQ(card->textOf("ROLE"), "d");
+}
+
 TEST(Cards, AGroupFollowsMembersToTheirNewIds) {
     const std::unordered_map<std::string, std::string> newIds = {{"a", "0"}, {"b", "1"}};
     const auto group = cardOf(
