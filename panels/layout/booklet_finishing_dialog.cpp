@@ -1,6 +1,6 @@
 #include "panels/layout/booklet_finishing_dialog.h"
 
-#include "panels/layout/layout_sync.h"
+#include "model/booklet_fold.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Windows.h"
@@ -8,6 +8,7 @@
 #include "ui/help.h"
 #include "ui/nib_window.h"
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 
@@ -16,25 +17,8 @@ namespace {
 constexpr ControlID kFinishingID = {FourCharCode("Tshl"), 1000};
 constexpr ControlID kPictureID = {FourCharCode("Tshl"), 1001};
 
-struct FinishingItem {
-    SInt32 foldOption;
-    const char* withOutlines;
-    const char* plain;
-};
-// clang-format off
-constexpr std::array kItems = {
-    // fold option                       with outlines                                       without
-    FinishingItem{kFoldNone,             "Booklet Creation/Booklet-Outlines.gif",             "Booklet Creation/Booklet.gif"},
-    FinishingItem{kFoldBooklet,          "Booklet Creation/Booklet-Fold-Outlines.gif",        "Booklet Creation/Booklet-Fold.gif"},
-    FinishingItem{kFoldAndStapleBooklet, "Booklet Creation/Booklet-Fold-Staple-Outlines.gif", "Booklet Creation/Booklet-Fold-Staple.gif"},
-};
-static_assert(kItems.size() == 3);
-// clang-format on
-
-/// The row of an item; no finishing when there is no such item.
-const FinishingItem& Item(SInt32 item) {
-    return kItems[item >= 2 && item <= 3 ? static_cast<std::size_t>(item) - 1 : 0];
-}
+// The fold option of each item.
+constexpr std::array kFoldOptions = {SInt32{kFoldNone}, SInt32{kFoldBooklet}, SInt32{kFoldAndStapleBooklet}};
 
 struct BookletFinishingContext {
     CFBundleRef bundle;
@@ -81,20 +65,16 @@ OSStatus BookletFinishingDrawHandler(EventHandlerCallRef, EventRef, void* userDa
 }  // namespace
 
 SInt32 BookletFinishingItem(SInt32 foldOption) {
-    for (std::size_t i = 0; i < kItems.size(); ++i) {
-        if (kItems[i].foldOption == foldOption) {
-            return static_cast<SInt32>(i) + 1;
-        }
-    }
-    return 1;
+    const auto* found = std::ranges::find(kFoldOptions, foldOption);
+    return found != kFoldOptions.end() ? static_cast<SInt32>(found - kFoldOptions.begin()) + 1 : 1;
 }
 
 SInt32 FoldOptionForBookletFinishingItem(SInt32 item) {
-    return Item(item).foldOption;
+    return kFoldOptions[item >= 2 && item <= 3 ? static_cast<std::size_t>(item) - 1 : 0];
 }
 
 CFStringRef BookletFinishingPicture(SInt32 item, bool drawOutlines) {
-    return CFStringMakeConstant(drawOutlines ? Item(item).withOutlines : Item(item).plain);
+    return BookletFoldPicture(FoldOptionForBookletFinishingItem(item), drawOutlines);
 }
 
 OSStatus RunModalBookletFinishingDialog(CFBundleRef bundle, Boolean drawOutlines, SInt32* foldOption) {

@@ -1,15 +1,8 @@
 // The settings of the Layout panel: booklets, and how they are finished.
 #pragma once
 
+#include "model/booklet_fold.h"
 #include "platform/printing/PMTicket.h"
-
-/// Ticket values of the option map of "TRFoldOptions" that finish a booklet. Any other one does not.
-enum BookletFold : SInt32 {
-    kFoldNone = 1,
-    kFoldNotInstalled = 6,  // stands for no option: nothing is asked of a printer that cannot fold
-    kFoldBooklet = 7,
-    kFoldAndStapleBooklet = 8,
-};
 
 struct LayoutSettings {
     SInt32 bookletLayout;  // 1 on, 0 off

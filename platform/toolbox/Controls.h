@@ -170,6 +170,8 @@ OSStatus RemoveControlProperty(ControlRef control, OSType creator, OSType tag);
 
 /// The menu of a pop-up or bevel button, lent; null for another control.
 MenuRef GetControlPopupMenuHandle(ControlRef control);
+/// The same for a bevel button only: errDataNotSupported for another control.
+OSStatus GetBevelButtonMenuHandle(ControlRef button, MenuRef* menu);
 
 // ---- Focus
 

@@ -27,7 +27,8 @@ OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItem
 /// Puts a new item behind another one, or at the top when that is 0.
 OSStatus InsertMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItemIndex afterItem,
                                         MenuItemAttributes attributes, OSType command);
-/// Removes `count` items from `first` on; those beyond the end are ignored.
+/// Removes `count` items from `first` on; those beyond the end are ignored. menuItemNotFoundErr without the first one,
+/// but not for a count of 0: all items of an empty menu are none.
 OSStatus DeleteMenuItems(MenuRef menu, MenuItemIndex first, ItemCount count);
 
 OSStatus SetMenuItemTextWithCFString(MenuRef menu, MenuItemIndex item, CFStringRef text);

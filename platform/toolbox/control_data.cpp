@@ -269,3 +269,11 @@ OSStatus HIViewSimulateClick(ControlRef view, ControlPartCode part, UInt32, Cont
 MenuRef GetControlPopupMenuHandle(ControlRef control) {
     return control != nullptr ? control->menu.get() : nullptr;
 }
+
+OSStatus GetBevelButtonMenuHandle(ControlRef button, MenuRef* menu) {
+    if (button == nullptr || button->kind != ControlKind::bevelButton || !button->menu) {
+        return errDataNotSupported;
+    }
+    *menu = button->menu.get();
+    return noErr;
+}

@@ -239,13 +239,14 @@ OSStatus InsertMenuItemTextWithCFString(MenuRef menu, CFStringRef text, MenuItem
 }
 
 OSStatus DeleteMenuItems(MenuRef menu, MenuItemIndex first, ItemCount count) {
+    if (menu != nullptr && count == 0) {
+        return noErr;
+    }
     if (itemAt(menu, first) == nullptr) {
         return menuItemNotFoundErr;
     }
     const auto rest = static_cast<ItemCount>(menu->items.size()) - first + 1;
-    if (count > 0) {
-        menu->remove(first - 1, static_cast<int>(std::min(count, rest)));
-    }
+    menu->remove(first - 1, static_cast<int>(std::min(count, rest)));
     return noErr;
 }
 

@@ -122,3 +122,17 @@ tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif" "Delayed-Print.gif
 tavro_pictures(fax 5x2 ""
   "AddRecipient.gif" "AddFromPhonebook.gif" "ConfirmationSheet.gif" "SendSpeed.gif" "Resolution.gif"
   "SendTime.gif" "DialingOptions.gif" "CoverSheet.gif" "PBEntry.gif" "PBGroup.gif")
+
+# Finishing, named after the feature that offers it.
+tavro_pictures(finishing 8x5 ""
+  "Finishing/1StapleTL.gif" "Finishing/1StapleTR.gif" "Finishing/1StapleBL.gif" "Finishing/1StapleBR.gif"
+  "Finishing/2StaplesT.gif" "Finishing/2StaplesR.gif" "Finishing/2StaplesB.gif" "Finishing/2StaplesL.gif"
+  "Finishing/1StapleT.gif" "Finishing/1StapleR.gif" "Finishing/1StapleB.gif" "Finishing/1StapleL.gif"
+  "Finishing/None.gif" "Finishing/BindLeft.gif" "Finishing/ZFoldHalfLeft.gif" "Finishing/ZFoldHalfRight.gif"
+  "Finishing/2HolePunchL.gif" "Finishing/2HolePunchT.gif" "Finishing/2HolePunchR.gif" "Finishing/2HolePunchB.gif"
+  "Finishing/3HolePunchL.gif" "Finishing/3HolePunchT.gif" "Finishing/3HolePunchR.gif" "Finishing/3HolePunchB.gif"
+  "Finishing/4HolePunchL.gif" "Finishing/4HolePunchT.gif" "Finishing/4HolePunchR.gif" "Finishing/4HolePunchB.gif"
+  "Finishing/BiFoldMultiple.gif" "Finishing/BiFoldStapleMultiple.gif"
+  "Finishing/BiFoldSingleInside.gif" "Finishing/BiFoldSingleOutside.gif"
+  "Finishing/CFoldSingleInside.gif" "Finishing/CFoldSingleOutside.gif"
+  "Finishing/ZFoldSingleInside.gif" "Finishing/ZFoldSingleOutside.gif")

@@ -1,0 +1,100 @@
+// What the finisher can do with a set: one table of choices, from which the menu, the dialogs and the summary are made.
+//
+// A choice is a number in the ticket. The finisher can staple, punch and fold the same set; several at once are one
+// number too, made of those of its parts, so that a ticket says it all in one item. Which choices there are depends on
+// what is installed (core/installable_options.h).
+#pragma once
+
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFString.h"
+#include "platform/foundation/four_char_code.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+// Kinds of finishing, each the command of its item in the menu.
+inline constexpr OSType kFinishingDefault = FourCharCode("Pdef");
+inline constexpr OSType kFinishingNone = FourCharCode("None");
+inline constexpr OSType kFinishingFold = FourCharCode("Fold");
+inline constexpr OSType kFinishingMultiple = FourCharCode("FMul");
+inline constexpr OSType kFinishingSignatureBooklet = FourCharCode("FSBM");
+inline constexpr OSType kFinishingCustom = FourCharCode("Cust");
+
+// Values that other code asks for by name; the table has them all.
+inline constexpr SInt32 kFinishingValueDefault = 0;
+inline constexpr SInt32 kFinishingValueNone = 1;
+inline constexpr SInt32 kFinishingValueCustom = 2;
+inline constexpr SInt32 kFinishingValueSignatureBooklet = 3;
+
+/// The parts of the finisher that can work on the same set.
+enum class FinishingPart { none, staple, punch, halfSheetFold };
+
+struct FinishingKind {
+    OSType command;
+    const char* menuText;  // text key of the menu's item
+    const char* name;      // text key of the kind's name, for summaries and titles
+    FinishingPart part;    // none for a kind that cannot be combined
+};
+
+struct FinishingChoice {
+    SInt32 value;         // in "com.tavro.print.FinishingOptions"; below 100
+    OSType kind;          // a FinishingKind's command
+    const char* feature;  // the installed feature that offers it; null: every printer does
+    const char*
+        position;  // text key of the place on the sheet, or way of folding; null where a kind has one choice only
+    const char* picture;  // file name; null where no dialog shows it
+};
+
+/// All kinds, in the order of the menu.
+std::span<const FinishingKind> FinishingKinds();
+std::span<const FinishingChoice> FinishingChoices();
+
+/// The kind of a command; null when it is none.
+const FinishingKind* FindFinishingKind(OSType command);
+/// The choice with that value; null for the value of several together and for one that has no meaning.
+const FinishingChoice* FindFinishingChoice(SInt32 value);
+
+/// The choices of a kind that the printer offers, in the order of the table.
+std::vector<const FinishingChoice*> InstalledFinishingChoices(OSType kind);
+/// The choices of all kinds of a part that the printer offers.
+std::vector<const FinishingChoice*> InstalledFinishingChoices(FinishingPart part);
+
+/// Whether the menu has the kind's item. Several together need at least two parts that the printer has. A booklet maker
+/// for signatures takes the place of the custom finishing.
+bool IsFinishingOffered(OSType kind);
+
+/// Several together: a value each, 0 for a part that does nothing.
+struct MultipleFinishing {
+    SInt32 staple = 0;
+    SInt32 punch = 0;
+    SInt32 halfSheetFold = 0;
+
+    bool operator==(const MultipleFinishing&) const = default;
+};
+
+/// The value that stands for the parts together: a choice's own when there is but one, kFinishingValueNone for none.
+SInt32 FinishingValueOf(const MultipleFinishing& parts);
+/// The parts of a value that stands for several, or for one choice of a part. Nothing for any other value.
+std::optional<MultipleFinishing> SplitFinishingValue(SInt32 value);
+
+/// The kind that a value belongs to. A value that has no meaning belongs to the printer's default.
+OSType FinishingKindOfValue(SInt32 value);
+
+/// A choice in words: its kind, and where it has several, which one ("1 Staple: Top Left").
+CFRef<CFStringRef> CopyFinishingChoiceText(CFBundleRef bundle, const FinishingChoice& choice);
+
+/// What the panel keeps of the finishing, with its values when the ticket has none.
+struct FinishingSettings {
+    SInt32 options = kFinishingValueDefault;  // com.tavro.print.FinishingOptions
+    SInt32 offset = 1;                        // com.tavro.print.FinishingOffset: see finishing_offset_dialog.h
+    SInt32 enableSubset = 0;                  // com.tavro.print.FinishingOffsetEnableSubset
+    SInt32 pagesPerSubset = 1;                // com.tavro.print.FinishingOffsetPagesPerSubset
+    SInt32 slipSheet = 0;                     // com.tavro.print.FinishingSlipSheet: 2 with slip sheets
+    CFRef<CFStringRef> custom;                // com.tavro.print.FinishingCustom; null is as good as empty
+};
+inline constexpr SInt32 kSlipSheetsOn = 2;
+
+/// A new text of the settings in words, in lines: the finishing, one line for each of several together, then slip
+/// sheets and offset when they are on.
+void CreateFinishingString(CFBundleRef bundle, const FinishingSettings& settings, CFStringRef* text);
