@@ -155,17 +155,16 @@ std::string fullName(const Card& person) {
     return given + (given.empty() || family.empty() ? "" : " ") + family;
 }
 
-/// Quoted-printable bytes of no named character set come out as they are.
+/// Decoding has brought up bytes of no named character set, and line breaks that would be written as other ones.
 void repairValues(EVCardAttribute* attribute) {
-    const auto isText = [](const char* value) { return g_utf8_validate(value, -1, nullptr) != 0; };
-    std::vector<std::string> values;
     bool isBroken = false;
     for (GList* value = e_vcard_attribute_get_values(attribute); value; value = value->next) {
-        isBroken |= !isText(static_cast<const char*>(value->data));
+        isBroken |= !isReadableValue(static_cast<const char*>(value->data));
     }
     if (!isBroken) {
         return;
     }
+    std::vector<std::string> values;
     for (GList* value = e_vcard_attribute_get_values(attribute); value; value = value->next) {
         values.push_back(readableValue(static_cast<const char*>(value->data)));
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <string_view>
 
 #include <glib.h>
 
@@ -187,6 +186,14 @@ std::string readableText(const std::string& card) {
     return isUtf8(text) ? text : withLinesInUtf8(unfolded(text));
 }
 
+bool isReadableValue(std::string_view value) {
+    return value.find('\r') == std::string_view::npos && isUtf8(value);
+}
+
 std::string readableValue(const std::string& value) {
-    return isUtf8(value) ? value : converted(value, kWindows);
+    std::string text = isUtf8(value) ? value : converted(value, kWindows);
+    for (std::size_t at = text.find('\r'); at != std::string::npos; at = text.find('\r', at)) {
+        text.replace(at, text.compare(at, 2, "\r\n") == 0 ? 2 : 1, "\n");
+    }
+    return text;
 }

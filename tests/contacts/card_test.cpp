@@ -174,6 +174,13 @@ TEST(Cards, OnlyAnEncodedValueHasSoftBreaks) {
     EXPECT_EQ(card->textOf("ROLE"), "d");
 }
 
+TEST(Cards, LineBreaksOfAllKindsAreReadAsWritten) {
+    const auto card =
+        cardOf("BEGIN:VCARD\nVERSION:2.1\nNOTE;ENCODING=QUOTED-PRINTABLE:a=0D=0Ab=0Dc=0D=0D=0A\nEND:VCARD\n");
+    EXPECT_EQ(card->textOf("NOTE"), "a\nb\nc\n\n");
+    EXPECT_EQ(cardOf(card->text())->textOf("NOTE"), card->textOf("NOTE"));
+}
+
 TEST(Cards, AGroupFollowsMembersToTheirNewIds) {
     const std::unordered_map<std::string, std::string> newIds = {{"a", "0"}, {"b", "1"}};
     const auto group = cardOf(
