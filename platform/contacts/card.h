@@ -51,6 +51,10 @@ public:
     virtual void addMember(const Card& person) = 0;
     /// Gives members other ids, by their bareId(). Those that the map does not have stay.
     virtual void renameMembers(const std::unordered_map<std::string, std::string>& newIds) = 0;
+
+    /// Lets go of all but the card's text, id and kind until somebody asks for more: a tenth of the memory, for who
+    /// holds many cards.
+    virtual void keepAsText() = 0;
 };
 
 using CardOwner = std::unique_ptr<Card>;

@@ -107,60 +107,91 @@ bool saysNothingNew(const Card& card, const Card& known) {
 /// Drops the cards that are there already, and gives those a new id whose id is that of another card.
 class Merge {
 public:
-    /// Nothing when the store cannot be read.
-    static std::optional<std::vector<CardOwner>> into(CardStore& store, std::vector<CardOwner> cards) {
-        std::vector<std::string> ids;
-        for (const CardOwner& card : cards) {
-            ids.emplace_back(bareId(card->uniqueId()));
-        }
-        // The same file imported again comes to the same new ids.
-        for (std::size_t i = 0, count = cards.size(); i < count; ++i) {
-            ids.push_back(idFromBytes(cards[i]->text()));
-        }
-        const auto known = store.find(ids);
-        if (!known) {
+    Merge(CardStore& store, std::vector<CardOwner> cards) : store_(store), cards_(std::move(cards)) {}
+
+    /// The cards to be added; nothing when the store cannot be read.
+    std::optional<std::vector<CardOwner>> result() {
+        if (!meetKnownCards() || !giveNewIds()) {
             return std::nullopt;
         }
-        Merge merge;
-        for (const CardOwner& card : *known) {
-            merge.known_.emplace(bareId(card->uniqueId()), card.get());
-        }
-        return merge.added(std::move(cards), ids);
-    }
-
-private:
-    /// `ids` are the cards' own, and then the new ones that they could get.
-    std::vector<CardOwner> added(std::vector<CardOwner> cards, const std::vector<std::string>& ids) {
-        std::vector<CardOwner> result;
-        for (std::size_t i = 0; i < cards.size(); ++i) {
-            const auto [other, isNew] = known_.emplace(ids[i], cards[i].get());
-            if (!isNew) {
-                if (saysNothingNew(*cards[i], *other->second)) {
-                    continue;
-                }
-                const std::string& newId = ids[cards.size() + i];
-                newIds_.insert_or_assign(ids[i], newId);
-                cards[i]->setUniqueId(newId);
-                if (!known_.emplace(newId, cards[i].get()).second) {
-                    continue;
-                }
-            }
-            result.push_back(std::move(cards[i]));
-        }
-        for (const CardOwner& card : result) {
+        std::erase(cards_, nullptr);
+        for (const CardOwner& card : cards_) {
             if (!newIds_.empty() && card->isGroup()) {
                 card->renameMembers(newIds_);
             }
         }
-        return result;
+        return std::move(cards_);
     }
 
-    std::unordered_map<std::string, const Card*> known_;
+private:
+    /// Cards by their ids, as bareId() gives them.
+    using CardsById = std::unordered_map<std::string, const Card*>;
+    struct Renamed {
+        std::size_t place;
+        std::string newId;
+    };
+
+    bool meetKnownCards() {
+        std::vector<std::string> ids;
+        for (const CardOwner& card : cards_) {
+            ids.emplace_back(bareId(card->uniqueId()));
+        }
+        const auto known = store_.find(ids);
+        if (!known) {
+            return false;
+        }
+        CardsById byId;
+        for (const CardOwner& card : *known) {
+            byId.emplace(bareId(card->uniqueId()), card.get());
+        }
+        for (std::size_t i = 0; i < cards_.size(); ++i) {
+            const auto [other, isNew] = byId.emplace(ids[i], cards_[i].get());
+            if (isNew) {
+                continue;
+            }
+            if (saysNothingNew(*cards_[i], *other->second)) {
+                cards_[i] = nullptr;
+            } else {
+                // The same file imported again comes to the same new ids.
+                renamed_.push_back({i, idFromBytes(cards_[i]->text())});
+                newIds_.insert_or_assign(ids[i], renamed_.back().newId);
+            }
+        }
+        return true;
+    }
+
+    /// What has its new id already, was added when the file was imported before.
+    bool giveNewIds() {
+        std::vector<std::string> ids;
+        for (const Renamed& each : renamed_) {
+            ids.push_back(each.newId);
+        }
+        const auto known = ids.empty() ? std::vector<CardOwner>() : store_.find(ids);
+        if (!known) {
+            return false;
+        }
+        std::unordered_set<std::string> taken;
+        for (const CardOwner& card : *known) {
+            taken.emplace(bareId(card->uniqueId()));
+        }
+        for (const auto& [place, newId] : renamed_) {
+            if (taken.insert(newId).second) {
+                cards_[place]->setUniqueId(newId);
+            } else {
+                cards_[place] = nullptr;
+            }
+        }
+        return true;
+    }
+
+    CardStore& store_;
+    std::vector<CardOwner> cards_;
+    std::vector<Renamed> renamed_;
     std::unordered_map<std::string, std::string> newIds_;
 };
 
 bool addCards(CardStore& store, std::vector<CardOwner> cards) {
-    const auto added = Merge::into(store, std::move(cards));
+    const auto added = Merge(store, std::move(cards)).result();
     if (!added) {
         return false;
     }

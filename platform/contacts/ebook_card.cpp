@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <sstream>
+#include <utility>
 
 #include <libebook/libebook.h>
 
@@ -87,9 +87,10 @@ std::string memberAddress(const std::string& uniqueId) {
 
 std::vector<std::string> wordsOf(const std::string& list) {
     std::vector<std::string> words;
-    std::istringstream stream(list);
-    for (std::string word; std::getline(stream, word, ',');) {
-        words.push_back(word);
+    for (std::size_t at = 0; at < list.size();) {
+        const std::size_t end = std::min(list.find(',', at), list.size());
+        words.push_back(list.substr(at, end - at));
+        at = end + 1;
     }
     return words;
 }
@@ -196,6 +197,9 @@ bool isName(std::string_view text) {
 
 /// The library reads parameters from the last one to the first.
 void restoreParameters(EVCardAttribute* attribute) {
+    if (!e_vcard_attribute_get_params(attribute)) {
+        return;
+    }
     std::vector<EVCardAttributeParam*> parameters;
     for (GList* each = e_vcard_attribute_get_params(attribute); each; each = each->next) {
         auto* parameter = static_cast<EVCardAttributeParam*>(each->data);
@@ -209,6 +213,21 @@ void restoreParameters(EVCardAttribute* attribute) {
     for (EVCardAttributeParam* parameter : parameters) {
         e_vcard_attribute_add_param(attribute, parameter);  // in front of the others
     }
+}
+
+/// Takes a card apart.
+EVCard* newCard(const std::string& text) {
+    EVCard* card = e_vcard_new_from_string(readableText(text).c_str());
+    // Until somebody asks, the card is not read, and would be written as it came.
+    e_vcard_get_attributes(card);
+    // Inside of a card, these would begin or end another one.
+    e_vcard_remove_attributes(card, nullptr, "BEGIN");
+    e_vcard_remove_attributes(card, nullptr, "END");
+    for (GList* each = e_vcard_get_attributes(card); each; each = each->next) {
+        repairValues(static_cast<EVCardAttribute*>(each->data));
+        restoreParameters(static_cast<EVCardAttribute*>(each->data));
+    }
+    return card;
 }
 
 /// Where a card has no name to be shown by, the format still asks for one.
@@ -234,21 +253,28 @@ EbookCard::EbookCard() : card_(e_vcard_new()) {
     append(card_.get(), EVC_UID, taken(g_uuid_string_random()));
 }
 
-EbookCard::EbookCard(const std::string& text) : card_(e_vcard_new_from_string(readableText(text).c_str())) {
-    // Until somebody asks, the card is not read, and would be written as it came.
-    e_vcard_get_attributes(card_.get());
-    // Inside of a card, these would begin or end another one.
-    e_vcard_remove_attributes(card_.get(), nullptr, "BEGIN");
-    e_vcard_remove_attributes(card_.get(), nullptr, "END");
-    for (GList* each = e_vcard_get_attributes(card_.get()); each; each = each->next) {
-        repairValues(static_cast<EVCardAttribute*>(each->data));
-        restoreParameters(static_cast<EVCardAttribute*>(each->data));
+EbookCard::EbookCard(const std::string& text) : card_(newCard(text)) {}
+
+EVCard* EbookCard::card() const {
+    if (!card_) {
+        card_.reset(newCard(std::exchange(written_, {}).text));
+    }
+    return card_.get();
+}
+
+void EbookCard::keepAsText() {
+    if (card_) {
+        written_ = {text(), uniqueId(), isGroup()};
+        card_.reset();
     }
 }
 
 std::string EbookCard::text() const {
-    const std::string text = taken(e_vcard_to_string(card_.get(), EVC_FORMAT_VCARD_30));
-    if (e_vcard_get_attribute(card_.get(), EVC_FN) && e_vcard_get_attribute(card_.get(), EVC_N)) {
+    if (!card_) {
+        return written_.text;
+    }
+    const std::string text = taken(e_vcard_to_string(card(), EVC_FORMAT_VCARD_30));
+    if (e_vcard_get_attribute(card(), EVC_FN) && e_vcard_get_attribute(card(), EVC_N)) {
         return text + "\r\n";
     }
     const std::unique_ptr<EVCard, Releaser> whole(e_vcard_new_from_string(text.c_str()));
@@ -264,21 +290,24 @@ std::string EbookCard::text() const {
 }
 
 std::string EbookCard::uniqueId() const {
-    return firstValue(card_.get(), EVC_UID);
+    return card_ ? firstValue(card(), EVC_UID) : written_.uniqueId;
 }
 
 bool EbookCard::isGroup() const {
-    return isSameWord(firstValue(card_.get(), "KIND").c_str(), "group") ||
-           isSameWord(firstValue(card_.get(), "X-ADDRESSBOOKSERVER-KIND").c_str(), "group") || isContactList();
+    if (!card_) {
+        return written_.isGroup;
+    }
+    return isSameWord(firstValue(card(), "KIND").c_str(), "group") ||
+           isSameWord(firstValue(card(), "X-ADDRESSBOOKSERVER-KIND").c_str(), "group") || isContactList();
 }
 
 bool EbookCard::isCompany() const {
-    return isSameWord(firstValue(card_.get(), "X-ABShowAs").c_str(), "COMPANY") ||
-           isSameWord(firstValue(card_.get(), "KIND").c_str(), "org");
+    return isSameWord(firstValue(card(), "X-ABShowAs").c_str(), "COMPANY") ||
+           isSameWord(firstValue(card(), "KIND").c_str(), "org");
 }
 
 std::optional<std::string> EbookCard::textOf(const char* attribute) const {
-    std::string text = firstValue(card_.get(), attribute);
+    std::string text = firstValue(card(), attribute);
     return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
@@ -293,8 +322,8 @@ std::optional<std::string> EbookCard::namePart(NamePart part) const {
 
 std::vector<LabelledText> EbookCard::labelledTexts(const char* attribute) const {
     std::vector<LabelledText> texts;
-    forEach(card_.get(), attribute, [&](EVCardAttribute* found) {
-        texts.push_back({labelOf(card_.get(), found, attribute), withoutScheme(wholeValue(found))});
+    forEach(card(), attribute, [&](EVCardAttribute* found) {
+        texts.push_back({labelOf(card(), found, attribute), withoutScheme(wholeValue(found))});
     });
     return texts;
 }
@@ -303,10 +332,10 @@ std::vector<std::string> EbookCard::members() const {
     std::vector<std::string> ids;
     const auto add = [&ids](const std::string& id) { ids.emplace_back(bareId(id)); };
     for (const char* attribute : {"MEMBER", "X-ADDRESSBOOKSERVER-MEMBER"}) {
-        forEach(card_.get(), attribute, [&](EVCardAttribute* found) { add(wholeValue(found)); });
+        forEach(card(), attribute, [&](EVCardAttribute* found) { add(wholeValue(found)); });
     }
     if (isContactList()) {
-        forEach(card_.get(), EVC_EMAIL, [&](EVCardAttribute* found) {
+        forEach(card(), EVC_EMAIL, [&](EVCardAttribute* found) {
             if (GList* id = e_vcard_attribute_get_param(found, kListMember)) {
                 add(static_cast<const char*>(id->data));
             }
@@ -324,9 +353,9 @@ void EbookCard::makeGroup() {
 }
 
 void EbookCard::setText(const char* attribute, const std::optional<std::string>& text) {
-    e_vcard_remove_attributes(card_.get(), nullptr, attribute);
+    e_vcard_remove_attributes(card(), nullptr, attribute);
     if (text) {
-        append(card_.get(), attribute, *text);
+        append(card(), attribute, *text);
     }
 }
 
@@ -337,12 +366,12 @@ void EbookCard::setNamePart(NamePart part, const std::optional<std::string>& nam
 }
 
 void EbookCard::setLabelledTexts(const char* attribute, const std::vector<LabelledText>& texts) {
-    e_vcard_remove_attributes(card_.get(), nullptr, attribute);
+    e_vcard_remove_attributes(card(), nullptr, attribute);
     for (const LabelledText& entry : texts) {
         const auto* row = std::find_if(std::begin(kLabelTypes), std::end(kLabelTypes), [&](const auto& candidate) {
             return attribute == candidate.attribute && entry.label == candidate.label;
         });
-        append(card_.get(), attribute, entry.text,
+        append(card(), attribute, entry.text,
                row == std::end(kLabelTypes) ? std::initializer_list<const char*>{} : row->types);
     }
 }
@@ -356,13 +385,13 @@ void EbookCard::addMember(const Card& person) {
     if (isContactList()) {
         addToContactList(person);
     } else {
-        append(card_.get(), "MEMBER", memberAddress(id));
+        append(card(), "MEMBER", memberAddress(id));
     }
 }
 
 void EbookCard::makeContactList(const std::vector<CardOwner>& people) {
     std::vector<EVCardAttribute*> carried;
-    forEach(card_.get(), "MEMBER", [&](EVCardAttribute* member) {
+    forEach(card(), "MEMBER", [&](EVCardAttribute* member) {
         const std::string id = wholeValue(member);
         if (std::any_of(people.begin(), people.end(),
                         [&id](const CardOwner& person) { return bareId(person->uniqueId()) == bareId(id); })) {
@@ -373,7 +402,7 @@ void EbookCard::makeContactList(const std::vector<CardOwner>& people) {
     setText(EVC_X_LIST, "TRUE");
     for (EVCardAttribute* member : carried) {
         const std::string id = wholeValue(member);
-        e_vcard_remove_attribute(card_.get(), member);
+        e_vcard_remove_attribute(card(), member);
         addToContactList(**std::find_if(people.begin(), people.end(), [&id](const CardOwner& person) {
             return bareId(person->uniqueId()) == bareId(id);
         }));
@@ -381,7 +410,7 @@ void EbookCard::makeContactList(const std::vector<CardOwner>& people) {
 }
 
 bool EbookCard::isContactList() const {
-    return isSameWord(firstValue(card_.get(), EVC_X_LIST).c_str(), "TRUE");
+    return isSameWord(firstValue(card(), EVC_X_LIST).c_str(), "TRUE");
 }
 
 /// Also for a person without an address, for whom a fax number is enough.
@@ -397,7 +426,7 @@ void EbookCard::addToContactList(const Card& person) {
     }
     EVCardAttribute* attribute = e_vcard_attribute_new(nullptr, EVC_EMAIL);
     e_destination_export_to_vcard_attribute(entry, attribute);
-    e_vcard_append_attribute(card_.get(), attribute);
+    e_vcard_append_attribute(card(), attribute);
     g_object_unref(entry);
 }
 
@@ -407,14 +436,14 @@ void EbookCard::renameMembers(const std::unordered_map<std::string, std::string>
         return found == newIds.end() ? std::nullopt : std::optional(found->second);
     };
     for (const char* attribute : {"MEMBER", "X-ADDRESSBOOKSERVER-MEMBER"}) {
-        forEach(card_.get(), attribute, [&](EVCardAttribute* found) {
+        forEach(card(), attribute, [&](EVCardAttribute* found) {
             if (const auto id = newIdOf(wholeValue(found))) {
                 e_vcard_attribute_remove_values(found);
                 e_vcard_attribute_add_value(found, memberAddress(*id).c_str());
             }
         });
     }
-    forEach(card_.get(), EVC_EMAIL, [&](EVCardAttribute* found) {
+    forEach(card(), EVC_EMAIL, [&](EVCardAttribute* found) {
         GList* old = e_vcard_attribute_get_param(found, kListMember);
         if (const auto id = old ? newIdOf(static_cast<const char*>(old->data)) : std::nullopt) {
             e_vcard_attribute_remove_param(found, kListMember);
@@ -425,7 +454,7 @@ void EbookCard::renameMembers(const std::unordered_map<std::string, std::string>
 
 EbookCard::Name EbookCard::name() const {
     Name parts;
-    EVCardAttribute* attribute = e_vcard_get_attribute(card_.get(), EVC_N);
+    EVCardAttribute* attribute = e_vcard_get_attribute(card(), EVC_N);
     GList* value = attribute ? e_vcard_attribute_get_values(attribute) : nullptr;
     for (std::string& part : parts) {
         if (value) {
@@ -437,10 +466,10 @@ EbookCard::Name EbookCard::name() const {
 }
 
 void EbookCard::setName(const Name& parts) {
-    e_vcard_remove_attributes(card_.get(), nullptr, EVC_N);
+    e_vcard_remove_attributes(card(), nullptr, EVC_N);
     EVCardAttribute* attribute = e_vcard_attribute_new(nullptr, EVC_N);
     for (const std::string& part : parts) {
         e_vcard_attribute_add_value(attribute, part.c_str());
     }
-    e_vcard_append_attribute(card_.get(), attribute);
+    e_vcard_append_attribute(card(), attribute);
 }

@@ -28,6 +28,7 @@ public:
     void setLabelledTexts(const char* attribute, const std::vector<LabelledText>& texts) override;
     void addMember(const Card& person) override;
     void renameMembers(const std::unordered_map<std::string, std::string>& newIds) override;
+    void keepAsText() override;
 
     /// Turns a group into a contact list, which is what the clients of evolution-data-server take for a group: EMAIL
     /// attributes that name the contact by a parameter. Only members among `people` are carried over; the others stay
@@ -40,10 +41,20 @@ private:
         void operator()(struct _EVCard* card) const;
     };
 
+    /// What is kept of a card that is not taken apart.
+    struct Written {
+        std::string text;
+        std::string uniqueId;
+        bool isGroup;
+    };
+
+    /// The card, taken apart when it is not.
+    struct _EVCard* card() const;
     bool isContactList() const;
     void addToContactList(const Card& person);
     Name name() const;
     void setName(const Name& parts);
 
-    std::unique_ptr<struct _EVCard, Releaser> card_;
+    mutable std::unique_ptr<struct _EVCard, Releaser> card_;  // null when written_ has the card
+    mutable Written written_;
 };

@@ -58,6 +58,7 @@ ImportedCards readImportedCards(std::string_view file) {
     for (std::size_t i = 0; i < split.cards.size(); ++i) {
         CardOwner card = readIdentifiedCard(split.cards[i]);
         if (saysAnything(*card)) {
+            card->keepAsText();
             result.cards.push_back(std::move(card));
         } else {
             result.problems.push_back({kABImportNothingInside, split.lines[i]});
