@@ -3,23 +3,10 @@
 
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
+#include "watermark/font_refusal.h"
 
-/// Why a font is not converted.
-enum class FontRefusal {
-    none,
-    unusableName,         // the PostScript name is none: empty, too long, or with characters that end a name
-    notAFont,             // no font file, or one in a form for the web
-    noSuchFace,           // the file has fewer faces
-    damaged,              // a table is missing, ends too early, or contradicts another one
-    postScriptOutlines,   // outlines as CFF, which Type 42 cannot hold
-    noOutlines,           // bitmaps only
-    noCharacters,         // no table of the characters that the font has, or none that we can read
-    embeddingRestricted,  // its maker does not allow that it is embedded
-    bitmapsOnly,          // its maker allows that bitmaps are embedded, but not outlines
-};
-
-/// Converts one face of a TrueType file to a Type 42 font program (Adobe Technical Note 5012), complete, with no
-/// encoding of bytes in it: the program is ASCII text in short lines and ends by defining the font under its name.
+/// Converts one face of a TrueType file to a Type 42 font program (Adobe Technical Note 5012), which is
+/// ASCII text in short lines and ends by defining the font under its name.
 ///
 /// `font` is the whole file, `face` the place of the face in a collection and 0 otherwise. The name becomes the font's;
 /// it need not be the one that the file has. Null when the font is refused, with the reason in *refusal.

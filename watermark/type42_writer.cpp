@@ -1,0 +1,201 @@
+#include "watermark/type42_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <charconv>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+// What an interpreter reads of a font, in the order of the directory. Characters and names it takes from the program.
+constexpr UInt32 kTables[] = {
+    FourCharCode("cvt "), FourCharCode("fpgm"), FourCharCode("glyf"), FourCharCode("head"), FourCharCode("hhea"),
+    FourCharCode("hmtx"), FourCharCode("loca"), FourCharCode("maxp"), FourCharCode("prep"),
+};
+static_assert(std::size(kTables) == 9);
+
+// A string of PostScript ends at 65535 bytes. One is padding: the data is of even length, and some interpreters want
+// another byte behind it, which the others ignore.
+constexpr std::size_t kLongestString = 65532;
+
+constexpr std::size_t aligned(std::size_t size) {
+    return (size + 3) / 4 * 4;
+}
+
+/// Cuts 'glyf' into strings, between glyphs and at even places: where each of them ends. Nothing when a glyph is
+/// longer.
+std::optional<std::vector<std::size_t>> cutGlyphs(const GlyphOutlines& outlines) {
+    const std::vector<UInt32>& offsets = outlines.offsets;
+    std::vector<std::size_t> ends;
+    for (std::size_t start = offsets.front(); start < offsets.back(); start = ends.back()) {
+        if (offsets.back() - start <= kLongestString) {
+            ends.push_back(offsets.back());
+            continue;
+        }
+        auto glyph = std::upper_bound(offsets.begin(), offsets.end(), start + kLongestString) - 1;
+        while (*glyph > start && *glyph % 2 != 0) {
+            --glyph;
+        }
+        if (*glyph <= start) {
+            return std::nullopt;
+        }
+        ends.push_back(*glyph);
+    }
+    return ends;
+}
+
+UInt32 checksumOf(SfntBytes table) {
+    UInt32 sum = 0;
+    const std::size_t whole = table.size() / 4 * 4;
+    for (std::size_t i = 0; i < whole; i += 4) {
+        sum += table.u32(i);
+    }
+    for (std::size_t i = whole; i < table.size(); ++i) {
+        sum += UInt32{table.u8(i)} << (24 - i % 4 * 8);
+    }
+    return sum;
+}
+
+struct Table {
+    UInt32 tag;
+    SfntBytes bytes;
+};
+
+/// The directory of a font of these tables, which follow it in their order.
+std::vector<UInt8> directoryOf(const std::vector<Table>& tables) {
+    std::vector<UInt8> directory;
+    const auto put = [&directory](UInt32 number, int bytes) {
+        for (int shift = (bytes - 1) * 8; shift >= 0; shift -= 8) {
+            directory.push_back(static_cast<UInt8>(number >> shift));
+        }
+    };
+    const auto count = static_cast<UInt32>(tables.size());
+    const UInt32 searched = std::bit_floor(count);
+    put(0x00010000, 4);
+    put(count, 2);
+    put(searched * 16, 2);
+    put(static_cast<UInt32>(std::bit_width(searched)) - 1, 2);
+    put((count - searched) * 16, 2);
+    std::size_t offset = directory.size() + tables.size() * 16;
+    for (const Table& table : tables) {
+        put(table.tag, 4);
+        put(checksumOf(table.bytes), 4);
+        put(static_cast<UInt32>(offset), 4);
+        put(static_cast<UInt32>(table.bytes.size()), 4);
+        offset += aligned(table.bytes.size());
+    }
+    return directory;
+}
+
+constexpr auto kHexDigits = [] {
+    std::array<std::array<char, 2>, 256> pairs{};
+    for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
+        pairs[byte] = {"0123456789ABCDEF"[byte / 16], "0123456789ABCDEF"[byte % 16]};
+    }
+    return pairs;
+}();
+
+class Program {
+public:
+    explicit Program(std::size_t expectedSize)
+        : data_(CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, static_cast<CFIndex>(expectedSize)))) {}
+
+    Program& operator<<(std::string_view text) {
+        CFDataAppendBytes(data_.get(), reinterpret_cast<const UInt8*>(text.data()), static_cast<CFIndex>(text.size()));
+        return *this;
+    }
+
+    /// With three places behind the point.
+    Program& operator<<(double number) {
+        std::array<char, 32> digits;
+        const auto end = std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, 3);
+        return *this << std::string_view(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()));
+    }
+
+    Program& operator<<(int number) {
+        std::array<char, 16> digits;
+        const auto end = std::to_chars(digits.begin(), digits.end(), number);
+        return *this << std::string_view(digits.data(), static_cast<std::size_t>(end.ptr - digits.data()));
+    }
+
+    /// A string of the bytes, as many zeros, and the byte of padding.
+    void writeString(SfntBytes bytes, std::size_t zeros) {
+        char* place = string_.data();
+        *place++ = '<';
+        const std::size_t size = bytes.size();
+        for (std::size_t line = 0; line < size; line += kBytesInLine) {
+            const std::size_t end = std::min(size, line + kBytesInLine);
+            for (std::size_t i = line; i < end; ++i) {
+                place = std::copy_n(kHexDigits[bytes.begin()[i]].begin(), 2, place);
+            }
+            *place++ = '\n';
+        }
+        place = std::fill_n(place, (zeros + 1) * 2, '0');
+        *place++ = '>';
+        *place++ = '\n';
+        *this << std::string_view(string_.data(), static_cast<std::size_t>(place - string_.data()));
+    }
+
+    CFRef<CFDataRef> finish() { return CFRef<CFDataRef>::adopt(data_.leak()); }
+
+private:
+    static constexpr std::size_t kBytesInLine = 36;
+
+    CFRef<CFMutableDataRef> data_;
+    std::vector<char> string_ = std::vector<char>(kLongestString * 2 + kLongestString / kBytesInLine + 16);
+};
+
+void writeTables(const SfntFace& face, const GlyphOutlines& outlines, const std::vector<std::size_t>& cuts,
+                 Program* program) {
+    std::vector<Table> tables;
+    for (const UInt32 tag : kTables) {
+        const SfntBytes bytes = face.table(tag);
+        // What lies around the glyphs is nobody's.
+        const bool isGlyphs = tag == FourCharCode("glyf");
+        tables.push_back({tag, isGlyphs ? bytes.part(0, outlines.offsets.back()) : bytes});
+    }
+    std::erase_if(tables, [](const Table& table) { return table.bytes.empty(); });
+
+    const std::vector<UInt8> directory = directoryOf(tables);
+    program->writeString({directory.data(), directory.size()}, 0);
+    for (const auto& [tag, bytes] : tables) {
+        const std::size_t size = bytes.size();
+        std::size_t start = 0;
+        for (std::size_t i = 0; start < size; ++i) {
+            const std::size_t end = tag == FourCharCode("glyf") ? cuts[i] : std::min(size, start + kLongestString);
+            program->writeString(bytes.part(start, end - start), end == size ? aligned(size) - size : 0);
+            start = end;
+        }
+    }
+}
+
+}  // namespace
+
+CFRef<CFDataRef> WriteType42(const std::string& name, const SfntFace& face, const GlyphOutlines& outlines,
+                             const GlyphNames& names) {
+    const std::optional<std::vector<std::size_t>> cuts = cutGlyphs(outlines);
+    if (!cuts) {
+        return nullptr;
+    }
+    std::size_t size = names.charStrings.size() + names.encoding.size() + 8192;
+    for (const UInt32 tag : kTables) {
+        size += face.table(tag).size() * 33 / 16;
+    }
+
+    Program program(size);
+    const SfntBytes head = face.table(FourCharCode("head"));
+    const double unitsPerEm = head.u16(18);
+    program << "%!PS-TrueTypeFont-1.0-" << head.u32(4) / 65536.0 << "\n12 dict begin\n/FontName /" << name
+            << " def\n/FontType 42 def\n/PaintType 0 def\n/FontMatrix [1 0 0 1 0 0] def\n/FontBBox [";
+    for (std::size_t side = 36; side < 44; side += 2) {
+        program << head.s16(side) / unitsPerEm << " ";
+    }
+    program << "] readonly def\n/Encoding 256 array\n0 1 255 {1 index exch /.notdef put} for\n"
+            << names.encoding << "readonly def\n/sfnts [\n";
+    writeTables(face, outlines, *cuts, &program);
+    program << "] def\n/CharStrings " << names.count << " dict dup begin\n"
+            << names.charStrings << "end readonly def\nFontName currentdict end definefont pop\n";
+    return program.finish();
+}
