@@ -37,6 +37,8 @@ CFIndex CFArrayGetCount(CFArrayRef array);
 /// The element, lent; null outside the array.
 const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
 void CFArrayAppendValue(CFMutableArrayRef array, const void* value);
+/// Nothing happens for a position outside the array.
+void CFArrayRemoveValueAtIndex(CFMutableArrayRef array, CFIndex index);
 
 CFTypeID CFDictionaryGetTypeID();
 /// A new immutable dictionary with `count` pairs; of equal keys the first one stays.

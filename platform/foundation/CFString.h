@@ -32,6 +32,9 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar
 /// A new immutable copy; null for null.
 CFStringRef CFStringCreateCopy(CFAllocatorRef allocator, CFStringRef string);
 
+/// A new string that can be changed; null for null. The limit of its length must be 0: none.
+CFMutableStringRef CFStringCreateMutableCopy(CFAllocatorRef allocator, CFIndex maximumLength, CFStringRef string);
+
 /// A new string of the given range of code units; the range must lie inside the string, else null.
 CFStringRef CFStringCreateWithSubstring(CFAllocatorRef allocator, CFStringRef string, CFRange range);
 

@@ -6,6 +6,20 @@
 struct CFArrayCallBacks {};
 extern const CFArrayCallBacks kCFTypeArrayCallBacks = {};
 
+namespace {
+
+/// The array when it can be changed, else null, and a line on standard error for one that cannot.
+CFArrayObject* changeable(CFMutableArrayRef array, const char* function) {
+    CFArrayObject* object = checked(array);
+    if (object && !object->isMutable) {
+        std::fprintf(stderr, "%s: this array cannot be changed\n", function);
+        return nullptr;
+    }
+    return object;
+}
+
+}  // namespace
+
 CFArrayObject::~CFArrayObject() {
     for (const void* value : values) {
         dropElement(elements, value);
@@ -62,10 +76,16 @@ const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index) {
 }
 
 void CFArrayAppendValue(CFMutableArrayRef array, const void* value) {
-    CFArrayObject* object = checked(array);
-    if (object && !object->isMutable) {
-        std::fputs("CFArrayAppendValue: this array cannot be changed\n", stderr);
-    } else if (object) {
+    if (CFArrayObject* object = changeable(array, __func__)) {
         object->append(value);
+    }
+}
+
+void CFArrayRemoveValueAtIndex(CFMutableArrayRef array, CFIndex index) {
+    CFArrayObject* object = changeable(array, __func__);
+    if (object && index >= 0 && index < CFIndex(object->values.size())) {
+        const void* removed = object->values[std::size_t(index)];
+        object->values.erase(object->values.begin() + index);
+        dropElement(object->elements, removed);
     }
 }

@@ -80,6 +80,11 @@ CFStringRef CFStringCreateCopy(CFAllocatorRef, CFStringRef string) {
     return object ? makeString(object->text).leak() : nullptr;
 }
 
+CFMutableStringRef CFStringCreateMutableCopy(CFAllocatorRef, CFIndex, CFStringRef string) {
+    const CFStringObject* object = checked(string);
+    return object ? new CFStringObject(object->text, true) : nullptr;
+}
+
 CFStringRef CFStringCreateWithSubstring(CFAllocatorRef, CFStringRef string, CFRange range) {
     const CFStringObject* object = checked(string);
     return object && contains(object, range) ? makeString(object->text.mid(range.location, range.length)).leak()

@@ -178,5 +178,7 @@ OSStatus GetBevelButtonMenuHandle(ControlRef button, MenuRef* menu);
 inline constexpr ControlPartCode kControlFocusNoPart = 0;
 inline constexpr ControlPartCode kControlEditTextPart = 5;
 OSStatus SetKeyboardFocus(WindowRef window, ControlRef control);
+/// Takes the focus away from whatever has it in the window.
+OSStatus ClearKeyboardFocus(WindowRef window);
 /// The focused control, null when none is.
 OSStatus GetKeyboardFocus(WindowRef window, ControlRef* control);

@@ -3,8 +3,8 @@
 // An event goes to a target: a control, a window, or the application. The handlers of a target run newest first. A
 // handler that answers eventNotHandledErr passes the event on: to the target's older handlers, then to the control's
 // parents, its window and the application, and last to the default behaviour (text enters the field, a button with a
-// command code sends its command). Any other answer ends the journey. Draw, hit-test, tracking and view-life events
-// stay at their own target. What a program sets makes no event; only what a user does makes one.
+// command code sends its command). Any other answer ends the journey. Draw, hit-test, activation, tracking and
+// view-life events stay at their own target. What a program sets makes no event; only what a user does makes one.
 //
 // A handler may remove itself, dispose of its control or close its window while it runs.
 #pragma once
@@ -41,6 +41,9 @@ inline constexpr UInt32 kEventControlDraw = 4;     // paint now, into the event'
 // A field gets the focus (part kControlEditTextPart) or gives it up (kControlFocusNoPart). An open menu and a window
 // that goes behind another one only borrow it.
 inline constexpr UInt32 kEventControlSetFocusPart = 7;
+// The control became active, by itself or with what it lies in; parents are told before their children. A program makes
+// this event too.
+inline constexpr UInt32 kEventControlActivate = 9;
 inline constexpr OSType kEventClassCommand = FourCharCode("cmds");
 inline constexpr UInt32 kEventCommandProcess = 1;
 inline constexpr OSType kEventClassTextInput = FourCharCode("text");

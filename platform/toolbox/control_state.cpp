@@ -4,6 +4,8 @@
 #include "platform/toolbox/objects.h"
 
 #include <QApplication>
+#include <QPointer>
+#include <utility>
 
 namespace {
 
@@ -14,6 +16,21 @@ OSStatus change(ControlRef control, Change apply) {
     }
     apply(*control);
     return noErr;
+}
+
+/// Tells the control and those in it that they are active now, but for those that are inactive by themselves.
+void tellActive(OpaqueControlRef& control) {
+    const DispatchScope dispatching;
+    const QPointer<OpaqueControlRef> alive(&control);
+    ScopedEvent(kEventClassControl, kEventControlActivate)
+        .with(kEventParamDirectObject, typeControlRef, ControlRef(&control))
+        .sendTo(&control);
+    for (UInt16 index = 1; alive && index <= CountSubControls(&control); ++index) {
+        ControlRef child = nullptr;
+        if (GetIndexedSubControl(&control, index, &child) == noErr && child->active) {
+            tellActive(*child);
+        }
+    }
 }
 
 }  // namespace
@@ -49,7 +66,11 @@ Boolean IsControlEnabled(ControlRef control) {
 }
 
 OSStatus ActivateControl(ControlRef control) {
-    return change(control, [](OpaqueControlRef& target) { target.active = true; });
+    return change(control, [](OpaqueControlRef& target) {
+        if (!std::exchange(target.active, true) && IsControlActive(&target)) {
+            tellActive(target);
+        }
+    });
 }
 
 OSStatus DeactivateControl(ControlRef control) {
@@ -76,6 +97,16 @@ OSStatus SetKeyboardFocus(WindowRef window, ControlRef control) {
         return paramErr;
     }
     control->widget->setFocus(Qt::OtherFocusReason);
+    return noErr;
+}
+
+OSStatus ClearKeyboardFocus(WindowRef window) {
+    if (!IsValidWindowPtr(window)) {
+        return paramErr;
+    }
+    if (QWidget* focused = window->widget->focusWidget()) {
+        focused->clearFocus();
+    }
     return noErr;
 }
 

@@ -27,7 +27,7 @@ bool wants(const OpaqueEventHandlerRef& handler, OSType eventClass, UInt32 kind)
 bool travels(OSType eventClass, UInt32 kind) {
     switch (eventClass) {
         case kEventClassControl:
-            return kind != kEventControlDraw && kind != kEventControlHitTest;
+            return kind != kEventControlDraw && kind != kEventControlHitTest && kind != kEventControlActivate;
         case kEventClassMouse:
         case kEventClassHIObject:
             return false;

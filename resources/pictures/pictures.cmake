@@ -115,6 +115,9 @@ tavro_pictures(image-options 4x2 ""
   "Toner-Saver-B&W.gif" "Standard-B&W.gif" "Lighten-Darken-Grayscale.gif" "Negative-&-Mirror-Image.gif"
   "Negative-Image.gif"  "Mirror-Image.gif" "Invert-Image-Off.gif"         "ImageShift.gif")
 
+# Job notes
+tavro_pictures(job-notes 2x1 "" "Banner Message.gif" "Special Instructions.gif")
+
 # Job types
 tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif" "Delayed-Print.gif")
 

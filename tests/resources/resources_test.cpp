@@ -218,6 +218,8 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
         {"FinishingDialogs", "Offset", "TPDE", {1000, 1001, 1002}},
         {"FinishingDialogs", "Separators", "TPDE", {1000, 1001, 1002}},
         {"FinishingDialogs", "BookletCreation", "TPDE", {1000, 1001, 1002, 1003, 1004, 1005, 1006, 1007, 1008}},
+        {"JobNotes", "JobNotes", "Tshl", {2000, 2001, 2002, 2003, 2004, 2005, 2006, 2007, 2008}},
+        {"JobNotes", "JobNotesPrefs", "Tjnp", {9000, 9001, 9002}},
         {"AdvancedPanelOffice", "Advanced", "Tshl", {600, 610, 611, 621, 630, 631, 632, 634}},
         {"JobTypes", "SecurePrint", "TPDE", {20001, 20003, 20004, 20008, 20009}},
         {"JobTypes", "DelayedPrint", "TPDE", {20008, 21001}},

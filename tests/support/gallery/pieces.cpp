@@ -17,6 +17,7 @@ extern "C" {
 OSStatus GetAboutPanelInterface(PlugInIntf** interface);
 OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
 OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface);
+OSStatus GetJobNotesPanelInterface(PlugInIntf** interface);
 OSStatus GetLayoutPanelInterface(PlugInIntf** interface);
 }
 
@@ -32,6 +33,7 @@ constexpr Piece kPieces[] = {
     {"delayed-print", nullptr, runDelayedPrint},
     {"image-options", GetImageOptionsPanelInterface, nullptr},
     {"lan-fax", nullptr, runLANFax},
+    {"job-notes", GetJobNotesPanelInterface, nullptr},
     {"layout", GetLayoutPanelInterface, nullptr},
     {"page-stock-selection", nullptr, runPageStockSelection},
     {"secure-print", nullptr, runSecurePrint},

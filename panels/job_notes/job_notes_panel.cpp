@@ -1,0 +1,214 @@
+// The Job Notes panel: names and messages that go with the job. The bundle exports it; the shell's list of panels does
+// not have it.
+
+#include "model/ticket_access.h"
+#include "panels/job_notes/job_notes_preferences_dialog.h"
+#include "panels/job_notes/job_notes_texts.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Controls.h"
+#include "platform/toolbox/Windows.h"
+#include "ui/dialog_window.h"
+#include "ui/draw_image.h"
+#include "ui/panel_operations.h"
+#include "ui/text_input.h"
+
+#include <array>
+#include <new>
+#include <utility>
+
+namespace {
+
+enum ControlNumber : SInt32 {
+    kPane = 2000,
+    kJobName = 2001,
+    kSenderName = 2002,
+    kRecipientName = 2003,
+    kSheetMessage = 2004,
+    kSheetMessagePicture = 2007,
+    kMessagePicture = 2008,
+};
+
+constexpr OSType kPreferencesCommand = FourCharCode("Tjnp");
+
+struct JobNotesContext {
+    bool opened;
+    CFBundleRef bundle;  // lent
+    CFRef<CFStringRef> title;
+    ControlRef hostPane;
+    JobNotesTexts texts;
+    JobNotesSources sources;
+    JobNotesPreferencesOptions preferences;
+    ControlRef pane;  // null until the first Open
+    WindowRef window;
+};
+
+JobNotesContext* Context(PMPDEContext context) {
+    return reinterpret_cast<JobNotesContext*>(context);
+}
+
+JobNotesContext* InitContext() {
+    auto* context = new (std::nothrow) JobNotesContext{};
+    if (context != nullptr) {
+        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
+        context->title = CopyPanelTitle(context->bundle, CFSTR("JobNotes"));
+    }
+    return context;
+}
+
+/// Shows the texts, those that follow a preference as it is now.
+void ShowTexts(JobNotesContext* context) {
+    FollowPreferences(context->preferences, context->sources, &context->texts);
+    for (const JobNote& note : kJobNotes) {
+        const ControlRef field = FindPanelControl(context->pane, note.field);
+        const CFStringRef text = (context->texts.*note.text).get();
+        SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text);
+        IsJobNoteFieldEnabled(note.field, context->preferences) ? EnableControl(field) : DisableControl(field);
+    }
+}
+
+/// Takes what the fields show, so that a refill shows what was typed. A field that cannot be read is empty.
+void TakeTexts(JobNotesContext* context) {
+    for (const JobNote& note : kJobNotes) {
+        CFStringRef text = nullptr;
+        GetControlData(FindPanelControl(context->pane, note.field), kControlEntireControl, kControlEditTextCFStringTag,
+                       sizeof text, &text, nullptr);
+        context->texts.*note.text =
+            text != nullptr ? CFRef<CFStringRef>::adopt(text) : CFRef<CFStringRef>::retain(CFSTR(""));
+    }
+}
+
+void FocusFirstField(const JobNotesContext& context) {
+    for (const SInt32 field : {kJobName, kSenderName, kRecipientName, kSheetMessage}) {
+        if (IsJobNoteFieldEnabled(field, context.preferences)) {
+            SetKeyboardFocus(context.window, FindPanelControl(context.pane, field));
+            return;
+        }
+    }
+}
+
+void UpdateJobNotesEditFields(JobNotesContext* context) {
+    ClearKeyboardFocus(context->window);
+    ShowTexts(context);
+    if (IsControlActive(FindPanelControl(context->pane, kSheetMessage))) {
+        FocusFirstField(*context);
+    }
+}
+
+OSStatus ChangePreferences(JobNotesContext* context) {
+    TakeTexts(context);
+    SInt16 result = kJobNotesPreferencesCancel;
+    const OSStatus status = RunModalJobNotesPreferencesDialog(context->bundle, DialogMode::add, JobContext::job,
+                                                              &context->preferences, &result);
+    if (result == kJobNotesPreferencesOK) {
+        UpdateJobNotesEditFields(context);
+    }
+    return status;
+}
+
+OSStatus pdeShellJobNotesEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
+    auto* context = static_cast<JobNotesContext*>(userData);
+    if (GetEventClass(event) == kEventClassControl) {
+        TakeTexts(context);
+        UpdateJobNotesEditFields(context);
+        return eventNotHandledErr;
+    }
+    return CommandOf(event) == kPreferencesCommand ? ChangePreferences(context) : eventNotHandledErr;
+}
+
+OSStatus pdeShellJobNotesDrawHandler(EventHandlerCallRef, EventRef event, void*) {
+    const ControlRef control = GetEventControl(event);
+    DrawImage(GetPanelControlNumber(control) == kSheetMessagePicture ? CFSTR("Banner Message.gif")
+                                                                     : CFSTR("Special Instructions.gif"),
+              control, false);
+    return noErr;
+}
+
+// ---- The operations
+
+OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToControls) {
+    PMTicketRef ticket = 0;
+    if (const OSStatus status = GetTicketForSync(opaque, session, &ticket); status != noErr) {
+        return status;
+    }
+    JobNotesContext* context = Context(opaque);
+    if (ticketsToControls) {
+        context->sources = CopyJobNotesSources(context->bundle, ticket);
+        context->texts = ReadJobNotes(ticket, context->sources);
+        if (context->pane != nullptr) {
+            ShowTexts(context);
+        }
+    } else if (context->pane != nullptr) {  // nobody has seen the notes of a panel that was never opened
+        TakeTexts(context);
+        WriteJobNotes(context->texts, ticket);
+    }
+    return noErr;
+}
+
+OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
+                  UInt32* maximumHeight) {
+    JobNotesContext* context = InitContext();
+    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
+                          opaque, creator, kind, title, maximumWidth, maximumHeight);
+}
+
+OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
+    JobNotesContext* context = Context(opaque);
+    if (context == nullptr || session == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    context->hostPane = parentPane;
+    return Sync(opaque, session, true);
+}
+
+OSStatus Open(PMPDEContext opaque) {
+    JobNotesContext* context = Context(opaque);
+    if (context == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    if (std::exchange(context->opened, true)) {
+        return noErr;
+    }
+    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("JobNotes"), CFSTR("JobNotes"),
+                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
+        status != noErr) {
+        return status;
+    }
+    context->window = GetControlOwner(context->pane);
+    context->preferences = JobNotesPreferencesOrDefaults();
+    UpdateJobNotesEditFields(context);
+    for (const JobNote& note : kJobNotes) {
+        LimitInputLength(FindPanelControl(context->pane, note.field), note.limit);
+    }
+
+    static constexpr std::array kEvents{EventTypeSpec{kEventClassControl, kEventControlActivate},
+                                        EventTypeSpec{kEventClassCommand, kEventCommandProcess}};
+    static constexpr EventTypeSpec kDraw{kEventClassControl, kEventControlDraw};
+    for (const SInt32 picture : {kSheetMessagePicture, kMessagePicture}) {
+        InstallControlEventHandler(FindPanelControl(context->pane, picture), pdeShellJobNotesDrawHandler, 1, &kDraw,
+                                   nullptr, nullptr);
+    }
+    return InstallControlEventHandler(context->pane, pdeShellJobNotesEventHandler, kEvents.size(), kEvents.data(),
+                                      context, nullptr);
+}
+
+OSStatus Close(PMPDEContext opaque) {
+    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
+}
+
+OSStatus Terminate(PMPDEContext opaque, OSStatus) {
+    JobNotesContext* context = Context(opaque);
+    if (context == nullptr) {
+        return kPMInvalidPDEContext;
+    }
+    if (IsValidWindowPtr(context->window)) {
+        DisposeControl(context->pane);
+    }
+    delete context;
+    return noErr;
+}
+
+}  // namespace
+
+TAVRO_PLUGIN_EXPORT OSStatus GetJobNotesPanelInterface(PlugInIntf** interface) {
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
+}
