@@ -63,7 +63,7 @@ std::string comparableLine(const std::string& line) {
 }
 
 /// The lines of a card that tell two of them apart, unfolded: without those that stores write on their own account.
-std::unordered_set<std::string> tellingLines(const Card& card) {
+std::unordered_set<std::string> tellingLines(const std::string& card) {
     constexpr std::string_view kOthers[] = {"BEGIN", "END", "VERSION", "PRODID", "UID", "REV", "PHOTO", "LOGO"};
     std::unordered_set<std::string> lines;
     std::string line;
@@ -73,7 +73,7 @@ std::unordered_set<std::string> tellingLines(const Card& card) {
             lines.insert(comparableLine(line));
         }
     };
-    std::istringstream text(card.text());
+    std::istringstream text(card);
     for (std::string next; std::getline(text, next);) {
         next.erase(next.find_last_not_of('\r') + 1);
         if (next.starts_with(' ')) {
@@ -95,7 +95,9 @@ bool isPartOf(const Set& part, const Set& whole) {
 /// Whether the known card says all that the card says. Groups may be kept in another form.
 bool saysNothingNew(const Card& card, const Card& known) {
     if (!card.isGroup() || !known.isGroup()) {
-        return isPartOf(tellingLines(card), tellingLines(known));
+        const std::string text = card.text();
+        const std::string knownText = known.text();
+        return text == knownText || isPartOf(tellingLines(text), tellingLines(knownText));
     }
     const auto idsOf = [](const Card& group) {
         const std::vector<std::string> members = group.members();

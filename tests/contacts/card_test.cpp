@@ -135,6 +135,24 @@ TEST(Cards, AGroupNamesEachMemberOnce) {
     EXPECT_EQ(read.text().find("MEMBER", read.text().find(members) + members.size()), std::string::npos);
 }
 
+TEST(Cards, KeptAsTextAnswerAndChangeAsBefore) {
+    const auto card = cardOf("BEGIN:VCARD\nVERSION:4.0\nUID:1\nKIND:group\nFN:Team\nMEMBER:urn:uuid:a\nEND:VCARD\n");
+    const std::string text = card->text();
+    card->keepAsText();
+    card->keepAsText();
+    EXPECT_EQ(card->uniqueId(), "1");
+    EXPECT_TRUE(card->isGroup());
+    EXPECT_EQ(card->text(), text);
+    EXPECT_EQ(card->members(), std::vector<std::string>{"a"});
+    EXPECT_EQ(card->text(), text);
+
+    card->keepAsText();
+    card->setUniqueId("2");
+    EXPECT_EQ(card->uniqueId(), "2");
+    EXPECT_TRUE(hasLine(*card, "UID:2"));
+    EXPECT_TRUE(hasLine(*card, "MEMBER:urn:uuid:a"));
+}
+
 TEST(Cards, GarbageIsAnEmptyCard) {
     for (const char* text : {"", "garbage", "BEGIN:VCARD", "BEGIN:VCARD\n:::\n;;=\nEND:VCARD\n"}) {
         const CardOwner owner = cardOf(text);
