@@ -1,5 +1,6 @@
 #include "jobtypes/fax_recipient_browser.h"
 
+#include "jobtypes/fax_texts.h"
 #include "platform/toolbox/Events.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 namespace {
 
 constexpr DataBrowserPropertyID kNameColumn = FourCharCode("NAME");
+constexpr CFIndex kLongestInCell = 120;  // a cell lays out all of its text to draw the part that fits
 
 struct Column {
     DataBrowserPropertyID property;
@@ -58,7 +60,8 @@ OSStatus ItemData(ControlRef, DataBrowserItemID item, DataBrowserPropertyID prop
         return errDataBrowserPropertyNotSupported;
     }
     const CFRef<CFStringRef> text = CopyFaxRecipientColumn(RecipientOfRow(item), property);
-    return text ? SetDataBrowserItemDataText(itemData, text.get()) : errDataBrowserPropertyNotFound;
+    return text ? SetDataBrowserItemDataText(itemData, CopyTextForOneLine(text.get(), kLongestInCell).get())
+                : errDataBrowserPropertyNotFound;
 }
 
 Boolean ItemCompare(ControlRef, DataBrowserItemID one, DataBrowserItemID two, DataBrowserPropertyID property) {

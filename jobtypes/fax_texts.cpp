@@ -1,7 +1,6 @@
 #include "jobtypes/fax_texts.h"
 
 #include "platform/foundation/CFBundle.h"
-#include "platform/foundation/CFCharacterSet.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
 #include "ui/number_text.h"
@@ -11,12 +10,13 @@
 
 namespace {
 
-constexpr std::size_t kLongestArgument = 80;
+constexpr CFIndex kLongestArgument = 80;
 
-std::u16string UnitsOf(CFStringRef string) {
-    std::u16string units(static_cast<std::size_t>(CFStringGetLength(string)), u'\0');
+/// The first code units of a string that has so many.
+std::u16string UnitsOf(CFStringRef string, CFIndex count) {
+    std::u16string units(static_cast<std::size_t>(count), u'\0');
     if (!units.empty()) {
-        CFStringGetCharacters(string, CFRangeMake(0, CFStringGetLength(string)), units.data());
+        CFStringGetCharacters(string, CFRangeMake(0, count), units.data());
     }
     return units;
 }
@@ -26,17 +26,23 @@ CFRef<CFStringRef> StringOf(const std::u16string& units) {
         CFStringCreateWithCharacters(kCFAllocatorDefault, units.data(), static_cast<CFIndex>(units.size())));
 }
 
-/// As it may stand in a sentence.
-std::u16string Presentable(CFStringRef argument) {
-    std::u16string text = UnitsOf(argument);
-    if (text.size() > kLongestArgument) {
-        const bool splitsPair = (text[kLongestArgument - 1] & 0xFC00) == 0xD800;
-        text = text.substr(0, kLongestArgument - (splitsPair ? 1 : 0)) + u'…';
+/// Controls, line and paragraph separators, and the marks that embed, override or isolate directions. Others that are
+/// not seen join letters and belong to the text.
+bool IsUnfitForOneLine(UniChar unit) {
+    return unit < 0x20 || (unit >= 0x7F && unit < 0xA0) || (unit >= 0x2028 && unit <= 0x202E) ||
+           (unit >= 0x2066 && unit <= 0x2069);
+}
+
+std::u16string UnitsForOneLine(CFStringRef text, CFIndex longest) {
+    std::u16string units = UnitsOf(text, std::min(CFStringGetLength(text), longest));
+    if (CFStringGetLength(text) > longest) {
+        if (!units.empty() && (units.back() & 0xFC00) == 0xD800) {
+            units.pop_back();
+        }
+        units += u'…';
     }
-    const CFCharacterSetRef control = CFCharacterSetGetPredefined(kCFCharacterSetControl);
-    std::ranges::replace_if(
-        text, [control](UniChar unit) { return CFCharacterSetIsLongCharacterMember(control, unit); }, u' ');
-    return text;
+    std::ranges::replace_if(units, IsUnfitForOneLine, u' ');
+    return units;
 }
 
 }  // namespace
@@ -46,14 +52,19 @@ CFRef<CFStringRef> CopyFaxText(CFBundleRef bundle, CFStringRef key) {
         CFBundleCopyLocalizedString(bundle, key, CFSTR("STRING NOT FOUND"), CFSTR("LANFax")));
 }
 
+CFRef<CFStringRef> CopyTextForOneLine(CFStringRef text, CFIndex longest) {
+    return StringOf(UnitsForOneLine(text, longest));
+}
+
 CFRef<CFStringRef> CopyFaxMessage(CFBundleRef bundle, CFStringRef key, std::initializer_list<CFStringRef> arguments) {
-    const std::u16string pattern = UnitsOf(CopyFaxText(bundle, key).get());
+    const CFRef<CFStringRef> text = CopyFaxText(bundle, key);
+    const std::u16string pattern = UnitsOf(text.get(), CFStringGetLength(text.get()));
     std::u16string message;
     for (std::size_t i = 0; i < pattern.size(); ++i) {
         const auto argument = i + 3 < pattern.size() ? static_cast<std::size_t>(pattern[i + 1] - u'1') : 0;
         const bool isPlace = pattern[i] == u'%' && pattern.compare(i + 2, 2, u"$@") == 0 && argument < arguments.size();
         if (isPlace) {
-            message += Presentable(arguments.begin()[argument]);
+            message += UnitsForOneLine(arguments.begin()[argument], kLongestArgument);
             i += 3;
         } else {
             message += pattern[i];

@@ -170,6 +170,7 @@ TEST(FaxTextsTest, MessagesTakeOtherPeoplesTextsAsTheyAre) {
     EXPECT_EQ(message("a\nb\tc", ""), ", not a b c (100%, %9$@, %1$");
     EXPECT_EQ(message("", std::string(79, 'x') + "😀y"), std::string(79, 'x') + "…, not  (100%, %9$@, %1$")
         << "not cut in the middle of a character";
+    EXPECT_EQ(message("\u202Eeman", "می\u200Cخواهم"), "می\u200Cخواهم, not  eman (100%, %9$@, %1$") << "joins letters";
     EXPECT_EQ(textOfCF(CopyFaxMessage(bundle.bundle(), CFSTR("Key"), {nullptr, nullptr}).get()),
               ", not  (100%, %9$@, %1$");
 }

@@ -14,6 +14,7 @@
 #include "tests/ui/plugin_fixture.h"
 
 #include <deque>
+#include <utility>
 
 namespace {
 
@@ -40,6 +41,7 @@ protected:
         const SInt16 result = RunModalLANFaxSetup(plugin.bundle(), options.get(), &list);
         EXPECT_TRUE(steps_.empty()) << steps_.size() << " steps are left";
         steps_.clear();
+        RemoveEventLoopTimer(std::exchange(timer_, nullptr));
         return result;
     }
     static ControlRef control(SInt32 number) {
@@ -102,6 +104,7 @@ private:
             [](EventLoopTimerRef timer, void* self) {
                 RemoveEventLoopTimer(timer);
                 auto& test = *static_cast<LANFaxSetupTest*>(self);
+                test.timer_ = nullptr;
                 if (test.steps_.empty()) {
                     return;
                 }

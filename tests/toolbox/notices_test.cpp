@@ -9,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
 #include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
@@ -24,6 +25,25 @@ CFOptionFlags ask(CFStringRef alternate, CFStringRef other = nullptr, CFStringRe
                                              other, &response),
               noErr);
     return response;
+}
+
+CFOptionFlags askWithCheckBox() {
+    CFOptionFlags response = kNone;
+    EXPECT_EQ(
+        CFUserNotificationDisplayAlertWithCheckBox(kCFUserNotificationCautionAlertLevel, CFSTR("Really?"), nullptr,
+                                                   CFSTR("Me & all"), CFSTR("Go"), CFSTR("Stop"), &response),
+        noErr);
+    return response;
+}
+constexpr CFOptionFlags kTicked = CFUserNotificationCheckBoxChecked(0);
+
+TEST(NoticesTest, AnArrangedTickNeedsACheckBox) {
+    for (int i = 0; i < 2; ++i) {
+        AutomationQueueAnswer(kCFUserNotificationAlternateResponse | kTicked);
+    }
+    EXPECT_EQ(ask(CFSTR("Stop")), kCFUserNotificationAlternateResponse);
+    EXPECT_EQ(askWithCheckBox(), kCFUserNotificationAlternateResponse | kTicked);
+    EXPECT_EQ(askWithCheckBox(), kCFUserNotificationDefaultResponse) << "unticked at first";
 }
 
 TEST(NoticesTest, ScriptedAnswersComeInOrderAndOnlyFromButtonsThatAreThere) {
@@ -87,6 +107,17 @@ TEST_F(ShownNoticeTest, ButtonsAnswerAndTextsAreShownAsTheyAre) {
     EXPECT_EQ(ask(CFSTR("Stop"), CFSTR("Copy & Help")), kCFUserNotificationOtherResponse);
     whenShown([](QMessageBox& box) { userPresses(&box, Qt::Key_Return); });
     EXPECT_EQ(ask(CFSTR("Stop")), kCFUserNotificationDefaultResponse);
+}
+
+TEST_F(ShownNoticeTest, TheCheckBoxIsPartOfTheAnswer) {
+    whenShown([](QMessageBox& box) {
+        EXPECT_EQ(box.checkBox()->text(), QStringLiteral("Me && all"));
+        userClicks(box.checkBox());
+        userPresses(&box, Qt::Key_Escape);
+    });
+    EXPECT_EQ(askWithCheckBox(), kCFUserNotificationAlternateResponse | kTicked);
+    whenShown([](QMessageBox& box) { userPresses(&box, Qt::Key_Return); });
+    EXPECT_EQ(askWithCheckBox(), kCFUserNotificationDefaultResponse);
 }
 
 }  // namespace
