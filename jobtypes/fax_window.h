@@ -11,5 +11,5 @@ inline constexpr SInt16 kFaxDialogCancel = 2;
 class FaxWindow : public DialogWindow {
 public:
     using DialogWindow::DialogWindow;
-    [[nodiscard]] OSStatus load(CFStringRef name) { return DialogWindow::load(CFSTR("LANFAX"), name); }
+    [[nodiscard]] OSStatus load(CFStringRef name);
 };

@@ -11,6 +11,7 @@
 #include "ui/help.h"
 #include "ui/text_input.h"
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -39,9 +40,7 @@ struct LANFaxSetupContext {
 
 void UpdateTabs(const LANFaxSetupContext& context) {
     std::array<ControlRef, std::size(kPanes)> panes{};
-    for (std::size_t i = 0; i < panes.size(); ++i) {
-        panes[i] = context.window.control(kPanes[i]);
-    }
+    std::ranges::transform(kPanes, panes.begin(), [&](SInt32 number) { return context.window.control(number); });
     UpdateTabControl(context.window.control(kFaxTabs), panes.size(), panes.data());
 }
 
