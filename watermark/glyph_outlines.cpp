@@ -1,6 +1,7 @@
 #include "watermark/glyph_outlines.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -132,6 +133,29 @@ private:
     std::vector<UInt32> parts_;
 };
 
+/// The strings that a program cuts glyphs into are of even length, so that a cut needs an even place, and there are
+/// fonts without one for long stretches. Only fonts with long offsets can have odd ones.
+void moveToEvenPlaces(SfntBytes glyf, GlyphOutlines* outlines) {
+    std::vector<UInt32>& offsets = outlines->offsets;
+    if (std::none_of(offsets.begin(), offsets.end(), [](UInt32 offset) { return offset % 2 != 0; })) {
+        return;
+    }
+    std::vector<UInt8>& moved = outlines->evenGlyf;
+    moved.reserve(offsets.back() + offsets.size());
+    for (std::size_t i = 0; i < offsets.size(); ++i) {
+        const auto place = static_cast<UInt32>(moved.size());
+        for (int shift = 24; shift >= 0; shift -= 8) {
+            outlines->evenLoca.push_back(static_cast<UInt8>(place >> shift));
+        }
+        const UInt32 start = std::exchange(offsets[i], place);
+        if (i < outlines->count) {
+            const SfntBytes glyph = glyf.part(start, offsets[i + 1] - start);
+            moved.insert(moved.end(), glyph.begin(), glyph.begin() + glyph.size());
+            moved.resize(moved.size() + moved.size() % 2);
+        }
+    }
+}
+
 }  // namespace
 
 std::optional<GlyphOutlines> ReadGlyphOutlines(const SfntFace& face) {
@@ -144,5 +168,9 @@ std::optional<GlyphOutlines> ReadGlyphOutlines(const SfntFace& face) {
                        hasAdvances(face, outlines.count) &&
                        readOffsets(face.table(FourCharCode("loca")), head.u16(50) == 1, glyf.size(), &outlines) &&
                        Composites(glyf, outlines).areSound();
-    return sound ? std::optional(std::move(outlines)) : std::nullopt;
+    if (!sound) {
+        return std::nullopt;
+    }
+    moveToEvenPlaces(glyf, &outlines);
+    return outlines;
 }

@@ -11,6 +11,9 @@ struct GlyphOutlines {
     /// Where each glyph begins in 'glyf', with the end of the last one: from 0, never falling, and inside of
     /// the table.
     std::vector<UInt32> offsets;
+    /// The two tables of a font that has glyphs at odd places, made anew with all of them at even ones; else empty.
+    std::vector<UInt8> evenGlyf;
+    std::vector<UInt8> evenLoca;
 };
 
 /// Reads the tables that an interpreter needs to show glyphs ('head', 'maxp', 'hhea', 'hmtx', 'loca', 'glyf') and

@@ -24,24 +24,15 @@ constexpr std::size_t aligned(std::size_t size) {
     return (size + 3) / 4 * 4;
 }
 
-/// Cuts 'glyf' into strings, between glyphs and at even places: where each of them ends. Nothing when a glyph is
-/// longer.
-std::optional<std::vector<std::size_t>> cutGlyphs(const GlyphOutlines& outlines) {
-    const std::vector<UInt32>& offsets = outlines.offsets;
+/// Cuts 'glyf' into strings between glyphs: where each of them ends. Nothing when a glyph is longer than a string.
+std::optional<std::vector<std::size_t>> cutGlyphs(const std::vector<UInt32>& offsets) {
     std::vector<std::size_t> ends;
-    for (std::size_t start = offsets.front(); start < offsets.back(); start = ends.back()) {
-        if (offsets.back() - start <= kLongestString) {
-            ends.push_back(offsets.back());
-            continue;
-        }
-        auto glyph = std::upper_bound(offsets.begin(), offsets.end(), start + kLongestString) - 1;
-        while (*glyph > start && *glyph % 2 != 0) {
-            --glyph;
-        }
-        if (*glyph <= start) {
+    for (std::size_t start = 0; start < offsets.back(); start = ends.back()) {
+        const std::size_t end = *(std::upper_bound(offsets.begin(), offsets.end(), start + kLongestString) - 1);
+        if (end <= start) {
             return std::nullopt;
         }
-        ends.push_back(*glyph);
+        ends.push_back(end);
     }
     return ends;
 }
@@ -62,6 +53,10 @@ struct Table {
     UInt32 tag;
     SfntBytes bytes;
 };
+
+SfntBytes allOf(const std::vector<UInt8>& bytes) {
+    return {bytes.data(), bytes.size()};
+}
 
 /// The directory of a font of these tables, which follow it in their order.
 std::vector<UInt8> directoryOf(const std::vector<Table>& tables) {
@@ -151,15 +146,18 @@ void writeTables(const SfntFace& face, const GlyphOutlines& outlines, const std:
                  Program* program) {
     std::vector<Table> tables;
     for (const UInt32 tag : kTables) {
-        const SfntBytes bytes = face.table(tag);
-        // What lies around the glyphs is nobody's.
-        const bool isGlyphs = tag == FourCharCode("glyf");
-        tables.push_back({tag, isGlyphs ? bytes.part(0, outlines.offsets.back()) : bytes});
+        tables.push_back({tag, face.table(tag)});
+        SfntBytes& bytes = tables.back().bytes;
+        if (tag == FourCharCode("glyf")) {
+            bytes = outlines.evenGlyf.empty() ? bytes.part(0, outlines.offsets.back()) : allOf(outlines.evenGlyf);
+        } else if (tag == FourCharCode("loca") && !outlines.evenLoca.empty()) {
+            bytes = allOf(outlines.evenLoca);
+        }
     }
     std::erase_if(tables, [](const Table& table) { return table.bytes.empty(); });
 
     const std::vector<UInt8> directory = directoryOf(tables);
-    program->writeString({directory.data(), directory.size()}, 0);
+    program->writeString(allOf(directory), 0);
     for (const auto& [tag, bytes] : tables) {
         const std::size_t size = bytes.size();
         std::size_t start = 0;
@@ -175,7 +173,7 @@ void writeTables(const SfntFace& face, const GlyphOutlines& outlines, const std:
 
 CFRef<CFDataRef> WriteType42(const std::string& name, const SfntFace& face, const GlyphOutlines& outlines,
                              const GlyphNames& names) {
-    const std::optional<std::vector<std::size_t>> cuts = cutGlyphs(outlines);
+    const std::optional<std::vector<std::size_t>> cuts = cutGlyphs(outlines.offsets);
     if (!cuts) {
         return nullptr;
     }

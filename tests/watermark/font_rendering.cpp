@@ -2,6 +2,7 @@
 
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
+#include "tests/watermark/font_program.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +10,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
-#include <map>
 #include <sstream>
 #include <vector>
 
@@ -49,19 +49,6 @@ std::string nameOf(FT_ULong code) {
     std::array<char, 16> name;
     std::snprintf(name.data(), name.size(), code <= 0xffff ? "uni%04lX" : "u%05lX", code);
     return name.data();
-}
-
-/// The glyph of each name in the program's dictionary.
-std::map<std::string, FT_UInt> charStringsOf(const std::string& program) {
-    std::map<std::string, FT_UInt> glyphs;
-    std::istringstream lines(program.substr(std::min(program.size(), program.rfind("/CharStrings"))));
-    std::string line;
-    std::getline(lines, line);
-    while (std::getline(lines, line) && line.starts_with('/')) {
-        const std::size_t blank = line.find(' ');
-        glyphs[line.substr(1, blank - 1)] = static_cast<FT_UInt>(std::stoul(line.substr(blank)));
-    }
-    return glyphs;
 }
 
 /// A few letters first, then characters that have ink, from all over the font.
@@ -187,15 +174,19 @@ std::pair<double, double> differenceAndInk(const Picture& left, const Picture& r
 }
 
 std::string characterFault(FT_Face face, const std::string& program) {
+    std::string fault;
+    const std::optional<FontProgram> font = ReadFontProgram(program, &fault);
+    if (!font) {
+        return fault;
+    }
     if (face->charmap == nullptr || face->charmap->encoding != FT_ENCODING_UNICODE) {
         return "";
     }
-    const std::map<std::string, FT_UInt> glyphs = charStringsOf(program);
     FT_UInt glyph = 0;
     for (FT_ULong code = FT_Get_First_Char(face, &glyph); glyph != 0; code = FT_Get_Next_Char(face, code, &glyph)) {
-        const auto found = glyphs.find(nameOf(code));
-        if (found == glyphs.end() || found->second != glyph) {
-            return nameOf(code) + (found == glyphs.end() ? " is missing" : " is another glyph");
+        const auto found = font->glyphs.find(nameOf(code));
+        if (found == font->glyphs.end() || found->second != glyph) {
+            return nameOf(code) + (found == font->glyphs.end() ? " is missing" : " is another glyph");
         }
     }
     return "";
