@@ -49,8 +49,12 @@ FontRefusal SfntFace::open(SfntBytes file, UInt32 face, SfntFace* opened) {
     opened->tables_.clear();
     opened->tables_.reserve(count);
     for (std::size_t entry = kDirectoryHeader; opened->tables_.size() < count; entry += kDirectoryEntry) {
-        opened->tables_.push_back(
-            {directory.u32(entry), file.part(directory.u32(entry + 8), directory.u32(entry + 12))});
+        const std::size_t offset = directory.u32(entry + 8);
+        const std::size_t length = directory.u32(entry + 12);
+        if (!file.has(offset, length)) {
+            return FontRefusal::damaged;
+        }
+        opened->tables_.push_back({directory.u32(entry), file.part(offset, length)});
     }
     return FontRefusal::none;
 }

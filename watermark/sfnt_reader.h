@@ -49,7 +49,7 @@ public:
     /// Finds the face, the place of which is 0 unless the file is a collection.
     static FontRefusal open(SfntBytes file, UInt32 face, SfntFace* opened);
 
-    /// The bytes of a table; none when it is missing, or does not lie inside of the file.
+    /// The bytes of a table; none when it is missing.
     [[nodiscard]] SfntBytes table(UInt32 tag) const;
 
 private:

@@ -29,15 +29,19 @@ constexpr int kRows = 4;
 constexpr int kOriginX = kEm / 2;
 constexpr int kOriginY = kEm / 2;  // upwards from the cell's lower edge
 constexpr int kWidth = kColumns * kCell;
-constexpr int kHeight = kRows * kCell;
 
 struct Sample {
     FT_ULong code;
     FT_UInt glyph;
 };
 
+/// With as many rows of cells as the samples need.
 struct Picture {
-    std::vector<unsigned char> ink = std::vector<unsigned char>(std::size_t{kWidth} * kHeight);
+    explicit Picture(std::size_t samples)
+        : height((static_cast<int>(samples) + kColumns - 1) / kColumns * kCell),
+          ink(static_cast<std::size_t>(kWidth) * static_cast<std::size_t>(height)) {}
+    int height;
+    std::vector<unsigned char> ink;
 };
 
 std::string readFile(const std::string& path) {
@@ -80,7 +84,7 @@ Cell cellOf(std::size_t sample) {
 }
 
 Picture drawWithFreeType(FT_Face face, const std::vector<Sample>& samples) {
-    Picture picture;
+    Picture picture(samples.size());
     for (std::size_t i = 0; i < samples.size(); ++i) {
         FT_Load_Glyph(face, samples[i].glyph, FT_LOAD_NO_HINTING | FT_LOAD_NO_BITMAP);
         // PostScript fills what a contour goes round, however often.
@@ -93,7 +97,7 @@ Picture drawWithFreeType(FT_Face face, const std::vector<Sample>& samples) {
                 const int x = kOriginX + face->glyph->bitmap_left + column;
                 const int y = kOriginY + face->glyph->bitmap_top - 1 - row;
                 if (x >= 0 && x < kCell && y >= 0 && y < kCell) {
-                    const int line = kHeight - 1 - (cell.bottom + y);
+                    const int line = picture.height - 1 - (cell.bottom + y);
                     picture.ink[static_cast<std::size_t>(line) * kWidth + static_cast<std::size_t>(cell.left + x)] =
                         bitmap.buffer[row * bitmap.pitch + column];
                 }
@@ -125,8 +129,8 @@ bool drawWithGhostscript(const std::string& program, const std::string& postScri
     // Black or white, so that how smoothly Ghostscript draws edges does not matter.
     const std::string command = "gs -q -dBATCH -dNOPAUSE -dSAFER -sDEVICE=pbmraw -dGridFitTT=0 -r" +
                                 std::to_string(kResolution) + " -g" + std::to_string(kWidth * kFiner) + "x" +
-                                std::to_string(kHeight * kFiner) + " -sOutputFile=" + output + " " + script + " >" +
-                                log + " 2>&1";
+                                std::to_string(picture->height * kFiner) + " -sOutputFile=" + output + " " + script +
+                                " >" + log + " 2>&1";
     const int status = std::system(command.c_str());
     *said = readFile(log);
     std::istringstream image(readFile(output));
@@ -140,14 +144,14 @@ bool drawWithGhostscript(const std::string& program, const std::string& postScri
     }
     image >> width >> height;
     image.get();
-    if (status != 0 || kind != "P4" || width != kWidth * kFiner || height != kHeight * kFiner) {
+    if (status != 0 || kind != "P4" || width != kWidth * kFiner || height != picture->height * kFiner) {
         *said += "no page";
         return false;
     }
     static_assert(kFiner == 8, "a byte of the picture lies in one pixel");
     std::vector<int> black(picture->ink.size());
     std::vector<char> line(kWidth);
-    for (int y = 0; y < kHeight * kFiner && image.read(line.data(), kWidth); ++y) {
+    for (int y = 0; y < picture->height * kFiner && image.read(line.data(), kWidth); ++y) {
         for (int x = 0; x < kWidth; ++x) {
             black[static_cast<std::size_t>(y / kFiner) * kWidth + static_cast<std::size_t>(x)] +=
                 std::popcount(static_cast<unsigned char>(line[static_cast<std::size_t>(x)]));
@@ -163,7 +167,7 @@ std::pair<double, double> differenceAndInk(const Picture& left, const Picture& r
     double difference = 0;
     double ink = 0;
     for (int y = 0; y < kCell; ++y) {
-        const auto row = static_cast<std::size_t>(kHeight - 1 - (cell.bottom + y)) * kWidth;
+        const auto row = static_cast<std::size_t>(right.height - 1 - (cell.bottom + y)) * kWidth;
         for (int x = 0; x < kCell; ++x) {
             const std::size_t pixel = row + static_cast<std::size_t>(cell.left + x);
             difference += std::abs(int{left.ink[pixel]} - int{right.ink[pixel]});
@@ -210,7 +214,7 @@ FontComparison CompareWithFreeType(const std::string& path, UInt32 index, const 
     }
     result.failure = characterFault(face, program);
     const std::vector<Sample> samples = chooseSamples(face);
-    Picture converted;
+    Picture converted(samples.size());
     if (result.failure.empty() && drawWithGhostscript(program, postScriptName, samples, &converted, &result.failure)) {
         const Picture original = drawWithFreeType(face, samples);
         double difference = 0;
