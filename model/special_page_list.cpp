@@ -47,6 +47,14 @@ void SpecialPageList::remove(const SpecialPage* page) {
     }
 }
 
+void SpecialPageList::remove(std::span<const SpecialPage* const> pages) {
+    std::vector<const SpecialPage*> removed(pages.begin(), pages.end());
+    std::ranges::sort(removed);
+    std::erase_if(pages_, [&removed](const auto& own) {
+        return std::ranges::binary_search(removed, static_cast<const SpecialPage*>(own.get()));
+    });
+}
+
 CFRef<CFMutableArrayRef> SpecialPageList::asTicket() const {
     if (pages_.empty()) {
         return nullptr;

@@ -7,6 +7,7 @@
 
 #include "model/special_page.h"
 
+#include <span>
 #include <vector>
 
 using SpecialPages = std::vector<std::unique_ptr<SpecialPage>>;
@@ -29,6 +30,8 @@ public:
     OSStatus update(const SpecialPage* page, const SpecialPages& replacements);
     /// Deletes a page of the list; nothing happens for another one.
     void remove(const SpecialPage* page);
+    /// Deletes those of the pages that are in the list, each found in log n steps.
+    void remove(std::span<const SpecialPage* const> pages);
     void clear() { pages_.clear(); }
 
     /// A new array of the pages' dictionaries; nothing for an empty list, whose item then leaves the ticket.

@@ -101,6 +101,9 @@ bool ChooseSize(const _StockMenuCommandEventHandlerData& data, SInt32 size) {
 }
 
 OSStatus CarryOut(const _StockMenuCommandEventHandlerData& data, const HICommand& command) {
+    if (data.stock == nullptr) {
+        return eventNotHandledErr;
+    }
     MenuRefCon reference = 0;
     const bool isItem = GetMenuItemRefCon(command.menu, command.menuItemIndex, &reference) == noErr;
     const auto value = static_cast<SInt32>(reference);

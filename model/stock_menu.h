@@ -38,7 +38,7 @@ private:
 /// live until FinalizeStockMenuButton().
 struct _StockMenuCommandEventHandlerData {
     CFBundleRef bundle;  // lent
-    Stock* stock;        // lent; edited
+    Stock* stock;        // lent; edited. Null while there is none
     DialogMode mode;     // handed on to the advanced stock selection
     JobContext context;
     ControlRef summaryView;                       // shows the stock in words; may be null

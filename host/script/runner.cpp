@@ -2,6 +2,7 @@
 
 #include "host/script/actions.h"
 #include "host/script/watchdog.h"
+#include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
 
 namespace script {
@@ -34,6 +35,10 @@ void Runner::schedule() {
 }
 
 void Runner::step() {
+    if (AutomationIsMenuOpen()) {
+        schedule();  // the line before this one is still picking its item
+        return;
+    }
     const bool isOver = stage_.mainWindow != nullptr && !IsWindowVisible(stage_.mainWindow);
     if (!failed_ && !isOver && next_ < script_.lines.size()) {
         // Before the line, not after it: a line that opens a modal dialog comes back only when that is closed.

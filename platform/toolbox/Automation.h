@@ -19,6 +19,8 @@ OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);
 /// Picks an item of the control's menu or of a menu below it: `menu` is the one that the item stands in.
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item);
+/// Whether a menu is open: an item is being picked, and nothing else can be done until that has happened.
+Boolean AutomationIsMenuOpen();
 /// Replaces the field's text, key by key; focus leaves nothing else behind. In a clock, each number or word goes into
 /// one section: "18:30", or "6:30 PM" where clocks show that. For a list these are keys: letters search, "\n" is Return
 /// and "\b" the Delete key.

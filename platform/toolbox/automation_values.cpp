@@ -195,3 +195,7 @@ OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemInde
     auto* button = qobject_cast<QToolButton*>(control->widget);
     return button && button->menu() ? pickFromButton(button, rows) : paramErr;
 }
+
+Boolean AutomationIsMenuOpen() {
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr;
+}

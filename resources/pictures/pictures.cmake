@@ -99,6 +99,13 @@ tavro_pictures(stock-marks 6x5 ""
   "DB-Lightweight-Glossy.gif" "DB-Lightweight-Glossy-Side2.gif" "DB-Heavyweight-Glossy.gif" "DB-Heavyweight-Glossy-Side2.gif")
 tavro_picture("TabMarginShift.gif"    tab-shift       "")
 
+# Special pages: what they are, which covers, which sides; and what is printed on a cover, over the pictures of paper.
+tavro_pictures(special-pages 5x3 ""
+  "AddCovers.gif" "AddInserts.gif" "AddExceptions.gif" "Blank.gif" "ExceptionOptions.gif"
+  "None.gif" "FrontOnly.gif" "BackOnly.gif" "Same.gif" "Different.gif"
+  "2-Sided-PrnDef.gif" "1 Sided.gif" "2 Sided Flip on Long Edge.gif" "2 Sided Flip on Short Edge.gif")
+tavro_pictures(special-print 3x1 "" "PrintOnSide1.gif" "PrintOnSide2.gif" "PrintOnBoth.gif")
+
 # Booklets in the panel, and once more in its dialog.
 tavro_pictures(booklet 4x2 ""
   "Layout/Booklet-Portrait.gif"             "Layout/Booklet-Outlines-Portrait.gif"

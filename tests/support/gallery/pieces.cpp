@@ -5,6 +5,7 @@
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
 #include "tests/support/gallery/job_pieces.h"
+#include "tests/support/gallery/special_page_pieces.h"
 #include "tests/support/gallery/stock_pieces.h"
 #include "ui/nib_window.h"
 
@@ -19,6 +20,7 @@ OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
 OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface);
 OSStatus GetJobNotesPanelInterface(PlugInIntf** interface);
 OSStatus GetLayoutPanelInterface(PlugInIntf** interface);
+OSStatus GetSpecialPagesPanelInterface(PlugInIntf** interface);
 }
 
 namespace {
@@ -29,14 +31,18 @@ constexpr Piece kPieces[] = {
     {"about", GetAboutPanelInterface, nullptr},
     {"advanced", GetAdvancedPanelInterface, nullptr},
     {"booklet-finishing", nullptr, runBookletFinishing},
+    {"covers", nullptr, runCovers},
     {"custom-stock-size", nullptr, runCustomStockSize},
     {"delayed-print", nullptr, runDelayedPrint},
+    {"exceptions", nullptr, runExceptions},
     {"image-options", GetImageOptionsPanelInterface, nullptr},
+    {"inserts", nullptr, runInserts},
     {"lan-fax", nullptr, runLANFax},
     {"job-notes", GetJobNotesPanelInterface, nullptr},
     {"layout", GetLayoutPanelInterface, nullptr},
     {"page-stock-selection", nullptr, runPageStockSelection},
     {"secure-print", nullptr, runSecurePrint},
+    {"special-pages", GetSpecialPagesPanelInterface, nullptr},
     {"stock-description", nullptr, runStockDescription},
     {"stock-library-selection", nullptr, runStockLibrarySelection},
     {"stock-selection", nullptr, runStockSelection},

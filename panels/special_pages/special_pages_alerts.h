@@ -1,0 +1,13 @@
+// The notices of the panel and its dialogs.
+#pragma once
+
+#include "platform/foundation/CFBase.h"
+
+/// Tells what is wrong with a page list: a PageRangeError (model/page_range.h). Other codes show nothing.
+void SpecialPagesUserNotification(CFBundleRef bundle, OSStatus code);
+
+/// Tells that something is beyond a limit: "%@" in the message is the limit, as the user writes numbers.
+void TellSpecialPagesLimit(CFBundleRef bundle, CFStringRef titleKey, CFStringRef messageKey, SInt32 limit);
+
+/// Asks whether special pages shall be deleted. True on Yes; No is the default.
+bool AskToDeleteSpecialPages(CFBundleRef bundle, CFStringRef messageKey);
