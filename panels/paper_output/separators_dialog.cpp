@@ -21,7 +21,7 @@ namespace {
 #define kColorMainKeyword CFSTR("MediaColor")
 
 constexpr SInt32 kOption = 1000;
-constexpr SInt32 kColorPane = 1001;
+constexpr SInt32 kColorLabel = 1001;
 constexpr SInt32 kColor = 1002;
 
 bool IsColor(SInt32 color) {
@@ -49,7 +49,11 @@ public:
     OSStatus ask(SInt32* option, SInt32* color);
 
 private:
-    void changed() override { enable(kColorPane, GetPopupButtonTicketValue(control(kOption)) != kSeparatorsNone); }
+    void changed() override {
+        const bool hasColor = GetPopupButtonTicketValue(control(kOption)) != kSeparatorsNone;
+        enable(kColorLabel, hasColor);
+        enable(kColor, hasColor);
+    }
 };
 
 OSStatus SeparatorsDialog::ask(SInt32* option, SInt32* color) {
@@ -65,7 +69,8 @@ OSStatus SeparatorsDialog::ask(SInt32* option, SInt32* color) {
         setValue(kColor, 1);
         SetPopupButtonToTicketValue(control(kColor), *color);
     } else {
-        HideControl(control(kColorPane));
+        HideControl(control(kColorLabel));
+        HideControl(control(kColor));
     }
     changed();
     focus(kOption);

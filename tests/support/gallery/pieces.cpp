@@ -4,6 +4,7 @@
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
+#include "tests/support/gallery/finishing_pieces.h"
 #include "tests/support/gallery/job_pieces.h"
 #include "tests/support/gallery/special_page_pieces.h"
 #include "tests/support/gallery/stock_pieces.h"
@@ -30,18 +31,25 @@ constexpr Piece kPieces[] = {
     // name, panel, dialog
     {"about", GetAboutPanelInterface, nullptr},
     {"advanced", GetAdvancedPanelInterface, nullptr},
+    {"booklet-creation", nullptr, runBookletCreation},
     {"booklet-finishing", nullptr, runBookletFinishing},
     {"covers", nullptr, runCovers},
     {"custom-stock-size", nullptr, runCustomStockSize},
     {"delayed-print", nullptr, runDelayedPrint},
     {"exceptions", nullptr, runExceptions},
+    {"finishing-custom", nullptr, runCustomFinishing},
+    {"finishing-fold", nullptr, runFold},
+    {"finishing-multiple", nullptr, runMultipleFinishing},
+    {"finishing-offset", nullptr, runOffset},
+    {"finishing-position", nullptr, runStaplePosition},
     {"image-options", GetImageOptionsPanelInterface, nullptr},
     {"inserts", nullptr, runInserts},
-    {"lan-fax", nullptr, runLANFax},
     {"job-notes", GetJobNotesPanelInterface, nullptr},
+    {"lan-fax", nullptr, runLANFax},
     {"layout", GetLayoutPanelInterface, nullptr},
     {"page-stock-selection", nullptr, runPageStockSelection},
     {"secure-print", nullptr, runSecurePrint},
+    {"separators", nullptr, runSeparators},
     {"special-pages", GetSpecialPagesPanelInterface, nullptr},
     {"stock-description", nullptr, runStockDescription},
     {"stock-library-selection", nullptr, runStockLibrarySelection},
