@@ -1,16 +1,30 @@
 #include "core/shell_events.h"
 
 #include "core/shell_selection.h"
+#include "panels/paper_output/job_checks.h"
+#include "panels/paper_output/paper_output_panel.h"
 #include "ui/help.h"
 
 namespace {
+
+/// Whether the job cannot be sent as it is. The user has been told, or asked for what it lacks.
+bool IsJobHeldBack(PDEShellContext* context) {
+    bool heldBack = false;
+    context->forEachPanel([&](const PanelRecord& panel) {
+        heldBack = heldBack || (IsPaperOutputPanel(panel.table.operations) && AskForWhatJobLacks(panel.context));
+    });
+    return heldBack;
+}
 
 OSStatus ControlHit(PDEShellContext* context, EventRef event) {
     ControlRef control = nullptr;
     ControlID id{};
     GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof control, nullptr, &control);
+    if (control == context->defaultButton) {
+        return IsJobHeldBack(context) ? noErr : eventNotHandledErr;
+    }
     if (GetControlID(control, &id) != noErr || id.signature != kShellSignature) {
-        return eventNotHandledErr;  // the dialog's own buttons do what they are there for
+        return eventNotHandledErr;
     }
     switch (id.id) {
         case kPanelSelector: {

@@ -2,6 +2,7 @@
 #include "tests/host/program_fixture.h"
 
 #include <algorithm>
+#include <ctime>
 
 namespace fs = std::filesystem;
 
@@ -26,15 +27,20 @@ protected:
 
     /// Runs a script of the documentation, as it says itself.
     void runExample(const std::string& name, const Words& more = {}) const {
+        const Run done = runJobExample(name, more);
+        EXPECT_EQ(done.output + done.errors, "");
+    }
+    /// The same for one that has notices.
+    Run runJobExample(const std::string& name, const Words& more = {}) const {
         Words arguments{
             "--ppd",   kZR420,           "--script", TAVRO_SOURCE_DIR "/docs/examples/" + name + ".tavro-script",
             "--shots", folder / "shots", kTenPages};
         arguments.insert(arguments.end(), more.begin(), more.end());
         const Words files = outputs();
         arguments.insert(arguments.end(), files.begin(), files.end());
-        const Run done = run(arguments);
-        EXPECT_EQ(done.status, 0);
-        EXPECT_EQ(done.output + done.errors, "");
+        Run done = run(arguments);
+        EXPECT_EQ(done.status, 0) << done.errors;
+        return done;
     }
 
     bool wroteNothing() const { return !fs::exists(folder / "settings.plist") && !fs::exists(folder / "job.ps"); }
@@ -99,6 +105,70 @@ TEST_F(Program, RunsTheExampleOfABooklet) {
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<false/>"));
     const Run third = script("panel Layout\nclick Tshl:6013", {"--installed", "Option2=LCSS"});
     EXPECT_EQ(third.status, 3) << "no folder, no button";
+}
+
+TEST_F(Program, RunsTheExampleOfPaperAndOutput) {
+    runExample("paper-output");
+    EXPECT_TRUE(jobHas("MediaColor", "Blue"));
+    EXPECT_TRUE(jobHas("MediaType", "ExtraHeavyweight"));
+    EXPECT_TRUE(jobHas("Duplex", "DuplexNoTumble"));
+    EXPECT_TRUE(jobHas("Collate", "True"));
+    EXPECT_TRUE(jobHas("StapleLocation", "2Staples"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.FinishingCollateStaple", "<integer>4</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.FinishingOptions", "<integer>0</integer>"));
+}
+
+TEST_F(Program, RunsTheExampleOfABookletFromPaperAndOutput) {
+    runExample("paper-output-booklet", {"--installed", "Option2=HCSS_BK"});
+    EXPECT_TRUE(jobHas("Duplex", "DuplexTumble"));
+    EXPECT_TRUE(jobHas("TRFoldOptions", "BookletFoldStapleOpt"));
+    EXPECT_TRUE(jobHas("StapleLocation", "None"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<true/>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletFoldStaple", "<integer>8</integer>"));
+}
+
+TEST_F(Program, RunsTheExampleOfSecurePrint) {
+    const Run done = runJobExample("secure-print");
+    const std::size_t first = done.output.find("notice: ");
+    EXPECT_NE(first, std::string::npos) << done.output;
+    EXPECT_NE(done.output.find("notice: ", first + 1), std::string::npos) << done.output;
+    EXPECT_EQ((done.output + done.errors).find("24"), std::string::npos) << "a passcode was told";
+    EXPECT_TRUE(hasPair(settings(), "JobType", "<integer>6</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "SecurePrintPassword", "<string>2468</string>"));
+    EXPECT_EQ(fs::status(folder / "settings.plist").permissions(), fs::perms(0600));
+}
+
+TEST_F(Program, RunsTheExampleOfDelayedPrint) {
+    const Run done = runJobExample("delayed-print");
+    EXPECT_EQ(done.output, "");
+    EXPECT_TRUE(hasPair(settings(), "JobType", "<integer>7</integer>"));
+    const std::string text = settings();
+    const std::string key = "<key>DelayedPrintTime</key>";
+    const std::size_t at = text.find("<integer>", text.find(key));
+    ASSERT_NE(at, std::string::npos);
+    // Midnight of tomorrow, on the clock on the wall: seconds since 1904, every day having 86400.
+    const std::time_t now = std::time(nullptr);
+    const std::int64_t today = now + std::localtime(&now)->tm_gmtoff + 2082844800;
+    const std::int64_t time = std::stoll(text.substr(at + 9));
+    EXPECT_EQ(time % 86400, 0);
+    EXPECT_GT(time, today - 60);
+    EXPECT_LE(time, today + 86400);
+}
+
+TEST_F(Program, RunsTheExampleOfAFax) {
+    const Run done = runJobExample("fax");
+    EXPECT_EQ(done.output, "");
+    EXPECT_TRUE(hasPair(settings(), "JobType", "<integer>5</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "FaxNumber", "<string>442079460018</string>"));
+}
+
+TEST_F(Program, ASecondPressOfPrintDoesNotSendAFaxToNobody) {
+    const Run run = script(
+        "panel 1\nchoose Tshl:102 \"Fax\"\nok\nexpect window \"Fax\"\ncommand not!\nexpect window Print\nok\n"
+        "expect window \"Fax\"\ncommand not!",
+        outputs());
+    EXPECT_EQ(run.status, 1) << run.errors;
+    EXPECT_TRUE(wroteNothing());
 }
 
 TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {

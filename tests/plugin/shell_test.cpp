@@ -163,6 +163,7 @@ TEST_F(Shell, APanelThatIsLeftWritesAndTheOthersReadAnew) {
 TEST_F(Shell, ShowsThePanelsInTheirOrder) {
     const Session session(kZR420);
     startAndOpen(session);
+    EXPECT_LT(panel("Paper and Output"), panel("Image Options"));
     EXPECT_LT(panel("Image Options"), panel("Layout"));
     EXPECT_LT(panel("Layout"), panel("Advanced"));
 }
@@ -177,10 +178,11 @@ TEST_F(Shell, OnlyTheLayoutPanelThatIsShownOrLeftDecidesTheSides) {
     choose("Advanced");
     EXPECT_EQ(GetTicketNumber(session.settings, sidesKey, -7), 2) << "left";
 
-    SetTicketNumber(session.settings, kTicketCreator, sidesKey, 3);
+    choose("Paper and Output");
+    ASSERT_EQ(AutomationSetValue(shell(113), 3), noErr);
+    choose("Advanced");
     CFMutableDictionaryRef options = nullptr;
     ASSERT_EQ(PMTicketGetPPDDict(session.settings, kPMTopLevel, &options), noErr);
-    set(options, "Duplex", "DuplexTumble");
     EXPECT_EQ(operations.Sync(context, session.get(), false), noErr);
     choose("About");
     EXPECT_EQ(GetTicketNumber(session.settings, sidesKey, -7), 3) << "not shown";

@@ -209,6 +209,8 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
     const Expected table[] = {
         {"PDE_Shell", "Window", "Tshl", {10, 15, 16, 17, 1966, 1967}},
         {"Utilities", "CustomValue", "TPDE", {123456}},
+        {"PaperOutputOffice", "Professional", "Tshl", {100, 102, 103, 104, 105, 106, 107, 108, 109, 110, 111, 112, 113, 115, 120, 121, 123}},
+        {"PaperOutputOffice", "Std_Adv", "Tshl", {100, 102, 103, 104, 105, 106, 107, 108, 109, 110, 111, 112, 113, 115, 120, 121, 123}},
         {"ImageOptions", "Office", "Tshl", {900, 910, 911, 912, 913, 941, 950, 951, 963, 980,
                                             981, 982, 983, 984, 985, 986, 987, 988, 989, 990}},
         {"Layout", "Layout", "Tshl", {6000, 6004, 6005, 6009, 6010, 6011, 6013}},

@@ -1,0 +1,14 @@
+// The trays that a job can be put into.
+#pragma once
+
+#include "platform/toolbox/Controls.h"
+
+/// The ticket value of the tray that the printer chooses itself.
+inline constexpr SInt32 kOutputAutomatic = 1;
+
+/// Whether the tray with that ticket value (of the option map of "OutputBin") is there. A tray that only some finishers
+/// have is there with such a finisher.
+bool IsOutputDestinationInstalled(SInt32 destination);
+
+/// Replaces all items of the pop-up by the PPD's trays that are there; an item's reference value is its ticket value.
+void PopulateOutputDestinationPopup(ControlRef popup);

@@ -1,0 +1,21 @@
+#include "panels/paper_output/ppd_choice.h"
+
+#include "model/ppd_access.h"
+#include "model/ppd_option_maps.h"
+#include "model/ppd_ui_dictionary.h"
+
+SInt32 ReadPPDChoice(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 missing) {
+    CFStringRef option = nullptr;
+    if (PPDGetMainKeywordValue(ticket, mainKeyword, &option) != noErr) {
+        return missing;
+    }
+    const SInt32 value = GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option);
+    return value == -1 ? missing : value;
+}
+
+void WritePPDChoice(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
+    const CFStringRef option = GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value);
+    if (FindPPDKeyPairsMatch(PPDGetGlobalOptions(mainKeyword), mainKeyword, option) >= 0) {
+        PPDSetMainKeyword(ticket, mainKeyword, option);
+    }
+}

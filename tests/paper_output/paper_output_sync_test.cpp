@@ -1,0 +1,351 @@
+// The settings of the Paper and Output panel on their way into tickets and out of them, without a window.
+
+#include "panels/paper_output/paper_output_sync.h"
+#include "core/installable_options.h"
+#include "jobtypes/fax_options.h"
+#include "model/booklet_fold.h"
+#include "model/ppd_access.h"
+#include "panels/paper_output/job_checks.h"
+#include "tests/support/cf_values.h"
+#include "tests/ui/plugin_fixture.h"
+
+#include <sstream>
+
+namespace {
+
+std::string key(const std::string& name) {
+    return "com.tavro.print." + name;
+}
+
+class PaperOutputSync : public testing::Test {
+protected:
+    PaperOutputSync() {
+        EXPECT_TRUE(LoadInstallableOptions(printer.info, printer.context, InstalledFeatures));
+        scope = {CollateStaplePairs(), true, true};
+    }
+    ~PaperOutputSync() override { UnloadInstallableOptions(); }
+
+    PaperOutputSettings read() const {
+        PaperOutputSettings settings;
+        ReadPaperOutputSettings(printer.settings, scope, &settings);
+        return settings;
+    }
+    void write(PaperOutputSettings& settings) const { WritePaperOutputSettings(&settings, scope, printer.settings); }
+
+    void set(const std::string& name, CFTypeRef value) const {
+        const auto items = CFRef<CFMutableDictionaryRef>::adopt(PMTicketCopyItems(printer.settings));
+        CFDictionarySetValue(items.get(), String(name).get(), value);
+        EXPECT_EQ(PMTicketSetItems(printer.settings, items.get()), noErr);
+    }
+    void setNumber(const std::string& name, std::int64_t number) const { set(name, makeCFNumber(number).get()); }
+    SInt32 number(const std::string& name) const { return GetTicketNumber(printer.settings, String(name).get(), -99); }
+    bool has(const std::string& name) const {
+        const auto items = CFRef<CFMutableDictionaryRef>::adopt(PMTicketCopyItems(printer.settings));
+        return CFDictionaryContainsKey(items.get(), String(name).get());
+    }
+    void ask(const char* keyword, const char* option) const {
+        EXPECT_EQ(PPDSetMainKeyword(printer.settings, String(keyword).get(), String(option).get()), noErr);
+    }
+    std::string asked(const char* keyword) const {
+        CFStringRef option = nullptr;
+        return PPDGetMainKeywordValue(printer.settings, String(keyword).get(), &option) == noErr ? Text(option) : "";
+    }
+    SInt32 choice(OSType command) const {
+        const auto found = CollateStapleChoiceOfCommand(command, scope.collateStaplePairs);
+        EXPECT_TRUE(found) << FourCharCodeText(command);
+        return found.value_or(-1);
+    }
+    void choose(OSType command, PaperOutputSettings* settings) const {
+        ChooseCollateStaple(choice(command), scope.collateStaplePairs, settings);
+    }
+    /// "Collate, StapleLocation, TRFoldOptions".
+    std::string sets() const { return asked("Collate") + " " + asked("StapleLocation") + " " + asked("TRFoldOptions"); }
+
+    PluginBundle plugin;
+    PluginSession printer;
+    PaperOutputScope scope;
+};
+
+/// All that is in the settings, but for the stock and the records that are shared with other tests.
+std::string described(const PaperOutputSettings& settings) {
+    std::ostringstream text;
+    text << "finishing " << settings.finishing.options << ' ' << settings.finishing.offset << ' '
+         << settings.finishing.enableSubset << ' ' << settings.finishing.pagesPerSubset << ' '
+         << settings.finishing.slipSheet << " \"" << Text(settings.finishing.custom.get()) << "\" duplex "
+         << settings.duplex << " output " << settings.outputDestination << ' ' << settings.outputColor << " sets "
+         << settings.collateStaple << ' ' << settings.foldOptions << " separators " << settings.separatorOption << ' '
+         << settings.separatorColor << " booklet " << settings.booklet << ' ' << settings.drawOutlines << ' '
+         << settings.forceNewSize << ' ' << settings.bookletSize << " job " << settings.job.jobType << ' '
+         << settings.job.useJobName << " fax " << bool(settings.faxOptions) << ' ' << bool(settings.faxRecipients)
+         << " stock " << settings.stock.color() << ' ' << settings.stock.type();
+    return text.str();
+}
+
+constexpr char kFresh[] =
+    "finishing 0 1 0 1 0 \"\" duplex 1 output 1 2 sets 2 1 separators 1 1 booklet 0 0 0 0 job 1 1 fax 0 0 stock 1 1";
+
+TEST_F(PaperOutputSync, AFreshTicketGivesTheDefaults) {
+    PaperOutputSettings settings = read();
+    EXPECT_EQ(described(settings), kFresh);
+    write(settings);
+    EXPECT_EQ(described(read()), kFresh);
+    EXPECT_EQ(sets(), "True None None");
+    EXPECT_EQ(asked("Duplex"), "None");
+    EXPECT_EQ(asked("OutputBin"), "Auto");
+    EXPECT_EQ(asked("MediaColor"), "White");
+    EXPECT_FALSE(has(key("FinishingOffsetPagesPerSubset")));
+    EXPECT_FALSE(has(key("FaxOptions")));
+    EXPECT_FALSE(has(key("FaxRecipientList")));
+    EXPECT_EQ(number(key("BookletFoldStaple")), kFoldNone);
+}
+
+TEST_F(PaperOutputSync, EverythingComesBack) {
+    PaperOutputSettings settings = read();
+    settings.stock.setColor(2);
+    settings.stock.setType(kStockTypeExtraHeavyweight);
+    settings.finishing = {kFinishingValueSignatureBooklet, 2, 1, 12, 2, CFRef<CFStringRef>::retain(CFSTR("Trim"))};
+    settings.duplex = 3;
+    settings.outputDestination = 2;
+    settings.outputColor = kOutputInBlackAndWhite;
+    settings.collateStaple = choice(FourCharCode("C2St"));
+    settings.separatorOption = kSeparatorsPrinted;
+    settings.separatorColor = 3;
+    settings.booklet = true;
+    settings.drawOutlines = 1;
+    settings.forceNewSize = true;
+    settings.bookletSize = 3;
+    settings.job.jobType = kJobTypeDelayedPrint;
+    MakeFaxRecords(&settings);
+    write(settings);
+    EXPECT_EQ(described(read()), described(settings));
+    EXPECT_EQ(sets(), "True 2Staples None");
+    EXPECT_EQ(asked("Duplex"), "DuplexTumble");
+    EXPECT_EQ(asked("OutputBin"), "Top");
+    EXPECT_EQ(asked("MediaColor"), "Blue");
+    EXPECT_EQ(asked("MediaType"), "ExtraHeavyweight");
+    EXPECT_EQ(asked("JCLColorCorrection"), "BlackWhite");
+
+    settings.outputColor = kOutputInColor;
+    settings.outputDestination = kTicketValueUnset;
+    settings.forceNewSize = false;
+    write(settings);
+    EXPECT_EQ(asked("JCLColorCorrection"), "Auto");
+    EXPECT_FALSE(has(key("FinishingOutputDestination")));
+    EXPECT_EQ(asked("OutputBin"), "Top") << "no tray is asked for anew";
+    CFDictionaryRef stock = nullptr;
+    PMTicketGetCFDictionary(printer.settings, kPMTopLevel, kPMTopLevel, String(key("JobLevelStock")).get(), &stock);
+    EXPECT_FALSE(CFDictionaryContainsKey(stock, CFSTR("Size")));
+}
+
+// Every item with everything that a property list can hold: what has no meaning is as good as absent.
+TEST_F(PaperOutputSync, ItemsWithoutAMeaningReadAsMissing) {
+    const auto array = makeCFArray();
+    CFArrayAppendValue(array.get(), CFSTR("1"));
+    CFArrayAppendValue(array.get(), array.get());
+    const auto dictionary = makeCFDictionary();
+    for (const char* name : {"JobType", "Color", "Type", "Size", "SecurePrintPassword", "DelayedPrintTime"}) {
+        CFDictionarySetValue(dictionary.get(), String(name).get(), array.get());
+    }
+    const std::vector<CFRef<CFTypeRef>> values = {
+        CFRef<CFTypeRef>::retain(CFSTR("")),
+        CFRef<CFTypeRef>::retain(CFSTR("3")),
+        CFRef<CFTypeRef>::retain(kCFBooleanFalse),
+        CFRef<CFTypeRef>::retain(makeCFData("\x03\0\0\0").get()),
+        CFRef<CFTypeRef>::retain(makeCFNumber(std::int64_t{-1}).get()),
+        CFRef<CFTypeRef>::retain(makeCFNumber(std::int64_t{77777}).get()),
+        CFRef<CFTypeRef>::retain(makeCFNumber(std::int64_t{1} << 40).get()),
+        CFRef<CFTypeRef>::retain(makeCFNumber(2.5).get()),
+        CFRef<CFTypeRef>::retain(makeCFNumber(1e300).get()),
+        CFRef<CFTypeRef>::retain(array.get()),
+        CFRef<CFTypeRef>::retain(dictionary.get()),
+    };
+    constexpr const char* kNames[] = {
+        "JobLevelStock",
+        "FinishingOptions",
+        "FinishingOffset",
+        "FinishingOffsetEnableSubset",
+        "FinishingOffsetPagesPerSubset",
+        "FinishingSlipSheet",
+        "FinishingDuplex",
+        "FinishingOutputDestination",
+        "FinishingOutputColor",
+        "FinishingCollateStaple",
+        "JobType",
+        "BookletLayout",
+        "BookletDrawOutlines",
+        "BookletForceNewSize",
+        "BookletFoldStaple",
+        "PPDDict",
+    };
+    for (const char* name : kNames) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const auto items = makeCFDictionary();
+            CFDictionarySetValue(items.get(), CFSTR("PPDDict"), dictionary.get());
+            CFDictionarySetValue(items.get(), String(key(name)).get(), values[i].get());
+            PMTicketSetItems(printer.settings, items.get());
+            PaperOutputSettings settings = read();
+            EXPECT_EQ(described(settings), kFresh) << name << " value " << i;
+            write(settings);
+            EXPECT_EQ(described(read()), kFresh) << name << " value " << i;
+        }
+    }
+}
+
+TEST_F(PaperOutputSync, OptionsThatThePPDLacksAreIgnoredAndNotWritten) {
+    setNumber(key("FinishingOffset"), 2);
+    set(key("JobLevelStock"), makeCFDictionary().get());
+    ask("MediaColor", "Turquoise");
+    ask("MediaType", "Parchment");
+    ask("Duplex", "Sideways");
+    ask("TRFoldOptions", "Crane");
+    PaperOutputSettings settings = read();
+    EXPECT_EQ(settings.duplex, 1);
+    EXPECT_EQ(settings.foldOptions, 1);
+    ask("MediaColor", "Yellow");
+    ask("MediaType", "Transparency");
+    settings = read();
+    EXPECT_EQ(settings.stock.type(), kStockTypeTransparency);
+    EXPECT_EQ(settings.stock.color(), kStockColorClear) << "the type has the last word";
+
+    PPDReleaseGlobalUIDictionary();
+    scope = {CollateStaplePairs(), false, true};
+    PMTicketSetItems(printer.settings, makeCFDictionary().get());
+    PaperOutputSettings bare = read();
+    write(bare);
+    for (const char* keyword : {"MediaColor", "MediaType", "Duplex", "Collate", "StapleLocation", "TRFoldOptions",
+                                "OutputBin", "JCLColorCorrection"}) {
+        EXPECT_EQ(asked(keyword), "") << keyword;
+    }
+    EXPECT_FALSE(has(key("FinishingDuplex"))) << "without its control";
+}
+
+TEST_F(PaperOutputSync, AChoiceOfSetsEndsTheEarlierOne) {
+    PaperOutputSettings settings = read();
+    const auto after = [&](OSType command) {
+        choose(command, &settings);
+        write(settings);
+        settings = read();
+        return sets();
+    };
+    EXPECT_EQ(after(FourCharCode("C2St")), "True 2Staples None");
+    EXPECT_EQ(after(FourCharCode("HPun")), "True None HolePunch");
+    EXPECT_EQ(settings.foldOptions, 2);
+    EXPECT_EQ(after(FourCharCode("C1St")), "True 1Staple None");
+    EXPECT_EQ(after(FourCharCode("Ucol")), "False None None");
+    EXPECT_EQ(after(FourCharCode("HPun")), "True None HolePunch");
+    EXPECT_EQ(after(FourCharCode("Coll")), "True None None");
+}
+
+TEST_F(PaperOutputSync, CollationIsOneStateWithTheDialogs) {
+    PaperOutputSettings settings = read();
+    choose(FourCharCode("HPun"), &settings);
+    ask("Collate", "True");
+    write(settings);
+    ask("Collate", "False");
+    settings = read();
+    EXPECT_EQ(settings.collateStaple, kUncollated);
+    write(settings);
+    EXPECT_EQ(sets(), "False None None");
+    ask("Collate", "True");
+    settings = read();
+    EXPECT_EQ(settings.collateStaple, kCollated);
+}
+
+TEST_F(PaperOutputSync, BookletFoldsAndTheMenuTakeTurns) {
+    PaperOutputSettings settings = read();
+    choose(FourCharCode("C4St"), &settings);
+    write(settings);
+    ask("TRFoldOptions", "BookletFoldStapleOpt");
+    settings = read();
+    EXPECT_EQ(settings.collateStaple, kCollated) << "the fold was chosen later";
+    EXPECT_EQ(settings.foldOptions, kFoldAndStapleBooklet);
+    write(settings);
+    EXPECT_EQ(sets(), "True None BookletFoldStapleOpt");
+
+    settings.booklet = true;
+    SettleBooklet(false, &settings);
+    EXPECT_EQ(settings.duplex, 3);
+    EXPECT_EQ(ShownDuplex(settings), 2);
+    choose(FourCharCode("C1St"), &settings);
+    EXPECT_EQ(settings.duplex, 2);
+    EXPECT_EQ(settings.foldOptions, kFoldNone);
+    settings.booklet = false;
+    SettleBooklet(true, &settings);
+    EXPECT_EQ(settings.duplex, 2);
+    settings.duplex = 1;
+    SettleBooklet(false, &settings);
+    EXPECT_EQ(settings.duplex, 1);
+    EXPECT_EQ(ShownDuplex(settings), 1);
+}
+
+TEST_F(PaperOutputSync, TheSidesHaveThreeSources) {
+    ask("Duplex", "DuplexTumble");
+    EXPECT_EQ(read().duplex, 3);
+    setNumber("com.apple.print.PrintSettings.PMDuplexing", 2);
+    EXPECT_EQ(read().duplex, 2);
+    setNumber(key("FinishingDuplex"), 1);
+    EXPECT_EQ(read().duplex, 1);
+    setNumber(key("FinishingDuplex"), 4);
+    EXPECT_EQ(read().duplex, 2);
+}
+
+TEST_F(PaperOutputSync, WhatIsNotInstalledIsNotChosen) {
+    UnloadInstallableOptions();
+    setNumber(key("FinishingCollateStaple"), choice(FourCharCode("C4St")));
+    setNumber(key("FinishingOutputDestination"), 7);
+    EXPECT_EQ(read().collateStaple, kCollated);
+    EXPECT_EQ(read().outputDestination, kOutputAutomatic);
+    EXPECT_FALSE(CollateStapleChoiceOfCommand(FourCharCode("Stp1"), scope.collateStaplePairs));
+    setNumber(key("FinishingOutputDestination"), kTicketValueUnset);
+    EXPECT_EQ(read().outputDestination, kTicketValueUnset);
+}
+
+TEST_F(PaperOutputSync, TheBookletIsWrittenWithItsControlOnly) {
+    PaperOutputSettings settings = read();
+    settings.booklet = true;
+    scope.isBookletControlActive = false;
+    write(settings);
+    EXPECT_FALSE(has(key("BookletLayout")));
+    EXPECT_FALSE(has(key("BookletFoldStaple")));
+    EXPECT_FALSE(has(key("BookletForceNewSize")));
+}
+
+TEST_F(PaperOutputSync, FaxRecordsComeAndGoWithTheTicket) {
+    PaperOutputSettings settings = read();
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::nothing);
+    settings.job.jobType = kJobTypeFax;
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::faxRecipients);
+    MakeFaxRecords(&settings);
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::faxRecipients);
+    settings.faxRecipients->append(FaxRecipientOwner(new FaxRecipient).get());
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::nothing);
+    CFDictionarySetValue(settings.faxOptions.get(), kFaxCoverSheetNotesProperty, CFSTR("Call me."));
+    write(settings);
+    const PaperOutputSettings back = read();
+    ASSERT_TRUE(back.faxRecipients);
+    EXPECT_EQ(back.faxRecipients->count(), 1);
+    EXPECT_EQ(CFDictionaryGetCount(back.faxOptions.get()), 1);
+    PMTicketReleaseItem(printer.settings, kPMTopLevel, kFaxRecipientListTicketKey);
+    ReadPaperOutputSettings(printer.settings, scope, &settings);
+    EXPECT_FALSE(settings.faxRecipients);
+}
+
+TEST_F(PaperOutputSync, PasscodeAndTimeOutliveOtherJobTypes) {
+    PaperOutputSettings settings = read();
+    settings.job.jobType = kJobTypeSecurePrint;
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::passcode);
+    settings.job.passcode = CFRef<CFStringRef>::retain(CFSTR(""));
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::passcode);
+    settings.job.passcode = CFRef<CFStringRef>::retain(CFSTR("1234"));
+    settings.job.delayedPrintTime = 3000000000;
+    EXPECT_EQ(FindMissingForJob(settings), MissingForJob::nothing);
+    settings.job.jobType = kJobTypeNormal;
+    write(settings);
+    EXPECT_EQ(Text(read().job.passcode.get()), "1234");
+    EXPECT_EQ(read().job.delayedPrintTime, 3000000000);
+    PMTicketReleaseItem(printer.settings, kPMTopLevel, kJobTypeTicketKey);
+    ReadPaperOutputSettings(printer.settings, scope, &settings);
+    EXPECT_EQ(Text(settings.job.passcode.get()), "1234") << "known to the session";
+}
+
+}  // namespace
