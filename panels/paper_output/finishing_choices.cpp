@@ -21,21 +21,21 @@ constexpr OSType kHalfSheetFold = FourCharCode("Zfol");
 
 // clang-format off
 constexpr FinishingKind kKinds[] = {
-    // command                    text in the menu         name                                part
-    {kFinishingDefault,           "Printer Default",       "Printer Default",                  FinishingPart::none},
-    {kFinishingNone,              "None",                  "None",                             FinishingPart::none},
-    {kOneStaple,                  "1 Staple...",           "Finishing Name 1 Staple",          FinishingPart::staple},
-    {kTwoStaples,                 "2 Staples...",          "Finishing Name 2 Staples",         FinishingPart::staple},
-    {kCenterStaple,               "Center Staple...",      "Finishing Name Center Staple",     FinishingPart::staple},
-    {kBind,                       "Bind...",               "Finishing Name Bind",              FinishingPart::none},
-    {kTwoHoles,                   "2 Hole Punch...",       "Finishing Name 2 Hole Punch",      FinishingPart::punch},
-    {kThreeHoles,                 "3 Hole Punch...",       "Finishing Name 3 Hole Punch",      FinishingPart::punch},
-    {kFourHoles,                  "4 Hole Punch...",       "Finishing Name 4 Hole Punch",      FinishingPart::punch},
-    {kFinishingFold,              "Fold...",               "Finishing Name Fold",              FinishingPart::none},
-    {kHalfSheetFold,              "Z Fold Half Sheet...",  "Finishing Name Z Fold Half Sheet", FinishingPart::halfSheetFold},
-    {kFinishingMultiple,          "Multiple Finishing...", "Finishing Name Multiple",          FinishingPart::none},
-    {kFinishingSignatureBooklet,  "SignatureBooklet",      "SignatureBooklet",                 FinishingPart::none},
-    {kFinishingCustom,            "Custom...",             "Finishing Name Custom",            FinishingPart::none},
+    // command                    part                          text in the menu         name
+    {kFinishingDefault,           FinishingPart::none,          "Printer Default",       "Printer Default"},
+    {kFinishingNone,              FinishingPart::none,          "None",                  "None"},
+    {kOneStaple,                  FinishingPart::staple,        "1 Staple...",           "Finishing Name 1 Staple"},
+    {kTwoStaples,                 FinishingPart::staple,        "2 Staples...",          "Finishing Name 2 Staples"},
+    {kCenterStaple,               FinishingPart::staple,        "Center Staple...",      "Finishing Name Center Staple"},
+    {kBind,                       FinishingPart::none,          "Bind...",               "Finishing Name Bind"},
+    {kTwoHoles,                   FinishingPart::punch,         "2 Hole Punch...",       "Finishing Name 2 Hole Punch"},
+    {kThreeHoles,                 FinishingPart::punch,         "3 Hole Punch...",       "Finishing Name 3 Hole Punch"},
+    {kFourHoles,                  FinishingPart::punch,         "4 Hole Punch...",       "Finishing Name 4 Hole Punch"},
+    {kFinishingFold,              FinishingPart::none,          "Fold...",               "Finishing Name Fold"},
+    {kHalfSheetFold,              FinishingPart::halfSheetFold, "Z Fold Half Sheet...",  "Finishing Name Z Fold Half Sheet"},
+    {kFinishingMultiple,          FinishingPart::none,          "Multiple Finishing...", "Finishing Name Multiple"},
+    {kFinishingSignatureBooklet,  FinishingPart::none,          "SignatureBooklet",      "SignatureBooklet"},
+    {kFinishingCustom,            FinishingPart::none,          "Custom...",             "Finishing Name Custom"},
 };
 static_assert(std::size(kKinds) == 14);
 

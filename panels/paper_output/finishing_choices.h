@@ -32,9 +32,9 @@ enum class FinishingPart { none, staple, punch, halfSheetFold };
 
 struct FinishingKind {
     OSType command;
+    FinishingPart part;    // none for a kind that cannot be combined
     const char* menuText;  // text key of the menu's item
     const char* name;      // text key of the kind's name, for summaries and titles
-    FinishingPart part;    // none for a kind that cannot be combined
 };
 
 struct FinishingChoice {
