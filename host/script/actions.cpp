@@ -175,6 +175,7 @@ public:
     }
 
     Reason operator()(const Answer&) const { return std::nullopt; }
+    Reason operator()(const File&) const { return std::nullopt; }
     Reason operator()(const Expect& expect) const { return check(expect, stage_); }
     Reason operator()(const ExpectWindow& expect) const { return check(expect); }
 

@@ -1,9 +1,12 @@
 #include "host/script/runner.h"
 
 #include "host/script/actions.h"
+#include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
+
+#include <filesystem>
 
 namespace script {
 
@@ -56,6 +59,11 @@ void Runner::run(const Line& line) {
     startWatchdog(options_.secondsWithoutProgress, place + "the script has come to a stop here", options_.failedStatus);
     if (const auto* answer = std::get_if<Answer>(&line.action)) {
         answers_.give(*answer);
+        return;
+    }
+    if (const auto* file = std::get_if<File>(&line.action)) {
+        const auto folder = std::filesystem::path(options_.file).parent_path();
+        AutomationQueueFile(fileURL((folder / file->path).string()).get());
         return;
     }
     const auto reason = perform(line.action, stage_);

@@ -254,6 +254,13 @@ Action readItem(Arguments& arguments) {
 Action readType(Arguments& arguments) {
     return Type{arguments.control(), arguments.text()};
 }
+Action readFile(Arguments& arguments) {
+    const Word& path = arguments.word("a file");
+    if (path.text.empty()) {
+        throw SyntaxError{path.column, "a file has a name"};
+    }
+    return File{path.text};
+}
 Action readCommand(Arguments& arguments) {
     return Command{arguments.code()};
 }
@@ -278,6 +285,7 @@ constexpr ActionRow kActions[] = {
     {"rows", readRows},
     {"command", readCommand},
     {"answer", readAnswer},
+    {"file", readFile},
     {"expect", readExpect},
     {"controls", readPlain<Controls>},
     {"shot", readShot},

@@ -57,6 +57,9 @@ struct Answer {
     CFOptionFlags response;  // kCFUserNotification...Response
     bool all;                // of every later notice too
 };
+struct File {
+    std::string path;  // a relative one counts from the script's folder
+};
 /// What is expected of a control; the number or the text where the aspect needs one.
 enum class Aspect { value, text, enabled, disabled, hidden, visible, items, rows };
 struct Expect {
@@ -80,7 +83,7 @@ struct Own {
     std::string argument;
 };
 
-using Action = std::variant<Panel, Click, Set, Choose, Item, Type, Rows, Command, Answer, Expect, ExpectWindow,
+using Action = std::variant<Panel, Click, Set, Choose, Item, Type, Rows, Command, Answer, File, Expect, ExpectWindow,
                             Controls, Shot, Ok, Cancel, Own>;
 
 struct Line {

@@ -57,6 +57,12 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
 
 using CFStringCompareFlags = CFOptionFlags;
 inline constexpr CFStringCompareFlags kCFCompareCaseInsensitive = 1;
+inline constexpr CFStringCompareFlags kCFCompareDiacriticInsensitive = 128;
 
 /// Order of two strings by code units, or by case-folded code units with kCFCompareCaseInsensitive.
 CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFStringCompareFlags options);
+
+/// Makes all texts alike that differ in case or in diacritics only, as the options say, so that they can be searched
+/// code unit by code unit. Characters are decomposed first (Unicode's compatibility form). The locale is ignored. For a
+/// string that is not mutable, see CFStringReplaceAll.
+void CFStringFold(CFMutableStringRef string, CFStringCompareFlags options, CFLocaleRef locale);

@@ -28,6 +28,16 @@ CFStringRef createFromBytes(QByteArrayView bytes, CFStringEncoding encoding) {
     return text ? makeString(*std::move(text)).leak() : nullptr;
 }
 
+/// Null, with a word of it, for a string that never changes.
+CFStringObject* changeable(CFMutableStringRef string, const char* function) {
+    CFStringObject* object = checked(string);
+    if (object && !object->isMutable) {
+        std::fprintf(stderr, "%s: this string cannot be changed\n", function);
+        return nullptr;
+    }
+    return object;
+}
+
 }  // namespace
 
 bool CFStringObject::equals(const CFObject& other) const {
@@ -92,12 +102,21 @@ CFStringRef CFStringCreateWithSubstring(CFAllocatorRef, CFStringRef string, CFRa
 }
 
 void CFStringReplaceAll(CFMutableStringRef string, CFStringRef replacement) {
-    CFStringObject* object = checked(string);
-    if (object && !object->isMutable) {
-        std::fprintf(stderr, "%s: this string cannot be changed\n", __func__);
-    } else if (object) {
+    if (CFStringObject* object = changeable(string, __func__)) {
         object->text = textOf(replacement);
     }
+}
+
+void CFStringFold(CFMutableStringRef string, CFStringCompareFlags options, CFLocaleRef) {
+    CFStringObject* object = changeable(string, __func__);
+    if (!object) {
+        return;
+    }
+    QString text = object->text.normalized(QString::NormalizationForm_KD);
+    if (options & kCFCompareDiacriticInsensitive) {
+        text.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
+    }
+    object->text = (options & kCFCompareCaseInsensitive) ? text.toCaseFolded() : text;
 }
 
 CFIndex CFStringGetLength(CFStringRef string) {

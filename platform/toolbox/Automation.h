@@ -40,3 +40,6 @@ UInt32 AutomationCountBeeps();
 void AutomationQueueAnswer(CFOptionFlags response);
 using AutomationNoticeListener = void (*)(CFStringRef header, CFStringRef message, void* userData);
 void AutomationSetNoticeListener(AutomationNoticeListener listener, void* userData);
+
+/// The file that the next file chooser gives; one without a file waiting is cancelled.
+void AutomationQueueFile(CFURLRef file);

@@ -42,6 +42,7 @@ TEST(ScriptParser, ReadsEveryAction) {
     EXPECT_EQ(only<Command>("command \"ok  \"").code, FourCharCode("ok  "));
     EXPECT_EQ(only<Answer>("answer alternate").response, kCFUserNotificationAlternateResponse);
     EXPECT_TRUE(only<Answer>("answer other all").all);
+    EXPECT_EQ(only<File>("file \"my book.vcf\"").path, "my book.vcf");
     EXPECT_EQ(only<Expect>("expect Tshl:16 value 3").number, 3);
     EXPECT_EQ(only<Expect>("expect Tshl:16 text \"a b\"").text, "a b");
     EXPECT_EQ(only<Expect>("expect Tshl:16 hidden").aspect, Aspect::hidden);
@@ -82,6 +83,7 @@ TEST(ScriptParser, TellsWhereALineIsWrong) {
         {"command ok", 9},
         {"answer maybe", 8},
         {"answer default any", 16},
+        {"file \"\"", 6},
         {"expect Tshl:16 sleepy", 16},
         {"expect Tshl:16 value", 16},
         {"shot ../up", 6},
