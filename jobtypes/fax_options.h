@@ -39,6 +39,7 @@ inline constexpr bool kFaxDefaultCoverSheet = false;
 #define kFaxCoverWatermarkNameProperty CFSTR("WatermarkName")              // string, of a stored watermark
 #define kFaxCoverImageNameProperty CFSTR("ImageName")                      // string, of a stored image; none
 #define kFaxCoverSizeProperty CFSTR("Size")                                // menu item
+#define kFaxCoverImageNameProperty CFSTR("ImageName")                      // string, of a stored image
 #define kFaxCoverLocalizedNotesLabel CFSTR("LocalizedNotesLabel")          // strings in the user's language,
 #define kFaxCoverLocalizedFromLabel CFSTR("LocalizedFromLabel")            // because the driver has none
 #define kFaxCoverLocalizedPhoneLabel CFSTR("LocalizedPhoneLabel")

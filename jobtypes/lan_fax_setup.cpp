@@ -1,12 +1,16 @@
 #include "jobtypes/lan_fax_setup.h"
 
+#include "jobtypes/fax_ab_picker.h"
+#include "jobtypes/fax_cover_setup.h"
 #include "jobtypes/fax_dialing_length.h"
 #include "jobtypes/fax_list_editing.h"
+#include "jobtypes/fax_options.h"
 #include "jobtypes/fax_recipient_browser.h"
 #include "jobtypes/fax_recipient_dialog.h"
 #include "jobtypes/fax_save_group.h"
 #include "jobtypes/lan_fax_controls.h"
 #include "jobtypes/lan_fax_options.h"
+#include "model/record_ticket.h"
 #include "ui/control_utilities.h"
 #include "ui/help.h"
 #include "ui/text_input.h"
@@ -37,6 +41,22 @@ struct LANFaxSetupContext {
 
     ControlRef browser() const { return window.control(kFaxBrowser); }
 };
+
+std::vector<const void*> KeysOf(CFDictionaryRef dictionary) {
+    std::vector<const void*> keys(static_cast<std::size_t>(CFDictionaryGetCount(dictionary)));
+    CFDictionaryGetKeysAndValues(dictionary, keys.data(), nullptr);
+    return keys;
+}
+
+/// Gives a dictionary the keys and values of another one.
+void ReplaceContent(CFMutableDictionaryRef dictionary, CFDictionaryRef content) {
+    for (const void* key : KeysOf(dictionary)) {
+        CFDictionaryRemoveValue(dictionary, key);
+    }
+    for (const void* key : KeysOf(content)) {
+        CFDictionarySetValue(dictionary, key, CFDictionaryGetValue(content, key));
+    }
+}
 
 void UpdateTabs(const LANFaxSetupContext& context) {
     std::array<ControlRef, std::size(kPanes)> panes{};
@@ -82,11 +102,27 @@ void Quit(LANFaxSetupContext& context, SInt16 result) {
     QuitAppModalLoopForWindow(context.window.get());
 }
 
+/// The notes are in both windows: they go along and come back.
+void SetUpCoverSheet(const LANFaxSetupContext& context) {
+    const auto options =
+        CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(kCFAllocatorDefault, 0, context.options));
+    CFDictionarySetValue(options.get(), kFaxCoverSheetNotesProperty, context.window.copyText(kFaxNotes).get());
+    if (RunModalFaxCoverSheetSetup(context.window.bundle(), options.get(), context.list) == kFaxDialogOK) {
+        ReplaceContent(context.options, options.get());
+        context.window.setText(kFaxNotes, GetRecordString(options.get(), kFaxCoverSheetNotesProperty));
+    }
+}
+
 OSStatus HandleRecipientsCommand(LANFaxSetupContext& context, OSType command) {
     const CFBundleRef bundle = context.window.bundle();
     switch (command) {
         case FourCharCode("LFad"):
             RunModalAddFaxRecipientDialog(bundle, context.list);
+            UpdateCommandButtons(context);
+            CheckMaxDialingStringExceeded(context);
+            return noErr;
+        case FourCharCode("LFab"):
+            RunModalFaxABPicker(bundle, context.list);
             UpdateCommandButtons(context);
             CheckMaxDialingStringExceeded(context);
             return noErr;
@@ -122,6 +158,9 @@ OSStatus HandleOptionsCommand(LANFaxSetupContext& context, OSType command) {
         case FourCharCode("LFcc"):
             UpdateCreditCardControls(context.window);
             context.shared.recheckDialingLength = true;
+            return noErr;
+        case FourCharCode("LFcv"):
+            SetUpCoverSheet(context);
             return noErr;
         case FourCharCode("LFco"):
             UpdateCoverSheetControls(context.window);
@@ -210,12 +249,7 @@ public:
           formerList_(*list) {}
 
     void restore() const {
-        for (const void* key : keysOf(options_)) {
-            CFDictionaryRemoveValue(options_, key);
-        }
-        for (const void* key : keysOf(formerOptions_.get())) {
-            CFDictionarySetValue(options_, key, CFDictionaryGetValue(formerOptions_.get(), key));
-        }
+        ReplaceContent(options_, formerOptions_.get());
         list_->removeAll();
         for (CFIndex index = 0; index < formerList_.count(); ++index) {
             list_->append(formerList_.recipientAtIndex(index));
@@ -223,12 +257,6 @@ public:
     }
 
 private:
-    static std::vector<const void*> keysOf(CFDictionaryRef dictionary) {
-        std::vector<const void*> keys(static_cast<std::size_t>(CFDictionaryGetCount(dictionary)));
-        CFDictionaryGetKeysAndValues(dictionary, keys.data(), nullptr);
-        return keys;
-    }
-
     CFMutableDictionaryRef options_;
     FaxRecipientList* list_;
     CFRef<CFMutableDictionaryRef> formerOptions_;

@@ -5,119 +5,28 @@
 #include "jobtypes/fax_list_editing.h"
 #include "jobtypes/fax_options.h"
 #include "jobtypes/fax_window.h"
-#include "model/record_ticket.h"
 #include "platform/foundation/wall_clock.h"
-#include "platform/toolbox/Automation.h"
 #include "platform/toolbox/DataBrowser.h"
 #include "platform/toolbox/Notices.h"
-#include "tests/contacts/contacts_fixture.h"
-#include "tests/ui/plugin_fixture.h"
-
-#include <deque>
-#include <utility>
+#include "tests/jobtypes/fax_dialog_fixture.h"
 
 namespace {
 
-class LANFaxSetupTest : public ContactsTest {
+class LANFaxSetupTest : public FaxDialogTest {
 protected:
-    LANFaxSetupTest() {
-        AutomationSetNoticeListener(
-            [](CFStringRef header, CFStringRef message, void* told) {
-                static_cast<std::vector<std::string>*>(told)->push_back(textOfCF(header) + "|" + textOfCF(message));
-            },
-            &notices);
-    }
-    ~LANFaxSetupTest() override {
-        AutomationSetNoticeListener(nullptr, nullptr);
-        setWallClock(nullptr);
-    }
+    ~LANFaxSetupTest() override { setWallClock(nullptr); }
 
-    // ---- What the user does: one step after the other, each when the one before has opened or closed its window.
-
-    using Step = std::function<void()>;
     SInt16 run(std::deque<Step> steps) {
-        steps_ = std::move(steps);
-        schedule();
-        const SInt16 result = RunModalLANFaxSetup(plugin.bundle(), options.get(), &list);
-        EXPECT_TRUE(steps_.empty()) << steps_.size() << " steps are left";
-        steps_.clear();
-        RemoveEventLoopTimer(std::exchange(timer_, nullptr));
-        return result;
+        return runDialog(std::move(steps),
+                         [this] { return RunModalLANFaxSetup(plugin.bundle(), options.get(), &list); });
     }
-    static ControlRef control(SInt32 number) {
-        const ControlID id{FourCharCode("TPDE"), number};
-        ControlRef found = nullptr;
-        EXPECT_EQ(GetControlByID(FrontNonFloatingWindow(), &id, &found), noErr) << number;
-        return found;
-    }
-    static Step click(SInt32 number) {
-        return [=] { EXPECT_EQ(AutomationClick(control(number)), noErr) << number; };
-    }
-    static Step set(SInt32 number, SInt32 value) {
-        return [=] { EXPECT_EQ(AutomationSetValue(control(number), value), noErr) << number; };
-    }
-    static Step type(SInt32 number, const char* text) {
-        return [=] { EXPECT_EQ(AutomationType(control(number), makeCFString(text).get()), noErr) << number; };
-    }
-    static Step select(std::vector<UInt32> rows, SInt32 browser = kList) {
-        return [=] { EXPECT_EQ(AutomationSelectRows(control(browser), ItemCount(rows.size()), rows.data()), noErr); };
-    }
-    static void press(OSStatus (*buttonOf)(WindowRef, ControlRef*)) {
-        ControlRef button = nullptr;
-        EXPECT_EQ(buttonOf(FrontNonFloatingWindow(), &button), noErr);
-        EXPECT_EQ(AutomationClick(button), noErr);
-    }
-    static void ok() { press(GetWindowDefaultButton); }
-    static void cancel() { press(GetWindowCancelButton); }
+    using FaxDialogTest::select;
+    static Step select(std::vector<UInt32> rows, SInt32 browser = kList) { return select(browser, std::move(rows)); }
     static void answer(CFOptionFlags response) { AutomationQueueAnswer(response); }
     /// Paints the front window, and the one behind it.
     void paint() { AutomationSnapshot(FrontNonFloatingWindow(), makeCFURL(folder() / "window.png").get()); }
 
-    // ---- What there is
-
-    FaxRecipient* add(const char* name, const char* number) {
-        const FaxRecipientOwner recipient(new FaxRecipient(makeCFString(name).get(), nullptr,
-                                                           number != nullptr ? makeCFString(number).get() : nullptr));
-        list.append(recipient.get());
-        return recipient.get();
-    }
-    std::string names() const {
-        std::string names;
-        for (CFIndex i = 0; i < list.count(); ++i) {
-            names += textOfCF(list.recipientAtIndex(i)->firstName()) + " ";
-        }
-        return names;
-    }
-    std::string option(CFStringRef key) const { return textOfCF(GetRecordString(options.get(), key)); }
-
     static constexpr SInt32 kList = 1111;
-
-    PluginBundle plugin;
-    CFRef<CFMutableDictionaryRef> options = makeCFDictionary();
-    FaxRecipientList list;
-    std::vector<std::string> notices;
-
-private:
-    void schedule() {
-        InstallEventLoopTimer(
-            0.005, 0,
-            [](EventLoopTimerRef timer, void* self) {
-                RemoveEventLoopTimer(timer);
-                auto& test = *static_cast<LANFaxSetupTest*>(self);
-                test.timer_ = nullptr;
-                if (test.steps_.empty()) {
-                    return;
-                }
-                const Step step = std::move(test.steps_.front());
-                test.steps_.pop_front();
-                test.schedule();  // before the step, which may run a dialog
-                step();
-            },
-            this, &timer_);
-    }
-
-    std::deque<Step> steps_;
-    EventLoopTimerRef timer_ = nullptr;
 };
 
 TEST_F(LANFaxSetupTest, CancelPutsEverythingBack) {

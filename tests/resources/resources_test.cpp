@@ -255,6 +255,11 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
                                      1219, 1220, 1221, 1222, 1223, 1224, 1225, 1226, 1300, 1302, 1303}},
         {"LANFAX", "Recipient", "TPDE", {1000, 1001, 1002, 1003, 1004, 1005, 1006, 1007, 1008, 1009}},
         {"LANFAX", "Group", "TPDE", {1000, 1001}},
+        {"LANFAX", "Picker", "TPDE", {1000, 1001, 1002, 1003, 1004, 1005, 1006}},
+        {"LANFAX",
+         "CoverSheet",
+         "TPDE",
+         {1000, 1001, 1002, 1003, 1004, 1005, 1006, 1010, 1011, 1012, 1020, 1030, 1031, 1032, 1033}},
         {"LANFAX", "MaxCharacters", "TPDE", {1000, 1001, 1002, 1003, 1004}},
     };
     QMap<QString, QSet<QString>> expected;

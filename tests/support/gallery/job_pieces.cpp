@@ -1,6 +1,9 @@
 #include "tests/support/gallery/job_pieces.h"
 
 #include "jobtypes/delayed_print.h"
+#include "jobtypes/fax_ab_picker.h"
+#include "jobtypes/fax_cover_setup.h"
+#include "jobtypes/fax_list_editing.h"
 #include "jobtypes/fax_options.h"
 #include "jobtypes/job_type.h"
 #include "jobtypes/lan_fax_setup.h"
@@ -20,6 +23,30 @@ OSStatus runOnJobType(const PieceRecords& records, Run run) {
     return status;
 }
 
+/// Runs a dialog on the options and the recipients of a fax. What the ticket does not have is not put there by one that
+/// was cancelled.
+template <typename Run>
+OSStatus runOnFax(const PieceRecords& records, Run run) {
+    CFDictionaryRef stored = nullptr;
+    PMTicketGetCFDictionary(records.ticket, kPMTopLevel, kPMTopLevel, kFaxOptionsTicketKey, &stored);
+    const auto options =
+        stored != nullptr
+            ? CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(kCFAllocatorDefault, 0, stored))
+            : CreateRecordDictionary();
+    CFArrayRef recipients = nullptr;
+    PMTicketGetCFArray(records.ticket, kPMTopLevel, kPMTopLevel, kFaxRecipientListTicketKey, &recipients);
+    FaxRecipientList list(recipients);
+    run(options.get(), &list);
+    if (stored != nullptr || CFDictionaryGetCount(options.get()) > 0) {
+        PMTicketSetCFDictionary(records.ticket, kTicketCreator, kFaxOptionsTicketKey, options.get(), kPMUnlocked);
+    }
+    if (recipients != nullptr || list.count() > 0) {
+        PMTicketSetCFArray(records.ticket, kTicketCreator, kFaxRecipientListTicketKey, list.toTicket().get(),
+                           kPMUnlocked);
+    }
+    return noErr;
+}
+
 }  // namespace
 
 OSStatus runBookletFinishing(const PieceRecords& records) {
@@ -34,26 +61,24 @@ OSStatus runDelayedPrint(const PieceRecords& records) {
                         [&](JobType& job) { return RunModalDelayedPrintSetup(records.bundle, &job.delayedPrintTime); });
 }
 
-/// What the ticket does not have is not put there by a dialog that was cancelled.
+OSStatus runFaxAddressBook(const PieceRecords& records) {
+    return runOnFax(records, [&](CFMutableDictionaryRef, FaxRecipientList* list) {
+        FaxListContext context{.bundle = records.bundle};
+        const FaxListScope scope(&context);
+        RunModalFaxABPicker(records.bundle, list);
+    });
+}
+
+OSStatus runFaxCoverSheet(const PieceRecords& records) {
+    return runOnFax(records, [&](CFMutableDictionaryRef options, FaxRecipientList* list) {
+        RunModalFaxCoverSheetSetup(records.bundle, options, list);
+    });
+}
+
 OSStatus runLANFax(const PieceRecords& records) {
-    CFDictionaryRef stored = nullptr;
-    PMTicketGetCFDictionary(records.ticket, kPMTopLevel, kPMTopLevel, kFaxOptionsTicketKey, &stored);
-    const auto options =
-        stored != nullptr
-            ? CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(kCFAllocatorDefault, 0, stored))
-            : CreateRecordDictionary();
-    CFArrayRef recipients = nullptr;
-    PMTicketGetCFArray(records.ticket, kPMTopLevel, kPMTopLevel, kFaxRecipientListTicketKey, &recipients);
-    FaxRecipientList list(recipients);
-    RunModalLANFaxSetup(records.bundle, options.get(), &list);
-    if (stored != nullptr || CFDictionaryGetCount(options.get()) > 0) {
-        PMTicketSetCFDictionary(records.ticket, kTicketCreator, kFaxOptionsTicketKey, options.get(), kPMUnlocked);
-    }
-    if (recipients != nullptr || list.count() > 0) {
-        PMTicketSetCFArray(records.ticket, kTicketCreator, kFaxRecipientListTicketKey, list.toTicket().get(),
-                           kPMUnlocked);
-    }
-    return noErr;
+    return runOnFax(records, [&](CFMutableDictionaryRef options, FaxRecipientList* list) {
+        RunModalLANFaxSetup(records.bundle, options, list);
+    });
 }
 
 OSStatus runSecurePrint(const PieceRecords& records) {

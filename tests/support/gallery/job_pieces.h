@@ -5,5 +5,7 @@
 
 OSStatus runBookletFinishing(const PieceRecords& records);
 OSStatus runDelayedPrint(const PieceRecords& records);
+OSStatus runFaxAddressBook(const PieceRecords& records);
+OSStatus runFaxCoverSheet(const PieceRecords& records);
 OSStatus runLANFax(const PieceRecords& records);
 OSStatus runSecurePrint(const PieceRecords& records);

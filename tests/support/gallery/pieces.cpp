@@ -37,6 +37,8 @@ constexpr Piece kPieces[] = {
     {"custom-stock-size", nullptr, runCustomStockSize},
     {"delayed-print", nullptr, runDelayedPrint},
     {"exceptions", nullptr, runExceptions},
+    {"fax-address-book", nullptr, runFaxAddressBook},
+    {"fax-cover-sheet", nullptr, runFaxCoverSheet},
     {"finishing-custom", nullptr, runCustomFinishing},
     {"finishing-fold", nullptr, runFold},
     {"finishing-multiple", nullptr, runMultipleFinishing},
