@@ -54,7 +54,7 @@ bool isUsableName(std::string_view name) {
 class Dictionary {
 public:
     explicit Dictionary(std::size_t expectedNames)
-        : places_(std::bit_ceil(std::min<std::size_t>(expectedNames, kMostNames) * 2 + 2)) {
+        : places_(std::bit_ceil(std::min<std::size_t>(expectedNames, kMostNames) * 3 / 2 + 2)) {
         text_.reserve(expectedNames * 24);
     }
 
@@ -67,11 +67,15 @@ public:
         if (place.length != 0) {
             return false;
         }
-        text_ += '/';
-        place = {static_cast<UInt32>(text_.size()), static_cast<UInt32>(name.size())};
-        text_ += name;
-        text_ += numberedName(" ", glyph).view();
-        text_ += " def\n";
+        place = {static_cast<UInt32>(text_.size() + 1), static_cast<UInt32>(name.size())};
+        std::array<char, kLongestName + 24> line;
+        char* end = line.data();
+        *end++ = '/';
+        end = std::copy(name.begin(), name.end(), end);
+        *end++ = ' ';
+        end = std::to_chars(end, line.data() + line.size(), glyph).ptr;
+        end = std::copy_n(" def\n", 5, end);
+        text_.append(line.data(), static_cast<std::size_t>(end - line.data()));
         ++count_;
         return true;
     }
@@ -86,7 +90,7 @@ private:
         UInt32 length = 0;
     };
 
-    /// Where the name is, or would be. At most half of the places are taken, so there is an end.
+    /// Where the name is, or would be. Not all of the places are taken, so there is an end.
     Place& placeOf(std::string_view name) {
         std::size_t i = std::hash<std::string_view>()(name) & (places_.size() - 1);
         while (places_[i].length != 0 && std::string_view(text_).substr(places_[i].start, places_[i].length) != name) {

@@ -39,12 +39,12 @@ std::optional<std::vector<std::size_t>> cutGlyphs(const std::vector<UInt32>& off
 
 UInt32 checksumOf(SfntBytes table) {
     UInt32 sum = 0;
-    const std::size_t whole = table.size() / 4 * 4;
-    for (std::size_t i = 0; i < whole; i += 4) {
-        sum += table.u32(i);
+    const UInt8* word = table.begin();
+    for (std::size_t left = table.size() / 4; left > 0; --left, word += 4) {
+        sum += UInt32{word[0]} << 24 | UInt32{word[1]} << 16 | UInt32{word[2]} << 8 | word[3];
     }
-    for (std::size_t i = whole; i < table.size(); ++i) {
-        sum += UInt32{table.u8(i)} << (24 - i % 4 * 8);
+    for (std::size_t i = 0; i < table.size() % 4; ++i) {
+        sum += UInt32{word[i]} << (24 - i * 8);
     }
     return sum;
 }
@@ -84,13 +84,18 @@ std::vector<UInt8> directoryOf(const std::vector<Table>& tables) {
     return directory;
 }
 
-constexpr auto kHexDigits = [] {
-    std::array<std::array<char, 2>, 256> pairs{};
-    for (std::size_t byte = 0; byte < pairs.size(); ++byte) {
-        pairs[byte] = {"0123456789ABCDEF"[byte / 16], "0123456789ABCDEF"[byte % 16]};
+/// Without a table, so that the compiler does many at a time.
+constexpr char hexDigit(int value) {
+    return static_cast<char>(value + '0' + (value > 9 ? 'A' - '9' - 1 : 0));
+}
+
+char* writeHex(const UInt8* bytes, std::size_t count, char* place) {
+    for (std::size_t i = 0; i < count; ++i) {
+        place[2 * i] = hexDigit(bytes[i] >> 4);
+        place[2 * i + 1] = hexDigit(bytes[i] & 0xf);
     }
-    return pairs;
-}();
+    return place + 2 * count;
+}
 
 class Program {
 public:
@@ -120,13 +125,12 @@ public:
         char* place = string_.data();
         *place++ = '<';
         const std::size_t size = bytes.size();
-        for (std::size_t line = 0; line < size; line += kBytesInLine) {
-            const std::size_t end = std::min(size, line + kBytesInLine);
-            for (std::size_t i = line; i < end; ++i) {
-                place = std::copy_n(kHexDigits[bytes.begin()[i]].begin(), 2, place);
-            }
+        std::size_t written = 0;
+        for (; size - written >= kBytesInLine; written += kBytesInLine) {
+            place = writeHex(bytes.begin() + written, kBytesInLine, place);
             *place++ = '\n';
         }
+        place = writeHex(bytes.begin() + written, size - written, place);
         place = std::fill_n(place, (zeros + 1) * 2, '0');
         *place++ = '>';
         *place++ = '\n';
@@ -136,7 +140,7 @@ public:
     CFRef<CFDataRef> finish() { return CFRef<CFDataRef>::adopt(data_.leak()); }
 
 private:
-    static constexpr std::size_t kBytesInLine = 36;
+    static constexpr std::size_t kBytesInLine = 64;
 
     CFRef<CFMutableDataRef> data_;
     std::vector<char> string_ = std::vector<char>(kLongestString * 2 + kLongestString / kBytesInLine + 16);
