@@ -171,6 +171,37 @@ TEST_F(Program, ASecondPressOfPrintDoesNotSendAFaxToNobody) {
     EXPECT_TRUE(wroteNothing());
 }
 
+TEST_F(Program, RunsTheExamplesOfCovers) {
+    runExample("covers");
+    EXPECT_NE(job().find("@PJL SET TRCOVERS=FRONTBACK"), std::string::npos);
+    EXPECT_NE(job().find("@PJL SET TRCOVERSMEDIACOLOR=BLUE"), std::string::npos);
+    EXPECT_TRUE(
+        hasPair(settings(), "com.tavro.print.SpecialPages.BackCover",
+                "<dict><key>StartPage</key><integer>0</integer><key>Stock</key><dict>"
+                "<key>Type</key><integer>1</integer>"
+                "<key>Color</key><integer>2</integer></dict><key>SidesImaged</key><integer>4</integer></dict>"));
+
+    const Words different{"--ticket-in", TAVRO_SOURCE_DIR "/docs/examples/different-covers.plist"};
+    runExample("different-covers", different);
+    EXPECT_NE(job().find("@PJL SET TRCOVERSMEDIATYPE=CARDSTOCK"), std::string::npos);
+    EXPECT_TRUE(
+        hasPair(settings(), "com.tavro.print.SpecialPages.BackCover",
+                "<dict><key>StartPage</key><integer>0</integer><key>Stock</key><dict>"
+                "<key>Size</key><integer>1</integer><key>Type</key><integer>1</integer>"
+                "<key>Color</key><integer>4</integer></dict><key>SidesImaged</key><integer>1</integer></dict>"));
+
+    runJobExample("delete-special-pages", different);
+    EXPECT_NE(job().find("@PJL SET TRCOVERS=NONE"), std::string::npos);
+    EXPECT_EQ(settings().find("com.tavro.print.SpecialPages"), std::string::npos);
+}
+
+TEST_F(Program, RunsTheExampleOfInsertsAndExceptions) {
+    runJobExample("special-pages");
+    EXPECT_TRUE(hasPair(settings(), "X1", "<integer>13</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "EndPage", "<integer>9</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "Size", "<integer>75</integer>"));
+}
+
 TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {
     const Run first = script(
         "set Host:20 3\nclick Host:21\nexpect Host:21 value 0\nset Host:41 2\nchoose Host:40 \"A4 (210 x 297 mm)\"\n"
