@@ -20,6 +20,7 @@ namespace {
 #define kBackCoverKey CFSTR("com.tavro.print.SpecialPages.BackCover")
 #define kDuplexMainKeyword CFSTR("Duplex")
 #define kFoldMainKeyword CFSTR("TRFoldOptions")
+#define kStapleMainKeyword CFSTR("StapleLocation")
 
 // Values of PlexMap.
 constexpr SInt32 kOneSided = 1;
@@ -57,6 +58,14 @@ void WriteSides(SInt32 sides, PMTicketRef ticket) {
     SetTicketNumber(ticket, kCreator, kPMDuplexingKey, sides);
     SetTicketNumber(ticket, kCreator, kFinishingDuplexKey, sides);
     WriteOption(sides, kDuplexMainKeyword, ticket);
+}
+
+/// A booklet that is folded takes no staples of the sets'.
+void DropStaples(PMTicketRef ticket) {
+    CFStringRef staples = nullptr;
+    if (PPDGetMainKeywordValue(ticket, kStapleMainKeyword, &staples) == noErr) {
+        PPDSetMainKeyword(ticket, kStapleMainKeyword, CFSTR("None"));
+    }
 }
 
 void RemoveEqualBackCover(PMTicketRef ticket) {
@@ -102,6 +111,9 @@ void WriteLayoutSettings(const LayoutSettings& settings, PMTicketRef ticket) {
     WriteSides(SidesForLayout(booklet, ReadSides(ticket)), ticket);
     SetTicketNumber(ticket, kCreator, kDrawOutlinesKey, settings.drawOutlines);
     WriteOption(settings.foldOption, kFoldMainKeyword, ticket);
+    if (settings.foldOption == kFoldBooklet || settings.foldOption == kFoldAndStapleBooklet) {
+        DropStaples(ticket);
+    }
     RemoveEqualBackCover(ticket);
 }
 

@@ -230,22 +230,32 @@ void WriteJobType(PaperOutputSettings* settings, PMTicketRef ticket) {
     PMTicketSetCFDictionary(ticket, kCreator, kJobTypeTicketKey, settings->jobDictionary.get(), kPMUnlocked);
 }
 
+CFArrayRef GetRecipients(PMTicketRef ticket) {
+    CFArrayRef recipients = nullptr;
+    PMTicketGetCFArray(ticket, kPMTopLevel, kPMTopLevel, kFaxRecipientListTicketKey, &recipients);
+    return recipients;
+}
+
 void ReadFax(PMTicketRef ticket, PaperOutputSettings* settings) {
     const CFDictionaryRef options = GetDictionary(ticket, kFaxOptionsTicketKey);
     settings->faxOptions = CFRef<CFMutableDictionaryRef>::adopt(
         options != nullptr ? CFDictionaryCreateMutableCopy(kCFAllocatorDefault, 0, options) : nullptr);
-    CFArrayRef recipients = nullptr;
-    PMTicketGetCFArray(ticket, kPMTopLevel, kPMTopLevel, kFaxRecipientListTicketKey, &recipients);
-    settings->faxRecipients = recipients != nullptr ? std::make_unique<FaxRecipientList>(recipients) : nullptr;
+    const CFArrayRef recipients = GetRecipients(ticket);
+    if (recipients == nullptr || recipients != settings->faxRecipientsInTicket.get()) {
+        settings->faxRecipients = recipients != nullptr ? std::make_unique<FaxRecipientList>(recipients) : nullptr;
+        settings->faxRecipientsInTicket = CFRef<CFArrayRef>::retain(recipients);
+    }
 }
 
-void WriteFax(const PaperOutputSettings& settings, PMTicketRef ticket) {
-    if (settings.faxOptions) {
-        PMTicketSetCFDictionary(ticket, kCreator, kFaxOptionsTicketKey, settings.faxOptions.get(), kPMUnlocked);
+void WriteFax(PaperOutputSettings* settings, PMTicketRef ticket) {
+    if (settings->faxOptions) {
+        PMTicketSetCFDictionary(ticket, kCreator, kFaxOptionsTicketKey, settings->faxOptions.get(), kPMUnlocked);
     }
-    if (settings.faxRecipients) {
-        PMTicketSetCFArray(ticket, kCreator, kFaxRecipientListTicketKey, settings.faxRecipients->toTicket().get(),
+    const CFArrayRef known = settings->faxRecipientsInTicket.get();
+    if (settings->faxRecipients && (known == nullptr || known != GetRecipients(ticket))) {
+        PMTicketSetCFArray(ticket, kCreator, kFaxRecipientListTicketKey, settings->faxRecipients->toTicket().get(),
                            kPMUnlocked);
+        settings->faxRecipientsInTicket = CFRef<CFArrayRef>::retain(GetRecipients(ticket));
     }
 }
 
@@ -277,7 +287,7 @@ void WritePaperOutputSettings(PaperOutputSettings* settings, const PaperOutputSc
     WriteOutputDestination(settings->outputDestination, ticket);
     WriteOutputColor(settings->outputColor, ticket);
     WriteJobType(settings, ticket);
-    WriteFax(*settings, ticket);
+    WriteFax(settings, ticket);
     SyncSeparatorsToTicket(ticket, settings->separatorOption, settings->separatorColor);
     WritePPDChoice(settings->outputDestination, kOutputBinMainKeyword, ticket);
     // A choice of the collate and staple menu that folds or punches overrides the fold options.
@@ -326,4 +336,5 @@ void MakeFaxRecords(PaperOutputSettings* settings) {
     if (!settings->faxRecipients) {
         settings->faxRecipients = std::make_unique<FaxRecipientList>();
     }
+    settings->faxRecipientsInTicket = nullptr;
 }

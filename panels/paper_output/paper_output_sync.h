@@ -35,9 +35,12 @@ struct PaperOutputSettings {
     SInt32 outputColor = kOutputInColor;
 
     JobType job;
-    CFRef<CFMutableDictionaryRef> jobDictionary;      // the job's record as it was read, with what else stands in it
-    CFRef<CFMutableDictionaryRef> faxOptions;         // keys in jobtypes/fax_options.h; null when there are none
-    std::unique_ptr<FaxRecipientList> faxRecipients;  // null when there is none
+    CFRef<CFMutableDictionaryRef> jobDictionary;  // the job's record as it was read, with what else stands in it
+    CFRef<CFMutableDictionaryRef> faxOptions;     // keys in jobtypes/fax_options.h; null when there are none
+    // Null when there is none. A list can be long: while it is as the ticket has it, it is not copied. Whoever changes
+    // it calls MakeFaxRecords() first.
+    std::unique_ptr<FaxRecipientList> faxRecipients;
+    CFRef<CFArrayRef> faxRecipientsInTicket;  // the ticket's own array; null when the list may differ from it
 };
 
 /// What there is to read and write: on the printer, and of the panel's controls.
@@ -70,5 +73,5 @@ void SettleBooklet(bool wasBooklet, PaperOutputSettings* settings);
 /// The value that the pop-up of the sides shows.
 SInt32 ShownDuplex(const PaperOutputSettings& settings);
 
-/// The options of a fax and its recipients, made when there are none yet.
+/// The options of a fax and its recipients, made when there are none yet, to be changed by the caller.
 void MakeFaxRecords(PaperOutputSettings* settings);

@@ -325,6 +325,23 @@ TEST_F(PaperOutputSync, FaxRecordsComeAndGoWithTheTicket) {
     ASSERT_TRUE(back.faxRecipients);
     EXPECT_EQ(back.faxRecipients->count(), 1);
     EXPECT_EQ(CFDictionaryGetCount(back.faxOptions.get()), 1);
+
+    // A list that is as the ticket has it is left alone, one that was changed on either side is not.
+    const FaxRecipientList* list = settings.faxRecipients.get();
+    ReadPaperOutputSettings(printer.settings, scope, &settings);
+    EXPECT_EQ(settings.faxRecipients.get(), list);
+    MakeFaxRecords(&settings);
+    settings.faxRecipients->append(FaxRecipientOwner(new FaxRecipient).get());
+    write(settings);
+    EXPECT_EQ(read().faxRecipients->count(), 2);
+    MakeFaxRecords(&settings);
+    settings.faxRecipients->removeAll();
+    ReadPaperOutputSettings(printer.settings, scope, &settings);
+    EXPECT_EQ(settings.faxRecipients->count(), 2) << "the ticket's, since they were not written";
+    set(key("FaxRecipientList"), makeCFArray().get());
+    write(settings);
+    EXPECT_EQ(read().faxRecipients->count(), 2);
+
     PMTicketReleaseItem(printer.settings, kPMTopLevel, kFaxRecipientListTicketKey);
     ReadPaperOutputSettings(printer.settings, scope, &settings);
     EXPECT_FALSE(settings.faxRecipients);

@@ -21,6 +21,7 @@ OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
 OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface);
 OSStatus GetJobNotesPanelInterface(PlugInIntf** interface);
 OSStatus GetLayoutPanelInterface(PlugInIntf** interface);
+OSStatus GetPaperOutputPanelInterface(PlugInIntf** interface);
 OSStatus GetSpecialPagesPanelInterface(PlugInIntf** interface);
 }
 
@@ -50,6 +51,7 @@ constexpr Piece kPieces[] = {
     {"lan-fax", nullptr, runLANFax},
     {"layout", GetLayoutPanelInterface, nullptr},
     {"page-stock-selection", nullptr, runPageStockSelection},
+    {"paper-output", GetPaperOutputPanelInterface, nullptr},
     {"secure-print", nullptr, runSecurePrint},
     {"separators", nullptr, runSeparators},
     {"special-pages", GetSpecialPagesPanelInterface, nullptr},
