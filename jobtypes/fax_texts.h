@@ -5,18 +5,14 @@
 
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "ui/message_text.h"
 
 #include <initializer_list>
 
 /// The text of a key; "STRING NOT FOUND" when it has none.
 CFRef<CFStringRef> CopyFaxText(CFBundleRef bundle, CFStringRef key);
 
-/// Another person's text as it can be shown on one line: what is longer than `longest` code units is cut, with an
-/// ellipsis, and characters that break lines or turn the order of their neighbours round become blanks. Empty for null.
-CFRef<CFStringRef> CopyTextForOneLine(CFStringRef text, CFIndex longest);
-
-/// The text of a key with the arguments in the places of "%1$@", "%2$@" and so on, so that a language may turn their
-/// order round. Arguments are shown as texts for one line.
+/// The same with the arguments filled in (see CopyFilledInMessage).
 CFRef<CFStringRef> CopyFaxMessage(CFBundleRef bundle, CFStringRef key, std::initializer_list<CFStringRef> arguments);
 
 /// A number for such a message.

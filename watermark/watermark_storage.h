@@ -11,6 +11,9 @@
 
 #include "watermark/watermark_record.h"
 
+/// The store of watermarks.
+#define kWatermarkStore CFSTR("com.tavro.printing.watermarks.plist")
+
 /// Replaces the list of names.
 void saveWatermarkList(CFStringRef fileName, CFArrayRef names);
 

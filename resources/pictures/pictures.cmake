@@ -125,6 +125,9 @@ tavro_pictures(image-options 4x2 ""
 # Job notes
 tavro_pictures(job-notes 2x1 "" "Banner Message.gif" "Special Instructions.gif")
 
+# Watermark
+tavro_picture("BackgroundForms.gif" background-form "")
+
 # Job types
 tavro_pictures(job-types 3x1 "" "Secure-Print.gif" "Hint.gif" "Delayed-Print.gif")
 

@@ -202,6 +202,17 @@ TEST_F(Program, RunsTheExampleOfInsertsAndExceptions) {
     EXPECT_TRUE(hasPair(settings(), "Size", "<integer>75</integer>"));
 }
 
+TEST_F(Program, RunsTheExampleOfAWatermark) {
+    runExample("watermark");
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.watermark.Watermark", "<string>Draft</string>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.watermark.FirstPageOnly", "<integer>1</integer>"));
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.watermark.Option", "<integer>2</integer>"));
+    const std::string store = contentOf(folder / ".local/share/tavro/Tavro/com.tavro.printing.watermarks.plist");
+    for (const char* key : {"<key>Draft</key>", "<key>Confidential</key>", "<key>Copy</key>", "<key>ArialMT</key>"}) {
+        EXPECT_NE(store.find(key), std::string::npos) << key;
+    }
+}
+
 TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {
     const Run first = script(
         "set Host:20 3\nclick Host:21\nexpect Host:21 value 0\nset Host:41 2\nchoose Host:40 \"A4 (210 x 297 mm)\"\n"

@@ -6,9 +6,17 @@
 
 #include <QImage>
 
+/// What a panel's Prologue says of it.
+struct ExpectedPrologue {
+    std::string kind = Text(kPDEPanelKind);
+    UInt32 width = 0;
+    UInt32 height = 0;
+};
+
 class PanelTest : public NibWindowTest {
 protected:
-    explicit PanelTest(PanelInterfaceGetter getter, const std::string& ppd = kZR420) : printer(ppd) {
+    explicit PanelTest(PanelInterfaceGetter getter, const std::string& ppd = kZR420, ExpectedPrologue prologue = {})
+        : printer(ppd), expected(std::move(prologue)) {
         PlugInIntf* interface = nullptr;
         EXPECT_EQ(getter(&interface), noErr);
         panel = interface->table->operations;
@@ -29,8 +37,9 @@ protected:
         UInt32 height = 1;
         ASSERT_EQ(panel.Prologue(&context, &creator, &kind, &title, &width, &height), noErr);
         EXPECT_EQ(creator, FourCharCode("Tshl"));
-        EXPECT_EQ(Text(kind), Text(kPDEPanelKind));
-        EXPECT_EQ(width + height, 0u);
+        EXPECT_EQ(Text(kind), expected.kind);
+        EXPECT_EQ(width, expected.width);
+        EXPECT_EQ(height, expected.height);
         panelTitle = Text(title);
     }
     void TearDown() override {
@@ -49,7 +58,7 @@ protected:
     OSStatus sync(bool ticketsToControls) { return panel.Sync(context, printer.session, ticketsToControls); }
     /// A control of the panel by its number.
     ControlRef shell(SInt32 number) const {
-        const ControlID id{FourCharCode("Tshl"), number};
+        const ControlID id{signature, number};
         ControlRef found = nullptr;
         EXPECT_EQ(GetControlByID(window, &id, &found), noErr) << number;
         return found;
@@ -87,4 +96,8 @@ protected:
     PDEOperations panel{};
     PMPDEContext context = nullptr;
     std::string panelTitle;
+    OSType signature = FourCharCode("Tshl");  // of the panel's controls
+
+private:
+    ExpectedPrologue expected;
 };

@@ -23,6 +23,7 @@ OSStatus GetJobNotesPanelInterface(PlugInIntf** interface);
 OSStatus GetLayoutPanelInterface(PlugInIntf** interface);
 OSStatus GetPaperOutputPanelInterface(PlugInIntf** interface);
 OSStatus GetSpecialPagesPanelInterface(PlugInIntf** interface);
+OSStatus GetWatermarkPanelInterface(PlugInIntf** interface);
 }
 
 namespace {
@@ -59,6 +60,7 @@ constexpr Piece kPieces[] = {
     {"stock-library-selection", nullptr, runStockLibrarySelection},
     {"stock-selection", nullptr, runStockSelection},
     {"tab-stock-setup", nullptr, runTabStockSetup},
+    {"watermark", GetWatermarkPanelInterface, nullptr},
 };
 // clang-format on
 
