@@ -8,6 +8,7 @@ enum class FontRefusal {
     noSuchFace,           // the file has fewer faces
     damaged,              // a table is missing, ends too early, or contradicts another one
     postScriptOutlines,   // outlines that Type 42 cannot hold
+    variableOutlines,     // one file for many faces, the outlines of each made by a recipe
     tooLarge,             // a glyph is longer than a string of PostScript can be
     noOutlines,           // bitmaps only
     noCharacters,         // no table of the characters that the font has, or none that we can read

@@ -28,6 +28,9 @@ FontRefusal embeddingRefusal(SfntBytes os2) {
 }
 
 FontRefusal outlinesRefusal(const SfntFace& face) {
+    if (!face.table(FourCharCode("fvar")).empty()) {
+        return FontRefusal::variableOutlines;
+    }
     if (!face.table(FourCharCode("glyf")).empty()) {
         return FontRefusal::none;
     }

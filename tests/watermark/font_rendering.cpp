@@ -257,6 +257,8 @@ const char* NameOfRefusal(FontRefusal refusal) {
             return "damaged";
         case FontRefusal::postScriptOutlines:
             return "PostScript outlines";
+        case FontRefusal::variableOutlines:
+            return "variable outlines";
         case FontRefusal::tooLarge:
             return "too large";
         case FontRefusal::noOutlines:

@@ -80,8 +80,12 @@ std::string withTableLength(std::string font, std::string_view tag, unsigned len
     return font;
 }
 
-std::string withoutTable(std::string font, std::string_view tag) {
-    return font.replace(placeOf(font, tag).entry, 4, "none");
+std::string withTableCalled(std::string font, std::string_view tag, const char* newTag) {
+    return font.replace(placeOf(font, tag).entry, 4, newTag);
+}
+
+std::string withoutTable(const std::string& font, std::string_view tag) {
+    return withTableCalled(font, tag, "none");
 }
 
 // ---- drawn
@@ -231,6 +235,7 @@ TEST(Type42, RefusesWhatIsNoTrueTypeFont) {
     EXPECT_EQ(refusalOf("wOF2 and so on"), FontRefusal::notAFont);
     EXPECT_EQ(refusalOf("%!PS-AdobeFont-1.0"), FontRefusal::postScriptOutlines);
     EXPECT_EQ(refusalOf(seed("postscript-outlines.otf")), FontRefusal::postScriptOutlines);
+    EXPECT_EQ(refusalOf(withTableCalled(seed("symbol.ttf"), "OS/2", "fvar")), FontRefusal::variableOutlines);
     EXPECT_EQ(refusalOf(withoutTable(seed("symbol.ttf"), "glyf")), FontRefusal::noOutlines);
     EXPECT_EQ(refusalOf(withoutTable(seed("symbol.ttf"), "cmap")), FontRefusal::noCharacters);
     EXPECT_EQ(refusalOf(seed("symbol.ttf"), 1), FontRefusal::noSuchFace);
