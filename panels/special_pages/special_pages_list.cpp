@@ -17,7 +17,7 @@ DataBrowserItemID RowOf(const SpecialPage* page) {
 }
 
 const SpecialPage* PageOf(DataBrowserItemID row) {
-    return reinterpret_cast<const SpecialPage*>(row);
+    return reinterpret_cast<const SpecialPage*>(row);  // NOLINT(performance-no-int-to-ptr): a row is its page's address
 }
 
 CFRef<CFStringRef> CoverText(const Cover& cover, DataBrowserPropertyID column) {
