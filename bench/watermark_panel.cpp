@@ -54,8 +54,12 @@ CFRef<CFDataRef> fontFile() {
     return CFRef<CFDataRef>::adopt(bytes);
 }
 
-/// A store with that many watermarks, written at once.
+/// A new store with that many watermarks, written at once.
 void fillStore(int count) {
+    const auto store = CFRef<CFURLRef>::adopt(CopyPreferenceFileURL(kWatermarkStore));
+    if (FSRef file; CFURLGetFSRef(store.get(), &file)) {
+        std::filesystem::remove(file.path);
+    }
     const auto list = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
     ChangeStore(kWatermarkStore, StoreUse::NewIfNone, [&](CFMutableDictionaryRef root) {
         WatermarkRecord record = {};

@@ -1,8 +1,9 @@
 #include "watermark/watermark_font.h"
 
+#include "model/record_ticket.h"
 #include "platform/files/url_access.h"
 #include "platform/fonts/ATSFont.h"
-#include "platform/foundation/CFString.h"
+#include "watermark/preference_files.h"
 #include "watermark/type42.h"
 #include "watermark/watermark_storage.h"
 
@@ -54,19 +55,29 @@ std::string SourceLine(const FontSource& source) {
     return line;
 }
 
-bool IsStored(CFStringRef postScriptName, const std::string& sourceLine) {
-    const auto stored = CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, 0));
-    loadFontData(kWatermarkStore, postScriptName, stored.get());
-    const std::string_view program(reinterpret_cast<const char*>(CFDataGetBytePtr(stored.get())),
-                                   static_cast<std::size_t>(CFDataGetLength(stored.get())));
+/// Whether the store's root has a font under the name that ends in the line.
+bool IsStored(CFDictionaryRef root, CFStringRef postScriptName, const std::string& sourceLine) {
+    const void* stored = CFDictionaryGetValue(root, postScriptName);
+    if (CFGetTypeID(stored) != CFDataGetTypeID()) {
+        return false;
+    }
+    const auto* font = static_cast<CFDataRef>(stored);
+    const std::string_view program(reinterpret_cast<const char*>(CFDataGetBytePtr(font)),
+                                   static_cast<std::size_t>(CFDataGetLength(font)));
     return program.ends_with(sourceLine);
 }
 
 }  // namespace
 
 void convertFont(CFStringRef watermark) {
+    // Read once: a store holds as many watermarks as the user likes.
+    const auto root = CFRef<CFMutableDictionaryRef>::adopt(CopyXMLData(kWatermarkStore));
+    const CFDictionaryRef stored = GetRecordDictionary(root.get(), watermark);
     WatermarkRecord record = {};
-    if (!loadWatermarkData(kWatermarkStore, watermark, &record) || record.kind == kImageWatermark) {
+    if (stored != nullptr) {
+        ReadWatermarkDictionary(stored, &record);
+    }
+    if (record.kind == kImageWatermark) {
         return;
     }
     const auto name =
@@ -76,7 +87,7 @@ void convertFont(CFStringRef watermark) {
         return;
     }
     const std::string line = SourceLine(source);
-    if (IsStored(name.get(), line)) {
+    if (IsStored(root.get(), name.get(), line)) {
         return;
     }
     FontRefusal refusal = FontRefusal::none;

@@ -1,20 +1,25 @@
 #include "watermark/watermark_list.h"
 
-#include "platform/foundation/CFString.h"
+#include "model/record_ticket.h"
 #include "watermark/default_watermarks.h"
+#include "watermark/preference_files.h"
 #include "watermark/watermark_storage.h"
 
 namespace {
 
-CFRef<CFMutableArrayRef> CopyStoredList() {
-    CFMutableArrayRef list = nullptr;
-    loadWatermarkList(kWatermarkStore, &list);
-    return CFRef<CFMutableArrayRef>::adopt(list);
+using Root = CFRef<CFMutableDictionaryRef>;
+
+/// The stored list, lent by the root; null when there is none.
+CFArrayRef StoredList(const Root& root) {
+    const void* list = CFDictionaryGetValue(root.get(), kWatermarkListKey);
+    return CFGetTypeID(list) == CFArrayGetTypeID() ? static_cast<CFArrayRef>(list) : nullptr;
 }
 
-bool IsDamaged(CFStringRef name) {
+bool IsDamaged(const Root& root, CFStringRef name) {
     WatermarkRecord record = {};
-    loadWatermarkData(kWatermarkStore, name, &record);
+    if (const CFDictionaryRef stored = GetRecordDictionary(root.get(), name)) {
+        ReadWatermarkDictionary(stored, &record);
+    }
     return record.text[0] == '\0' && record.fileName[0] == '\0';
 }
 
@@ -25,21 +30,23 @@ CFStringRef NameAt(CFArrayRef list, CFIndex index) {
 }  // namespace
 
 CFRef<CFMutableArrayRef> LoadListOfWatermarks(CFBundleRef bundle) {
-    CFRef<CFMutableArrayRef> stored = CopyStoredList();
-    if (!stored) {
+    // Read once for list and record: a store may be large.
+    auto root = Root::adopt(CopyXMLData(kWatermarkStore));
+    if (StoredList(root) == nullptr) {
         CreateDefaultWatermarks(bundle);
-        stored = CopyStoredList();
+        root = Root::adopt(CopyXMLData(kWatermarkStore));
     }
+    const CFArrayRef stored = StoredList(root);
     auto list = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
-    for (CFIndex i = 0; i < CFArrayGetCount(stored.get()); ++i) {
-        if (CFGetTypeID(CFArrayGetValueAtIndex(stored.get(), i)) == CFStringGetTypeID()) {
+    for (CFIndex i = 0; i < CFArrayGetCount(stored); ++i) {
+        if (CFGetTypeID(CFArrayGetValueAtIndex(stored, i)) == CFStringGetTypeID()) {
             // Two names may be alike, but the panel tells its rows apart by the strings' addresses.
             const auto name =
-                CFRef<CFMutableStringRef>::adopt(CFStringCreateMutableCopy(nullptr, 0, NameAt(stored.get(), i)));
+                CFRef<CFMutableStringRef>::adopt(CFStringCreateMutableCopy(nullptr, 0, NameAt(stored, i)));
             CFArrayAppendValue(list.get(), name.get());
         }
     }
-    if (CFArrayGetCount(list.get()) > 0 && IsDamaged(NameAt(list.get(), 0))) {
+    if (CFArrayGetCount(list.get()) > 0 && IsDamaged(root, NameAt(list.get(), 0))) {
         CFArrayRemoveValueAtIndex(list.get(), 0);
     }
     return list;

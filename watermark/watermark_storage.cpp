@@ -5,8 +5,6 @@
 
 namespace {
 
-#define kWatermarkListKey CFSTR("WatermarkListEntries")
-
 using Root = CFRef<CFMutableDictionaryRef>;
 
 void SetInStore(CFStringRef fileName, StoreUse use, CFStringRef key, CFTypeRef value) {

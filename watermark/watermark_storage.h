@@ -14,6 +14,9 @@
 /// The store of watermarks.
 #define kWatermarkStore CFSTR("com.tavro.printing.watermarks.plist")
 
+/// Where a store has its list.
+#define kWatermarkListKey CFSTR("WatermarkListEntries")
+
 /// Replaces the list of names.
 void saveWatermarkList(CFStringRef fileName, CFArrayRef names);
 
