@@ -1,5 +1,6 @@
 // The watermark panel with many watermarks: opened with its list and drawn, beside a Qt list of as many rows, and what
-// its Sync costs when the font of the chosen watermark is stored already, beside converting that font.
+// its Sync costs when the font of the chosen watermark is stored already, beside converting and storing
+// it.
 //
 // usage: bench_watermark_panel BUNDLE
 
@@ -147,10 +148,11 @@ int main(int argc, char** argv) {
     fillStore(1'000);
     const CFRef<CFDataRef> font = fontFile();
     bench::compare(
-        "font stored already", kRounds, "keep", [] { convertFont(CFSTR("Watermark 0")); }, "convert",
+        "font stored already", kRounds, "keep", [] { convertFont(CFSTR("Watermark 0")); }, "convert and store",
         [&] {
             FontRefusal refusal = FontRefusal::none;
-            const auto program = convertTTFtoPS42(font.get(), CFSTR(kFont), 0, &refusal);
+            storeFontData(kWatermarkStore, CFSTR("Another"),
+                          convertTTFtoPS42(font.get(), CFSTR(kFont), 0, &refusal).get());
         });
 
     PMTicketReleaseAndClear(&settings);
