@@ -11,9 +11,6 @@ namespace {
 
 constexpr SInt32 kLongestPrefix = 4;
 constexpr SInt32 kLongestCard = 16;
-/// The end of a card number that may be shown, and how long a number must be for it to stay a small part.
-constexpr CFIndex kShownDigits = 4;
-constexpr CFIndex kDigitsToShowEnd = 12;
 
 // Items of the pop-ups that stand for yes and no, or now and later.
 constexpr SInt32 kConfirmationOn = 1;
@@ -126,11 +123,7 @@ void UpdateCreditCardHint(const FaxWindow& window) {
     const CFIndex length = CFStringGetLength(number.get());
     const CFRef<CFStringRef> digits = CopyNumberText(length);
     CFRef<CFStringRef> hint;
-    if (length >= kDigitsToShowEnd) {
-        const auto end = CFRef<CFStringRef>::adopt(CFStringCreateWithSubstring(
-            kCFAllocatorDefault, number.get(), CFRangeMake(length - kShownDigits, kShownDigits)));
-        hint = CopyFaxMessage(window.bundle(), CFSTR("Credit Card Ending"), {digits.get(), end.get()});
-    } else if (length > 0) {
+    if (length > 0) {
         hint = CopyFaxMessage(window.bundle(), CFSTR("Credit Card Digits"), {digits.get()});
     }
     window.setText(kFaxCardHint, hint.get());

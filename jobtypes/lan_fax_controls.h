@@ -44,7 +44,7 @@ void UpdateDialingPrefixControls(const FaxWindow& window);
 void UpdateCreditCardControls(const FaxWindow& window);
 void UpdateCoverSheetControls(const FaxWindow& window);
 
-/// The card number is shown as dots; this tells so much of it that typing errors can be found.
+/// The card number is shown as dots; this tells how many digits it has, so that a missing one is seen.
 void UpdateCreditCardHint(const FaxWindow& window);
 
 // Code units of what is dialed beside a fax number; 0 where the box is off.
