@@ -121,15 +121,11 @@ inline constexpr DataBrowserSetOption kDataBrowserItemsAssign = 1;  // these and
 /// counts.
 OSStatus SetDataBrowserSelectedItems(ControlRef browser, ItemCount count, const DataBrowserItemID* items,
                                      DataBrowserSetOption operation);
-Boolean IsDataBrowserItemSelected(ControlRef browser, DataBrowserItemID item);
-/// The first and the last selected row as shown; kDataBrowserNoItem when none is. Either may be null.
-OSStatus GetDataBrowserSelectionAnchor(ControlRef browser, DataBrowserItemID* first, DataBrowserItemID* last);
 
 using DataBrowserSelectionFlags = UInt32;
 inline constexpr DataBrowserSelectionFlags kDataBrowserSelectOnlyOne = 1 << 1;
 /// The user cannot deselect the last selected row; the program can.
 inline constexpr DataBrowserSelectionFlags kDataBrowserNeverEmptySelectionSet = 1 << 6;
-OSStatus GetDataBrowserSelectionFlags(ControlRef browser, DataBrowserSelectionFlags* flags);
 OSStatus SetDataBrowserSelectionFlags(ControlRef browser, DataBrowserSelectionFlags flags);
 
 // ---- Order. A browser is unsorted at first.
@@ -139,9 +135,7 @@ inline constexpr DataBrowserSortOrder kDataBrowserOrderIncreasing = 1;
 inline constexpr DataBrowserSortOrder kDataBrowserOrderDecreasing = 2;
 /// kDataBrowserItemNoProperty: rows stay as they are, new ones come at the end. Rows that are alike keep their order.
 OSStatus SetDataBrowserSortProperty(ControlRef browser, DataBrowserPropertyID property);
-OSStatus GetDataBrowserSortProperty(ControlRef browser, DataBrowserPropertyID* property);
 OSStatus SetDataBrowserSortOrder(ControlRef browser, DataBrowserSortOrder order);
-OSStatus GetDataBrowserSortOrder(ControlRef browser, DataBrowserSortOrder* order);
 
 // ---- View
 

@@ -144,37 +144,6 @@ OSStatus SetDataBrowserSelectedItems(ControlRef browser, ItemCount count, const 
     });
 }
 
-Boolean IsDataBrowserItemSelected(ControlRef browser, DataBrowserItemID item) {
-    DataBrowserView* view = DataBrowserView::of(browser);
-    const int row = view != nullptr ? view->rows().rowOf(item) : -1;
-    return row >= 0 && view->selectionModel()->isSelected(view->rows().index(row, 0));
-}
-
-OSStatus GetDataBrowserSelectionAnchor(ControlRef browser, DataBrowserItemID* first, DataBrowserItemID* last) {
-    return withBrowser(browser, [&](DataBrowserView& view) {
-        const std::vector<int> rows = view.selectedRows();
-        const auto itemAt = [&](int row) { return view.rows().items()[static_cast<std::size_t>(row)]; };
-        if (first != nullptr) {
-            *first = rows.empty() ? kDataBrowserNoItem : itemAt(rows.front());
-        }
-        if (last != nullptr) {
-            *last = rows.empty() ? kDataBrowserNoItem : itemAt(rows.back());
-        }
-        return noErr;
-    });
-}
-
-OSStatus GetDataBrowserSelectionFlags(ControlRef browser, DataBrowserSelectionFlags* flags) {
-    if (flags == nullptr) {
-        return paramErr;
-    }
-    return withBrowser(browser, [&](DataBrowserView& view) {
-        *flags = (view.selectionMode() == QAbstractItemView::SingleSelection ? kDataBrowserSelectOnlyOne : 0) |
-                 (view.neverEmpty ? kDataBrowserNeverEmptySelectionSet : 0);
-        return noErr;
-    });
-}
-
 OSStatus SetDataBrowserSelectionFlags(ControlRef browser, DataBrowserSelectionFlags flags) {
     return withBrowser(browser, [&](DataBrowserView& view) {
         view.setSelectionMode((flags & kDataBrowserSelectOnlyOne) != 0 ? QAbstractItemView::SingleSelection
@@ -197,17 +166,6 @@ OSStatus SetDataBrowserSortProperty(ControlRef browser, DataBrowserPropertyID pr
     });
 }
 
-OSStatus GetDataBrowserSortProperty(ControlRef browser, DataBrowserPropertyID* property) {
-    if (property == nullptr) {
-        return paramErr;
-    }
-    return withBrowser(browser, [&](DataBrowserView& view) {
-        const int section = view.header()->sortIndicatorSection();
-        *property = section < 0 ? kDataBrowserItemNoProperty : view.rows().columns()[static_cast<std::size_t>(section)];
-        return noErr;
-    });
-}
-
 OSStatus SetDataBrowserSortOrder(ControlRef browser, DataBrowserSortOrder order) {
     if (order != kDataBrowserOrderIncreasing && order != kDataBrowserOrderDecreasing) {
         return paramErr;
@@ -216,17 +174,6 @@ OSStatus SetDataBrowserSortOrder(ControlRef browser, DataBrowserSortOrder order)
         view.header()->setSortIndicator(view.header()->sortIndicatorSection(), order == kDataBrowserOrderDecreasing
                                                                                    ? Qt::DescendingOrder
                                                                                    : Qt::AscendingOrder);
-        return noErr;
-    });
-}
-
-OSStatus GetDataBrowserSortOrder(ControlRef browser, DataBrowserSortOrder* order) {
-    if (order == nullptr) {
-        return paramErr;
-    }
-    return withBrowser(browser, [&](DataBrowserView& view) {
-        *order = view.header()->sortIndicatorOrder() == Qt::DescendingOrder ? kDataBrowserOrderDecreasing
-                                                                            : kDataBrowserOrderIncreasing;
         return noErr;
     });
 }

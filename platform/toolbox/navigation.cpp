@@ -2,7 +2,7 @@
 
 #include "platform/toolbox/Navigation.h"
 
-#include "platform/foundation/url_path.h"
+#include "platform/foundation/CFURL.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
 
@@ -41,7 +41,9 @@ CFRef<CFURLRef> askUser(CFStringRef title, ItemCount kindCount, const NavFileKin
         return nullptr;
     }
     folder = dialog.directory().path();
-    return makeFileURL(dialog.selectedFiles().front(), false);
+    const auto path = toCFString(dialog.selectedFiles().front());
+    return CFRef<CFURLRef>::adopt(
+        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, path.get(), kCFURLPOSIXPathStyle, false));
 }
 
 }  // namespace
