@@ -35,6 +35,8 @@ struct Served {
 const Served kPlugIn{"plugins/TavroFeatures.plugin",
                      {QStringLiteral("model"), QStringLiteral("core"), QStringLiteral("ui"), QStringLiteral("panels"),
                       QStringLiteral("jobtypes"), QStringLiteral("watermark")}};
+const Served kEditor{"plugins/TavroFeatures.plugin/Contents/PlugIns/WatermarkEditor.bundle",
+                     {QStringLiteral("watermark/editor")}};
 const Served kHost{"TavroPrint.bundle", {QStringLiteral("host")}};
 
 std::string Listed(const QSet<QString>& names) {
@@ -60,8 +62,9 @@ QSet<QString> InEachColor(const QSet<QString>& names) {
 }
 
 class Resources : public testing::TestWithParam<Served> {};
-INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost),
-                         [](const auto& served) { return served.index == 0 ? "PlugIn" : "Host"; });
+INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost, kEditor), [](const auto& served) {
+    return served.index == 0 ? "PlugIn" : served.index == 1 ? "Host" : "WatermarkEditor";
+});
 
 TEST_P(Resources, TextsAreThoseAskedFor) {
     // A key may reach its look-up by way of a constant or a function, so a key is in use when a source names it at all.
