@@ -38,6 +38,17 @@ CFDictionaryRef asDictionary(CFTypeRef object) {
     return CFGetTypeID(object) == CFDictionaryGetTypeID() ? static_cast<CFDictionaryRef>(object) : nullptr;
 }
 
+/// The font's colour, laid on white by its alpha. The editor has taken the density into account: it lightens the colour
+/// that the user chose, which the record keeps too, and stores the result as the font's.
+MarkColor colorIn(CFDictionaryRef record) {
+    const auto number = [record](CFStringRef key, double fallback) {
+        return std::clamp(numberIn(record, key).value_or(fallback), 0.0, 1.0);
+    };
+    const double alpha = number(CFSTR("fontColorAlpha"), 1);
+    const auto onWhite = [&](CFStringRef key) { return 1 - alpha * (1 - number(key, 0.75)); };
+    return {onWhite(CFSTR("fontColorRed")), onWhite(CFSTR("fontColorGreen")), onWhite(CFSTR("fontColorBlue"))};
+}
+
 }  // namespace
 
 std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& name, std::string* reason) {
@@ -53,14 +64,30 @@ std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& n
     const auto number = [record](CFStringRef key, double least, double most, double fallback) {
         return std::clamp(numberIn(record, key).value_or(fallback), least, most);
     };
-    constexpr double kFarthest = 2000;
+    constexpr double kFarthest = 5000;
     return StoredMark{stringIn(record, CFSTR("textString")),
                       stringIn(record, CFSTR("filePath")),
                       stringIn(record, CFSTR("fontName")),
-                      number(CFSTR("fontSize"), 6, 720, 72),
+                      colorIn(record),
+                      number(CFSTR("fontSize"), 1, 1000, 72),
                       number(CFSTR("angle"), -360, 360, 0),
                       number(CFSTR("density"), 0, 100, 100),
                       number(CFSTR("scale"), 1, 1000, 100),
                       number(CFSTR("xOffset"), -kFarthest, kFarthest, 0),
                       number(CFSTR("yOffset"), -kFarthest, kFarthest, 0)};
+}
+
+std::optional<std::string> readStoredFont(CFStringRef store, const std::string& name, std::string* reason) {
+    const auto root = readStore(store, reason);
+    if (!root) {
+        return std::nullopt;
+    }
+    const void* const stored = CFDictionaryGetValue(asDictionary(root.get()), cfString(name).get());
+    if (CFGetTypeID(stored) != CFDataGetTypeID()) {
+        *reason = "its font " + name + " is not stored";
+        return std::nullopt;
+    }
+    const auto* const data = static_cast<CFDataRef>(stored);
+    return std::string(reinterpret_cast<const char*>(CFDataGetBytePtr(data)),
+                       static_cast<std::size_t>(CFDataGetLength(data)));
 }

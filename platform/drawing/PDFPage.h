@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 struct DrawingRect {
@@ -77,6 +78,8 @@ public:
     [[nodiscard]] int height() const;
     /// The same in less ink: 1 leaves it as it is, 0 is white.
     [[nodiscard]] Picture lightened(double ink) const;
+    /// The pixels of a row, the top one is 0: from 0, black, to 255. They live as long as the picture.
+    [[nodiscard]] std::span<const unsigned char> row(int index) const;
 
 private:
     friend class PDFPage;

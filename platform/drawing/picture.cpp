@@ -90,3 +90,7 @@ Picture Picture::lightened(double ink) const {
     }
     return Picture(std::make_unique<Pixels>(Pixels{image}));
 }
+
+std::span<const unsigned char> Picture::row(int index) const {
+    return {pixels_->image.constScanLine(index), static_cast<std::size_t>(width())};
+}

@@ -75,12 +75,13 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 /// Writes the printer-ready PostScript of a PDF to a file: the CUPS filters with the PPD dictionary's pairs, the
 /// copies, page range and orientation as options; no server is needed. Landscape pages are scaled to fit their sheet.
 /// `cover`, a PDF of one page or null, is printed before the document, upright also when the document's pages are
-/// turned; the page range counts the document's pages only. Blocks until it is written; the file is replaced whole and
-/// is private to the user. paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page
-/// range, control characters in an option), fnfErr for a document that cannot be read, kPMFilterFailed,
-/// kPMCannotWriteOutput; always with the reason.
+/// turned; the page range counts the document's pages only. `setup`, PostScript that ends with a line or null, goes to
+/// the end of the job's setup, before its first page. Blocks until it is written; the file is replaced whole and is
+/// private to the user. paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page range,
+/// control characters in an option), fnfErr for a document that cannot be read, kPMFilterFailed, kPMCannotWriteOutput;
+/// always with the reason.
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
-                                       CFDataRef cover, CFURLRef document, CFURLRef destination);
+                                       CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination);
 /// Sends the PDF with the same options to the printer's queue. *jobID is the server's number of the job.
 /// kPMNoSuchPrinter for a printer without a queue, kPMServerNotResponding when the server is silent or refuses the job.
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,

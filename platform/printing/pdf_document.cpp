@@ -5,8 +5,11 @@
 
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFExc.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
+#include <qpdf/QPDFPageObjectHelper.hh>
 
 #include <cerrno>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -48,6 +51,17 @@ CFIndex countPages(const std::string& path, std::string* reason) {
     return -1;
 }
 
+bool isLandscape(QPDFPageObjectHelper page) {
+    QPDFObjectHandle box = page.getCropBox();
+    if (!box.isRectangle()) {
+        return false;
+    }
+    const QPDFObjectHandle::Rectangle sides = box.getArrayAsRectangle();
+    QPDFObjectHandle rotate = page.getAttribute("/Rotate", false);
+    const bool isTurned = rotate.isInteger() && rotate.getIntValue() % 180 != 0;
+    return (sides.urx - sides.llx > sides.ury - sides.lly) != isTurned;
+}
+
 }  // namespace
 
 CFIndex CGPDFDocumentCountPages(CFURLRef url, CFStringRef* error) {
@@ -61,4 +75,19 @@ CFIndex CGPDFDocumentCountPages(CFURLRef url, CFStringRef* error) {
         *error = makeString(errorLine(path, reason)).leak();
     }
     return pages;
+}
+
+CFDataRef CGPDFDocumentCopyLandscapePages(CFURLRef url) {
+    try {
+        QPDF pdf;
+        pdf.setSuppressWarnings(true);
+        pdf.processFile(filePath(url).c_str());
+        std::vector<UInt8> landscape;
+        for (const QPDFPageObjectHelper& page : QPDFPageDocumentHelper(pdf).getAllPages()) {
+            landscape.push_back(isLandscape(page) ? 1 : 0);
+        }
+        return CFDataCreate(nullptr, landscape.data(), static_cast<CFIndex>(landscape.size()));
+    } catch (const std::exception&) {
+        return nullptr;
+    }
 }

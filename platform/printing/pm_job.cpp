@@ -1,6 +1,7 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cover_page.h"
+#include "platform/printing/document_setup.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
@@ -85,11 +86,7 @@ void replaceRange(JobRequest* request) {
 }
 
 /// Runs the filters on a file that holds the job's document, or the document and more.
-OSStatus writePostScript(PMPrinter printer, const Job& job, const std::string& input, const std::string& path) {
-    PendingFile output(path);
-    if (!output.isOpen()) {
-        return failWith(kPMCannotWriteOutput, path, output.reason());
-    }
+OSStatus filterTo(const PendingFile& output, PMPrinter printer, const Job& job, const std::string& input) {
     const FilterJob filterJob{printer->ppdPath,
                               utf8Text(printer->name.get()),
                               kPrinterPostScript,
@@ -105,6 +102,35 @@ OSStatus writePostScript(PMPrinter printer, const Job& job, const std::string& i
     if (isEmpty(output.descriptor())) {
         return failWith(kPMFilterFailed, job.document, "the filters wrote nothing");
     }
+    return noErr;
+}
+
+OSStatus filterWithSetup(const PendingFile& output, PMPrinter printer, const Job& job, const std::string& input,
+                         CFDataRef setup, const std::string& path) {
+    const PendingFile plain(path);  // stays pending: it goes when it has been copied
+    if (!plain.isOpen()) {
+        return failWith(kPMCannotWriteOutput, path, plain.reason());
+    }
+    if (const OSStatus status = filterTo(plain, printer, job, input); status != noErr) {
+        return status;
+    }
+    std::string reason;
+    return copyWithSetup(plain.path(), setup, output.descriptor(), &reason)
+               ? noErr
+               : failWith(kPMCannotWriteOutput, path, reason);
+}
+
+OSStatus writePostScript(PMPrinter printer, const Job& job, const std::string& input, CFDataRef setup,
+                         const std::string& path) {
+    PendingFile output(path);
+    if (!output.isOpen()) {
+        return failWith(kPMCannotWriteOutput, path, output.reason());
+    }
+    const OSStatus status = setup == nullptr ? filterTo(output, printer, job, input)
+                                             : filterWithSetup(output, printer, job, input, setup, path);
+    if (status != noErr) {
+        return status;
+    }
     if (!output.commit()) {
         return failWith(kPMCannotWriteOutput, path, output.reason());
     }
@@ -114,7 +140,7 @@ OSStatus writePostScript(PMPrinter printer, const Job& job, const std::string& i
 }  // namespace
 
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
-                                       CFDataRef cover, CFURLRef document, CFURLRef destination) {
+                                       CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination) {
     clearLastError();
     Job job;
     if (const OSStatus status = makeJob(printer, printSettings, pageFormat, document, &job); status != noErr) {
@@ -125,7 +151,7 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
         return failWith(paramErr, "print job", "no file to write to");
     }
     if (cover == nullptr) {
-        return writePostScript(printer, job, job.document, path);
+        return writePostScript(printer, job, job.document, setup, path);
     }
     const PendingFile both(path);  // stays pending: it goes when the filters have read it
     if (!both.isOpen()) {
@@ -136,7 +162,7 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
         return failWith(kPMFilterFailed, job.document, reason);
     }
     replaceRange(&job.request);
-    return writePostScript(printer, job, both.path(), path);
+    return writePostScript(printer, job, both.path(), setup, path);
 }
 
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,

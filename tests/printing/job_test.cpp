@@ -11,7 +11,7 @@ namespace {
 class Jobs : public testing::Test {
 protected:
     OSStatus write(const std::filesystem::path& document = kTenPages) {
-        return PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), cover.get(),
+        return PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), cover.get(), setup.get(),
                                              fileURL(document).get(), fileURL(output).get());
     }
     std::string reason() const { return text(PMGetLastErrorText()); }
@@ -22,6 +22,7 @@ protected:
     Ticket settings;
     Ticket format;
     CFRef<CFDataRef> cover;
+    CFRef<CFDataRef> setup;
 };
 
 std::size_t count(const std::string& text, const std::string& part) {
@@ -155,6 +156,22 @@ TEST_F(Jobs, KeepValuesFromBecomingOtherOptions) {
     EXPECT_EQ(write(), paramErr);
 }
 
+TEST_F(Jobs, CarryCodeBehindTheirSetup) {
+    ASSERT_EQ(write(), noErr) << reason();
+    const std::string plain = readFile(output);
+    const std::string code = "% first line\n% last line\n";
+    setup = CFRef<CFDataRef>::adopt(
+        CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(code.data()), static_cast<CFIndex>(code.size())));
+    ASSERT_EQ(write(), noErr) << reason();
+    std::string job = readFile(output);
+    const std::size_t place = job.find(code + "%%EndSetup\n%%Page: 1 1\n");
+    ASSERT_NE(place, std::string::npos);
+    job.erase(place, code.size());
+    static const std::regex times("%%CreationDate[^\n]*|%%Invocation[^\n]*");
+    EXPECT_EQ(std::regex_replace(job, times, ""), std::regex_replace(plain, times, ""));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.parent_path()), {}), 1);
+}
+
 TEST_F(Jobs, RefuseSettingsThatNoJobCanHave) {
     for (const SInt32 copies : {0, -1, 10000}) {
         settings.setNumber(kPMCopiesKey, copies);
@@ -169,7 +186,7 @@ TEST_F(Jobs, RefuseSettingsThatNoJobCanHave) {
     settings.setString(kPMPageRangeKey, "40-50");
     EXPECT_EQ(write(), kPMFilterFailed);
     EXPECT_FALSE(std::filesystem::exists(output));
-    EXPECT_EQ(PMPrinterWritePostScriptToURL(printer.get(), 0, format.get(), nullptr, fileURL(kTenPages).get(),
+    EXPECT_EQ(PMPrinterWritePostScriptToURL(printer.get(), 0, format.get(), nullptr, nullptr, fileURL(kTenPages).get(),
                                             fileURL(output).get()),
               kPMInvalidTicket);
 }

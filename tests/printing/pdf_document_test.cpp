@@ -12,6 +12,18 @@ TEST(PDFDocument, CountsPages) {
     EXPECT_EQ(CGPDFDocumentCountPages(fileURL(kSources / "resources/sample/welcome.pdf").get(), nullptr), 2);
 }
 
+TEST(PDFDocument, TellsWhichPagesAreWide) {
+    const TemporaryFolder folder;
+    const auto turned = (folder / "turned.pdf").string();
+    ASSERT_EQ(run("qpdf --rotate=+90:2 --rotate=+180:3 '" + kTenPages.string() + "' '" + turned + "'").second, 0);
+    const auto pages = CFRef<CFDataRef>::adopt(CGPDFDocumentCopyLandscapePages(fileURL(turned).get()));
+    ASSERT_EQ(CFDataGetLength(pages.get()), 10);
+    for (CFIndex page = 0; page < 10; ++page) {
+        EXPECT_EQ(CFDataGetBytePtr(pages.get())[page], page == 1 ? 1 : 0) << page;
+    }
+    EXPECT_EQ(CGPDFDocumentCopyLandscapePages(fileURL(folder / "missing.pdf").get()), nullptr);
+}
+
 TEST(PDFDocument, SaysWhyItCannot) {
     const TemporaryFolder folder;
     const std::string pdf = readFile(kTenPages);

@@ -195,7 +195,7 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     ASSERT_TRUE(eventually([&] {
         return run("lpstat -W completed -o tavro").first.find(completed) != std::string::npos;
     })) << readFile(folder / "error_log");
-    ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr,
+    ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr, nullptr,
                                             fileURL(kTenPages).get(), fileURL(folder / "file.ps").get()),
               noErr);
     for (const auto& path : {folder / "out.prn", folder / "file.ps"}) {

@@ -1,0 +1,241 @@
+// Watermarks in the job: pages as Ghostscript draws them, by the real program, from a store of the plug-in's own.
+#include "tests/host/program_fixture.h"
+#include "tests/support/cf_values.h"
+#include "watermark/watermark_storage.h"
+
+#include <algorithm>
+
+namespace {
+
+/// A page at one pixel a point.
+struct Page {
+    int width = 0;
+    int height = 0;
+    std::string pixels;  // red, green, blue; the top row first
+
+    const unsigned char* at(int x, int y) const {
+        return reinterpret_cast<const unsigned char*>(pixels.data()) + 3 * (static_cast<std::size_t>(y) * width + x);
+    }
+};
+
+/// Where a page has the watermark's light blue.
+struct Ink {
+    int pixels = 0;
+    int left = 0, top = 0, right = 0, bottom = 0;
+    double x = 0, y = 0;  // the centre of gravity
+
+    double midX() const { return (left + right) / 2.0; }
+    double midY() const { return (top + bottom) / 2.0; }
+    bool isCentredIn(const Page& page) const {
+        return pixels > 0 && std::abs(midX() - page.width / 2.0) < 6 && std::abs(midY() - page.height / 2.0) < 6;
+    }
+};
+
+Ink inkOf(const Page& page) {
+    Ink ink{0, page.width, page.height, 0, 0};
+    for (int y = 0; y < page.height; ++y) {
+        for (int x = 0; x < page.width; ++x) {
+            const unsigned char* const pixel = page.at(x, y);
+            if (pixel[2] < pixel[0] + 40) {
+                continue;
+            }
+            ++ink.pixels;
+            ink.left = std::min(ink.left, x);
+            ink.right = std::max(ink.right, x);
+            ink.top = std::min(ink.top, y);
+            ink.bottom = std::max(ink.bottom, y);
+            ink.x += x;
+            ink.y += y;
+        }
+    }
+    ink.x /= std::max(ink.pixels, 1);
+    ink.y /= std::max(ink.pixels, 1);
+    return ink;
+}
+
+Page readPage(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string kind;
+    std::string comment;
+    Page page;
+    int most = 0;
+    std::getline(file, kind);
+    std::getline(file, comment);
+    file >> page.width >> page.height >> most;
+    file.get();
+    page.pixels.resize(static_cast<std::size_t>(page.width) * page.height * 3);
+    file.read(page.pixels.data(), static_cast<std::streamsize>(page.pixels.size()));
+    EXPECT_TRUE(file && kind == "P6" && most == 255) << path;
+    return page;
+}
+
+class WatermarkJobs : public ProgramTest {
+protected:
+    WatermarkJobs() { setenv("XDG_DATA_HOME", folder.path().c_str(), 1); }
+    ~WatermarkJobs() override { unsetenv("XDG_DATA_HOME"); }
+
+    /// Keeps a watermark as the only one of the user's.
+    void keep(const WatermarkRecord& record, const char* name) const {
+        saveWatermarkData(kWatermarkStore, &record);
+        const auto names = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
+        CFArrayAppendValue(names.get(), makeCFString(name).get());
+        saveWatermarkList(kWatermarkStore, names.get());
+    }
+    void keepText(const char* text, const char* font = "LiberationSans") const {
+        WatermarkRecord record{};
+        std::string(text).copy(record.text, sizeof record.text - 1);
+        std::string(font).copy(record.fontName, sizeof record.fontName - 1);
+        record.kind = kTextWatermark;
+        record.fontSize = 50;
+        record.scale = 200;
+        record.density = 100;
+        record.fontColor = {0.5F, 0.5F, 1.0F, 1.0F};
+        keep(record, text);
+    }
+
+    /// The pages of a document, by a PostScript program that paints them.
+    std::string document(const std::string& postScript) const {
+        const std::string path = folder / "document.pdf";
+        ghostscript({"-sDEVICE=pdfwrite", "-dAutoRotatePages=/None", "-o", path, add("document.ps", postScript)});
+        return path;
+    }
+
+    /// Prints it with a script, "ok" at its end; the pages of the job.
+    std::vector<Page> print(const std::string& text, const std::string& path) {
+        const std::string job = folder / "job.ps";
+        const Run done = run({"--ppd", kZR420, "--script", add("script", text + "\nok"), "--shots",
+                              folder.path().string(), "--job-out", job, path},
+                             {"XDG_DATA_HOME=" + folder.path().string()});
+        EXPECT_EQ(done.status, 0) << done.errors;
+        errors = done.errors;
+        ghostscript({"-sDEVICE=ppmraw", "-r72", "-o", folder / "page-%d.ppm", job});
+        std::vector<Page> pages;
+        for (;;) {
+            const auto page = folder.path() / ("page-" + std::to_string(pages.size() + 1) + ".ppm");
+            if (!std::filesystem::exists(page)) {
+                return pages;
+            }
+            pages.push_back(readPage(page));
+            std::filesystem::remove(page);
+        }
+    }
+
+    std::string errors;
+
+private:
+    void ghostscript(Words arguments) const {
+        arguments.insert(arguments.begin(), {"-q", "-dBATCH", "-dNOPAUSE"});
+        const Run done = start("/usr/bin/gs", arguments);
+        EXPECT_EQ(done.status, 0);
+        EXPECT_EQ(done.output + done.errors, "");
+    }
+};
+
+constexpr const char* kPortrait = "<</PageSize[612 792]>>setpagedevice showpage\n";
+constexpr const char* kLandscape = "<</PageSize[792 612]>>setpagedevice showpage\n";
+constexpr const char* kBlack = "<</PageSize[595 842]>>setpagedevice 100 100 395 642 rectfill showpage\n";
+const std::string kFirstMark = "panel Watermark\nrows TVRw:100 2\n";
+
+}  // namespace
+
+TEST_F(WatermarkJobs, HaveTheExamplesDraftInTheMiddleOfTheFirstPage) {
+    std::string script = contentOf(TAVRO_SOURCE_DIR "/docs/examples/watermark.tavro-script");
+    script.erase(script.rfind("ok"));
+    const auto pages = print("set Host:20 2\n" + script, kTenPages);
+    EXPECT_EQ(errors, "");
+    ASSERT_EQ(pages.size(), 20U);  // each page twice, one after the other
+    const Ink ink = inkOf(pages[0]);
+    EXPECT_TRUE(ink.isCentredIn(pages[0])) << ink.midX() << " " << ink.midY();
+    EXPECT_GT(ink.right - ink.left, 100);
+    EXPECT_NEAR(ink.right - ink.left, ink.bottom - ink.top, 10);  // turned by 45 degrees
+    EXPECT_EQ(inkOf(pages[1]).pixels, ink.pixels);
+    for (std::size_t i = 2; i < pages.size(); ++i) {
+        EXPECT_EQ(inkOf(pages[i]).pixels, 0) << i;
+    }
+    const std::string job = contentOf(folder / "job.ps");
+    EXPECT_NE(job.find("%%BeginResource: font ArialMT\n"), std::string::npos);
+    EXPECT_EQ(job.find("%TavroFontSource"), job.rfind("%TavroFontSource"));  // the font is there once
+}
+
+TEST_F(WatermarkJobs, AreInFrontOrBehind) {
+    keepText("Mark");
+    const std::string path = document(std::string(kBlack) + kPortrait);
+    const std::string onA4 = "choose Host:40 \"A4 (210 x 297 mm)\"\n" + kFirstMark;
+    const auto front = print(onA4, path);
+    const auto behind = print(onA4 + "set TVRw:300 1", path);
+    ASSERT_EQ(front.size(), 2U);
+    ASSERT_EQ(behind.size(), 2U);
+    EXPECT_EQ(front[0].width, 595);
+    for (const Page& page : {front[0], front[1], behind[1]}) {
+        EXPECT_TRUE(inkOf(page).isCentredIn(page));
+    }
+    EXPECT_EQ(inkOf(behind[0]).pixels, 0);  // the black is over it
+}
+
+TEST_F(WatermarkJobs, AreTurnedWithTheirPages) {
+    keepText("MM........");  // the text begins where most of the ink is
+    const std::string path = document(std::string(kLandscape) + kPortrait + kLandscape);
+    const auto expectTurned = [](const Page& page, double right, double down) {
+        const Ink ink = inkOf(page);
+        EXPECT_TRUE(ink.isCentredIn(page));
+        EXPECT_EQ(ink.right - ink.left > ink.bottom - ink.top, right != 0);
+        EXPECT_LT((ink.x - ink.midX()) * right + (ink.y - ink.midY()) * down, -10);
+    };
+    const auto portrait = print(kFirstMark, path);
+    ASSERT_EQ(portrait.size(), 3U);
+    expectTurned(portrait[0], 0, -1);  // across the paper: the filters turn it
+    expectTurned(portrait[1], 1, 0);
+    const auto range = print("type Host:31 \"2-3\"\n" + kFirstMark, path);
+    ASSERT_EQ(range.size(), 2U);
+    expectTurned(range[0], 1, 0);
+    expectTurned(range[1], 0, -1);
+    for (const auto& [orientation, down] : {std::pair{"2", -1}, {"3", 1}}) {
+        for (const Page& page : print("set Host:41 " + std::string(orientation) + "\n" + kFirstMark, path)) {
+            expectTurned(page, 0, down);
+        }
+    }
+}
+
+TEST_F(WatermarkJobs, ShowWhatTheirFontHas) {
+    keepText("\u00C4\u6F22\U0001F600 (x)/");
+    const auto pages = print(kFirstMark, document(kPortrait));
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_GT(inkOf(pages[0]).pixels, 1000);
+    EXPECT_NE(contentOf(folder / "job.ps").find("/uni00C4/uni6F22/u1F600/uni0020"), std::string::npos);
+}
+
+TEST_F(WatermarkJobs, MayBePictures) {
+    WatermarkRecord record{};
+    std::string("picture").copy(record.fileName, sizeof record.fileName - 1);
+    const std::string path = add("picture.pgm", "P2 2 1 255 0 255\n");
+    path.copy(record.filePath, sizeof record.filePath - 1);
+    record.scale = 1000;
+    record.density = 40;
+    record.xOffset = 100;
+    record.yOffset = 200;
+    keep(record, "picture");
+    const std::string black = document(kBlack);
+    const auto pages = print("choose Host:40 \"A4 (210 x 297 mm)\"\n" + kFirstMark, black);
+    EXPECT_EQ(errors, "");
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(pages[0].at(297 + 100 - 5, 421 - 200)[0], 153);  // black in 40 percent of ink
+    EXPECT_EQ(pages[0].at(297 + 100 + 5, 421 - 200)[0], 0);    // white is clear
+    EXPECT_EQ(pages[0].at(297 + 100 - 15, 421 - 200)[0], 0);
+
+    std::filesystem::remove(path);
+    EXPECT_EQ(print(kFirstMark, black).size(), 1U);
+    EXPECT_EQ(errors, "tavro-print: watermark: picture: " + path + ": No such file or directory\n");
+}
+
+TEST_F(WatermarkJobs, LackWhatCannotBeDrawnAndSaySo) {
+    keepText("Mark", "NoSuchFont");
+    const auto pages = print(kFirstMark, document(kPortrait));
+    EXPECT_EQ(errors, "tavro-print: watermark: Mark: its font NoSuchFont is not stored\n");
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(inkOf(pages[0]).pixels, 0);
+
+    const auto program = makeCFData("no font\n");
+    storeFontData(kWatermarkStore, CFSTR("NoSuchFont"), program.get());
+    EXPECT_EQ(print(kFirstMark, document(kPortrait)).size(), 1U);
+    EXPECT_EQ(errors, "tavro-print: watermark: Mark: its font NoSuchFont is damaged\n");
+}
