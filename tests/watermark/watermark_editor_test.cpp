@@ -75,7 +75,7 @@ public:
         for (int y = 0; y < image.height(); ++y) {
             for (int x = 0; x < image.width(); ++x) {
                 const QColor pixel = image.pixelColor(x, y);
-                if (pixel.red() > pixel.blue() + 60) {
+                if (pixel.red() > pixel.blue() + 60 || (pixel.lightness() < 100 && pixel.red() < 100)) {
                     all |= QRect(x, y, 1, 1);
                 }
             }
@@ -265,7 +265,7 @@ TEST_F(WatermarkEditor, APictureIsAWatermarkToo) {
     const TemporaryFolder folder;
     const std::string path = folder / "stamp.png";
     QImage picture(200, 100, QImage::Format_RGB32);
-    picture.fill(Qt::red);
+    picture.fill(Qt::black);
     ASSERT_TRUE(picture.save(QString::fromStdString(path)));
     record.kind = kImageWatermark;
     record.angle = 0;
@@ -305,10 +305,14 @@ TEST_F(WatermarkEditor, ARecordOutOfItsLimitsIsShown) {
     record.xOffset = std::numeric_limits<float>::quiet_NaN();
     record.paperExtentA = -1;
     EXPECT_TRUE(edit([](const Window& window) {
-        window.type(QString(600, u'x'));
+        auto* text = window.find<QLineEdit>("text");
+        text->selectAll();
+        window.key(text, 0, Qt::NoModifier, QString(511, u'x'));
+        window.key(text, 0, Qt::NoModifier, QStringLiteral("y"));
+        EXPECT_EQ(text->text(), QString(511, u'x')) << "what does not fit is not taken";
         window.accept();
     }));
-    EXPECT_EQ(std::strlen(record.text), 511U);
+    EXPECT_EQ(record.text, std::string(511, 'x'));
     EXPECT_EQ(record.angle, 127);
     EXPECT_EQ(record.density, 0);
     EXPECT_EQ(record.scale, kSmallestScale);

@@ -18,7 +18,7 @@ struct PageSize {
 /// The box of a text is this much higher than its font's size, whatever the font is; its base line lies this far above
 /// the lower edge.
 inline constexpr double kTextBoxHeight = 1.17;
-inline constexpr double kTextBaseLine = 0.265;
+inline constexpr double kTextBaseLine = 0.212;
 
 /// The page of the job that the record is edited for; Letter when the panel did not know it.
 PageSize PageOfRecord(const WatermarkRecord& record);
@@ -29,6 +29,10 @@ PagePoint MiddleOfMark(const WatermarkRecord& record, PageSize page);
 
 /// The lower left corner of a box of that size around the middle, which the angle turned about the middle.
 PagePoint CornerOfMark(PagePoint middle, PageSize box, double angle);
+
+/// How much larger than its box the mark is on that page: its scale; but a picture is never larger than the page,
+/// turned or not.
+double ScaleOfMark(const WatermarkRecord& record, PageSize box, PageSize page);
 
 /// Puts the mark's corner into the record, for the job's page; the box is the mark's before it is scaled.
 void PlaceMark(WatermarkRecord* record, PageSize box);

@@ -1,12 +1,16 @@
 #include "watermark/editor/mark_painter.h"
 
-#include <QFontMetricsF>
+#include <QFileInfo>
+#include <QHash>
 #include <QImageReader>
+#include <QRawFont>
+#include <algorithm>
 
 namespace {
 
-constexpr int kLargestPreview = 2000;      // pixels, a side
-constexpr qint64 kMostPixels = 100000000;  // of a file
+// Of a picture's file, as when it is printed.
+constexpr qint64 kMostPixels = 200'000'000;
+constexpr int kLargestSide = 2400;  // pixels; a larger picture is made smaller
 
 }  // namespace
 
@@ -18,17 +22,30 @@ void MarkDrawing::setRecord(const WatermarkRecord& record) {
     record_ = record;
     readPicture(QString::fromUtf8(record.filePath));
     if (record.kind == kImageWatermark) {
-        box_ = pictureSize_;
+        box_ = {static_cast<double>(picture_.width()), static_cast<double>(picture_.height())};
         return;
     }
+    setText(QString::fromUtf8(record.text));
+}
+
+void MarkDrawing::setText(const QString& text) {
     outlines_ = {};
-    box_ = {0, record.fontSize * kTextBoxHeight};
-    if (const NamedFont& named = fonts_->named(record.fontName); named.face) {
-        const QFont font = FontOfFace(*named.face, record.fontSize);
-        const QString text = QString::fromUtf8(record.text);
-        outlines_.addText(0, 0, font, text);
-        outlines_.setFillRule(Qt::WindingFill);
-        box_.width = QFontMetricsF(font).horizontalAdvance(text);
+    outlines_.setFillRule(Qt::WindingFill);
+    box_ = {0, record_.fontSize * kTextBoxHeight};
+    const NamedFont& named = fonts_->named(record_.fontName);
+    if (!named.face) {
+        return;
+    }
+    const QRawFont font = QRawFont::fromFont(FontOfFace(*named.face, record_.fontSize));
+    const QList<quint32> glyphs = font.glyphIndexesForString(text);
+    const QList<QPointF> advances = font.advancesForGlyphIndexes(glyphs, QRawFont::UseDesignMetrics);
+    QHash<quint32, QPainterPath> outlines;
+    for (qsizetype i = 0; i < glyphs.size(); ++i) {
+        if (!outlines.contains(glyphs[i])) {
+            outlines.insert(glyphs[i], font.pathForGlyph(glyphs[i]));
+        }
+        outlines_.addPath(outlines.value(glyphs[i]).translated(box_.width, 0));
+        box_.width += advances[i].x();
     }
 }
 
@@ -38,31 +55,35 @@ void MarkDrawing::readPicture(const QString& path) {
     }
     picturePath_ = path;
     picture_ = {};
-    pictureSize_ = {};
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    if (!size.isValid() || qint64{size.width()} * size.height() > kMostPixels) {
+    if (!QFileInfo(path).isFile()) {  // a pipe would wait for its writer
         return;
     }
-    if (std::max(size.width(), size.height()) > kLargestPreview) {
-        reader.setScaledSize(size.scaled(kLargestPreview, kLargestPreview, Qt::KeepAspectRatio));
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (qint64{size.width()} * size.height() > kMostPixels) {
+        return;
     }
-    picture_ = reader.read();
-    if (!picture_.isNull()) {
-        const bool isTurned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
-        const QSize shown = isTurned ? size.transposed() : size;
-        pictureSize_ = {static_cast<double>(shown.width()), static_cast<double>(shown.height())};
+    if (std::max(size.width(), size.height()) > kLargestSide) {
+        reader.setScaledSize(size.scaled(kLargestSide, kLargestSide, Qt::KeepAspectRatio).expandedTo({1, 1}));
+    }
+    if (const QImage image = reader.read(); !image.isNull()) {
+        picture_ = QImage(image.size(), QImage::Format_RGB32);
+        picture_.fill(Qt::white);
+        QPainter(&picture_).drawImage(0, 0, image);
+        picture_.convertTo(QImage::Format_Grayscale8);
     }
 }
 
-PageSize MarkDrawing::scaledBox() const {
-    return {box_.width * record_.scale / 100, box_.height * record_.scale / 100};
+PageSize MarkDrawing::boxOn(PageSize page) const {
+    const double scale = ScaleOfMark(record_, box_, page);
+    return {box_.width * scale, box_.height * scale};
 }
 
 void MarkDrawing::draw(QPainter* painter, const PageView& view, PageSize page) const {
     const PagePoint middle = view.toView(MiddleOfMark(record_, page));
-    const double scale = view.scale() * record_.scale / 100;
+    const double scale = view.scale() * ScaleOfMark(record_, box_, page);
     painter->save();
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter->translate(middle.x, middle.y);

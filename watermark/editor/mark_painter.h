@@ -1,4 +1,4 @@
-// A watermark, drawn.
+// A watermark, drawn as it will be printed: the glyphs of a text side by side by their own widths, a picture in gray.
 #pragma once
 
 #include "watermark/editor/mark_fonts.h"
@@ -20,8 +20,7 @@ public:
 
     /// The box before it is scaled. A picture is as large as it has pixels, a point each.
     [[nodiscard]] PageSize box() const { return box_; }
-    /// The box on the page.
-    [[nodiscard]] PageSize scaledBox() const;
+    [[nodiscard]] PageSize boxOn(PageSize page) const;
     /// Whether the record's picture could be read.
     [[nodiscard]] bool hasPicture() const { return !picture_.isNull(); }
 
@@ -29,6 +28,7 @@ public:
     void draw(QPainter* painter, const PageView& view, PageSize page) const;
 
 private:
+    void setText(const QString& text);
     void readPicture(const QString& path);
 
     MarkFonts* fonts_;
@@ -36,6 +36,5 @@ private:
     PageSize box_;
     QPainterPath outlines_;  // of the text, from the left end of its base line
     QString picturePath_;
-    QImage picture_;  // made smaller, if it is large
-    PageSize pictureSize_;
+    QImage picture_;
 };

@@ -6,11 +6,11 @@
 #include <iterator>
 #include <string_view>
 
-inline constexpr SInt32 kSmallestFont = 1;
-inline constexpr SInt32 kLargestFont = 1000;
+inline constexpr SInt32 kSmallestFont = 6;
+inline constexpr SInt32 kLargestFont = 720;
 inline constexpr SInt32 kSmallestScale = 1;
 inline constexpr SInt32 kLargestScale = 1000;
-inline constexpr float kFarthestOffset = 5000;  // points
+inline constexpr float kFarthestOffset = 2000;  // points
 
 /// How offsets are shown; the record keeps points. The row's place is the record's number.
 struct OffsetUnit {
