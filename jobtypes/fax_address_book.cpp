@@ -87,9 +87,12 @@ void AppendContacts(ABPersonRef person, std::vector<FaxContact>& contacts) {
             FaxRecipientOwner recipient(new FaxRecipient(common));
             recipient->setFaxNumber(phone.text.get());
             recipient->setFaxNumberLabel(phone.label.get());
-            contacts.push_back({std::move(recipient), name,
-                                name + u'\n' + organization + u'\n' + Folded(phone.text.get()) + u'\n' +
-                                    UnitsOf(CopyDialingStringFromFaxNumber(phone.text.get()).get())});
+            std::u16string searched = name;
+            for (const std::u16string& text : {organization, Folded(phone.text.get()),
+                                               UnitsOf(CopyDialingStringFromFaxNumber(phone.text.get()).get())}) {
+                searched.append(1, u'\n').append(text);
+            }
+            contacts.push_back({std::move(recipient), name, std::move(searched)});
         }
     }
 }
@@ -164,8 +167,7 @@ std::vector<std::size_t> FindFaxContacts(const FaxAddressBook& book, std::span<c
         found.insert(found.end(), contacts.begin(), contacts.end());
     }
     std::ranges::sort(found);
-    const auto repeated = std::ranges::unique(found);
-    found.erase(repeated.begin(), repeated.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
 
     const std::vector<std::u16string> words = WordsOf(Folded(search));
     std::erase_if(found, [&](std::size_t contact) {

@@ -28,7 +28,7 @@ const Column* FindColumn(DataBrowserPropertyID property) {
 }
 
 FaxRecipient* RecipientOfRow(DataBrowserItemID item) {
-    return reinterpret_cast<FaxRecipient*>(item);
+    return reinterpret_cast<FaxRecipient*>(item);  // NOLINT(performance-no-int-to-ptr): a row is its object's address
 }
 
 std::vector<DataBrowserItemID> RowsOf(std::span<FaxRecipient* const> recipients) {

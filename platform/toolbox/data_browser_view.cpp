@@ -35,8 +35,7 @@ std::vector<int> rowsIn(const QItemSelection& selection) {
         }
     }
     std::ranges::sort(rows);
-    const auto duplicates = std::ranges::unique(rows);
-    rows.erase(duplicates.begin(), duplicates.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 
