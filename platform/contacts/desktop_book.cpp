@@ -116,6 +116,7 @@ private:
 
     static std::vector<std::string> idsOf(const std::vector<Card*>& cards) {
         std::vector<std::string> ids;
+        ids.reserve(cards.size());
         for (const Card* card : cards) {
             ids.emplace_back(bareId(card->uniqueId()));
         }
