@@ -183,7 +183,7 @@ OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
 
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item) {
     const QList<int> rows = control && menu ? rowsTo(*control, menu, item) : QList<int>();
-    if (rows.isEmpty()) {
+    if (control == nullptr || rows.isEmpty()) {
         return paramErr;
     }
     if (!userReaches(control->widget)) {
