@@ -195,7 +195,7 @@ private:
 
     std::optional<Picture> readFile(const std::string& path) {
         std::string reason;
-        auto picture = Picture::read(path, &reason);
+        auto picture = Picture::read(path, PictureInk::grays, &reason);
         if (!picture) {
             faults_.push_back(path + ": " + reason);
         }

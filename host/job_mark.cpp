@@ -123,7 +123,7 @@ bool isName(const std::string& text) {
 
 std::optional<std::string> programOf(const StoredMark& mark, const MarkPlacement& placement, std::string* reason) {
     if (mark.text.empty()) {
-        const auto picture = Picture::read(mark.filePath, reason);
+        const auto picture = Picture::read(mark.filePath, PictureInk::colors, reason);
         if (!picture) {
             *reason = mark.filePath + ": " + *reason;
             return std::nullopt;

@@ -31,8 +31,7 @@ systemdict begin//TavroMark begin
 Pages Printed 0 get Pages length mod get
 dup 0 eq{pop}{
 gsave initgraphics
-currentpagedevice/PageSize get aload pop/PageHeight exch def/PageWidth exch def
-PageWidth 2 div PageHeight 2 div translate
+currentpagedevice/PageSize get aload pop 2 div exch 2 div exch translate
 1 sub 90 mul rotate XOffset YOffset translate Angle rotate
 Paint
 grestore}ifelse
@@ -55,11 +54,11 @@ Width -2 div Baseline moveto Glyphs{glyphshow}forall}bind def
 )";
 
 constexpr std::string_view kPicture = R"(/Paint{
-Scale PageWidth Width div 2 copy gt{exch}if pop PageHeight Height div 2 copy gt{exch}if pop dup scale
+Scale dup scale
 Width -2 div Height -2 div translate
 /Row 0 def
-/DeviceGray setcolorspace
-<</ImageType 4/Width Width/Height Height/BitsPerComponent 8/Decode[0 1]/MaskColor[255]
+/DeviceRGB setcolorspace
+<</ImageType 4/Width Width/Height Height/BitsPerComponent 8/Decode[0 1 0 1 0 1]/MaskColor[255 255 255]
 /ImageMatrix[1 0 0 -1 0 Height]/DataSource{Rows Row get/Row Row 1 add def}>>image}bind def
 )";
 
@@ -162,7 +161,7 @@ std::string textMarkProgram(const StoredMark& mark, const std::string& font, con
 std::string pictureMarkProgram(const StoredMark& mark, const Picture& picture, const MarkPlacement& placement) {
     Program program;
     beginMark(&program, mark, placement);
-    program.defineNumber("Scale", mark.scale / 100);
+    program.defineNumber("Scale", mark.scale / 100 * picture.reduction());
     program << "/Width " << std::to_string(picture.width()) << " def\n/Height " << std::to_string(picture.height())
             << " def\n/Rows[\n";
     for (int row = 0; row < picture.height(); ++row) {

@@ -63,12 +63,17 @@ private:
     std::unique_ptr<Lines> lines_;
 };
 
-/// A picture in grays, on white, at most as large as a sheet needs it.
+enum class PictureInk {
+    grays,
+    colors,
+};
+
+/// A picture on white, with at most as many pixels as a sheet needs.
 class Picture {
 public:
     /// Reads a file of any common kind. Nothing, with the reason, for one that is missing, no picture, or has more
     /// pixels than any camera makes.
-    static std::optional<Picture> read(const std::string& path, std::string* reason);
+    static std::optional<Picture> read(const std::string& path, PictureInk ink, std::string* reason);
     Picture(Picture&& other) noexcept;
     Picture& operator=(Picture&& other) noexcept;
     ~Picture();
@@ -78,7 +83,10 @@ public:
     [[nodiscard]] int height() const;
     /// The same in less ink: 1 leaves it as it is, 0 is white.
     [[nodiscard]] Picture lightened(double ink) const;
-    /// The pixels of a row, the top one is 0: from 0, black, to 255. They live as long as the picture.
+    /// How many pixels of the file one pixel stands for, in each direction; at least 1.
+    [[nodiscard]] double reduction() const;
+    /// The pixels of a row, the top one is 0: a byte from 0, black, to 255 for a gray, three of red, green and blue for
+    /// a color. They live as long as the picture.
     [[nodiscard]] std::span<const unsigned char> row(int index) const;
 
 private:

@@ -34,7 +34,7 @@ std::string fileFault(const std::string& path) {
 
 }  // namespace
 
-std::optional<Picture> Picture::read(const std::string& path, std::string* reason) {
+std::optional<Picture> Picture::read(const std::string& path, PictureInk ink, std::string* reason) {
     *reason = fileFault(path);
     if (!reason->empty()) {
         return std::nullopt;
@@ -62,7 +62,10 @@ std::optional<Picture> Picture::read(const std::string& path, std::string* reaso
     QImage onWhite(image.size(), QImage::Format_RGB32);
     onWhite.fill(Qt::white);
     QPainter(&onWhite).drawImage(0, 0, image);
-    return Picture(std::make_unique<Pixels>(Pixels{onWhite.convertToFormat(QImage::Format_Grayscale8)}));
+    const auto format = ink == PictureInk::grays ? QImage::Format_Grayscale8 : QImage::Format_RGB888;
+    const double reduction =
+        std::max(1.0, std::max(size.width(), size.height()) / double(std::max(image.width(), image.height())));
+    return Picture(std::make_unique<Pixels>(Pixels{onWhite.convertToFormat(format), reduction}));
 }
 
 Picture::Picture(std::unique_ptr<Pixels> pixels) : pixels_(std::move(pixels)) {}
@@ -80,17 +83,22 @@ int Picture::height() const {
 
 Picture Picture::lightened(double ink) const {
     QImage image = pixels_->image;
-    std::array<uchar, 256> gray{};
-    for (std::size_t i = 0; i < gray.size(); ++i) {
-        gray[i] = static_cast<uchar>(std::lround(255 - ink * (255.0 - static_cast<double>(i))));
+    std::array<uchar, 256> part{};
+    for (std::size_t i = 0; i < part.size(); ++i) {
+        part[i] = static_cast<uchar>(std::lround(255 - ink * (255.0 - static_cast<double>(i))));
     }
     for (int y = 0; y < image.height(); ++y) {
         uchar* const line = image.scanLine(y);
-        std::transform(line, line + image.width(), line, [&gray](uchar pixel) { return gray[pixel]; });
+        std::transform(line, line + row(y).size(), line, [&part](uchar pixel) { return part[pixel]; });
     }
-    return Picture(std::make_unique<Pixels>(Pixels{image}));
+    return Picture(std::make_unique<Pixels>(Pixels{image, pixels_->reduction}));
+}
+
+double Picture::reduction() const {
+    return pixels_->reduction;
 }
 
 std::span<const unsigned char> Picture::row(int index) const {
-    return {pixels_->image.constScanLine(index), static_cast<std::size_t>(width())};
+    const QImage& image = pixels_->image;
+    return {image.constScanLine(index), static_cast<std::size_t>(image.width()) * image.depth() / 8};
 }

@@ -1,4 +1,4 @@
-// What a Picture holds: eight bits of gray a pixel.
+// What a Picture holds: eight bits of gray a pixel, or of red, green and blue.
 #pragma once
 
 #include "platform/drawing/PDFPage.h"
@@ -7,4 +7,5 @@
 
 struct Picture::Pixels {
     QImage image;
+    double reduction;
 };

@@ -4,6 +4,7 @@
 #include "watermark/watermark_storage.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -207,7 +208,7 @@ TEST_F(WatermarkJobs, ShowWhatTheirFontHas) {
 TEST_F(WatermarkJobs, MayBePictures) {
     WatermarkRecord record{};
     std::string("picture").copy(record.fileName, sizeof record.fileName - 1);
-    const std::string path = add("picture.pgm", "P2 2 1 255 0 255\n");
+    const std::string path = add("picture.ppm", "P3 2 1 255 0 0 255 255 255 255\n");
     path.copy(record.filePath, sizeof record.filePath - 1);
     record.scale = 1000;
     record.density = 40;
@@ -218,9 +219,14 @@ TEST_F(WatermarkJobs, MayBePictures) {
     const auto pages = print("choose Host:40 \"A4 (210 x 297 mm)\"\n" + kFirstMark, black);
     EXPECT_EQ(errors, "");
     ASSERT_EQ(pages.size(), 1U);
-    EXPECT_EQ(pages[0].at(297 + 100 - 5, 421 - 200)[0], 153);  // black in 40 percent of ink
-    EXPECT_EQ(pages[0].at(297 + 100 + 5, 421 - 200)[0], 0);    // white is clear
-    EXPECT_EQ(pages[0].at(297 + 100 - 15, 421 - 200)[0], 0);
+    const auto colorAt = [&page = pages[0]](int x) {
+        const unsigned char* const pixel = page.at(297 + 100 + x, 421 - 200);
+        return std::array<int, 3>{pixel[0], pixel[1], pixel[2]};
+    };
+    constexpr std::array<int, 3> kPaper{};  // the document's black
+    EXPECT_EQ(colorAt(-15), kPaper);
+    EXPECT_EQ(colorAt(-5), (std::array{153, 153, 255}));  // blue in 40 percent of ink
+    EXPECT_EQ(colorAt(5), kPaper);                        // white is clear
 
     std::filesystem::remove(path);
     EXPECT_EQ(print(kFirstMark, black).size(), 1U);
