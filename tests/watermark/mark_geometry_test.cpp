@@ -36,21 +36,6 @@ TEST(MarkGeometry, ACornerIsTheMiddleOfATurnedBoxSeenFromThere) {
     EXPECT_NEAR(record.yPosition, 396 - 10 - 50, 1e-9);
 }
 
-TEST(MarkGeometry, OnlyAPictureIsNeverLargerThanThePage) {
-    WatermarkRecord record = OnPage(600, 800);
-    record.scale = 200;
-    record.kind = kTextWatermark;
-    EXPECT_EQ(ScaleOfMark(record, {1200, 100}, {600, 800}), 2);
-    record.kind = kImageWatermark;
-    EXPECT_EQ(ScaleOfMark(record, {1200, 100}, {600, 800}), 0.5);
-    EXPECT_EQ(ScaleOfMark(record, {100, 3200}, {600, 800}), 0.25);
-    EXPECT_EQ(ScaleOfMark(record, {100, 100}, {600, 800}), 2);
-    EXPECT_EQ(ScaleOfMark(record, {0, 0}, {600, 800}), 2) << "none that could be read";
-    PlaceMark(&record, {1200, 100});
-    EXPECT_EQ(record.xPosition, 0);
-    EXPECT_EQ(record.yPosition, 375);
-}
-
 TEST(MarkGeometry, APageIsThePanelsOrLetter) {
     EXPECT_EQ(PageOfRecord(OnPage(841.89, 595.276)).width, 841.89);
     for (const double bad :

@@ -38,14 +38,8 @@ PagePoint CornerOfMark(PagePoint middle, PageSize box, double angle) {
     return {middle.x - toMiddle.x, middle.y - toMiddle.y};
 }
 
-double ScaleOfMark(const WatermarkRecord& record, PageSize box, PageSize page) {
-    const double scale = record.scale / 100.0;
-    const bool isPicture = record.kind == kImageWatermark && box.width > 0 && box.height > 0;
-    return isPicture ? std::min({scale, page.width / box.width, page.height / box.height}) : scale;
-}
-
 void PlaceMark(WatermarkRecord* record, PageSize box) {
-    const double scale = ScaleOfMark(*record, box, PageOfRecord(*record));
+    const double scale = record->scale / 100.0;
     const PagePoint corner = CornerOfMark(MiddleOfMark(*record, PageOfRecord(*record)),
                                           {box.width * scale, box.height * scale}, record->angle);
     record->xPosition = corner.x;

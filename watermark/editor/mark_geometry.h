@@ -30,10 +30,6 @@ PagePoint MiddleOfMark(const WatermarkRecord& record, PageSize page);
 /// The lower left corner of a box of that size around the middle, which the angle turned about the middle.
 PagePoint CornerOfMark(PagePoint middle, PageSize box, double angle);
 
-/// How much larger than its box the mark is on that page: its scale; but a picture is never larger than the page,
-/// turned or not.
-double ScaleOfMark(const WatermarkRecord& record, PageSize box, PageSize page);
-
 /// Puts the mark's corner into the record, for the job's page; the box is the mark's before it is scaled.
 void PlaceMark(WatermarkRecord* record, PageSize box);
 

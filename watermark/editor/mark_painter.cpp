@@ -10,7 +10,7 @@ namespace {
 
 // Of a picture's file, as when it is printed.
 constexpr qint64 kMostPixels = 200'000'000;
-constexpr int kLargestSide = 2400;  // pixels; a larger picture is made smaller
+constexpr int kLargestSide = 2400;  // pixels; a larger picture is read in fewer
 
 }  // namespace
 
@@ -22,7 +22,7 @@ void MarkDrawing::setRecord(const WatermarkRecord& record) {
     record_ = record;
     readPicture(QString::fromUtf8(record.filePath));
     if (record.kind == kImageWatermark) {
-        box_ = {static_cast<double>(picture_.width()), static_cast<double>(picture_.height())};
+        box_ = pictureSize_;
         return;
     }
     setText(QString::fromUtf8(record.text));
@@ -55,6 +55,7 @@ void MarkDrawing::readPicture(const QString& path) {
     }
     picturePath_ = path;
     picture_ = {};
+    pictureSize_ = {};
     if (!QFileInfo(path).isFile()) {  // a pipe would wait for its writer
         return;
     }
@@ -72,18 +73,19 @@ void MarkDrawing::readPicture(const QString& path) {
         picture_ = QImage(image.size(), QImage::Format_RGB32);
         picture_.fill(Qt::white);
         QPainter(&picture_).drawImage(0, 0, image);
-        picture_.convertTo(QImage::Format_Grayscale8);
+        const double reduction =
+            std::max(1.0, std::max(size.width(), size.height()) / double(std::max(image.width(), image.height())));
+        pictureSize_ = {image.width() * reduction, image.height() * reduction};
     }
 }
 
-PageSize MarkDrawing::boxOn(PageSize page) const {
-    const double scale = ScaleOfMark(record_, box_, page);
-    return {box_.width * scale, box_.height * scale};
+PageSize MarkDrawing::scaledBox() const {
+    return {box_.width * record_.scale / 100, box_.height * record_.scale / 100};
 }
 
 void MarkDrawing::draw(QPainter* painter, const PageView& view, PageSize page) const {
     const PagePoint middle = view.toView(MiddleOfMark(record_, page));
-    const double scale = view.scale() * ScaleOfMark(record_, box_, page);
+    const double scale = view.scale() * record_.scale / 100;
     painter->save();
     painter->setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter->translate(middle.x, middle.y);

@@ -1,4 +1,4 @@
-// A watermark, drawn as it will be printed: the glyphs of a text side by side by their own widths, a picture in gray.
+// A watermark, drawn as it will be printed: the glyphs of a text side by side by their own widths, a picture on white.
 #pragma once
 
 #include "watermark/editor/mark_fonts.h"
@@ -18,9 +18,10 @@ public:
 
     void setRecord(const WatermarkRecord& record);
 
-    /// The box before it is scaled. A picture is as large as it has pixels, a point each.
+    /// The box before it is scaled. A picture is as large as its file has pixels, a point each.
     [[nodiscard]] PageSize box() const { return box_; }
-    [[nodiscard]] PageSize boxOn(PageSize page) const;
+    /// The box on the page.
+    [[nodiscard]] PageSize scaledBox() const;
     /// Whether the record's picture could be read.
     [[nodiscard]] bool hasPicture() const { return !picture_.isNull(); }
 
@@ -36,5 +37,6 @@ private:
     PageSize box_;
     QPainterPath outlines_;  // of the text, from the left end of its base line
     QString picturePath_;
-    QImage picture_;
+    QImage picture_;        // on white; of fewer pixels than the file, if that has many
+    PageSize pictureSize_;  // of the file
 };

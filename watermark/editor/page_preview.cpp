@@ -39,7 +39,7 @@ PagePoint PagePreview::pageAt(const QMouseEvent& event) const {
 
 bool PagePreview::isOnMark(PagePoint point) const {
     const double slack = 2 * kSlack / view().scale();
-    const PageSize box = drawing_->boxOn(page_);
+    const PageSize box = drawing_->scaledBox();
     return IsOnMark(point, middle(), {box.width + slack, box.height + slack}, record_.angle);
 }
 
