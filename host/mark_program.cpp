@@ -54,8 +54,7 @@ Width -2 div Baseline moveto Glyphs{glyphshow}forall}bind def
 )";
 
 constexpr std::string_view kPicture = R"(/Paint{
-currentpagedevice/PageSize get aload pop exch Width div exch Height div
-2 copy gt{exch}if pop Scale 2 copy gt{exch}if pop dup scale
+Scale dup scale
 Width -2 div Height -2 div translate
 /Row 0 def
 /DeviceRGB setcolorspace
@@ -64,8 +63,8 @@ Width -2 div Height -2 div translate
 )";
 
 /// How far the baseline lies below the middle of a line of text, for a font of size 1: a text's box is 1.17 high and
-/// has its baseline 0.212 above the lower edge, whatever the font is. The watermark editor draws the same.
-constexpr double kBaselineBelowMiddle = 1.17 / 2 - 0.212;
+/// has its baseline 0.265 above the lower edge, whatever the font is. The watermark editor draws the same.
+constexpr double kBaselineBelowMiddle = 1.17 / 2 - 0.265;
 
 class Program {
 public:

@@ -22,6 +22,5 @@ struct MarkPlacement {
 /// The code for the end of a job's setup that draws a text on the pages; lines of printable characters. `font` is the
 /// program that defines mark.fontName, a name in the sense of PostScript.
 std::string textMarkProgram(const StoredMark& mark, const std::string& font, const MarkPlacement& placement);
-/// The same for a picture in colors: unscaled, a pixel of its file is a point wide, but it is never larger than the
-/// page. White stays clear.
+/// The same for a picture in colors: unscaled, a pixel of its file is a point wide. White stays clear.
 std::string pictureMarkProgram(const StoredMark& mark, const Picture& picture, const MarkPlacement& placement);
