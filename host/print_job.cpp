@@ -1,11 +1,13 @@
 #include "host/print_job.h"
 
 #include "host/cover_sheet.h"
+#include "host/job_hold.h"
 #include "host/job_mark.h"
 #include "host/page_range.h"
 #include "host/script/text.h"
 
 #include <cstdio>
+#include <ctime>
 
 namespace {
 
@@ -29,27 +31,65 @@ CFRef<CFDataRef> makeCoverSheet(const Document& document, const PrintSession& se
     return sheet.pdf;
 }
 
+/// A copy of the session's print settings that also says what the job waits for. The session's own stay without it:
+/// they are what a settings file keeps.
+class JobTicket {
+public:
+    explicit JobTicket(PMTicketRef printSettings) {
+        PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &ticket_);
+        PMTicketSetItems(ticket_, CFRef<CFDictionaryRef>::adopt(PMTicketCopyItems(printSettings)).get());
+    }
+    ~JobTicket() { PMTicketReleaseAndClear(&ticket_); }
+    JobTicket(const JobTicket&) = delete;
+    JobTicket& operator=(const JobTicket&) = delete;
+
+    [[nodiscard]] PMTicketRef get() const { return ticket_; }
+    void set(CFStringRef key, const std::string& value) {
+        PMTicketSetCFString(ticket_, CFSTR("com.tavro.print.dialog"), key, cfString(value).get(), kPMUnlocked);
+    }
+
+private:
+    PMTicketRef ticket_ = 0;
+};
+
+void addPrintTime(JobTicket* ticket) {
+    LongDateTime now = 0;
+    GetDateTime(&now);
+    const auto time = readPrintTime(ticket->get(), now);
+    if (!time) {
+        return;
+    }
+    if (!time->isAsAsked) {
+        tell("delayed print", "its time is not within the next day; it is printed at " + timeOfDay(time->moment));
+    }
+    ticket->set(kPMJobHoldUntilTimeKey, holdUntil(time->moment, std::time(nullptr)));
+}
+
 }  // namespace
 
 std::optional<std::string> sendJob(const Document& document, const Printer& printer, const PrintSession& session,
                                    const std::string& jobOut, CFBundleRef texts) {
+    JobTicket settings(session.printSettings());
+    if (const auto passcode = readPasscode(settings.get())) {
+        settings.set(kPMJobPasscodeKey, *passcode);
+    }
     OSStatus status = noErr;
     if (jobOut.empty()) {
         if (const std::string name = chosenWatermark(session); !name.empty()) {
             tell("watermark", name + ": is drawn in jobs that go to a file only");
         }
+        addPrintTime(&settings);  // a file waits for nobody
         SInt32 jobID = 0;
-        status = PMPrinterPrintWithFile(printer.get(), session.printSettings(), session.pageFormat(),
-                                        document.url.get(), &jobID);
+        status =
+            PMPrinterPrintWithFile(printer.get(), settings.get(), session.pageFormat(), document.url.get(), &jobID);
     } else {
         const auto coverSheet = makeCoverSheet(document, session, texts);
         const JobMark mark = makeJobMark(document, session, coverSheet.get() != nullptr);
         if (mark.fault) {
             tell("watermark", *mark.fault);
         }
-        status = PMPrinterWritePostScriptToURL(printer.get(), session.printSettings(), session.pageFormat(),
-                                               coverSheet.get(), mark.setup.get(), document.url.get(),
-                                               fileURL(jobOut).get());
+        status = PMPrinterWritePostScriptToURL(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
+                                               mark.setup.get(), document.url.get(), fileURL(jobOut).get());
     }
     return status == noErr ? std::nullopt : std::optional(utf8(PMGetLastErrorText()));
 }

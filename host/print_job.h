@@ -6,8 +6,8 @@
 #include "platform/foundation/CFBundle.h"
 
 /// Prints the document with the session's settings: to the printer's queue, or, when `jobOut` is not empty, as
-/// printer-ready PostScript to that file, behind its cover sheet if it is a fax that has one. `texts` is the program's
-/// own bundle. Blocks until it is done. Why it could not be done, in a line that names the
-/// file or queue.
+/// printer-ready PostScript to that file, behind its cover sheet if it is a fax that has one. A secure print job is
+/// held for its passcode by the printer, or not sent; a delayed one by the queue, until its time. `texts` is the
+/// program's own bundle. Blocks until it is done. Why it could not be done, in a line that names the file or queue.
 std::optional<std::string> sendJob(const Document& document, const Printer& printer, const PrintSession& session,
                                    const std::string& jobOut, CFBundleRef texts);

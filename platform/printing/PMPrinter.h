@@ -68,6 +68,11 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 #define kPMJobNameKey CFSTR("com.apple.print.JobInfo.PMJobName")
 #define kPMCopiesKey CFSTR("com.apple.print.PrintSettings.PMCopies")
 #define kPMPageRangeKey CFSTR("com.apple.print.PrintSettings.PMPageRange")  // "1-3,7"; absent for all pages
+/// The digits without which the printer does not print the job. With the item, also an empty one, the job is a secret
+/// one or none.
+#define kPMJobPasscodeKey CFSTR("com.tavro.print.JobInfo.Passcode")
+/// "HH:MM" in UTC, the next of which a queue waits for; a job in a file has nobody who could wait.
+#define kPMJobHoldUntilTimeKey CFSTR("com.apple.print.JobInfo.PMJobHoldUntilTime")
 // Keys of the page format ticket.
 #define kPMOrientationKey CFSTR("com.apple.print.PageFormat.PMOrientation")  // 1 portrait, 2 and 3 landscape
 #define kPMUnadjustedPaperRectKey CFSTR("com.apple.print.PageFormat.PMUnadjustedPaperRect")  // top left bottom right
@@ -77,12 +82,14 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 /// `cover`, a PDF of one page or null, is printed before the document, upright also when the document's pages are
 /// turned; the page range counts the document's pages only. `setup`, PostScript that ends with a line or null, goes to
 /// the end of the job's setup, before its first page. Blocks until it is written; the file is replaced whole and is
-/// private to the user. paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page range,
-/// control characters in an option), fnfErr for a document that cannot be read, kPMFilterFailed, kPMCannotWriteOutput;
-/// always with the reason.
+/// private to the user. A passcode goes by no command line, message or file of others. paramErr for settings that no
+/// job can have (copies outside 1 to 9999, a malformed page range, control characters in an option, a passcode that is
+/// not 4 to 10 ASCII digits or that the printer has no use for), fnfErr for a document that cannot be read,
+/// kPMFilterFailed, kPMCannotWriteOutput; always with the reason.
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                        CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination);
-/// Sends the PDF with the same options to the printer's queue. *jobID is the server's number of the job.
+/// Sends the PDF with the same options to the printer's queue; a job with a passcode as PostScript. *jobID is the
+/// server's number of the job.
 /// kPMNoSuchPrinter for a printer without a queue, kPMServerNotResponding when the server is silent or refuses the job.
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,
                                 SInt32* jobID);

@@ -137,8 +137,8 @@ OSStatus fetchQueue(const std::string& queue, QueueDescription* description) {
     return fetchPPD(http.get(), queue, &description->ppdPath);
 }
 
-std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const std::string& title,
-                               const OptionList& options, std::string* reason) {
+std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const char* contentType,
+                               const std::string& title, const OptionList& options, std::string* reason) {
     Connection http(kServerTimeoutMilliseconds);
     if (http.get() == nullptr) {
         *reason = silence();
@@ -146,7 +146,7 @@ std::optional<int> sendToQueue(const std::string& queue, const std::string& docu
     }
     http.extend(kSendTimeoutMilliseconds);
     cups_option_t* list = nullptr;
-    int count = cupsAddOption("document-format", CUPS_FORMAT_PDF, 0, &list);
+    int count = cupsAddOption("document-format", contentType, 0, &list);
     for (const auto& [name, value] : options) {
         count = cupsAddOption(name.c_str(), value.c_str(), count, &list);
     }

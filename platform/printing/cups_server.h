@@ -27,6 +27,6 @@ struct QueueDescription {
 /// PPD) with the reason in PMGetLastErrorText.
 OSStatus fetchQueue(const std::string& queue, QueueDescription* description);
 
-/// Sends a PDF; the server's number of the job, or none with the reason in *reason.
-std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const std::string& title,
-                               const OptionList& options, std::string* reason);
+/// Sends a document of a content type; the server's number of the job, or none with the reason in *reason.
+std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const char* contentType,
+                               const std::string& title, const OptionList& options, std::string* reason);

@@ -62,9 +62,44 @@ OSStatus addPPDPairs(CFDictionaryRef pairs, OptionList* options) {
     return noErr;
 }
 
+bool isPasscode(const std::string& text) {
+    return text.size() >= 4 && text.size() <= 10 &&
+           std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// The passcode of the job becomes its own item of the request, checked: it reaches the printer's commands as it is.
+OSStatus takePasscode(PMTicketRef printSettings, const std::string& keyword, JobRequest* request) {
+    CFStringRef item = nullptr;
+    if (PMTicketGetCFString(printSettings, kPMTopLevel, kPMTopLevel, kPMJobPasscodeKey, &item) == noErr) {
+        request->passcode = utf8Text(item);
+    }
+    static constexpr std::string_view kCustom = "Custom.";
+    std::erase_if(request->options, [&](const auto& option) {
+        const auto& [name, value] = option;
+        if (name != keyword) {
+            return false;
+        }
+        if (!request->passcode && value.starts_with(kCustom)) {
+            request->passcode = value.substr(kCustom.size());
+        }
+        return request->passcode.has_value();
+    });
+    if (!request->passcode) {
+        return noErr;
+    }
+    if (!isPasscode(*request->passcode)) {
+        return failWith(paramErr, "secure print", "a passcode has 4 to 10 digits");
+    }
+    if (keyword.empty()) {
+        return failWith(paramErr, "secure print", "the printer cannot hold a job for a passcode");
+    }
+    return noErr;
+}
+
 }  // namespace
 
-OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRequest* request) {
+OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const std::string& passcodeKeyword,
+                        JobRequest* request) {
     CFMutableDictionaryRef pairs = nullptr;
     CFNumberRef orientationItem = nullptr;
     if (PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs) != noErr ||
@@ -84,6 +119,11 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, JobRe
     if (const OSStatus status = addPPDPairs(pairs, &request->options); status != noErr) {
         return status;
     }
+
+    if (const OSStatus status = takePasscode(printSettings, passcodeKeyword, request); status != noErr) {
+        return status;
+    }
+    request->holdUntil = string(printSettings, kPMJobHoldUntilTimeKey);
 
     if (const std::string range = string(printSettings, kPMPageRangeKey); !range.empty()) {
         static const std::regex pattern("[0-9]{1,9}(-[0-9]{0,9})?(,[0-9]{1,9}(-[0-9]{0,9})?)*");

@@ -7,10 +7,14 @@
 #include "platform/printing/last_error.h"
 #include "platform/printing/pending_file.h"
 #include "platform/printing/printer_record.h"
+#include "platform/printing/private_file.h"
 #include "platform/printing/text.h"
 
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
 
 #include <pwd.h>
 #include <sys/stat.h>
@@ -18,11 +22,13 @@
 
 namespace {
 
+constexpr const char* kPDF = "application/pdf";
+
 // The way of a PDF to a PostScript printer, as the scheduler goes it: the first filter picks the pages and turns
 // them, the second makes PostScript with the PPD's code around it.
 constexpr FilterStep kPDFToPostScript[] = {
     // program, content type of its input
-    {"pdftopdf", "application/pdf"},
+    {"pdftopdf", kPDF},
     {"pdftops", "application/vnd.cups-pdf"},
 };
 constexpr const char* kPrinterPostScript = "application/vnd.cups-postscript";
@@ -48,7 +54,7 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageF
     if (!std::filesystem::is_regular_file(job->document)) {
         return failWith(fnfErr, job->document, "is not a file");
     }
-    const OSStatus status = readJobRequest(printSettings, pageFormat, &job->request);
+    const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd.passcodeKeyword, &job->request);
     if (job->request.title.empty()) {
         job->request.title = documentName(job->document);
     }
@@ -85,9 +91,31 @@ void replaceRange(JobRequest* request) {
     }
 }
 
+/// The printer's PPD with the passcode for its default.
+///
+/// A filter takes its options from its command line, and every user of the machine can read that. What a PPD chooses by
+/// default is chosen as well, and a file can be kept from others. The passcode's own option must not be among the
+/// options then.
+bool addPasscode(PMPrinter printer, const std::string& passcode, PrivateFile* copy) {
+    std::ostringstream ppd;
+    ppd << std::ifstream(printer->ppdPath, std::ios::binary).rdbuf();
+    // Of two defaults the last one holds.
+    ppd << "\n*Default" << printer->ppd.passcodeKeyword << ": Custom." << passcode << "\n";
+    return copy->write(ppd.str());
+}
+
 /// Runs the filters on a file that holds the job's document, or the document and more.
-OSStatus filterTo(const PendingFile& output, PMPrinter printer, const Job& job, const std::string& input) {
-    const FilterJob filterJob{printer->ppdPath,
+OSStatus runFiltersInto(int output, PMPrinter printer, const Job& job, const std::string& input) {
+    std::string ppdPath = printer->ppdPath;
+    std::optional<PrivateFile> secretPPD;
+    if (job.request.passcode) {
+        secretPPD.emplace();
+        if (!secretPPD->isOpen() || !addPasscode(printer, *job.request.passcode, &*secretPPD)) {
+            return failWith(kPMCannotWriteOutput, "secure print", secretPPD->reason());
+        }
+        ppdPath = secretPPD->path();
+    }
+    const FilterJob filterJob{ppdPath,
                               utf8Text(printer->name.get()),
                               kPrinterPostScript,
                               userName(),
@@ -96,10 +124,10 @@ OSStatus filterTo(const PendingFile& output, PMPrinter printer, const Job& job, 
                               filterOptionsText(job.request.options),
                               input};
     std::string reason;
-    if (!runFilters(kPDFToPostScript, filterJob, output.descriptor(), &reason)) {
+    if (!runFilters(kPDFToPostScript, filterJob, output, &reason)) {
         return failWith(kPMFilterFailed, job.document, reason);
     }
-    if (isEmpty(output.descriptor())) {
+    if (isEmpty(output)) {
         return failWith(kPMFilterFailed, job.document, "the filters wrote nothing");
     }
     return noErr;
@@ -111,7 +139,7 @@ OSStatus filterWithSetup(const PendingFile& output, PMPrinter printer, const Job
     if (!plain.isOpen()) {
         return failWith(kPMCannotWriteOutput, path, plain.reason());
     }
-    if (const OSStatus status = filterTo(plain, printer, job, input); status != noErr) {
+    if (const OSStatus status = runFiltersInto(plain.descriptor(), printer, job, input); status != noErr) {
         return status;
     }
     std::string reason;
@@ -126,7 +154,7 @@ OSStatus writePostScript(PMPrinter printer, const Job& job, const std::string& i
     if (!output.isOpen()) {
         return failWith(kPMCannotWriteOutput, path, output.reason());
     }
-    const OSStatus status = setup == nullptr ? filterTo(output, printer, job, input)
+    const OSStatus status = setup == nullptr ? runFiltersInto(output.descriptor(), printer, job, input)
                                              : filterWithSetup(output, printer, job, input, setup, path);
     if (status != noErr) {
         return status;
@@ -176,9 +204,27 @@ OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PM
         return failWith(kPMNoSuchPrinter, utf8Text(printer->name.get()), "has no queue to print to");
     }
     OptionList options = job.request.options;
-    options.emplace_back("copies", std::to_string(job.request.copies));
+    if (!job.request.holdUntil.empty()) {
+        options.emplace_back("job-hold-until", job.request.holdUntil);
+    }
     std::string reason;
-    const auto sent = sendToQueue(printer->queue, job.document, job.request.title, options, &reason);
+    std::optional<int> sent;
+    if (job.request.passcode) {
+        // The server would show the passcode as an option of the job, and hand it to its filters on their command
+        // lines: it gets what the filters make of it, copies and all.
+        const PrivateFile postScript;
+        if (!postScript.isOpen()) {
+            return failWith(kPMCannotWriteOutput, "secure print", postScript.reason());
+        }
+        if (const OSStatus status = runFiltersInto(postScript.descriptor(), printer, job, job.document);
+            status != noErr) {
+            return status;
+        }
+        sent = sendToQueue(printer->queue, postScript.path(), kPrinterPostScript, job.request.title, options, &reason);
+    } else {
+        options.emplace_back("copies", std::to_string(job.request.copies));
+        sent = sendToQueue(printer->queue, job.document, kPDF, job.request.title, options, &reason);
+    }
     if (!sent) {
         return failWith(kPMServerNotResponding, printer->queue, reason);
     }

@@ -76,6 +76,17 @@ std::vector<PPDPaper> makePapers(const ppd_file_t& ppd, const PPDOption* pageSiz
     return papers;
 }
 
+std::string findPasscodeKeyword(const ppd_file_t& ppd) {
+    for (void* item = cupsArrayFirst(ppd.coptions); item != nullptr; item = cupsArrayNext(ppd.coptions)) {
+        auto& option = *static_cast<ppd_coption_t*>(item);
+        const ppd_cparam_t* const parameter = ppdFirstCustomParam(&option);
+        if (parameter != nullptr && parameter->type == PPD_CUSTOM_PASSCODE) {
+            return option.keyword;
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const {
@@ -131,5 +142,6 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
         made.customSizes =
             PPDCustomSizes{ppd->custom_min[0], ppd->custom_min[1], ppd->custom_max[0], ppd->custom_max[1]};
     }
+    made.passcodeKeyword = findPasscodeKeyword(*ppd);
     return made;
 }

@@ -45,6 +45,7 @@ struct PPDFile {
     std::map<std::string, std::string, std::less<>> attributes;  // main keywords without options, the first of each
     std::vector<PPDPaper> papers;                                // without the "Custom" pseudo size
     std::optional<PPDCustomSizes> customSizes;
+    std::string passcodeKeyword;  // of the custom option that takes a passcode; empty when there is none
 
     /// Null when the PPD has no such option.
     [[nodiscard]] const PPDOption* findOption(std::string_view keyword) const;

@@ -135,6 +135,8 @@ TEST_F(Program, RunsTheExampleOfSecurePrint) {
     EXPECT_EQ((done.output + done.errors).find("24"), std::string::npos) << "a passcode was told";
     EXPECT_TRUE(hasPair(settings(), "JobType", "<integer>6</integer>"));
     EXPECT_TRUE(hasPair(settings(), "SecurePrintPassword", "<string>2468</string>"));
+    EXPECT_FALSE(hasPair(settings(), "JCLPasscode", "<string>Custom.2468</string>"));
+    EXPECT_NE(job().find("@PJL SET HOLDKEY=\"2468\"\n"), std::string::npos);
     EXPECT_EQ(fs::status(folder / "settings.plist").permissions(), fs::perms(0600));
 }
 

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <ctime>
 #include <thread>
 #include <vector>
 
@@ -33,6 +34,20 @@ public:
     ~Listener() { close(socket_); }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
+
+    /// All that the next connection sends; nothing when there is none for a while.
+    [[nodiscard]] std::string receive() const {
+        const timeval patience{20, 0};
+        setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+        const int connection = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
+        std::string received;
+        char bytes[4096];
+        for (ssize_t count = 0; (count = read(connection, bytes, sizeof bytes)) > 0;) {
+            received.append(bytes, static_cast<std::size_t>(count));
+        }
+        close(connection);
+        return received;
+    }
 
     [[nodiscard]] std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
 
@@ -74,6 +89,7 @@ protected:
         std::filesystem::permissions(folder / "", std::filesystem::perms(0755));  // the filters run as another user
         folder.add("cupsd.conf", "Listen " + address + R"(
 Browsing Off
+LogLevel debug
 DefaultAuthType None
 WebInterface No
 <Location />
@@ -206,6 +222,54 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
         }
         EXPECT_EQ(countPages(path), 4U) << path;
     }
+}
+
+TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
+    const Listener device;
+    admin("-p tavro -v 'socket://" + device.address() + "/?snmp=false&waiteof=false'");
+    const Printer printer(std::string("tavro"));
+    const Ticket settings;
+    const Ticket format;
+    set(settings.ppd(), "Duplex", "DuplexTumble");
+    set(settings.ppd(), "JCLPasscode", "None");
+    settings.setString(kPMJobPasscodeKey, "8642864286");
+    settings.setString(kPMPageRangeKey, "2-4");
+    settings.setNumber(kPMCopiesKey, 2);
+    settings.setString(kPMJobNameKey, "Minutes");
+    SInt32 job = 0;
+    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), fileURL(kTenPages).get(), &job),
+              noErr)
+        << text(PMGetLastErrorText());
+    const std::string sent = device.receive();
+    for (const char* line :
+         {"@PJL SET HOLDKEY=\"8642864286\"\n", "%%BeginFeature: *Duplex DuplexTumble\n", "*NumCopies 2\n"}) {
+        EXPECT_NE(sent.find(line), std::string::npos) << line;
+    }
+    folder.add("job.ps", sent);
+    EXPECT_EQ(countPages(folder / "job.ps"), 3U);
+    const std::string log = readFile(folder / "error_log");  // with the command lines of the server's programs
+    EXPECT_NE(log.find("argv[5]="), std::string::npos);
+    EXPECT_EQ(log.find("8642"), std::string::npos);
+}
+
+TEST_F(Queues, HoldAJobUntilItsTime) {
+    const Printer printer(std::string("tavro"));
+    const Ticket settings;
+    const std::time_t then = std::time(nullptr) + 2 * 3600;
+    char time[8];
+    std::strftime(time, sizeof time, "%H:%M", std::gmtime(&then));
+    settings.setString(kPMJobHoldUntilTimeKey, time);
+    SInt32 job = 0;
+    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), fileURL(kTenPages).get(), &job),
+              noErr)
+        << text(PMGetLastErrorText());
+    cups_job_t* waiting = nullptr;
+    const int count = cupsGetJobs2(CUPS_HTTP_DEFAULT, &waiting, "tavro", 0, CUPS_WHICHJOBS_ACTIVE);
+    ASSERT_EQ(count, 1);
+    EXPECT_EQ(waiting[0].id, job);
+    EXPECT_EQ(waiting[0].state, IPP_JSTATE_HELD);
+    cupsFreeJobs(count, waiting);
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.prn"));
 }
 
 TEST_F(Queues, SayWhyTheyCannotBeUsed) {

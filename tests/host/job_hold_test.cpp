@@ -1,0 +1,151 @@
+// What a job waits for, as the ticket says it and as a queue understands it.
+#include "host/job_hold.h"
+#include "jobtypes/job_type.h"
+#include "platform/foundation/CFNumber.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr LongDateTime kHour = 3600;
+constexpr LongDateTime kDay = 86400;
+
+class JobHolds : public testing::Test {
+protected:
+    JobHolds() { PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &ticket); }
+    ~JobHolds() override {
+        PMTicketReleaseAndClear(&ticket);
+        unsetenv("TZ");
+        tzset();
+    }
+
+    /// Puts the plug-in's own record into the ticket.
+    void put(JobType job) const {
+        const auto dictionary = JobType{}.read(ticket);
+        job.write(dictionary.get(), ticket);
+        put(dictionary.get());
+    }
+    void put(CFDictionaryRef item) const {
+        PMTicketSetCFDictionary(ticket, CFSTR("test"), kJobTypeTicketKey, item, kPMUnlocked);
+    }
+    void putTime(LongDateTime time) const {
+        JobType job;
+        job.jobType = kJobTypeDelayedPrint;
+        job.delayedPrintTime = time;
+        put(job);
+    }
+
+    static LongDateTime civil(SInt16 year, SInt16 month, SInt16 day, SInt16 hour, SInt16 minute, SInt16 second = 0) {
+        const LongDateRec date{{year, month, day, hour, minute, second}};
+        LongDateTime moment = 0;
+        LongDateToSeconds(&date, &moment);
+        return moment;
+    }
+
+    /// The queue's time of a moment, told at another one, both on a clock in the zone.
+    static std::string held(const char* zone, LongDateTime moment, LongDateTime now) {
+        setenv("TZ", zone, 1);
+        tzset();
+        LongDateRec date{};
+        LongSecondsToDate(&now, &date);
+        std::tm fields{};
+        fields.tm_year = date.ld.year - 1900;
+        fields.tm_mon = date.ld.month - 1;
+        fields.tm_mday = date.ld.day;
+        fields.tm_hour = date.ld.hour;
+        fields.tm_min = date.ld.minute;
+        fields.tm_sec = date.ld.second;
+        fields.tm_isdst = -1;
+        return holdUntil(moment, std::mktime(&fields));
+    }
+
+    PMTicketRef ticket = 0;
+};
+
+}  // namespace
+
+TEST_F(JobHolds, AreThoseOfTheJobsType) {
+    EXPECT_FALSE(readPasscode(ticket) || readPrintTime(ticket, 0));
+    JobType job;
+    job.passcode = CFRef<CFStringRef>::retain(CFSTR("8642"));
+    job.delayedPrintTime = 1000;
+    put(job);
+    EXPECT_FALSE(readPasscode(ticket) || readPrintTime(ticket, 0)) << "a normal job waits for nothing";
+    job.jobType = kJobTypeSecurePrint;
+    put(job);
+    EXPECT_EQ(readPasscode(ticket), "8642");
+    EXPECT_FALSE(readPrintTime(ticket, 0));
+    job.jobType = kJobTypeDelayedPrint;
+    put(job);
+    EXPECT_FALSE(readPasscode(ticket));
+    EXPECT_EQ(readPrintTime(ticket, 0)->moment, 1000);
+}
+
+TEST_F(JobHolds, ASecurePrintJobWithoutAUsablePasscodeStaysOne) {
+    const auto item = CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutable(
+        kCFAllocatorDefault, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+    const auto type = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &kJobTypeSecurePrint));
+    CFDictionarySetValue(item.get(), CFSTR("JobType"), type.get());
+    put(item.get());
+    EXPECT_EQ(readPasscode(ticket), "");
+    CFDictionarySetValue(item.get(), CFSTR("SecurePrintPassword"), type.get());
+    put(item.get());
+    EXPECT_EQ(readPasscode(ticket), "");
+}
+
+TEST_F(JobHolds, ATimeThatIsNotWithinADayBecomesTheNextSuchTimeOfDay) {
+    const LongDateTime now = civil(2026, 11, 21, 17, 30);
+    const struct {
+        LongDateTime asked;
+        LongDateTime moment;
+        bool isAsAsked;
+    } rows[] = {
+        {now + 1, now + 1, true},
+        {now + kDay, now + kDay, true},
+        {now, now + kDay, false},
+        {now - 1, now + kDay - 1, false},
+        {now - 400 * kDay + kHour, now + kHour, false},
+        {now + 3 * kDay - kHour, now + kDay - kHour, false},
+        {0, civil(2026, 11, 22, 0, 0), false},
+        {-kHour, civil(2026, 11, 21, 23, 0), false},
+        {INT64_MAX, civil(2026, 11, 22, 0, 0), false},
+        {INT64_MIN, civil(2026, 11, 22, 0, 0), false},
+    };
+    for (const auto& row : rows) {
+        putTime(row.asked);
+        const auto time = readPrintTime(ticket, now);
+        ASSERT_TRUE(time) << row.asked;
+        EXPECT_EQ(time->moment, row.moment) << row.asked;
+        EXPECT_EQ(time->isAsAsked, row.isAsAsked) << row.asked;
+    }
+    EXPECT_EQ(timeOfDay(civil(2026, 11, 21, 7, 5, 59)), "07:05");
+}
+
+TEST_F(JobHolds, AQueueIsToldInUTC) {
+    const LongDateTime noon = civil(2026, 7, 1, 12, 0);
+    EXPECT_EQ(held("UTC0", noon + 2 * kHour, noon), "14:00");
+    EXPECT_EQ(held("Europe/Berlin", noon + 2 * kHour, noon), "12:00");
+    EXPECT_EQ(held("Asia/Kolkata", noon + 2 * kHour, noon), "08:30");
+    EXPECT_EQ(held("Pacific/Auckland", noon + 2 * kHour, noon), "02:00");
+    // What begins at once, or already has, is the next minute, not tomorrow's; seconds are rounded up.
+    EXPECT_EQ(held("UTC0", noon, noon), "12:01");
+    EXPECT_EQ(held("UTC0", noon + 30, noon + 29), "12:02");
+    EXPECT_EQ(held("UTC0", noon + kHour + 1, noon), "13:01");
+    // A day ahead would be now.
+    EXPECT_EQ(held("UTC0", noon + kDay, noon), "11:58");
+}
+
+TEST_F(JobHolds, AQueueIsToldTheTimeOfTheOtherSideOfAClockChange) {
+    const char* const zone = "Europe/Berlin";
+    const LongDateTime spring = civil(2026, 3, 28, 20, 0);  // at 2:00 it is 3:00
+    EXPECT_EQ(held(zone, civil(2026, 3, 29, 1, 59), spring), "00:59");
+    EXPECT_EQ(held(zone, civil(2026, 3, 29, 3, 0), spring), "01:00");
+    EXPECT_EQ(held(zone, civil(2026, 3, 29, 8, 0), spring), "06:00");
+    const LongDateTime autumn = civil(2026, 10, 24, 20, 0);  // at 3:00 it is 2:00
+    EXPECT_EQ(held(zone, civil(2026, 10, 25, 1, 0), autumn), "23:00");
+    EXPECT_EQ(held(zone, civil(2026, 10, 25, 8, 0), autumn), "07:00");
+    // 24 hours and a half ahead: a queue would take it for half an hour from now.
+    EXPECT_EQ(held(zone, civil(2026, 10, 25, 19, 30), autumn), "17:58");
+}
