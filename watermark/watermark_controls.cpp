@@ -19,7 +19,7 @@ DataBrowserItemID RowOf(CFStringRef name) {
     return reinterpret_cast<DataBrowserItemID>(name);
 }
 CFStringRef NameOf(DataBrowserItemID row) {
-    return reinterpret_cast<CFStringRef>(row);
+    return reinterpret_cast<CFStringRef>(row);  // NOLINT(performance-no-int-to-ptr): a row is its name's address
 }
 
 /// The names of a panel that has ended are gone, though its browser may still be drawn.

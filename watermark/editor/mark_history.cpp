@@ -2,6 +2,16 @@
 
 #include <cstring>
 
+namespace {
+
+/// Records are copied whole, so a step that brings everything back brings every byte back.
+bool hasSameBytes(const WatermarkRecord& left, const WatermarkRecord& right) {
+    // NOLINTNEXTLINE(bugprone-suspicious-memory-comparison,cert-exp42-c,cert-flp37-c)
+    return std::memcmp(&left, &right, sizeof left) == 0;
+}
+
+}  // namespace
+
 class MarkHistory::Command : public QUndoCommand {
 public:
     Command(MarkHistory* history, MarkChange what, const WatermarkRecord& changed)
@@ -14,7 +24,7 @@ public:
             return false;
         }
         after_ = next->after_;
-        setObsolete(std::memcmp(&before_, &after_, sizeof before_) == 0);
+        setObsolete(hasSameBytes(before_, after_));
         return true;
     }
     void undo() override { *record_ = before_; }
@@ -29,7 +39,7 @@ private:
 };
 
 void MarkHistory::change(MarkChange what, const WatermarkRecord& changed) {
-    if (std::memcmp(&record_, &changed, sizeof record_) != 0) {
+    if (!hasSameBytes(record_, changed)) {
         steps_.push(new Command(this, what, changed));
     }
 }
