@@ -38,6 +38,10 @@ OSStatus GetNoSummaryText(PMPDEContext context, CFArrayRef* titles, CFArrayRef* 
     return context == nullptr ? kPMInvalidPDEContext : noErr;
 }
 
+OSStatus CloseWithoutWork(PMPDEContext context) {
+    return context == nullptr ? kPMInvalidPDEContext : noErr;
+}
+
 ControlRef FindPanelControl(ControlRef pane, SInt32 number) {
     ControlRef control = nullptr;
     HIViewFindByID(pane, {kPanelSignature, number}, &control);

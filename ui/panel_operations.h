@@ -17,12 +17,23 @@ CFRef<CFStringRef> CopyPanelTitle(CFBundleRef bundle, CFStringRef key);
 OSStatus AnswerPrologue(PMPDEContext made, CFStringRef ownTitle, PMPDEContext* context, OSType* creator,
                         CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth, UInt32* maximumHeight);
 
+/// The same from the panel's own record, which has a `title`.
+template <typename Record>
+OSStatus AnswerPrologue(Record* made, PMPDEContext* context, OSType* creator, CFStringRef* kind, CFStringRef* title,
+                        UInt32* maximumWidth, UInt32* maximumHeight) {
+    return AnswerPrologue(reinterpret_cast<PMPDEContext>(made), made == nullptr ? nullptr : made->title.get(), context,
+                          creator, kind, title, maximumWidth, maximumHeight);
+}
+
 /// The ticket between which and its controls a panel syncs: the session's print settings. kPMInvalidPrintSession
 /// without context or session, else the status of finding the ticket.
 OSStatus GetTicketForSync(PMPDEContext context, PMPrintSession session, PMTicketRef* ticket);
 
 /// GetSummaryText of a panel that has none: both null. kPMInvalidPDEContext without context.
 OSStatus GetNoSummaryText(PMPDEContext context, CFArrayRef* titles, CFArrayRef* summaries);
+
+/// Close of a panel that has nothing to end there. kPMInvalidPDEContext without context.
+OSStatus CloseWithoutWork(PMPDEContext context);
 
 /// A control of the panel's pane by its number; null when there is none.
 ControlRef FindPanelControl(ControlRef pane, SInt32 number);

@@ -169,10 +169,7 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
 
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
-    WatermarkContext* context = InitContext();
-    const OSStatus status =
-        AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
-                       opaque, creator, kind, title, maximumWidth, maximumHeight);
+    const OSStatus status = AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
     if (status == noErr) {
         *kind = kWatermarkPanelKind;
         *maximumWidth = kPanelWidth;
@@ -244,10 +241,6 @@ OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* sum
     return noErr;
 }
 
-OSStatus Close(PMPDEContext opaque) {
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
-}
-
 OSStatus Terminate(PMPDEContext opaque, OSStatus) {
     WatermarkContext* context = Context(opaque);
     if (context == nullptr) {
@@ -266,5 +259,6 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetWatermarkPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetSummaryText, Open, CloseWithoutWork, Terminate},
+                              interface);
 }

@@ -113,9 +113,7 @@ void StopTracking(AboutContext* context) {
 
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
-    AboutContext* context = InitContext();
-    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
-                          opaque, creator, kind, title, maximumWidth, maximumHeight);
+    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {

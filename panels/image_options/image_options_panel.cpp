@@ -226,9 +226,7 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
 
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
-    ImageOptionsContext* context = InitContext();
-    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
-                          opaque, creator, kind, title, maximumWidth, maximumHeight);
+    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
@@ -274,10 +272,6 @@ OSStatus Open(PMPDEContext opaque) {
                                       nullptr);
 }
 
-OSStatus Close(PMPDEContext opaque) {
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
-}
-
 OSStatus Terminate(PMPDEContext opaque, OSStatus) {
     ImageOptionsContext* context = Context(opaque);
     if (context == nullptr) {
@@ -293,5 +287,6 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+                              interface);
 }

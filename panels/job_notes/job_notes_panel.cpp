@@ -146,9 +146,7 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
 
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
-    JobNotesContext* context = InitContext();
-    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
-                          opaque, creator, kind, title, maximumWidth, maximumHeight);
+    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
@@ -191,10 +189,6 @@ OSStatus Open(PMPDEContext opaque) {
                                       context, nullptr);
 }
 
-OSStatus Close(PMPDEContext opaque) {
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
-}
-
 OSStatus Terminate(PMPDEContext opaque, OSStatus) {
     JobNotesContext* context = Context(opaque);
     if (context == nullptr) {
@@ -210,5 +204,6 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetJobNotesPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+                              interface);
 }

@@ -45,9 +45,7 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
 
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
-    _PaperOutputContext* context = InitContext();
-    return AnswerPrologue(reinterpret_cast<PMPDEContext>(context), context == nullptr ? nullptr : context->title.get(),
-                          opaque, creator, kind, title, maximumWidth, maximumHeight);
+    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
@@ -86,10 +84,6 @@ OSStatus Open(PMPDEContext opaque) {
                                       &context->hitHandler);
 }
 
-OSStatus Close(PMPDEContext opaque) {
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
-}
-
 OSStatus Terminate(PMPDEContext opaque, OSStatus) {
     _PaperOutputContext* context = PaperOutputContext(opaque);
     if (context == nullptr) {
@@ -105,7 +99,8 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetPaperOutputPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+                              interface);
 }
 
 bool IsPaperOutputPanel(const PDEOperations& operations) {

@@ -105,9 +105,7 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
 OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
                   UInt32* maximumHeight) {
     gSpecialPages = InitContext();
-    return AnswerPrologue(reinterpret_cast<PMPDEContext>(gSpecialPages),
-                          gSpecialPages == nullptr ? nullptr : gSpecialPages->title.get(), opaque, creator, kind, title,
-                          maximumWidth, maximumHeight);
+    return AnswerPrologue(gSpecialPages, opaque, creator, kind, title, maximumWidth, maximumHeight);
 }
 
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
@@ -137,10 +135,6 @@ OSStatus Open(PMPDEContext opaque) {
     return InitializeSpecialPages(context);
 }
 
-OSStatus Close(PMPDEContext opaque) {
-    return opaque == nullptr ? kPMInvalidPDEContext : noErr;
-}
-
 OSStatus Terminate(PMPDEContext opaque, OSStatus) {
     _SpecialPagesContext* context = Context(opaque);
     if (context == nullptr) {
@@ -158,5 +152,6 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetSpecialPagesPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+                              interface);
 }
