@@ -43,6 +43,12 @@ OSStatus PMPrinterGetDescriptionURL(PMPrinter printer, CFStringRef type, CFURLRe
 /// leaving keywords alone that it holds already. Installable options (OptionN) are not settings and stay out.
 OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings);
 
+/// What people call a setting: new references to the display texts of a main keyword and of one of its options. A
+/// custom paper size is told with its numbers ("200 × 300 mm"), a custom passcode never. kPMKeyNotFound, and nothing
+/// made, for a keyword or option that the printer does not have.
+OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option, CFStringRef* title,
+                                    CFStringRef* optionTitle);
+
 /// Describes the printer in a printer info ticket: its PPD, and the installed options chosen on top of the PPD's own
 /// (main keyword to option keyword; may be null). ppdOpenCompiledPPDFromTicket and setInstallableOptions read it.
 OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOptions, PMTicketRef printerInfo);

@@ -51,13 +51,24 @@ int openPPD(const std::string& path, std::string* reason) {
     return -1;
 }
 
-PPDOption makeOption(const ppd_option_t& option, bool installable) {
-    PPDOption made{option.keyword, static_cast<UInt32>(option.ui), installable, {}, {}};
+bool hasSecretParameter(ppd_coption_t* custom) {
+    for (const auto* parameter = custom == nullptr ? nullptr : ppdFirstCustomParam(custom); parameter != nullptr;
+         parameter = ppdNextCustomParam(custom)) {
+        if (parameter->type == PPD_CUSTOM_PASSCODE || parameter->type == PPD_CUSTOM_PASSWORD) {
+            return true;
+        }
+    }
+    return false;
+}
+
+PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installable) {
+    PPDOption made{option.keyword, option.text, static_cast<UInt32>(option.ui), installable, {}, {}};
     for (int i = 0; i < option.num_choices; ++i) {
         const ppd_choice_t& choice = option.choices[i];
         made.choices.push_back({choice.choice, choice.text, choice.marked != 0});
     }
     made.defaultChoice = made.findChoice(option.defchoice);
+    made.hasSecretCustom = hasSecretParameter(ppdFindCustomOption(ppd, option.keyword));
     return made;
 }
 
@@ -129,7 +140,7 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
             const ppd_group_t& group = ppd->groups[g];
             const std::string_view name = group.name;
             for (int o = 0; o < group.num_options && (name != "General") == grouped; ++o) {
-                made.options.push_back(makeOption(group.options[o], name == "InstallableOptions"));
+                made.options.push_back(makeOption(ppd.get(), group.options[o], name == "InstallableOptions"));
             }
         }
     }

@@ -18,10 +18,12 @@ struct PPDChoice {
 
 struct PPDOption {
     std::string keyword;
+    std::string title;
     UInt32 type;  // kPPDUIBoolean, kPPDUIPickOne, kPPDUIPickMany
     bool installable;
     std::vector<PPDChoice> choices;
     std::optional<std::size_t> defaultChoice;  // position of the *Default... of the PPD; none when it names none
+    bool hasSecretCustom = false;              // its custom choice takes a passcode or password
 
     /// The position of a choice; none when the option has no such choice.
     [[nodiscard]] std::optional<std::size_t> findChoice(std::string_view choice) const;

@@ -1,0 +1,47 @@
+// Where people find a setting, and what it is called there.
+#include "host/setting_words.h"
+
+#include "host/script/text.h"
+#include "platform/foundation/CFBundle.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SettingWordsOf : public testing::Test {
+protected:
+    static CFRef<CFBundleRef> bundle(const char* path) {
+        return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
+    }
+    /// The title by which the maker's panel itself is chosen.
+    std::string ownTitle(CFStringRef key) const {
+        return utf8(CFRef<CFStringRef>::adopt(
+                        CFBundleCopyLocalizedString(plugin.get(), key, CFSTR("none"), CFSTR("Localizable")))
+                        .get());
+    }
+
+    CFRef<CFBundleRef> host = bundle(TAVRO_STAGE "/TavroPrint.bundle");
+    CFRef<CFBundleRef> plugin = bundle(TAVRO_STAGE "/plugins/TavroFeatures.plugin");
+    Printer printer = *openPPD(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd");
+};
+
+}  // namespace
+
+TEST_F(SettingWordsOf, PanelsAreTheTitlesThatTheirMenuHas) {
+    EXPECT_EQ(panelOfSetting(host.get(), "MediaType"), ownTitle(CFSTR("PaperOutput")));
+    EXPECT_EQ(panelOfSetting(host.get(), "JCLCovers"), ownTitle(CFSTR("SpecialPagesTitle")));
+    EXPECT_EQ(panelOfSetting(host.get(), "Resolution"), ownTitle(CFSTR("ImageOptions")));
+    EXPECT_EQ(panelOfSetting(host.get(), "Jog"), ownTitle(CFSTR("Advanced")));
+    for (const char* elsewhere : {"PageSize", "Collate", "Option2", "InputSlot", "Fragrance", ""}) {
+        EXPECT_EQ(panelOfSetting(host.get(), elsewhere), "") << elsewhere;
+    }
+}
+
+TEST_F(SettingWordsOf, SettingsOfThePrinterHaveThem) {
+    const auto words = settingWords(printer, host.get(), "StapleLocation", "2Staples");
+    ASSERT_TRUE(words);
+    EXPECT_EQ(words->title, "Staple");
+    EXPECT_EQ(words->choice, "2 Staples");
+    EXPECT_EQ(words->panel, "Paper and Output");
+    EXPECT_FALSE(settingWords(printer, host.get(), "StapleLocation", "17Staples"));
+}
