@@ -1,6 +1,6 @@
 #include "host/settings_file.h"
 
-#include "host/script/text.h"
+#include "host/dictionary_values.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFPropertyList.h"
@@ -10,6 +10,8 @@
 #include <cstring>
 
 namespace {
+
+#define kNameKey CFSTR("Name")
 
 struct TicketRow {
     CFStringRef key;
@@ -26,7 +28,7 @@ std::array<TicketRow, 3> ticketRows() {
 
 }  // namespace
 
-Result<JobSettings> readSettingsFile(const std::string& path) {
+Result<JobSettings> readSettingsFile(const std::string& path, std::string* name) {
     CFDataRef bytes = nullptr;
     SInt32 error = 0;
     if (!CFURLCreateDataAndPropertiesFromResource(nullptr, fileURL(path).get(), &bytes, nullptr, nullptr, &error)) {
@@ -43,19 +45,27 @@ Result<JobSettings> readSettingsFile(const std::string& path) {
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
         return unusable(path, "is no settings file: its top is not a dictionary");
     }
+    const auto* const tickets = static_cast<CFDictionaryRef>(root.get());
     JobSettings settings;
     for (const auto& [key, items] : ticketRows()) {
-        const CFTypeRef ticket = CFDictionaryGetValue(static_cast<CFDictionaryRef>(root.get()), key);
+        const CFTypeRef ticket = CFDictionaryGetValue(tickets, key);
         if (CFGetTypeID(ticket) == CFDictionaryGetTypeID()) {
             settings.*items = CFRef<CFDictionaryRef>::retain(static_cast<CFDictionaryRef>(ticket));
         }
     }
+    if (name != nullptr) {
+        *name = stringIn(tickets, kNameKey);
+    }
     return settings;
 }
 
-std::optional<std::string> writeSettingsFile(const JobSettings& settings, const std::string& path) {
+std::optional<std::string> writeSettingsFile(const JobSettings& settings, const std::string& path,
+                                             const std::string& name) {
     const auto root = CFRef<CFMutableDictionaryRef>::adopt(
         CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+    if (!name.empty()) {
+        CFDictionarySetValue(root.get(), kNameKey, cfString(name).get());
+    }
     for (const auto& [key, items] : ticketRows()) {
         if (settings.*items) {
             CFDictionarySetValue(root.get(), key, (settings.*items).get());

@@ -17,8 +17,11 @@ struct JobSettings {
 };
 
 /// Reads a settings file. A ticket that is missing or is no dictionary reads as none; a file that is no property list,
-/// or whose top is no dictionary, is a failure with line and column.
-Result<JobSettings> readSettingsFile(const std::string& path);
+/// or whose top is no dictionary, is a failure with line and column. The name that the settings have, if any, goes to
+/// *name, which may be null.
+Result<JobSettings> readSettingsFile(const std::string& path, std::string* name = nullptr);
 
-/// Replaces the file, which only its owner may read. Why it could not be written, in a line that names it.
-std::optional<std::string> writeSettingsFile(const JobSettings& settings, const std::string& path);
+/// Replaces the file, which only its owner may read; the name may be empty. Why it could not be written, in a line that
+/// names it.
+std::optional<std::string> writeSettingsFile(const JobSettings& settings, const std::string& path,
+                                             const std::string& name = {});

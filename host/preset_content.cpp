@@ -1,0 +1,124 @@
+#include "host/preset_content.h"
+
+#include "host/script/text.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/printing/PMPrinter.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+/// What an item is about, from what nobody keeps to what everybody keeps.
+enum class About { document, job, printing };
+
+struct ItemRow {
+    std::string start;
+    About about;
+};
+
+/// Items that are about less than printing, in whichever dictionary they stand.
+const auto& itemRows() {
+    static const std::array kRows{
+        // the beginning of the item's key, what it is about
+        ItemRow{utf8(kPMJobNameKey), About::document},
+        ItemRow{utf8(kPMPageRangeKey), About::document},
+        ItemRow{utf8(kPMJobHoldUntilTimeKey), About::document},
+        ItemRow{"SavedJobName", About::document},
+        ItemRow{"SavedJobLocation", About::document},
+        ItemRow{"com.tavro.print.JobNotesJobName", About::document},
+        ItemRow{utf8(kPMCopiesKey), About::job},
+        ItemRow{utf8(kPMOrientationKey), About::job},
+        ItemRow{"com.tavro.print.JobType", About::job},
+        ItemRow{"com.tavro.print.Fax", About::job},
+        ItemRow{"com.tavro.print.JobNotes", About::job},
+        ItemRow{"com.tavro.print.SpecialPages.", About::job},
+        ItemRow{"com.tavro.print.watermark.", About::job},
+        // The printer's own options for covers.
+        ItemRow{"JCLCovers", About::job},
+        ItemRow{"JCLMedia", About::job},
+        ItemRow{"JCLFrontBackMedia", About::job},
+    };
+    return kRows;
+}
+
+About aboutOf(const std::string& key) {
+    const auto row = std::ranges::find_if(itemRows(), [&](const ItemRow& item) { return key.starts_with(item.start); });
+    return row == itemRows().end() ? About::printing : row->about;
+}
+
+/// By its name, so that it is one in settings of other editions too.
+bool isSecret(std::string key) {
+    static constexpr std::array<std::string_view, 5> kWords{"password", "passcode", "creditcard", "authorization",
+                                                            "secret"};
+    std::ranges::transform(key, key.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    return std::ranges::any_of(kWords, [&](std::string_view word) { return key.find(word) != std::string::npos; });
+}
+
+/// What a user types into an option of a printer may be a passcode, whatever the option is called.
+bool isTypedByUser(const std::string& key, CFTypeRef value) {
+    return key != "PageSize" && key != "PageRegion" && CFGetTypeID(value) == CFStringGetTypeID() &&
+           utf8(static_cast<CFStringRef>(value)).starts_with("Custom.");
+}
+
+CFRef<CFTypeRef> copyKept(CFTypeRef value, About least);
+
+CFRef<CFDictionaryRef> copyKeptItems(CFDictionaryRef items, About least) {
+    if (items == nullptr) {
+        return {};
+    }
+    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(items));
+    std::vector<const void*> keys(count);
+    std::vector<const void*> values(count);
+    CFDictionaryGetKeysAndValues(items, keys.data(), values.data());
+    const auto kept = CFRef<CFMutableDictionaryRef>::adopt(
+        CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string key = utf8(static_cast<CFStringRef>(keys[i]));
+        if (aboutOf(key) >= least && !isSecret(key) && !isTypedByUser(key, values[i])) {
+            CFDictionarySetValue(kept.get(), keys[i], copyKept(values[i], least).get());
+        }
+    }
+    return CFRef<CFDictionaryRef>::retain(kept.get());
+}
+
+CFRef<CFTypeRef> copyKept(CFTypeRef value, About least) {
+    if (CFGetTypeID(value) == CFDictionaryGetTypeID()) {
+        return CFRef<CFTypeRef>::retain(copyKeptItems(static_cast<CFDictionaryRef>(value), least).get());
+    }
+    if (CFGetTypeID(value) != CFArrayGetTypeID()) {
+        return CFRef<CFTypeRef>::retain(value);
+    }
+    const auto* list = static_cast<CFArrayRef>(value);
+    const auto kept = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
+    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
+        CFArrayAppendValue(kept.get(), copyKept(CFArrayGetValueAtIndex(list, i), least).get());
+    }
+    return CFRef<CFTypeRef>::retain(kept.get());
+}
+
+JobSettings copyKept(const JobSettings& settings, About least) {
+    return {copyKeptItems(settings.printSettings.get(), least), copyKeptItems(settings.pageFormat.get(), least), {}};
+}
+
+bool areEqual(const CFRef<CFDictionaryRef>& one, const CFRef<CFDictionaryRef>& other) {
+    return one && other ? CFEqual(one.get(), other.get()) : !one && !other;
+}
+
+}  // namespace
+
+JobSettings presetContent(const JobSettings& settings) {
+    return copyKept(settings, About::job);
+}
+
+JobSettings lastUsedContent(const JobSettings& settings) {
+    return copyKept(settings, About::printing);
+}
+
+bool havePresetContentInCommon(const JobSettings& one, const JobSettings& other) {
+    const JobSettings left = presetContent(one);
+    const JobSettings right = presetContent(other);
+    return areEqual(left.printSettings, right.printSettings) && areEqual(left.pageFormat, right.pageFormat);
+}

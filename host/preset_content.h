@@ -1,0 +1,18 @@
+// What of a job's settings may be kept for other jobs.
+//
+// A secret is never kept: a passcode, a card number, an authorization. Nor is the printer, or what one document alone
+// has: its name and its range of pages. The last used settings apply to a document of which nobody has thought yet, so
+// they say only how the printer prints (paper, sides, finishing, quality, layout): no copies, no orientation, no job
+// type, fax or notes, no watermark, no covers, inserts or exceptions.
+#pragma once
+
+#include "host/settings_file.h"
+
+/// What a named preset keeps.
+JobSettings presetContent(const JobSettings& settings);
+
+/// What the last used settings of a printer keep.
+JobSettings lastUsedContent(const JobSettings& settings);
+
+/// Whether two settings are the same in what a preset keeps of them.
+bool havePresetContentInCommon(const JobSettings& one, const JobSettings& other);
