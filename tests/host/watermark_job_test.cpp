@@ -1,23 +1,11 @@
 // Watermarks in the job: pages as Ghostscript draws them, by the real program, from a store of the plug-in's own.
-#include "tests/host/program_fixture.h"
+#include "tests/host/watermark_fixture.h"
 #include "tests/support/cf_values.h"
-#include "watermark/watermark_storage.h"
 
 #include <algorithm>
 #include <array>
 
 namespace {
-
-/// A page at one pixel a point.
-struct Page {
-    int width = 0;
-    int height = 0;
-    std::string pixels;  // red, green, blue; the top row first
-
-    const unsigned char* at(int x, int y) const {
-        return reinterpret_cast<const unsigned char*>(pixels.data()) + 3 * (static_cast<std::size_t>(y) * width + x);
-    }
-};
 
 /// Where a page has the watermark's light blue.
 struct Ink {
@@ -54,88 +42,20 @@ Ink inkOf(const Page& page) {
     return ink;
 }
 
-Page readPage(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string kind;
-    std::string comment;
-    Page page;
-    int most = 0;
-    std::getline(file, kind);
-    std::getline(file, comment);
-    file >> page.width >> page.height >> most;
-    file.get();
-    page.pixels.resize(static_cast<std::size_t>(page.width) * page.height * 3);
-    file.read(page.pixels.data(), static_cast<std::streamsize>(page.pixels.size()));
-    EXPECT_TRUE(file && kind == "P6" && most == 255) << path;
-    return page;
+/// A text in large letters and light blue.
+WatermarkRecord textMark(const char* text, const char* font = "LiberationSans") {
+    WatermarkRecord record{};
+    std::string(text).copy(record.text, sizeof record.text - 1);
+    std::string(font).copy(record.fontName, sizeof record.fontName - 1);
+    record.kind = kTextWatermark;
+    record.fontSize = 50;
+    record.scale = 200;
+    record.density = 100;
+    record.fontColor = {0.5F, 0.5F, 1.0F, 1.0F};
+    return record;
 }
 
-class WatermarkJobs : public ProgramTest {
-protected:
-    WatermarkJobs() { setenv("XDG_DATA_HOME", folder.path().c_str(), 1); }
-    ~WatermarkJobs() override { unsetenv("XDG_DATA_HOME"); }
-
-    /// Keeps a watermark as the only one of the user's.
-    void keep(const WatermarkRecord& record, const char* name) const {
-        saveWatermarkData(kWatermarkStore, &record);
-        const auto names = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
-        CFArrayAppendValue(names.get(), makeCFString(name).get());
-        saveWatermarkList(kWatermarkStore, names.get());
-    }
-    void keepText(const char* text, const char* font = "LiberationSans") const {
-        WatermarkRecord record{};
-        std::string(text).copy(record.text, sizeof record.text - 1);
-        std::string(font).copy(record.fontName, sizeof record.fontName - 1);
-        record.kind = kTextWatermark;
-        record.fontSize = 50;
-        record.scale = 200;
-        record.density = 100;
-        record.fontColor = {0.5F, 0.5F, 1.0F, 1.0F};
-        keep(record, text);
-    }
-
-    /// The pages of a document, by a PostScript program that paints them.
-    std::string document(const std::string& postScript) const {
-        const std::string path = folder / "document.pdf";
-        ghostscript({"-sDEVICE=pdfwrite", "-dAutoRotatePages=/None", "-o", path, add("document.ps", postScript)});
-        return path;
-    }
-
-    /// Prints it with a script, "ok" at its end; the pages of the job.
-    std::vector<Page> print(const std::string& text, const std::string& path) {
-        const std::string job = folder / "job.ps";
-        const Run done = run({"--ppd", kZR420, "--script", add("script", text + "\nok"), "--shots",
-                              folder.path().string(), "--job-out", job, path},
-                             {"XDG_DATA_HOME=" + folder.path().string()});
-        EXPECT_EQ(done.status, 0) << done.errors;
-        errors = done.errors;
-        ghostscript({"-sDEVICE=ppmraw", "-r72", "-o", folder / "page-%d.ppm", job});
-        std::vector<Page> pages;
-        for (;;) {
-            const auto page = folder.path() / ("page-" + std::to_string(pages.size() + 1) + ".ppm");
-            if (!std::filesystem::exists(page)) {
-                return pages;
-            }
-            pages.push_back(readPage(page));
-            std::filesystem::remove(page);
-        }
-    }
-
-    std::string errors;
-
-private:
-    void ghostscript(Words arguments) const {
-        arguments.insert(arguments.begin(), {"-q", "-dBATCH", "-dNOPAUSE"});
-        const Run done = start("/usr/bin/gs", arguments);
-        EXPECT_EQ(done.status, 0);
-        EXPECT_EQ(done.output + done.errors, "");
-    }
-};
-
-constexpr const char* kPortrait = "<</PageSize[612 792]>>setpagedevice showpage\n";
-constexpr const char* kLandscape = "<</PageSize[792 612]>>setpagedevice showpage\n";
 constexpr const char* kBlack = "<</PageSize[595 842]>>setpagedevice 100 100 395 642 rectfill showpage\n";
-const std::string kFirstMark = "panel Watermark\nrows TVRw:100 2\n";
 
 }  // namespace
 
@@ -159,7 +79,7 @@ TEST_F(WatermarkJobs, HaveTheExamplesDraftInTheMiddleOfTheFirstPage) {
 }
 
 TEST_F(WatermarkJobs, AreInFrontOrBehind) {
-    keepText("Mark");
+    keep(textMark("Mark"));
     const std::string path = document(std::string(kBlack) + kPortrait);
     const std::string onA4 = "choose Host:40 \"A4 (210 x 297 mm)\"\n" + kFirstMark;
     const auto front = print(onA4, path);
@@ -174,7 +94,7 @@ TEST_F(WatermarkJobs, AreInFrontOrBehind) {
 }
 
 TEST_F(WatermarkJobs, AreTurnedWithTheirPages) {
-    keepText("MM........");  // the text begins where most of the ink is
+    keep(textMark("MM........"));  // the text begins where most of the ink is
     const std::string path = document(std::string(kLandscape) + kPortrait + kLandscape);
     const auto expectTurned = [](const Page& page, double right, double down) {
         const Ink ink = inkOf(page);
@@ -198,7 +118,7 @@ TEST_F(WatermarkJobs, AreTurnedWithTheirPages) {
 }
 
 TEST_F(WatermarkJobs, ShowWhatTheirFontHas) {
-    keepText("\u00C4\u6F22\U0001F600 (x)/");
+    keep(textMark("\u00C4\u6F22\U0001F600 (x)/"));
     const auto pages = print(kFirstMark, document(kPortrait));
     ASSERT_EQ(pages.size(), 1U);
     EXPECT_GT(inkOf(pages[0]).pixels, 1000);
@@ -214,7 +134,7 @@ TEST_F(WatermarkJobs, MayBePictures) {
     record.density = 40;
     record.xOffset = 100;
     record.yOffset = 200;
-    keep(record, "picture");
+    keep(record);
     const std::string black = document(kBlack);
     const auto pages = print("choose Host:40 \"A4 (210 x 297 mm)\"\n" + kFirstMark, black);
     EXPECT_EQ(errors, "");
@@ -234,7 +154,7 @@ TEST_F(WatermarkJobs, MayBePictures) {
 }
 
 TEST_F(WatermarkJobs, LackWhatCannotBeDrawnAndSaySo) {
-    keepText("Mark", "NoSuchFont");
+    keep(textMark("Mark", "NoSuchFont"));
     const auto pages = print(kFirstMark, document(kPortrait));
     EXPECT_EQ(errors, "tavro-print: watermark: Mark: its font NoSuchFont is not stored\n");
     ASSERT_EQ(pages.size(), 1U);

@@ -1,0 +1,91 @@
+// Jobs with a watermark, printed by the real program and drawn by Ghostscript.
+#pragma once
+
+#include "platform/foundation/CFString.h"
+#include "tests/host/program_fixture.h"
+#include "watermark/watermark_storage.h"
+
+/// A page as Ghostscript drew it.
+struct Page {
+    int width = 0;
+    int height = 0;
+    std::string pixels;  // red, green, blue; the top row first
+
+    const unsigned char* at(int x, int y) const {
+        return reinterpret_cast<const unsigned char*>(pixels.data()) + 3 * (static_cast<std::size_t>(y) * width + x);
+    }
+};
+
+inline Page readPage(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string kind;
+    std::string comment;
+    Page page;
+    int most = 0;
+    std::getline(file, kind);
+    std::getline(file, comment);
+    file >> page.width >> page.height >> most;
+    file.get();
+    page.pixels.resize(static_cast<std::size_t>(page.width) * page.height * 3);
+    file.read(page.pixels.data(), static_cast<std::streamsize>(page.pixels.size()));
+    EXPECT_TRUE(file && kind == "P6" && most == 255) << path;
+    return page;
+}
+
+/// Programs for documents of one page of that size; several may follow one another.
+inline constexpr const char* kPortrait = "<</PageSize[612 792]>>setpagedevice showpage\n";
+inline constexpr const char* kLandscape = "<</PageSize[792 612]>>setpagedevice showpage\n";
+
+class WatermarkJobs : public ProgramTest {
+protected:
+    WatermarkJobs() { setenv("XDG_DATA_HOME", folder.path().c_str(), 1); }
+    ~WatermarkJobs() override { unsetenv("XDG_DATA_HOME"); }
+
+    /// Keeps a watermark as the only one of the user's.
+    void keep(const WatermarkRecord& record) const {
+        saveWatermarkData(kWatermarkStore, &record);
+        const auto names = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
+        CFArrayAppendValue(names.get(), CreateWatermarkName(record).get());
+        saveWatermarkList(kWatermarkStore, names.get());
+    }
+
+    /// The pages of a document, by a PostScript program that paints them.
+    std::string document(const std::string& postScript) const {
+        const std::string path = folder / "document.pdf";
+        ghostscript({"-sDEVICE=pdfwrite", "-dAutoRotatePages=/None", "-o", path, add("document.ps", postScript)});
+        return path;
+    }
+
+    /// Prints it with a script, "ok" at its end; the pages of the job, with so many pixels a point.
+    std::vector<Page> print(const std::string& text, const std::string& path, int pixelsAPoint = 1) {
+        const std::string job = folder / "job.ps";
+        const Run done = run({"--ppd", kZR420, "--script", add("script", text + "\nok"), "--shots",
+                              folder.path().string(), "--job-out", job, path},
+                             {"XDG_DATA_HOME=" + folder.path().string()});
+        EXPECT_EQ(done.status, 0) << done.errors;
+        errors = done.errors;
+        ghostscript({"-sDEVICE=ppmraw", "-r" + std::to_string(72 * pixelsAPoint), "-o", folder / "page-%d.ppm", job});
+        std::vector<Page> pages;
+        for (;;) {
+            const auto page = folder.path() / ("page-" + std::to_string(pages.size() + 1) + ".ppm");
+            if (!std::filesystem::exists(page)) {
+                return pages;
+            }
+            pages.push_back(readPage(page));
+            std::filesystem::remove(page);
+        }
+    }
+
+    std::string errors;
+
+private:
+    void ghostscript(Words arguments) const {
+        arguments.insert(arguments.begin(), {"-q", "-dBATCH", "-dNOPAUSE"});
+        const Run done = start("/usr/bin/gs", arguments);
+        EXPECT_EQ(done.status, 0);
+        EXPECT_EQ(done.output + done.errors, "");
+    }
+};
+
+/// Picks the watermark that keep() has stored.
+inline const std::string kFirstMark = "panel Watermark\nrows TVRw:100 2\n";
