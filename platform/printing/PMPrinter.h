@@ -49,6 +49,13 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
 OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option, CFStringRef* title,
                                     CFStringRef* optionTitle);
 
+/// Makes the tickets' PPD dictionary, copies and orientation the user's own defaults of the printer's queue
+/// (lpoptions(1)), with which every program prints: what differs from the queue's defaults is kept, and what is the same
+/// is forgotten. A passcode, a page range and what no other program could ask for are left out, and what the user keeps
+/// there of other options and destinations stays. The tickets as PMPrinterPrintWithFile takes them; kPMNoSuchPrinter for
+/// a printer without a queue, kPMCannotWriteOutput.
+OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat);
+
 /// Describes the printer in a printer info ticket: its PPD, and the installed options chosen on top of the PPD's own
 /// (main keyword to option keyword; may be null). ppdOpenCompiledPPDFromTicket and setInstallableOptions read it.
 OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOptions, PMTicketRef printerInfo);

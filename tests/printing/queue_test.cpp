@@ -224,6 +224,66 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     }
 }
 
+TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
+    std::filesystem::create_directory(home() / ".cups");
+    home().add(".cups/lpoptions", "Dest elsewhere a=b\nDest tavro Jog=EndOfSet number-up=1\n");
+    admin("-p tavro -o TREconomode=True");
+    const Printer printer(std::string("tavro"));
+    const Ticket settings;
+    const Ticket format;
+    ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get()), noErr);
+    set(settings.ppd(), "StapleLocation", "1Staple");
+    set(settings.ppd(), "JCLPrintQuality", "Enhanced");
+    set(settings.ppd(), "Jog", "None");  // as the queue has it
+    set(settings.ppd(), "JCLPasscode", "Custom.8642");
+    set(settings.ppd(), "Fragrance", "Rose");
+    settings.setString(kPMPageRangeKey, "1-4");
+    settings.setNumber(kPMCopiesKey, 2);
+    format.setNumber(kPMOrientationKey, 2);
+    const auto save = [&] { return PMPrinterSaveDefaultSettings(printer.get(), settings.get(), format.get()); };
+    ASSERT_EQ(save(), noErr) << text(PMGetLastErrorText());
+    const auto file = home() / ".cups/lpoptions";
+    EXPECT_EQ(readFile(file),
+              "Dest elsewhere a=b\n"
+              "Dest tavro number-up=1 StapleLocation=1Staple JCLPrintQuality=Enhanced orientation-requested=4 "
+              "pdfAutorotate=false print-scaling=fit copies=2\n");
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0600));
+
+    ASSERT_EQ(run("lp -d tavro '" + kTenPages.string() + "'").second, 0);
+    ASSERT_TRUE(eventually([] {
+        return run("lpstat -W completed -o tavro").first.find("tavro-1 ") != std::string::npos;
+    })) << readFile(folder / "error_log");
+    const std::string sent = readFile(folder / "out.prn");
+    for (const char* line : {"%%BeginFeature: *StapleLocation 1Staple\n", "@PJL SET TRPRINTQUALITY=ENHANCED\n",
+                             "%%BeginFeature: *TREconomode True\n", "*NumCopies 2\n"}) {
+        EXPECT_NE(sent.find(line), std::string::npos) << line;
+    }
+    EXPECT_EQ(countPages(folder / "out.prn"), 10U);
+
+    // The next dialog begins with them, and back at the queue's own they are forgotten.
+    const Ticket again;
+    ASSERT_EQ(PMPrinterWriteDefaultSettings(Printer(std::string("tavro")).get(), again.get()), noErr);
+    EXPECT_EQ(get(again.ppd(), "StapleLocation"), "1Staple");
+    EXPECT_EQ(get(again.ppd(), "Jog"), "None");
+    set(settings.ppd(), "StapleLocation", "None");
+    set(settings.ppd(), "JCLPrintQuality", "Standard");
+    settings.setNumber(kPMCopiesKey, 1);
+    format.setNumber(kPMOrientationKey, 1);
+    ASSERT_EQ(save(), noErr) << text(PMGetLastErrorText());
+    EXPECT_EQ(readFile(file), "Dest elsewhere a=b\nDest tavro number-up=1\n");
+}
+
+TEST_F(Queues, KeepNoDefaultsWhereTheyCannot) {
+    const Ticket settings;
+    const Printer withoutQueue(kZR420);
+    EXPECT_EQ(PMPrinterSaveDefaultSettings(withoutQueue.get(), settings.get(), settings.get()), kPMNoSuchPrinter);
+    EXPECT_EQ(text(PMGetLastErrorText()), "Tavro ZR420: only a queue has defaults of its own");
+    home().add(".cups", "a file where the folder would be");
+    const Printer printer(std::string("tavro"));
+    EXPECT_EQ(PMPrinterSaveDefaultSettings(printer.get(), settings.get(), settings.get()), kPMCannotWriteOutput);
+    EXPECT_NE(text(PMGetLastErrorText()).find(".cups/lpoptions: "), std::string::npos) << text(PMGetLastErrorText());
+}
+
 TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
     const Listener device;
     admin("-p tavro -v 'socket://" + device.address() + "/?snmp=false&waiteof=false'");

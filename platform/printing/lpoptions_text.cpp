@@ -1,0 +1,100 @@
+#include "platform/printing/lpoptions_text.h"
+
+#include <algorithm>
+#include <sstream>
+#include <vector>
+
+#include <cups/cups.h>
+
+namespace {
+
+/// CUPS ignores the case of ASCII letters; those of the C library follow the user's locale.
+bool isSameName(std::string_view left, std::string_view right) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+struct Line {
+    std::string_view whole;  // without its end
+    std::string_view kind;   // "Dest" or "Default" in a line of a destination
+    std::string_view destination;
+    std::string_view options;
+};
+
+std::string_view takeWord(std::string_view* text) {
+    constexpr std::string_view kBlanks = " \t\r";
+    text->remove_prefix(std::min(text->find_first_not_of(kBlanks), text->size()));
+    const std::string_view word = text->substr(0, text->find_first_of(kBlanks));
+    text->remove_prefix(word.size());
+    return word;
+}
+
+std::vector<Line> linesOf(std::string_view text) {
+    std::vector<Line> lines;
+    while (!text.empty()) {
+        const std::string_view whole = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(whole.size() + 1, text.size()));
+        std::string_view rest = whole.substr(0, whole.find('#'));
+        Line line{whole, takeWord(&rest), {}, {}};
+        if (isSameName(line.kind, "Dest") || isSameName(line.kind, "Default")) {
+            line.destination = takeWord(&rest);
+            line.options = rest;
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+std::string lineFor(std::string_view kind, std::string_view destination, const OptionList& options) {
+    std::ostringstream line;
+    line << kind << ' ' << destination;
+    for (const auto& [name, value] : options) {
+        line << ' ' << name << '=';
+        const bool isPlain = !value.empty() && value.find_first_of(" \t\"'\\{}") == std::string::npos;
+        if (isPlain) {
+            line << value;
+            continue;
+        }
+        line << '"';
+        for (const char c : value) {
+            line << (c == '"' || c == '\\' ? "\\" : "") << c;
+        }
+        line << '"';
+    }
+    line << '\n';
+    return line.str();
+}
+
+}  // namespace
+
+OptionList optionsInText(const std::string& text, std::string_view destination) {
+    cups_option_t* list = nullptr;
+    int count = 0;
+    for (const Line& line : linesOf(text)) {
+        if (isSameName(line.destination, destination)) {
+            count = cupsParseOptions(std::string(line.options).c_str(), count, &list);
+        }
+    }
+    OptionList options;
+    for (int i = 0; i < count; ++i) {
+        options.emplace_back(list[i].name, list[i].value);
+    }
+    cupsFreeOptions(count, list);
+    return options;
+}
+
+std::string textWithOptions(const std::string& text, std::string_view destination, const OptionList& options) {
+    std::string_view kind;  // of its own line, of which there may be several: "Default" if one says so
+    std::string result;
+    for (const Line& line : linesOf(text)) {
+        if (isSameName(line.destination, destination)) {
+            kind = kind.empty() || isSameName(line.kind, "Default") ? line.kind : kind;
+        } else {
+            result.append(line.whole).append("\n");
+        }
+    }
+    // An instance is there because of its line, and so is the default destination.
+    const bool isNeeded =
+        !options.empty() || isSameName(kind, "Default") || destination.find('/') != std::string_view::npos;
+    return isNeeded ? result + lineFor(kind.empty() ? "Dest" : kind, destination, options) : result;
+}

@@ -1,0 +1,18 @@
+// The text of an lpoptions file, in which each user, or the system for all users, keeps options of queues
+// (lpoptions(1)): a line "Dest QUEUE OPTIONS" or "Dest QUEUE/INSTANCE OPTIONS" for each, "Default" for "Dest" in that
+// of the default destination.
+//
+// The CUPS library would write the file anew from what the server says, and without a server, or with another one, lose
+// what is in it; so the lines of others are kept here as they are.
+#pragma once
+
+#include "platform/printing/cups_server.h"
+
+#include <string>
+#include <string_view>
+
+/// The options of a destination ("queue" or "queue/instance") in the text, by name; later ones replace earlier ones.
+OptionList optionsInText(const std::string& text, std::string_view destination);
+
+/// The text with these options for the destination, in place of those that it has there.
+std::string textWithOptions(const std::string& text, std::string_view destination, const OptionList& options);
