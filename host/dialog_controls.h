@@ -1,7 +1,11 @@
 // The print dialog's own controls, signature 'Host'. docs/script-language.md lists them for scripts.
 #pragma once
 
+#include "platform/foundation/CFRef.h"
 #include "platform/toolbox/Controls.h"
+#include "platform/toolbox/Windows.h"
+
+#include <string>
 
 inline constexpr OSType kHostSignature = FourCharCode("Host");
 
@@ -9,6 +13,7 @@ enum HostControl : SInt32 {
     kDocumentName = 1,
     kDocumentPages = 2,
     kPrinterMenu = 10,
+    kPresetMenu = 12,
     kCopies = 20,
     kCollate = 21,
     kPages = 30,  // radio group: 1 all pages, 2 a range
@@ -19,4 +24,15 @@ enum HostControl : SInt32 {
     kNoMakersPanels = 51,
     kPrint = 60,
     kCancel = 61,
+    kSummaryPlace = 69,
+    kSummary = 70,  // text view
+    kConflictText = 71,
+    kConflictButton = 72,
 };
+
+/// Null when the window has no such control.
+ControlRef hostControl(WindowRef window, HostControl number);
+
+void setStaticText(ControlRef label, const CFRef<CFStringRef>& text);
+std::string fieldText(ControlRef field);
+void setFieldText(ControlRef field, const CFRef<CFStringRef>& text);

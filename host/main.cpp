@@ -107,7 +107,8 @@ PrintDialog::Outcome runDialog(PrintDialog& dialog, const CommandLine& line, con
                 parsed,
                 script::Runner::Options{line.script, kSecondsWithoutProgress,
                                         static_cast<int>(ExitStatus::scriptFailed)},
-                script::Stage{dialog.window(), line.shots, stdout}, [&dialog](bool failed) {
+                script::Stage{dialog.window(), line.shots, stdout, [&dialog] { dialog.settle(); }, nullptr},
+                [&dialog](bool failed) {
                     dialog.end({failed ? ExitStatus::scriptFailed : ExitStatus::cancelled, {}});
                 });
             runner->start();

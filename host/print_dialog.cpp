@@ -1,70 +1,22 @@
 #include "host/print_dialog.h"
 
-#include "host/page_range.h"
+#include "host/notice.h"
 #include "host/print_job.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "host/start_marks.h"
 #include "host/texts.h"
 #include "host/window_place.h"
-#include "platform/toolbox/Menus.h"
-#include "platform/toolbox/Notices.h"
+#include "platform/toolbox/Windows.h"
 
 #include <array>
 
 namespace {
 
-#define kCollateKeyword CFSTR("Collate")
-#define kPageSizeKeyword CFSTR("PageSize")
-
 constexpr OSType kCommandOK = FourCharCode("ok  ");
 constexpr OSType kCommandCancel = FourCharCode("not!");
 
-// The items of the radio group of pages.
-constexpr SInt32 kAllPages = 1;
-constexpr SInt32 kSomePages = 2;
-
-/// What fits on one line of the dialog; of a longer name the middle is left out.
-std::string shortened(const std::string& name) {
-    constexpr std::size_t kMost = 38;
-    constexpr std::size_t kEnd = 14;
-    std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
-    if (units.size() <= kMost) {
-        return name;
-    }
-    CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
-    // A pair of surrogates that is cut apart would be no text any more.
-    const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
-    std::size_t head = kMost - kEnd;
-    std::size_t tail = units.size() - kEnd;
-    head -= isSecondHalf(units[head]) ? 1 : 0;
-    tail += isSecondHalf(units[tail]) ? 1 : 0;
-    units = units.substr(0, head) + u"…" + units.substr(tail);
-    return utf8(CFRef<CFStringRef>::adopt(
-                    CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
-                    .get());
-}
-
-std::string fieldText(ControlRef field) {
-    CFStringRef text = nullptr;
-    GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
-    return utf8(CFRef<CFStringRef>::adopt(text).get());
-}
-
-void setFieldText(ControlRef field, CFStringRef text) {
-    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text);
-}
-
-CFStringRef faultText(PageRangeFault fault) {
-    switch (fault) {
-        case PageRangeFault::order:
-            return CFSTR("Page Range Order");
-        case PageRangeFault::beyondDocument:
-            return CFSTR("Page Range Beyond Document");
-        default:
-            return CFSTR("Page Range Syntax");
-    }
-}
+constexpr double kSecondsOfPause = 0.1;
 
 }  // namespace
 
@@ -79,7 +31,8 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     dialog->installHandlers();
     const Setup& first = dialog->setup_;
     dialog->printers_.emplace(dialog->control(kPrinterMenu), first.printerChoice, first.printer.name());
-    dialog->showDocument();
+    dialog->general_.emplace(dialog->window_, bundle, first.document,
+                             [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     const auto start = dialog->startSession(first.printer, first.settings, first.installedOptions.get());
     if (start == PluginHost::Start::refused && first.printer.isOfMaker()) {
         return Failure{ExitStatus::unusableInput, plugin.path() + ": its settings panels do not start"};
@@ -92,6 +45,7 @@ PrintDialog::PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup)
     : bundle_(bundle), plugin_(plugin), setup_(std::move(setup)) {}
 
 PrintDialog::~PrintDialog() {
+    RemoveEventLoopTimer(pause_);
     plugin_.stop(noErr);
     DisposeWindow(window_);
 }
@@ -124,90 +78,24 @@ void PrintDialog::installHandlers() {
                                         EventTypeSpec{kEventClassCommand, kEventCommandProcess},
                                         EventTypeSpec{kEventClassWindow, kEventWindowShown}};
     InstallWindowEventHandler(window_, handleEvent, kEvents.size(), kEvents.data(), this, nullptr);
-    static constexpr EventTypeSpec kTyping{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent};
-    InstallControlEventHandler(control(kPageRangeField), handleRangeTyping, 1, &kTyping, this, nullptr);
-}
-
-ControlRef PrintDialog::control(HostControl number) const {
-    const ControlID id{kHostSignature, number};
-    ControlRef found = nullptr;
-    GetControlByID(window_, &id, &found);
-    return found;
-}
-
-void PrintDialog::setText(HostControl number, const CFRef<CFStringRef>& text) const {
-    const CFStringRef string = text.get();
-    SetControlData(control(number), kControlEntireControl, kControlStaticTextCFStringTag, sizeof string, &string);
-}
-
-CFOptionFlags PrintDialog::tell(CFOptionFlags level, const CFRef<CFStringRef>& header,
-                                const CFRef<CFStringRef>& message) const {
-    CFOptionFlags response = 0;
-    CFUserNotificationDisplayAlert(0, level, nullptr, nullptr, nullptr, header.get(), message.get(), nullptr, nullptr,
-                                   nullptr, &response);
-    return response;
+    InstallEventLoopIdleTimer(
+        kSecondsOfPause, [](EventLoopTimerRef, void* self) { static_cast<PrintDialog*>(self)->settle(); }, this,
+        &pause_);
 }
 
 PluginHost::Start PrintDialog::startSession(const Printer& printer, const JobSettings& settings,
                                             CFDictionaryRef installed) {
     plugin_.stop(noErr);
     session_ = std::make_unique<PrintSession>(printer, settings, installed, setup_.document.name);
-    printer_ = printer;
-    fillPaperSizes();
-    showSettings();
+    general_->show(*session_);
     const auto start = plugin_.start(control(kMakersPlace), session_->get());
     const bool hasPanels = start == PluginHost::Start::started;
     SetControlVisibility(control(kMakersPlace), hasPanels, true);
     SetControlVisibility(control(kNoMakersPanels), !hasPanels, true);
     if (!hasPanels) {
-        setText(kNoMakersPanels, localized(bundle_, CFSTR("No Maker's Panels"), printer.name()));
+        setStaticText(control(kNoMakersPanels), localized(bundle_, CFSTR("No Maker's Panels"), printer.name()));
     }
     return start;
-}
-
-// ---- Showing
-
-void PrintDialog::showDocument() const {
-    const std::int64_t pages = setup_.document.pageCount;
-    setText(kDocumentName, cfString(shortened(setup_.document.name)));
-    setText(kDocumentPages, pages == 1 ? localized(bundle_, CFSTR("One Page"))
-                                       : localized(bundle_, CFSTR("Number of Pages"), std::to_string(pages)));
-}
-
-void PrintDialog::showSettings() {
-    SetControl32BitMinimum(control(kCopies), 1);
-    SetControl32BitMaximum(control(kCopies), kMostCopies);
-    SetControl32BitValue(control(kCopies), session_->copies());
-    const std::string range = session_->pageRange();
-    SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
-    setFieldText(control(kPageRangeField), cfString(range).get());
-    SetControlVisibility(
-        control(kCollate),
-        session_->choices().offers("Collate", "True") && session_->choices().offers("Collate", "False"), true);
-    showSharedSettings();
-}
-
-void PrintDialog::showSharedSettings() {
-    SetControl32BitValue(control(kCollate), session_->choice(kCollateKeyword) == "True" ? 1 : 0);
-    SetControl32BitValue(control(kOrientation), session_->orientation());
-    const auto chosen = session_->choice(kPageSizeKeyword);
-    SInt32 item = 0;
-    for (CFIndex i = 0; i < PMPrinterCountPapers(printer_.get()); ++i) {
-        PMPaper paper{};
-        PMPrinterGetIndPaper(printer_.get(), i, &paper);
-        item = utf8(paper.name) == chosen ? static_cast<SInt32>(i) + 1 : item;
-    }
-    SetControl32BitValue(control(kPaperSize), item);
-}
-
-void PrintDialog::fillPaperSizes() {
-    const MenuRef menu = GetControlPopupMenuHandle(control(kPaperSize));
-    DeleteMenuItems(menu, 1, CountMenuItems(menu));
-    for (CFIndex i = 0; i < PMPrinterCountPapers(printer_.get()); ++i) {
-        PMPaper paper{};
-        PMPrinterGetIndPaper(printer_.get(), i, &paper);
-        AppendMenuItemTextWithCFString(menu, paper.title, 0, 0, nullptr);
-    }
 }
 
 // ---- Events
@@ -234,34 +122,17 @@ OSStatus PrintDialog::handleEvent(EventHandlerCallRef, EventRef event, void* sel
 }
 
 OSStatus PrintDialog::handleHit(ControlRef control) {
-    struct HitRow {
-        HostControl number;
-        void (PrintDialog::*act)();
-    };
-    // clang-format off
-    static constexpr HitRow kHits[] = {
-        // control, what happens
-        {kPrinterMenu, &PrintDialog::printerChosen},
-        {kCopies, &PrintDialog::copiesChanged},
-        {kCollate, &PrintDialog::collateChanged},
-        {kPages, &PrintDialog::pagesChanged},
-        {kPaperSize, &PrintDialog::paperSizeChosen},
-        {kOrientation, &PrintDialog::orientationChosen},
-    };
-    // clang-format on
     ControlID id{};
     GetControlID(control, &id);
     if (id.signature != kHostSignature) {
-        showSharedSettings();  // one of the maker's controls: it may have written a setting that stands here too
+        general_->showShared();  // one of the maker's controls: it may have written a setting that stands here too
         return eventNotHandledErr;
     }
-    for (const HitRow& row : kHits) {
-        if (row.number == id.id) {
-            (this->*row.act)();
-            return noErr;
-        }
+    if (id.id == kPrinterMenu) {
+        printerChosen();
+        return noErr;
     }
-    return eventNotHandledErr;
+    return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
 }
 
 OSStatus PrintDialog::handleCommand(OSType command) {
@@ -289,22 +160,26 @@ void PrintDialog::handleShown() {
     }
 }
 
-/// Who types a range wants it.
-OSStatus PrintDialog::handleRangeTyping(EventHandlerCallRef, EventRef, void* self) {
-    SetControl32BitValue(static_cast<PrintDialog*>(self)->control(kPages), kSomePages);
-    return eventNotHandledErr;
+void PrintDialog::settle() {
+    if (!outcome_ && FrontNonFloatingWindow() == window_) {
+        takeMakersSettings();
+    }
 }
 
 // ---- What the user does
 
-/// The maker's panels may show the same setting: they write all of theirs first, and read the changed one afterwards.
-template <typename Change>
-void PrintDialog::changeSharedSetting(Change change) {
+void PrintDialog::takeMakersSettings() {
+    plugin_.copyControlsToTickets();
+    session_->updatePaperRectangle();
+    general_->showShared();
+}
+
+void PrintDialog::changeShared(const std::function<void()>& change) {
     plugin_.copyControlsToTickets();
     change();
     session_->updatePaperRectangle();
     plugin_.copyTicketsToControls();
-    showSharedSettings();
+    general_->showShared();
 }
 
 void PrintDialog::printerChosen() {
@@ -313,8 +188,8 @@ void PrintDialog::printerChosen() {
     }
     Result<Printer> printer = openPrinter(printers_->chosen());
     if (!printer) {
-        tell(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Printer Unusable Header")),
-             cfString(printer.failure().line));
+        showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Printer Unusable Header")),
+                   cfString(printer.failure().line));
         printers_->revert();
         return;
     }
@@ -323,60 +198,16 @@ void PrintDialog::printerChosen() {
     startSession(*printer, session_->copySettings(), nullptr);
 }
 
-void PrintDialog::copiesChanged() {
-    session_->setCopies(GetControl32BitValue(control(kCopies)));
-}
-
-void PrintDialog::collateChanged() {
-    const bool collate = GetControl32BitValue(control(kCollate)) == 1;
-    changeSharedSetting([&] { session_->setChoice(kCollateKeyword, collate ? CFSTR("True") : CFSTR("False")); });
-}
-
-void PrintDialog::pagesChanged() {
-    if (GetControl32BitValue(control(kPages)) == kSomePages) {
-        SetKeyboardFocus(window_, control(kPageRangeField));
-    }
-}
-
-void PrintDialog::paperSizeChosen() {
-    PMPaper paper{};
-    if (PMPrinterGetIndPaper(printer_.get(), GetControl32BitValue(control(kPaperSize)) - 1, &paper) == noErr) {
-        changeSharedSetting([&] { session_->setChoice(kPageSizeKeyword, paper.name); });
-    }
-}
-
-void PrintDialog::orientationChosen() {
-    const SInt32 orientation = GetControl32BitValue(control(kOrientation));
-    changeSharedSetting([&] { session_->setOrientation(orientation); });
-}
-
-bool PrintDialog::takePageRange() {
-    if (GetControl32BitValue(control(kPages)) == kAllPages) {
-        session_->setPageRange({});
-        return true;
-    }
-    const PageRange range = readPageRange(fieldText(control(kPageRangeField)), setup_.document.pageCount);
-    if (range.fault == PageRangeFault::none) {
-        session_->setPageRange(range.pages);
-        return true;
-    }
-    tell(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Page Range Header")),
-         localized(bundle_, faultText(range.fault), std::to_string(setup_.document.pageCount)));
-    SetKeyboardFocus(window_, control(kPageRangeField));
-    return false;
-}
-
 void PrintDialog::accept() {
-    plugin_.copyControlsToTickets();
-    session_->updatePaperRectangle();
-    showSharedSettings();
-    if (!takePageRange()) {
+    takeMakersSettings();
+    if (!general_->takePageRange()) {
         return;
     }
     script::stopWatchdog();  // a long document may take its time
-    const auto notSent = sendJob(setup_.document, printer_, *session_, setup_.jobOut, bundle_);
+    const auto notSent = sendJob(setup_.document, session_->printer(), *session_, setup_.jobOut, bundle_);
     if (notSent) {
-        tell(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")), cfString(*notSent));
+        showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
+                   cfString(*notSent));
         if (!setup_.scripted) {
             return;  // the settings are still there, for another printer or another try
         }
@@ -384,8 +215,8 @@ void PrintDialog::accept() {
     const auto notWritten =
         setup_.ticketOut.empty() ? std::nullopt : writeSettingsFile(session_->copySettings(), setup_.ticketOut);
     if (notWritten) {
-        tell(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
-             cfString(*notWritten));
+        showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
+                   cfString(*notWritten));
     }
     if (notSent) {
         end({ExitStatus::notSent, *notSent});

@@ -3,6 +3,7 @@
 
 #include "host/dialog_controls.h"
 #include "host/document.h"
+#include "host/general_settings.h"
 #include "host/plugin_host.h"
 #include "host/print_session.h"
 #include "host/printer_menu.h"
@@ -49,48 +50,41 @@ public:
     /// of a dialog counts.
     void end(Outcome outcome);
 
+    /// Brings what the window says about the settings up to date: done whenever the user pauses.
+    void settle();
+
 private:
     PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup);
 
     static OSStatus handleEvent(EventHandlerCallRef next, EventRef event, void* self);
-    static OSStatus handleRangeTyping(EventHandlerCallRef next, EventRef event, void* self);
     OSStatus handleHit(ControlRef control);
     OSStatus handleCommand(OSType command);
     void handleShown();
 
     std::optional<Failure> openWindow();
     void installHandlers();
-    ControlRef control(HostControl number) const;
-    void setText(HostControl number, const CFRef<CFStringRef>& text) const;
-    CFOptionFlags tell(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message) const;
+    ControlRef control(HostControl number) const { return hostControl(window_, number); }
 
     /// Makes a session for the printer from the settings, and starts the maker's panels on it.
     PluginHost::Start startSession(const Printer& printer, const JobSettings& settings, CFDictionaryRef installed);
-    void showDocument() const;
-    void showSettings();
-    /// Shows what the maker's panels may have changed too.
-    void showSharedSettings();
-    void fillPaperSizes();
-    template <typename Change>
-    void changeSharedSetting(Change change);
+    /// Changes the session's settings: the maker's panels write all of theirs first, and read the changed ones
+    /// afterwards.
+    void changeShared(const std::function<void()>& change);
+    /// Takes what the maker's panels show into the tickets.
+    void takeMakersSettings();
 
     // What the user does
     void printerChosen();
-    void copiesChanged();
-    void collateChanged();
-    void pagesChanged();
-    void paperSizeChosen();
-    void orientationChosen();
     void accept();
-    bool takePageRange();
 
     CFBundleRef bundle_;  // lent
     PluginHost& plugin_;
     Setup setup_;
-    Printer printer_;  // the one that is shown
     WindowRef window_ = nullptr;
+    std::optional<GeneralSettings> general_;
     std::optional<PrinterMenu> printers_;
     std::unique_ptr<PrintSession> session_;
     std::function<void()> shown_;
+    EventLoopTimerRef pause_ = nullptr;
     std::optional<Outcome> outcome_;
 };

@@ -28,6 +28,7 @@ public:
     PrintSession& operator=(const PrintSession&) = delete;
 
     PMPrintSession get() const { return session_; }
+    const Printer& printer() const { return printer_; }
     PMTicketRef printSettings() const { return printSettings_; }
     PMTicketRef pageFormat() const { return pageFormat_; }
     const PPDChoices& choices() const { return *choices_; }

@@ -46,6 +46,9 @@ void Runner::step() {
     if (!failed_ && !isOver && next_ < script_.lines.size()) {
         // Before the line, not after it: a line that opens a modal dialog comes back only when that is closed.
         schedule();
+        if (stage_.settle) {
+            stage_.settle();
+        }
         run(script_.lines[next_++]);
     } else if (closeFrontWindow()) {
         schedule();

@@ -16,6 +16,8 @@ struct Stage {
     WindowRef mainWindow = nullptr;  // the print dialog, whose buttons `ok` and `cancel` press
     std::string shotsFolder;         // made when the first shot is taken
     std::FILE* output = stdout;      // of `controls` and of notices
+    /// Does what the program does when the user pauses; called before each line. May be empty.
+    std::function<void()> settle;
     /// Does the program's own actions, if it has any; returns why one could not be done.
     std::function<std::optional<std::string>(const Own&)> perform;
 };

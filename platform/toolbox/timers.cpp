@@ -2,8 +2,39 @@
 
 #include "platform/toolbox/Windows.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 #include <chrono>
+#include <memory>
+
+namespace {
+
+/// Starts a timer anew with each input of the user's.
+class InputWatch : public QObject {
+public:
+    explicit InputWatch(QTimer* timer) : timer_(timer) { QCoreApplication::instance()->installEventFilter(this); }
+
+    bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
+        switch (event->type()) {
+            case QEvent::KeyPress:
+            case QEvent::InputMethod:
+            case QEvent::MouseButtonPress:
+            case QEvent::MouseButtonRelease:
+            case QEvent::Wheel:
+                timer_->start();
+                break;
+            default:
+                break;
+        }
+        return false;
+    }
+
+private:
+    QTimer* timer_;
+};
+
+}  // namespace
 
 /// A timer that fires once after its delay and, when it repeats, from then on at its interval.
 struct OpaqueEventLoopTimer {
@@ -11,6 +42,7 @@ struct OpaqueEventLoopTimer {
     double interval = 0;
     EventLoopTimerUPP routine = nullptr;
     void* userData = nullptr;
+    std::unique_ptr<InputWatch> watch;  // of a timer that waits for the user's pauses
 };
 
 namespace {
@@ -42,10 +74,21 @@ OSStatus InstallEventLoopTimer(double delay, double interval, EventLoopTimerUPP 
     return noErr;
 }
 
+OSStatus InstallEventLoopIdleTimer(double delay, EventLoopTimerUPP routine, void* userData, EventLoopTimerRef* timer) {
+    if (const OSStatus status = InstallEventLoopTimer(delay, 0, routine, userData, timer); status != noErr) {
+        return status;
+    }
+    QTimer& pause = (*timer)->timer;
+    pause.stop();  // until there is input
+    (*timer)->watch = std::make_unique<InputWatch>(&pause);
+    return noErr;
+}
+
 OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer) {
     if (timer == nullptr) {
         return paramErr;
     }
+    timer->watch.reset();
     timer->timer.stop();
     // Its routine may be running: the record goes when that has returned.
     QMetaObject::invokeMethod(

@@ -14,6 +14,7 @@
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QTabBar>
+#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -126,6 +127,25 @@ TEST_F(AutomationTest, WindowsBehindAModalOneAreOutOfReach) {
     EXPECT_EQ(heard(), "");
     DisposeWindow(modal);
     EXPECT_EQ(AutomationClick(control(1)), noErr);
+}
+
+TEST_F(AutomationTest, IdleTimersFireOncePerPause) {
+    show(widget("QPushButton", 1, rectangle(0, 0, 80, 30)));
+    int pauses = 0;
+    EventLoopTimerRef timer = nullptr;
+    ASSERT_EQ(InstallEventLoopIdleTimer(
+                  0.02, [](EventLoopTimerRef, void* count) { ++*static_cast<int*>(count); }, &pauses, &timer),
+              noErr);
+    QTest::qWait(60);
+    EXPECT_EQ(pauses, 0);  // nobody has touched anything
+    AutomationClick(control(1));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return pauses > 0; }));
+    QTest::qWait(60);
+    EXPECT_EQ(pauses, 1);
+    AutomationClick(control(1));
+    RemoveEventLoopTimer(timer);
+    QTest::qWait(60);
+    EXPECT_EQ(pauses, 1);
 }
 
 TEST_F(AutomationTest, ValuesChangeByClicksAndKeys) {

@@ -122,7 +122,7 @@ int run(const Options& options, Gallery& gallery, const script::Script& parsed) 
             parsed,
             script::Runner::Options{options.script, kSecondsWithoutProgress,
                                     static_cast<int>(ExitStatus::scriptFailed)},
-            script::Stage{gallery.window(), options.shots, stdout,
+            script::Stage{gallery.window(), options.shots, stdout, nullptr,
                           [&](const script::Own& own) { return gallery.open(own.argument); }},
             [&](bool failed) {
                 hasFailed = failed;

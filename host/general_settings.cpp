@@ -1,0 +1,185 @@
+#include "host/general_settings.h"
+
+#include "host/notice.h"
+#include "host/page_range.h"
+#include "host/script/text.h"
+#include "host/texts.h"
+#include "platform/toolbox/Menus.h"
+
+#include <string>
+
+namespace {
+
+#define kCollateKeyword CFSTR("Collate")
+#define kPageSizeKeyword CFSTR("PageSize")
+
+// The items of the radio group of pages.
+constexpr SInt32 kAllPages = 1;
+constexpr SInt32 kSomePages = 2;
+
+/// What fits on one line of the dialog; of a longer name the middle is left out.
+std::string shortened(const std::string& name) {
+    constexpr std::size_t kMost = 38;
+    constexpr std::size_t kEnd = 14;
+    std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
+    if (units.size() <= kMost) {
+        return name;
+    }
+    CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+    // A pair of surrogates that is cut apart would be no text any more.
+    const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
+    std::size_t head = kMost - kEnd;
+    std::size_t tail = units.size() - kEnd;
+    head -= isSecondHalf(units[head]) ? 1 : 0;
+    tail += isSecondHalf(units[tail]) ? 1 : 0;
+    units = units.substr(0, head) + u"…" + units.substr(tail);
+    return utf8(CFRef<CFStringRef>::adopt(
+                    CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
+                    .get());
+}
+
+CFStringRef faultText(PageRangeFault fault) {
+    switch (fault) {
+        case PageRangeFault::order:
+            return CFSTR("Page Range Order");
+        case PageRangeFault::beyondDocument:
+            return CFSTR("Page Range Beyond Document");
+        default:
+            return CFSTR("Page Range Syntax");
+    }
+}
+
+}  // namespace
+
+GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document,
+                                 ChangeShared changeShared)
+    : window_(window), texts_(texts), pageCount_(document.pageCount), changeShared_(std::move(changeShared)) {
+    static constexpr EventTypeSpec kTyping{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent};
+    InstallControlEventHandler(control(kPageRangeField), handleRangeTyping, 1, &kTyping, this, nullptr);
+    showDocument(document);
+}
+
+// ---- Showing
+
+void GeneralSettings::showDocument(const Document& document) const {
+    setStaticText(control(kDocumentName), cfString(shortened(document.name)));
+    setStaticText(control(kDocumentPages),
+                  pageCount_ == 1 ? localized(texts_, CFSTR("One Page"))
+                                  : localized(texts_, CFSTR("Number of Pages"), std::to_string(pageCount_)));
+}
+
+void GeneralSettings::show(PrintSession& session) {
+    session_ = &session;
+    fillPaperSizes();
+    SetControl32BitMinimum(control(kCopies), 1);
+    SetControl32BitMaximum(control(kCopies), kMostCopies);
+    SetControl32BitValue(control(kCopies), session.copies());
+    const std::string range = session.pageRange();
+    SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
+    setFieldText(control(kPageRangeField), cfString(range));
+    SetControlVisibility(control(kCollate),
+                         session.choices().offers("Collate", "True") && session.choices().offers("Collate", "False"),
+                         true);
+    showShared();
+}
+
+void GeneralSettings::showShared() {
+    SetControl32BitValue(control(kCollate), session_->choice(kCollateKeyword) == "True" ? 1 : 0);
+    SetControl32BitValue(control(kOrientation), session_->orientation());
+    const auto chosen = session_->choice(kPageSizeKeyword);
+    const PMPrinter printer = session_->printer().get();
+    SInt32 item = 0;
+    for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
+        PMPaper paper{};
+        PMPrinterGetIndPaper(printer, i, &paper);
+        item = utf8(paper.name) == chosen ? static_cast<SInt32>(i) + 1 : item;
+    }
+    SetControl32BitValue(control(kPaperSize), item);
+}
+
+void GeneralSettings::fillPaperSizes() {
+    const PMPrinter printer = session_->printer().get();
+    const MenuRef menu = GetControlPopupMenuHandle(control(kPaperSize));
+    DeleteMenuItems(menu, 1, CountMenuItems(menu));
+    for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
+        PMPaper paper{};
+        PMPrinterGetIndPaper(printer, i, &paper);
+        AppendMenuItemTextWithCFString(menu, paper.title, 0, 0, nullptr);
+    }
+}
+
+// ---- What the user does
+
+bool GeneralSettings::handleHit(SInt32 number) {
+    struct HitRow {
+        HostControl number;
+        void (GeneralSettings::*act)();
+    };
+    // clang-format off
+    static constexpr HitRow kHits[] = {
+        // control, what happens
+        {kCopies, &GeneralSettings::copiesChanged},
+        {kCollate, &GeneralSettings::collateChanged},
+        {kPages, &GeneralSettings::pagesChanged},
+        {kPaperSize, &GeneralSettings::paperSizeChosen},
+        {kOrientation, &GeneralSettings::orientationChosen},
+    };
+    // clang-format on
+    for (const HitRow& row : kHits) {
+        if (row.number == number) {
+            (this->*row.act)();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Who types a range wants it.
+OSStatus GeneralSettings::handleRangeTyping(EventHandlerCallRef, EventRef, void* self) {
+    SetControl32BitValue(static_cast<GeneralSettings*>(self)->control(kPages), kSomePages);
+    return eventNotHandledErr;
+}
+
+void GeneralSettings::copiesChanged() {
+    session_->setCopies(GetControl32BitValue(control(kCopies)));
+}
+
+void GeneralSettings::collateChanged() {
+    const bool collate = GetControl32BitValue(control(kCollate)) == 1;
+    changeShared_([&] { session_->setChoice(kCollateKeyword, collate ? CFSTR("True") : CFSTR("False")); });
+}
+
+void GeneralSettings::pagesChanged() {
+    if (GetControl32BitValue(control(kPages)) == kSomePages) {
+        SetKeyboardFocus(window_, control(kPageRangeField));
+    }
+}
+
+void GeneralSettings::paperSizeChosen() {
+    PMPaper paper{};
+    const CFIndex item = GetControl32BitValue(control(kPaperSize));
+    if (PMPrinterGetIndPaper(session_->printer().get(), item - 1, &paper) == noErr) {
+        changeShared_([&] { session_->setChoice(kPageSizeKeyword, paper.name); });
+    }
+}
+
+void GeneralSettings::orientationChosen() {
+    const SInt32 orientation = GetControl32BitValue(control(kOrientation));
+    changeShared_([&] { session_->setOrientation(orientation); });
+}
+
+bool GeneralSettings::takePageRange() {
+    if (GetControl32BitValue(control(kPages)) == kAllPages) {
+        session_->setPageRange({});
+        return true;
+    }
+    const PageRange range = readPageRange(fieldText(control(kPageRangeField)), pageCount_);
+    if (range.fault == PageRangeFault::none) {
+        session_->setPageRange(range.pages);
+        return true;
+    }
+    showNotice(kCFUserNotificationCautionAlertLevel, localized(texts_, CFSTR("Page Range Header")),
+               localized(texts_, faultText(range.fault), std::to_string(pageCount_)));
+    SetKeyboardFocus(window_, control(kPageRangeField));
+    return false;
+}

@@ -1,0 +1,50 @@
+// The settings that every printer has, beside the maker's panels: the left side of the dialog.
+#pragma once
+
+#include "host/dialog_controls.h"
+#include "host/document.h"
+#include "host/print_session.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Events.h"
+
+#include <functional>
+
+class GeneralSettings {
+public:
+    /// Runs a change of settings that the maker's panels may show too, with them told before and afterwards.
+    using ChangeShared = std::function<void(const std::function<void()>& change)>;
+
+    /// The window and the bundle of its texts must outlive this. Shows the document.
+    GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document, ChangeShared changeShared);
+
+    /// Shows a session's settings from now on.
+    void show(PrintSession& session);
+    /// Shows the settings that the maker's panels may have changed too.
+    void showShared();
+
+    /// Takes what the user did with one of these controls; false for any other control.
+    bool handleHit(SInt32 number);
+
+    /// Takes the pages to print into the session. False when they make no sense, which the user is then told.
+    bool takePageRange();
+
+private:
+    static OSStatus handleRangeTyping(EventHandlerCallRef next, EventRef event, void* self);
+
+    ControlRef control(HostControl number) const { return hostControl(window_, number); }
+    void showDocument(const Document& document) const;
+    void fillPaperSizes();
+
+    // What the user does
+    void copiesChanged();
+    void collateChanged();
+    void pagesChanged();
+    void paperSizeChosen();
+    void orientationChosen();
+
+    WindowRef window_;
+    CFBundleRef texts_;
+    std::int64_t pageCount_;
+    ChangeShared changeShared_;
+    PrintSession* session_ = nullptr;  // lent; null before the first one is shown
+};
