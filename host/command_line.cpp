@@ -40,6 +40,8 @@ constexpr std::array kOptions{
               "write the settings when the dialog ends with Print"},
     OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
               "write the printer-ready job there instead of sending it"},
+    OptionRow{"--print", nullptr, Group::script, &CommandLine::print,
+              "print at once what the settings say, without a window"},
     OptionRow{"--script", "FILE", Group::script, &CommandLine::script, "drive the dialog from a file"},
     OptionRow{"--shots", "DIR", Group::script, &CommandLine::shots,
               "where the script's pictures go; else the current folder"},
@@ -133,6 +135,9 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     }
     if (!line.script.empty() && line.listControls) {
         return usage("--script and --list-controls do not go together");
+    }
+    if (line.print && line.isScripted()) {
+        return usage("--print opens no window, so --script and --list-controls do not go with it");
     }
     for (const std::string& option : line.installed) {
         const std::size_t equals = option.find('=');

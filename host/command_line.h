@@ -17,6 +17,7 @@ struct CommandLine {
     std::string jobOut;
     std::string script;
     std::string shots;
+    bool print = false;
     bool listControls = false;
     bool help = false;
     bool version = false;

@@ -1,9 +1,10 @@
 // tavro-print: the print dialog of Tavro printers.
 
 #include "host/command_line.h"
-#include "host/installed_options.h"
+#include "host/job_setup.h"
 #include "host/places.h"
 #include "host/print_dialog.h"
+#include "host/print_without_window.h"
 #include "host/script/control_listing.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
@@ -60,13 +61,6 @@ Result<CFRef<CFBundleRef>> openBundle(const std::string& path) {
     return bundle;
 }
 
-Result<Printer> openChosenPrinter(const CommandLine& line) {
-    if (!line.ppd.empty()) {
-        return openPPD(line.ppd);
-    }
-    return line.printer.empty() ? openDefaultPrinter(samplePPDPath()) : openQueue(line.printer);
-}
-
 PrinterChoice choiceOf(const Printer& printer, const CommandLine& line) {
     if (!printer.queue().empty()) {
         return {PrinterChoice::Kind::queue, printer.queue()};
@@ -74,29 +68,14 @@ PrinterChoice choiceOf(const Printer& printer, const CommandLine& line) {
     return {PrinterChoice::Kind::ppd, line.ppd.empty() ? samplePPDPath() : line.ppd};
 }
 
-/// Everything that the dialog needs and that may be missing or broken.
-Result<PrintDialog::Setup> prepare(const CommandLine& line) {
-    auto document = openDocument(line.document);
-    if (!document) {
-        return document.failure();
-    }
-    auto printer = openChosenPrinter(line);
-    if (!printer) {
-        return printer.failure();
-    }
-    auto installed = readInstalledOptions(line.installed, *printer);
-    if (!installed) {
-        return installed.failure();
-    }
-    auto settings = line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
-    if (!settings) {
-        return settings.failure();
-    }
-    return PrintDialog::Setup{*document,  choiceOf(*printer, line), *printer,    *settings,
-                              *installed, line.ticketOut,           line.jobOut, line.isScripted()};
+void openToolbox(char* programName, bool scripted) {
+    // Qt would take arguments of its own from the command line. It keeps what it is given.
+    static int argumentCount = 1;
+    static std::array<char*, 2> arguments{programName, nullptr};
+    ToolboxInitialize(&argumentCount, arguments.data(), scripted);
 }
 
-PrintDialog::Outcome runDialog(PrintDialog& dialog, const CommandLine& line, const script::Script& parsed) {
+PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const script::Script& parsed) {
     std::unique_ptr<script::Runner> runner;
     return dialog.run([&] {
         if (line.listControls) {
@@ -116,23 +95,14 @@ PrintDialog::Outcome runDialog(PrintDialog& dialog, const CommandLine& line, con
     });
 }
 
-ExitStatus run(const CommandLine& line, char* programName) {
-    auto parsed = openScript(line.script);
-    if (!parsed) {
-        return fail(parsed.failure());
-    }
-    if (!line.isScripted() && !hasDisplay()) {
-        return fail({ExitStatus::usage, "there is no display; --script drives the dialog without one"});
-    }
-    auto setup = prepare(line);
-    if (!setup) {
-        return fail(setup.failure());
-    }
-    markStart("input");
-    // Qt would take arguments of its own from the command line.
-    int argumentCount = 1;
-    std::array<char*, 2> arguments{programName, nullptr};
-    ToolboxInitialize(&argumentCount, arguments.data(), line.isScripted());
+ExitStatus printAtOnce(const JobSetup& setup, char* programName) {
+    openToolbox(programName, true);  // cover sheets are drawn with its fonts
+    auto bundle = openBundle(hostBundlePath());
+    return fail(bundle ? printWithoutWindow(setup, bundle->get()) : bundle.failure());
+}
+
+ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, char* programName) {
+    openToolbox(programName, line.isScripted());
     markStart("toolbox");
     auto bundle = openBundle(hostBundlePath());
     if (!bundle) {
@@ -143,12 +113,29 @@ ExitStatus run(const CommandLine& line, char* programName) {
         return fail(plugin.failure());
     }
     markStart("plug-in");
-    auto dialog = PrintDialog::make(bundle->get(), **plugin, std::move(*setup));
+    PrinterChoice choice = choiceOf(job.printer, line);
+    auto dialog = PrintDialog::make(bundle->get(), **plugin, {std::move(job), std::move(choice), line.isScripted()});
     if (!dialog) {
         return fail(dialog.failure());
     }
-    const PrintDialog::Outcome outcome = runDialog(**dialog, line, *parsed);
+    const PrintDialog::Outcome outcome = drive(**dialog, line, parsed);
     return fail({outcome.status, outcome.line});
+}
+
+ExitStatus run(const CommandLine& line, char* programName) {
+    auto parsed = openScript(line.script);
+    if (!parsed) {
+        return fail(parsed.failure());
+    }
+    if (!line.print && !line.isScripted() && !hasDisplay()) {
+        return fail({ExitStatus::usage, "there is no display; --print and --script do without one"});
+    }
+    auto job = openJobSetup(line, samplePPDPath());
+    if (!job) {
+        return fail(job.failure());
+    }
+    markStart("input");
+    return line.print ? printAtOnce(*job, programName) : runDialog(line, *parsed, std::move(*job), programName);
 }
 
 }  // namespace

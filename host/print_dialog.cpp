@@ -29,8 +29,8 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     }
     markStart("window");
     dialog->installHandlers();
-    const Setup& first = dialog->setup_;
-    dialog->printers_.emplace(dialog->control(kPrinterMenu), first.printerChoice, first.printer.name());
+    const JobSetup& first = dialog->setup_.job;
+    dialog->printers_.emplace(dialog->control(kPrinterMenu), dialog->setup_.printerChoice, first.printer.name());
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     const auto start = dialog->startSession(first.printer, first.settings, first.installedOptions.get());
@@ -86,7 +86,7 @@ void PrintDialog::installHandlers() {
 PluginHost::Start PrintDialog::startSession(const Printer& printer, const JobSettings& settings,
                                             CFDictionaryRef installed) {
     plugin_.stop(noErr);
-    session_ = std::make_unique<PrintSession>(printer, settings, installed, setup_.document.name);
+    session_ = std::make_unique<PrintSession>(printer, settings, installed, setup_.job.document.name);
     general_->show(*session_);
     const auto start = plugin_.start(control(kMakersPlace), session_->get());
     const bool hasPanels = start == PluginHost::Start::started;
@@ -204,7 +204,7 @@ void PrintDialog::accept() {
         return;
     }
     script::stopWatchdog();  // a long document may take its time
-    const auto notSent = sendJob(setup_.document, session_->printer(), *session_, setup_.jobOut, bundle_);
+    const auto notSent = sendJob(setup_.job.document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
     if (notSent) {
         showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
                    cfString(*notSent));
@@ -213,7 +213,7 @@ void PrintDialog::accept() {
         }
     }
     const auto notWritten =
-        setup_.ticketOut.empty() ? std::nullopt : writeSettingsFile(session_->copySettings(), setup_.ticketOut);
+        setup_.job.ticketOut.empty() ? std::nullopt : writeSettingsFile(session_->copySettings(), setup_.job.ticketOut);
     if (notWritten) {
         showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
                    cfString(*notWritten));

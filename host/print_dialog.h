@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/dialog_controls.h"
-#include "host/document.h"
 #include "host/general_settings.h"
+#include "host/job_setup.h"
 #include "host/plugin_host.h"
 #include "host/print_session.h"
 #include "host/printer_menu.h"
@@ -18,13 +18,8 @@
 class PrintDialog {
 public:
     struct Setup {
-        Document document;
-        PrinterChoice printerChoice;
-        Printer printer;
-        JobSettings settings;                     // to start from; never changed
-        CFRef<CFDictionaryRef> installedOptions;  // of the printer that is shown first; may be null
-        std::string ticketOut;                    // where the settings are written; may be empty
-        std::string jobOut;                       // where the job is written instead of being sent; may be empty
+        JobSetup job;
+        PrinterChoice printerChoice;  // of the job's printer, which is shown first
         bool scripted = false;
     };
 

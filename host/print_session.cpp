@@ -5,7 +5,6 @@
 #include "platform/foundation/CFNumber.h"
 
 #include <array>
-#include <vector>
 
 namespace {
 
@@ -79,7 +78,9 @@ void PrintSession::dropChoicesNotOffered() {
     for (std::size_t i = 0; i < count; ++i) {
         const auto key = CFRef<CFStringRef>::retain(static_cast<CFStringRef>(keys[i]));
         const std::string keyword = utf8(key.get());
-        if (choices_->hasKeyword(keyword) && !choices_->offers(keyword, utf8(static_cast<CFStringRef>(values[i])))) {
+        const std::string option = utf8(static_cast<CFStringRef>(values[i]));
+        if (choices_->hasKeyword(keyword) && !choices_->offers(keyword, option)) {
+            choicesNotOffered_.push_back(keyword + "=" + option);
             CFDictionaryRemoveValue(pairs, key.get());
         }
     }

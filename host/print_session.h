@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// Orientations of the page, as the page format ticket counts them.
 inline constexpr SInt32 kPortrait = 1;
@@ -32,6 +33,8 @@ public:
     PMTicketRef printSettings() const { return printSettings_; }
     PMTicketRef pageFormat() const { return pageFormat_; }
     const PPDChoices& choices() const { return *choices_; }
+    /// What the settings chose and the printer does not offer, as "keyword=option": its default stands instead.
+    const std::vector<std::string>& choicesNotOffered() const { return choicesNotOffered_; }
 
     /// The tickets as they are now.
     JobSettings copySettings() const;
@@ -60,4 +63,5 @@ private:
     PMTicketRef pageFormat_ = 0;
     PMTicketRef printerInfo_ = 0;
     std::optional<PPDChoices> choices_;
+    std::vector<std::string> choicesNotOffered_;
 };

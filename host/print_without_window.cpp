@@ -1,0 +1,45 @@
+#include "host/print_without_window.h"
+
+#include "host/page_range.h"
+#include "host/print_job.h"
+#include "host/print_session.h"
+
+#include <cstdio>
+
+namespace {
+
+const char* faultText(PageRangeFault fault) {
+    switch (fault) {
+        case PageRangeFault::order:
+            return "a range begins with its lower page number";
+        case PageRangeFault::beyondDocument:
+            return "the document has no such page";
+        default:
+            return "is not a range of pages";
+    }
+}
+
+}  // namespace
+
+Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
+    const PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
+    for (const std::string& choice : session.choicesNotOffered()) {
+        std::fprintf(stderr, "tavro-print: %s: %s does not offer it; its default is printed\n", choice.c_str(),
+                     setup.printer.name().c_str());
+    }
+    if (const std::string range = session.pageRange(); !range.empty()) {
+        const PageRange pages = readPageRange(range, setup.document.pageCount);
+        if (pages.fault != PageRangeFault::none) {
+            return unusable("pages " + range, faultText(pages.fault));
+        }
+    }
+    if (auto notSent = sendJob(setup.document, setup.printer, session, setup.jobOut, texts)) {
+        return {ExitStatus::notSent, *notSent};
+    }
+    if (!setup.ticketOut.empty()) {
+        if (auto notWritten = writeSettingsFile(session.copySettings(), setup.ticketOut)) {
+            return {ExitStatus::unusableInput, *notWritten};
+        }
+    }
+    return {ExitStatus::success, {}};
+}
