@@ -14,15 +14,13 @@ namespace {
 
 using Reason = std::optional<std::string>;
 
-std::string noControl(ControlName name) {
+std::string noControl(const ControlName& name) {
     return "there is no control " + controlNameText(name);
 }
 
 /// Why a user could not have done that to the control.
 std::string unusable(ControlRef control) {
-    ControlID id{};
-    GetControlID(control, &id);
-    const std::string name = controlNameText({id.signature, id.id});
+    const std::string name = nameOf(control);
     if (!isShown(control)) {
         return name + " is hidden";
     }
@@ -112,13 +110,14 @@ public:
 
     Reason operator()(const Choose& choose) const {
         return withControl(choose.control, [&](ControlRef control) -> Reason {
-            const auto found = findItem(GetControlPopupMenuHandle(control), [&](MenuRef menu, MenuItemIndex i) {
-                return itemText(menu, i) == choose.text;
-            });
-            if (!found) {
-                return controlNameText(choose.control) + " has no item " + quoted(choose.text);
+            const std::string none = controlNameText(choose.control) + " has no item " + quoted(choose.text);
+            const MenuRef menu = GetControlPopupMenuHandle(control);
+            if (menu == nullptr) {
+                return reasonOf(AutomationChooseText(control, cfString(choose.text).get()), control, none);
             }
-            return chooseItem(control, *found);
+            const auto found =
+                findItem(menu, [&](MenuRef in, MenuItemIndex i) { return itemText(in, i) == choose.text; });
+            return found ? chooseItem(control, *found) : none;
         });
     }
 
@@ -210,7 +209,7 @@ public:
 
 private:
     template <typename Act>
-    Reason withControl(ControlName name, Act act) const {
+    Reason withControl(const ControlName& name, Act act) const {
         ControlRef control = findControl(stage_, name);
         return control != nullptr ? act(control) : noControl(name);
     }

@@ -14,9 +14,8 @@ namespace {
 using Leaves = bool (*)(ControlRef);
 
 std::string nameText(ControlRef control) {
-    ControlID id{};
-    GetControlID(control, &id);
-    return id.signature != 0 ? " " + controlNameText({id.signature, id.id}) : std::string();
+    const std::string name = nameOf(control);
+    return name.empty() ? name : " " + name;
 }
 
 std::string commandText(OSType command) {

@@ -25,6 +25,12 @@ std::optional<std::string> compareText(const std::string& name, ControlRef contr
     return name + " has the text " + printableTextOf(control) + ", not " + quoted(expected);
 }
 
+/// Of its menu, or of its list where it has none.
+CFIndex itemsOf(ControlRef control) {
+    const MenuRef menu = GetControlPopupMenuHandle(control);
+    return menu != nullptr ? CountMenuItems(menu) : AutomationCountRows(control);
+}
+
 std::optional<std::string> compareState(const std::string& name, bool isAsExpected, const char* otherwise) {
     return isAsExpected ? std::nullopt : std::optional(name + " is " + otherwise);
 }
@@ -51,8 +57,7 @@ std::optional<std::string> check(const Expect& expect, const Stage& stage) {
         case Aspect::visible:
             return compareState(name, isShown(control), "hidden");
         case Aspect::items:
-            return compare(name, "a number of items of", CountMenuItems(GetControlPopupMenuHandle(control)),
-                           expect.number);
+            return compare(name, "a number of items of", itemsOf(control), expect.number);
         case Aspect::rows:
             return compare(name, "a number of rows of", AutomationCountRows(control), expect.number);
     }

@@ -42,6 +42,7 @@ void Runner::step() {
         schedule();  // the line before this one is still picking its item
         return;
     }
+    AutomationAdoptFrontWindow();
     const bool isOver = stage_.mainWindow != nullptr && !IsWindowVisible(stage_.mainWindow);
     if (!failed_ && !isOver && next_ < script_.lines.size()) {
         // Before the line, not after it: a line that opens a modal dialog comes back only when that is closed.

@@ -121,6 +121,9 @@ public:
 
     ControlName control() {
         const Word& name = word("a control (SIGNATURE:NUMBER)");
+        if (name.text.size() > 1 && name.text.front() == '@') {
+            return {0, 0, name.text.substr(1)};
+        }
         const auto colon = name.text.rfind(':');
         if (colon != std::string::npos) {
             const auto signature = codeOf(std::string_view(name.text).substr(0, colon));
@@ -129,7 +132,7 @@ public:
                 return {*signature, *number};
             }
         }
-        throw SyntaxError{name.column, "a control is four characters, a colon and a number"};
+        throw SyntaxError{name.column, "a control is four characters, a colon and a number, or @ and a name"};
     }
 
     template <typename Number = SInt32>
@@ -317,7 +320,10 @@ std::optional<Action> readLine(std::string_view line, std::span<const std::strin
 
 }  // namespace
 
-std::string controlNameText(ControlName name) {
+std::string controlNameText(const ControlName& name) {
+    if (!name.name.empty()) {
+        return "@" + name.name;
+    }
     return FourCharCodeText(name.signature) + ":" + std::to_string(name.number);
 }
 

@@ -14,14 +14,15 @@
 
 namespace script {
 
-/// A control: SIGNATURE:NUMBER.
+/// A control: SIGNATURE:NUMBER, or @NAME in a window that is not the toolbox's own.
 struct ControlName {
     OSType signature;
     SInt32 number;
+    std::string name = {};  // empty for a control with a number
 
     bool operator==(const ControlName&) const = default;
 };
-std::string controlNameText(ControlName name);
+std::string controlNameText(const ControlName& name);
 
 struct Panel {
     std::string titleOrNumber;

@@ -1,11 +1,17 @@
 #include "host/script/stage.h"
 
 #include "host/script/text.h"
+#include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Menus.h"
 
 namespace script {
 
-ControlRef findControl(const Stage& stage, ControlName name) {
+ControlRef findControl(const Stage& stage, const ControlName& name) {
+    if (!name.name.empty()) {
+        ControlRef control = nullptr;
+        AutomationFindControl(FrontNonFloatingWindow(), cfString(name.name).get(), &control);
+        return control;
+    }
     const ControlID id{name.signature, name.number};
     for (const WindowRef window : {FrontNonFloatingWindow(), stage.mainWindow}) {
         ControlRef control = nullptr;
@@ -14,6 +20,13 @@ ControlRef findControl(const Stage& stage, ControlName name) {
         }
     }
     return nullptr;
+}
+
+std::string nameOf(ControlRef control) {
+    const auto name = CFRef<CFStringRef>::adopt(AutomationCopyControlName(control));
+    ControlID id{};
+    GetControlID(control, &id);
+    return name || id.signature != 0 ? controlNameText({id.signature, id.id, utf8(name.get())}) : std::string();
 }
 
 bool isShown(ControlRef control) {
@@ -40,8 +53,10 @@ std::string textOf(ControlRef control) {
     CFStringRef text = nullptr;
     switch (GetControlKind(control)) {
         case ControlKind::popUp:
-            return itemText(GetControlPopupMenuHandle(control),
-                            static_cast<MenuItemIndex>(GetControl32BitValue(control)));
+            if (const MenuRef menu = GetControlPopupMenuHandle(control)) {
+                return itemText(menu, static_cast<MenuItemIndex>(GetControl32BitValue(control)));
+            }
+            [[fallthrough]];
         case ControlKind::editText:
         case ControlKind::passwordText:
         case ControlKind::textView:

@@ -28,7 +28,10 @@ inline constexpr ControlID kPanelSelector{FourCharCode("Tshl"), 16};
 inline constexpr OSType kPanelPaneSignature = FourCharCode("TSgb");
 
 /// The control of that name in the front window, else in the main window; null when there is none.
-ControlRef findControl(const Stage& stage, ControlName name);
+ControlRef findControl(const Stage& stage, const ControlName& name);
+
+/// How scripts call a control; empty for one that they cannot call.
+std::string nameOf(ControlRef control);
 
 /// Whether it and all its parents are shown.
 bool isShown(ControlRef control);

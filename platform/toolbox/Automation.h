@@ -19,6 +19,8 @@ OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);
 /// Picks an item of the control's menu or of a menu below it: `menu` is the one that the item stands in.
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item);
+/// The same for a pop-up of an adopted window, which has no menu: picks the first item of that text.
+OSStatus AutomationChooseText(ControlRef control, CFStringRef text);
 /// Whether a menu is open: an item is being picked, and nothing else can be done until that has happened.
 Boolean AutomationIsMenuOpen();
 /// Replaces the field's text, key by key; focus leaves nothing else behind. In a clock, each number or word goes into
@@ -32,6 +34,15 @@ CFStringRef AutomationCopyCellText(ControlRef list, UInt32 row, UInt32 column);
 Boolean AutomationIsRowSelected(ControlRef list, UInt32 row);
 /// A PNG of the window as it is drawn now; passwords show as dots.
 OSStatus AutomationSnapshot(WindowRef window, CFURLRef file);
+
+/// When the modal window in front was made by somebody else, of widgets of their own: makes it a window of the
+/// toolbox's until it closes, and a control of each of its widgets that has a name. They have no signature and number,
+/// send no events and can be used by all that stands here. Widgets that came later are added with the next call.
+void AutomationAdoptFrontWindow();
+/// A new string: the name of an adopted window's control; null for other controls.
+CFStringRef AutomationCopyControlName(ControlRef control);
+/// The first control of that name in an adopted window. errUnknownControl when there is none.
+OSStatus AutomationFindControl(WindowRef window, CFStringRef name, ControlRef* control);
 
 /// How often the system has beeped so far.
 UInt32 AutomationCountBeeps();

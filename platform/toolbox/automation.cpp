@@ -7,7 +7,9 @@
 #include "platform/toolbox/text_area.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
+#include <QComboBox>
 #include <QDateTimeEdit>
 #include <QRegularExpression>
 #include <QSet>
@@ -69,6 +71,20 @@ QSet<int> selectedRows(const QAbstractItemView* view) {
 QAbstractItemView* listOf(ControlRef control) {
     auto* view = control ? qobject_cast<QAbstractItemView*>(control->widget) : nullptr;
     return view && view->model() ? view : nullptr;
+}
+
+/// The same, or the list that a pop-up without a menu opens.
+const QAbstractItemView* listToReadOf(ControlRef control) {
+    const auto* popUp = control && !control->menu ? qobject_cast<const QComboBox*>(control->widget) : nullptr;
+    return popUp ? popUp->view() : listOf(control);
+}
+
+/// Whether text can be typed into it: of the fields of others we need to know no more than what they are.
+bool isField(const OpaqueControlRef& control) {
+    return control.origin == ControlOrigin::own
+               ? dynamic_cast<TextSink*>(control.widget) != nullptr
+               : control.kind == ControlKind::editText || control.kind == ControlKind::passwordText ||
+                     qobject_cast<QAbstractSpinBox*>(control.widget) != nullptr;
 }
 
 OSStatus typeIntoField(QWidget* widget, const QString& text) {
@@ -163,7 +179,7 @@ OSStatus AutomationType(ControlRef control, CFStringRef string) {
     if (QAbstractItemView* list = listOf(control)) {
         return typeIntoList(list, text);
     }
-    return dynamic_cast<TextSink*>(control->widget) ? typeIntoField(control->widget, text) : paramErr;
+    return isField(*control) ? typeIntoField(control->widget, text) : paramErr;
 }
 
 OSStatus AutomationSelectRows(ControlRef control, ItemCount count, const UInt32* rows) {
@@ -195,12 +211,12 @@ OSStatus AutomationSelectRows(ControlRef control, ItemCount count, const UInt32*
 }
 
 CFIndex AutomationCountRows(ControlRef control) {
-    const QAbstractItemView* view = listOf(control);
+    const QAbstractItemView* view = listToReadOf(control);
     return view ? view->model()->rowCount(view->rootIndex()) : 0;
 }
 
 CFStringRef AutomationCopyCellText(ControlRef control, UInt32 row, UInt32 column) {
-    const QAbstractItemView* view = listOf(control);
+    const QAbstractItemView* view = listToReadOf(control);
     if (!view || row < 1 || column < 1) {
         return nullptr;
     }

@@ -6,6 +6,7 @@
 #include "platform/toolbox/objects.h"
 
 #include <QAbstractItemView>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QMenu>
@@ -70,6 +71,13 @@ OSStatus stepTo(ControlRef control, SInt32 value) {
         now = next;
     }
     return noErr;
+}
+
+/// Types the number, as one does into a field with arrows.
+OSStatus typeNumber(ControlRef control, SInt32 value) {
+    const QPointer<OpaqueControlRef> alive(control);
+    const OSStatus status = AutomationType(control, toCFString(QString::number(value)).get());
+    return status == noErr && alive && GetControl32BitValue(control) != value ? OSStatus{paramErr} : status;
 }
 
 /// In the opened list or menu: walks to the row with the arrow keys and takes it, or closes it again.
@@ -173,7 +181,9 @@ OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
             return pickFromPopUp(static_cast<QComboBox*>(control->widget), value - 1);
         case ControlKind::slider:
         case ControlKind::littleArrows:
-            return stepTo(control, value);
+            return control->origin == ControlOrigin::adopted && qobject_cast<QAbstractSpinBox*>(control->widget)
+                       ? typeNumber(control, value)
+                       : stepTo(control, value);
         case ControlKind::tabs:
             return clickTab(control->widget, value - 1);
         default:
@@ -194,6 +204,15 @@ OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemInde
     }
     auto* button = qobject_cast<QToolButton*>(control->widget);
     return button && button->menu() ? pickFromButton(button, rows) : paramErr;
+}
+
+OSStatus AutomationChooseText(ControlRef control, CFStringRef text) {
+    auto* popUp = control && !control->menu ? qobject_cast<QComboBox*>(control->widget) : nullptr;
+    const int row = popUp ? popUp->findText(toQString(text)) : -1;
+    if (row < 0) {
+        return paramErr;
+    }
+    return userReaches(popUp) ? pickFromPopUp(popUp, row) : OSStatus{kControlNotUsableErr};
 }
 
 Boolean AutomationIsMenuOpen() {

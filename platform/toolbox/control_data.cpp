@@ -7,6 +7,8 @@
 #include "platform/toolbox/pictures.h"
 
 #include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QComboBox>
 #include <QDateTimeEdit>
 #include <QGroupBox>
 #include <QLabel>
@@ -56,8 +58,11 @@ std::optional<QString> textOf(const QWidget* widget) {
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
         return label->text();
     }
-    if (const auto* clock = qobject_cast<const QDateTimeEdit*>(widget)) {
-        return clock->text();
+    if (const auto* number = qobject_cast<const QAbstractSpinBox*>(widget)) {  // and clocks
+        return number->text();
+    }
+    if (const auto* popUp = qobject_cast<const QComboBox*>(widget)) {
+        return popUp->currentText();
     }
     return std::nullopt;
 }

@@ -44,6 +44,9 @@ void HideControl(ControlRef control) {
 }
 
 Boolean IsControlVisible(ControlRef control) {
+    if (control != nullptr && control->origin == ControlOrigin::adopted) {
+        return control->widget->isVisible();  // what it lies in need not be a control
+    }
     // A child of a window that was never shown is "hidden" for Qt, but nobody hid it.
     return control != nullptr && !(control->widget->testAttribute(Qt::WA_WState_ExplicitShowHide) &&
                                    control->widget->testAttribute(Qt::WA_WState_Hidden));

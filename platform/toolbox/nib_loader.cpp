@@ -131,53 +131,6 @@ OSType codeOf(const QVariant& property) {
     return code;
 }
 
-/// What a widget's class says that it is.
-ControlKind kindOfClass(const QWidget* widget) {
-    if (qobject_cast<const QPushButton*>(widget) != nullptr) {
-        return ControlKind::pushButton;
-    }
-    if (qobject_cast<const QToolButton*>(widget) != nullptr) {
-        return ControlKind::bevelButton;
-    }
-    if (qobject_cast<const QComboBox*>(widget) != nullptr) {
-        return ControlKind::popUp;
-    }
-    if (qobject_cast<const QCheckBox*>(widget) != nullptr) {
-        return ControlKind::checkBox;
-    }
-    if (qobject_cast<const QRadioButton*>(widget) != nullptr) {
-        return ControlKind::radioButton;
-    }
-    if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
-        return field->echoMode() == QLineEdit::Normal ? ControlKind::editText : ControlKind::passwordText;
-    }
-    if (const auto* area = qobject_cast<const QPlainTextEdit*>(widget)) {
-        return area->isReadOnly() ? ControlKind::textView : ControlKind::editText;
-    }
-    if (qobject_cast<const QLabel*>(widget) != nullptr) {
-        return ControlKind::staticText;
-    }
-    if (qobject_cast<const QSpinBox*>(widget) != nullptr || dynamic_cast<const LittleArrows*>(widget) != nullptr) {
-        return ControlKind::littleArrows;
-    }
-    if (qobject_cast<const QSlider*>(widget) != nullptr) {
-        return ControlKind::slider;
-    }
-    if (qobject_cast<const QTabBar*>(widget) != nullptr || qobject_cast<const QTabWidget*>(widget) != nullptr) {
-        return ControlKind::tabs;
-    }
-    if (qobject_cast<const QGroupBox*>(widget) != nullptr) {
-        return ControlKind::groupBox;
-    }
-    if (qobject_cast<const QAbstractItemView*>(widget) != nullptr) {
-        return ControlKind::list;
-    }
-    if (qobject_cast<const QDateTimeEdit*>(widget) != nullptr) {
-        return ControlKind::clock;
-    }
-    return ControlKind::userPane;
-}
-
 ControlKind kindOf(const QWidget* widget) {
     const QByteArray named = widget->property("kind").toString().toLatin1();
     for (const KindName& row : kKindNames) {
@@ -256,6 +209,52 @@ private:
 };
 
 }  // namespace
+
+ControlKind kindOfClass(const QWidget* widget) {
+    if (qobject_cast<const QPushButton*>(widget) != nullptr) {
+        return ControlKind::pushButton;
+    }
+    if (qobject_cast<const QToolButton*>(widget) != nullptr) {
+        return ControlKind::bevelButton;
+    }
+    if (qobject_cast<const QComboBox*>(widget) != nullptr) {
+        return ControlKind::popUp;
+    }
+    if (qobject_cast<const QCheckBox*>(widget) != nullptr) {
+        return ControlKind::checkBox;
+    }
+    if (qobject_cast<const QRadioButton*>(widget) != nullptr) {
+        return ControlKind::radioButton;
+    }
+    if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+        return field->echoMode() == QLineEdit::Normal ? ControlKind::editText : ControlKind::passwordText;
+    }
+    if (const auto* area = qobject_cast<const QPlainTextEdit*>(widget)) {
+        return area->isReadOnly() ? ControlKind::textView : ControlKind::editText;
+    }
+    if (qobject_cast<const QLabel*>(widget) != nullptr) {
+        return ControlKind::staticText;
+    }
+    if (qobject_cast<const QSpinBox*>(widget) != nullptr || dynamic_cast<const LittleArrows*>(widget) != nullptr) {
+        return ControlKind::littleArrows;
+    }
+    if (qobject_cast<const QSlider*>(widget) != nullptr) {
+        return ControlKind::slider;
+    }
+    if (qobject_cast<const QTabBar*>(widget) != nullptr || qobject_cast<const QTabWidget*>(widget) != nullptr) {
+        return ControlKind::tabs;
+    }
+    if (qobject_cast<const QGroupBox*>(widget) != nullptr) {
+        return ControlKind::groupBox;
+    }
+    if (qobject_cast<const QAbstractItemView*>(widget) != nullptr) {
+        return ControlKind::list;
+    }
+    if (qobject_cast<const QDateTimeEdit*>(widget) != nullptr) {
+        return ControlKind::clock;
+    }
+    return ControlKind::userPane;
+}
 
 const char* ControlKindName(ControlKind kind) {
     return kKindNames[static_cast<std::size_t>(kind)].name;

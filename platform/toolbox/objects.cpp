@@ -76,10 +76,12 @@ void connectUserActions(OpaqueControlRef* control) {
 
 }  // namespace
 
-OpaqueControlRef::OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind)
-    : QObject(ownWidget), widget(ownWidget), kind(ownKind) {
+OpaqueControlRef::OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind, ControlOrigin from)
+    : QObject(ownWidget), widget(ownWidget), kind(ownKind), origin(from) {
     controlsByWidget().insert(widget, this);
-    connectUserActions(this);
+    if (origin == ControlOrigin::own) {
+        connectUserActions(this);
+    }
 }
 
 OpaqueControlRef::~OpaqueControlRef() {

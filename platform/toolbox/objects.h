@@ -115,9 +115,13 @@ struct MenuRelease {
 };
 using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
 
+/// Whose widget a control is: a nib's or the toolbox's own, or that of a window that was adopted for a script
+/// (AutomationAdoptFrontWindow), which nobody here listens to.
+enum class ControlOrigin { own, adopted };
+
 struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     /// Makes a widget a control and connects what the user does with it. One widget is at most one control.
-    OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind);
+    OpaqueControlRef(QWidget* ownWidget, ControlKind ownKind, ControlOrigin from = ControlOrigin::own);
     ~OpaqueControlRef() override;
 
     /// The control of a widget, null when it is none.
@@ -138,6 +142,7 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
 
     QWidget* const widget;
     const ControlKind kind;
+    const ControlOrigin origin;
     ControlID id{0, 0};
     OSType secondSignature = 0;
     OSType command = 0;

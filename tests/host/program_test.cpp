@@ -107,6 +107,22 @@ TEST_F(Program, RunsTheExampleOfABooklet) {
     EXPECT_EQ(third.status, 3) << "no folder, no button";
 }
 
+TEST_F(Program, RunsTheExampleOfEditedWatermarks) {
+    const Run done = runJobExample("edit-watermarks");
+    EXPECT_EQ(done.errors, "");
+    EXPECT_EQ(done.output,
+              "notice: A deleted watermark cannot be brought back.\n"
+              "        Do you want to delete the watermark \u201CConfidential\u201D?\n");
+    EXPECT_TRUE(hasPair(settings(), "com.tavro.print.watermark.Watermark", "<string>Internal</string>"));
+    const std::string store = contentOf(folder / ".local/share/tavro/Tavro/com.tavro.printing.watermarks.plist");
+    EXPECT_TRUE(hasPair(store, "WatermarkListEntries",
+                        "<array><string>First Draft</string><string>Copy</string><string>Internal</string></array>"));
+    EXPECT_EQ(store.find("<key>Draft</key>"), std::string::npos);
+    EXPECT_EQ(store.find("<key>Confidential</key>"), std::string::npos);
+    EXPECT_TRUE(hasPair(store, "fontName", "<string>DejaVuSans-Bold</string>"));
+    EXPECT_NE(job().find("/uni0049/uni006E/uni0074/uni0065/uni0072/uni006E/uni0061/uni006C]def"), std::string::npos);
+}
+
 TEST_F(Program, RunsTheExampleOfPaperAndOutput) {
     runExample("paper-output");
     EXPECT_TRUE(jobHas("MediaColor", "Blue"));

@@ -61,6 +61,7 @@ TEST(ScriptParser, SplitsLinesIntoWords) {
     EXPECT_EQ(only<Type>(R"(type Tshl:16 "say \"on\\off\"\n")").text, "say \"on\\off\"\n");
     EXPECT_EQ(only<Choose>("choose Tshl:16 1\" \"Staple").text, "1 Staple");
     EXPECT_EQ(only<Click>("click \"a:b \":7").control, (ControlName{FourCharCode("a:b "), 7}));
+    EXPECT_EQ(only<Click>("click @okButton").control, (ControlName{0, 0, "okButton"}));
 
     const Script script = parse("# nothing\n\nok\ncancel");
     ASSERT_EQ(script.lines.size(), 2u);
@@ -74,6 +75,7 @@ TEST(ScriptParser, TellsWhereALineIsWrong) {
         {"click", 1},
         {"click Tshl", 7},
         {"click Tsh:16", 7},
+        {"click @", 7},
         {"click Tshl:16x", 7},
         {"click Tshl:99999999999", 7},
         {"click Tshl:16 again", 15},

@@ -7,6 +7,14 @@
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <unistd.h>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -121,6 +129,73 @@ TEST_F(ScriptTest, GoesOnInsideModalDialogs) {
     EXPECT_FALSE(IsWindowVisible(second));
     EXPECT_EQ(window, first);
     DisposeWindow(second);
+}
+
+TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
+    open(property("windowTitle", "string", "Main") + R"(<layout class="QVBoxLayout"><item>)" +
+         widget("QPushButton", 1) + "</item></layout>");
+    QDialog other;
+    other.setWindowTitle(QStringLiteral("Other"));
+    QVBoxLayout layout(&other);
+    const auto add = [&layout](auto* part, const char* name) {
+        part->setObjectName(QLatin1String(name));
+        layout.addWidget(part);
+        return part;
+    };
+    auto* text = add(new QLineEdit(QStringLiteral("old")), "text");
+    add(new QLineEdit, "secret")->setEchoMode(QLineEdit::Password);
+    auto* count = add(new QSpinBox, "count");
+    auto* length = add(new QDoubleSpinBox, "length");
+    length->setSuffix(QStringLiteral(" mm"));
+    auto* kind = add(new QComboBox, "kind");
+    kind->addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    qobject_cast<QStandardItemModel*>(kind->model())->item(2)->setEnabled(false);
+    add(new QCheckBox(QStringLiteral("&Big")), "big");
+    auto* page = new QWidget(&other);
+    (new QPushButton(page))->setObjectName(QStringLiteral("away"));
+    page->hide();
+    add(new QPushButton, "off")->setEnabled(false);
+    QObject::connect(add(new QPushButton, "done"), &QPushButton::clicked, &other, &QDialog::accept);
+    int result = -1;
+    const TestHandler opener(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
+                             [&](EventHandlerCallRef, EventRef) {
+                                 result = other.exec();
+                                 return noErr;
+                             });
+    const std::string begin = "click Test:1\n";
+    const End end = run(begin +
+                        "expect window Other\ntype @text \"two words\"\ntype @secret pass\nset @count 12\n"
+                        "type @length 1.25\nchoose @kind b\nclick @big\nexpect @big value 1\n"
+                        "expect @length text \"1.25 mm\"\nexpect @kind items 3\nexpect @kind text b\n"
+                        "expect @off disabled\nexpect @away hidden\ncontrols\nclick @done\nexpect window Main");
+    EXPECT_EQ(end.errors, "");
+    EXPECT_EQ(end.output,
+              "window \"Other\"\n"
+              "  editText @text \"two words\"\n"
+              "  passwordText @secret ••••\n"
+              "  littleArrows @count value 12 of 0 to 99\n"
+              "  editText @length \"1.25 mm\"\n"
+              "  popUp @kind value 2 \"b\"\n    1 \"a\"\n    2 \"b\"\n    3 \"c\"\n"
+              "  checkBox @big value 1 \"Big\"\n"
+              "  pushButton @away (hidden)\n"
+              "  pushButton @off (disabled)\n"
+              "  pushButton @done\n");
+    EXPECT_EQ(result, QDialog::Accepted);
+    EXPECT_EQ(text->text(), QStringLiteral("two words"));
+    EXPECT_EQ(count->value(), 12);
+    EXPECT_EQ(length->value(), 1.25);
+
+    // What nobody can do fails; the window that is left open is closed.
+    expectFailure(begin + "click @away", "test:2: @away is hidden");
+    EXPECT_EQ(result, QDialog::Rejected);
+    expectFailure(begin + "click @off", "test:2: @off is disabled");
+    expectFailure(begin + "click Test:1", "test:2: Test:1 is behind another window");
+    expectFailure(begin + "set @count 100", "test:2: @count does not take the value 100");
+    expectFailure(begin + "choose @kind c", "test:2: @kind cannot be reached or does not take that");
+    expectFailure(begin + "choose @kind d", "test:2: @kind has no item \"d\"");
+    expectFailure(begin + "type @big x", "test:2: @big is no field that takes this text");
+    expectFailure(begin + "click @gone", "test:2: there is no control @gone");
+    expectFailure("click @done", "test:1: there is no control @done");
 }
 
 TEST_F(ScriptTest, AnswersNoticesBeforehand) {

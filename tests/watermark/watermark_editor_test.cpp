@@ -193,6 +193,25 @@ TEST_F(WatermarkEditor, EveryStepIsUndoneAndRedone) {
     EXPECT_FLOAT_EQ(record.fontColor.green, 0.6F);
 }
 
+TEST_F(WatermarkEditor, NumbersAreTypedDigitByDigit) {
+    EXPECT_TRUE(edit([](const Window& window) {
+        window.find<QComboBox>("units")->setCurrentIndex(1);
+        const auto type = [&window](QAbstractSpinBox* field, const QString& text) {
+            field->selectAll();
+            for (const QChar digit : text) {
+                window.key(field, 0, Qt::NoModifier, QString(digit));
+            }
+        };
+        type(window.find<QDoubleSpinBox>("xOffset"), QStringLiteral("15.5"));
+        type(window.find<QDoubleSpinBox>("yOffset"), QStringLiteral("-0.4"));
+        type(window.find<QSpinBox>("angle"), QStringLiteral("-30"));
+        window.accept();
+    }));
+    EXPECT_NEAR(record.xOffset, 15.5 * 72 / 25.4, 1e-4);
+    EXPECT_NEAR(record.yOffset, -0.4 * 72 / 25.4, 1e-4);
+    EXPECT_EQ(record.angle, -30);
+}
+
 TEST_F(WatermarkEditor, TheMarkIsDraggedOnThePage) {
     EXPECT_TRUE(edit([](const Window& window) {
         const QSizeF size = window.preview()->size();

@@ -10,6 +10,7 @@
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QSignalBlocker>
+#include <cmath>
 
 namespace {
 
@@ -40,6 +41,23 @@ void AlignForms(QWidget* panel) {
     }
     for (QWidget* label : labels) {
         label->setMinimumWidth(widest);
+    }
+}
+
+void SetUnit(QDoubleSpinBox* box, const OffsetUnit& unit) {
+    if (const QString suffix = EditorText(unit.suffixKey); suffix != box->suffix()) {
+        box->setDecimals(unit.decimals);
+        box->setRange(-kFarthestOffset / unit.points, kFarthestOffset / unit.points);
+        box->setSingleStep(unit.step);
+        box->setSuffix(suffix);
+    }
+}
+
+/// Leaves a text alone that says the value already: its user may be about to type the next digit.
+void SetShownValue(QDoubleSpinBox* box, double value) {
+    const double lastDigit = std::pow(0.1, box->decimals());
+    if (std::abs(box->value() - value) > lastDigit / 2) {
+        box->setValue(value);
     }
 }
 
@@ -354,16 +372,15 @@ void EditorDialog::refresh() {
     const QString picture = QString::fromUtf8(record.fileName);
     pictureName_->setText(picture.isEmpty() ? EditorText("No Picture") : picture);
     for (const Number& number : numbers_) {
-        number.box->setValue(record.*number.field);
+        if (number.box->value() != record.*number.field) {
+            number.box->setValue(record.*number.field);
+        }
     }
     units_->setCurrentIndex(record.units);
     const OffsetUnit& unit = kOffsetUnits[record.units];
     for (const Offset& offset : offsets_) {
-        offset.box->setDecimals(unit.decimals);
-        offset.box->setRange(-kFarthestOffset / unit.points, kFarthestOffset / unit.points);
-        offset.box->setSingleStep(unit.step);
-        offset.box->setSuffix(EditorText(unit.suffixKey));
-        offset.box->setValue(record.*offset.field / unit.points);
+        SetUnit(offset.box, unit);
+        SetShownValue(offset.box, record.*offset.field / unit.points);
     }
     drawing_.setRecord(record);
     preview_->setRecord(record);
