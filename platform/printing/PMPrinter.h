@@ -60,6 +60,22 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
 /// (main keyword to option keyword; may be null). ppdOpenCompiledPPDFromTicket and setInstallableOptions read it.
 OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOptions, PMTicketRef printerInfo);
 
+// One side of a conflict, a dictionary.
+#define kPMSettingKeywordKey CFSTR("Keyword")          // PPD main keyword (string)
+#define kPMSettingOptionKey CFSTR("Option")            // its option (string)
+#define kPMSettingIsInstalledKey CFSTR("IsInstalled")  // whether it says what is installed (boolean)
+
+/// A new array of the conflicts between the settings of the ticket's PPD dictionary and what the printer info ticket
+/// says is installed, each an array of its sides in the PPD's order. A conflict of one side is a custom paper size that
+/// is out of the printer's limits. Keywords that the PPD dictionary lacks stand against nothing.
+OSStatus PMPrinterCopyConflicts(PMPrinter printer, PMTicketRef printSettings, PMTicketRef printerInfo,
+                                CFArrayRef* conflicts);
+/// A new dictionary of the changes (main keyword to option) that end all conflicts; empty when none are known, or
+/// needed. What is installed is no setting and stays. The settings of the keywords of `keep` (strings; may be null)
+/// stay where something else can give way.
+OSStatus PMPrinterCopyRemedy(PMPrinter printer, PMTicketRef printSettings, PMTicketRef printerInfo, CFArrayRef keep,
+                             CFDictionaryRef* changes);
+
 /// One paper size of a printer, in points, origin at the lower left corner.
 struct PMPaper {
     CFStringRef name;   // the PPD's PageSize keyword

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <span>
+#include <sstream>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -98,6 +100,45 @@ std::string findPasscodeKeyword(const ppd_file_t& ppd) {
     return {};
 }
 
+/// "*CustomKeyword True" is how a PPD says that the custom choice of a keyword is taken.
+void nameCustomChoice(PPDConstraint::Side& side) {
+    static constexpr std::string_view kCustom = "Custom";
+    if (side.keyword.starts_with(kCustom) && side.choice == "True") {
+        side = {side.keyword.substr(kCustom.size()), std::string(kCustom)};
+    }
+}
+
+/// Reads "*Keyword Choice *Keyword …", the words of a cupsUIConstraints line.
+PPDConstraint parseConstraint(const std::string& text) {
+    PPDConstraint constraint;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        if (word.starts_with('*')) {
+            constraint.sides.push_back({word.substr(1), {}});
+        } else if (!constraint.sides.empty()) {
+            constraint.sides.back().choice = word;
+        }
+    }
+    std::ranges::for_each(constraint.sides, nameCustomChoice);
+    return constraint;
+}
+
+/// As the print server has it: with cupsUIConstraints, the other lines are only for programs that do not know them.
+std::vector<PPDConstraint> makeConstraints(ppd_file_t* ppd) {
+    std::vector<PPDConstraint> constraints;
+    for (const ppd_attr_t* line = ppdFindAttr(ppd, "cupsUIConstraints", nullptr); line != nullptr;
+         line = ppdFindNextAttr(ppd, "cupsUIConstraints", nullptr)) {
+        constraints.push_back(parseConstraint(textOf(line->value)));
+    }
+    if (constraints.empty()) {
+        for (const ppd_const_t& pair : std::span(ppd->consts, static_cast<std::size_t>(ppd->num_consts))) {
+            constraints.push_back({{{pair.option1, pair.choice1}, {pair.option2, pair.choice2}}});
+            std::ranges::for_each(constraints.back().sides, nameCustomChoice);
+        }
+    }
+    return constraints;
+}
+
 }  // namespace
 
 std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const {
@@ -153,6 +194,7 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
         made.customSizes =
             PPDCustomSizes{ppd->custom_min[0], ppd->custom_min[1], ppd->custom_max[0], ppd->custom_max[1]};
     }
+    made.constraints = makeConstraints(ppd.get());
     made.passcodeKeyword = findPasscodeKeyword(*ppd);
     return made;
 }

@@ -41,12 +41,22 @@ struct PPDCustomSizes {
     float minWidth, minHeight, maxWidth, maxHeight;  // points
 };
 
+/// Choices of which a job has all but one at the most.
+struct PPDConstraint {
+    struct Side {
+        std::string keyword;
+        std::string choice;  // empty for any but "None", "Off" and "False"
+    };
+    std::vector<Side> sides;
+};
+
 struct PPDFile {
     std::string name;  // short nickname; empty when it has none
     std::vector<PPDOption> options;
     std::map<std::string, std::string, std::less<>> attributes;  // main keywords without options, the first of each
     std::vector<PPDPaper> papers;                                // without the "Custom" pseudo size
     std::optional<PPDCustomSizes> customSizes;
+    std::vector<PPDConstraint> constraints;
     std::string passcodeKeyword;  // of the custom option that takes a passcode; empty when there is none
 
     /// Null when the PPD has no such option.

@@ -1,0 +1,172 @@
+#include "platform/printing/ppd_conflicts.h"
+
+#include "platform/printing/custom_size.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <ranges>
+
+namespace {
+
+constexpr std::string_view kCustom = "Custom";
+
+/// A constraint of either of the two keywords of the paper's size is one of the size.
+std::string_view settingOf(std::string_view keyword) {
+    return keyword == "PageRegion" ? "PageSize" : keyword;
+}
+
+bool isChosen(const PPDConstraint::Side& side, const PPDSettings& settings) {
+    const auto found = settings.find(settingOf(side.keyword));
+    if (found == settings.end()) {
+        return false;
+    }
+    const std::string_view option = found->second;
+    if (side.choice.empty()) {
+        return option != "None" && option != "Off" && option != "False";
+    }
+    return option == side.choice || (side.choice == kCustom && option.starts_with("Custom."));
+}
+
+PPDConflict keywordsOf(const PPDConstraint& constraint) {
+    PPDConflict keywords;
+    for (const PPDConstraint::Side& side : constraint.sides) {
+        keywords.emplace_back(settingOf(side.keyword));
+    }
+    return keywords;
+}
+
+/// The constraint is often written once from each side.
+bool contains(const std::vector<PPDConflict>& conflicts, const PPDConflict& conflict) {
+    return std::ranges::any_of(conflicts,
+                               [&](const PPDConflict& one) { return std::ranges::is_permutation(one, conflict); });
+}
+
+constexpr double kTolerance = 0.1;  // points: what is lost between units
+
+/// A side between the limits, which are points, in hundredths of the unit.
+double clamped(double side, double unit, double minimum, double maximum) {
+    return std::clamp(side, std::ceil(minimum / unit * 100) / 100, std::floor(maximum / unit * 100) / 100);
+}
+
+std::string numberText(double number) {
+    std::array<char, 32> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+}
+
+/// The nearest custom size that the printer takes, when the option is one that it does not; none for any other.
+std::optional<std::string> nearestSize(const PPDFile& ppd, const PPDSettings& settings) {
+    const auto chosen = settings.find("PageSize");
+    const auto size = chosen == settings.end() || !ppd.customSizes ? std::nullopt : readCustomSize(chosen->second);
+    if (!size) {
+        return std::nullopt;
+    }
+    const PPDCustomSizes& limits = *ppd.customSizes;
+    const double unit = size->pointsPerUnit();
+    const auto fits = [&](double width, double height) {
+        return width * unit > limits.minWidth - kTolerance && width * unit < limits.maxWidth + kTolerance &&
+               height * unit > limits.minHeight - kTolerance && height * unit < limits.maxHeight + kTolerance;
+    };
+    if (fits(size->width, size->height)) {
+        return std::nullopt;
+    }
+    const bool turned = fits(size->height, size->width);  // the same sheet, fed the other way
+    const double width = turned ? size->height : clamped(size->width, unit, limits.minWidth, limits.maxWidth);
+    const double height = turned ? size->width : clamped(size->height, unit, limits.minHeight, limits.maxHeight);
+    return "Custom." + numberText(width) + "x" + numberText(height) + size->unit;
+}
+
+bool isPaper(const std::string& keyword) {
+    return keyword == "PageSize" || keyword == "MediaType";
+}
+
+class Resolution {
+public:
+    Resolution(const PPDFile& ppd, const PPDSettings& settings, const std::set<std::string>& keep)
+        : ppd_(ppd), settings_(settings), keep_(keep) {}
+
+    /// Settles one conflict by one more change; false when there is no way.
+    bool settle(const PPDConflict& conflict) {
+        if (conflict.size() == 1) {
+            return accept(conflict.front(), nearestSize(ppd_, settings_).value_or(""));
+        }
+        // Those that may be changed at all, the most welcome first.
+        std::vector<std::string> keywords;
+        std::ranges::copy_if(conflict, std::back_inserter(keywords), [&](const std::string& keyword) {
+            const PPDOption* const option = ppd_.findOption(keyword);
+            return option != nullptr && !option->installable && !changes_.contains(keyword);
+        });
+        std::ranges::stable_sort(keywords, {}, [&](const std::string& keyword) {
+            return std::pair(keep_.contains(keyword), isPaper(keyword));
+        });
+        return std::ranges::any_of(keywords,
+                                   [&](const std::string& keyword) { return change(*ppd_.findOption(keyword)); });
+    }
+
+    const PPDSettings& settings() const { return settings_; }
+    const PPDSettings& changes() const { return changes_; }
+
+private:
+    /// Takes the first choice that stands against nothing.
+    bool change(const PPDOption& option) {
+        if (option.defaultChoice && accept(option.keyword, option.choices[*option.defaultChoice].keyword)) {
+            return true;
+        }
+        return std::ranges::any_of(option.choices, [&](const PPDChoice& choice) {
+            return choice.keyword != kCustom && accept(option.keyword, choice.keyword);
+        });
+    }
+
+    bool accept(const std::string& keyword, const std::string& option) {
+        PPDSettings tried = settings_;
+        tried[keyword] = option;
+        if (std::ranges::any_of(findConflicts(ppd_, tried), [&](const PPDConflict& conflict) {
+                return std::ranges::find(conflict, keyword) != conflict.end();
+            })) {
+            return false;
+        }
+        settings_ = std::move(tried);
+        changes_[keyword] = option;
+        return true;
+    }
+
+    const PPDFile& ppd_;
+    PPDSettings settings_;
+    PPDSettings changes_;
+    const std::set<std::string>& keep_;
+};
+
+}  // namespace
+
+std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& settings) {
+    std::vector<PPDConflict> conflicts;
+    for (const PPDConstraint& constraint : ppd.constraints) {
+        const bool isBroken =
+            constraint.sides.size() > 1 &&
+            std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); });
+        if (PPDConflict conflict = keywordsOf(constraint); isBroken && !contains(conflicts, conflict)) {
+            conflicts.push_back(std::move(conflict));
+        }
+    }
+    if (nearestSize(ppd, settings)) {
+        conflicts.push_back({"PageSize"});
+    }
+    return conflicts;
+}
+
+std::optional<PPDSettings> resolveConflicts(const PPDFile& ppd, const PPDSettings& settings,
+                                            const std::set<std::string>& keep) {
+    Resolution resolution(ppd, settings, keep);
+    // No keyword is changed twice, so this ends.
+    for (;;) {
+        const std::vector<PPDConflict> conflicts = findConflicts(ppd, resolution.settings());
+        if (conflicts.empty()) {
+            return resolution.changes();
+        }
+        if (!resolution.settle(conflicts.front())) {
+            return std::nullopt;
+        }
+    }
+}

@@ -1,0 +1,26 @@
+// Which choices cannot go together, and what to change so that they do: the PPD's constraints, as functions of values.
+#pragma once
+
+#include "platform/printing/ppd_file.h"
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+/// Main keyword to the option that is chosen, "Custom.…" for a custom one. A keyword that is missing has no say.
+using PPDSettings = std::map<std::string, std::string, std::less<>>;
+
+/// The main keywords whose choices cannot go together, in the order of the PPD's line; "PageSize" alone for a custom
+/// size that the printer cannot take.
+using PPDConflict = std::vector<std::string>;
+
+/// All conflicts, each once, in the PPD's order; custom sizes come last.
+std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& settings);
+
+/// The changes after which the settings have no conflict; nothing when none are found. What is installed is never
+/// changed, and a choice of `keep` only when it stands against nothing else. A default is tried before other choices,
+/// and the paper is the last thing to be changed.
+std::optional<PPDSettings> resolveConflicts(const PPDFile& ppd, const PPDSettings& settings,
+                                            const std::set<std::string>& keep);
