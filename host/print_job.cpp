@@ -3,6 +3,7 @@
 #include "host/cover_sheet.h"
 #include "host/job_hold.h"
 #include "host/job_mark.h"
+#include "host/job_ticket.h"
 #include "host/page_range.h"
 #include "host/script/text.h"
 
@@ -30,27 +31,6 @@ CFRef<CFDataRef> makeCoverSheet(const Document& document, const PrintSession& se
     }
     return sheet.pdf;
 }
-
-/// A copy of the session's print settings that also says what the job waits for. The session's own stay without it:
-/// they are what a settings file keeps.
-class JobTicket {
-public:
-    explicit JobTicket(PMTicketRef printSettings) {
-        PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &ticket_);
-        PMTicketSetItems(ticket_, CFRef<CFDictionaryRef>::adopt(PMTicketCopyItems(printSettings)).get());
-    }
-    ~JobTicket() { PMTicketReleaseAndClear(&ticket_); }
-    JobTicket(const JobTicket&) = delete;
-    JobTicket& operator=(const JobTicket&) = delete;
-
-    [[nodiscard]] PMTicketRef get() const { return ticket_; }
-    void set(CFStringRef key, const std::string& value) {
-        PMTicketSetCFString(ticket_, CFSTR("com.tavro.print.dialog"), key, cfString(value).get(), kPMUnlocked);
-    }
-
-private:
-    PMTicketRef ticket_ = 0;
-};
 
 void addPrintTime(JobTicket* ticket) {
     LongDateTime now = 0;

@@ -32,6 +32,7 @@ public:
     const Printer& printer() const { return printer_; }
     PMTicketRef printSettings() const { return printSettings_; }
     PMTicketRef pageFormat() const { return pageFormat_; }
+    PMTicketRef printerInfo() const { return printerInfo_; }
     const PPDChoices& choices() const { return *choices_; }
     /// What the settings chose and the printer does not offer, as "keyword=option": its default stands instead.
     const std::vector<std::string>& choicesNotOffered() const { return choicesNotOffered_; }

@@ -5,9 +5,13 @@
 #include "platform/foundation/CFRef.h"
 
 #include <string>
+#include <vector>
 
 /// The text of a key in the table "Localizable".
 CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key);
 
 /// The same with `value` in place of "%1".
 CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::string& value);
+
+/// The same with values in place of "%1", "%2" and so on, nine at the most.
+CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vector<std::string>& values);

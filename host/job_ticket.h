@@ -1,0 +1,30 @@
+// Print settings that are made for one purpose and forgotten.
+#pragma once
+
+#include "host/script/text.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/printing/PMTicket.h"
+
+#include <string>
+
+/// A print settings ticket of its own: what it says of a job beyond the session's settings is not what a settings file
+/// keeps.
+class JobTicket {
+public:
+    JobTicket() { PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &ticket_); }
+    /// A copy.
+    explicit JobTicket(PMTicketRef printSettings) : JobTicket() {
+        PMTicketSetItems(ticket_, CFRef<CFDictionaryRef>::adopt(PMTicketCopyItems(printSettings)).get());
+    }
+    ~JobTicket() { PMTicketReleaseAndClear(&ticket_); }
+    JobTicket(const JobTicket&) = delete;
+    JobTicket& operator=(const JobTicket&) = delete;
+
+    [[nodiscard]] PMTicketRef get() const { return ticket_; }
+    void set(CFStringRef key, const std::string& value) {
+        PMTicketSetCFString(ticket_, CFSTR("com.tavro.print.dialog"), key, cfString(value).get(), kPMUnlocked);
+    }
+
+private:
+    PMTicketRef ticket_ = 0;
+};

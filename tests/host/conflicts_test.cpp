@@ -1,0 +1,93 @@
+// What people read about settings that cannot go together.
+#include "host/conflicts.h"
+
+#include "host/dictionary_values.h"
+#include "tests/support/cf_values.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class ConflictSentences : public testing::Test {
+protected:
+    void install(const std::string& keyword, const std::string& option) {
+        CFDictionarySetValue(installed.get(), makeCFString(keyword).get(), makeCFString(option).get());
+        session.emplace(printer, JobSettings{}, installed.get(), "report.pdf");
+    }
+    void choose(const std::string& keyword, const std::string& option) {
+        session->setChoice(makeCFString(keyword).get(), makeCFString(option).get());
+    }
+    ConflictReport report(const Texts& keep = {}) const { return examineConflicts(*session, texts.get(), keep); }
+    std::string obstacle(const char* keyword, const char* option) const {
+        return obstacleOf(*session, texts.get(), keyword, option);
+    }
+
+    CFRef<CFBundleRef> texts =
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(TAVRO_STAGE "/TavroPrint.bundle", true).get()));
+    CFRef<CFMutableDictionaryRef> installed = makeCFDictionary();
+    Printer printer = *openPPD(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd");
+    std::optional<PrintSession> session{std::in_place, printer, JobSettings{}, nullptr, "report.pdf"};
+};
+
+}  // namespace
+
+TEST_F(ConflictSentences, NameBothSidesAndTheirPanels) {
+    EXPECT_EQ(report().sentences, Texts());
+    choose("MediaType", "Transparency");
+    choose("Duplex", "DuplexNoTumble");
+    choose("OutputBin", "Top");
+    choose("Jog", "EndOfSet");
+    const ConflictReport found = report({"MediaType"});
+    EXPECT_EQ(found.sentences,
+              (Texts{"“Offset: Offset Each Set” (Advanced) cannot be used with “Output Tray: Top Tray” "
+                     "(Paper and Output).",
+                     "“2-Sided Printing: 2-Sided, Flip on Long Edge” cannot be used with “Paper Type: Transparency” "
+                     "(both in Paper and Output)."}));
+    EXPECT_EQ(conflictLine(found, texts.get()), found.sentences[0] + " And one more conflict.");
+    EXPECT_EQ(remedyTitle(found, texts.get()), "Chan&ge 2 Settings");
+    EXPECT_EQ(remedyText(found, texts.get()),
+              "2-Sided Printing: 1-Sided (Paper and Output)\nOffset: No Offset (Advanced)");
+}
+
+TEST_F(ConflictSentences, SayWhatIsNotInstalled) {
+    install("Option3", "False");
+    install("Option2", "LCSS");
+    install("Option1", "False");
+    choose("TRFoldOptions", "3HolePunch");
+    choose("StapleLocation", "4Staples");
+    choose("PageSize", "SRA3");
+    EXPECT_EQ(report().sentences,
+              (Texts{"“Paper Size: SRA3 (320 x 450 mm)” cannot be used: the printer has “Paper Trays: Two Trays”.",
+                     "“Staple: 4 Staples” (Paper and Output) cannot be used: the printer has “Finisher: Light "
+                     "Capacity Stapler Stacker”.",
+                     "“Fold and Punch: 3 Hole Punch” (Paper and Output) cannot be used: “Hole Punch” is not "
+                     "installed."}));
+    EXPECT_TRUE(conflictLine(report(), texts.get()).ends_with(". And 2 more conflicts."));
+
+    // The same of a choice that nobody has made yet, alone.
+    EXPECT_EQ(obstacle("PageSize", "13x19"), "This printer cannot do this: the printer has “Paper Trays: Two Trays”.");
+    EXPECT_EQ(obstacle("OutputBin", "Booklet"),
+              "This printer cannot do this: the printer has “Finisher: Light Capacity Stapler Stacker”.");
+    EXPECT_EQ(obstacle("PageSize", "A4"), "");
+}
+
+TEST_F(ConflictSentences, TellNearestSizesAndKeepSecrets) {
+    choose("PageSize", "Custom.400x600mm");
+    EXPECT_EQ(report().sentences, Texts{"“Paper Size: 400 × 600 mm” is too large or too small for this printer."});
+    EXPECT_EQ(remedyTitle(report(), texts.get()), "Chan&ge Paper Size");
+    EXPECT_EQ(remedyText(report(), texts.get()), "Paper Size: 330.2 × 482.6 mm");
+
+    install("Option4", "False");
+    const auto job = makeCFDictionary();
+    CFDictionarySetValue(job.get(), CFSTR("JobType"), makeCFNumber(std::int64_t{6}).get());
+    CFDictionarySetValue(job.get(), CFSTR("SecurePrintPassword"), CFSTR("4711"));
+    PMTicketSetCFDictionary(session->printSettings(), CFSTR("test"), CFSTR("com.tavro.print.JobType"), job.get(),
+                            kPMUnlocked);
+    EXPECT_EQ(report().sentences, Texts{"“Secure Print Passcode: With Passcode” (Paper and Output) cannot be used: "
+                                        "“Hard Disk” is not installed."});
+    CFStringRef passcode = nullptr;
+    EXPECT_EQ(PMTicketGetCFString(session->printSettings(), kPMTopLevel, kPMTopLevel, kPMJobPasscodeKey, &passcode),
+              kPMKeyNotFound);
+}
