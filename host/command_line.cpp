@@ -23,26 +23,26 @@ using Target = std::variant<std::string CommandLine::*, std::vector<std::string>
 
 struct OptionRow {
     const char* name;
-    const char* argument;
+    const char* argument;  // its kind, which shell completions go by: FILE.ppd, DIR, QUEUE...
     Group group;
     Target target;
     const char* help;
 };
 constexpr std::array kOptions{
     // name, argument, group, target, help
-    OptionRow{"--ppd", "FILE", Group::printer, &CommandLine::ppd, "a PPD file; no CUPS server is needed"},
+    OptionRow{"--ppd", "FILE.ppd", Group::printer, &CommandLine::ppd, "a PPD file; no CUPS server is needed"},
     OptionRow{"--printer", "QUEUE", Group::printer, &CommandLine::printer,
               "a CUPS queue; its PPD and defaults come from the server"},
     OptionRow{"--installed", "OPTION=VALUE", Group::printer, &CommandLine::installed,
               "an installed option, such as Option2=HCSS; may be repeated"},
-    OptionRow{"--ticket-in", "FILE", Group::settings, &CommandLine::ticketIn, "start from these settings"},
-    OptionRow{"--ticket-out", "FILE", Group::settings, &CommandLine::ticketOut,
+    OptionRow{"--ticket-in", "FILE.plist", Group::settings, &CommandLine::ticketIn, "start from these settings"},
+    OptionRow{"--ticket-out", "FILE.plist", Group::settings, &CommandLine::ticketOut,
               "write the settings when the dialog ends with Print"},
     OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
               "write the printer-ready job there instead of sending it"},
     OptionRow{"--print", nullptr, Group::script, &CommandLine::print,
               "print at once what the settings say, without a window"},
-    OptionRow{"--script", "FILE", Group::script, &CommandLine::script, "drive the dialog from a file"},
+    OptionRow{"--script", "FILE.tavro-script", Group::script, &CommandLine::script, "drive the dialog from a file"},
     OptionRow{"--shots", "DIR", Group::script, &CommandLine::shots,
               "where the script's pictures go; else the current folder"},
     OptionRow{"--list-controls", nullptr, Group::script, &CommandLine::listControls,
@@ -54,11 +54,22 @@ constexpr std::array kOptions{
 constexpr const char* kUsage = "usage: tavro-print [options] DOCUMENT.pdf\n";
 constexpr const char* kNotes =
     "\n"
-    "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
-    "\n"
-    "exit status: 0 printed, 1 cancelled, 2 usage, 3 a script line failed, 4 unusable input (document, PPD,\n"
-    "settings), 5 the job could not be sent\n";
-constexpr std::size_t kHelpColumn = 28;
+    "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n";
+constexpr std::size_t kHelpColumn = 30;
+
+struct ExitStatusRow {
+    ExitStatus status;
+    const char* help;
+};
+constexpr std::array kExitStatuses{
+    // status, help
+    ExitStatusRow{ExitStatus::success, "printed, or told what was asked for"},
+    ExitStatusRow{ExitStatus::cancelled, "cancelled"},
+    ExitStatusRow{ExitStatus::usage, "the command line cannot be understood"},
+    ExitStatusRow{ExitStatus::scriptFailed, "a script's line failed"},
+    ExitStatusRow{ExitStatus::unusableInput, "unusable input: document, PPD, settings, or the queue"},
+    ExitStatusRow{ExitStatus::notSent, "the job could not be sent or written"},
+};
 
 Failure usage(const std::string& reason) {
     return {ExitStatus::usage, reason + " (tavro-print --help explains the options)"};
@@ -183,7 +194,12 @@ std::string helpText() {
             text += names + option.help + "\n";
         }
     }
-    return text + kNotes;
+    text += kNotes;
+    text += "\nExit status:\n";
+    for (const ExitStatusRow& row : kExitStatuses) {
+        text += "  " + std::to_string(static_cast<int>(row.status)) + "   " + row.help + "\n";
+    }
+    return text;
 }
 
 std::string versionText() {
