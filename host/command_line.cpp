@@ -40,6 +40,8 @@ constexpr std::array kOptions{
               "write the settings when the dialog ends with Print"},
     OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
               "write the printer-ready job there instead of sending it"},
+    OptionRow{"--check", nullptr, Group::script, &CommandLine::check,
+              "print which settings cannot go together, a line each, then leave"},
     OptionRow{"--print", nullptr, Group::script, &CommandLine::print,
               "print at once what the settings say, without a window"},
     OptionRow{"--script", "FILE.tavro-script", Group::script, &CommandLine::script, "drive the dialog from a file"},
@@ -67,7 +69,8 @@ constexpr std::array kExitStatuses{
     ExitStatusRow{ExitStatus::cancelled, "cancelled"},
     ExitStatusRow{ExitStatus::usage, "the command line cannot be understood"},
     ExitStatusRow{ExitStatus::scriptFailed, "a script's line failed"},
-    ExitStatusRow{ExitStatus::unusableInput, "unusable input: document, PPD, settings, or the queue"},
+    ExitStatusRow{ExitStatus::unusableInput,
+                  "unusable input: document, PPD, settings, or the queue; with --check also a conflict"},
     ExitStatusRow{ExitStatus::notSent, "the job could not be sent or written"},
 };
 
@@ -147,6 +150,9 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (!line.script.empty() && line.listControls) {
         return usage("--script and --list-controls do not go together");
     }
+    if (line.check && (line.print || line.isScripted())) {
+        return usage("--check does nothing else, so --print, --script and --list-controls do not go with it");
+    }
     if (line.print && line.isScripted()) {
         return usage("--print opens no window, so --script and --list-controls do not go with it");
     }
@@ -156,7 +162,7 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
             return usage("--installed " + option + ": is not of the form OPTION=VALUE");
         }
     }
-    if (line.document.empty() && !line.listControls) {
+    if (line.document.empty() && !line.listControls && !line.check) {
         return usage("the document is missing");
     }
     return std::nullopt;

@@ -17,6 +17,7 @@ struct CommandLine {
     std::string jobOut;
     std::string script;
     std::string shots;
+    bool check = false;
     bool print = false;
     bool listControls = false;
     bool help = false;

@@ -1,5 +1,6 @@
 // tavro-print: the print dialog of Tavro printers.
 
+#include "host/check_settings.h"
 #include "host/command_line.h"
 #include "host/job_setup.h"
 #include "host/places.h"
@@ -101,6 +102,11 @@ ExitStatus printAtOnce(const JobSetup& setup, char* programName) {
     return fail(bundle ? printWithoutWindow(setup, bundle->get()) : bundle.failure());
 }
 
+ExitStatus check(const JobSetup& setup) {
+    auto bundle = openBundle(hostBundlePath());
+    return fail(bundle ? checkSettings(setup, bundle->get()) : bundle.failure());
+}
+
 ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, char* programName) {
     openToolbox(programName, line.isScripted());
     markStart("toolbox");
@@ -127,7 +133,7 @@ ExitStatus run(const CommandLine& line, char* programName) {
     if (!parsed) {
         return fail(parsed.failure());
     }
-    if (!line.print && !line.isScripted() && !hasDisplay()) {
+    if (!line.print && !line.check && !line.isScripted() && !hasDisplay()) {
         return fail({ExitStatus::usage, "there is no display; --print and --script do without one"});
     }
     auto job = openJobSetup(line, samplePPDPath());
@@ -135,6 +141,9 @@ ExitStatus run(const CommandLine& line, char* programName) {
         return fail(job.failure());
     }
     markStart("input");
+    if (line.check) {
+        return check(*job);
+    }
     return line.print ? printAtOnce(*job, programName) : runDialog(line, *parsed, std::move(*job), programName);
 }
 

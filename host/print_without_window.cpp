@@ -1,10 +1,9 @@
 #include "host/print_without_window.h"
 
+#include "host/check_settings.h"
 #include "host/page_range.h"
 #include "host/print_job.h"
 #include "host/print_session.h"
-
-#include <cstdio>
 
 namespace {
 
@@ -23,10 +22,7 @@ const char* faultText(PageRangeFault fault) {
 
 Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
     const PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
-    for (const std::string& choice : session.choicesNotOffered()) {
-        std::fprintf(stderr, "tavro-print: %s: %s does not offer it; its default is printed\n", choice.c_str(),
-                     setup.printer.name().c_str());
-    }
+    warnOfSettings(session, texts);
     if (const std::string range = session.pageRange(); !range.empty()) {
         const PageRange pages = readPageRange(range, setup.document.pageCount);
         if (pages.fault != PageRangeFault::none) {

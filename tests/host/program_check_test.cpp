@@ -1,0 +1,62 @@
+// Settings that are looked at and not printed.
+#include "tests/host/program_fixture.h"
+
+namespace {
+
+class ChecksSettings : public ProgramTest {
+protected:
+    /// A settings file with pairs of the PPD dictionary ("Duplex=None Jog=EndOfSet").
+    std::string settings(const std::string& pairs) const {
+        std::istringstream words(pairs);
+        std::string choices;
+        for (std::string word; words >> word;) {
+            const std::size_t equals = word.find('=');
+            choices += "<key>" + word.substr(0, equals) + "</key><string>" + word.substr(equals + 1) + "</string>";
+        }
+        return add("settings.plist",
+                   "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict><key>PPDDict"
+                   "</key><dict>" +
+                       choices + "</dict></dict></dict></plist>");
+    }
+    Run check(const std::string& pairs, const Words& more = {}) const {
+        Words arguments{"--ppd", kZR420, "--check", "--ticket-in", settings(pairs)};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return run(arguments);
+    }
+};
+
+}  // namespace
+
+TEST_F(ChecksSettings, ThatGoTogether) {
+    for (const char* pairs : {"", "MediaType=Transparency Duplex=None", "PageSize=SRA3 StapleLocation=4Staples"}) {
+        const Run good = check(pairs);
+        EXPECT_EQ(good.status, 0) << pairs;
+        EXPECT_EQ(good.output + good.errors, "") << pairs;
+    }
+}
+
+TEST_F(ChecksSettings, ThatDoNot) {
+    const Run bad = check("MediaType=Transparency Duplex=DuplexTumble StapleLocation=4Staples Jog=Sometimes",
+                          {"--installed", "Option2=LCSS", kTenPages});
+    EXPECT_EQ(bad.status, 4);
+    EXPECT_EQ(bad.output,
+              "“Staple: 4 Staples” (Paper and Output) cannot be used: the printer has “Finisher: Light Capacity "
+              "Stapler Stacker”.\n"
+              "“2-Sided Printing: 2-Sided, Flip on Short Edge” cannot be used with “Paper Type: Transparency” (both in "
+              "Paper and Output).\n");
+    EXPECT_EQ(bad.errors, "tavro-print: Jog=Sometimes: Tavro ZR420 does not offer it; its default is printed\n");
+}
+
+TEST_F(ChecksSettings, AndPrintsNone) {
+    const Run refused = check("", {"--print", kTenPages});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(run({"--ppd", kZR420, "--check", "--ticket-in", folder / "none.plist"}).status, 4);
+
+    // Printed without a window, the same settings are printed as they are, with a warning.
+    const Run printed =
+        run({"--ppd", kZR420, "--print", "--ticket-in", settings("MediaType=Transparency Duplex=DuplexTumble"),
+             "--job-out", folder / "job.ps", kTenPages});
+    EXPECT_EQ(printed.status, 0);
+    EXPECT_NE(printed.errors.find("cannot be used with “Paper Type: Transparency”"), std::string::npos);
+    EXPECT_NE(contentOf(folder / "job.ps").find("%%BeginFeature: *Duplex DuplexTumble"), std::string::npos);
+}
