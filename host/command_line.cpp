@@ -53,7 +53,7 @@ constexpr std::array kOptions{
     OptionRow{"--version", nullptr, Group::program, &CommandLine::version, "print the version, then leave"},
 };
 
-constexpr const char* kUsage = "usage: tavro-print [options] DOCUMENT.pdf\n";
+constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT.pdf\n";
 constexpr const char* kNotes =
     "\n"
     "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n";
