@@ -1,6 +1,7 @@
 #include "host/cover_sheet_content.h"
 
 #include "host/dictionary_values.h"
+#include "host/ticket_items.h"
 
 namespace {
 
@@ -18,12 +19,6 @@ constexpr double kNoRecipients = 1;
 constexpr double kRecipientList = 2;
 constexpr double kOwnText = 3;
 
-CFDictionaryRef dictionaryItem(PMTicketRef ticket, CFStringRef key) {
-    CFDictionaryRef item = nullptr;
-    PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, key, &item);
-    return item;
-}
-
 CoverSheetContent::Recipient readRecipient(CFDictionaryRef fields) {
     std::string name = stringIn(fields, CFSTR("FirstName"));
     const std::string lastName = stringIn(fields, CFSTR("LastName"));
@@ -34,8 +29,7 @@ CoverSheetContent::Recipient readRecipient(CFDictionaryRef fields) {
 }
 
 std::vector<CoverSheetContent::Recipient> readRecipients(PMTicketRef ticket) {
-    CFArrayRef list = nullptr;
-    PMTicketGetCFArray(ticket, kPMTopLevel, kPMTopLevel, kFaxRecipientsItem, &list);
+    const CFArrayRef list = arrayItem(ticket, kFaxRecipientsItem);
     std::vector<CoverSheetContent::Recipient> recipients;
     for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
         const void* const fields = CFArrayGetValueAtIndex(list, i);

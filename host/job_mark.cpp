@@ -3,7 +3,7 @@
 #include "host/mark_program.h"
 #include "host/page_range.h"
 #include "host/script/text.h"
-#include "platform/foundation/CFNumber.h"
+#include "host/ticket_items.h"
 #include "platform/printing/CGPDFDocument.h"
 #include "platform/printing/PMPrinter.h"
 
@@ -20,15 +20,6 @@ constexpr SInt32 kInFront = 2;
 
 constexpr SInt32 kLandscape = 2;
 constexpr SInt32 kReverseLandscape = 3;
-
-SInt32 numberItem(PMTicketRef ticket, CFStringRef key, SInt32 fallback) {
-    CFNumberRef number = nullptr;
-    SInt32 value = 0;
-    return PMTicketGetCFNumber(ticket, kPMTopLevel, kPMTopLevel, key, &number) == noErr &&
-                   CFNumberGetValue(number, kCFNumberSInt32Type, &value)
-               ? value
-               : fallback;
-}
 
 /// Whether the chosen paper is wider than tall, as some envelopes are.
 bool hasLandscapePaper(PMTicketRef pageFormat) {
@@ -143,14 +134,8 @@ std::optional<std::string> programOf(const StoredMark& mark, const MarkPlacement
 
 }  // namespace
 
-std::string chosenWatermark(const PrintSession& session) {
-    CFStringRef name = nullptr;
-    PMTicketGetCFString(session.printSettings(), kPMTopLevel, kPMTopLevel, kWatermarkKey, &name);
-    return utf8(name);
-}
-
 JobMark makeJobMark(const Document& document, const PrintSession& session, bool hasCoverSheet) {
-    const std::string name = chosenWatermark(session);
+    const std::string name = stringItem(session.printSettings(), kWatermarkKey);
     if (name.empty()) {
         return {};
     }

@@ -12,6 +12,3 @@ struct JobMark {
 /// The code that draws the watermark which the panel has left in the settings, as the user keeps it, on the document's
 /// chosen pages. A cover sheet has no part in it.
 JobMark makeJobMark(const Document& document, const PrintSession& session, bool hasCoverSheet);
-
-/// The name of the chosen watermark; empty for none.
-std::string chosenWatermark(const PrintSession& session);

@@ -7,3 +7,7 @@
 
 /// Shows a notice with an OK button; a script's runner answers it when there is nobody at the screen.
 void showNotice(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message);
+
+/// Asks by a notice with two buttons. Whether the answer is the first, default one.
+bool askByNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message, const CFRef<CFStringRef>& yes,
+                 const CFRef<CFStringRef>& no);

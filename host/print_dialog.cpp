@@ -1,5 +1,6 @@
 #include "host/print_dialog.h"
 
+#include "host/left_out.h"
 #include "host/notice.h"
 #include "host/print_job.h"
 #include "host/script/text.h"
@@ -198,9 +199,23 @@ void PrintDialog::printerChosen() {
     startSession(*printer, session_->copySettings(), nullptr);
 }
 
+bool PrintDialog::acceptLeftOut() const {
+    const JobWay way = setup_.job.jobOut.empty() ? JobWay::queue : JobWay::file;
+    const std::vector<std::string> sentences = tellLeftOut(*session_, way, bundle_);
+    if (sentences.empty()) {
+        return true;
+    }
+    std::string message;
+    for (const std::string& sentence : sentences) {
+        message += (message.empty() ? "" : "\n") + sentence;
+    }
+    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(message),
+                       localized(bundle_, CFSTR("Left Out Print")), localized(bundle_, CFSTR("Left Out Go Back")));
+}
+
 void PrintDialog::accept() {
     takeMakersSettings();
-    if (!general_->takePageRange()) {
+    if (!general_->takePageRange() || !acceptLeftOut()) {
         return;
     }
     script::stopWatchdog();  // a long document may take its time

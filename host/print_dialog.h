@@ -71,6 +71,8 @@ private:
     // What the user does
     void printerChosen();
     void accept();
+    /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.
+    bool acceptLeftOut() const;
 
     CFBundleRef bundle_;  // lent
     PluginHost& plugin_;

@@ -55,9 +55,6 @@ std::optional<std::string> sendJob(const Document& document, const Printer& prin
     }
     OSStatus status = noErr;
     if (jobOut.empty()) {
-        if (const std::string name = chosenWatermark(session); !name.empty()) {
-            tell("watermark", name + ": is drawn in jobs that go to a file only");
-        }
         addPrintTime(&settings);  // a file waits for nobody
         SInt32 jobID = 0;
         status =

@@ -1,6 +1,7 @@
 #include "host/print_without_window.h"
 
 #include "host/check_settings.h"
+#include "host/left_out.h"
 #include "host/page_range.h"
 #include "host/print_job.h"
 #include "host/print_session.h"
@@ -28,6 +29,10 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
         if (pages.fault != PageRangeFault::none) {
             return unusable("pages " + range, faultText(pages.fault));
         }
+    }
+    for (const std::string& sentence :
+         tellLeftOut(session, setup.jobOut.empty() ? JobWay::queue : JobWay::file, texts)) {
+        std::fprintf(stderr, "tavro-print: %s\n", sentence.c_str());
     }
     if (auto notSent = sendJob(setup.document, setup.printer, session, setup.jobOut, texts)) {
         return {ExitStatus::notSent, *notSent};

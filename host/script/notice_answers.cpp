@@ -4,6 +4,8 @@
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Notices.h"
 
+#include <sstream>
+
 namespace script {
 
 NoticeAnswers::NoticeAnswers(std::FILE* output) : output_(output) {
@@ -25,8 +27,9 @@ void NoticeAnswers::give(Answer answer) {
 void NoticeAnswers::told(CFStringRef header, CFStringRef message, void* self) {
     auto& answers = *static_cast<NoticeAnswers*>(self);
     std::fprintf(answers.output_, "notice: %s\n", utf8(header).c_str());
-    if (const std::string text = utf8(message); !text.empty()) {
-        std::fprintf(answers.output_, "        %s\n", text.c_str());
+    std::istringstream lines(utf8(message));
+    for (std::string line; std::getline(lines, line);) {
+        std::fprintf(answers.output_, "        %s\n", line.c_str());
     }
     std::fflush(answers.output_);
     // The toolbox asks its queue when this returns.

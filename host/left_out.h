@@ -1,0 +1,19 @@
+// What was chosen, stands in the settings, and is not in the job: nobody shall wait for inserts that never come.
+//
+// The maker's own driver reads the items that the panels leave in the print settings ticket. This program sends the
+// options of the PPD; what the host adds itself (a watermark, a fax's cover sheet, a time) depends on where the job
+// goes.
+#pragma once
+
+#include "host/print_session.h"
+#include "platform/foundation/CFBundle.h"
+
+#include <string>
+#include <vector>
+
+/// Where a job goes.
+enum class JobWay { queue, file };
+
+/// A sentence in the user's words for each thing that the job leaves out; none when all is in it. `texts` is the
+/// program's own bundle.
+std::vector<std::string> tellLeftOut(const PrintSession& session, JobWay way, CFBundleRef texts);
