@@ -32,7 +32,7 @@ constexpr std::array kOptions{
     // name, argument, group, target, help
     OptionRow{"--ppd", "FILE.ppd", Group::printer, &CommandLine::ppd, "a PPD file; no CUPS server is needed"},
     OptionRow{"--printer", "QUEUE", Group::printer, &CommandLine::printer,
-              "a CUPS queue; its PPD and defaults come from the server"},
+              "a CUPS queue, or QUEUE/INSTANCE; its PPD and defaults come from the server"},
     OptionRow{"--installed", "OPTION=VALUE", Group::printer, &CommandLine::installed,
               "an installed option, such as Option2=HCSS; may be repeated"},
     OptionRow{"--ticket-in", "FILE.plist", Group::settings, &CommandLine::ticketIn, "start from these settings"},
@@ -56,7 +56,8 @@ constexpr std::array kOptions{
 constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT.pdf\n";
 constexpr const char* kNotes =
     "\n"
-    "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n";
+    "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
+    "A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n";
 constexpr std::size_t kHelpColumn = 30;
 
 struct ExitStatusRow {

@@ -126,9 +126,6 @@ private:
         if (chosen_.isRotated) {
             add("Left Out Rotation");
         }
-        if (way_ == JobWay::queue && !chosen_.watermark.empty()) {
-            add("Left Out Watermark", chosen_.watermark);
-        }
     }
 
     void tellJob() {
@@ -162,9 +159,6 @@ private:
             add("Left Out Fax to Many", std::to_string(chosen_.faxRecipientCount));
         } else {
             add("Left Out Fax");
-        }
-        if (way_ == JobWay::queue && chosen_.hasFaxCoverSheet) {
-            add("Left Out Fax Cover Sheet");
         }
     }
 

@@ -1,8 +1,7 @@
 // What was chosen, stands in the settings, and is not in the job: nobody shall wait for inserts that never come.
 //
 // The maker's own driver reads the items that the panels leave in the print settings ticket. This program sends the
-// options of the PPD; what the host adds itself (a watermark, a fax's cover sheet, a time) depends on where the job
-// goes.
+// options of the PPD, and adds some of it itself: a watermark, a fax's cover sheet, and, for a queue, a time.
 #pragma once
 
 #include "host/print_session.h"

@@ -37,21 +37,24 @@ bool PPDChoices::hasKeyword(const std::string& mainKeyword) const {
 }
 
 bool PPDChoices::offers(const std::string& mainKeyword, const std::string& option) const {
+    return option.starts_with("Custom.") ? hasKeyword(mainKeyword) : positionOf(mainKeyword, option).has_value();
+}
+
+std::size_t PPDChoices::countOptions(const std::string& mainKeyword) const {
     const auto main = mainIndex(context_, mainKeyword);
-    if (!main) {
-        return false;
-    }
-    if (option.starts_with("Custom.")) {
-        return true;
-    }
-    for (UInt32 i = 0; i < ppdCountUIOptions(context_, *main); ++i) {
+    return main ? ppdCountUIOptions(context_, *main) : 0;
+}
+
+std::optional<std::size_t> PPDChoices::positionOf(const std::string& mainKeyword, const std::string& option) const {
+    const auto main = mainIndex(context_, mainKeyword);
+    for (UInt32 i = 0; main && i < ppdCountUIOptions(context_, *main); ++i) {
         PPDUIOption record{};
         ConstPPDString keyword = nullptr;
         if (ppdGetIndUIOption(context_, *main, i, &record) == noErr &&
             ppdGetOptionString(context_, *main, record.optionIndex, &keyword) == noErr &&
             std::string_view(reinterpret_cast<const char*>(keyword) + 1, keyword[0]) == option) {
-            return true;
+            return i;
         }
     }
-    return false;
+    return std::nullopt;
 }

@@ -3,6 +3,7 @@
 
 #include "platform/printing/CompiledPPD.h"
 
+#include <optional>
 #include <string>
 
 class PPDChoices {
@@ -16,6 +17,10 @@ public:
     bool hasKeyword(const std::string& mainKeyword) const;
     /// A "Custom.…" option is taken as offered: its numbers are not the PPD's to list.
     bool offers(const std::string& mainKeyword, const std::string& option) const;
+    /// The number of options of a main keyword; 0 when there is no such keyword.
+    std::size_t countOptions(const std::string& mainKeyword) const;
+    /// The position of an option among those of its main keyword, from 0.
+    std::optional<std::size_t> positionOf(const std::string& mainKeyword, const std::string& option) const;
 
 private:
     PPDContext context_ = nullptr;

@@ -45,6 +45,11 @@ void addPrintTime(JobTicket* ticket) {
     ticket->set(kPMJobHoldUntilTimeKey, holdUntil(time->moment, std::time(nullptr)));
 }
 
+/// What cancel(1) and its kin call the job. An instance has no jobs of its own.
+std::string jobName(const std::string& queue, SInt32 jobID) {
+    return queue.substr(0, queue.find('/')) + "-" + std::to_string(jobID);
+}
+
 }  // namespace
 
 std::optional<std::string> sendJob(const Document& document, const Printer& printer, const PrintSession& session,
@@ -53,18 +58,21 @@ std::optional<std::string> sendJob(const Document& document, const Printer& prin
     if (const auto passcode = readPasscode(settings.get())) {
         settings.set(kPMJobPasscodeKey, *passcode);
     }
+    const auto coverSheet = makeCoverSheet(document, session, texts);
+    const JobMark mark = makeJobMark(document, session, coverSheet.get() != nullptr);
+    if (mark.fault) {
+        tell("watermark", *mark.fault);
+    }
     OSStatus status = noErr;
     if (jobOut.empty()) {
         addPrintTime(&settings);  // a file waits for nobody
         SInt32 jobID = 0;
-        status =
-            PMPrinterPrintWithFile(printer.get(), settings.get(), session.pageFormat(), document.url.get(), &jobID);
-    } else {
-        const auto coverSheet = makeCoverSheet(document, session, texts);
-        const JobMark mark = makeJobMark(document, session, coverSheet.get() != nullptr);
-        if (mark.fault) {
-            tell("watermark", *mark.fault);
+        status = PMPrinterPrintWithFile(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
+                                        mark.setup.get(), document.url.get(), &jobID);
+        if (status == noErr) {
+            std::printf("%s\n", jobName(printer.queue(), jobID).c_str());
         }
+    } else {
         status = PMPrinterWritePostScriptToURL(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
                                                mark.setup.get(), document.url.get(), fileURL(jobOut).get());
     }

@@ -1,5 +1,6 @@
 #include "host/print_session.h"
 
+#include "host/panel_defaults.h"
 #include "host/script/text.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
@@ -52,7 +53,10 @@ PrintSession::PrintSession(const Printer& printer, const JobSettings& settings, 
     PMPrinterWriteInfoTicket(printer_.get(), installedOptions, printerInfo_);
     choices_.emplace(printerInfo_);
     dropChoicesNotOffered();
-    PMPrinterWriteDefaultSettings(printer_.get(), printSettings_);
+    PMPrinterWriteDefaultSettings(printer_.get(), printSettings_, pageFormat_);
+    if (!printer_.queue().empty()) {
+        writePanelDefaults(*choices_, printSettings_);
+    }
     PMTicketSetCFString(printSettings_, kHostClient, kPMJobNameKey, cfString(jobName).get(), kPMUnlocked);
     setCopies(copies());
     setOrientation(orientation());

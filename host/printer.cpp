@@ -41,8 +41,10 @@ Result<Printer> openQueue(const std::string& queue) {
 }
 
 Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
-    if (const std::vector<std::string> queues = listQueueNames(); !queues.empty()) {
-        if (Result<Printer> printer = openQueue(queues.front()); printer && printer->isOfMaker()) {
+    CFStringRef name = nullptr;
+    if (PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr) {
+        const auto owner = CFRef<CFStringRef>::adopt(name);
+        if (Result<Printer> printer = openQueue(utf8(name)); printer && printer->isOfMaker()) {
             return printer;
         }
     }
@@ -50,12 +52,15 @@ Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
 }
 
 std::vector<std::string> listQueueNames() {
-    CFArrayRef list = nullptr;
-    PMServerCopyPrinterIDs(kServerPatience, &list);
-    const auto owner = CFRef<CFArrayRef>::adopt(list);
+    PMPrinterList list = nullptr;
+    PMPrinterListBegin(kServerPatience, &list);
+    CFArrayRef array = nullptr;
+    PMPrinterListCopyPrinterIDs(list, &array);
+    PMPrinterListRelease(list);
+    const auto owner = CFRef<CFArrayRef>::adopt(array);
     std::vector<std::string> names;
-    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
-        names.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(list, i))));
+    for (CFIndex i = 0; i < CFArrayGetCount(array); ++i) {
+        names.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(array, i))));
     }
     return names;
 }

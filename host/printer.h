@@ -27,7 +27,7 @@ public:
 
     PMPrinter get() const { return printer_; }
     std::string name() const;
-    /// Empty for a printer without a queue.
+    /// "queue" or "queue/instance"; empty for a printer without a queue.
     std::string queue() const;
     bool isOfMaker() const;
 
@@ -35,12 +35,12 @@ private:
     PMPrinter printer_ = nullptr;
 };
 
-/// Both say in the failure which file or queue, and why.
+/// Both say in the failure which file or queue, and why. A queue may be an instance ("queue/instance").
 Result<Printer> openPPD(const std::string& path);
 Result<Printer> openQueue(const std::string& queue);
 
 /// The default queue when it is one of the maker's, else the sample printer. May wait for the print server.
 Result<Printer> openDefaultPrinter(const std::string& samplePPD);
 
-/// The names of the server's queues. Waits up to half a second for the server.
+/// The names of the server's queues and their instances. Waits up to half a second for the server.
 std::vector<std::string> listQueueNames();

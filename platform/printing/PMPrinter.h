@@ -17,31 +17,45 @@ inline constexpr OSStatus kPMCannotWriteOutput = -30893;
 /// A printer that is known by its PPD file alone. kPMUnusableDescription, with the reason in PMGetLastErrorText, for
 /// a file that is missing or no PPD.
 OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer);
-/// The printer of a CUPS queue, its PPD fetched from the server. kPMNoSuchPrinter, kPMServerNotResponding or
-/// kPMUnusableDescription, with the reason in PMGetLastErrorText. May block for some seconds, never longer.
-OSStatus PMPrinterCreateFromPrinterID(CFStringRef queue, PMPrinter* printer);
+/// The printer of a CUPS queue ("queue") or of an instance of one that the user has saved ("queue/instance"), its PPD
+/// fetched from the server. kPMNoSuchPrinter, kPMServerNotResponding or kPMUnusableDescription, with the reason in
+/// PMGetLastErrorText. May block for some seconds, never longer.
+OSStatus PMPrinterCreateFromPrinterID(CFStringRef printerID, PMPrinter* printer);
 OSStatus PMPrinterRetain(PMPrinter printer);
 OSStatus PMPrinterRelease(PMPrinter printer);
 
 /// Why the last call of this header failed: one line that names the file or queue; lent, null when it did not fail.
 CFStringRef PMGetLastErrorText();
 
-/// A new array of the names of the server's queues, the default one first; empty when no server answers in
-/// `timeoutMilliseconds`.
-OSStatus PMServerCopyPrinterIDs(UInt32 timeoutMilliseconds, CFArrayRef* queues);
+/// Where the user prints by default: a new string, the name of a queue or of an instance. kPMNoDefaultPrinter, or
+/// kPMServerNotResponding when no server answers in time.
+OSStatus PMServerCopyDefaultPrinterID(UInt32 timeoutMilliseconds, CFStringRef* printerID);
 
-/// The queue's name, or the PPD's short nickname for a printer without a queue; lent.
+/// Begins to ask the server for its queues, and goes on while the caller does something else; not at all when the list
+/// is released before.
+using PMPrinterList = struct OpaquePMPrinterList*;
+OSStatus PMPrinterListBegin(UInt32 timeoutMilliseconds, PMPrinterList* list);
+/// Whether there is an answer, or none any more.
+Boolean PMPrinterListIsComplete(PMPrinterList list);
+/// A new array of the names of the queues, each followed by its instances ("queue/instance"), the default one first.
+/// Once for each list; waits until it is complete. kPMServerNotResponding when no server answers in time.
+OSStatus PMPrinterListCopyPrinterIDs(PMPrinterList list, CFArrayRef* printerIDs);
+void PMPrinterListRelease(PMPrinterList list);
+
+/// The name of the queue or instance, or the PPD's short nickname for a printer without a queue; lent.
 CFStringRef PMPrinterGetName(PMPrinter printer);
-/// The queue's name; lent, null for a printer without a queue.
+/// The name of the queue or instance; lent, null for a printer without a queue.
 CFStringRef PMPrinterGetID(PMPrinter printer);
 /// The PPD's "Manufacturer", lent; the empty string when it has none.
 CFStringRef PMPrinterGetMaker(PMPrinter printer);
 /// The address of the printer's PPD; lent. paramErr for another type than kPMPPDDescriptionType.
 OSStatus PMPrinterGetDescriptionURL(PMPrinter printer, CFStringRef type, CFURLRef* url);
 
-/// Puts the PPD's marked defaults (a queue's own, for a queue) into the print settings ticket's PPD dictionary,
-/// leaving keywords alone that it holds already. Installable options (OptionN) are not settings and stay out.
-OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings);
+/// Puts what the printer does by default into the tickets, leaving alone what they hold already: the PPD's marked
+/// defaults, for a queue its own and what the user has saved for it (lpoptions), in the PPD dictionary; the copies,
+/// page range and orientation that are saved there. Installable options (OptionN) are not settings and stay out. What
+/// else is saved for a queue goes with its jobs by itself.
+OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat);
 
 /// What people call a setting: new references to the display texts of a main keyword and of one of its options. A
 /// custom paper size is told with its numbers ("200 × 300 mm"), a custom passcode never. kPMKeyNotFound, and nothing
@@ -50,10 +64,10 @@ OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, 
                                     CFStringRef* optionTitle);
 
 /// Makes the tickets' PPD dictionary, copies and orientation the user's own defaults of the printer's queue
-/// (lpoptions(1)), with which every program prints: what differs from the queue's defaults is kept, and what is the same
-/// is forgotten. A passcode, a page range and what no other program could ask for are left out, and what the user keeps
-/// there of other options and destinations stays. The tickets as PMPrinterPrintWithFile takes them; kPMNoSuchPrinter for
-/// a printer without a queue, kPMCannotWriteOutput.
+/// (lpoptions(1)), with which every program prints: what differs from the queue's defaults is kept, and what is the
+/// same is forgotten. A passcode, a page range and what no other program could ask for are left out, and what the user
+/// keeps there of other options and destinations stays. The tickets as PMPrinterPrintWithFile takes them;
+/// kPMNoSuchPrinter for a printer without a queue, kPMCannotWriteOutput.
 OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat);
 
 /// Describes the printer in a printer info ticket: its PPD, and the installed options chosen on top of the PPD's own
@@ -107,18 +121,18 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 #define kPMUnadjustedPaperRectKey CFSTR("com.apple.print.PageFormat.PMUnadjustedPaperRect")  // top left bottom right
 
 /// Writes the printer-ready PostScript of a PDF to a file: the CUPS filters with the PPD dictionary's pairs, the
-/// copies, page range and orientation as options; no server is needed. Landscape pages are scaled to fit their sheet.
-/// `cover`, a PDF of one page or null, is printed before the document, upright also when the document's pages are
-/// turned; the page range counts the document's pages only. `setup`, PostScript that ends with a line or null, goes to
-/// the end of the job's setup, before its first page. Blocks until it is written; the file is replaced whole and is
-/// private to the user. A passcode goes by no command line, message or file of others. paramErr for settings that no
-/// job can have (copies outside 1 to 9999, a malformed page range, control characters in an option, a passcode that is
-/// not 4 to 10 ASCII digits or that the printer has no use for), fnfErr for a document that cannot be read,
-/// kPMFilterFailed, kPMCannotWriteOutput; always with the reason.
+/// copies, page range and orientation as options, and what else is saved for the printer's queue; no server is needed.
+/// Landscape pages are scaled to fit their sheet. `cover`, a PDF of one page or null, is printed before the document,
+/// upright also when the document's pages are turned; the page range counts the document's pages only. `setup`,
+/// PostScript that ends with a line or null, goes to the end of the job's setup, before its first page. Blocks until it
+/// is written; the file is replaced whole and is private to the user. A passcode goes by no command line, message or
+/// file of others. paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page range,
+/// control characters in an option, a passcode that is not 4 to 10 ASCII digits or that the printer has no use for),
+/// fnfErr for a document that cannot be read, kPMFilterFailed, kPMCannotWriteOutput; always with the reason.
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                        CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination);
-/// Sends the PDF with the same options to the printer's queue; a job with a passcode as PostScript. *jobID is the
-/// server's number of the job.
+/// Sends the same job to the printer's queue: the PDF with its options, or, with a passcode, cover or setup, the
+/// PostScript that a file would get. *jobID is the server's number of the job.
 /// kPMNoSuchPrinter for a printer without a queue, kPMServerNotResponding when the server is silent or refuses the job.
-OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFURLRef document,
-                                SInt32* jobID);
+OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover,
+                                CFDataRef setup, CFURLRef document, SInt32* jobID);

@@ -1,75 +1,47 @@
 #include "platform/printing/cups_server.h"
 
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/last_error.h"
+#include "platform/printing/saved_options.h"
+#include "platform/printing/server_connection.h"
 
-#include <cerrno>
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
-
-#include <cups/cups.h>
-#include <fcntl.h>
-#include <unistd.h>
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <iterator>
+#include <string_view>
+#include <thread>
 
 namespace {
 
 // A large document may take its time.
 constexpr int kSendTimeoutMilliseconds = 10 * 60 * 1000;
+// Beyond the connection's own limit, which is the one that is usually met.
+constexpr auto kGrace = std::chrono::milliseconds(300);
 
-using Clock = std::chrono::steady_clock;
+using DefaultQueue = ServerAnswer<std::string>;
+using FetchedQueue = ServerAnswer<QueueDescription>;
 
-/// A connection on which nothing waits beyond its deadline. The library repeats a request that got no answer, so a
-/// limit for each wait alone would add up to minutes.
-class Connection {
-public:
-    explicit Connection(int timeoutMilliseconds) {
-        // The library would ask for a password on the terminal; a server that wants one refuses the job instead.
-        cupsSetPasswordCB2([](const char*, http_t*, const char*, const char*, void*) -> const char* { return nullptr; },
-                           nullptr);
-        http_ = httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, timeoutMilliseconds,
-                             nullptr);
-        extend(timeoutMilliseconds);
-        if (http_ != nullptr) {
-            constexpr double kSecondsBetweenLooks = 0.1;
-            httpSetTimeout(
-                http_, kSecondsBetweenLooks,
-                [](http_t*, void* deadline) {
-                    return Clock::now() < *static_cast<Clock::time_point*>(deadline) ? 1 : 0;
-                },
-                &deadline_);
+/// Asks in a thread of its own, which may outlive the one that waits for the answer.
+template <typename Answer>
+std::future<Answer> askAside(std::function<Answer()> ask) {
+    std::promise<Answer> promise;
+    std::future<Answer> answer = promise.get_future();
+    std::thread([ask = std::move(ask), promise = std::move(promise)]() mutable {
+        try {
+            promise.set_value(ask());
+        } catch (...) {
+            promise.set_exception(std::current_exception());
         }
-    }
-    ~Connection() { httpClose(http_); }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-
-    /// Null when the server cannot be reached.
-    [[nodiscard]] http_t* get() const { return http_; }
-    void extend(int milliseconds) { deadline_ = Clock::now() + std::chrono::milliseconds(milliseconds); }
-
-private:
-    http_t* http_ = nullptr;
-    Clock::time_point deadline_;
-};
-
-/// The destinations of a CUPS call, freed with their options.
-struct Destinations {
-    int count = 0;
-    cups_dest_t* list = nullptr;
-
-    explicit Destinations(http_t* http) { count = cupsGetDests2(http, &list); }
-    ~Destinations() { cupsFreeDests(count, list); }
-    Destinations(const Destinations&) = delete;
-    Destinations& operator=(const Destinations&) = delete;
-};
-
-std::string silence() {
-    return std::string("the print server ") + cupsServer() + " does not answer";
+    }).detach();
+    return answer;
 }
 
-OSStatus noAnswer(const std::string& queue) {
-    return failWith(kPMServerNotResponding, queue, silence());
+template <typename Answer>
+Answer answerInTime(std::future<Answer> answer, int timeoutMilliseconds) {
+    if (answer.wait_for(std::chrono::milliseconds(timeoutMilliseconds) + kGrace) != std::future_status::ready) {
+        return {kPMServerNotResponding, ServerConnection::silence(), {}};
+    }
+    return answer.get();
 }
 
 /// Whether the last request got an answer; a server without queues, or without a default one, says "not found".
@@ -78,70 +50,181 @@ bool wasAnswered() {
     return status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
 }
 
-/// Copies the queue's PPD into a new temporary file.
-OSStatus fetchPPD(http_t* http, const std::string& queue, std::string* path) {
-    std::error_code ignored;
-    const auto folder = std::filesystem::temp_directory_path(ignored);
-    *path = (folder.empty() ? "/tmp" : folder) / "tavro-queue-XXXXXX";
-    const int file = mkostemp(path->data(), O_CLOEXEC);
-    if (file < 0) {
-        return failWith(kPMUnusableDescription, *path, systemReason(errno));
+// ---- Names
+
+/// The server's default queue; nothing when the server does not answer.
+std::optional<std::string> askForDefault(ServerConnection& server) {
+    const IPPMessage answer = server.ask(IPP_OP_CUPS_GET_DEFAULT, nullptr, {"printer-name"});
+    if (!answer || !wasAnswered()) {
+        return std::nullopt;
     }
-    // Our own request instead of cupsGetPPD3, which for a shared queue turns to a further host with no time limit.
-    const http_status_t status = cupsGetFd(http, ("/printers/" + queue + ".ppd").c_str(), file);
-    close(file);
-    if (status == HTTP_STATUS_OK) {
-        return noErr;
-    }
-    std::filesystem::remove(*path, ignored);
-    if (status == HTTP_STATUS_ERROR || status == HTTP_STATUS_SERVICE_UNAVAILABLE) {
-        return noAnswer(queue);
-    }
-    return failWith(kPMUnusableDescription, queue, "the queue has no PPD (" + std::string(httpStatus(status)) + ")");
+    ipp_attribute_t* const name = ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME);
+    return name == nullptr ? std::string() : std::string(ippGetString(name, 0, nullptr));
 }
 
-}  // namespace
-
-std::vector<std::string> listQueues(int timeoutMilliseconds) {
-    std::vector<std::string> names;
-    const Connection http(timeoutMilliseconds);
-    if (http.get() == nullptr) {
-        return names;
+DefaultQueue askForUsersDefault(int timeoutMilliseconds) {
+    if (std::string saved = SavedDestinations::read().defaultName(); !saved.empty()) {
+        return {noErr, {}, std::move(saved)};
     }
-    const Destinations found(http.get());
-    for (int i = 0; i < found.count; ++i) {
-        const cups_dest_t& destination = found.list[i];
-        if (destination.instance != nullptr) {
-            continue;
-        }
-        names.insert(destination.is_default != 0 ? names.begin() : names.end(), destination.name);
+    ServerConnection server(timeoutMilliseconds);
+    auto name = server.get() == nullptr ? std::nullopt : askForDefault(server);
+    return name ? DefaultQueue{noErr, {}, std::move(*name)}
+                : DefaultQueue{kPMServerNotResponding, ServerConnection::silence(), {}};
+}
+
+std::vector<std::string> namesIn(ipp_t* answer) {
+    std::vector<std::string> names;
+    for (ipp_attribute_t* name = ippFindAttribute(answer, "printer-name", IPP_TAG_NAME); name != nullptr;
+         name = ippFindNextAttribute(answer, "printer-name", IPP_TAG_NAME)) {
+        names.emplace_back(ippGetString(name, 0, nullptr));
     }
     return names;
 }
 
-OSStatus fetchQueue(const std::string& queue, QueueDescription* description) {
-    const Connection http(kServerTimeoutMilliseconds);
-    if (http.get() == nullptr) {
-        return noAnswer(queue);
+QueueNames askForQueues(int timeoutMilliseconds) {
+    const QueueNames silent{kPMServerNotResponding, ServerConnection::silence(), {}};
+    ServerConnection server(timeoutMilliseconds);
+    if (server.get() == nullptr) {
+        return silent;
     }
-    // Not cupsGetNamedDest, which spends two minutes on a server that never answers.
-    const Destinations destinations(http.get());
-    const cups_dest_t* const found = cupsGetDest(queue.c_str(), nullptr, destinations.count, destinations.list);
-    if (found == nullptr) {
-        return wasAnswered() ? failWith(kPMNoSuchPrinter, queue, "the print server has no such queue")
-                             : noAnswer(queue);
+    const IPPMessage answer = server.ask(IPP_OP_CUPS_GET_PRINTERS, nullptr, {"printer-name"});
+    if (!answer || !wasAnswered()) {
+        return silent;
     }
-    for (int i = 0; i < found->num_options; ++i) {
-        description->defaults.emplace_back(found->options[i].name, found->options[i].value);
+    const SavedDestinations saved = SavedDestinations::read();
+    QueueNames found;
+    for (const std::string& queue : namesIn(answer.get())) {
+        found.value.push_back(queue);
+        std::ranges::move(saved.instancesOf(queue), std::back_inserter(found.value));
     }
-    return fetchPPD(http.get(), queue, &description->ppdPath);
+    std::string first = saved.defaultName();
+    if (first.empty()) {
+        first = askForDefault(server).value_or("");
+    }
+    const auto isFirst = [&](const std::string& name) { return isSameOption(name, first); };
+    std::ranges::stable_partition(found.value, isFirst);
+    return found;
+}
+
+// ---- One queue
+
+/// The server's defaults that it applies to each job by itself, whoever prints it, or that only say what the PPD's own
+/// say in other words.
+bool isServersOwn(std::string_view name) {
+    static constexpr std::array<std::string_view, 6> kNames{"document-format",  "finishings",    "media-col",
+                                                            "print-color-mode", "print-quality", "output-mode"};
+    return name.starts_with("job-") || name.starts_with("notify-") || std::ranges::find(kNames, name) != kNames.end();
+}
+
+/// The attribute's values as an option has them; empty for what cannot stand there.
+std::string optionValue(ipp_attribute_t* attribute) {
+    std::string text;
+    for (int i = 0; i < ippGetCount(attribute); ++i) {
+        text += i > 0 ? "," : "";
+        switch (ippGetValueTag(attribute)) {
+            case IPP_TAG_INTEGER:
+            case IPP_TAG_ENUM:
+                text += std::to_string(ippGetInteger(attribute, i));
+                break;
+            case IPP_TAG_BOOLEAN:
+                text += ippGetBoolean(attribute, i) != 0 ? "true" : "false";
+                break;
+            case IPP_TAG_KEYWORD:
+            case IPP_TAG_NAME:
+                text += ippGetString(attribute, i, nullptr);
+                break;
+            default:
+                return {};
+        }
+    }
+    return text;
+}
+
+/// The defaults in what a server says of a queue. It may name one twice: as somebody has set it for the queue, then
+/// as its PPD has it.
+OptionList defaultsIn(ipp_t* answer) {
+    static constexpr std::string_view kSuffix = "-default";
+    OptionList defaults;
+    for (ipp_attribute_t* each = ippFirstAttribute(answer); each != nullptr; each = ippNextAttribute(answer)) {
+        std::string name = ippGetName(each) == nullptr ? "" : ippGetName(each);
+        if (!name.ends_with(kSuffix)) {
+            continue;
+        }
+        name.resize(name.size() - kSuffix.size());
+        std::string value = optionValue(each);
+        if (!value.empty() && !isServersOwn(name) && findOption(defaults, name) == nullptr) {
+            defaults.emplace_back(std::move(name), std::move(value));
+        }
+    }
+    return defaults;
+}
+
+/// Copies the queue's PPD into the file.
+FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
+    FetchedQueue fetched;
+    fetched.value.ppd = std::make_shared<PrivateFile>();
+    if (!fetched.value.ppd->isOpen()) {
+        return {kPMUnusableDescription, fetched.value.ppd->reason(), {}};
+    }
+    // Our own request instead of cupsGetPPD3, which for a shared queue turns to a further host with no time limit.
+    const http_status_t status =
+        cupsGetFd(server.get(), ("/printers/" + queue + ".ppd").c_str(), fetched.value.ppd->descriptor());
+    if (status == HTTP_STATUS_ERROR || status == HTTP_STATUS_SERVICE_UNAVAILABLE) {
+        return {kPMServerNotResponding, ServerConnection::silence(), {}};
+    }
+    if (status != HTTP_STATUS_OK) {
+        return {kPMUnusableDescription, "the queue has no PPD (" + std::string(httpStatus(status)) + ")", {}};
+    }
+    return fetched;
+}
+
+FetchedQueue askForQueue(const std::string& destination) {
+    const std::string queue = queueOf(destination);
+    const SavedDestinations saved = SavedDestinations::read();
+    if (destination != queue && !saved.knows(destination)) {
+        return {kPMNoSuchPrinter, "no options are saved under this name (lpoptions)", {}};
+    }
+    const FetchedQueue silent{kPMServerNotResponding, ServerConnection::silence(), {}};
+    ServerConnection server(kServerTimeoutMilliseconds);
+    if (server.get() == nullptr) {
+        return silent;
+    }
+    const IPPMessage answer =
+        server.ask(IPP_OP_GET_PRINTER_ATTRIBUTES, queueAddress(queue).c_str(), {"printer-defaults"});
+    if (!answer || !wasAnswered()) {
+        return silent;
+    }
+    if (cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
+        return {kPMNoSuchPrinter, "the print server has no such queue", {}};
+    }
+    FetchedQueue fetched = fetchPPD(server, queue);
+    fetched.value.options = defaultsIn(answer.get());
+    setOptions(&fetched.value.options, saved.optionsOf(destination));
+    return fetched;
+}
+
+}  // namespace
+
+std::future<QueueNames> listQueues(int timeoutMilliseconds) {
+    return askAside<QueueNames>([timeoutMilliseconds] { return askForQueues(timeoutMilliseconds); });
+}
+
+ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds) {
+    return answerInTime(
+        askAside<DefaultQueue>([timeoutMilliseconds] { return askForUsersDefault(timeoutMilliseconds); }),
+        timeoutMilliseconds);
+}
+
+ServerAnswer<QueueDescription> fetchQueue(const std::string& destination) {
+    return answerInTime(askAside<FetchedQueue>([destination] { return askForQueue(destination); }),
+                        kServerTimeoutMilliseconds);
 }
 
 std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const char* contentType,
                                const std::string& title, const OptionList& options, std::string* reason) {
-    Connection http(kServerTimeoutMilliseconds);
+    ServerConnection http(kServerTimeoutMilliseconds);
     if (http.get() == nullptr) {
-        *reason = silence();
+        *reason = ServerConnection::silence();
         return std::nullopt;
     }
     http.extend(kSendTimeoutMilliseconds);

@@ -1,31 +1,45 @@
-// The CUPS server that the user's settings name (CUPS_SERVER, client.conf). The only way to it.
+// The queues of the CUPS server that the user's settings name.
 //
-// Every call may block, but never without a limit: for the connection, and for each answer that it waits for.
+// Every call may block, but never beyond its limit: what is asked is asked by a thread of its own, which is left alone
+// when it takes too long, because the look-up of a server's name and some of the library's own attempts cannot be cut
+// short. Sending has a limit for each step instead, because a long document may take its time.
 #pragma once
 
 #include "platform/foundation/CFBase.h"
+#include "platform/printing/option_list.h"
+#include "platform/printing/private_file.h"
 
+#include <future>
+#include <memory>
 #include <optional>
-#include <string>
-#include <utility>
-#include <vector>
-
-using OptionList = std::vector<std::pair<std::string, std::string>>;
 
 inline constexpr int kServerTimeoutMilliseconds = 3000;
 
-/// The names of the server's queues, the user's default one first; empty when there is no answer in time.
-std::vector<std::string> listQueues(int timeoutMilliseconds);
-
-/// What a server knows of a queue.
-struct QueueDescription {
-    std::string ppdPath;  // a copy in a file of its own, which the caller removes
-    OptionList defaults;  // the queue's and the user's own (lpoptions), by whatever name
+/// What a server said, or why it did not.
+template <typename Value>
+struct ServerAnswer {
+    OSStatus status = noErr;
+    std::string reason;  // without the queue's name
+    Value value{};
 };
 
-/// Fetches a queue's description. kPMNoSuchPrinter, kPMServerNotResponding or kPMUnusableDescription (a queue without
-/// PPD) with the reason in PMGetLastErrorText.
-OSStatus fetchQueue(const std::string& queue, QueueDescription* description);
+/// The names of the server's queues, each followed by its instances ("queue/instance"); the user's default one first.
+using QueueNames = ServerAnswer<std::vector<std::string>>;
+/// Begins to ask for them. kPMServerNotResponding when the server is silent.
+std::future<QueueNames> listQueues(int timeoutMilliseconds);
+
+/// The user's default queue or instance; the empty string when there is none. kPMServerNotResponding.
+ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds);
+
+/// What a server, and the user's settings for it, know of a queue.
+struct QueueDescription {
+    std::shared_ptr<PrivateFile> ppd;  // a copy
+    OptionList options;                // the server's own defaults with the user's (lpoptions) on top
+};
+
+/// Fetches the description of a queue ("queue") or of an instance of one ("queue/instance"). kPMNoSuchPrinter,
+/// kPMServerNotResponding or kPMUnusableDescription (a queue without PPD).
+ServerAnswer<QueueDescription> fetchQueue(const std::string& destination);
 
 /// Sends a document of a content type; the server's number of the job, or none with the reason in *reason.
 std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const char* contentType,

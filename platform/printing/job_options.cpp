@@ -74,7 +74,7 @@ OSStatus takePasscode(PMTicketRef printSettings, const std::string& keyword, Job
         request->passcode = utf8Text(item);
     }
     static constexpr std::string_view kCustom = "Custom.";
-    std::erase_if(request->options, [&](const auto& option) {
+    std::erase_if(request->choices, [&](const auto& option) {
         const auto& [name, value] = option;
         if (name != keyword) {
             return false;
@@ -98,6 +98,15 @@ OSStatus takePasscode(PMTicketRef printSettings, const std::string& keyword, Job
 
 }  // namespace
 
+bool isNumberOfCopies(SInt32 copies) {
+    return copies >= 1 && copies <= kMostCopies;
+}
+
+bool isPageRange(const std::string& text) {
+    static const std::regex pattern("[0-9]{1,9}(-[0-9]{0,9})?(,[0-9]{1,9}(-[0-9]{0,9})?)*");
+    return text.size() <= 1000 && std::regex_match(text, pattern);
+}
+
 OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const std::string& passcodeKeyword,
                         JobRequest* request) {
     CFMutableDictionaryRef pairs = nullptr;
@@ -112,11 +121,11 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const
     std::ranges::replace_if(request->title, isControl, ' ');
 
     request->copies = number(printSettings, kPMCopiesKey).value_or(1);
-    if (request->copies < 1 || request->copies > kMostCopies) {
+    if (!isNumberOfCopies(request->copies)) {
         return failWith(paramErr, std::to_string(request->copies), "the number of copies must be 1 to 9999");
     }
 
-    if (const OSStatus status = addPPDPairs(pairs, &request->options); status != noErr) {
+    if (const OSStatus status = addPPDPairs(pairs, &request->choices); status != noErr) {
         return status;
     }
 
@@ -126,11 +135,10 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const
     request->holdUntil = string(printSettings, kPMJobHoldUntilTimeKey);
 
     if (const std::string range = string(printSettings, kPMPageRangeKey); !range.empty()) {
-        static const std::regex pattern("[0-9]{1,9}(-[0-9]{0,9})?(,[0-9]{1,9}(-[0-9]{0,9})?)*");
-        if (range.size() > 1000 || !std::regex_match(range, pattern)) {
+        if (!isPageRange(range)) {
             return failWith(paramErr, range, "is not a range of pages");
         }
-        request->options.emplace_back(kPageRangesOption, range);
+        request->layout.emplace_back(kPageRangesOption, range);
     }
 
     // The numbers of IPP's orientation-requested.
@@ -138,31 +146,14 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const
     constexpr const char* kReverseLandscape = "5";
     const SInt32 orientation = jobOrientation(pageFormat);
     if (orientation == 2 || orientation == 3) {
-        request->options.emplace_back("orientation-requested", orientation == 2 ? kLandscape : kReverseLandscape);
+        request->layout.emplace_back(kOrientationOption, orientation == 2 ? kLandscape : kReverseLandscape);
         // Left alone, the filter turns a tall page back, or cuts what the turned sheet has no room for.
-        request->options.emplace_back("pdfAutorotate", "false");
-        request->options.emplace_back("print-scaling", "fit");
+        request->layout.emplace_back(kAutorotateOption, "false");
+        request->layout.emplace_back(kScalingOption, "fit");
     }
     return noErr;
 }
 
 SInt32 jobOrientation(PMTicketRef pageFormat) {
     return number(pageFormat, kPMOrientationKey).value_or(1);
-}
-
-std::string filterOptionsText(const OptionList& options) {
-    std::string text;
-    for (const auto& [name, value] : options) {
-        if (!text.empty()) {
-            text += ' ';
-        }
-        text.append(name).append("=");
-        for (const char c : value) {
-            if (std::string_view(" \t\n\\'\"").find(c) != std::string_view::npos) {
-                text += '\\';
-            }
-            text += c;
-        }
-    }
-    return text;
 }

@@ -2,18 +2,32 @@
 #pragma once
 
 #include "platform/printing/PMTicket.h"
-#include "platform/printing/cups_server.h"
+#include "platform/printing/option_list.h"
 
 #include <optional>
 #include <string>
 
 /// The option of a job that prints some pages only.
 inline constexpr const char* kPageRangesOption = "page-ranges";
+/// The option that turns pages, and its value that does not.
+inline constexpr const char* kOrientationOption = "orientation-requested";
+inline constexpr const char* kPortraitRequested = "3";
+
+/// Whether a job can have so many copies: 1 to 9999.
+bool isNumberOfCopies(SInt32 copies);
+/// Whether the text is "1-3,7" or the like, with nothing else in it.
+bool isPageRange(const std::string& text);
+
+/// How pages are fitted on their sheets. A turned page is made to fit, unless something else is saved for the queue.
+inline constexpr const char* kScalingOption = "print-scaling";
+/// Whether pages that lie across their sheets are turned; not those of a job that is turned.
+inline constexpr const char* kAutorotateOption = "pdfAutorotate";
 
 struct JobRequest {
     std::string title;
     int copies = 1;
-    OptionList options;  // the PPD dictionary's pairs, page-ranges, orientation-requested; not the copies
+    OptionList choices;                   // the PPD dictionary's pairs
+    OptionList layout;                    // page-ranges, orientation-requested and what goes with it
     std::optional<std::string> passcode;  // 4 to 10 ASCII digits
     std::string holdUntil;                // "HH:MM" in UTC; empty for a job that does not wait
 };
@@ -21,13 +35,9 @@ struct JobRequest {
 /// Reads the tickets. On failure the reason is in PMGetLastErrorText: kPMInvalidTicket, or paramErr for a value that
 /// no job can have: copies outside 1 to 9999, a malformed page range, an option with control characters (they would
 /// become printer commands) or with a name that is no keyword, a passcode that is none. `passcodeKeyword` is that of
-/// the printer's PPD: a passcode that is chosen as its option is taken out of the options.
+/// the printer's PPD: a passcode that is chosen as its option is taken out of the choices.
 OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const std::string& passcodeKeyword,
                         JobRequest* request);
 
 /// The orientation of a page format ticket: 1 portrait, 2 and 3 landscape; 1 when it holds none.
 SInt32 jobOrientation(PMTicketRef pageFormat);
-
-/// The options in the one-argument notation that CUPS filters read ("name=value name=value", blanks, quotes and
-/// backslashes in values escaped).
-std::string filterOptionsText(const OptionList& options);

@@ -8,12 +8,6 @@
 
 namespace {
 
-/// CUPS ignores the case of ASCII letters; those of the C library follow the user's locale.
-bool isSameName(std::string_view left, std::string_view right) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::ranges::equal(left, right, {}, lower, lower);
-}
-
 struct Line {
     std::string_view whole;  // without its end
     std::string_view kind;   // "Dest" or "Default" in a line of a destination
@@ -36,7 +30,7 @@ std::vector<Line> linesOf(std::string_view text) {
         text.remove_prefix(std::min(whole.size() + 1, text.size()));
         std::string_view rest = whole.substr(0, whole.find('#'));
         Line line{whole, takeWord(&rest), {}, {}};
-        if (isSameName(line.kind, "Dest") || isSameName(line.kind, "Default")) {
+        if (isSameOption(line.kind, "Dest") || isSameOption(line.kind, "Default")) {
             line.destination = takeWord(&rest);
             line.options = rest;
         }
@@ -67,19 +61,31 @@ std::string lineFor(std::string_view kind, std::string_view destination, const O
 
 }  // namespace
 
-OptionList optionsInText(const std::string& text, std::string_view destination) {
-    cups_option_t* list = nullptr;
-    int count = 0;
+std::vector<SavedDestination> destinationsInText(const std::string& text) {
+    std::vector<SavedDestination> destinations;
     for (const Line& line : linesOf(text)) {
-        if (isSameName(line.destination, destination)) {
-            count = cupsParseOptions(std::string(line.options).c_str(), count, &list);
+        if (line.destination.empty()) {
+            continue;
+        }
+        SavedDestination made{std::string(line.destination), {}, isSameOption(line.kind, "Default")};
+        cups_option_t* list = nullptr;
+        const int count = cupsParseOptions(std::string(line.options).c_str(), 0, &list);
+        for (int i = 0; i < count; ++i) {
+            setOption(&made.options, list[i].name, list[i].value);
+        }
+        cupsFreeOptions(count, list);
+        destinations.push_back(std::move(made));
+    }
+    return destinations;
+}
+
+OptionList optionsInText(const std::string& text, std::string_view destination) {
+    OptionList options;
+    for (const SavedDestination& each : destinationsInText(text)) {
+        if (isSameOption(each.name, destination)) {
+            setOptions(&options, each.options);
         }
     }
-    OptionList options;
-    for (int i = 0; i < count; ++i) {
-        options.emplace_back(list[i].name, list[i].value);
-    }
-    cupsFreeOptions(count, list);
     return options;
 }
 
@@ -87,14 +93,14 @@ std::string textWithOptions(const std::string& text, std::string_view destinatio
     std::string_view kind;  // of its own line, of which there may be several: "Default" if one says so
     std::string result;
     for (const Line& line : linesOf(text)) {
-        if (isSameName(line.destination, destination)) {
-            kind = kind.empty() || isSameName(line.kind, "Default") ? line.kind : kind;
+        if (isSameOption(line.destination, destination)) {
+            kind = kind.empty() || isSameOption(line.kind, "Default") ? line.kind : kind;
         } else {
             result.append(line.whole).append("\n");
         }
     }
     // An instance is there because of its line, and so is the default destination.
     const bool isNeeded =
-        !options.empty() || isSameName(kind, "Default") || destination.find('/') != std::string_view::npos;
+        !options.empty() || isSameOption(kind, "Default") || destination.find('/') != std::string_view::npos;
     return isNeeded ? result + lineFor(kind.empty() ? "Dest" : kind, destination, options) : result;
 }

@@ -6,10 +6,18 @@
 // what is in it; so the lines of others are kept here as they are.
 #pragma once
 
-#include "platform/printing/cups_server.h"
+#include "platform/printing/option_list.h"
 
 #include <string>
 #include <string_view>
+
+/// A line of the text: what is kept for a destination ("queue" or "queue/instance").
+struct SavedDestination {
+    std::string name;
+    OptionList options;
+    bool isDefault;
+};
+std::vector<SavedDestination> destinationsInText(const std::string& text);
 
 /// The options of a destination ("queue" or "queue/instance") in the text, by name; later ones replace earlier ones.
 OptionList optionsInText(const std::string& text, std::string_view destination);

@@ -3,48 +3,38 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/printing/cups_server.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/printer_record.h"
+#include "platform/printing/saved_options.h"
 #include "platform/printing/text.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace {
 
-/// Makes the printer of a PPD; with a queue's name, the PPD is a copy that goes with the printer.
-OSStatus makePrinter(const std::string& ppdPath, const std::string& queue, PMPrinter* printer) {
-    std::string reason;
-    auto ppd = readPPDFile(ppdPath, &reason);
-    if (!ppd) {
-        return failWith(kPMUnusableDescription, queue.empty() ? ppdPath : queue,
-                        queue.empty() ? reason : "its PPD " + reason);
-    }
-    *printer = new OpaquePMPrinter(std::move(*ppd), ppdPath, queue);
-    return noErr;
+bool isDestinationName(const std::string& name) {
+    // The characters that no queue's name has would lead to other places of the server.
+    return !queueOf(name).empty() && name.back() != '/' && name.find_first_of("?#% \t\r\n") == std::string::npos &&
+           std::ranges::count(name, '/') <= 1;
 }
 
 }  // namespace
 
-OpaquePMPrinter::OpaquePMPrinter(PPDFile file, std::string path, std::string queueName)
-    : ppd(std::move(file)), ppdPath(std::move(path)), queue(std::move(queueName)) {
-    const std::string shownName = !queue.empty()      ? queue
-                                  : !ppd.name.empty() ? ppd.name
-                                                      : std::filesystem::path(ppdPath).filename().string();
+OpaquePMPrinter::OpaquePMPrinter(PPDFile file, std::string path, const std::string& destination)
+    : ppd(std::move(file)), ppdPath(std::move(path)), queue(queueOf(destination)) {
+    const std::string shownName = !destination.empty() ? destination
+                                  : !ppd.name.empty()  ? ppd.name
+                                                       : std::filesystem::path(ppdPath).filename().string();
     name = makeString(shownName);
-    id = queue.empty() ? nullptr : makeString(queue);
+    id = destination.empty() ? nullptr : makeString(destination);
     maker = makeString(ppd.attribute("Manufacturer"));
     ppdURL = CFRef<CFURLRef>::adopt(
         CFURLCreateWithFileSystemPath(nullptr, makeString(ppdPath).get(), kCFURLPOSIXPathStyle, false));
     for (const PPDPaper& paper : ppd.papers) {
         papers.push_back({makeString(paper.keyword), makeString(paper.title)});
-    }
-}
-
-OpaquePMPrinter::~OpaquePMPrinter() {
-    if (!queue.empty()) {
-        std::error_code ignored;
-        std::filesystem::remove(ppdPath, ignored);
     }
 }
 
@@ -54,31 +44,38 @@ OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer) {
     if (printer == nullptr || path.empty()) {
         return failWith(paramErr, "PPD", "no file is named");
     }
-    return makePrinter(path, {}, printer);
+    std::string reason;
+    auto read = readPPDFile(path, &reason);
+    if (!read) {
+        return failWith(kPMUnusableDescription, path, reason);
+    }
+    *printer = new OpaquePMPrinter(std::move(*read), path, {});
+    return noErr;
 }
 
-OSStatus PMPrinterCreateFromPrinterID(CFStringRef queue, PMPrinter* printer) {
+OSStatus PMPrinterCreateFromPrinterID(CFStringRef destination, PMPrinter* printer) {
     clearLastError();
-    const std::string name = utf8Text(queue);
+    const std::string name = utf8Text(destination);
     if (printer == nullptr) {
         return failWith(paramErr, name, "no place for the printer");
     }
-    // The characters that no queue's name has would lead to other places of the server.
-    if (name.empty() || name.find_first_of("/?#% \t\r\n") != std::string::npos) {
+    if (!isDestinationName(name)) {
         return failWith(kPMNoSuchPrinter, name, "is not the name of a queue");
     }
-    QueueDescription description;
-    if (const OSStatus status = fetchQueue(name, &description); status != noErr) {
-        return status;
+    const ServerAnswer<QueueDescription> answer = fetchQueue(name);
+    if (answer.status != noErr) {
+        return failWith(answer.status, name, answer.reason);
     }
-    const OSStatus status = makePrinter(description.ppdPath, name, printer);
-    if (status == noErr) {
-        (*printer)->queueDefaults = std::move(description.defaults);
-    } else {
-        std::error_code ignored;
-        std::filesystem::remove(description.ppdPath, ignored);
+    const std::string path = answer.value.ppd->path();
+    std::string reason;
+    auto ppd = readPPDFile(path, &reason);
+    if (!ppd) {
+        return failWith(kPMUnusableDescription, name, "its PPD " + reason);
     }
-    return status;
+    *printer = new OpaquePMPrinter(std::move(*ppd), path, name);
+    (*printer)->ppdCopy = answer.value.ppd;
+    (*printer)->start = sortOptions((*printer)->ppd, path, answer.value.options);
+    return noErr;
 }
 
 OSStatus PMPrinterRetain(PMPrinter printer) {
@@ -96,19 +93,6 @@ OSStatus PMPrinterRelease(PMPrinter printer) {
     if (--printer->owners == 0) {
         delete printer;
     }
-    return noErr;
-}
-
-OSStatus PMServerCopyPrinterIDs(UInt32 timeoutMilliseconds, CFArrayRef* queues) {
-    clearLastError();
-    if (queues == nullptr) {
-        return failWith(paramErr, "queues", "no place for the list");
-    }
-    const CFMutableArrayRef names = CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks);
-    for (const std::string& name : listQueues(static_cast<int>(timeoutMilliseconds))) {
-        CFArrayAppendValue(names, makeString(name).get());
-    }
-    *queues = names;
     return noErr;
 }
 

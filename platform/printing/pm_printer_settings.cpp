@@ -1,5 +1,6 @@
 // What a printer puts into tickets.
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
@@ -13,29 +14,36 @@ namespace {
 
 #define kPrinterClient CFSTR("com.tavro.print.platform")
 
-/// Whether the option takes the value: one of its choices, or "Custom.…" where it has a custom one.
-bool accepts(const PPDOption& option, std::string_view value) {
-    return option.findChoice(value) || (value.starts_with("Custom.") && option.findChoice("Custom"));
-}
-
 /// What is set when nobody chooses: the queue's own, else what the PPD marks; empty when it marks nothing.
 std::string defaultOf(const OpaquePMPrinter& printer, const PPDOption& option) {
-    for (const auto& [name, value] : printer.queueDefaults) {
-        if (name == option.keyword && accepts(option, value)) {
-            return value;
-        }
+    if (const std::string* const choice = findOption(printer.start.choices, option.keyword)) {
+        return *choice;
     }
     const auto marked = std::ranges::find(option.choices, true, &PPDChoice::marked);
     return marked == option.choices.end() ? std::string() : marked->keyword;
 }
 
+void addNumber(PMTicketRef ticket, CFStringRef key, std::optional<SInt32> value) {
+    CFNumberRef present = nullptr;
+    if (value && PMTicketGetCFNumber(ticket, kPMTopLevel, kPMTopLevel, key, &present) == kPMKeyNotFound) {
+        const auto number = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &*value));
+        PMTicketSetCFNumber(ticket, kPrinterClient, key, number.get(), kPMUnlocked);
+    }
+}
+
+bool isEmpty(PMTicketRef ticket) {
+    const auto items = CFRef<CFDictionaryRef>::adopt(PMTicketCopyItems(ticket));
+    return CFDictionaryGetCount(items.get()) == 0;
+}
+
 }  // namespace
 
-OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings) {
+OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat) {
     clearLastError();
     if (printer == nullptr) {
         return failWith(paramErr, "settings", "no printer to take them from");
     }
+    const bool hadSettings = !isEmpty(printSettings);
     CFMutableDictionaryRef pairs = nullptr;
     if (const OSStatus status = PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs); status != noErr) {
         return failWith(status, utf8Text(printer->name.get()), "no ticket for its settings");
@@ -46,6 +54,12 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
             CFDictionaryAddValue(pairs, makeString(option.keyword).get(), makeString(value).get());
         }
     }
+    addNumber(printSettings, kPMCopiesKey, printer->start.copies);
+    if (!hadSettings && !printer->start.pageRange.empty()) {  // settings without a range ask for all pages
+        PMTicketSetCFString(printSettings, kPrinterClient, kPMPageRangeKey, makeString(printer->start.pageRange).get(),
+                            kPMUnlocked);
+    }
+    addNumber(pageFormat, kPMOrientationKey, printer->start.orientation);
     return noErr;
 }
 

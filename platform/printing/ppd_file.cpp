@@ -4,6 +4,7 @@
 #include "platform/printing/last_error.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <span>
@@ -24,6 +25,7 @@ namespace {
 struct ClosePPD {
     void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
 };
+using OpenedPPD = std::unique_ptr<ppd_file_t, ClosePPD>;
 
 std::string textOf(const char* text) {
     return text == nullptr ? std::string() : text;
@@ -51,6 +53,39 @@ int openPPD(const std::string& path, std::string* reason) {
     }
     close(file);
     return -1;
+}
+
+/// The PPD with its defaults marked; null with the reason.
+OpenedPPD openMarked(const std::string& path, std::string* reason) {
+    const int file = openPPD(path, reason);
+    if (file < 0) {
+        return nullptr;
+    }
+    OpenedPPD ppd(ppdOpenFd(file));  // closes the descriptor in every case
+    if (!ppd) {
+        int line = 0;
+        const ppd_status_t error = ppdLastError(&line);
+        *reason = "is not a usable PPD: " + textOf(ppdErrorString(error)) + ", line " + std::to_string(line);
+        return nullptr;
+    }
+    ppdMarkDefaults(ppd.get());
+    return ppd;
+}
+
+/// Each option with its marked choice.
+OptionList markedChoices(const ppd_file_t& ppd) {
+    OptionList marked;
+    for (int g = 0; g < ppd.num_groups; ++g) {
+        for (int o = 0; o < ppd.groups[g].num_options; ++o) {
+            const ppd_option_t& option = ppd.groups[g].options[o];
+            for (int c = 0; c < option.num_choices; ++c) {
+                if (option.choices[c].marked != 0) {
+                    marked.emplace_back(option.keyword, option.choices[c].choice);
+                }
+            }
+        }
+    }
+    return marked;
 }
 
 bool hasSecretParameter(ppd_coption_t* custom) {
@@ -160,19 +195,10 @@ std::string PPDFile::attribute(std::string_view keyword) const {
 }
 
 std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason) {
-    const int file = openPPD(path, reason);
-    if (file < 0) {
-        return std::nullopt;
-    }
-    const std::unique_ptr<ppd_file_t, ClosePPD> ppd(ppdOpenFd(file));  // closes the descriptor in every case
+    const OpenedPPD ppd = openMarked(path, reason);
     if (!ppd) {
-        int line = 0;
-        const ppd_status_t error = ppdLastError(&line);
-        *reason = "is not a usable PPD: " + textOf(ppdErrorString(error)) + ", line " + std::to_string(line);
         return std::nullopt;
     }
-    ppdMarkDefaults(ppd.get());
-
     PPDFile made;
     made.name = textOf(ppd->shortnickname != nullptr ? ppd->shortnickname : ppd->nickname);
     // The library collects the options outside any group in a group of its own, where the first of them stood.
@@ -197,4 +223,35 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
     made.constraints = makeConstraints(ppd.get());
     made.passcodeKeyword = findPasscodeKeyword(*ppd);
     return made;
+}
+
+bool isStandardOption(std::string_view name) {
+    static constexpr std::array<std::string_view, 9> kNames{
+        "media",         "sides",      "output-bin", "multiple-document-handling", "print-color-mode",
+        "print-quality", "finishings", "resolution", "printer-resolution"};
+    return std::ranges::any_of(kNames, [&](std::string_view each) { return isSameOption(each, name); });
+}
+
+OptionList chooseByStandardOptions(const std::string& path, const OptionList& options) {
+    std::string reason;
+    const OpenedPPD ppd = options.empty() ? nullptr : openMarked(path, &reason);
+    if (!ppd) {
+        return {};
+    }
+    const OptionList before = markedChoices(*ppd);
+    cups_option_t* list = nullptr;
+    int count = 0;
+    for (const auto& [name, value] : options) {
+        count = cupsAddOption(name.c_str(), value.c_str(), count, &list);
+    }
+    cupsMarkOptions(ppd.get(), count, list);
+    cupsFreeOptions(count, list);
+    OptionList chosen;
+    for (const auto& choice : markedChoices(*ppd)) {
+        // A custom size would need its numbers, too.
+        if (choice.second != "Custom" && std::ranges::find(before, choice) == before.end()) {
+            chosen.push_back(choice);
+        }
+    }
+    return chosen;
 }

@@ -3,6 +3,8 @@
 
 #include "platform/foundation/CFBase.h"
 
+#include "platform/printing/option_list.h"
+
 #include <map>
 #include <optional>
 #include <string>
@@ -71,3 +73,9 @@ inline constexpr std::int64_t kPPDMaximumBytes = 8 * 1024 * 1024;
 /// Reads a PPD, its defaults marked. None when it is missing, no plain file, too large, compressed or no PPD, with
 /// the reason in *reason.
 std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason);
+
+/// Whether CUPS takes the option, which is not of the PPD's own, for choices in it: "media", "sides" and their kin.
+bool isStandardOption(std::string_view name);
+
+/// The choices that such options make in the PPD at the path, as far as they are others than its defaults.
+OptionList chooseByStandardOptions(const std::string& path, const OptionList& options);

@@ -3,20 +3,24 @@
 
 #include "platform/foundation/CFRef.h"
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/cups_server.h"
 #include "platform/printing/ppd_file.h"
+#include "platform/printing/private_file.h"
+#include "platform/printing/starting_options.h"
+
+#include <memory>
 
 struct OpaquePMPrinter {
-    OpaquePMPrinter(PPDFile file, std::string path, std::string queueName);
-    ~OpaquePMPrinter();
+    /// `destination` is empty for a printer without a queue.
+    OpaquePMPrinter(PPDFile file, std::string path, const std::string& destination);
     OpaquePMPrinter(const OpaquePMPrinter&) = delete;
     OpaquePMPrinter& operator=(const OpaquePMPrinter&) = delete;
 
     int owners = 1;
     PPDFile ppd;
     std::string ppdPath;
-    std::string queue;         // empty for a printer without a queue; with one, the PPD is the printer's own copy
-    OptionList queueDefaults;  // on top of the PPD's own
+    std::string queue;                     // empty for a printer without a queue
+    std::shared_ptr<PrivateFile> ppdCopy;  // of a queue's PPD; null for a printer without a queue
+    StartingOptions start;                 // of the queue or its instance, on top of the PPD's own
 
     // Lent to callers.
     struct PaperStrings {

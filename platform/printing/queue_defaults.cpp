@@ -2,15 +2,14 @@
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
-#include "platform/printing/lpoptions_text.h"
 #include "platform/printing/pending_file.h"
 #include "platform/printing/printer_record.h"
+#include "platform/printing/saved_options.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -22,17 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// What a landscape job is made of (job_options.cpp). A portrait one has none of them.
-constexpr std::array kOrientationOptions{"orientation-requested", "pdfAutorotate", "print-scaling"};
-
-const std::string* find(const OptionList& options, std::string_view name) {
-    const auto found = std::ranges::find_if(options, [&](const auto& option) { return option.first == name; });
-    return found == options.end() ? nullptr : &found->second;
-}
-
-void set(OptionList* options, const std::string& name, const std::string& value) {
-    std::erase_if(*options, [&](const auto& option) { return option.first == name; });
-    options->emplace_back(name, value);
-}
+constexpr std::array kOrientationOptions{kOrientationOption, kAutorotateOption, kScalingOption};
 
 /// Empty for a file that is missing; nothing for one that cannot be read.
 std::optional<std::string> readText(const fs::path& path) {
@@ -46,35 +35,20 @@ std::optional<std::string> readText(const fs::path& path) {
     return text.str();
 }
 
-/// The options of a destination; of an instance with those of its queue below them.
-OptionList effectiveOptions(const std::string& text, const std::string& destination) {
-    OptionList options = optionsInText(text, destination.substr(0, destination.find('/')));
-    if (destination.find('/') != std::string::npos) {
-        for (const auto& [name, value] : optionsInText(text, destination)) {
-            set(&options, name, value);
-        }
-    }
-    return options;
-}
-
-/// What the queue's jobs have as long as the user's own line says nothing else.
-OptionList defaultsBelow(const OpaquePMPrinter& printer, const std::string& userText) {
+/// What the destination's jobs have as long as the user's own line says nothing else.
+OptionList defaultsBelow(const OpaquePMPrinter& printer, const std::string& destination, const std::string& userText) {
     OptionList options{{"copies", "1"}};
     for (const PPDOption& option : printer.ppd.options) {
         if (const auto marked = std::ranges::find(option.choices, true, &PPDChoice::marked);
             marked != option.choices.end()) {
-            set(&options, option.keyword, marked->keyword);
+            setOption(&options, option.keyword, marked->keyword);
         }
     }
-    const char* const serverRoot = std::getenv("CUPS_SERVERROOT");
-    const auto systemText = readText(fs::path(serverRoot == nullptr ? "/etc/cups" : serverRoot) / "lpoptions");
-    for (const auto& [name, value] : effectiveOptions(systemText.value_or(std::string()), printer.queue)) {
-        set(&options, name, value);
-    }
-    if (const std::size_t slash = printer.queue.find('/'); slash != std::string::npos) {
-        for (const auto& [name, value] : optionsInText(userText, printer.queue.substr(0, slash))) {
-            set(&options, name, value);
-        }
+    const std::string systemText = readText(systemOptionsPath()).value_or(std::string());
+    setOptions(&options, optionsInText(systemText, printer.queue));
+    if (destination != printer.queue) {
+        setOptions(&options, optionsInText(systemText, destination));
+        setOptions(&options, optionsInText(userText, printer.queue));
     }
     return options;
 }
@@ -96,23 +70,23 @@ OptionList mergedOptions(const OptionList& old, const OptionList& wanted, const 
         if (!isKept(printer, name)) {
             continue;
         }
-        const std::string* const already = find(below, name);
+        const std::string* const already = findOption(below, name);
         if (already != nullptr && *already == value) {
             std::erase_if(options, [&, &key = name](const auto& option) { return option.first == key; });
         } else {
-            set(&options, name, value);
+            setOption(&options, name, value);
         }
     }
-    if (find(wanted, kOrientationOptions[0]) != nullptr) {
+    if (findOption(wanted, kOrientationOption) != nullptr) {
         return options;
     }
-    if (find(old, kOrientationOptions[0]) != nullptr) {
+    if (findOption(old, kOrientationOption) != nullptr) {
         std::erase_if(options, [](const auto& option) {
             return std::ranges::find(kOrientationOptions, option.first) != kOrientationOptions.end();
         });
     }
-    if (find(below, kOrientationOptions[0]) != nullptr) {
-        set(&options, kOrientationOptions[0], "3");  // portrait
+    if (findOption(below, kOrientationOption) != nullptr) {
+        setOption(&options, kOrientationOption, kPortraitRequested);
     }
     return options;
 }
@@ -149,17 +123,19 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
         status != noErr) {
         return status;
     }
-    const char* const home = std::getenv("HOME");
-    if (home == nullptr || *home == '\0') {
-        return failWith(kPMCannotWriteOutput, printer->queue, "you have no home folder to keep them in");
+    const std::string destination = utf8Text(printer->id.get());
+    const std::string path = userOptionsPath();
+    if (path.empty()) {
+        return failWith(kPMCannotWriteOutput, destination, "you have no home folder to keep them in");
     }
-    request.options.emplace_back("copies", std::to_string(request.copies));
-    const fs::path path = fs::path(home) / ".cups/lpoptions";
+    OptionList wanted = request.choices;
+    setOptions(&wanted, request.layout);
+    setOption(&wanted, "copies", std::to_string(request.copies));
     const auto text = readText(path);
     if (!text) {
-        return failWith(kPMCannotWriteOutput, path.string(), "cannot be read");
+        return failWith(kPMCannotWriteOutput, path, "cannot be read");
     }
-    const OptionList options = mergedOptions(optionsInText(*text, printer->queue), request.options,
-                                             defaultsBelow(*printer, *text), *printer);
-    return replaceFile(path, textWithOptions(*text, printer->queue, options));
+    const OptionList options =
+        mergedOptions(optionsInText(*text, destination), wanted, defaultsBelow(*printer, destination, *text), *printer);
+    return replaceFile(path, textWithOptions(*text, destination, options));
 }

@@ -15,7 +15,7 @@ namespace {
 class Conflicts : public testing::Test {
 protected:
     explicit Conflicts(const std::filesystem::path& ppd = kZR420) : printer(ppd) {
-        PMPrinterWriteDefaultSettings(printer.get(), settings.get());
+        PMPrinterWriteDefaultSettings(printer.get(), settings.get(), settings.get());
     }
 
     void install(const std::string& keyword, const std::string& option) {

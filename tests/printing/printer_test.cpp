@@ -22,7 +22,7 @@ TEST(Printers, GiveTheirDefaultsButNotWhatIsInstalled) {
     const Printer printer(kZR420);
     const Ticket settings;
     set(settings.ppd(), "Duplex", "DuplexTumble");
-    ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get()), noErr);
+    ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), settings.get()), noErr);
     EXPECT_EQ(get(settings.ppd(), "Duplex"), "DuplexTumble");  // was there before
     EXPECT_EQ(get(settings.ppd(), "JCLBanner"), "False");
     EXPECT_EQ(get(settings.ppd(), "Jog"), "None");
@@ -30,7 +30,7 @@ TEST(Printers, GiveTheirDefaultsButNotWhatIsInstalled) {
     for (const char* installable : {"Option1", "Option2", "Option3", "Option4", "Option5"}) {
         EXPECT_EQ(get(settings.ppd(), installable), "(null)");
     }
-    EXPECT_EQ(PMPrinterWriteDefaultSettings(printer.get(), 0), kPMInvalidTicket);
+    EXPECT_EQ(PMPrinterWriteDefaultSettings(printer.get(), 0, 0), kPMInvalidTicket);
 }
 
 TEST(Printers, ListPapersWithoutTheCustomOne) {

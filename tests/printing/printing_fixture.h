@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -75,6 +76,21 @@ public:
     }
     void setNumber(CFStringRef key, SInt32 number) const {
         PMTicketSetCFNumber(ticket_, CFSTR("test"), key, cf(number).get(), kPMUnlocked);
+    }
+    /// None when there is no such number.
+    [[nodiscard]] std::optional<SInt32> number(CFStringRef key) const {
+        CFNumberRef item = nullptr;
+        SInt32 value = 0;
+        return PMTicketGetCFNumber(ticket_, kPMTopLevel, kPMTopLevel, key, &item) == noErr &&
+                       CFNumberGetValue(item, kCFNumberSInt32Type, &value)
+                   ? std::optional(value)
+                   : std::nullopt;
+    }
+    /// "(null)" when there is no such string.
+    [[nodiscard]] std::string string(CFStringRef key) const {
+        CFStringRef item = nullptr;
+        PMTicketGetCFString(ticket_, kPMTopLevel, kPMTopLevel, key, &item);
+        return text(item);
     }
     void setString(CFStringRef key, const std::string& string) const {
         PMTicketSetCFString(ticket_, CFSTR("test"), key, cf(string).get(), kPMUnlocked);

@@ -1,69 +1,28 @@
 // Queues, on a print server that each test starts for itself.
 #include "platform/printing/CompiledPPD.h"
 #include "tests/printing/printing_fixture.h"
+#include "tests/support/print_server.h"
 
 #include <cups/cups.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <ctime>
-#include <thread>
 #include <vector>
 
-#include <arpa/inet.h>
-#include <spawn.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
-
-/// A listening socket on a free port of this machine.
-class Listener {
-public:
-    Listener() {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        if (bind(socket_, reinterpret_cast<sockaddr*>(&address), length) == 0 && listen(socket_, 5) == 0) {
-            getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length);
-            port_ = ntohs(address.sin_port);
-        }
-    }
-    ~Listener() { close(socket_); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-
-    /// All that the next connection sends; nothing when there is none for a while.
-    [[nodiscard]] std::string receive() const {
-        const timeval patience{20, 0};
-        setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-        const int connection = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
-        std::string received;
-        char bytes[4096];
-        for (ssize_t count = 0; (count = read(connection, bytes, sizeof bytes)) > 0;) {
-            received.append(bytes, static_cast<std::size_t>(count));
-        }
-        close(connection);
-        return received;
-    }
-
-    [[nodiscard]] std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
-
-private:
-    int socket_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    int port_ = 0;
-};
 
 void useServer(const std::string& address) {
     setenv("CUPS_SERVER", address.c_str(), 1);  // for lpadmin and its kin
     cupsSetServer(address.c_str());             // the library reads the environment only once
 }
 
-std::vector<std::string> queues(UInt32 timeout = 3000) {
+std::vector<std::string> queues(UInt32 timeout = 3000, OSStatus expected = noErr) {
+    PMPrinterList list = nullptr;
+    EXPECT_EQ(PMPrinterListBegin(timeout, &list), noErr);
     CFArrayRef names = nullptr;
-    EXPECT_EQ(PMServerCopyPrinterIDs(timeout, &names), noErr);
+    EXPECT_EQ(PMPrinterListCopyPrinterIDs(list, &names), expected);
+    EXPECT_TRUE(PMPrinterListIsComplete(list));
+    PMPrinterListRelease(list);
     const auto owned = CFRef<CFArrayRef>::adopt(names);
     std::vector<std::string> made;
     for (CFIndex i = 0; i < CFArrayGetCount(names); ++i) {
@@ -82,85 +41,57 @@ protected:
     }
 
     void SetUp() override {
-        std::string address = Listener().address();  // free again when the server takes it
-        for (const char* name : {"root", "cache", "state", "spool", "spool/tmp", "tmp"}) {
-            std::filesystem::create_directories(folder / name);
-        }
-        std::filesystem::permissions(folder / "", std::filesystem::perms(0755));  // the filters run as another user
-        folder.add("cupsd.conf", "Listen " + address + R"(
-Browsing Off
-LogLevel debug
-DefaultAuthType None
-WebInterface No
-<Location />
-Order allow,deny
-Allow all
-</Location>
-<Policy default>
-<Limit All>
-Order deny,allow
-</Limit>
-</Policy>
-)");
-        const auto place = [&](const std::string& key, const std::string& name) {
-            return key + " " + (folder / name).string() + "\n";
-        };
-        folder.add("cups-files.conf", "FileDevice Yes\nSystemGroup root\nGroup nogroup\n" +
-                                          place("ServerRoot", "root") + place("CacheDir", "cache") +
-                                          place("StateDir", "state") + place("RequestRoot", "spool") +
-                                          place("TempDir", "spool/tmp") + place("ErrorLog", "error_log") +
-                                          place("AccessLog", "access_log") + place("PageLog", "page_log"));
+        std::filesystem::create_directory(folder / "tmp");
         setenv("TMPDIR", (folder / "tmp").c_str(), 1);
-        const std::string configuration = folder / "cupsd.conf";
-        const std::string files = folder / "cups-files.conf";
-        const char* const arguments[] = {"cupsd", "-f", "-c", configuration.c_str(), "-s", files.c_str(), nullptr};
-        ASSERT_EQ(posix_spawn(&server, "/usr/sbin/cupsd", nullptr, nullptr, const_cast<char**>(arguments), environ), 0);
-        useServer(address);
-        ASSERT_TRUE(eventually([] { return run("lpstat -r").first.find("is running") != std::string::npos; }))
-            << readFile(folder / "error_log");
-        admin("-p tavro -E -v 'file:" + (folder / "out.prn").string() + "' -P '" + kZR420.string() + "'");
+        useServer(server.address());
+        server.addQueue("tavro", kZR420);
     }
 
     void TearDown() override {
-        if (server > 0) {
-            kill(server, SIGTERM);
-            waitpid(server, nullptr, 0);
-        }
         unsetenv("TMPDIR");
         std::filesystem::remove_all(home() / ".cups");
     }
 
-    static void admin(const std::string& arguments) {
-        const auto [output, status] = run("/usr/sbin/lpadmin " + arguments);
-        ASSERT_EQ(status, 0) << output;
+    /// What the user has saved, as lpoptions keeps it.
+    static void saveOptions(const std::string& lines) {
+        std::filesystem::create_directory(home() / ".cups");
+        home().add(".cups/lpoptions", lines);
     }
 
-    template <typename Condition>
-    static bool eventually(Condition condition) {
-        for (int i = 0; i < 1000; ++i) {
-            if (condition()) {
-                return true;
-            }
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    static std::size_t countOf(const std::string& text, const std::string& part) {
+        std::size_t count = 0;
+        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+            ++count;
         }
-        return false;
+        return count;
+    }
+
+    /// The priority of a job that the server has or had; 0 for no job.
+    static int jobPriority(SInt32 id) {
+        cups_job_t* jobs = nullptr;
+        const int count = cupsGetJobs2(CUPS_HTTP_DEFAULT, &jobs, "tavro", 0, CUPS_WHICHJOBS_ALL);
+        int priority = 0;
+        for (int i = 0; i < count; ++i) {
+            priority = jobs[i].id == id ? jobs[i].priority : priority;
+        }
+        cupsFreeJobs(count, jobs);
+        return priority;
     }
 
     TemporaryFolder folder;
-    pid_t server = -1;
+    PrintServer server{folder / "server"};
 };
 
 TEST_F(Queues, AreListedTheDefaultFirst) {
-    admin("-p another -E -v file:/dev/null -P '" + kZR410.string() + "'");
+    server.admin("lpadmin -p another -E -v file:/dev/null -P '" + kZR410.string() + "'");
     EXPECT_EQ(queues(), (std::vector<std::string>{"another", "tavro"}));
-    admin("-d tavro");
+    server.admin("lpadmin -d tavro");
     EXPECT_EQ(queues(), (std::vector<std::string>{"tavro", "another"}));
 }
 
 TEST_F(Queues, KeepTheirOwnConfiguration) {
-    admin("-p tavro -o Option2=HCSS -o Option1=False -o Duplex=DuplexNoTumble");
-    std::filesystem::create_directory(home() / ".cups");
-    home().add(".cups/lpoptions", "Dest tavro Jog=EndOfSet Resolution=None PageSize=Custom.400x500\n");
+    server.admin("lpadmin -p tavro -o Option2=HCSS -o Option1=False -o Duplex=DuplexNoTumble");
+    saveOptions("Dest tavro Jog=EndOfSet Resolution=None PageSize=Custom.400x500\n");
     {
         const Printer printer(std::string("tavro"));
         ASSERT_EQ(printer.status(), noErr) << text(PMGetLastErrorText());
@@ -170,7 +101,8 @@ TEST_F(Queues, KeepTheirOwnConfiguration) {
         EXPECT_GT(PMPrinterCountPapers(printer.get()), 10);
 
         const Ticket settings;
-        ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get()), noErr);
+        const Ticket format;
+        ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), format.get()), noErr);
         EXPECT_EQ(get(settings.ppd(), "Duplex"), "DuplexNoTumble");  // the queue's
         EXPECT_EQ(get(settings.ppd(), "Jog"), "EndOfSet");           // the user's
         EXPECT_EQ(get(settings.ppd(), "Resolution"), "600dpi");      // no choice of the PPD
@@ -192,6 +124,114 @@ TEST_F(Queues, KeepTheirOwnConfiguration) {
     EXPECT_TRUE(std::filesystem::is_empty(folder / "tmp"));  // the copy of the PPD went with the printer
 }
 
+TEST_F(Queues, AreListedWithTheUsersInstances) {
+    server.addQueue("another", kZR410);
+    saveOptions(
+        "Dest tavro number-up=2\nDefault tavro/draft Duplex=DuplexTumble\nDest tavro/book\nDest gone/draft copies=2\n");
+    EXPECT_EQ(queues(), (std::vector<std::string>{"tavro/draft", "another", "tavro", "tavro/book"}));
+    setenv("LPDEST", "another", 1);
+    EXPECT_EQ(queues().front(), "another");
+    CFStringRef name = nullptr;
+    EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), noErr);
+    EXPECT_EQ(text(CFRef<CFStringRef>::adopt(name).get()), "another");
+    unsetenv("LPDEST");
+    EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), noErr);
+    EXPECT_EQ(text(CFRef<CFStringRef>::adopt(name).get()), "tavro/draft");
+    saveOptions("");
+    EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), kPMNoDefaultPrinter);
+}
+
+TEST_F(Queues, BeginWithWhatIsSavedForThem) {
+    server.admin("lpadmin -p tavro -o copies-default=4 -o sides-default=two-sided-short-edge");
+    saveOptions(
+        "Dest tavro media=iso_a4_210x297mm,Lower outputbin=sTACKER copies=3 page-ranges=2-3 landscape=true\n"
+        "Dest tavro/draft copies=100000 multiple-document-handling=separate-documents-uncollated-copies "
+        "sides=two-sided-long-edge orientation-requested=5 page-ranges=two\n");
+    const auto startOf = [](const std::string& name, const Ticket& settings, const Ticket& format) {
+        const Printer printer(name);
+        ASSERT_EQ(printer.status(), noErr) << text(PMGetLastErrorText());
+        EXPECT_EQ(text(PMPrinterGetName(printer.get())), name);
+        EXPECT_EQ(text(PMPrinterGetID(printer.get())), name);
+        ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), format.get()), noErr);
+    };
+    const Ticket plain;
+    const Ticket plainFormat;
+    startOf("tavro", plain, plainFormat);
+    EXPECT_EQ(get(plain.ppd(), "PageSize"), "A4");
+    EXPECT_EQ(get(plain.ppd(), "OutputBin"), "Stacker");
+    EXPECT_EQ(get(plain.ppd(), "Duplex"), "DuplexTumble");
+    EXPECT_EQ(get(plain.ppd(), "Collate"), "True");
+    EXPECT_EQ(plain.number(kPMCopiesKey), 3);
+    EXPECT_EQ(plain.string(kPMPageRangeKey), "2-3");
+    EXPECT_EQ(plainFormat.number(kPMOrientationKey), 2);
+
+    const Ticket draft;
+    const Ticket draftFormat;
+    startOf("tavro/draft", draft, draftFormat);
+    EXPECT_EQ(get(draft.ppd(), "PageSize"), "A4");  // the queue's own holds for its instances
+    EXPECT_EQ(get(draft.ppd(), "Duplex"), "DuplexNoTumble");
+    EXPECT_EQ(get(draft.ppd(), "Collate"), "False");
+    EXPECT_EQ(draft.number(kPMCopiesKey), std::nullopt);
+    EXPECT_EQ(draft.string(kPMPageRangeKey), "(null)");
+    EXPECT_EQ(draftFormat.number(kPMOrientationKey), 3);
+
+    const Ticket chosen;
+    const Ticket chosenFormat;
+    chosen.setNumber(kPMCopiesKey, 7);
+    chosenFormat.setNumber(kPMOrientationKey, 1);
+    set(chosen.ppd(), "OutputBin", "Side");
+    startOf("tavro", chosen, chosenFormat);
+    EXPECT_EQ(chosen.number(kPMCopiesKey), 7);
+    EXPECT_EQ(chosen.string(kPMPageRangeKey), "(null)");  // all pages were chosen
+    EXPECT_EQ(chosenFormat.number(kPMOrientationKey), 1);
+    EXPECT_EQ(get(chosen.ppd(), "OutputBin"), "Side");
+    EXPECT_EQ(get(chosen.ppd(), "PageSize"), "A4");
+
+    const Printer unknown(std::string("tavro/none"));
+    EXPECT_EQ(unknown.status(), kPMNoSuchPrinter);
+    EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro/none: ")) << text(PMGetLastErrorText());
+}
+
+/// What is saved for a queue happens to its jobs once, whoever makes their PostScript.
+TEST_F(Queues, GiveTheirOwnOptionsToEachJobOnce) {
+    const Listener device;
+    server.admin("lpadmin -p tavro -v 'socket://" + device.address() +
+                 "/?snmp=false&waiteof=false' -o copies-default=3 -o orientation-requested-default=4 "
+                 "-o number-up-default=5");
+    saveOptions("Dest tavro number-up=2 job-priority=77 Duplex=DuplexTumble fit-to-page=true\n");
+    const Printer printer(std::string("tavro"));
+    const std::string mark = "% the setup\n";
+    const auto setup = CFRef<CFDataRef>::adopt(
+        CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(mark.data()), static_cast<CFIndex>(mark.size())));
+    const Ticket format;
+    format.setNumber(kPMOrientationKey, 1);
+    for (const CFDataRef drawn : {CFDataRef(nullptr), setup.get()}) {
+        const Ticket settings;
+        ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), format.get()), noErr);
+        settings.setNumber(kPMCopiesKey, 2);
+        SInt32 job = 0;
+        ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, drawn,
+                                         fileURL(kTenPages).get(), &job),
+                  noErr)
+            << text(PMGetLastErrorText());
+        const std::string sent = device.receive();
+        const std::string file = folder.add("job.ps", sent);
+        ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr, drawn,
+                                                fileURL(kTenPages).get(), fileURL(folder / "file.ps").get()),
+                  noErr);
+        for (const std::string& each : {sent, readFile(folder / "file.ps")}) {
+            EXPECT_EQ(countOf(each, "*NumCopies 2\n"), 1U);
+            EXPECT_EQ(countOf(each, "%!PS-Adobe"), 1U);
+            EXPECT_EQ(countOf(each, "*Duplex DuplexTumble"), 1U);
+            EXPECT_EQ(countOf(each, mark), drawn == nullptr ? 0U : 1U);
+        }
+        EXPECT_EQ(countPages(file), 5U);  // two pages on each
+        EXPECT_EQ(countPages(folder / "file.ps"), 5U);
+        EXPECT_EQ(jobPriority(job), 77);
+        EXPECT_FALSE(device.hasMore());
+    }
+}
+
 TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     const Printer printer(std::string("tavro"));
     const Ticket settings;
@@ -203,18 +243,16 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     settings.setNumber(kPMCopiesKey, 2);
     settings.setString(kPMJobNameKey, "Minutes");
     SInt32 job = 0;
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), fileURL(kTenPages).get(), &job),
+    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, nullptr,
+                                     fileURL(kTenPages).get(), &job),
               noErr)
         << text(PMGetLastErrorText());
     EXPECT_GT(job, 0);
-    const std::string completed = "tavro-" + std::to_string(job) + " ";
-    ASSERT_TRUE(eventually([&] {
-        return run("lpstat -W completed -o tavro").first.find(completed) != std::string::npos;
-    })) << readFile(folder / "error_log");
+    ASSERT_TRUE(server.hasCompleted("tavro-" + std::to_string(job))) << server.log();
     ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr, nullptr,
                                             fileURL(kTenPages).get(), fileURL(folder / "file.ps").get()),
               noErr);
-    for (const auto& path : {folder / "out.prn", folder / "file.ps"}) {
+    for (const auto& path : {server.printedBy("tavro"), folder / "file.ps"}) {
         const std::string sent = readFile(path);
         for (const char* line : {"%%BeginFeature: *StapleLocation 1Staple\n", "@PJL SET TRPRINTQUALITY=ENHANCED\n",
                                  "*NumCopies 2\n", "@PJL JOB NAME = \"Minutes\""}) {
@@ -225,13 +263,12 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
 }
 
 TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
-    std::filesystem::create_directory(home() / ".cups");
-    home().add(".cups/lpoptions", "Dest elsewhere a=b\nDest tavro Jog=EndOfSet number-up=1\n");
-    admin("-p tavro -o TREconomode=True");
+    saveOptions("Dest elsewhere a=b\nDest tavro Jog=EndOfSet number-up=1\n");
+    server.admin("lpadmin -p tavro -o TREconomode=True");
     const Printer printer(std::string("tavro"));
     const Ticket settings;
     const Ticket format;
-    ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get()), noErr);
+    ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), format.get()), noErr);
     set(settings.ppd(), "StapleLocation", "1Staple");
     set(settings.ppd(), "JCLPrintQuality", "Enhanced");
     set(settings.ppd(), "Jog", "None");  // as the queue has it
@@ -250,19 +287,17 @@ TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
     EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0600));
 
     ASSERT_EQ(run("lp -d tavro '" + kTenPages.string() + "'").second, 0);
-    ASSERT_TRUE(eventually([] {
-        return run("lpstat -W completed -o tavro").first.find("tavro-1 ") != std::string::npos;
-    })) << readFile(folder / "error_log");
-    const std::string sent = readFile(folder / "out.prn");
+    ASSERT_TRUE(server.hasCompleted("tavro-1")) << readFile(folder / "error_log");
+    const std::string sent = readFile(server.printedBy("tavro"));
     for (const char* line : {"%%BeginFeature: *StapleLocation 1Staple\n", "@PJL SET TRPRINTQUALITY=ENHANCED\n",
                              "%%BeginFeature: *TREconomode True\n", "*NumCopies 2\n"}) {
         EXPECT_NE(sent.find(line), std::string::npos) << line;
     }
-    EXPECT_EQ(countPages(folder / "out.prn"), 10U);
+    EXPECT_EQ(countPages(server.printedBy("tavro")), 10U);
 
     // The next dialog begins with them, and back at the queue's own they are forgotten.
     const Ticket again;
-    ASSERT_EQ(PMPrinterWriteDefaultSettings(Printer(std::string("tavro")).get(), again.get()), noErr);
+    ASSERT_EQ(PMPrinterWriteDefaultSettings(Printer(std::string("tavro")).get(), again.get(), again.get()), noErr);
     EXPECT_EQ(get(again.ppd(), "StapleLocation"), "1Staple");
     EXPECT_EQ(get(again.ppd(), "Jog"), "None");
     set(settings.ppd(), "StapleLocation", "None");
@@ -286,7 +321,7 @@ TEST_F(Queues, KeepNoDefaultsWhereTheyCannot) {
 
 TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
     const Listener device;
-    admin("-p tavro -v 'socket://" + device.address() + "/?snmp=false&waiteof=false'");
+    server.admin("lpadmin -p tavro -v 'socket://" + device.address() + "/?snmp=false&waiteof=false'");
     const Printer printer(std::string("tavro"));
     const Ticket settings;
     const Ticket format;
@@ -297,7 +332,8 @@ TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
     settings.setNumber(kPMCopiesKey, 2);
     settings.setString(kPMJobNameKey, "Minutes");
     SInt32 job = 0;
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), fileURL(kTenPages).get(), &job),
+    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, nullptr,
+                                     fileURL(kTenPages).get(), &job),
               noErr)
         << text(PMGetLastErrorText());
     const std::string sent = device.receive();
@@ -307,7 +343,7 @@ TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
     }
     folder.add("job.ps", sent);
     EXPECT_EQ(countPages(folder / "job.ps"), 3U);
-    const std::string log = readFile(folder / "error_log");  // with the command lines of the server's programs
+    const std::string log = server.log();  // with the command lines of the server's programs
     EXPECT_NE(log.find("argv[5]="), std::string::npos);
     EXPECT_EQ(log.find("8642"), std::string::npos);
 }
@@ -320,7 +356,8 @@ TEST_F(Queues, HoldAJobUntilItsTime) {
     std::strftime(time, sizeof time, "%H:%M", std::gmtime(&then));
     settings.setString(kPMJobHoldUntilTimeKey, time);
     SInt32 job = 0;
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), fileURL(kTenPages).get(), &job),
+    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
+                                     fileURL(kTenPages).get(), &job),
               noErr)
         << text(PMGetLastErrorText());
     cups_job_t* waiting = nullptr;
@@ -329,11 +366,11 @@ TEST_F(Queues, HoldAJobUntilItsTime) {
     EXPECT_EQ(waiting[0].id, job);
     EXPECT_EQ(waiting[0].state, IPP_JSTATE_HELD);
     cupsFreeJobs(count, waiting);
-    EXPECT_FALSE(std::filesystem::exists(folder / "out.prn"));
+    EXPECT_FALSE(std::filesystem::exists(server.printedBy("tavro")));
 }
 
 TEST_F(Queues, SayWhyTheyCannotBeUsed) {
-    admin("-p raw -E -v file:/dev/null");
+    server.admin("lpadmin -p raw -E -v file:/dev/null");
     const Printer raw(std::string("raw"));
     EXPECT_EQ(raw.status(), kPMUnusableDescription);
     EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("raw: ")) << text(PMGetLastErrorText());
@@ -347,28 +384,29 @@ TEST_F(Queues, SayWhyTheyCannotBeUsed) {
     ASSERT_EQ(printer.status(), noErr);
     const Ticket settings;
     SInt32 job = 0;
-    ASSERT_EQ(run("/usr/sbin/cupsreject tavro").second, 0);
-    EXPECT_NE(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), fileURL(kTenPages).get(), &job),
+    server.admin("cupsreject tavro");
+    EXPECT_NE(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
+                                     fileURL(kTenPages).get(), &job),
               noErr);
     EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro: ")) << text(PMGetLastErrorText());
     EXPECT_EQ(job, 0);
     const Printer withoutQueue(kZR420);
-    EXPECT_EQ(
-        PMPrinterPrintWithFile(withoutQueue.get(), settings.get(), settings.get(), fileURL(kTenPages).get(), &job),
-        kPMNoSuchPrinter);
+    EXPECT_EQ(PMPrinterPrintWithFile(withoutQueue.get(), settings.get(), settings.get(), nullptr, nullptr,
+                                     fileURL(kTenPages).get(), &job),
+              kPMNoSuchPrinter);
 }
 
 TEST(Servers, ThatDoNotAnswerAreGivenUp) {
     std::string closed = Listener().address();
     useServer(closed);
-    EXPECT_TRUE(queues().empty());
+    EXPECT_TRUE(queues(3000, kPMServerNotResponding).empty());
     const Printer refused(std::string("tavro"));
     EXPECT_EQ(refused.status(), kPMServerNotResponding);
     EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro: ")) << text(PMGetLastErrorText());
 
     const Listener silent;  // takes connections and never says a word
     useServer(silent.address());
-    EXPECT_TRUE(queues(200).empty());
+    EXPECT_TRUE(queues(200, kPMServerNotResponding).empty());
     const Printer unanswered(std::string("tavro"));
     EXPECT_EQ(unanswered.status(), kPMServerNotResponding);
 }

@@ -1,0 +1,53 @@
+#include "platform/printing/option_list.h"
+
+#include <algorithm>
+
+namespace {
+
+// By hand: the C library's follow the user's locale.
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+bool isSameOption(std::string_view left, std::string_view right) {
+    return std::ranges::equal(left, right, {}, lower, lower);
+}
+
+const std::string* findOption(const OptionList& options, std::string_view name) {
+    const auto found = std::ranges::find_if(options, [&](const auto& each) { return isSameOption(each.first, name); });
+    return found == options.end() ? nullptr : &found->second;
+}
+
+void setOption(OptionList* options, const std::string& name, const std::string& value) {
+    const auto found = std::ranges::find_if(*options, [&](const auto& each) { return isSameOption(each.first, name); });
+    if (found == options->end()) {
+        options->emplace_back(name, value);
+    } else {
+        *found = {name, value};
+    }
+}
+
+void setOptions(OptionList* options, const OptionList& others) {
+    for (const auto& [name, value] : others) {
+        setOption(options, name, value);
+    }
+}
+
+std::string filterOptionsText(const OptionList& options) {
+    std::string text;
+    for (const auto& [name, value] : options) {
+        if (!text.empty()) {
+            text += ' ';
+        }
+        text.append(name).append("=");
+        for (const char c : value) {
+            if (std::string_view(" \t\n\\'\"").find(c) != std::string_view::npos) {
+                text += '\\';
+            }
+            text += c;
+        }
+    }
+    return text;
+}

@@ -1,0 +1,23 @@
+// Options of a job, by name, as CUPS takes them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+using OptionList = std::vector<std::pair<std::string, std::string>>;
+
+/// Whether names or values are the same to CUPS, which ignores the case of ASCII letters.
+bool isSameOption(std::string_view left, std::string_view right);
+
+/// The value of an option, lent; null when the list does not have it.
+const std::string* findOption(const OptionList& options, std::string_view name);
+
+/// Sets an option, in the place of one of the same name.
+void setOption(OptionList* options, const std::string& name, const std::string& value);
+void setOptions(OptionList* options, const OptionList& others);
+
+/// The options in the one-argument notation that CUPS filters read ("name=value name=value", blanks, quotes and
+/// backslashes in values escaped).
+std::string filterOptionsText(const OptionList& options);

@@ -1,0 +1,88 @@
+#include "platform/printing/saved_options.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+namespace {
+
+std::string environmentText(const char* name) {
+    const char* const value = std::getenv(name);
+    return value == nullptr ? std::string() : value;
+}
+
+std::string readText(const std::string& path) {
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+}  // namespace
+
+std::string queueOf(const std::string& destination) {
+    return destination.substr(0, destination.find('/'));
+}
+
+std::string instanceOf(const std::string& destination) {
+    const std::size_t slash = destination.find('/');
+    return slash == std::string::npos ? std::string() : destination.substr(slash + 1);
+}
+
+SavedDestinations SavedDestinations::read() {
+    SavedDestinations saved;
+    for (const std::string& path : {systemOptionsPath(), userOptionsPath()}) {
+        std::ranges::move(destinationsInText(readText(path)), std::back_inserter(saved.all_));
+    }
+    return saved;
+}
+
+bool SavedDestinations::knows(const std::string& destination) const {
+    return std::ranges::any_of(all_, [&](const auto& each) { return isSameOption(each.name, destination); });
+}
+
+OptionList SavedDestinations::optionsOf(const std::string& destination) const {
+    OptionList options;
+    for (const std::string& name : std::set{queueOf(destination), destination}) {  // the shorter name first
+        for (const SavedDestination& each : all_) {
+            if (isSameOption(each.name, name)) {
+                setOptions(&options, each.options);
+            }
+        }
+    }
+    return options;
+}
+
+std::vector<std::string> SavedDestinations::instancesOf(const std::string& queue) const {
+    std::set<std::string> instances;
+    for (const SavedDestination& each : all_) {
+        if (const std::string instance = instanceOf(each.name);
+            !instance.empty() && isSameOption(queueOf(each.name), queue)) {
+            instances.insert(queue + "/" + instance);
+        }
+    }
+    return {instances.begin(), instances.end()};
+}
+
+std::string SavedDestinations::defaultName() const {
+    if (const std::string name = environmentText("LPDEST"); !name.empty()) {
+        return name;
+    }
+    // "lp" is what some systems set for everybody.
+    if (const std::string name = environmentText("PRINTER"); !name.empty() && name != "lp") {
+        return name;
+    }
+    const auto found = std::ranges::find_if(all_.rbegin(), all_.rend(), &SavedDestination::isDefault);
+    return found == all_.rend() ? std::string() : found->name;
+}
+
+std::string userOptionsPath() {
+    const std::string home = environmentText("HOME");
+    return home.empty() ? std::string() : home + "/.cups/lpoptions";
+}
+
+std::string systemOptionsPath() {
+    const std::string folder = environmentText("CUPS_SERVERROOT");
+    return (folder.empty() ? "/etc/cups" : folder) + "/lpoptions";
+}

@@ -1,0 +1,188 @@
+// A print server of a test's own: real CUPS, without the machine's queues, until the object goes.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+/// A listening socket on a free port of this machine.
+class Listener {
+public:
+    Listener() {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        if (bind(socket_, reinterpret_cast<sockaddr*>(&address), length) == 0 && listen(socket_, 5) == 0) {
+            getsockname(socket_, reinterpret_cast<sockaddr*>(&address), &length);
+            port_ = ntohs(address.sin_port);
+        }
+    }
+    ~Listener() { close(socket_); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    /// All that the next connection sends; nothing when there is none for a while.
+    [[nodiscard]] std::string receive() const {
+        const timeval patience{20, 0};
+        setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+        const int connection = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
+        std::string received;
+        char bytes[4096];
+        for (ssize_t count = 0; (count = read(connection, bytes, sizeof bytes)) > 0;) {
+            received.append(bytes, static_cast<std::size_t>(count));
+        }
+        close(connection);
+        return received;
+    }
+
+    /// Whether another connection waits.
+    [[nodiscard]] bool hasMore() const {
+        pollfd waiting{socket_, POLLIN, 0};
+        return poll(&waiting, 1, 300) > 0;
+    }
+
+    [[nodiscard]] std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
+
+private:
+    int socket_ = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    int port_ = 0;
+};
+
+/// Whether the condition comes true within some seconds.
+template <typename Condition>
+bool eventually(Condition condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (std::chrono::steady_clock::now() < end) {
+        if (condition()) {
+            return true;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return false;
+}
+
+class PrintServer {
+public:
+    /// Starts a server that keeps everything below the folder. `more` are further lines of its configuration.
+    explicit PrintServer(std::filesystem::path folder, const std::string& more = {}) : folder_(std::move(folder)) {
+        for (const char* name : {"root", "cache", "state", "spool", "spool/tmp"}) {
+            std::filesystem::create_directories(folder_ / name);
+        }
+        for (const auto& each : {folder_, folder_.parent_path()}) {
+            std::filesystem::permissions(each, std::filesystem::perms(0755));  // the filters run as another user
+        }
+        std::ofstream(folder_ / "cupsd.conf") << "Listen " << address_ << R"(
+Browsing Off
+LogLevel debug
+DefaultAuthType None
+WebInterface No
+<Location />
+Order allow,deny
+Allow all
+</Location>
+<Policy default>
+<Limit All>
+Order deny,allow
+</Limit>
+</Policy>
+)" << more;
+        std::ofstream files(folder_ / "cups-files.conf");
+        files << "FileDevice Yes\nSystemGroup root\nGroup nogroup\n";
+        constexpr std::array<std::pair<const char*, const char*>, 8> kPlaces{{{"ServerRoot", "root"},
+                                                                              {"CacheDir", "cache"},
+                                                                              {"StateDir", "state"},
+                                                                              {"RequestRoot", "spool"},
+                                                                              {"TempDir", "spool/tmp"},
+                                                                              {"ErrorLog", "error_log"},
+                                                                              {"AccessLog", "access_log"},
+                                                                              {"PageLog", "page_log"}}};
+        for (const auto& [key, name] : kPlaces) {
+            files << key << ' ' << (folder_ / name).string() << '\n';
+        }
+        files.close();
+        start();
+    }
+    ~PrintServer() { stop(SIGTERM); }
+    PrintServer(const PrintServer&) = delete;
+    PrintServer& operator=(const PrintServer&) = delete;
+
+    /// What CUPS_SERVER must say.
+    [[nodiscard]] const std::string& address() const { return address_; }
+
+    void stop(int signal) {
+        if (process_ > 0) {
+            kill(process_, signal);
+            waitpid(process_, nullptr, 0);
+            process_ = -1;
+        }
+    }
+
+    /// The server answers nobody until it is woken.
+    void freeze() const { kill(process_, SIGSTOP); }
+    void wake() const { kill(process_, SIGCONT); }
+
+    /// Runs one of the server's commands ("lpadmin …", "cupsreject …"); its output.
+    std::string admin(const std::string& command) const {
+        const std::string line = "CUPS_SERVER=" + address_ + " PATH=/usr/sbin:/usr/bin:/sbin:/bin " + command + " 2>&1";
+        FILE* const pipe = popen(line.c_str(), "r");
+        std::string output;
+        std::array<char, 4096> bytes;
+        while (const std::size_t count = fread(bytes.data(), 1, bytes.size(), pipe)) {
+            output.append(bytes.data(), count);
+        }
+        EXPECT_EQ(pclose(pipe), 0) << command << "\n" << output;
+        return output;
+    }
+
+    /// A queue that prints into a file below the server's folder.
+    void addQueue(const std::string& name, const std::filesystem::path& ppd) const {
+        admin("lpadmin -p " + name + " -E -v 'file:" + printedBy(name).string() + "' -P '" + ppd.string() + "'");
+    }
+    [[nodiscard]] std::filesystem::path printedBy(const std::string& name) const { return folder_ / (name + ".prn"); }
+
+    /// Waits until a job ("tavro-3") is through.
+    [[nodiscard]] bool hasCompleted(const std::string& job) const {
+        return eventually([&] { return admin("lpstat -W completed -o").find(job + " ") != std::string::npos; });
+    }
+
+    [[nodiscard]] std::string log() const {
+        std::ostringstream text;
+        text << std::ifstream(folder_ / "error_log").rdbuf();
+        return text.str();
+    }
+
+private:
+    void start() {
+        const std::string configuration = folder_ / "cupsd.conf";
+        const std::string files = folder_ / "cups-files.conf";
+        const std::array<const char*, 7> arguments{"cupsd", "-f",          "-c",   configuration.c_str(),
+                                                   "-s",    files.c_str(), nullptr};
+        ASSERT_EQ(
+            posix_spawn(&process_, "/usr/sbin/cupsd", nullptr, nullptr, const_cast<char**>(arguments.data()), environ),
+            0);
+        const std::string question = "CUPS_SERVER=" + address_ + " lpstat -r 2>&1 | grep -q 'is running'";
+        ASSERT_TRUE(eventually([&] { return std::system(question.c_str()) == 0; })) << log();
+    }
+
+    std::filesystem::path folder_;
+    std::string address_ = Listener().address();  // free again when the server takes it
+    pid_t process_ = -1;
+};
