@@ -31,7 +31,8 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     markStart("window");
     dialog->installHandlers();
     const JobSetup& first = dialog->setup_.job;
-    dialog->printers_.emplace(dialog->control(kPrinterMenu), dialog->setup_.printerChoice, first.printer.name());
+    dialog->printers_.emplace(dialog->control(kPrinterMenu), bundle, dialog->setup_.printerChoice,
+                              first.printer.name());
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     const auto start = dialog->startSession(first.printer, first.settings, first.installedOptions.get());
@@ -155,9 +156,8 @@ void PrintDialog::handleShown() {
         end({ExitStatus::cancelled, {}});
         return;
     }
-    printers_->addQueues();
     if (auto shown = std::exchange(shown_, nullptr)) {
-        shown();
+        printers_->fill(std::move(shown));
     }
 }
 

@@ -1,7 +1,6 @@
 #include "host/printer.h"
 
 #include "host/script/text.h"
-#include "platform/foundation/CFCollections.h"
 
 namespace {
 
@@ -49,18 +48,4 @@ Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
         }
     }
     return openPPD(samplePPD);
-}
-
-std::vector<std::string> listQueueNames() {
-    PMPrinterList list = nullptr;
-    PMPrinterListBegin(kServerPatience, &list);
-    CFArrayRef array = nullptr;
-    PMPrinterListCopyPrinterIDs(list, &array);
-    PMPrinterListRelease(list);
-    const auto owner = CFRef<CFArrayRef>::adopt(array);
-    std::vector<std::string> names;
-    for (CFIndex i = 0; i < CFArrayGetCount(array); ++i) {
-        names.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(array, i))));
-    }
-    return names;
 }

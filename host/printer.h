@@ -41,6 +41,3 @@ Result<Printer> openQueue(const std::string& queue);
 
 /// The default queue when it is one of the maker's, else the sample printer. May wait for the print server.
 Result<Printer> openDefaultPrinter(const std::string& samplePPD);
-
-/// The names of the server's queues and their instances. Waits up to half a second for the server.
-std::vector<std::string> listQueueNames();

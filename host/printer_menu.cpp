@@ -1,24 +1,68 @@
 #include "host/printer_menu.h"
 
 #include "host/script/text.h"
+#include "host/texts.h"
+#include "platform/foundation/CFCollections.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr UInt32 kServerPatience = 3000;  // milliseconds; nobody waits for it
+constexpr double kSecondsBetweenLooks = 0.01;
+
+}  // namespace
 
 Result<Printer> openPrinter(const PrinterChoice& choice) {
     return choice.kind == PrinterChoice::Kind::queue ? openQueue(choice.name) : openPPD(choice.name);
 }
 
-PrinterMenu::PrinterMenu(ControlRef popUp, PrinterChoice choice, const std::string& title) : popUp_(popUp) {
+PrinterMenu::PrinterMenu(ControlRef popUp, CFBundleRef texts, PrinterChoice choice, const std::string& title)
+    : popUp_(popUp), texts_(texts) {
     add(std::move(choice), title);
     revert();
 }
 
-void PrinterMenu::addQueues() {
-    for (const std::string& queue : listQueueNames()) {
-        PrinterChoice choice{PrinterChoice::Kind::queue, queue};
+PrinterMenu::~PrinterMenu() {
+    RemoveEventLoopTimer(timer_);
+    PMPrinterListRelease(queues_);
+}
+
+void PrinterMenu::fill(std::function<void()> filled) {
+    filled_ = std::move(filled);
+    PMPrinterListBegin(kServerPatience, &queues_);
+    InstallEventLoopTimer(
+        0, kSecondsBetweenLooks,
+        [](EventLoopTimerRef, void* self) { static_cast<PrinterMenu*>(self)->lookForAnswer(); }, this, &timer_);
+}
+
+void PrinterMenu::lookForAnswer() {
+    if (!PMPrinterListIsComplete(queues_)) {
+        return;
+    }
+    RemoveEventLoopTimer(std::exchange(timer_, nullptr));
+    takeAnswer();
+    PMPrinterListRelease(std::exchange(queues_, nullptr));
+    std::exchange(filled_, nullptr)();
+}
+
+void PrinterMenu::takeAnswer() {
+    CFArrayRef names = nullptr;
+    if (PMPrinterListCopyPrinterIDs(queues_, &names) != noErr) {
+        const MenuRef menu = GetControlPopupMenuHandle(popUp_);
+        MenuItemIndex item = 0;
+        AppendMenuItemTextWithCFString(menu, localized(texts_, CFSTR("No Print Server")).get(), kMenuItemAttrDisabled,
+                                       0, &item);
+        return;
+    }
+    const auto owner = CFRef<CFArrayRef>::adopt(names);
+    for (CFIndex i = 0; i < CFArrayGetCount(names); ++i) {
+        std::string name = utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(names, i)));
+        PrinterChoice choice{PrinterChoice::Kind::queue, name};
         if (std::ranges::find(choices_, choice) == choices_.end()) {
-            add(std::move(choice), queue);
+            add(std::move(choice), name);
         }
     }
 }

@@ -3,7 +3,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/printing/mac_roman.h"
-#include "platform/printing/ppd_file.h"
+#include "platform/printing/ppd_cache.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/text.h"
 
@@ -31,10 +31,11 @@ bool equal(ConstPPDString left, const PPDByteString& right) {
 
 /// Main and option indexes are positions in the PPD's options and their choices.
 struct OpaquePPDContext {
-    PPDFile ppd;
+    std::shared_ptr<const PPDFile> file;
+    const PPDFile& ppd;                 // the same
     std::vector<MainKeyword> keywords;  // one for each option of the PPD, at the same position
 
-    explicit OpaquePPDContext(PPDFile file) : ppd(std::move(file)) {
+    explicit OpaquePPDContext(std::shared_ptr<const PPDFile> opened) : file(std::move(opened)), ppd(*file) {
         keywords.reserve(ppd.options.size());
         for (const PPDOption& option : ppd.options) {
             MainKeyword& made = keywords.emplace_back(MainKeyword{ppdByteString(option.keyword), {}});
@@ -75,11 +76,11 @@ OSStatus ppdOpenCompiledPPDFromTicket(PMTicketRef printerInfo, PPDContext* conte
     if (PMTicketGetCFString(printerInfo, kPMTopLevel, kPMTopLevel, kPMPrinterDescriptionPathKey, &path) != noErr) {
         return fnfErr;
     }
-    auto ppd = readPPDFile(utf8Text(path), &reason);
+    auto ppd = openPPDFile(utf8Text(path), &reason);
     if (!ppd) {
         return fnfErr;
     }
-    *context = new OpaquePPDContext(std::move(*ppd));
+    *context = new OpaquePPDContext(std::move(ppd));
     return noErr;
 }
 

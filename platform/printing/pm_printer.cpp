@@ -23,8 +23,8 @@ bool isDestinationName(const std::string& name) {
 
 }  // namespace
 
-OpaquePMPrinter::OpaquePMPrinter(PPDFile file, std::string path, const std::string& destination)
-    : ppd(std::move(file)), ppdPath(std::move(path)), queue(queueOf(destination)) {
+OpaquePMPrinter::OpaquePMPrinter(std::shared_ptr<const PPDFile> file, std::string path, const std::string& destination)
+    : ppdFile(std::move(file)), ppd(*ppdFile), ppdPath(std::move(path)), queue(queueOf(destination)) {
     const std::string shownName = !destination.empty() ? destination
                                   : !ppd.name.empty()  ? ppd.name
                                                        : std::filesystem::path(ppdPath).filename().string();
@@ -45,11 +45,11 @@ OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer) {
         return failWith(paramErr, "PPD", "no file is named");
     }
     std::string reason;
-    auto read = readPPDFile(path, &reason);
+    auto read = openPPDFile(path, &reason);
     if (!read) {
         return failWith(kPMUnusableDescription, path, reason);
     }
-    *printer = new OpaquePMPrinter(std::move(*read), path, {});
+    *printer = new OpaquePMPrinter(std::move(read), path, {});
     return noErr;
 }
 
@@ -68,11 +68,11 @@ OSStatus PMPrinterCreateFromPrinterID(CFStringRef destination, PMPrinter* printe
     }
     const std::string path = answer.value.ppd->path();
     std::string reason;
-    auto ppd = readPPDFile(path, &reason);
+    auto ppd = openPPDFile(path, &reason);
     if (!ppd) {
         return failWith(kPMUnusableDescription, name, "its PPD " + reason);
     }
-    *printer = new OpaquePMPrinter(std::move(*ppd), path, name);
+    *printer = new OpaquePMPrinter(std::move(ppd), path, name);
     (*printer)->ppdCopy = answer.value.ppd;
     (*printer)->start = sortOptions((*printer)->ppd, path, answer.value.options);
     return noErr;
@@ -135,7 +135,7 @@ OSStatus PMPrinterGetIndPaper(PMPrinter printer, CFIndex index, PMPaper* paper) 
 Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* minHeight, float* maxWidth,
                                 float* maxHeight) {
     std::string reason;
-    const auto ppd = ppdPath == nullptr ? std::nullopt : readPPDFile(ppdPath, &reason);
+    const auto ppd = ppdPath == nullptr ? nullptr : openPPDFile(ppdPath, &reason);
     if (!ppd || !ppd->customSizes) {
         return false;
     }

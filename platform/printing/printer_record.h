@@ -3,7 +3,7 @@
 
 #include "platform/foundation/CFRef.h"
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/ppd_file.h"
+#include "platform/printing/ppd_cache.h"
 #include "platform/printing/private_file.h"
 #include "platform/printing/starting_options.h"
 
@@ -11,12 +11,13 @@
 
 struct OpaquePMPrinter {
     /// `destination` is empty for a printer without a queue.
-    OpaquePMPrinter(PPDFile file, std::string path, const std::string& destination);
+    OpaquePMPrinter(std::shared_ptr<const PPDFile> file, std::string path, const std::string& destination);
     OpaquePMPrinter(const OpaquePMPrinter&) = delete;
     OpaquePMPrinter& operator=(const OpaquePMPrinter&) = delete;
 
     int owners = 1;
-    PPDFile ppd;
+    std::shared_ptr<const PPDFile> ppdFile;
+    const PPDFile& ppd;  // the same
     std::string ppdPath;
     std::string queue;                     // empty for a printer without a queue
     std::shared_ptr<PrivateFile> ppdCopy;  // of a queue's PPD; null for a printer without a queue
