@@ -168,18 +168,25 @@ void GeneralSettings::orientationChosen() {
     changeShared_([&] { session_->setOrientation(orientation); });
 }
 
-bool GeneralSettings::takePageRange() {
+PageRangeFault GeneralSettings::takePages() {
     if (GetControl32BitValue(control(kPages)) == kAllPages) {
         session_->setPageRange({});
-        return true;
+        return PageRangeFault::none;
     }
     const PageRange range = readPageRange(fieldText(control(kPageRangeField)), pageCount_);
     if (range.fault == PageRangeFault::none) {
         session_->setPageRange(range.pages);
+    }
+    return range.fault;
+}
+
+bool GeneralSettings::takePageRange() {
+    const PageRangeFault fault = takePages();
+    if (fault == PageRangeFault::none) {
         return true;
     }
     showNotice(kCFUserNotificationCautionAlertLevel, localized(texts_, CFSTR("Page Range Header")),
-               localized(texts_, faultText(range.fault), std::to_string(pageCount_)));
+               localized(texts_, faultText(fault), std::to_string(pageCount_)));
     SetKeyboardFocus(window_, control(kPageRangeField));
     return false;
 }

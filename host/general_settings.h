@@ -3,6 +3,7 @@
 
 #include "host/dialog_controls.h"
 #include "host/document.h"
+#include "host/page_range.h"
 #include "host/print_session.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Events.h"
@@ -25,7 +26,9 @@ public:
     /// Takes what the user did with one of these controls; false for any other control.
     bool handleHit(SInt32 number);
 
-    /// Takes the pages to print into the session. False when they make no sense, which the user is then told.
+    /// Takes the pages to print into the session, unless they make no sense.
+    PageRangeFault takePages();
+    /// The same; false when they make no sense, which the user is then told.
     bool takePageRange();
 
 private:

@@ -43,8 +43,7 @@ private:
 
     /// Whether paper has a size that is not the job's.
     bool isOfAnotherSize(SInt32 paperSize) const {
-        const std::string size = paperSizeOption(paperSize);
-        return !size.empty() && size != option("PageSize");
+        return paperSize != 0 && paperSizeOption(paperSize) != option("PageSize");
     }
 
     /// The printer is told one kind for both covers, and the paper of the front one.

@@ -12,6 +12,7 @@
 
 struct PanelChoices {
     /// Numbers that the panels count sizes, colors and types of paper by (host/paper_options.h); 0 for the job's own.
+    static constexpr SInt32 customSize = 75;
     struct Paper {
         SInt32 size = 0;
         SInt32 color = 0;

@@ -6,6 +6,7 @@
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "host/start_marks.h"
+#include "host/summary.h"
 #include "host/texts.h"
 #include "host/window_place.h"
 #include "platform/toolbox/Windows.h"
@@ -97,6 +98,7 @@ PluginHost::Start PrintDialog::startSession(const Printer& printer, const JobSet
     if (!hasPanels) {
         setStaticText(control(kNoMakersPanels), localized(bundle_, CFSTR("No Maker's Panels"), printer.name()));
     }
+    showSummary();
     return start;
 }
 
@@ -164,6 +166,19 @@ void PrintDialog::handleShown() {
 void PrintDialog::settle() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
         takeMakersSettings();
+        general_->takePages();
+        showSummary();
+    }
+}
+
+void PrintDialog::showSummary() {
+    std::string lines;
+    for (const std::string& line : summarize(*session_, bundle_)) {
+        lines += (lines.empty() ? "" : "\n") + line;
+    }
+    if (lines != summary_) {
+        setFieldText(control(kSummary), cfString(lines));
+        summary_ = lines;
     }
 }
 

@@ -65,6 +65,8 @@ private:
     /// Changes the session's settings: the maker's panels write all of theirs first, and read the changed ones
     /// afterwards.
     void changeShared(const std::function<void()>& change);
+    /// Shows what the settings ask for beside what the printer does by itself.
+    void showSummary();
     /// Takes what the maker's panels show into the tickets.
     void takeMakersSettings();
 
@@ -80,6 +82,7 @@ private:
     WindowRef window_ = nullptr;
     std::optional<GeneralSettings> general_;
     std::optional<PrinterMenu> printers_;
+    std::string summary_;  // as it is shown
     std::unique_ptr<PrintSession> session_;
     std::function<void()> shown_;
     EventLoopTimerRef pause_ = nullptr;

@@ -226,6 +226,13 @@ TEST_F(Program, RunsTheExampleOfInsertsAndExceptions) {
     EXPECT_TRUE(hasPair(settings(), "Size", "<integer>75</integer>"));
 }
 
+TEST_F(Program, RunsTheExampleOfTheSummary) {
+    const Run done = runJobExample("summary");
+    EXPECT_EQ(done.errors, "");
+    EXPECT_EQ(std::ranges::count(done.output, '\n'), 6) << done.output;
+    EXPECT_TRUE(jobHas("MediaColor", "Blue"));
+}
+
 TEST_F(Program, RunsTheExampleOfAWatermark) {
     runExample("watermark");
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.watermark.Watermark", "<string>Draft</string>"));
