@@ -38,18 +38,20 @@ FontRefusal outlinesRefusal(const SfntFace& face) {
     return hasPostScript ? FontRefusal::postScriptOutlines : FontRefusal::noOutlines;
 }
 
+FontRefusal open(SfntBytes file, UInt32 index, SfntFace* face) {
+    FontRefusal refusal = SfntFace::open(file, index, face);
+    if (refusal == FontRefusal::none) {
+        refusal = outlinesRefusal(*face);
+    }
+    return refusal == FontRefusal::none ? embeddingRefusal(face->table(FourCharCode("OS/2"))) : refusal;
+}
+
 FontRefusal convert(SfntBytes file, UInt32 index, const std::string& name, CFRef<CFDataRef>* program) {
     if (!isPostScriptName(name)) {
         return FontRefusal::unusableName;
     }
     SfntFace face;
-    if (const FontRefusal refusal = SfntFace::open(file, index, &face); refusal != FontRefusal::none) {
-        return refusal;
-    }
-    if (const FontRefusal refusal = outlinesRefusal(face); refusal != FontRefusal::none) {
-        return refusal;
-    }
-    if (const FontRefusal refusal = embeddingRefusal(face.table(FourCharCode("OS/2"))); refusal != FontRefusal::none) {
+    if (const FontRefusal refusal = open(file, index, &face); refusal != FontRefusal::none) {
         return refusal;
     }
     const std::optional<GlyphOutlines> outlines = ReadGlyphOutlines(face);
@@ -75,4 +77,9 @@ CFRef<CFDataRef> convertTTFtoPS42(CFDataRef font, CFStringRef postScriptName, UI
     const SfntBytes file(CFDataGetBytePtr(font), static_cast<std::size_t>(CFDataGetLength(font)));
     *refusal = convert(file, face, Utf8Of(postScriptName), &program);
     return program;
+}
+
+FontRefusal RefusalAtFirstSight(SfntBytes file, UInt32 face) {
+    SfntFace opened;
+    return open(file, face, &opened);
 }

@@ -4,6 +4,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 #include "watermark/font_refusal.h"
+#include "watermark/sfnt_reader.h"
 
 /// Converts one face of a TrueType file to a Type 42 font program (Adobe Technical Note 5012), which is
 /// ASCII text in short lines and ends by defining the font under its name.
@@ -17,3 +18,7 @@
 /// that no character has, such as ligatures, have the font's own names or "gN", N being the glyph's number. A
 /// dictionary of PostScript ends at 65535 names; the rarest of these kinds is left out beyond that.
 CFRef<CFDataRef> convertTTFtoPS42(CFDataRef font, CFStringRef postScriptName, UInt32 face, FontRefusal* refusal);
+
+/// What speaks against a face by its directory and its maker's rights: for lists of fonts, since glyphs and characters
+/// are not looked at. A face against which nothing speaks can be refused by the conversion all the same.
+FontRefusal RefusalAtFirstSight(SfntBytes file, UInt32 face);

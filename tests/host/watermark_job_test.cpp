@@ -165,3 +165,35 @@ TEST_F(WatermarkJobs, LackWhatCannotBeDrawnAndSaySo) {
     EXPECT_EQ(print(kFirstMark, document(kPortrait)).size(), 1U);
     EXPECT_EQ(errors, "tavro-print: watermark: Mark: its font NoSuchFont is damaged\n");
 }
+
+TEST_F(WatermarkJobs, LeaveTheCoverSheetOfAFaxAlone) {
+    keep(textMark("Mark"));
+    const std::string fax = add("fax.plist", R"(<plist version="1.0"><dict><key>PMPrintSettingsTicket</key><dict>
+        <key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>5</integer></dict>
+        <key>com.tavro.print.FaxRecipientList</key><array><dict>
+          <key>LastName</key><string>Example</string><key>FaxNumber</key><string>5550199</string>
+        </dict></array>
+        <key>com.tavro.print.FaxOptions</key><dict><key>CoverSheet</key><true/></dict></dict></dict></plist>)");
+    for (const bool firstOnly : {false, true}) {
+        const auto pages = print(kFirstMark + (firstOnly ? "click TVRw:200" : ""),
+                                 document(std::string(kPortrait) + kPortrait), 1, {"--ticket-in", fax});
+        EXPECT_EQ(errors, "");
+        ASSERT_EQ(pages.size(), 3U);
+        EXPECT_EQ(inkOf(pages[0]).pixels, 0);
+        EXPECT_TRUE(inkOf(pages[1]).isCentredIn(pages[1])) << "the document's first page";
+        EXPECT_EQ(inkOf(pages[2]).pixels > 0, !firstOnly);
+    }
+}
+
+TEST_F(WatermarkJobs, MayBeMadeOfAPictureInTheEditor) {
+    add("stamp.ppm", "P3 1 1 255 0 0 255\n");
+    const auto pages = print(
+        "panel Watermark\nclick TVRw:500\nclick @kindPicture\nexpect @ok disabled\nfile stamp.ppm\n"
+        "click @choosePicture\nexpect @pictureName text \"stamp.ppm\"\nset @angle 0\nset @density 100\n"
+        "set @scale 1000\nclick @ok\nexpect TVRw:100 rows 5",
+        document(kPortrait));
+    EXPECT_EQ(errors, "");
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_TRUE(inkOf(pages[0]).isCentredIn(pages[0]));
+    EXPECT_NEAR(inkOf(pages[0]).pixels, 100, 1);
+}

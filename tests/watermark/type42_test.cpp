@@ -29,6 +29,8 @@ FontRefusal refusalOf(const std::string& font, UInt32 face = 0, const char* name
     FontRefusal refusal = FontRefusal::none;
     const auto program = convertTTFtoPS42(makeCFData(font).get(), makeCFString(name).get(), face, &refusal);
     EXPECT_EQ(bool(program), refusal == FontRefusal::none);
+    const FontRefusal seen = RefusalAtFirstSight({reinterpret_cast<const UInt8*>(font.data()), font.size()}, face);
+    EXPECT_TRUE(seen == refusal || seen == FontRefusal::none || refusal == FontRefusal::unusableName);
     return refusal;
 }
 
@@ -221,7 +223,10 @@ TEST(Type42, CutsLongFontsBetweenGlyphs) {
 
 TEST(Type42, RespectsEmbeddingRights) {
     const std::string font = seed("symbol.ttf");
-    EXPECT_EQ(refusalOf(with(font, "OS/2", 8, 0x0002)), FontRefusal::embeddingRestricted);
+    const std::string restricted = with(font, "OS/2", 8, 0x0002);
+    EXPECT_EQ(refusalOf(restricted), FontRefusal::embeddingRestricted);
+    EXPECT_EQ(RefusalAtFirstSight({reinterpret_cast<const UInt8*>(restricted.data()), restricted.size()}, 0),
+              FontRefusal::embeddingRestricted);
     EXPECT_EQ(refusalOf(with(font, "OS/2", 8, 0x0102)), FontRefusal::embeddingRestricted);
     EXPECT_EQ(refusalOf(with(font, "OS/2", 8, 0x0204)), FontRefusal::bitmapsOnly);
     EXPECT_EQ(refusalOf(with(font, "OS/2", 8, 0x0004)), FontRefusal::none);

@@ -271,6 +271,10 @@ TEST_F(WatermarkEditor, FontsAreThoseThatCanBeEmbedded) {
         EXPECT_TRUE(window.notice().contains(QStringLiteral("NoSuchFont-Regular")));
         EXPECT_FALSE(window.button("ok")->isEnabled());
         auto* families = window.find<QComboBox>("family");
+        // What cannot be embedded is to be seen with the reason, but not to be chosen.
+        const QModelIndex postScript = families->model()->index(families->findText(QStringLiteral("C059")), 0);
+        EXPECT_FALSE(postScript.flags() & Qt::ItemIsEnabled);
+        EXPECT_FALSE(postScript.data(Qt::ToolTipRole).toString().isEmpty());
         families->setCurrentText(QStringLiteral("DejaVu Sans"));
         window.find<QComboBox>("style")->setCurrentText(QStringLiteral("Bold"));
         EXPECT_EQ(window.notice(), QString());

@@ -1,71 +1,14 @@
 #include "watermark/editor/editor_dialog.h"
 
+#include "watermark/editor/editor_fields.h"
 #include "watermark/editor/editor_texts.h"
 #include "watermark/editor/mark_notice.h"
 #include "watermark/editor/mark_values.h"
+#include "watermark/editor/picture_chooser.h"
 
 #include <QBoxLayout>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QKeyEvent>
-#include <QSignalBlocker>
-#include <cmath>
-
-namespace {
-
-struct PreviewPage {
-    const char* key;
-    PageSize size;  // points; nothing for the job's page
-};
-constexpr PreviewPage kPreviewPages[] = {
-    // text, width, height
-    {"Page Of Job", {}},
-    {"Page Letter", {612, 792}},
-    {"Page Letter Landscape", {792, 612}},
-    {"Page A4", {595.276, 841.89}},
-    {"Page A4 Landscape", {841.89, 595.276}},
-};
-
-/// Makes the labels of all forms below a widget equally wide, so that their fields stand below each other.
-void AlignForms(QWidget* panel) {
-    QList<QWidget*> labels;
-    int widest = 0;
-    for (const QFormLayout* form : panel->findChildren<QFormLayout*>()) {
-        for (int row = 0; row < form->rowCount(); ++row) {
-            if (const QLayoutItem* label = form->itemAt(row, QFormLayout::LabelRole); label && label->widget()) {
-                labels.append(label->widget());
-                widest = std::max(widest, label->widget()->sizeHint().width());
-            }
-        }
-    }
-    for (QWidget* label : labels) {
-        label->setMinimumWidth(widest);
-    }
-}
-
-void SetUnit(QDoubleSpinBox* box, const OffsetUnit& unit) {
-    if (const QString suffix = EditorText(unit.suffixKey); suffix != box->suffix()) {
-        box->setDecimals(unit.decimals);
-        box->setRange(-kFarthestOffset / unit.points, kFarthestOffset / unit.points);
-        box->setSingleStep(unit.step);
-        box->setSuffix(suffix);
-    }
-}
-
-/// Leaves a text alone that says the value already: its user may be about to type the next digit.
-void SetShownValue(QDoubleSpinBox* box, double value) {
-    const double lastDigit = std::pow(0.1, box->decimals());
-    if (std::abs(box->value() - value) > lastDigit / 2) {
-        box->setValue(value);
-    }
-}
-
-void SelectText(QComboBox* box, const QString& text) {
-    box->setCurrentIndex(box->findText(text));
-}
-
-}  // namespace
 
 EditorDialog::EditorDialog(const WatermarkRecord& start, QWidget* parent)
     : QDialog(parent), drawing_(&fonts_), history_(start) {
@@ -78,6 +21,9 @@ EditorDialog::EditorDialog(const WatermarkRecord& start, QWidget* parent)
     all->addLayout(middle, 1);
     all->addLayout(makeButtons());
     QObject::connect(history_.steps(), &QUndoStack::indexChanged, this, [this] { refresh(); });
+    for (QWidget* field : findChildren<QWidget*>()) {
+        field->installEventFilter(this);
+    }
     refresh();
     text_->selectAll();
     text_->setFocus();
@@ -91,24 +37,9 @@ WatermarkRecord EditorDialog::result() const {
 
 // ---- Controls
 
-template <typename Input>
-Input* EditorDialog::named(Input* input, const char* name, const char* tipKey) {
-    input->setObjectName(QLatin1String(name));
-    input->setToolTip(EditorText(tipKey));
-    input->setAccessibleDescription(EditorText(tipKey));
-    input->installEventFilter(this);
-    return input;
-}
-
-void EditorDialog::addRow(QFormLayout* form, const char* labelKey, QWidget* field) {
-    const QString label = EditorText(labelKey);
-    field->setAccessibleName(QString(label).remove(u'&').remove(u':'));
-    form->addRow(label, field);
-}
-
 QSpinBox* EditorDialog::makeNumber(const char* name, const char* tipKey, const char* suffixKey, int least, int most,
                                    MarkChange what, SInt32 WatermarkRecord::*field) {
-    auto* box = named(new QSpinBox(this), name, tipKey);
+    auto* box = Described(new QSpinBox(this), name, tipKey);
     box->setRange(least, most);
     box->setSuffix(EditorText(suffixKey));
     numbers_.push_back({box, field});
@@ -117,20 +48,9 @@ QSpinBox* EditorDialog::makeNumber(const char* name, const char* tipKey, const c
     return box;
 }
 
-QDoubleSpinBox* EditorDialog::makeOffset(const char* name, const char* tipKey, float WatermarkRecord::*field) {
-    auto* box = named(new QDoubleSpinBox(this), name, tipKey);
-    offsets_.push_back({box, field});
-    connect(box, &QDoubleSpinBox::valueChanged, this, [this, field](double value) {
-        edit(MarkChange::offset, [&](WatermarkRecord& record) {
-            record.*field = static_cast<float>(value * kOffsetUnits[record.units].points);
-        });
-    });
-    return box;
-}
-
 QWidget* EditorDialog::makeForm() {
-    isText_ = named(new QRadioButton(EditorText("Kind Text"), this), "kindText", "Kind Text Tip");
-    isPicture_ = named(new QRadioButton(EditorText("Kind Picture"), this), "kindPicture", "Kind Picture Tip");
+    isText_ = Described(new QRadioButton(EditorText("Kind Text"), this), "kindText", "Kind Text Tip");
+    isPicture_ = Described(new QRadioButton(EditorText("Kind Picture"), this), "kindPicture", "Kind Picture Tip");
     connect(isText_, &QRadioButton::toggled, this, [this](bool isText) {
         edit(MarkChange::kind,
              [isText](WatermarkRecord& record) { record.kind = isText ? kTextWatermark : kImageWatermark; });
@@ -170,32 +90,27 @@ QWidget* EditorDialog::makeTextPage() {
     auto* form = new QFormLayout(page);
     form->setContentsMargins({});
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    text_ = named(new QLineEdit(page), "text", "Text Tip");
+    text_ = Described(new QLineEdit(page), "text", "Text Tip");
     connect(text_, &QLineEdit::textEdited, this, [this](const QString& text) {
         edit(MarkChange::text, [&](WatermarkRecord& record) { SetText(record.text, text.toStdString()); });
         refresh();  // a text that is too long is not taken
     });
-    family_ = named(new QComboBox(page), "family", "Font Tip");
-    family_->addItems(fonts_.families());
-    family_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    family_->setMinimumContentsLength(18);
-    connect(family_, &QComboBox::currentTextChanged, this, [this](const QString& family) { chooseFamily(family); });
-    style_ = named(new QComboBox(page), "style", "Style Tip");
-    connect(style_, &QComboBox::currentTextChanged, this, [this](const QString& style) { chooseFont(style); });
-    addRow(form, "Text Label", text_);
-    addRow(form, "Font Label", family_);
-    addRow(form, "Style Label", style_);
-    addRow(form, "Size Label",
+    AddRow(form, "Text Label", text_);
+    font_.emplace(&fonts_, form);
+    font_->chosen = [this](const std::string& name) {
+        edit(MarkChange::font, [&](WatermarkRecord& record) { SetText(record.fontName, name); });
+    };
+    AddRow(form, "Size Label",
            makeNumber("fontSize", "Size Tip", "Suffix Points", kSmallestFont, kLargestFont, MarkChange::fontSize,
                       &WatermarkRecord::fontSize));
-    color_ = named(new ColorButton(page), "color", "Color Tip");
+    color_ = Described(new ColorButton(page), "color", "Color Tip");
     color_->chosen = [this](const QColor& color) {
         edit(MarkChange::color, [&](WatermarkRecord& record) {
             record.wellColor = {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
         });
         history_.endStep();
     };
-    addRow(form, "Color Label", color_);
+    AddRow(form, "Color Label", color_);
     return page;
 }
 
@@ -207,7 +122,8 @@ QWidget* EditorDialog::makePicturePage() {
     pictureName_->setObjectName(QStringLiteral("pictureName"));
     pictureName_->setTextFormat(Qt::PlainText);
     pictureName_->setWordWrap(true);
-    auto* choose = named(new QPushButton(EditorText("Choose Picture"), page), "choosePicture", "Choose Picture Tip");
+    auto* choose =
+        Described(new QPushButton(EditorText("Choose Picture"), page), "choosePicture", "Choose Picture Tip");
     connect(choose, &QPushButton::clicked, this, [this] { choosePicture(); });
     row->addWidget(pictureName_);
     row->addWidget(choose, 0, Qt::AlignLeft);
@@ -216,31 +132,29 @@ QWidget* EditorDialog::makePicturePage() {
 }
 
 void EditorDialog::addLook(QFormLayout* form) {
-    addRow(
+    AddRow(
         form, "Density Label",
         makeNumber("density", "Density Tip", "Suffix Percent", 0, 100, MarkChange::density, &WatermarkRecord::density));
     auto* angle =
         makeNumber("angle", "Angle Tip", "Suffix Degrees", -180, 180, MarkChange::angle, &WatermarkRecord::angle);
     angle->setWrapping(true);
     angle->setSingleStep(5);
-    addRow(form, "Angle Label", angle);
+    AddRow(form, "Angle Label", angle);
     auto* scale = makeNumber("scale", "Scale Tip", "Suffix Percent", kSmallestScale, kLargestScale, MarkChange::scale,
                              &WatermarkRecord::scale);
     scale->setSingleStep(5);
-    addRow(form, "Scale Label", scale);
+    AddRow(form, "Scale Label", scale);
 }
 
 void EditorDialog::addPlace(QFormLayout* form) {
-    addRow(form, "Across Label", makeOffset("xOffset", "Across Tip", &WatermarkRecord::xOffset));
-    addRow(form, "Up Label", makeOffset("yOffset", "Up Tip", &WatermarkRecord::yOffset));
-    units_ = named(new QComboBox(this), "units", "Units Tip");
-    for (const OffsetUnit& unit : kOffsetUnits) {
-        units_->addItem(EditorText(unit.nameKey));
-    }
-    connect(units_, &QComboBox::currentIndexChanged, this,
-            [this](int unit) { edit(MarkChange::units, [unit](WatermarkRecord& record) { record.units = unit; }); });
-    addRow(form, "Units Label", units_);
-    auto* center = named(new QPushButton(EditorText("Center"), this), "center", "Center Tip");
+    place_.emplace(form);
+    place_->moved = [this](float WatermarkRecord::*field, float points) {
+        edit(MarkChange::offset, [&](WatermarkRecord& record) { record.*field = points; });
+    };
+    place_->unitChosen = [this](SInt32 unit) {
+        edit(MarkChange::units, [unit](WatermarkRecord& record) { record.units = unit; });
+    };
+    auto* center = Described(new QPushButton(EditorText("Center"), this), "center", "Center Tip");
     connect(center, &QPushButton::clicked, this, [this] {
         history_.endStep();
         edit(MarkChange::offset, [](WatermarkRecord& record) { record.xOffset = record.yOffset = 0; });
@@ -250,15 +164,8 @@ void EditorDialog::addPlace(QFormLayout* form) {
 }
 
 QWidget* EditorDialog::makePreview() {
-    auto* panel = new QWidget(this);
-    auto* form = new QFormLayout;
-    auto* pages = named(new QComboBox(panel), "page", "Page Tip");
-    for (const PreviewPage& page : kPreviewPages) {
-        pages->addItem(EditorText(page.key));
-    }
-    addRow(form, "Page Label", pages);
-    preview_ = named(new PagePreview(&drawing_, panel), "preview", "Preview Tip");
-    preview_->setAccessibleName(EditorText("Preview Name"));
+    auto* pane = new PreviewPane(&drawing_, PageOfRecord(history_.record()), this);
+    preview_ = pane->preview();
     preview_->moved = [this](PagePoint offset) {
         edit(MarkChange::offset, [&](WatermarkRecord& record) {
             record.xOffset = static_cast<float>(offset.x);
@@ -266,28 +173,20 @@ QWidget* EditorDialog::makePreview() {
         });
     };
     preview_->released = [this] { history_.endStep(); };
-    preview_->setPage(PageOfRecord(history_.record()));
-    connect(pages, &QComboBox::currentIndexChanged, this, [this](int index) {
-        preview_->setPage(index == 0 ? PageOfRecord(history_.record()) : kPreviewPages[index].size);
-    });
-    auto* column = new QVBoxLayout(panel);
-    column->setContentsMargins({});
-    column->addLayout(form);
-    column->addWidget(preview_, 1);
-    return panel;
+    return pane;
 }
 
 QLayout* EditorDialog::makeButtons() {
     auto* row = new QHBoxLayout;
-    undo_ = named(new QPushButton(EditorText("Undo"), this), "undo", "Undo Tip");
+    undo_ = Described(new QPushButton(EditorText("Undo"), this), "undo", "Undo Tip");
     undo_->setShortcut(QKeySequence::Undo);
     connect(undo_, &QPushButton::clicked, history_.steps(), &QUndoStack::undo);
-    redo_ = named(new QPushButton(EditorText("Redo"), this), "redo", "Redo Tip");
+    redo_ = Described(new QPushButton(EditorText("Redo"), this), "redo", "Redo Tip");
     redo_->setShortcut(QKeySequence::Redo);
     connect(redo_, &QPushButton::clicked, history_.steps(), &QUndoStack::redo);
-    auto* cancel = named(new QPushButton(EditorText("Cancel"), this), "cancel", "Cancel Tip");
+    auto* cancel = Described(new QPushButton(EditorText("Cancel"), this), "cancel", "Cancel Tip");
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    ok_ = named(new QPushButton(EditorText("OK"), this), "ok", "OK Tip");
+    ok_ = Described(new QPushButton(EditorText("OK"), this), "ok", "OK Tip");
     connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
     for (QPushButton* button : findChildren<QPushButton*>()) {
         button->setAutoDefault(false);
@@ -325,28 +224,8 @@ void EditorDialog::edit(MarkChange what, const Edit& change) {
     history_.change(what, changed);
 }
 
-void EditorDialog::chooseFamily(const QString& family) {
-    if (!isRefreshing_) {
-        const std::string name = fonts_.postScriptName(family, fonts_.firstStyle(family));
-        edit(MarkChange::font, [&](WatermarkRecord& record) { SetText(record.fontName, name); });
-    }
-}
-
-void EditorDialog::chooseFont(const QString& style) {
-    const std::string name = fonts_.postScriptName(family_->currentText(), style);
-    edit(MarkChange::font, [&](WatermarkRecord& record) { SetText(record.fontName, name); });
-}
-
 void EditorDialog::choosePicture() {
-    QStringList patterns;
-    for (const QByteArray& format : QImageReader::supportedImageFormats()) {
-        patterns.append(QStringLiteral("*.") + QString::fromLatin1(format));
-    }
-    const QString folder = QFileInfo(QString::fromUtf8(history_.record().filePath)).path();
-    const QString path =
-        QFileDialog::getOpenFileName(this, EditorText("Picture Title"), folder,
-                                     EditorText("Picture Files") + QStringLiteral(" (%1)").arg(patterns.join(u' ')));
-    if (!path.isEmpty()) {
+    if (const QString path = AskForPicture(); !path.isEmpty()) {
         edit(MarkChange::picture, [&](WatermarkRecord& record) {
             if (SetText(record.fileName, QFileInfo(path).fileName().toStdString())) {
                 SetText(record.filePath, path.toStdString());
@@ -367,7 +246,7 @@ void EditorDialog::refresh() {
     if (const QString text = QString::fromUtf8(record.text); text != text_->text()) {
         text_->setText(text);
     }
-    refreshFont(record);
+    font_->show(fonts_.named(record.fontName));
     color_->setColor(ColorOf(record.wellColor));
     const QString picture = QString::fromUtf8(record.fileName);
     pictureName_->setText(picture.isEmpty() ? EditorText("No Picture") : picture);
@@ -376,30 +255,13 @@ void EditorDialog::refresh() {
             number.box->setValue(record.*number.field);
         }
     }
-    units_->setCurrentIndex(record.units);
-    const OffsetUnit& unit = kOffsetUnits[record.units];
-    for (const Offset& offset : offsets_) {
-        SetUnit(offset.box, unit);
-        SetShownValue(offset.box, record.*offset.field / unit.points);
-    }
+    place_->show(record);
     drawing_.setRecord(record);
     preview_->setRecord(record);
     refreshNotice(record);
     undo_->setEnabled(history_.steps()->canUndo());
     redo_->setEnabled(history_.steps()->canRedo());
     isRefreshing_ = false;
-}
-
-void EditorDialog::refreshFont(const WatermarkRecord& record) {
-    const NamedFont& font = fonts_.named(record.fontName);
-    const QString family = font.face ? QString::fromStdString(font.face->family) : QString();
-    SelectText(family_, family);
-    if (const QStringList styles = fonts_.styles(family); style_->property("styles").toStringList() != styles) {
-        style_->setProperty("styles", styles);
-        style_->clear();
-        style_->addItems(styles);
-    }
-    SelectText(style_, font.face ? QString::fromStdString(font.face->style) : QString());
 }
 
 void EditorDialog::refreshNotice(const WatermarkRecord& record) {

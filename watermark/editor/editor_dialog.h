@@ -2,14 +2,12 @@
 #pragma once
 
 #include "watermark/editor/color_button.h"
+#include "watermark/editor/font_fields.h"
 #include "watermark/editor/mark_history.h"
-#include "watermark/editor/mark_painter.h"
-#include "watermark/editor/page_preview.h"
+#include "watermark/editor/place_fields.h"
+#include "watermark/editor/preview_pane.h"
 
-#include <QComboBox>
 #include <QDialog>
-#include <QDoubleSpinBox>
-#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -36,22 +34,14 @@ private:
     QWidget* makePreview();
     QLayout* makeButtons();
 
-    /// Gives an input its name for tests and scripts, its tooltip (and what a screen reader says) by key.
-    template <typename Input>
-    Input* named(Input* input, const char* name, const char* tipKey);
     QSpinBox* makeNumber(const char* name, const char* tipKey, const char* suffixKey, int least, int most,
                          MarkChange what, SInt32 WatermarkRecord::*field);
-    QDoubleSpinBox* makeOffset(const char* name, const char* tipKey, float WatermarkRecord::*field);
-    void addRow(QFormLayout* form, const char* labelKey, QWidget* field);
 
     /// One step of the user's.
     void edit(MarkChange what, const Edit& change);
-    void chooseFamily(const QString& family);
-    void chooseFont(const QString& style);
     void choosePicture();
     /// Puts the record into every control.
     void refresh();
-    void refreshFont(const WatermarkRecord& record);
     void refreshNotice(const WatermarkRecord& record);
 
     MarkFonts fonts_;
@@ -63,21 +53,15 @@ private:
     QRadioButton* isPicture_ = nullptr;
     QStackedWidget* kinds_ = nullptr;
     QLineEdit* text_ = nullptr;
-    QComboBox* family_ = nullptr;
-    QComboBox* style_ = nullptr;
+    std::optional<FontFields> font_;
     ColorButton* color_ = nullptr;
     QLabel* pictureName_ = nullptr;
-    QComboBox* units_ = nullptr;
+    std::optional<PlaceFields> place_;
     struct Number {
         QSpinBox* box;
         SInt32 WatermarkRecord::*field;
     };
-    struct Offset {
-        QDoubleSpinBox* box;
-        float WatermarkRecord::*field;
-    };
     std::vector<Number> numbers_;
-    std::vector<Offset> offsets_;
     PagePreview* preview_ = nullptr;
     QLabel* notice_ = nullptr;
     QPushButton* undo_ = nullptr;

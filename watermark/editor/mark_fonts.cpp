@@ -12,6 +12,17 @@ QString TextOf(const std::string& text) {
     return QString::fromStdString(text);
 }
 
+/// Of an installed face, by the beginning and the rights of its file.
+FontRefusal RefusalAtFirstSight(const FontFace& face) {
+    if (face.outlines != FontOutlines::trueType) {
+        return face.outlines == FontOutlines::other ? FontRefusal::postScriptOutlines : FontRefusal::variableOutlines;
+    }
+    QFile file(TextOf(face.path));
+    const uchar* bytes = file.open(QIODevice::ReadOnly) ? file.map(0, file.size()) : nullptr;
+    return bytes != nullptr ? RefusalAtFirstSight(SfntBytes(bytes, static_cast<std::size_t>(file.size())), face.index)
+                            : FontRefusal::notAFont;
+}
+
 /// What converting the face comes to.
 FontRefusal RefusalOf(const FontFace& face) {
     QFile file(TextOf(face.path));
@@ -39,15 +50,19 @@ QFont FontOfFace(const FontFace& face, int size) {
     return font;
 }
 
-MarkFonts::MarkFonts() : faces_(InstalledFontFaces()) {
-    std::erase_if(faces_, [](const FontFace& face) { return face.outlines != FontOutlines::trueType; });
+MarkFonts::MarkFonts() {
+    for (FontFace& face : InstalledFontFaces()) {
+        const QString family = TextOf(face.family);
+        const QString style = TextOf(face.style);
+        faces_.push_back({std::move(face), family, style, std::nullopt});
+    }
 }
 
 QStringList MarkFonts::families() const {
     QStringList families;
-    for (const FontFace& face : faces_) {
-        if (const QString family = TextOf(face.family); families.isEmpty() || families.last() != family) {
-            families.append(family);
+    for (const Face& face : faces_) {
+        if (families.isEmpty() || families.last() != face.family) {
+            families.append(face.family);
         }
     }
     families.removeDuplicates();
@@ -56,30 +71,53 @@ QStringList MarkFonts::families() const {
 
 QStringList MarkFonts::styles(const QString& family) const {
     QStringList styles;
-    for (const FontFace& face : faces_) {
-        if (TextOf(face.family) == family) {
-            styles.append(TextOf(face.style));
+    for (const Face& face : faces_) {
+        if (face.family == family) {
+            styles.append(face.style);
         }
     }
     styles.removeDuplicates();
     return styles;
 }
 
-std::string MarkFonts::postScriptName(const QString& family, const QString& style) const {
-    const auto face = std::ranges::find_if(faces_, [&](const FontFace& candidate) {
-        return TextOf(candidate.family) == family && TextOf(candidate.style) == style;
-    });
-    return face != faces_.end() ? face->postScriptName : std::string();
-}
-
-QString MarkFonts::firstStyle(const QString& family) const {
-    const QStringList all = styles(family);
-    for (const char* usual : {"Regular", "Book", "Roman", "Normal"}) {
-        if (all.contains(QLatin1String(usual))) {
-            return QLatin1String(usual);
+std::optional<std::size_t> MarkFonts::find(const QString& family, const QString& style) const {
+    std::optional<std::size_t> found;
+    for (std::size_t i = 0; i < faces_.size(); ++i) {
+        if (faces_[i].family == family && faces_[i].style == style &&
+            (!found || faces_[i].face.outlines < faces_[*found].face.outlines)) {
+            found = i;
         }
     }
-    return all.value(0);
+    return found;
+}
+
+std::string MarkFonts::postScriptName(const QString& family, const QString& style) const {
+    const auto place = find(family, style);
+    return place ? faces_[*place].face.postScriptName : std::string();
+}
+
+QString MarkFonts::firstStyle(const QString& family) {
+    QStringList all = styles(family);
+    for (const char* usual : {"Normal", "Roman", "Book", "Regular"}) {
+        if (const qsizetype at = all.indexOf(QLatin1String(usual)); at > 0) {
+            all.move(at, 0);
+        }
+    }
+    const auto embeddable =
+        std::ranges::find_if(all, [&](const QString& style) { return refusal(family, style) == FontRefusal::none; });
+    return embeddable != all.end() ? *embeddable : all.value(0);
+}
+
+FontRefusal MarkFonts::refusal(const QString& family, const QString& style) {
+    const auto place = find(family, style);
+    if (!place) {
+        return FontRefusal::notAFont;
+    }
+    Face& face = faces_[*place];
+    if (!face.refusal) {
+        face.refusal = RefusalAtFirstSight(face.face);
+    }
+    return *face.refusal;
 }
 
 const NamedFont& MarkFonts::named(const std::string& postScriptName) {

@@ -20,7 +20,7 @@ struct NamedFont {
     FontRefusal refusal = FontRefusal::none;
 };
 
-/// The installed faces with outlines that can be embedded. A file is opened only for a face that was chosen.
+/// The installed faces. A file is opened only for a face that is asked about.
 class MarkFonts {
 public:
     MarkFonts();
@@ -29,13 +29,28 @@ public:
     [[nodiscard]] QStringList styles(const QString& family) const;
     /// Empty when there is none.
     [[nodiscard]] std::string postScriptName(const QString& family, const QString& style) const;
-    /// The style that a family begins with: its regular one if it has one.
-    [[nodiscard]] QString firstStyle(const QString& family) const;
+    /// The style that a family begins with: one that can be embedded if there is any, its regular one if that can.
+    [[nodiscard]] QString firstStyle(const QString& family);
+
+    /// What speaks against a face as far as that is quickly told; against a family, when something does against each
+    /// of its faces.
+    FontRefusal refusal(const QString& family, const QString& style);
+    FontRefusal refusal(const QString& family) { return refusal(family, firstStyle(family)); }
 
     /// The font that the name stands for, tried as it will be printed.
     const NamedFont& named(const std::string& postScriptName);
 
 private:
-    std::vector<FontFace> faces_;
+    struct Face {
+        FontFace face;
+        QString family;
+        QString style;
+        std::optional<FontRefusal> refusal;
+    };
+
+    /// The place of the face among them, of several that of the likeliest to be embedded; nothing for none.
+    [[nodiscard]] std::optional<std::size_t> find(const QString& family, const QString& style) const;
+
+    std::vector<Face> faces_;  // by family and style
     QHash<QString, NamedFont> named_;
 };
