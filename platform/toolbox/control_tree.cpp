@@ -3,6 +3,7 @@
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/layout.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/tab_order.h"
 #include "platform/toolbox/view_widget.h"
 
 #include <algorithm>
@@ -152,7 +153,9 @@ OSStatus EmbedControl(ControlRef control, ControlRef container) {
     QWidget* widget = control->widget;
     const QRect bounds = boundsInWindow(widget);
     const bool shown = IsControlVisible(control);
+    QWidget* const before = tabStopBeforeNextIn(container->widget);
     widget->setParent(container->widget);
+    putTabStopsBehind(before, widget);
     placeInWindow(widget, bounds);
     widget->setVisible(shown);
     return noErr;

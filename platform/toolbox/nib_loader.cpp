@@ -208,6 +208,19 @@ private:
     CFRef<CFStringRef> table_;
 };
 
+/// A list is called by the label that leads to it, as Qt has it for fields and pop-ups.
+void nameByLabels(const QWidget* window) {
+    for (const QLabel* label : window->findChildren<QLabel*>()) {
+        if (auto* list = qobject_cast<QAbstractItemView*>(label->buddy());
+            list != nullptr && list->accessibleName().isEmpty()) {
+            QString name = label->text();
+            name.remove(u'&');
+            name.remove(u':');
+            list->setAccessibleName(name);
+        }
+    }
+}
+
 }  // namespace
 
 ControlKind kindOfClass(const QWidget* widget) {
@@ -287,6 +300,7 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
         }
         makeControl(widget);
     }
+    nameByLabels(window);
     new OpaqueControlRef(window, ControlKind::userPane);
     return window;
 }

@@ -61,6 +61,9 @@ CFOptionFlags askUser(const Notice& notice) {
     QMessageBox box(iconOf(notice.level), {}, toQString(notice.header), {}, QApplication::activeWindow());
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(toQString(notice.message));
+    // What is read aloud when the box appears, which Qt announces.
+    box.setAccessibleName(toQString(notice.header));
+    box.setAccessibleDescription(toQString(notice.message));
     for (QLabel* label : box.findChildren<QLabel*>()) {
         label->setTextFormat(Qt::PlainText);  // texts may hold what a file or a person is called
     }

@@ -5,6 +5,7 @@
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/tab_order.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -73,6 +74,9 @@ void NibWindow::closeEvent(QCloseEvent* event) {
 
 void NibWindow::showEvent(QShowEvent* event) {
     firstFrame_ = true;
+    if (focusWidget() == nullptr) {
+        focusFirstTabStop(this);
+    }
     QDialog::showEvent(event);
 }
 

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <sstream>
 
 namespace {
@@ -35,6 +36,47 @@ TEST_F(GalleryTest, DrawsEveryWindow) {
             sizes[variant == "2x"] = variant == "light" || variant == "2x" ? picture.size() : sizes[variant == "2x"];
         }
         EXPECT_EQ(sizes[1], sizes[0] * 2) << name;
+    }
+}
+
+/// The letter that stands behind each name of a window in the audit.
+std::map<std::string, std::string> lettersOf(const std::string& audit) {
+    std::map<std::string, std::string> letters;
+    std::istringstream lines(audit);
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t keys = line.find(": keys: ");
+        if (keys != std::string::npos) {
+            letters[line.substr(0, keys)] = line.substr(keys + 8);
+        }
+    }
+    return letters;
+}
+
+std::string repeated(std::string letters) {
+    std::ranges::sort(letters);
+    std::string twice;
+    for (std::size_t i = 1; i < letters.size(); ++i) {
+        twice += letters[i] == letters[i - 1] ? letters.substr(i, 1) : "";
+    }
+    return twice;
+}
+
+TEST_F(GalleryTest, EveryControlHasANameAndAPlaceInTheOrderOfKeys) {
+    const Run audit = gallery({"--audit", folder / "audit"});
+    ASSERT_EQ(audit.status, 0) << audit.errors;
+    EXPECT_EQ(audit.output.find(": fault: "), std::string::npos) << audit.output;
+
+    auto letters = lettersOf(audit.output);
+    EXPECT_GT(letters.size(), 50u);
+    for (const auto& [name, own] : letters) {
+        EXPECT_EQ(repeated(own), "") << name;
+    }
+    // The panels share the print dialog with its own controls and with the selector.
+    const std::string around = letters["PrintDialog-PrintDialog"] + letters["PDE_Shell-Window"];
+    ASSERT_FALSE(around.empty());
+    for (const char* panel :
+         {"about", "advanced", "image-options", "layout", "paper-output", "special-pages", "watermark"}) {
+        EXPECT_EQ(repeated(around + letters[panel]), "") << panel;
     }
 }
 

@@ -8,6 +8,7 @@
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
@@ -107,6 +108,17 @@ TEST_F(ShownNoticeTest, ButtonsAnswerAndTextsAreShownAsTheyAre) {
     EXPECT_EQ(ask(CFSTR("Stop"), CFSTR("Copy & Help")), kCFUserNotificationOtherResponse);
     whenShown([](QMessageBox& box) { userPresses(&box, Qt::Key_Return); });
     EXPECT_EQ(ask(CFSTR("Stop")), kCFUserNotificationDefaultResponse);
+}
+
+/// Qt announces a message box when it appears, by its name and description.
+TEST_F(ShownNoticeTest, CanBeReadAloud) {
+    whenShown([](QMessageBox& box) {
+        const QAccessibleInterface* const read = QAccessible::queryAccessibleInterface(&box);
+        EXPECT_EQ(read->text(QAccessible::Name), QStringLiteral("Really?"));
+        EXPECT_EQ(read->text(QAccessible::Description), QStringLiteral("<b>All</b> is lost."));
+        userPresses(&box, Qt::Key_Return);
+    });
+    ask(CFSTR("Stop"));
 }
 
 TEST_F(ShownNoticeTest, TheCheckBoxIsPartOfTheAnswer) {

@@ -7,6 +7,7 @@
 #include "host/settings_file.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Automation.h"
+#include "tests/support/gallery/accessibility.h"
 #include "tests/support/gallery/gallery.h"
 #include "tests/support/gallery/render.h"
 
@@ -18,7 +19,7 @@
 namespace {
 
 constexpr unsigned kSecondsWithoutProgress = 60;
-constexpr std::array<std::string_view, 1> kOwnActions{"open"};  // beside the script language's
+constexpr std::array<std::string_view, 2> kOwnActions{"open", "audit"};  // beside the script language's
 
 constexpr const char* kHelp =
     "usage: tavro-gallery [options] [NAME]\n"
@@ -29,14 +30,15 @@ constexpr const char* kHelp =
     "  --installed OPTION=VALUE  an installed option; may be repeated\n"
     "  --ticket-in FILE          take the records from these settings\n"
     "  --ticket-out FILE         write the settings when the gallery ends with OK\n"
-    "  --script FILE             drive the gallery from a file; it may say: open NAME\n"
+    "  --script FILE             drive the gallery from a file; it may say: open NAME, audit NAME\n"
     "  --shots DIR               where the script's pictures go\n"
+    "  --audit DIR               print what everything lacks for use without a mouse or without seeing it\n"
     "  --render DIR              pictures of everything: light, dark, 2x, long words\n"
     "  --bundle DIR              the plug-in's bundle; else the built one\n";
 
 struct Options {
     bool list = false;
-    std::string name, ppd = TAVRO_STAGE "/ppd/Tavro-ZR420.ppd", ticketIn, ticketOut, script, shots, render,
+    std::string name, ppd = TAVRO_STAGE "/ppd/Tavro-ZR420.ppd", ticketIn, ticketOut, script, shots, render, audit,
                       bundle = TAVRO_STAGE "/plugins/TavroFeatures.plugin";
     std::vector<std::string> installed;
 };
@@ -51,6 +53,7 @@ std::optional<Options> readOptions(int argc, char** argv) {
                                        {"script", required_argument, nullptr, 's'},
                                        {"shots", required_argument, nullptr, 'd'},
                                        {"render", required_argument, nullptr, 'r'},
+                                       {"audit", required_argument, nullptr, 'a'},
                                        {"bundle", required_argument, nullptr, 'b'},
                                        {nullptr, 0, nullptr, 0}};
     Options options;
@@ -79,6 +82,9 @@ std::optional<Options> readOptions(int argc, char** argv) {
                 break;
             case 'r':
                 options.render = optarg;
+                break;
+            case 'a':
+                options.audit = optarg;
                 break;
             case 'b':
                 options.bundle = optarg;
@@ -114,6 +120,16 @@ Result<script::Script> openScript(const Options& options) {
     return parsed->errors.empty() ? Result<script::Script>(*parsed) : Failure{ExitStatus::scriptFailed, "not run"};
 }
 
+std::optional<std::string> perform(const script::Own& own, Gallery& gallery) {
+    if (own.word == "open") {
+        return gallery.open(own.argument);
+    }
+    for (const std::string& line : auditFrontWindow()) {
+        std::printf("%s: %s\n", own.argument.c_str(), line.c_str());
+    }
+    return std::nullopt;
+}
+
 int run(const Options& options, Gallery& gallery, const script::Script& parsed) {
     std::unique_ptr<script::Runner> runner;
     bool hasFailed = false;
@@ -123,7 +139,7 @@ int run(const Options& options, Gallery& gallery, const script::Script& parsed) 
             script::Runner::Options{options.script, kSecondsWithoutProgress,
                                     static_cast<int>(ExitStatus::scriptFailed)},
             script::Stage{gallery.window(), options.shots, stdout, nullptr,
-                          [&](const script::Own& own) { return gallery.open(own.argument); }},
+                          [&](const script::Own& own) { return perform(own, gallery); }},
             [&](bool failed) {
                 hasFailed = failed;
                 if (!options.script.empty()) {
@@ -169,7 +185,8 @@ int main(int argc, char** argv) {
         return fail(settings.failure().line, settings.failure().status);
     }
     int argumentCount = 1;
-    ToolboxInitialize(&argumentCount, argv, !options->script.empty() || !options->render.empty() || options->list);
+    ToolboxInitialize(&argumentCount, argv,
+                      !options->script.empty() || !options->render.empty() || !options->audit.empty() || options->list);
     const auto own = openBundle(TAVRO_STAGE "/TavroGallery.bundle");
     const auto plugin = openBundle(options->bundle);
     const auto host = openBundle(TAVRO_STAGE "/TavroPrint.bundle");
@@ -186,7 +203,7 @@ int main(int argc, char** argv) {
         }
         return EXIT_SUCCESS;
     }
-    if (!options->render.empty()) {
+    if (!options->render.empty() || !options->audit.empty()) {
         std::vector<std::string> passedOn{"--ppd", options->ppd};
         for (const std::string& option : options->installed) {
             passedOn.insert(passedOn.end(), {"--installed", option});
@@ -194,7 +211,8 @@ int main(int argc, char** argv) {
         if (!options->ticketIn.empty()) {
             passedOn.insert(passedOn.end(), {"--ticket-in", options->ticketIn});
         }
-        return renderAll(options->render, (*gallery)->names(), options->bundle, passedOn);
+        return options->audit.empty() ? renderAll(options->render, (*gallery)->names(), options->bundle, passedOn)
+                                      : auditAll(options->audit, (*gallery)->names(), passedOn);
     }
     return run(*options, **gallery, *parsed);
 }

@@ -70,21 +70,19 @@ std::string makeStretchedBundle(const std::string& bundle, const fs::path& folde
     return copy.string();
 }
 
-void writeScript(const std::string& file, const std::vector<std::string>& names) {
+void writeScript(const std::string& file, const std::vector<std::string>& names, const char* action) {
     std::ofstream out(file);
     for (const std::string& name : names) {
         std::string shot = name;
         std::ranges::replace(shot, '/', '-');
-        out << "open " << quoted(name) << "\nshot " << quoted(shot) << "\n";
+        out << "open " << quoted(name) << "\n" << action << " " << quoted(shot) << "\n";
         if (const Piece* piece = findPiece(name); piece == nullptr || piece->panel == nullptr) {
             out << "command not!\n";  // a panel is no window of its own
         }
     }
 }
 
-int runThisProgram(std::vector<std::string> arguments, const Variant& variant) {
-    const std::string former = std::getenv(variant.variable) != nullptr ? std::getenv(variant.variable) : "";
-    setenv(variant.variable, variant.value, 1);
+int runThisProgram(std::vector<std::string> arguments) {
     std::string program = fs::read_symlink("/proc/self/exe").string();
     std::vector<char*> argv{program.data()};
     std::ranges::transform(arguments, std::back_inserter(argv), [](std::string& word) { return word.data(); });
@@ -94,7 +92,6 @@ int runThisProgram(std::vector<std::string> arguments, const Variant& variant) {
     if (posix_spawn(&child, program.c_str(), nullptr, nullptr, argv.data(), environ) == 0) {
         waitpid(child, &status, 0);
     }
-    former.empty() ? unsetenv(variant.variable) : setenv(variant.variable, former.c_str(), 1);
     return WIFEXITED(status) ? WEXITSTATUS(status) : EXIT_FAILURE;
 }
 
@@ -104,16 +101,29 @@ int renderAll(const std::string& folder, const std::vector<std::string>& names, 
               const std::vector<std::string>& arguments) {
     fs::create_directories(folder);
     const std::string script = (fs::path(folder) / "everything.tavro-script").string();
-    writeScript(script, names);
+    writeScript(script, names, "shot");
     for (const Variant& variant : kVariants) {
         std::vector<std::string> words = arguments;
         words.insert(words.end(), {"--script", script, "--shots", (fs::path(folder) / variant.name).string()});
         if (variant.longWords) {
             words.insert(words.end(), {"--bundle", makeStretchedBundle(pluginPath, folder)});
         }
-        if (const int status = runThisProgram(std::move(words), variant); status != EXIT_SUCCESS) {
+        const char* const former = std::getenv(variant.variable);
+        const std::string kept = former != nullptr ? former : "";
+        setenv(variant.variable, variant.value, 1);
+        const int status = runThisProgram(std::move(words));
+        kept.empty() ? unsetenv(variant.variable) : setenv(variant.variable, kept.c_str(), 1);
+        if (status != EXIT_SUCCESS) {
             return status;
         }
     }
     return EXIT_SUCCESS;
+}
+
+int auditAll(const std::string& folder, const std::vector<std::string>& names, std::vector<std::string> arguments) {
+    fs::create_directories(folder);
+    const std::string script = (fs::path(folder) / "everything.tavro-script").string();
+    writeScript(script, names, "audit");
+    arguments.insert(arguments.end(), {"--script", script});
+    return runThisProgram(std::move(arguments));
 }
