@@ -36,6 +36,8 @@ constexpr std::array kOptions{
     OptionRow{"--installed", "OPTION=VALUE", Group::printer, &CommandLine::installed,
               "an installed option, such as Option2=HCSS; may be repeated"},
     OptionRow{"--ticket-in", "FILE.plist", Group::settings, &CommandLine::ticketIn, "start from these settings"},
+    OptionRow{"--preset", "NAME", Group::settings, &CommandLine::preset,
+              "start from a saved preset; else from the printer's defaults"},
     OptionRow{"--ticket-out", "FILE.plist", Group::settings, &CommandLine::ticketOut,
               "write the settings when the dialog ends with Print"},
     OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
@@ -147,6 +149,9 @@ private:
 std::optional<Failure> checkTogether(const CommandLine& line) {
     if (!line.ppd.empty() && !line.printer.empty()) {
         return usage("--ppd and --printer name two printers");
+    }
+    if (!line.ticketIn.empty() && !line.preset.empty()) {
+        return usage("--ticket-in and --preset are two settings to start from");
     }
     if (!line.script.empty() && line.listControls) {
         return usage("--script and --list-controls do not go together");

@@ -13,6 +13,7 @@ struct CommandLine {
     std::string printer;
     std::vector<std::string> installed;  // as it stands there: Option2=HCSS
     std::string ticketIn;
+    std::string preset;
     std::string ticketOut;
     std::string jobOut;
     std::string script;

@@ -28,6 +28,10 @@ enum HostControl : SInt32 {
     kSummary = 70,  // text view
     kConflictText = 71,
     kConflictButton = 72,
+    // The dialog that asks for the name of a preset.
+    kPresetName = 100,
+    kPresetNameOK = 101,
+    kPresetNameCancel = 102,
 };
 
 /// Null when the window has no such control.

@@ -6,8 +6,6 @@
 #include "host/texts.h"
 #include "platform/toolbox/Menus.h"
 
-#include <string>
-
 namespace {
 
 #define kCollateKeyword CFSTR("Collate")
@@ -16,27 +14,6 @@ namespace {
 // The items of the radio group of pages.
 constexpr SInt32 kAllPages = 1;
 constexpr SInt32 kSomePages = 2;
-
-/// What fits on one line of the dialog; of a longer name the middle is left out.
-std::string shortened(const std::string& name) {
-    constexpr std::size_t kMost = 38;
-    constexpr std::size_t kEnd = 14;
-    std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
-    if (units.size() <= kMost) {
-        return name;
-    }
-    CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
-    // A pair of surrogates that is cut apart would be no text any more.
-    const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
-    std::size_t head = kMost - kEnd;
-    std::size_t tail = units.size() - kEnd;
-    head -= isSecondHalf(units[head]) ? 1 : 0;
-    tail += isSecondHalf(units[tail]) ? 1 : 0;
-    units = units.substr(0, head) + u"…" + units.substr(tail);
-    return utf8(CFRef<CFStringRef>::adopt(
-                    CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
-                    .get());
-}
 
 CFStringRef faultText(PageRangeFault fault) {
     switch (fault) {
@@ -69,18 +46,23 @@ void GeneralSettings::showDocument(const Document& document) const {
 }
 
 void GeneralSettings::show(PrintSession& session) {
+    if (session_ == nullptr) {
+        showPageRange(session.pageRange());
+    }
     session_ = &session;
     fillPaperSizes();
     SetControl32BitMinimum(control(kCopies), 1);
     SetControl32BitMaximum(control(kCopies), kMostCopies);
     SetControl32BitValue(control(kCopies), session.copies());
-    const std::string range = session.pageRange();
-    SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
-    setFieldText(control(kPageRangeField), cfString(range));
     SetControlVisibility(control(kCollate),
                          session.choices().offers("Collate", "True") && session.choices().offers("Collate", "False"),
                          true);
     showShared();
+}
+
+void GeneralSettings::showPageRange(const std::string& range) const {
+    SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
+    setFieldText(control(kPageRangeField), cfString(range));
 }
 
 void GeneralSettings::showShared() {

@@ -18,7 +18,8 @@ public:
     /// The window and the bundle of its texts must outlive this. Shows the document.
     GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document, ChangeShared changeShared);
 
-    /// Shows a session's settings from now on.
+    /// Shows a session's settings from now on. The pages to print are the document's: they stay from session to
+    /// session.
     void show(PrintSession& session);
     /// Shows the settings that the maker's panels may have changed too.
     void showShared();
@@ -36,6 +37,7 @@ private:
 
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
     void showDocument(const Document& document) const;
+    void showPageRange(const std::string& range) const;
     void fillPaperSizes();
 
     // What the user does

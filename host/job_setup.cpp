@@ -1,6 +1,9 @@
 #include "host/job_setup.h"
 
 #include "host/installed_options.h"
+#include "host/presets.h"
+
+#include <filesystem>
 
 namespace {
 
@@ -9,6 +12,22 @@ Result<Printer> openChosenPrinter(const CommandLine& line, const std::string& sa
         return openPPD(line.ppd);
     }
     return line.printer.empty() ? openDefaultPrinter(samplePPD) : openQueue(line.printer);
+}
+
+SettingsOrigin originOf(const CommandLine& line) {
+    if (!line.preset.empty()) {
+        return {SettingsOrigin::Kind::preset, line.preset};
+    }
+    return line.ticketIn.empty() ? SettingsOrigin{}
+                                 : SettingsOrigin{SettingsOrigin::Kind::elsewhere,
+                                                  std::filesystem::path(line.ticketIn).filename().string()};
+}
+
+Result<JobSettings> readStartingSettings(const CommandLine& line) {
+    if (!line.preset.empty()) {
+        return namedPresets().read(line.preset);
+    }
+    return line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
 }
 
 }  // namespace
@@ -26,9 +45,9 @@ Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& sample
     if (!installed) {
         return installed.failure();
     }
-    auto settings = line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
+    auto settings = readStartingSettings(line);
     if (!settings) {
         return settings.failure();
     }
-    return JobSetup{*document, *printer, *settings, *installed, line.ticketOut, line.jobOut};
+    return JobSetup{*document, *printer, *settings, originOf(line), *installed, line.ticketOut, line.jobOut};
 }

@@ -5,13 +5,15 @@
 #include "host/document.h"
 #include "host/printer.h"
 #include "host/settings_file.h"
+#include "host/settings_origin.h"
 
 #include <string>
 
 struct JobSetup {
     Document document;
     Printer printer;
-    JobSettings settings;                     // to start from; never changed
+    JobSettings settings;  // to start from; never changed
+    SettingsOrigin origin;
     CFRef<CFDictionaryRef> installedOptions;  // main keyword to option keyword; null for the printer's own
     std::string ticketOut;                    // where the settings are written; may be empty
     std::string jobOut;                       // where the job is written instead of being sent; may be empty

@@ -2,6 +2,7 @@
 
 #include "host/script/text.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFNumber.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <algorithm>
@@ -103,8 +104,42 @@ JobSettings copyKept(const JobSettings& settings, About least) {
     return {copyKeptItems(settings.printSettings.get(), least), copyKeptItems(settings.pageFormat.get(), least), {}};
 }
 
-bool areEqual(const CFRef<CFDictionaryRef>& one, const CFRef<CFDictionaryRef>& other) {
-    return one && other ? CFEqual(one.get(), other.get()) : !one && !other;
+/// A panel writes some of its items only once it has been shown, at first as what they are when they are missing.
+bool isNothing(CFTypeRef value) {
+    const CFTypeID type = CFGetTypeID(value);
+    if (type == CFNumberGetTypeID()) {
+        double number = 0;
+        return CFNumberGetValue(static_cast<CFNumberRef>(value), kCFNumberDoubleType, &number) && number == 0;
+    }
+    if (type == CFDictionaryGetTypeID() || type == CFArrayGetTypeID()) {
+        return (type == CFArrayGetTypeID() ? CFArrayGetCount(static_cast<CFArrayRef>(value))
+                                           : CFDictionaryGetCount(static_cast<CFDictionaryRef>(value))) == 0;
+    }
+    return value == nullptr || value == kCFBooleanFalse ||
+           (type == CFStringGetTypeID() && CFStringGetLength(static_cast<CFStringRef>(value)) == 0);
+}
+
+bool isSame(CFTypeRef one, CFTypeRef other);
+
+/// Whether all items of the one are the same in the other.
+bool hasAll(CFDictionaryRef one, CFDictionaryRef other) {
+    std::vector<const void*> keys(static_cast<std::size_t>(CFDictionaryGetCount(one)));
+    CFDictionaryGetKeysAndValues(one, keys.data(), nullptr);
+    return std::ranges::all_of(keys, [&](const void* key) {
+        return isSame(CFDictionaryGetValue(one, key), CFDictionaryGetValue(other, key));
+    });
+}
+
+bool isSame(CFTypeRef one, CFTypeRef other) {
+    const auto dictionary = [](CFTypeRef value) {
+        return CFGetTypeID(value) == CFDictionaryGetTypeID() ? static_cast<CFDictionaryRef>(value) : nullptr;
+    };
+    const bool areDictionaries =
+        (one == nullptr || dictionary(one) != nullptr) && (other == nullptr || dictionary(other) != nullptr);
+    if (areDictionaries) {
+        return hasAll(dictionary(one), dictionary(other)) && hasAll(dictionary(other), dictionary(one));
+    }
+    return (isNothing(one) && isNothing(other)) || CFEqual(one, other);
 }
 
 }  // namespace
@@ -117,8 +152,9 @@ JobSettings lastUsedContent(const JobSettings& settings) {
     return copyKept(settings, About::printing);
 }
 
-bool havePresetContentInCommon(const JobSettings& one, const JobSettings& other) {
+bool isSamePreset(const JobSettings& one, const JobSettings& other) {
     const JobSettings left = presetContent(one);
     const JobSettings right = presetContent(other);
-    return areEqual(left.printSettings, right.printSettings) && areEqual(left.pageFormat, right.pageFormat);
+    return isSame(left.printSettings.get(), right.printSettings.get()) &&
+           isSame(left.pageFormat.get(), right.pageFormat.get());
 }

@@ -14,5 +14,6 @@ JobSettings presetContent(const JobSettings& settings);
 /// What the last used settings of a printer keep.
 JobSettings lastUsedContent(const JobSettings& settings);
 
-/// Whether two settings are the same in what a preset keeps of them.
-bool havePresetContentInCommon(const JobSettings& one, const JobSettings& other);
+/// Whether a preset of the one settings is a preset of the other. An item that says nothing (0, false, an empty text or
+/// list) is as good as a missing one.
+bool isSamePreset(const JobSettings& one, const JobSettings& other);

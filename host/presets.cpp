@@ -108,7 +108,7 @@ KeptSettings::Names KeptSettings::list() const {
     Names found;
     for (const KeptFile& file : readFolder(folderPath(folder_, false))) {
         if (file.name.empty()) {
-            found.unreadable.push_back(file.settings.failure().line);
+            found.unreadable.push_back({file.path.filename().string(), file.settings.failure().line});
         } else if (std::ranges::find(found.names, file.name) == found.names.end()) {
             found.names.push_back(file.name);
         }
@@ -183,7 +183,7 @@ KeptSettings lastUsedSettings() {
 
 std::string printerKey(const std::string& queue, const std::string& ppdPath) {
     if (!queue.empty()) {
-        return queue;  // never with a slash
+        return queue;  // never begins with a slash
     }
     std::error_code ignored;
     const fs::path path = fs::weakly_canonical(fs::absolute(ppdPath, ignored), ignored);

@@ -16,8 +16,12 @@ class KeptSettings {
 public:
     /// What a list of presets shows.
     struct Names {
-        std::vector<std::string> names;       // in no order
-        std::vector<std::string> unreadable;  // a line for each file that cannot be read, which names it
+        struct Unreadable {
+            std::string file;  // its name
+            std::string line;  // why; names it, too
+        };
+        std::vector<std::string> names;  // in no order
+        std::vector<Unreadable> unreadable;
     };
 
     [[nodiscard]] Names list() const;

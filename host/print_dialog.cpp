@@ -36,7 +36,10 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
                               first.printer.name());
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
-    const auto start = dialog->startSession(first.printer, first.settings, first.installedOptions.get());
+    dialog->makePresets();
+    dialog->printer_ = first.printer;
+    dialog->installed_ = first.installedOptions;
+    const auto start = dialog->startSession(first.settings);
     if (start == PluginHost::Start::refused && first.printer.isOfMaker()) {
         return Failure{ExitStatus::unusableInput, plugin.path() + ": its settings panels do not start"};
     }
@@ -86,18 +89,29 @@ void PrintDialog::installHandlers() {
         &pause_);
 }
 
-PluginHost::Start PrintDialog::startSession(const Printer& printer, const JobSettings& settings,
-                                            CFDictionaryRef installed) {
+void PrintDialog::makePresets() {
+    presets_.emplace(control(kPresetMenu), bundle_,
+                     DialogPresets::Dialog{[this]() -> PrintSession& {
+                                               takeMakersSettings();
+                                               return *session_;
+                                           },
+                                           [this](const JobSettings& settings) { startSession(settings); },
+                                           [this] { renewPrinter(); }},
+                     setup_.job.origin);
+}
+
+PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     plugin_.stop(noErr);
-    session_ = std::make_unique<PrintSession>(printer, settings, installed, setup_.job.document.name);
+    session_ = std::make_unique<PrintSession>(printer_, settings, installed_.get(), setup_.job.document.name);
     general_->show(*session_);
     const auto start = plugin_.start(control(kMakersPlace), session_->get());
     const bool hasPanels = start == PluginHost::Start::started;
     SetControlVisibility(control(kMakersPlace), hasPanels, true);
     SetControlVisibility(control(kNoMakersPanels), !hasPanels, true);
     if (!hasPanels) {
-        setStaticText(control(kNoMakersPanels), localized(bundle_, CFSTR("No Maker's Panels"), printer.name()));
+        setStaticText(control(kNoMakersPanels), localized(bundle_, CFSTR("No Maker's Panels"), printer_.name()));
     }
+    presets_->begin(*session_);
     showSummary();
     return start;
 }
@@ -136,6 +150,10 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
         printerChosen();
         return noErr;
     }
+    if (id.id == kPresetMenu) {
+        presets_->act();
+        return noErr;
+    }
     return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
 }
 
@@ -167,6 +185,7 @@ void PrintDialog::settle() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
         takeMakersSettings();
         general_->takePages();
+        presets_->settle(*session_);
         showSummary();
     }
 }
@@ -210,8 +229,17 @@ void PrintDialog::printerChosen() {
         return;
     }
     printers_->settle();
-    plugin_.copyControlsToTickets();
-    startSession(*printer, session_->copySettings(), nullptr);
+    takeMakersSettings();
+    const JobSettings settings = presets_->settingsForOtherPrinter(*session_);
+    printer_ = *printer;
+    installed_ = nullptr;
+    startSession(settings);
+}
+
+void PrintDialog::renewPrinter() {
+    if (Result<Printer> printer = openPrinter(printers_->settled())) {
+        printer_ = *printer;
+    }
 }
 
 bool PrintDialog::acceptLeftOut() const {
@@ -241,6 +269,9 @@ void PrintDialog::accept() {
         if (!setup_.scripted) {
             return;  // the settings are still there, for another printer or another try
         }
+    }
+    if (!notSent) {
+        presets_->rememberSent(*session_);
     }
     const auto notWritten =
         setup_.job.ticketOut.empty() ? std::nullopt : writeSettingsFile(session_->copySettings(), setup_.job.ticketOut);

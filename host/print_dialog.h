@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/dialog_controls.h"
+#include "host/dialog_presets.h"
 #include "host/general_settings.h"
 #include "host/job_setup.h"
 #include "host/plugin_host.h"
@@ -60,8 +61,9 @@ private:
     void installHandlers();
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
 
+    void makePresets();
     /// Makes a session for the printer from the settings, and starts the maker's panels on it.
-    PluginHost::Start startSession(const Printer& printer, const JobSettings& settings, CFDictionaryRef installed);
+    PluginHost::Start startSession(const JobSettings& settings);
     /// Changes the session's settings: the maker's panels write all of theirs first, and read the changed ones
     /// afterwards.
     void changeShared(const std::function<void()>& change);
@@ -72,6 +74,8 @@ private:
 
     // What the user does
     void printerChosen();
+    /// Goes on with the printer's present defaults, when it can still be opened.
+    void renewPrinter();
     void accept();
     /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.
     bool acceptLeftOut() const;
@@ -82,7 +86,10 @@ private:
     WindowRef window_ = nullptr;
     std::optional<GeneralSettings> general_;
     std::optional<PrinterMenu> printers_;
-    std::string summary_;  // as it is shown
+    std::optional<DialogPresets> presets_;
+    Printer printer_;
+    CFRef<CFDictionaryRef> installed_;  // options of the printer, on top of its own; may be null
+    std::string summary_;               // as it is shown
     std::unique_ptr<PrintSession> session_;
     std::function<void()> shown_;
     EventLoopTimerRef pause_ = nullptr;

@@ -2,6 +2,9 @@
 
 #include "host/script/text.h"
 
+#include <array>
+#include <climits>
+
 namespace {
 
 constexpr UInt32 kServerPatience = 500;  // milliseconds
@@ -21,6 +24,14 @@ std::string Printer::name() const {
 
 std::string Printer::queue() const {
     return utf8(PMPrinterGetID(printer_));
+}
+
+std::string Printer::ppdPath() const {
+    CFURLRef url = nullptr;
+    std::array<UInt8, PATH_MAX> path{};
+    PMPrinterGetDescriptionURL(printer_, kPMPPDDescriptionType, &url);
+    CFURLGetFileSystemRepresentation(url, true, path.data(), static_cast<CFIndex>(path.size()));
+    return reinterpret_cast<const char*>(path.data());
 }
 
 bool Printer::isOfMaker() const {

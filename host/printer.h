@@ -29,6 +29,7 @@ public:
     std::string name() const;
     /// "queue" or "queue/instance"; empty for a printer without a queue.
     std::string queue() const;
+    std::string ppdPath() const;
     bool isOfMaker() const;
 
 private:

@@ -26,3 +26,23 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vec
     }
     return cfString(filled);
 }
+
+std::string shortened(const std::string& name) {
+    constexpr std::size_t kMost = 38;
+    constexpr std::size_t kEnd = 14;
+    std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
+    if (units.size() <= kMost) {
+        return name;
+    }
+    CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+    // A pair of surrogates that is cut apart would be no text any more.
+    const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
+    std::size_t head = kMost - kEnd;
+    std::size_t tail = units.size() - kEnd;
+    head -= isSecondHalf(units[head]) ? 1 : 0;
+    tail += isSecondHalf(units[tail]) ? 1 : 0;
+    units = units.substr(0, head) + u"…" + units.substr(tail);
+    return utf8(CFRef<CFStringRef>::adopt(
+                    CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
+                    .get());
+}

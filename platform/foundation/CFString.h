@@ -57,9 +57,11 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
 
 using CFStringCompareFlags = CFOptionFlags;
 inline constexpr CFStringCompareFlags kCFCompareCaseInsensitive = 1;
+inline constexpr CFStringCompareFlags kCFCompareLocalized = 32;
 inline constexpr CFStringCompareFlags kCFCompareDiacriticInsensitive = 128;
 
-/// Order of two strings by code units, or by case-folded code units with kCFCompareCaseInsensitive.
+/// Order of two strings by code units, or by case-folded code units with kCFCompareCaseInsensitive; with
+/// kCFCompareLocalized alone, as the user's language sorts words.
 CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFStringCompareFlags options);
 
 /// Makes all texts alike that differ in case or in diacritics only, as the options say, so that they can be searched

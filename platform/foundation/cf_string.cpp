@@ -152,7 +152,9 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
 }
 
 CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFStringCompareFlags options) {
-    const int order = QString::compare(textOf(left), textOf(right),
-                                       (options & kCFCompareCaseInsensitive) ? Qt::CaseInsensitive : Qt::CaseSensitive);
+    const Qt::CaseSensitivity sensitivity =
+        (options & kCFCompareCaseInsensitive) ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    const int order = (options & kCFCompareLocalized) ? QString::localeAwareCompare(textOf(left), textOf(right))
+                                                      : QString::compare(textOf(left), textOf(right), sensitivity);
     return order < 0 ? kCFCompareLessThan : order > 0 ? kCFCompareGreaterThan : kCFCompareEqualTo;
 }

@@ -118,10 +118,16 @@ TEST_F(Presets, KeepWhatOtherJobsMayHaveToo) {
         EXPECT_EQ(printing.find(text), std::string::npos) << text;
     }
 
-    EXPECT_TRUE(havePresetContentInCommon(all, preset));
-    EXPECT_FALSE(havePresetContentInCommon(all, lastUsed));
-    EXPECT_FALSE(havePresetContentInCommon(preset, JobSettings{}));
-    EXPECT_TRUE(havePresetContentInCommon(JobSettings{}, JobSettings{}));
+    EXPECT_TRUE(isSamePreset(all, preset));
+    EXPECT_FALSE(isSamePreset(all, lastUsed));
+    EXPECT_FALSE(isSamePreset(preset, JobSettings{}));
+    EXPECT_TRUE(isSamePreset(JobSettings{}, JobSettings{}));
+    const JobSettings nothing = settingsOf(
+        "<key>com.tavro.print.BookletLayout</key><false/><key>com.tavro.print.ImageOptions</key><dict/>"
+        "<key>com.tavro.print.FinishingOptions</key><integer>0</integer>");
+    EXPECT_TRUE(isSamePreset(nothing, JobSettings{}));
+    EXPECT_FALSE(isSamePreset(nothing, settingsOf("<key>com.tavro.print.BookletLayout</key><true/>")));
+    EXPECT_FALSE(isSamePreset(nothing, copies(1)));
 }
 
 TEST_F(Presets, HoldNoSecretWrittenOrRead) {
@@ -204,7 +210,8 @@ TEST_F(Presets, StayUsableBesideDamagedOnes) {
     const auto found = presets.list();
     EXPECT_EQ(found.names, std::vector<std::string>{"Good"});
     ASSERT_EQ(found.unreadable.size(), 2U);
-    EXPECT_TRUE(found.unreadable[0].starts_with(bad.string() + ": line ")) << found.unreadable[0];
+    EXPECT_EQ(found.unreadable[0].file, bad.filename());
+    EXPECT_TRUE(found.unreadable[0].line.starts_with(bad.string() + ": line ")) << found.unreadable[0].line;
     const Result<JobSettings> damaged = presets.read("Bad");
     ASSERT_FALSE(damaged);
     EXPECT_TRUE(damaged.failure().line.starts_with("preset \"Bad\": " + bad.string() + ": line "))
