@@ -33,6 +33,7 @@ OSStatus SpecialPageList::update(const SpecialPage* page, const SpecialPages& re
     const auto index = found - pages_.begin();
     std::unique_ptr<SpecialPage> old = std::move(*found);
     pages_.erase(found);
+    ++revision_;
     const OSStatus status = add(replacements);
     if (status != noErr) {
         pages_.insert(pages_.begin() + index, std::move(old));
@@ -44,6 +45,7 @@ void SpecialPageList::remove(const SpecialPage* page) {
     const auto found = find(page);
     if (found != pages_.end()) {
         pages_.erase(found);
+        ++revision_;
     }
 }
 
@@ -53,6 +55,7 @@ void SpecialPageList::remove(std::span<const SpecialPage* const> pages) {
     std::erase_if(pages_, [&removed](const auto& own) {
         return std::ranges::binary_search(removed, static_cast<const SpecialPage*>(own.get()));
     });
+    ++revision_;
 }
 
 CFRef<CFMutableArrayRef> SpecialPageList::asTicket() const {
@@ -94,6 +97,7 @@ OSStatus InsertList::add(const SpecialPages& pages) {
                std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()), std::back_inserter(merged),
                startsBefore);
     pages_ = std::move(merged);
+    ++revision_;
     return noErr;
 }
 
@@ -131,6 +135,7 @@ OSStatus ExceptionPageList::add(const SpecialPages& pages) {
         merged.push_back(std::move(part));
     }
     pages_ = std::move(merged);
+    ++revision_;
     return noErr;
 }
 

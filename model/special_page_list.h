@@ -7,6 +7,7 @@
 
 #include "model/special_page.h"
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -32,13 +33,20 @@ public:
     void remove(const SpecialPage* page);
     /// Deletes those of the pages that are in the list, each found in log n steps.
     void remove(std::span<const SpecialPage* const> pages);
-    void clear() { pages_.clear(); }
+    void clear() {
+        pages_.clear();
+        ++revision_;
+    }
+
+    /// Another number after each of these changes. Pages of the list that are changed themselves do not count.
+    std::uint64_t revision() const { return revision_; }
 
     /// A new array of the pages' dictionaries; nothing for an empty list, whose item then leaves the ticket.
     [[nodiscard]] CFRef<CFMutableArrayRef> asTicket() const;
 
 protected:
     SpecialPages pages_;
+    std::uint64_t revision_ = 0;
 
 private:
     SpecialPages::iterator find(const SpecialPage* page);

@@ -16,10 +16,16 @@ CFArrayRef ListItem(PMTicketRef ticket, CFStringRef key) {
     return PMTicketGetCFArray(ticket, kPMTopLevel, kPMTopLevel, key, &array) == noErr ? array : nullptr;
 }
 
-OSStatus WriteList(const SpecialPageList& list, CFStringRef key, PMTicketRef ticket) {
+OSStatus WriteList(const SpecialPageList& list, CFStringRef key, WrittenPages* written, PMTicketRef ticket) {
+    const bool isWritten = written->item && written->item.get() == ListItem(ticket, key);
+    if (isWritten && written->revision == list.revision()) {
+        return noErr;
+    }
     const auto array = list.asTicket();
-    return array ? PMTicketSetCFArray(ticket, kCreator, key, array.get(), kPMUnlocked)
-                 : PMTicketReleaseItem(ticket, kPMTopLevel, key);
+    const OSStatus status = array ? PMTicketSetCFArray(ticket, kCreator, key, array.get(), kPMUnlocked)
+                                  : PMTicketReleaseItem(ticket, kPMTopLevel, key);
+    *written = {CFRef<CFArrayRef>::retain(ListItem(ticket, key)), list.revision()};
+    return status;
 }
 
 }  // namespace
@@ -34,8 +40,8 @@ void ReadSpecialPages(PMTicketRef ticket, SpecialPageRecords* records) {
 }
 
 OSStatus WriteSpecialPages(SpecialPageRecords* records, PMTicketRef ticket) {
-    WriteList(records->inserts, kInsertListKey, ticket);
-    const OSStatus status = WriteList(records->exceptions, kExceptionListKey, ticket);
+    WriteList(records->inserts, kInsertListKey, &records->writtenInserts, ticket);
+    const OSStatus status = WriteList(records->exceptions, kExceptionListKey, &records->writtenExceptions, ticket);
     SyncCovers(ticket, kCoversToTicket, &records->frontCover, &records->backCover);
     return status;
 }

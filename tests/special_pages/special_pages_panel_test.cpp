@@ -248,6 +248,38 @@ TEST_F(SpecialPagesPanelTest, SyncReplacesTheRowsOfOldPages) {
     EXPECT_FALSE(IsControlEnabled(mine(kEdit)));
 }
 
+TEST_F(SpecialPagesPanelTest, WritesAListAgainWhenItOrItsItemHasChanged) {
+    const auto item = [this] {
+        CFArrayRef array = nullptr;
+        PMTicketGetCFArray(printer.settings, kPMTopLevel, kPMTopLevel, kInsertListKey, &array);
+        return CFRef<CFArrayRef>::retain(array);
+    };
+    put(kInsertListKey, arrayOf(inserts({1, 2, 3})).get());
+    openPanel();
+    const auto foreign = item();
+    sync(false);
+    const auto written = item();
+    EXPECT_NE(written.get(), foreign.get()) << "what was read is not what the panel writes";
+    sync(false);
+    EXPECT_EQ(item().get(), written.get());
+
+    select({2});
+    AutomationQueueAnswer(kCFUserNotificationAlternateResponse);
+    EXPECT_EQ(AutomationClick(mine(kDelete)), noErr);
+    sync(false);
+    EXPECT_EQ(stored(kInsertListKey), 2);
+    put(kInsertListKey, arrayOf(inserts({7})).get());
+    sync(false);
+    EXPECT_EQ(stored(kInsertListKey), 2) << "another one's item was left";
+    PMTicketReleaseItem(printer.settings, kPMTopLevel, kInsertListKey);
+    sync(false);
+    EXPECT_EQ(stored(kInsertListKey), 2) << "no item was left";
+    put(kInsertListKey, arrayOf(inserts({7, 8, 9})).get());
+    sync(true);
+    sync(false);
+    EXPECT_EQ(stored(kInsertListKey), 3);
+}
+
 TEST_F(SpecialPagesPanelTest, ADialogRefusesListsThatAreTooLongAsAWhole) {
     openPanel();
     const std::u16string megabyte(1 << 20, u'1');
