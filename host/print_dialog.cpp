@@ -20,6 +20,18 @@ constexpr OSType kCommandCancel = FourCharCode("not!");
 
 constexpr double kSecondsOfPause = 0.1;
 
+/// In lines; several with marks in front.
+CFRef<CFStringRef> listed(const std::vector<std::string>& sentences, CFBundleRef texts) {
+    if (sentences.size() == 1) {
+        return cfString(sentences.front());
+    }
+    std::string lines;
+    for (const std::string& sentence : sentences) {
+        lines += (lines.empty() ? "" : "\n") + utf8(localized(texts, CFSTR("Left Out Line"), sentence).get());
+    }
+    return cfString(lines);
+}
+
 }  // namespace
 
 // ---- Making
@@ -248,11 +260,7 @@ bool PrintDialog::acceptLeftOut() const {
     if (sentences.empty()) {
         return true;
     }
-    std::string message;
-    for (const std::string& sentence : sentences) {
-        message += (message.empty() ? "" : "\n") + sentence;
-    }
-    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(message),
+    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), listed(sentences, bundle_),
                        localized(bundle_, CFSTR("Left Out Print")), localized(bundle_, CFSTR("Left Out Go Back")));
 }
 

@@ -75,12 +75,12 @@ TEST_F(LeftOut, ThingsThatOnlyTheMakersDriverReads) {
         Sentences sentences;
     } rows[] = {
         {list("InsertList", insert), {"The insert will be missing."}},
-        {list("InsertList", insert + "<integer>1</integer>" + insert), {"All 2 inserts will be missing."}},
+        {list("InsertList", insert + "<integer>1</integer>" + insert), {"The 2 inserts will be missing."}},
         {list("ExceptionList", pages),
          {"Pages 4-9 will be printed like all other pages: their exception is left out."}},
         {list("ExceptionList", page), {"Page 4 will be printed like all other pages: its exception is left out."}},
         {list("ExceptionList", pages + page + page + page),
-         {"All 4 exceptions are left out: their pages will be printed like all others."}},
+         {"The 4 exceptions are left out: their pages will be printed like all others."}},
         {item("BookletLayout", "<true/>") + numberItem("BookletDrawOutlines", 1), {booklet}},
         {forced + item("JobLevelStock", dictionary(number("Size", 3))),
          {booklet, "The booklet will have the paper size of the document."}},

@@ -82,11 +82,12 @@ TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
         "answer alternate\nok\nexpect window \"Print\"\nchoose Tshl:6004 \"Off\"\nok\n";
     const Run done = script(text, {"--job-out", jobFile()});
     EXPECT_EQ(done.status, 0) << done.errors;
-    EXPECT_EQ(done.output, kHeader +
-                               "        The pages will not be put together as a booklet: each is printed on a side of "
-                               "its own, in the order of the document.\n"
-                               "        The pages will not be negative.\n" +
-                               kHeader + "        The pages will not be negative.\n");
+    EXPECT_EQ(done.output,
+              kHeader +
+                  "        • The pages will not be put together as a booklet: each is printed on a side of "
+                  "its own, in the order of the document.\n"
+                  "        • The pages will not be negative.\n" +
+                  kHeader + "        The pages will not be negative.\n");
     EXPECT_TRUE(fs::exists(jobFile()));
 
     const Run left = script("panel \"Image Options\"\nclick Tshl:911\nanswer alternate\nok\ncancel\n",
