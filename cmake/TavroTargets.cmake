@@ -13,6 +13,10 @@ set(TAVRO_STAGE ${CMAKE_BINARY_DIR}/stage)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+# How a bundle's executable is installed: its name does not say that it is code, so that packagers' tools ask its mode.
+set(TAVRO_EXECUTABLE
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
 # A floor of the platform: a shared library, since host, plug-in and editor must meet the same objects.
 function(tavro_platform_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})

@@ -35,5 +35,5 @@ std::string hostBundlePath() {
 }
 
 std::string samplePPDPath() {
-    return firstExisting({"../ppd/Tavro-ZR420.ppd", TAVRO_DATA_PLACE "/ppd/Tavro-ZR420.ppd"});
+    return firstExisting({"../ppd/Tavro-ZR420.ppd", TAVRO_DATA_PLACE "/ppd/tavro/Tavro-ZR420.ppd"});
 }
