@@ -1,5 +1,6 @@
 #include "host/general_settings.h"
 
+#include "host/conflicts.h"
 #include "host/notice.h"
 #include "host/page_range.h"
 #include "host/script/text.h"
@@ -57,6 +58,8 @@ void GeneralSettings::show(PrintSession& session) {
     SetControlVisibility(control(kCollate),
                          session.choices().offers("Collate", "True") && session.choices().offers("Collate", "False"),
                          true);
+    whyNotCollated_ = obstacleOf(session, texts_, "Collate", "True");
+    whyNotUncollated_ = obstacleOf(session, texts_, "Collate", "False");
     showShared();
 }
 
@@ -66,7 +69,7 @@ void GeneralSettings::showPageRange(const std::string& range) const {
 }
 
 void GeneralSettings::showShared() {
-    SetControl32BitValue(control(kCollate), session_->choice(kCollateKeyword) == "True" ? 1 : 0);
+    showCollating();
     SetControl32BitValue(control(kOrientation), session_->orientation());
     const auto chosen = session_->choice(kPageSizeKeyword);
     const PMPrinter printer = session_->printer().get();
@@ -86,8 +89,26 @@ void GeneralSettings::fillPaperSizes() {
     for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
         PMPaper paper{};
         PMPrinterGetIndPaper(printer, i, &paper);
-        AppendMenuItemTextWithCFString(menu, paper.title, 0, 0, nullptr);
+        MenuItemIndex item = 0;
+        AppendMenuItemTextWithCFString(menu, paper.title, 0, 0, &item);
+        if (const std::string obstacle = obstacleOf(*session_, texts_, "PageSize", utf8(paper.name));
+            !obstacle.empty()) {
+            DisableMenuItem(menu, item);
+            HMSetMenuItemHelpContent(menu, item, cfString(obstacle).get());
+        }
     }
+}
+
+/// A box that cannot be changed for what is not installed is gray, unless that would keep what is not possible.
+void GeneralSettings::showCollating() {
+    const ControlRef box = control(kCollate);
+    const bool collates = session_->choice(kCollateKeyword) == "True";
+    const std::string& now = collates ? whyNotCollated_ : whyNotUncollated_;
+    const std::string& other = collates ? whyNotUncollated_ : whyNotCollated_;
+    const bool isGray = now.empty() && !other.empty();
+    SetControl32BitValue(box, collates ? 1 : 0);
+    isGray ? DisableControl(box) : EnableControl(box);
+    HMSetControlHelpContent(box, (isGray ? cfString(other) : localized(texts_, CFSTR("Collate Help"))).get());
 }
 
 // ---- What the user does

@@ -9,6 +9,7 @@
 #include "platform/toolbox/Events.h"
 
 #include <functional>
+#include <string>
 
 class GeneralSettings {
 public:
@@ -39,6 +40,7 @@ private:
     void showDocument(const Document& document) const;
     void showPageRange(const std::string& range) const;
     void fillPaperSizes();
+    void showCollating();
 
     // What the user does
     void copiesChanged();
@@ -51,5 +53,7 @@ private:
     CFBundleRef texts_;
     std::int64_t pageCount_;
     ChangeShared changeShared_;
+    std::string whyNotCollated_;  // with what is installed; empty when it can be done
+    std::string whyNotUncollated_;
     PrintSession* session_ = nullptr;  // lent; null before the first one is shown
 };

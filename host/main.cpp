@@ -87,7 +87,8 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
                 parsed,
                 script::Runner::Options{line.script, kSecondsWithoutProgress,
                                         static_cast<int>(ExitStatus::scriptFailed)},
-                script::Stage{dialog.window(), line.shots, stdout, [&dialog] { dialog.settle(); }, nullptr},
+                script::Stage{dialog.window(), line.shots, stdout, [&dialog] { dialog.settle(); }, nullptr,
+                              [&dialog] { return dialog.conflicts(); }},
                 [&dialog](bool failed) {
                     dialog.end({failed ? ExitStatus::scriptFailed : ExitStatus::cancelled, {}});
                 });

@@ -3,6 +3,7 @@
 #include "host/left_out.h"
 #include "host/notice.h"
 #include "host/print_job.h"
+#include "host/remedy.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "host/start_marks.h"
@@ -49,6 +50,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     dialog->makePresets();
+    dialog->conflicts_.emplace(dialog->window_, bundle);
     dialog->printer_ = first.printer;
     dialog->installed_ = first.installedOptions;
     const auto start = dialog->startSession(first.settings);
@@ -116,6 +118,7 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     plugin_.stop(noErr);
     session_ = std::make_unique<PrintSession>(printer_, settings, installed_.get(), setup_.job.document.name);
     general_->show(*session_);
+    conflicts_->forget();
     const auto start = plugin_.start(control(kMakersPlace), session_->get());
     const bool hasPanels = start == PluginHost::Start::started;
     SetControlVisibility(control(kMakersPlace), hasPanels, true);
@@ -164,6 +167,10 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
     }
     if (id.id == kPresetMenu) {
         presets_->act();
+        return noErr;
+    }
+    if (id.id == kConflictButton) {
+        remedyChosen();
         return noErr;
     }
     return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
@@ -219,6 +226,7 @@ void PrintDialog::takeMakersSettings() {
     plugin_.copyControlsToTickets();
     session_->updatePaperRectangle();
     general_->showShared();
+    conflicts_->show(*session_);
 }
 
 void PrintDialog::changeShared(const std::function<void()>& change) {
@@ -264,9 +272,14 @@ bool PrintDialog::acceptLeftOut() const {
                        localized(bundle_, CFSTR("Left Out Print")), localized(bundle_, CFSTR("Left Out Go Back")));
 }
 
+void PrintDialog::remedyChosen() {
+    changeShared([this] { applyRemedy(conflicts_->report().remedy, session_.get()); });
+    takeMakersSettings();
+}
+
 void PrintDialog::accept() {
     takeMakersSettings();
-    if (!general_->takePageRange() || !acceptLeftOut()) {
+    if (!general_->takePageRange() || !conflicts_->acceptConflicts() || !acceptLeftOut()) {
         return;
     }
     script::stopWatchdog();  // a long document may take its time

@@ -1,6 +1,7 @@
 // The print dialog: the settings that every printer has, and beside them the maker's panels.
 #pragma once
 
+#include "host/conflict_line.h"
 #include "host/dialog_controls.h"
 #include "host/dialog_presets.h"
 #include "host/general_settings.h"
@@ -46,6 +47,9 @@ public:
     /// of a dialog counts.
     void end(Outcome outcome);
 
+    /// A sentence for each conflict between the settings, as they were when the user last paused.
+    const std::vector<std::string>& conflicts() const { return conflicts_->report().sentences; }
+
     /// Brings what the window says about the settings up to date: done whenever the user pauses.
     void settle();
 
@@ -76,6 +80,7 @@ private:
     void printerChosen();
     /// Goes on with the printer's present defaults, when it can still be opened.
     void renewPrinter();
+    void remedyChosen();
     void accept();
     /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.
     bool acceptLeftOut() const;
@@ -91,6 +96,7 @@ private:
     CFRef<CFDictionaryRef> installed_;  // options of the printer, on top of its own; may be null
     std::string summary_;               // as it is shown
     std::unique_ptr<PrintSession> session_;
+    std::optional<ConflictLine> conflicts_;
     std::function<void()> shown_;
     EventLoopTimerRef pause_ = nullptr;
     std::optional<Outcome> outcome_;

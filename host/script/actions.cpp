@@ -177,6 +177,7 @@ public:
     Reason operator()(const File&) const { return std::nullopt; }
     Reason operator()(const Expect& expect) const { return check(expect, stage_); }
     Reason operator()(const ExpectWindow& expect) const { return check(expect); }
+    Reason operator()(const ExpectConflicts& expect) const { return check(expect, stage_); }
 
     Reason operator()(const Controls&) const {
         const WindowRef front = FrontNonFloatingWindow();

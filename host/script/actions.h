@@ -11,8 +11,9 @@ namespace script {
 /// ignored here.
 std::optional<std::string> perform(const Action& action, const Stage& stage);
 
-/// The same for the two forms of `expect`.
+/// The same for the forms of `expect`.
 std::optional<std::string> check(const Expect& expect, const Stage& stage);
 std::optional<std::string> check(const ExpectWindow& expect);
+std::optional<std::string> check(const ExpectConflicts& expect, const Stage& stage);
 
 }  // namespace script

@@ -76,4 +76,20 @@ std::optional<std::string> check(const ExpectWindow& expect) {
     return "the front window is " + quoted(text) + ", not " + quoted(expect.title);
 }
 
+std::optional<std::string> check(const ExpectConflicts& expect, const Stage& stage) {
+    if (!stage.conflicts) {
+        return "there are no settings that could be in conflict";
+    }
+    const std::vector<std::string> conflicts = stage.conflicts();
+    if (static_cast<SInt32>(conflicts.size()) == expect.number) {
+        return std::nullopt;
+    }
+    std::string reason =
+        "the number of conflicts is " + std::to_string(conflicts.size()) + ", not " + std::to_string(expect.number);
+    for (const std::string& conflict : conflicts) {
+        reason += "; " + conflict;
+    }
+    return reason;
+}
+
 }  // namespace script

@@ -211,9 +211,21 @@ Action readExpect(Arguments& arguments) {
     };
     // clang-format on
     Arguments ahead = arguments;
-    if (ahead.word("a control, or window").text == "window") {
+    const std::string& first = ahead.word("a control, window, conflicts or no conflicts").text;
+    if (first == "window") {
         arguments = ahead;
         return ExpectWindow{arguments.text()};
+    }
+    if (first == "conflicts") {
+        arguments = ahead;
+        return ExpectConflicts{arguments.number("a number")};
+    }
+    if (first == "no") {
+        arguments = ahead;
+        if (const Word& what = arguments.word("conflicts"); what.text != "conflicts") {
+            throw SyntaxError{what.column, "only \"conflicts\" may follow no"};
+        }
+        return ExpectConflicts{0};
     }
     Expect expect{arguments.control(), {}, 0, {}};
     const Word& word = arguments.word("what is expected");
@@ -295,8 +307,8 @@ constexpr ActionRow kActions[] = {
     {"ok", readPlain<Ok>},
     {"cancel", readPlain<Cancel>},
 };
-static_assert(std::size(kActions) + 2 == std::variant_size_v<Action>,
-              "expect is one word for two actions, and a program's own have none here");
+static_assert(std::size(kActions) + 3 == std::variant_size_v<Action>,
+              "expect is one word for three actions, and a program's own have none here");
 // clang-format on
 
 std::optional<Action> readLine(std::string_view line, std::span<const std::string_view> ownActions) {

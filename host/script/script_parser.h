@@ -72,6 +72,9 @@ struct Expect {
 struct ExpectWindow {
     std::string title;
 };
+struct ExpectConflicts {
+    SInt32 number;
+};
 struct Controls {};
 struct Shot {
     std::string name;  // a plain file name, without its ending
@@ -85,7 +88,7 @@ struct Own {
 };
 
 using Action = std::variant<Panel, Click, Set, Choose, Item, Type, Rows, Command, Answer, File, Expect, ExpectWindow,
-                            Controls, Shot, Ok, Cancel, Own>;
+                            ExpectConflicts, Controls, Shot, Ok, Cancel, Own>;
 
 struct Line {
     int number;  // in the file, from 1

@@ -9,6 +9,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace script {
 
@@ -20,6 +21,8 @@ struct Stage {
     std::function<void()> settle;
     /// Does the program's own actions, if it has any; returns why one could not be done.
     std::function<std::optional<std::string>(const Own&)> perform;
+    /// A sentence for each conflict between the settings, when the program knows of any.
+    std::function<std::vector<std::string>()> conflicts = nullptr;
 };
 
 /// The signature and number of a shell's panel selector, and the signature of its panels' panes, which are numbered as

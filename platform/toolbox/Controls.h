@@ -107,6 +107,10 @@ void SetControl32BitMaximum(ControlRef control, SInt32 maximum);
 OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title);
 OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 
+/// The text beside the pointer when it rests on the control, and for assistive technologies; the platform's record of
+/// contents holds no more here. Empty or null for none.
+OSStatus HMSetControlHelpContent(ControlRef control, CFStringRef content);
+
 // ---- Action procedures: called while the user holds the mouse on a part of the control
 
 inline constexpr ControlPartCode kControlUpButtonPart = 20;    // little arrows

@@ -49,6 +49,9 @@ OSStatus GetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef* 
 void EnableMenuItem(MenuRef menu, MenuItemIndex item);
 void DisableMenuItem(MenuRef menu, MenuItemIndex item);
 Boolean IsMenuItemEnabled(MenuRef menu, MenuItemIndex item);
+/// The text beside the pointer when it rests on the item, and for assistive technologies; the platform's record of
+/// contents holds no more here. Empty or null for none.
+OSStatus HMSetMenuItemHelpContent(MenuRef menu, MenuItemIndex item, CFStringRef content);
 /// A check mark beside the item.
 void CheckMenuItem(MenuRef menu, MenuItemIndex item, Boolean checked);
 Boolean IsMenuItemChecked(MenuRef menu, MenuItemIndex item);

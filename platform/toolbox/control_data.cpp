@@ -138,6 +138,15 @@ OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title) {
     return noErr;
 }
 
+OSStatus HMSetControlHelpContent(ControlRef control, CFStringRef content) {
+    if (control == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    control->widget->setToolTip(toQString(content));
+    control->widget->setAccessibleDescription(toQString(content));
+    return noErr;
+}
+
 OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title) {
     if (control == nullptr || title == nullptr) {
         return controlHandleInvalidErr;

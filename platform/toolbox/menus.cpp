@@ -52,6 +52,7 @@ void rebuild(QMenu* shown, OpaqueMenuRef* menu) {
         }
         QAction* action = shown->addAction(item.text);
         action->setEnabled(item.enabled);
+        action->setToolTip(item.help);
         action->setCheckable(item.checked && marks);
         action->setChecked(item.checked && marks);
         const auto number = static_cast<MenuItemIndex>(i + 1);
@@ -133,6 +134,9 @@ QVariant OpaqueMenuRef::data(const QModelIndex& index, int role) const {
     // The role by which a pop-up's view recognises a separator.
     if (role == Qt::AccessibleDescriptionRole && items[row].separator) {
         return QStringLiteral("separator");
+    }
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole) {
+        return items[row].help;
     }
     return {};
 }
@@ -341,6 +345,10 @@ void DisableMenuItem(MenuRef menu, MenuItemIndex item) {
 Boolean IsMenuItemEnabled(MenuRef menu, MenuItemIndex item) {
     const MenuItem* record = itemAt(menu, item);
     return record != nullptr && record->enabled;
+}
+
+OSStatus HMSetMenuItemHelpContent(MenuRef menu, MenuItemIndex item, CFStringRef content) {
+    return changeItem(menu, item, [content](MenuItem& record) { record.help = toQString(content); });
 }
 
 void CheckMenuItem(MenuRef menu, MenuItemIndex item, Boolean checked) {

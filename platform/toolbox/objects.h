@@ -170,6 +170,7 @@ struct MenuItem {
     bool separator = false;
     bool checked = false;
     MenuHold submenu = nullptr;
+    QString help = {};
 };
 
 /// A menu is the model of its pop-up, or the source of its button's menu: the items exist once.

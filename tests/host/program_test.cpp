@@ -101,14 +101,18 @@ TEST_F(Program, RunsTheExampleOfABooklet) {
     EXPECT_TRUE(hasPair(settings(), "TRFoldOptions", "<string>BookletFoldStapleOpt</string>"));
     EXPECT_EQ(contentOf(folder / "shots/booklet-finishing.png").substr(1, 3), "PNG");
 
-    // The settings are a booklet's from the start of the next dialog on; a printer that cannot fold has no button.
+    // The settings are a booklet's from the start of the next dialog on; a printer that cannot fold has no button, and
+    // its fold is a conflict.
     fs::rename(folder / "settings.plist", folder / "before.plist");
     Words more = outputs();
     more.insert(more.end(), {"--ticket-in", folder / "before.plist", "--installed", "Option2=LCSS"});
-    const Run second =
-        script("panel Layout\nexpect Tshl:6004 value 2\nexpect Tshl:6011 value 1\nchoose Tshl:6004 \"Off\"\nok", more);
+    const Run second = script(
+        "panel Layout\nexpect Tshl:6004 value 2\nexpect Tshl:6011 value 1\nchoose Tshl:6004 \"Off\"\n"
+        "expect conflicts 1\nclick Host:72\nok",
+        more);
     EXPECT_EQ(second.status, 0) << second.errors;
     EXPECT_TRUE(jobHas("Duplex", "DuplexNoTumble"));
+    EXPECT_TRUE(jobHas("TRFoldOptions", "None"));
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<false/>"));
     const Run third = script("panel Layout\nclick Tshl:6013", {"--installed", "Option2=LCSS"});
     EXPECT_EQ(third.status, 3) << "no folder, no button";

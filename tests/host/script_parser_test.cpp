@@ -47,6 +47,8 @@ TEST(ScriptParser, ReadsEveryAction) {
     EXPECT_EQ(only<Expect>("expect Tshl:16 text \"a b\"").text, "a b");
     EXPECT_EQ(only<Expect>("expect Tshl:16 hidden").aspect, Aspect::hidden);
     EXPECT_EQ(only<Expect>("expect Tshl:16 rows 0").aspect, Aspect::rows);
+    EXPECT_EQ(only<ExpectConflicts>("expect conflicts 2").number, 2);
+    EXPECT_EQ(only<ExpectConflicts>("expect no conflicts").number, 0);
     EXPECT_EQ(only<ExpectWindow>("expect window \"Custom Size Setup\"").title, "Custom Size Setup");
     EXPECT_EQ(only<Shot>("shot first").name, "first");
     only<Controls>("controls");
@@ -88,6 +90,8 @@ TEST(ScriptParser, TellsWhereALineIsWrong) {
         {"file \"\"", 6},
         {"expect Tshl:16 sleepy", 16},
         {"expect Tshl:16 value", 16},
+        {"expect conflicts", 8},
+        {"expect no window", 11},
         {"shot ../up", 6},
         {"shot .hidden", 6},
         {"  type Tshl:16 \"open", 16},

@@ -4,6 +4,7 @@
 #include "platform/toolbox/objects.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
+#include <QComboBox>
 #include <QMenu>
 #include <QToolButton>
 
@@ -44,6 +45,28 @@ TEST_F(ControlsTest, ValuesCountAsThePlatformCounts) {
     EXPECT_EQ(GetControl32BitValue(control(4)), -5);
     SetControl32BitMinimum(control(4), -2);
     EXPECT_EQ(GetControl32BitValue(control(4)), -2);
+}
+
+TEST_F(ControlsTest, HelpIsShownAndSpoken) {
+    open(widget("QComboBox", 1,
+                "<item>" + property("text", "string", "A") + "</item><item>" + property("text", "string", "B") +
+                    "</item>") +
+         widget("QPushButton", 2));
+    const QWidget* button = control(2)->widget;
+    EXPECT_EQ(HMSetControlHelpContent(control(2), CFSTR("Changes the staples")), noErr);
+    EXPECT_EQ(button->toolTip(), "Changes the staples");
+    EXPECT_EQ(button->accessibleDescription(), button->toolTip());
+    EXPECT_EQ(HMSetControlHelpContent(control(2), nullptr), noErr);
+    EXPECT_EQ(button->toolTip(), "");
+    EXPECT_EQ(HMSetControlHelpContent(nullptr, CFSTR("")), controlHandleInvalidErr);
+
+    const MenuRef menu = GetControlPopupMenuHandle(control(1));
+    EXPECT_EQ(HMSetMenuItemHelpContent(menu, 2, CFSTR("Not installed")), noErr);
+    EXPECT_EQ(HMSetMenuItemHelpContent(menu, 3, CFSTR("Not there")), menuItemNotFoundErr);
+    const auto* popUp = qobject_cast<QComboBox*>(control(1)->widget);
+    EXPECT_EQ(popUp->itemData(0, Qt::ToolTipRole).toString(), "");
+    EXPECT_EQ(popUp->itemData(1, Qt::ToolTipRole).toString(), "Not installed");
+    EXPECT_EQ(popUp->itemData(1, Qt::AccessibleDescriptionRole).toString(), "Not installed");
 }
 
 TEST_F(ControlsTest, WhatTheProgramSetsMakesNoEvent) {

@@ -1,0 +1,116 @@
+// Conflicts in the dialog: told, ended with one click, and gone for good.
+#include "tests/host/program_fixture.h"
+
+namespace {
+
+class ProgramConflicts : public ProgramTest {
+protected:
+    std::string settings() const { return folder / "settings.plist"; }
+
+    /// Runs the script, visits all panels, prints, and looks at what was kept.
+    void expectEnded(const std::string& text, const Words& more = {}) const {
+        Words arguments{"--ticket-out", settings(), "--job-out", folder / "job.ps"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const Run done = script(text +
+                                    "expect no conflicts\npanel Layout\npanel Advanced\npanel \"Special Pages\"\n"
+                                    "panel \"Paper and Output\"\nexpect no conflicts\nok\n",
+                                arguments);
+        EXPECT_EQ(done.status, 0) << text << done.errors;
+        EXPECT_EQ(done.output + done.errors, "") << text;
+        Words check{"--ppd", kZR420, "--check", "--ticket-in", settings()};
+        for (std::size_t i = 0; i + 1 < more.size(); ++i) {
+            if (more[i] == "--installed") {
+                check.insert(check.end(), {more[i], more[i + 1]});
+            }
+        }
+        EXPECT_EQ(run(check).status, 0) << text;
+    }
+
+    bool kept(const std::string& mainKeyword, const std::string& option) const {
+        std::string plist = contentOf(settings());
+        std::erase_if(plist, [](char c) { return c == '\n' || c == '\t'; });
+        return plist.find("<key>" + mainKeyword + "</key><string>" + option + "</string>") != std::string::npos;
+    }
+
+    /// Settings with pairs of the PPD dictionary, already in XML.
+    std::string ticket(const std::string& pairs) const {
+        return add("in.plist",
+                   "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>"
+                   "<key>com.tavro.print.JobLevelStock</key><dict/><key>PPDDict</key><dict>" +
+                       pairs + "</dict></dict></dict></plist>");
+    }
+};
+
+}  // namespace
+
+TEST_F(ProgramConflicts, RunTheExampleOfTheDocumentation) {
+    const Run done =
+        run({"--ppd", kZR420, "--script", TAVRO_SOURCE_DIR "/docs/examples/conflict.tavro-script", "--shots",
+             folder / "shots", "--ticket-out", settings(), "--job-out", folder / "job.ps", kTenPages});
+    EXPECT_EQ(done.status, 0) << done.errors;
+    EXPECT_EQ(done.output.find("notice: Some of the settings cannot be used together."), 0u) << done.output;
+    EXPECT_TRUE(kept("Duplex", "DuplexNoTumble"));
+    EXPECT_TRUE(kept("MediaType", "SystemDefault"));
+}
+
+TEST_F(ProgramConflicts, EndWithTheSettingThatWasNotChosenLast) {
+    expectEnded(
+        "panel \"Paper and Output\"\nchoose Tshl:111 \"Collated, 2 Staples\"\nchoose Tshl:110 \"Top Tray\"\n"
+        "expect conflicts 1\nexpect Host:72 text \"Change Staple\"\nclick Host:72\n"
+        "expect Tshl:111 text \"Collated\"\n");
+    EXPECT_TRUE(kept("StapleLocation", "None") && kept("OutputBin", "Top"));
+    expectEnded(
+        "panel \"Paper and Output\"\nchoose Tshl:110 \"Top Tray\"\nchoose Tshl:111 \"Collated, 2 Staples\"\n"
+        "expect Host:72 text \"Change Output Tray\"\nclick Host:72\nexpect Tshl:110 text \"Automatic\"\n");
+    EXPECT_TRUE(kept("StapleLocation", "2Staples") && kept("OutputBin", "Auto"));
+}
+
+TEST_F(ProgramConflicts, BetweenPanelsEndInBoth) {
+    expectEnded(
+        "panel Advanced\nchoose Tshl:634 \"Offset Each Set\"\npanel \"Paper and Output\"\n"
+        "choose Tshl:110 \"Top Tray\"\npanel Advanced\nclick Host:72\nexpect Tshl:634 text \"No Offset\"\n");
+    EXPECT_TRUE(kept("Jog", "None"));
+    // A folded booklet cannot be one of transparencies: neither are its sides.
+    expectEnded(
+        "panel Layout\nchoose Tshl:6004 \"On\"\nclick Tshl:6013\nset Tshl:1000 3\ncommand \"ok  \"\n"
+        "panel \"Paper and Output\"\nitem Tshl:104 Styp 2\nexpect conflicts 2\n"
+        "expect Host:72 text \"Change 2 Settings\"\nclick Host:72\npanel Layout\nexpect Tshl:6004 text \"Off\"\n");
+    EXPECT_TRUE(kept("Duplex", "None") && kept("TRFoldOptions", "None") && kept("MediaType", "Transparency"));
+}
+
+TEST_F(ProgramConflicts, OfSettingsFilesAndMissingPartsEndToo) {
+    expectEnded("expect conflicts 2\nclick Host:72\n",
+                {"--ticket-in", ticket("<key>PageSize</key><string>Custom.1400x800</string><key>MediaType</key>"
+                                       "<string>Envelopes</string><key>InputSlot</key><string>Tray2</string>")});
+    EXPECT_TRUE(kept("PageSize", "Custom.800x1368pt") || kept("PageSize", "Custom.936x800pt"));
+    EXPECT_TRUE(kept("InputSlot", "AutoSelect") && kept("MediaType", "Envelopes"));
+
+    const Words noDisk{"--installed", "Option4=False"};
+    expectEnded(
+        "panel \"Paper and Output\"\nchoose Tshl:102 \"Secure Print\"\nclick Tshl:103\ntype TPDE:20001 \"2468\"\n"
+        "type TPDE:20003 \"2468\"\ncommand \"ok  \"\nexpect conflicts 1\nclick Host:72\n"
+        "expect Tshl:102 text \"Normal Print\"\n",
+        noDisk);
+}
+
+TEST_F(ProgramConflicts, AreAskedAboutBeforePrinting) {
+    const std::string conflict =
+        "panel \"Paper and Output\"\nitem Tshl:104 Styp 2\nchoose Tshl:113 \"2-Sided, Flip on Long Edge\"\n";
+    const Words out{"--job-out", folder / "job.ps"};
+    EXPECT_EQ(script(conflict + "ok\n", out).status, 1);
+    EXPECT_EQ(contentOf(folder / "job.ps"), "");
+    EXPECT_EQ(script(conflict + "answer other\nok\n", out).status, 0);
+    EXPECT_NE(contentOf(folder / "job.ps").find("%%BeginFeature: *Duplex DuplexNoTumble"), std::string::npos);
+
+    const Run wrong = script(conflict + "expect no conflicts\n", out);
+    EXPECT_EQ(wrong.status, 3);
+    EXPECT_NE(wrong.errors.find("the number of conflicts is 1, not 0; “2-Sided Printing"), std::string::npos)
+        << wrong.errors;
+}
+
+TEST_F(ProgramConflicts, GrayWhatCannotBeChosen) {
+    const std::string large = "choose Host:40 \"SRA3 (320 x 450 mm)\"\n";
+    EXPECT_EQ(script(large).status, 1);  // the script ends with the dialog open
+    EXPECT_EQ(script(large, {"--installed", "Option1=False"}).status, 3);
+    EXPECT_EQ(script("choose Host:40 \"A3 (297 x 420 mm)\"\n", {"--installed", "Option1=False"}).status, 1);
+}
