@@ -1,9 +1,9 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/collections.h"
 #include "platform/foundation/number_value.h"
+#include "platform/foundation/plain_property_list.h"
 #include "platform/foundation/text_position.h"
 
-#include <QStringConverter>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -14,25 +14,16 @@ namespace {
 
 using Value = CFRef<CFTypeRef>;
 
-/// How the base64 between the tags of <data> is read: as any text, or past the XML reader, which turns each character
-/// into a QChar and looks at it by itself. Past it is the road of files as they are usually written; it refuses some
-/// that are right, and does not know the place of a fault.
-enum class DataRoad { ThroughXml, PastXml };
-
 /// Reads one document. The first fault ends it: raise() stops the XML reader, every loop sees no further token and
 /// every value comes back as nothing.
 class Reader {
 public:
-    Reader(const QByteArray& bytes, CFOptionFlags mutability, DataRoad dataRoad)
-        : bytes_(bytes),
-          mutableContainers_(mutability != kCFPropertyListImmutable),
-          mutableLeaves_(mutability == kCFPropertyListMutableContainersAndLeaves),
-          isUtf8_(QStringConverter::encodingForData(bytes, u'<').value_or(QStringConverter::Utf8) ==
-                  QStringConverter::Utf8),
-          inPieces_(dataRoad == DataRoad::PastXml && isUtf8_) {
+    Reader(const QByteArray& bytes, CFOptionFlags mutability)
+        : mutableContainers_(mutability != kCFPropertyListImmutable),
+          mutableLeaves_(mutability == kCFPropertyListMutableContainersAndLeaves) {
         // Property lists have no namespaces; a colon is a letter of an unknown element.
         xml_.setNamespaceProcessing(false);
-        giveNextPiece();
+        xml_.addData(bytes);
     }
 
     Value read() {
@@ -57,39 +48,10 @@ private:
         return nullptr;
     }
 
-    /// Gives the XML reader what comes next, up to and with a "<data>" when reading in pieces. False when it has all.
-    bool giveNextPiece() {
-        if (given_ == bytes_.size()) {
-            return false;
-        }
-        const QByteArrayView tag = "<data>";
-        const qsizetype found = inPieces_ ? bytes_.indexOf(tag, given_) : -1;
-        const qsizetype end = found < 0 ? bytes_.size() : found + tag.size();
-        const QByteArray piece = bytes_.mid(given_, end - given_);
-        if (found >= 0) {
-            givenCharacters_ += QString::fromUtf8(piece).size();
-        }
-        given_ = end;
-        xml_.addData(piece);
-        return true;
-    }
-
-    /// Invalid at a fault.
-    QXmlStreamReader::TokenType nextToken() {
-        while (xml_.readNext() == QXmlStreamReader::Invalid &&
-               xml_.error() == QXmlStreamReader::PrematureEndOfDocumentError && giveNextPiece()) {
-        }
-        if (xml_.tokenType() == QXmlStreamReader::StartDocument) {
-            const QStringView encoding = xml_.documentEncoding();
-            isUtf8_ = encoding.isEmpty() || encoding.compare(u"UTF-8", Qt::CaseInsensitive) == 0;
-        }
-        return xml_.tokenType();
-    }
-
     /// The next tag: StartElement, EndElement or EndDocument; Invalid at a fault. Anything but blanks before it is one.
     QXmlStreamReader::TokenType nextTag() {
         for (;;) {
-            switch (const QXmlStreamReader::TokenType token = nextToken()) {
+            switch (const QXmlStreamReader::TokenType token = xml_.readNext()) {
                 case QXmlStreamReader::StartElement:
                 case QXmlStreamReader::EndElement:
                 case QXmlStreamReader::EndDocument:
@@ -123,7 +85,7 @@ private:
         const QString element = xml_.name().toString();
         QString text;
         for (;;) {
-            switch (nextToken()) {
+            switch (xml_.readNext()) {
                 case QXmlStreamReader::Invalid:
                     return {};
                 case QXmlStreamReader::Characters:
@@ -158,9 +120,6 @@ private:
             return refuse(QStringLiteral("a second value in the property list"));
         }
         nextTag();  // the end of the document; the XML reader complains of anything else
-        if (given_ < bytes_.size()) {
-            return refuse(QStringLiteral("text behind the property list"));
-        }
         return root;
     }
 
@@ -235,10 +194,6 @@ private:
     static Value makeNumber(NumberValue value) { return Value::adopt(new CFNumberObject(value)); }
 
     Value readData() {
-        if (auto taken = takeBase64()) {
-            return readText().isEmpty() ? Value::adopt(new CFDataObject(*std::move(taken), mutableLeaves_))
-                                        : refuse(QStringLiteral("data in parts"));
-        }
         QByteArray base64 = readText().toUtf8();
         base64.removeIf([](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
         auto decoded = QByteArray::fromBase64Encoding(std::move(base64), QByteArray::AbortOnBase64DecodingErrors);
@@ -246,17 +201,6 @@ private:
             return refuse(QStringLiteral("data that is no base64"));
         }
         return Value::adopt(new CFDataObject(*std::move(decoded), mutableLeaves_));
-    }
-
-    /// The base64 behind a "<data>" that ended the last piece; the next piece goes on behind it.
-    std::optional<Base64Text> takeBase64() {
-        const bool hasReadAll = xml_.characterOffset() == givenCharacters_;
-        const qsizetype end = inPieces_ && isUtf8_ && hasReadAll ? bytes_.indexOf('<', given_) : -1;
-        auto base64 = end < 0 ? std::nullopt : Base64Text::of(bytes_, given_, end - given_);
-        if (base64) {
-            given_ = end;
-        }
-        return base64;
     }
 
     Value readArray(int depth) {
@@ -288,13 +232,8 @@ private:
     }
 
     QXmlStreamReader xml_;
-    const QByteArray bytes_;
     const bool mutableContainers_;
     const bool mutableLeaves_;
-    bool isUtf8_;  // by its first bytes, then by what it declares
-    const bool inPieces_;
-    qsizetype given_ = 0;         // bytes that the XML reader has, or must not have
-    qint64 givenCharacters_ = 0;  // UTF-16 units in the pieces that end with a "<data>"
 };
 
 }  // namespace
@@ -308,8 +247,8 @@ CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data, CFOpti
         fault = describeFault({}, QStringLiteral("there is no data"));
     } else if (object->bytes().size() > kPropertyListMaximumBytes) {
         fault = describeFault({}, QStringLiteral("larger than %1 bytes").arg(kPropertyListMaximumBytes));
-    } else if (value = Reader(object->bytes(), mutability, DataRoad::PastXml).read(); !value) {
-        Reader reader(object->bytes(), mutability, DataRoad::ThroughXml);
+    } else if (value = readPlainPropertyList(object->bytes(), mutability); !value) {
+        Reader reader(object->bytes(), mutability);
         value = reader.read();
         fault = value ? nullptr : reader.fault();
     }

@@ -2,6 +2,7 @@
 #include "platform/foundation/collections.h"
 #include "platform/foundation/large_buffer.h"
 #include "platform/foundation/number_value.h"
+#include "platform/foundation/plain_property_list.h"
 
 #include <QIODevice>
 #include <QLocale>
@@ -48,8 +49,7 @@ public:
         xml_.setAutoFormatting(true);
         xml_.setAutoFormattingIndent(-1);  // one tab
         xml_.writeStartDocument();
-        xml_.writeDTD(QStringLiteral(
-            R"(<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">)"));
+        xml_.writeDTD(QLatin1String(kPropertyListDocType));
         xml_.writeStartElement(QStringLiteral("plist"));
         xml_.writeAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
         if (!writeValue(root, 0)) {

@@ -172,42 +172,66 @@ TEST(PropertyList, EveryBeginningOfAFileIsRefusedWithoutHarm) {
     }
 }
 
-TEST(PropertyList, DataIsReadTheSameByEveryRoad) {
-    const std::string rows[] = {
-        "",
-        "YWJj",
-        "YWI=",
-        "YQ==",
-        " Y\n\tQ = =\r\n",
-        std::string(100'000, '/') + "+A==",
-        "YQ",
-        "YQ=",
-        "Y",
-        "=",
-        "====",
-        "YQ==YQ==",
-        "YWJj-_==",
-        "YQ==\v",
-        "Y\xC3\xA9==",
-        "<!-- YWJj -->YWJj",
-        "YWJj<![CDATA[YWJj]]>",
-        "Y&#87;Jj",
-        "YWJj<b/>",
+TEST(PropertyList, IsReadTheSameByEveryRoad) {
+    const auto of = [](const char* element, std::initializer_list<std::string> texts) {
+        std::vector<std::string> values;
+        for (const std::string& text : texts) {
+            values.push_back(std::string("<") + element + ">" + text + "</" + element + ">");
+        }
+        return values;
     };
-    const std::string before = "<array><!-- <data> --><string><![CDATA[ü<data>]]></string><data>\n</data><data>";
-    for (const std::string& row : rows) {
-        const Result usual = readValue(before + row + "</data></array>");
-        const Result other = readValue(before + "</data><data >" + row + "</data></array>");
-        ASSERT_EQ(bool(usual.value), bool(other.value)) << row.substr(0, 50);
-        if (usual.value) {
-            const auto last = [](const Result& result) {
-                const auto* array = static_cast<CFArrayRef>(result.value.get());
-                return CFArrayGetValueAtIndex(array, CFArrayGetCount(array) - 1);
-            };
-            EXPECT_TRUE(CFEqual(last(usual), last(other))) << row.substr(0, 50);
-            EXPECT_TRUE(CFEqual(readXML(writeXML(usual.value.get())).value.get(), usual.value.get()));
+    const std::vector<std::string> rows[] = {
+        of("data", {"", "YWJj", "YWI=", "YQ==", " Y\n\tQ = =\r\n", std::string(100'000, '/') + "+A==", "YQ", "YQ=", "Y",
+                    "=", "====", "YQ==YQ==", "YWJj-_==", "YQ==\v", "Y\xC3\xA9==", "<!-- YWJj -->YWJj",
+                    "YWJj<![CDATA[YWJj]]>", "Y&#87;Jj", "YWJj<b/>"}),
+        of("string", {"",
+                      " a\n\tb ",
+                      "a\rb",
+                      "a\r\nb",
+                      "\xC3\xBC\xF0\x9F\x98\x80\xE6\xBC\xA2",
+                      "\xEF\xBB\xBFmark",
+                      "\xEF\xBF\xBF",
+                      "\xEF\xBC\xA1",
+                      "\xC3",
+                      "\xED\xA0\x80",
+                      "\xC0\x80",
+                      "\x01",
+                      "\x7F",
+                      std::string("a\0b", 3),
+                      "a&amp;&lt;&gt;&quot;&apos;b",
+                      "&amp",
+                      "&amp;lt;",
+                      "&#13;",
+                      "&x;",
+                      "&",
+                      "a>b",
+                      "]]>",
+                      "<b/>",
+                      "<!-- c -->",
+                      "<![CDATA[&]]>"}),
+        of("integer", {"0", "-0", "007", "-1", "9223372036854775807", "-9223372036854775808", "9223372036854775808", "",
+                       " 5", "5 ", "+5", "--5", "-+5", "0x1F", "5.0", "1e3", "5&#53;", "\xD9\xA5"}),
+        of("real", {"0", "-0.5", ".5", "5.", "1e-320", "1e308", "1e309", "-1E5", "+1", "+-1", " 1", "", "nan", "-inf",
+                    "0x1p3", "1,5", "1.5f"}),
+        of("dict", {"", " \n", "<key>a</key><true/>", "<key>a</key><key>b</key>", "<key>a</key>", "<true/>",
+                    "<key>a</key><true/><key>a</key><true/>", "<key>a&amp;b</key><dict/>", "<key></key><array/>",
+                    "<key>\xEF\xBB\xBF</key><true/>", "x<key>a</key><true/>", "<key>a<true/></key>"}),
+        of("array", {"<true></true><false/>", "<true>x</true>", "<string/><data/>", "<true", "<date>1</date>", "<x/>",
+                     "<string a=\"b\">c</string>", "<true/></array><array>", "<array/></dict>", "\r\n<true/>", "a"}),
+    };
+    for (const auto& row : rows) {
+        for (const std::string& value : row) {
+            const std::string document = kHead + "<plist version=\"1.0\">\n" + value + "\n</plist>\n";
+            const Result plain = readXML(document);
+            const Result other = readXML(document + "<!-- not plain -->");
+            ASSERT_EQ(bool(plain.value), bool(other.value)) << value.substr(0, 80);
+            EXPECT_TRUE(!plain.value || CFEqual(plain.value.get(), other.value.get())) << value.substr(0, 80);
+            EXPECT_EQ(plain.error, other.error);
+            EXPECT_TRUE(!plain.value || writeXML(plain.value.get()) == writeXML(other.value.get()));
         }
     }
+    EXPECT_FALSE(readXML(kHead + "<plist version=\"1.0\"><true/></plist><true/>").value);
+    EXPECT_FALSE(readXML(kHead + "<plist version=\"1.0\"></plist>").value);
     // In an encoding that turns letters into others the base64 is what the letters say, not the bytes.
     const Result rot = readXML("<?xml version=\"1.0\" encoding=\"UTF-7\"?><plist><data>+AFkAUQ-==</data></plist>");
     EXPECT_EQ(bytesOfCF(static_cast<CFDataRef>(rot.value.get())), "a") << rot.error;
