@@ -30,6 +30,11 @@ bool isChosen(const PPDConstraint::Side& side, const PPDSettings& settings) {
     return option == side.choice || (side.choice == kCustom && option.starts_with("Custom."));
 }
 
+bool isInstalled(const PPDFile& ppd, const PPDConstraint::Side& side) {
+    const PPDOption* const option = ppd.findOption(side.keyword);
+    return option != nullptr && option->installable;
+}
+
 PPDConflict keywordsOf(const PPDConstraint& constraint) {
     PPDConflict keywords;
     for (const PPDConstraint::Side& side : constraint.sides) {
@@ -145,7 +150,8 @@ std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& se
     for (const PPDConstraint& constraint : ppd.constraints) {
         const bool isBroken =
             constraint.sides.size() > 1 &&
-            std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); });
+            std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); }) &&
+            !std::ranges::all_of(constraint.sides, [&](const auto& side) { return isInstalled(ppd, side); });
         if (PPDConflict conflict = keywordsOf(constraint); isBroken && !contains(conflicts, conflict)) {
             conflicts.push_back(std::move(conflict));
         }

@@ -156,7 +156,8 @@ protected:
         : Conflicts(withLines(TemporaryFolder(),
                               "*cupsUIConstraints: \"*Duplex *MediaType Bond *TREconomode True\"\n"
                               "*cupsUIConstraints banner: \"*JCLBanner *PageRegion A4\"\n"
-                              "*UIConstraints: *Duplex *Jog EndOfSet\n")) {}
+                              "*UIConstraints: *Duplex *Jog EndOfSet\n"
+                              "*UIConstraints: *Option2 HCSS_BK *Option1 True\n")) {}
 };
 
 TEST_F(ConflictsOfAnotherPPD, MayHaveManySidesOfAnyChoice) {
