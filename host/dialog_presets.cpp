@@ -48,9 +48,11 @@ void DialogPresets::begin(const PrintSession& session) {
     show();
 }
 
-void DialogPresets::settle(const PrintSession& session) {
+void DialogPresets::settle(const PrintSession& session, SInt32 panel) {
+    const bool isOtherPanel = std::exchange(panel_, panel) != panel;
+    const bool isOtherPanelOnly = !std::exchange(isTouched_, false) && isOtherPanel;
     JobSettings now = presetContent(session.copySettings());
-    if (!unchanged_) {
+    if (!unchanged_ || (isOtherPanelOnly && !content_.isChanged)) {
         unchanged_ = std::move(now);
         return;
     }
@@ -142,8 +144,7 @@ void DialogPresets::rememberSent(const PrintSession& session) const {
 
 void DialogPresets::adopt(const Origin& origin) {
     content_.origin = origin;
-    unchanged_.reset();
-    settle(dialog_.session());
+    unchanged_ = presetContent(dialog_.session().copySettings());
     content_.isChanged = false;
     show();
 }
@@ -208,7 +209,7 @@ void DialogPresets::makeDefaults() {
     const std::optional<JobSettings> defaults = presetContent(dialog_.session().copySettings());
     dialog_.start(shown);
     unchanged_ = defaults;
-    settle(dialog_.session());
+    settle(dialog_.session(), panel_);
 }
 
 void DialogPresets::tell(CFStringRef header, const std::string& line) const {

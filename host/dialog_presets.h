@@ -25,8 +25,11 @@ public:
 
     /// A session has begun: with the settings of the origin, nothing is changed yet.
     void begin(const PrintSession& session);
-    /// Compares the session's settings with those that it began with.
-    void settle(const PrintSession& session);
+    /// The user has done something that may change settings.
+    void touch() { isTouched_ = true; }
+    /// Compares the session's settings with those that it began with. `panel` is the number of the maker's panel that
+    /// is shown: a panel that is shown for the first time may write its settings in other words, which is no change.
+    void settle(const PrintSession& session, SInt32 panel);
 
     /// Does what the user has chosen in the menu.
     void act();
@@ -59,4 +62,6 @@ private:
     const KeptSettings presets_ = namedPresets();
     const KeptSettings lastUsed_ = lastUsedSettings();
     std::optional<JobSettings> unchanged_;  // what the session began with; none before it has settled once
+    SInt32 panel_ = 0;                      // that was shown when it settled last
+    bool isTouched_ = false;                // since then
 };

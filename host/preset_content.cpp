@@ -119,7 +119,14 @@ bool isNothing(CFTypeRef value) {
            (type == CFStringGetTypeID() && CFStringGetLength(static_cast<CFStringRef>(value)) == 0);
 }
 
-bool isSame(CFTypeRef one, CFTypeRef other);
+bool isSame(CFDictionaryRef one, CFDictionaryRef other);
+
+bool isSame(CFTypeRef one, CFTypeRef other) {
+    if (CFGetTypeID(one) == CFDictionaryGetTypeID() && CFGetTypeID(other) == CFDictionaryGetTypeID()) {
+        return isSame(static_cast<CFDictionaryRef>(one), static_cast<CFDictionaryRef>(other));
+    }
+    return CFEqual(one, other) || (isNothing(one) && isNothing(other));
+}
 
 /// Whether all items of the one are the same in the other.
 bool hasAll(CFDictionaryRef one, CFDictionaryRef other) {
@@ -130,16 +137,8 @@ bool hasAll(CFDictionaryRef one, CFDictionaryRef other) {
     });
 }
 
-bool isSame(CFTypeRef one, CFTypeRef other) {
-    const auto dictionary = [](CFTypeRef value) {
-        return CFGetTypeID(value) == CFDictionaryGetTypeID() ? static_cast<CFDictionaryRef>(value) : nullptr;
-    };
-    const bool areDictionaries =
-        (one == nullptr || dictionary(one) != nullptr) && (other == nullptr || dictionary(other) != nullptr);
-    if (areDictionaries) {
-        return hasAll(dictionary(one), dictionary(other)) && hasAll(dictionary(other), dictionary(one));
-    }
-    return (isNothing(one) && isNothing(other)) || CFEqual(one, other);
+bool isSame(CFDictionaryRef one, CFDictionaryRef other) {
+    return hasAll(one, other) && hasAll(other, one);
 }
 
 }  // namespace

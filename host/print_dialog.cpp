@@ -4,6 +4,7 @@
 #include "host/notice.h"
 #include "host/print_job.h"
 #include "host/remedy.h"
+#include "host/script/stage.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "host/start_marks.h"
@@ -157,6 +158,9 @@ OSStatus PrintDialog::handleEvent(EventHandlerCallRef, EventRef event, void* sel
 OSStatus PrintDialog::handleHit(ControlRef control) {
     ControlID id{};
     GetControlID(control, &id);
+    if (control != panelSelector()) {
+        presets_->touch();
+    }
     if (id.signature != kHostSignature) {
         general_->showShared();  // one of the maker's controls: it may have written a setting that stands here too
         return eventNotHandledErr;
@@ -204,7 +208,7 @@ void PrintDialog::settle() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
         takeMakersSettings();
         general_->takePages();
-        presets_->settle(*session_);
+        presets_->settle(*session_, GetControl32BitValue(panelSelector()));
         showSummary();
     }
 }
@@ -221,6 +225,12 @@ void PrintDialog::showSummary() {
 }
 
 // ---- What the user does
+
+ControlRef PrintDialog::panelSelector() const {
+    ControlRef selector = nullptr;
+    GetControlByID(window_, &script::kPanelSelector, &selector);
+    return selector;
+}
 
 void PrintDialog::takeMakersSettings() {
     plugin_.copyControlsToTickets();

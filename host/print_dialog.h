@@ -73,6 +73,8 @@ private:
     void changeShared(const std::function<void()>& change);
     /// Shows what the settings ask for beside what the printer does by itself.
     void showSummary();
+    /// Which of the maker's panels is shown; null when there are none.
+    ControlRef panelSelector() const;
     /// Takes what the maker's panels show into the tickets.
     void takeMakersSettings();
 

@@ -41,14 +41,17 @@ protected:
     Run start(const std::string& program, const Words& arguments, const Words& environment = {}) const {
         Words words{program};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        Words variables{"HOME=" + folder.path().string(), "PATH=/usr/bin:/bin", "CUPS_SERVER=127.0.0.1:1",
-                        "XDG_RUNTIME_DIR=" + folder.path().string()};
+        Words variables = environment;  // of two with a name, the first one counts
+        for (const std::string& variable :
+             Words{"HOME=" + folder.path().string(), "PATH=/usr/bin:/bin", "CUPS_SERVER=127.0.0.1:1",
+                   "XDG_RUNTIME_DIR=" + folder.path().string()}) {
+            variables.push_back(variable);
+        }
         for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS"}) {
             if (const char* options = std::getenv(name.c_str())) {
                 variables.push_back(name + "=" + options);
             }
         }
-        variables.insert(variables.end(), environment.begin(), environment.end());
 
         const std::string output = folder / "stdout";
         const std::string errors = folder / "stderr";
