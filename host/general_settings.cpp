@@ -5,7 +5,6 @@
 #include "host/page_range.h"
 #include "host/script/text.h"
 #include "host/texts.h"
-#include "platform/toolbox/Menus.h"
 
 namespace {
 
@@ -31,7 +30,11 @@ CFStringRef faultText(PageRangeFault fault) {
 
 GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document,
                                  ChangeShared changeShared)
-    : window_(window), texts_(texts), pageCount_(document.pageCount), changeShared_(std::move(changeShared)) {
+    : window_(window),
+      texts_(texts),
+      pageCount_(document.pageCount),
+      changeShared_(std::move(changeShared)),
+      paperSizes_(control(kPaperSize), texts) {
     static constexpr EventTypeSpec kTyping{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent};
     InstallControlEventHandler(control(kPageRangeField), handleRangeTyping, 1, &kTyping, this, nullptr);
     showDocument(document);
@@ -51,7 +54,7 @@ void GeneralSettings::show(PrintSession& session) {
         showPageRange(session.pageRange());
     }
     session_ = &session;
-    fillPaperSizes();
+    paperSizes_.fill(session);
     SetControl32BitMinimum(control(kCopies), 1);
     SetControl32BitMaximum(control(kCopies), kMostCopies);
     SetControl32BitValue(control(kCopies), session.copies());
@@ -71,32 +74,7 @@ void GeneralSettings::showPageRange(const std::string& range) const {
 void GeneralSettings::showShared() {
     showCollating();
     SetControl32BitValue(control(kOrientation), session_->orientation());
-    const auto chosen = session_->choice(kPageSizeKeyword);
-    const PMPrinter printer = session_->printer().get();
-    SInt32 item = 0;
-    for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
-        PMPaper paper{};
-        PMPrinterGetIndPaper(printer, i, &paper);
-        item = utf8(paper.name) == chosen ? static_cast<SInt32>(i) + 1 : item;
-    }
-    SetControl32BitValue(control(kPaperSize), item);
-}
-
-void GeneralSettings::fillPaperSizes() {
-    const PMPrinter printer = session_->printer().get();
-    const MenuRef menu = GetControlPopupMenuHandle(control(kPaperSize));
-    DeleteMenuItems(menu, 1, CountMenuItems(menu));
-    for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
-        PMPaper paper{};
-        PMPrinterGetIndPaper(printer, i, &paper);
-        MenuItemIndex item = 0;
-        AppendMenuItemTextWithCFString(menu, paper.title, 0, 0, &item);
-        if (const std::string obstacle = obstacleOf(*session_, texts_, "PageSize", utf8(paper.name));
-            !obstacle.empty()) {
-            DisableMenuItem(menu, item);
-            HMSetMenuItemHelpContent(menu, item, cfString(obstacle).get());
-        }
-    }
+    paperSizes_.show(*session_);
 }
 
 /// A box that cannot be changed for what is not installed is gray, unless that would keep what is not possible.
@@ -159,10 +137,8 @@ void GeneralSettings::pagesChanged() {
 }
 
 void GeneralSettings::paperSizeChosen() {
-    PMPaper paper{};
-    const CFIndex item = GetControl32BitValue(control(kPaperSize));
-    if (PMPrinterGetIndPaper(session_->printer().get(), item - 1, &paper) == noErr) {
-        changeShared_([&] { session_->setChoice(kPageSizeKeyword, paper.name); });
+    if (const std::string size = paperSizes_.chosen(); !size.empty()) {
+        changeShared_([&] { session_->setChoice(kPageSizeKeyword, cfString(size).get()); });
     }
 }
 

@@ -4,6 +4,7 @@
 #include "host/dialog_controls.h"
 #include "host/document.h"
 #include "host/page_range.h"
+#include "host/paper_size_menu.h"
 #include "host/print_session.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Events.h"
@@ -39,7 +40,6 @@ private:
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
     void showDocument(const Document& document) const;
     void showPageRange(const std::string& range) const;
-    void fillPaperSizes();
     void showCollating();
 
     // What the user does
@@ -53,6 +53,7 @@ private:
     CFBundleRef texts_;
     std::int64_t pageCount_;
     ChangeShared changeShared_;
+    PaperSizeMenu paperSizes_;
     std::string whyNotCollated_;  // with what is installed; empty when it can be done
     std::string whyNotUncollated_;
     PrintSession* session_ = nullptr;  // lent; null before the first one is shown

@@ -49,7 +49,7 @@ std::optional<SettingWords> settingWords(const Printer& printer, CFBundleRef bun
         return std::nullopt;
     }
     return SettingWords{utf8(CFRef<CFStringRef>::adopt(title).get()), utf8(CFRef<CFStringRef>::adopt(choice).get()),
-                        panelOfSetting(bundle, mainKeyword)};
+                        printer.isOfMaker() ? panelOfSetting(bundle, mainKeyword) : std::string()};
 }
 
 std::string panelOfSetting(CFBundleRef bundle, const std::string& mainKeyword) {

@@ -79,9 +79,11 @@ TEST_F(ProgramConflicts, BetweenPanelsEndInBoth) {
 }
 
 TEST_F(ProgramConflicts, OfSettingsFilesAndMissingPartsEndToo) {
-    expectEnded("expect conflicts 2\nclick Host:72\n",
-                {"--ticket-in", ticket("<key>PageSize</key><string>Custom.1400x800</string><key>MediaType</key>"
-                                       "<string>Envelopes</string><key>InputSlot</key><string>Tray2</string>")});
+    expectEnded(
+        "expect conflicts 2\nexpect Host:40 items 39\nclick Host:72\nexpect Host:40 items 39\n"
+        "choose Host:40 \"A4 (210 x 297 mm)\"\nset Host:40 39\n",
+        {"--ticket-in", ticket("<key>PageSize</key><string>Custom.1400x800</string><key>MediaType</key>"
+                               "<string>Envelopes</string><key>InputSlot</key><string>Tray2</string>")});
     EXPECT_TRUE(kept("PageSize", "Custom.800x1368pt") || kept("PageSize", "Custom.936x800pt"));
     EXPECT_TRUE(kept("InputSlot", "AutoSelect") && kept("MediaType", "Envelopes"));
 

@@ -3,8 +3,11 @@
 
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
+#include "tests/files/temporary_folder.h"
 
 #include <gtest/gtest.h>
+#include <fstream>
+#include <sstream>
 
 namespace {
 
@@ -44,4 +47,18 @@ TEST_F(SettingWordsOf, SettingsOfThePrinterHaveThem) {
     EXPECT_EQ(words->choice, "2 Staples");
     EXPECT_EQ(words->panel, "Paper and Output");
     EXPECT_FALSE(settingWords(printer, host.get(), "StapleLocation", "17Staples"));
+}
+
+TEST_F(SettingWordsOf, OtherMakersHaveNoPanels) {
+    const TemporaryFolder folder;
+    std::ostringstream ppd;
+    ppd << std::ifstream(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd").rdbuf();
+    std::string text = ppd.str();
+    const std::string maker = "*Manufacturer: \"Tavro\"";
+    text.replace(text.find(maker), maker.size(), "*Manufacturer: \"Somebody\"");
+    std::ofstream(folder / "other.ppd") << text;
+    const auto words = settingWords(*openPPD(folder / "other.ppd"), host.get(), "StapleLocation", "2Staples");
+    ASSERT_TRUE(words);
+    EXPECT_EQ(words->choice, "2 Staples");
+    EXPECT_EQ(words->panel, "");
 }
