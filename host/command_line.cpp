@@ -36,8 +36,7 @@ constexpr std::array kOptions{
     OptionRow{"--installed", "OPTION=VALUE", Group::printer, &CommandLine::installed,
               "an installed option, such as Option2=HCSS; may be repeated"},
     OptionRow{"--ticket-in", "FILE.plist", Group::settings, &CommandLine::ticketIn, "start from these settings"},
-    OptionRow{"--preset", "NAME", Group::settings, &CommandLine::preset,
-              "start from a saved preset; else from the printer's defaults"},
+    OptionRow{"--preset", "NAME", Group::settings, &CommandLine::preset, "start from the preset of that name"},
     OptionRow{"--ticket-out", "FILE.plist", Group::settings, &CommandLine::ticketOut,
               "write the settings when the dialog ends with Print"},
     OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
@@ -59,6 +58,7 @@ constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT.pdf\n";
 constexpr const char* kNotes =
     "\n"
     "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
+    "With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
     "A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n";
 constexpr std::size_t kHelpColumn = 30;
 

@@ -53,10 +53,10 @@ constexpr const char* kSaveAs = "\nchoose Host:12 \"Save as Preset…\"\ntype Ho
 
 class ProgramPresets : public ProgramTest {
 protected:
-    Run print(const std::string& lines, const Words& more = {}) const {
+    Run print(const std::string& lines, const Words& more = {}, const Words& environment = {}) const {
         Words arguments{"--ticket-out", folder / "settings.plist", "--job-out", folder / "job.ps"};
         arguments.insert(arguments.end(), more.begin(), more.end());
-        Run done = script(lines, arguments);
+        Run done = script(lines, arguments, environment);
         EXPECT_EQ(done.status, 0) << lines << done.output << done.errors;
         return done;
     }
@@ -287,6 +287,14 @@ expect TSPg:1000 rows 1
     drive(
         "expect Host:20 value 2\npanel \"Paper and Output\"\nexpect Tshl:111 text \"Collated, 2 Staples\"\n"
         "expect Host:12 text \"Printer's Defaults\"");
+    // To another printer go the same preset or its own defaults, but what the user has changed goes along.
+    print(
+        "choose Host:10 \"tavro\"\nexpect Host:12 text \"Printer's Defaults\"\nexpect Host:20 value 2\n"
+        "choose Host:10 \"Tavro ZR420\"\nexpect Host:20 value 1\nset Host:20 9" +
+            std::string(kSaveAs) +
+            "choose Host:10 \"tavro\"\nexpect Host:12 text \"Mine\"\nexpect Host:20 value 9\nset Host:20 8\n"
+            "choose Host:10 \"Tavro ZR420\"\nexpect Host:12 text \"From tavro\"\nexpect Host:20 value 8\nok",
+        {}, {"CUPS_SERVER=" + server.address()});
     server.admin("HOME='" + folder.path().string() + "' lp -d tavro '" + kTenPages + "'");
     ASSERT_TRUE(server.hasCompleted("tavro-1")) << server.log();
     EXPECT_NE(contentOf(server.printedBy("tavro")).find("%%BeginFeature: *StapleLocation 2Staples\n"),

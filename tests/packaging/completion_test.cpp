@@ -83,3 +83,16 @@ TEST_F(Completion, OffersTheInstalledOptionsOfThePPD) {
     EXPECT_EQ(offers("--ppd " + make("none.ppd") + " --installed "), Offers{});
     EXPECT_EQ(offers("--ppd " + here + "missing --installed "), Offers{});
 }
+
+TEST_F(Completion, OffersThePresetsOfTheUser) {
+    EXPECT_EQ(offers("--preset "), Offers{});
+    for (const char* name : {"Draft", "Drafts & <more>", "Handouts"}) {
+        ASSERT_EQ(
+            script("choose Host:12 \"Save as Preset…\"\ntype Host:100 \"" + std::string(name) + "\"\nclick Host:101")
+                .status,
+            1);
+    }
+    EXPECT_EQ(offers("--preset Dr"), (Offers{"Draft", R"(Drafts\ \&\ \<more\>)"}));
+    EXPECT_EQ(offers("--preset Draft"), (Offers{"Draft", R"(Drafts\ \&\ \<more\>)"}));
+    EXPECT_EQ(offers("--preset=H"), Offers{"Handouts"});
+}
