@@ -50,24 +50,43 @@ bool isUsableName(std::string_view name) {
     });
 }
 
+/// Whether it is the name of one of the characters.
+bool isNameOfCharacter(std::string_view name, const std::vector<FontCharacter>& characters) {
+    const std::size_t prefix = name.starts_with("uni") && name.size() == 7 ? 3 : 1;
+    UInt32 code = 0;
+    const char* const end = name.data() + name.size();
+    if (!name.starts_with('u') || std::from_chars(name.data() + prefix, end, code, 16).ptr != end) {
+        return false;
+    }
+    const auto character =
+        std::lower_bound(characters.begin(), characters.end(), code,
+                         [](const FontCharacter& one, char32_t wanted) { return one.code < wanted; });
+    return character != characters.end() && character->code == code && nameOfCharacter(code).view() == name;
+}
+
 /// The lines of the dictionary, and which names they have.
 class Dictionary {
 public:
-    explicit Dictionary(std::size_t expectedNames)
-        : places_(std::bit_ceil(std::min<std::size_t>(expectedNames, kMostNames) * 3 / 2 + 2)) {
-        text_.reserve(expectedNames * 24);
+    Dictionary(std::size_t ownNames, std::size_t expectedLines)
+        : places_(std::bit_ceil(std::min<std::size_t>(ownNames, kMostNames) * 3 / 2 + 2)) {
+        text_.reserve(expectedLines * 24);
     }
 
     /// False when the name is taken, or the dictionary is full.
     bool define(std::string_view name, UInt32 glyph) {
-        if (count_ == kMostNames) {
-            return false;
-        }
         Place& place = placeOf(name);
-        if (place.length != 0) {
+        if (place.length != 0 || count_ == kMostNames) {
             return false;
         }
         place = {static_cast<UInt32>(text_.size() + 1), static_cast<UInt32>(name.size())};
+        return append(name, glyph);
+    }
+
+    /// The same for a name that no other definition has, now or later.
+    bool append(std::string_view name, UInt32 glyph) {
+        if (count_ == kMostNames) {
+            return false;
+        }
         std::array<char, kLongestName + 24> line;
         char* end = line.data();
         *end++ = '/';
@@ -156,7 +175,8 @@ std::string encodingOf(const std::vector<FontCharacter>& characters) {
 
 GlyphNames NameGlyphs(const std::vector<FontCharacter>& characters, SfntBytes post, UInt16 glyphCount) {
     std::vector<bool> isNamed(glyphCount);
-    Dictionary dictionary(characters.size() + kMacGlyphCount + glyphCount + 1);
+    const std::size_t otherNames = kMacGlyphCount + glyphCount + std::size_t{1};
+    Dictionary dictionary(otherNames, otherNames + characters.size());
     const auto define = [&](std::string_view name, UInt32 glyph) {
         if (dictionary.define(name, glyph)) {
             isNamed[glyph] = true;
@@ -165,7 +185,9 @@ GlyphNames NameGlyphs(const std::vector<FontCharacter>& characters, SfntBytes po
 
     define(".notdef", 0);
     for (const FontCharacter& character : characters) {
-        define(nameOfCharacter(character.code).view(), character.glyph);
+        if (dictionary.append(nameOfCharacter(character.code).view(), character.glyph)) {
+            isNamed[character.glyph] = true;
+        }
     }
     for (const MacGlyph& usual : kMacGlyphs) {
         const auto character =
@@ -177,7 +199,7 @@ GlyphNames NameGlyphs(const std::vector<FontCharacter>& characters, SfntBytes po
     }
     const std::vector<std::string_view> own = postNames(post, glyphCount);
     for (UInt32 glyph = 0; glyph < glyphCount; ++glyph) {
-        if (isUsableName(own[glyph])) {
+        if (isUsableName(own[glyph]) && !isNameOfCharacter(own[glyph], characters)) {
             define(own[glyph], glyph);
         }
     }

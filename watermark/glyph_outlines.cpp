@@ -141,19 +141,22 @@ void moveToEvenPlaces(SfntBytes glyf, GlyphOutlines* outlines) {
         return;
     }
     std::vector<UInt8>& moved = outlines->evenGlyf;
-    moved.reserve(offsets.back() + offsets.size());
+    moved.resize(offsets.back() + offsets.size());
+    outlines->evenLoca.resize(offsets.size() * 4);
+    UInt8* entry = outlines->evenLoca.data();
+    UInt32 place = 0;
     for (std::size_t i = 0; i < offsets.size(); ++i) {
-        const auto place = static_cast<UInt32>(moved.size());
         for (int shift = 24; shift >= 0; shift -= 8) {
-            outlines->evenLoca.push_back(static_cast<UInt8>(place >> shift));
+            *entry++ = static_cast<UInt8>(place >> shift);
         }
         const UInt32 start = std::exchange(offsets[i], place);
         if (i < outlines->count) {
-            const SfntBytes glyph = glyf.part(start, offsets[i + 1] - start);
-            moved.insert(moved.end(), glyph.begin(), glyph.begin() + glyph.size());
-            moved.resize(moved.size() + moved.size() % 2);
+            const UInt32 size = offsets[i + 1] - start;
+            std::copy_n(glyf.begin() + start, size, moved.data() + place);
+            place += size + size % 2;
         }
     }
+    moved.resize(place);
 }
 
 }  // namespace

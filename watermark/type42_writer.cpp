@@ -122,9 +122,11 @@ public:
 
     /// A string of the bytes, as many zeros, and the byte of padding.
     void writeString(SfntBytes bytes, std::size_t zeros) {
-        char* place = string_.data();
-        *place++ = '<';
         const std::size_t size = bytes.size();
+        const CFIndex before = CFDataGetLength(data_.get());
+        CFDataIncreaseLength(data_.get(), static_cast<CFIndex>(2 * size + size / kBytesInLine + (zeros + 1) * 2 + 3));
+        char* place = reinterpret_cast<char*>(CFDataGetMutableBytePtr(data_.get())) + before;
+        *place++ = '<';
         std::size_t written = 0;
         for (; size - written >= kBytesInLine; written += kBytesInLine) {
             place = writeHex(bytes.begin() + written, kBytesInLine, place);
@@ -134,7 +136,6 @@ public:
         place = std::fill_n(place, (zeros + 1) * 2, '0');
         *place++ = '>';
         *place++ = '\n';
-        *this << std::string_view(string_.data(), static_cast<std::size_t>(place - string_.data()));
     }
 
     CFRef<CFDataRef> finish() { return CFRef<CFDataRef>::adopt(data_.leak()); }
@@ -143,7 +144,6 @@ private:
     static constexpr std::size_t kBytesInLine = 64;
 
     CFRef<CFMutableDataRef> data_;
-    std::vector<char> string_ = std::vector<char>(kLongestString * 2 + kLongestString / kBytesInLine + 16);
 };
 
 void writeTables(const SfntFace& face, const GlyphOutlines& outlines, const std::vector<std::size_t>& cuts,

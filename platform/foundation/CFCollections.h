@@ -25,6 +25,10 @@ const UInt8* CFDataGetBytePtr(CFDataRef data);
 CFMutableDataRef CFDataCreateMutable(CFAllocatorRef allocator, CFIndex capacity);
 /// Adds a copy of `length` bytes at the end; immutable data stays as it is, with a line on standard error.
 void CFDataAppendBytes(CFMutableDataRef data, const UInt8* bytes, CFIndex length);
+/// The bytes of mutable data, to be changed; null when there are none. Valid until the data grows.
+UInt8* CFDataGetMutableBytePtr(CFMutableDataRef data);
+/// Adds as many zeros at the end; immutable data stays as it is, with a line on standard error.
+void CFDataIncreaseLength(CFMutableDataRef data, CFIndex extraLength);
 
 CFTypeID CFArrayGetTypeID();
 /// A new immutable array with `count` elements copied from `values`; null when counted objects have a null among them.

@@ -6,6 +6,20 @@
 
 #include <cstdio>
 
+namespace {
+
+/// The data to change, or null with a line that says who tried.
+CFDataObject* changeable(CFMutableDataRef data, const char* caller) {
+    CFDataObject* object = checked(data);
+    if (object && !object->isMutable) {
+        std::fprintf(stderr, "%s: this data cannot be changed\n", caller);
+        return nullptr;
+    }
+    return object;
+}
+
+}  // namespace
+
 bool CFDataObject::equals(const CFObject& other) const {
     return bytes() == static_cast<const CFDataObject&>(other).bytes();
 }
@@ -49,10 +63,20 @@ CFMutableDataRef CFDataCreateMutable(CFAllocatorRef, CFIndex capacity) {
 }
 
 void CFDataAppendBytes(CFMutableDataRef data, const UInt8* bytes, CFIndex length) {
-    CFDataObject* object = checked(data);
-    if (object && !object->isMutable) {
-        std::fprintf(stderr, "%s: this data cannot be changed\n", __func__);
-    } else if (object && bytes && length > 0) {
+    CFDataObject* object = changeable(data, __func__);
+    if (object && bytes && length > 0) {
         object->bytes().append(reinterpret_cast<const char*>(bytes), length);
+    }
+}
+
+UInt8* CFDataGetMutableBytePtr(CFMutableDataRef data) {
+    CFDataObject* object = changeable(data, __func__);
+    return object && !object->bytes().isEmpty() ? reinterpret_cast<UInt8*>(object->bytes().data()) : nullptr;
+}
+
+void CFDataIncreaseLength(CFMutableDataRef data, CFIndex extraLength) {
+    CFDataObject* object = changeable(data, __func__);
+    if (object && extraLength > 0) {
+        object->bytes().append(extraLength, '\0');
     }
 }

@@ -109,4 +109,21 @@ TEST(Data, KeepsItsBytes) {
     EXPECT_EQ(CFDataCreate(nullptr, nullptr, 4), nullptr);
 }
 
+TEST(Data, GrowsByZerosThatCanBeChanged) {
+    const auto data = CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, 0));
+    EXPECT_EQ(CFDataGetMutableBytePtr(data.get()), nullptr);
+    CFDataAppendBytes(data.get(), reinterpret_cast<const UInt8*>("a"), 1);
+    const CFRef<CFDataRef> copy = makeCFData("a");
+    CFDataIncreaseLength(data.get(), 2);
+    CFDataGetMutableBytePtr(data.get())[1] = 'b';
+    EXPECT_EQ(bytesOfCF(data.get()), std::string("ab\0", 3));
+
+    testing::internal::CaptureStderr();
+    auto* const fixed = const_cast<CFMutableDataRef>(copy.get());
+    CFDataIncreaseLength(fixed, 1);
+    EXPECT_EQ(CFDataGetMutableBytePtr(fixed), nullptr);
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(bytesOfCF(fixed), "a");
+}
+
 }  // namespace
