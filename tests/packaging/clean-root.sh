@@ -1,0 +1,100 @@
+#!/bin/bash
+# The life of the package on a Debian of its own, run there by scripts/test-package.
+set -euo pipefail
+cd /test
+deb=/test/tavro-print.deb
+
+say() { echo "== $*"; }
+fail() {
+  echo "FAILED: $*" >&2
+  exit 1
+}
+# expect FILE PATTERN: the file has a line like that.
+expect() { grep --quiet --text --extended-regexp -e "$2" "$1" || fail "$1 has no line like: $2"; }
+get() { apt-get --quiet=2 --yes --no-install-recommends "$@" >apt.log 2>&1 || { cat apt.log; fail "apt-get $*"; }; }
+as_guest() { runuser --user guest -- env --ignore-environment PATH=/usr/bin:/bin HOME=/test/home LANG=C.UTF-8 "$@"; }
+
+# All that is installed, with owners and modes, but for what every system's programs write there.
+snapshot() {
+  find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /run -o -path /tmp -o -path /test -o -path /var/cache \
+    -o -path /var/log -o -path /var/lib/apt -o -path /var/lib/dpkg -o -path /var/spool/cups -o -path /etc/cups \) -prune \
+    -o -printf '%M %u:%g %p\n' | sort
+}
+
+useradd --home-dir /test/home --create-home guest
+get update
+
+say "with nothing but what the package needs"
+get install "$deb"
+dpkg-query --show --showformat='${Package} ${Version}, ${Installed-Size} KiB\n' tavro-print
+echo "$(dpkg-query --show | wc -l) packages are installed"
+[ "$(as_guest tavro-print --version)" = "tavro-print $(dpkg-query --show --showformat='${Version}' tavro-print | sed 's/-[^-]*$//')" ] ||
+  fail "the version"
+
+cd home
+as_guest tavro-print --print --job-out print.ps /test/ten-pages.pdf
+expect print.ps '^@PJL ENTER LANGUAGE=POSTSCRIPT'
+expect print.ps '^%%Pages: 10$'
+example=/usr/share/doc/tavro-print/examples/advanced.tavro-script
+as_guest tavro-print --script $example --shots shots --ticket-out settings.plist --job-out script.ps /test/ten-pages.pdf
+expect script.ps '^@PJL SET TRBANNER=ON'
+expect settings.plist 'PMPrintSettingsTicket'
+[ -s "$(find shots -name '*.png' | head -n 1)" ] || fail "there are no pictures"
+as_guest tavro-print --print --ticket-in settings.plist --job-out again.ps /test/ten-pages.pdf
+expect again.ps '^@PJL SET TRBANNER=ON'
+as_guest tavro-print --script /usr/share/doc/tavro-print/examples/watermark.tavro-script --shots shots \
+  --job-out watermark.ps /test/ten-pages.pdf
+expect watermark.ps '^/FontType 42 def|/FontType 42'
+as_guest tavro-print --print /nowhere.pdf 2>errors && fail "a document that is not there"
+expect errors '^tavro-print: /nowhere.pdf: '
+cd ..
+
+say "removed"
+get remove tavro-print
+[ ! -e /usr/bin/tavro-print ] || fail "the program is still there"
+get satisfy "$(dpkg-deb --field $deb Depends), cups, cups-client, man-db, bash-completion"
+get purge tavro-print
+snapshot >before
+
+say "with a print server, manual pages and completion"
+echo 'FileDevice Yes' >>/etc/cups/cups-files.conf
+sed -i '/^Listen localhost/d' /etc/cups/cupsd.conf # by its socket only
+/usr/sbin/cupsd
+until lpstat -r | grep --quiet 'is running'; do sleep 0.1; done
+get install $deb
+lpinfo -m | grep tavro/ || fail "the server knows no printer of the package"
+lpadmin -p office -E -v file:/tmp/office.prn -m lsb/usr/tavro/Tavro-ZR420.ppd -o Option2=LCSS 2>/dev/null
+as_guest tavro-print --print --printer office --ticket-in home/settings.plist /test/ten-pages.pdf
+for ((tries = 0; tries < 300; tries++)); do
+  [ -z "$(lpstat -o)" ] && [ -s /tmp/office.prn ] && break
+  sleep 0.1
+done
+expect /tmp/office.prn '^@PJL SET TRBANNER=ON'
+[ "$(bash complete.sh /usr/share/bash-completion/completions/tavro-print '/usr/bin/tavro-print --printer ')" = office ] ||
+  fail "the shell offers no queue"
+bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader tavro-print; complete -p tavro-print'
+for page in 1/tavro-print 5/tavro-script; do
+  man --warnings "${page%/*}" "${page#*/}" >page 2>warnings || fail "man $page"
+  [ ! -s warnings ] || fail "man $page: $(cat warnings)"
+  expect page 'SEE ALSO'
+done
+for file in applications/tavro-print.desktop metainfo/com.tavro.print.metainfo.xml \
+  icons/hicolor/scalable/apps/tavro-print.svg doc/tavro-print/copyright; do
+  [ -s "/usr/share/$file" ] || fail "/usr/share/$file is missing"
+done
+
+say "a new version of it brings its PPDs to the queues"
+get install --reinstall $deb
+grep 'PPD for printer office updated' apt.log || fail "the queue has the old PPD"
+lpoptions -p office -l | grep '^Option2/.*\*LCSS' || fail "the queue has lost its installed options"
+
+say "purged"
+lpadmin -x office
+get purge tavro-print
+snapshot >after
+diff before after || fail "the package left something, or took something away"
+if find / -xdev \( -path /proc -o -path /test -o -path /var/cache/apt \) -prune -o -iname '*tavro*' -print | grep .; then
+  fail "the package left files of its name"
+fi
+[ -z "$(dpkg-query --show tavro-print 2>/dev/null)" ] || fail "dpkg still knows the package"
+echo "nothing is left"
