@@ -53,7 +53,6 @@ say "removed"
 get remove tavro-print
 [ ! -e /usr/bin/tavro-print ] || fail "the program is still there"
 get satisfy "$(dpkg-deb --field $deb Depends), cups, cups-client, man-db, bash-completion"
-get purge tavro-print
 snapshot >before
 
 say "with a print server, manual pages and completion"
@@ -84,6 +83,7 @@ for file in applications/tavro-print.desktop metainfo/com.tavro.print.metainfo.x
 done
 
 say "a new version of it brings its PPDs to the queues"
+rm /var/cache/cups/ppd-updates # so that this one counts as another one than that before
 get install --reinstall $deb
 grep 'PPD for printer office updated' apt.log || fail "the queue has the old PPD"
 lpoptions -p office -l | grep '^Option2/.*\*LCSS' || fail "the queue has lost its installed options"
