@@ -73,7 +73,7 @@ expect /tmp/office.prn '^@PJL SET TRBANNER=ON'
   fail "the shell offers no queue"
 bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader tavro-print; complete -p tavro-print'
 for page in 1/tavro-print 5/tavro-script; do
-  man --warnings "${page%/*}" "${page#*/}" >page 2>warnings || fail "man $page"
+  as_guest man --warnings "${page%/*}" "${page#*/}" >page 2>warnings || fail "man $page"
   [ ! -s warnings ] || fail "man $page: $(cat warnings)"
   expect page 'SEE ALSO'
 done
