@@ -22,7 +22,7 @@ std::string optionIn(CFDictionaryRef pairs, const std::string& keyword) {
 
 /// What is installed: the PPD's marked defaults, and on top of them what the ticket says.
 std::string installedOption(const PPDOption& option, CFDictionaryRef installed) {
-    const std::string chosen = optionIn(installed, option.keyword);
+    std::string chosen = optionIn(installed, option.keyword);
     if (option.findChoice(chosen)) {
         return chosen;
     }
@@ -37,12 +37,23 @@ OSStatus readSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef 
     }
     CFDictionaryRef installed = nullptr;
     PMTicketGetCFDictionary(printerInfo, kPMTopLevel, kPMTopLevel, kPMInstalledOptionsKey, &installed);
-    for (const PPDOption& option : printer->ppd.options) {
-        std::string choice = option.installable ? installedOption(option, installed) : optionIn(pairs, option.keyword);
-        if (!choice.empty()) {
-            settings->emplace(option.keyword, std::move(choice));
+    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(pairs));
+    std::vector<const void*> keys(count);
+    CFDictionaryGetKeysAndValues(pairs, keys.data(), nullptr);
+    for (const void* const key : keys) {
+        const std::string keyword =
+            CFGetTypeID(key) == CFStringGetTypeID() ? utf8Text(static_cast<CFStringRef>(key)) : std::string();
+        const PPDOption* const option = printer->ppd.findOption(keyword);
+        if (option != nullptr && !option->installable) {
+            settings->emplace(keyword, optionIn(pairs, keyword));
         }
     }
+    for (const PPDOption& option : printer->ppd.options) {
+        if (option.installable) {
+            settings->emplace(option.keyword, installedOption(option, installed));
+        }
+    }
+    std::erase_if(*settings, [](const auto& setting) { return setting.second.empty(); });  // chosen by nobody
     CFStringRef passcode = nullptr;
     if (PMTicketGetCFString(printSettings, kPMTopLevel, kPMTopLevel, kPMJobPasscodeKey, &passcode) == noErr) {
         settings->insert_or_assign(printer->ppd.passcodeKeyword, "Custom");

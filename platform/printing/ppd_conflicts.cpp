@@ -148,11 +148,13 @@ private:
 std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& settings) {
     std::vector<PPDConflict> conflicts;
     for (const PPDConstraint& constraint : ppd.constraints) {
-        const bool isBroken =
-            constraint.sides.size() > 1 &&
-            std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); }) &&
-            !std::ranges::all_of(constraint.sides, [&](const auto& side) { return isInstalled(ppd, side); });
-        if (PPDConflict conflict = keywordsOf(constraint); isBroken && !contains(conflicts, conflict)) {
+        const auto holds = [&](const PPDConstraint::Side& side) { return isChosen(side, settings); };
+        const auto isOfPrinter = [&](const PPDConstraint::Side& side) { return isInstalled(ppd, side); };
+        if (constraint.sides.size() < 2 || !std::ranges::all_of(constraint.sides, holds) ||
+            std::ranges::all_of(constraint.sides, isOfPrinter)) {
+            continue;
+        }
+        if (PPDConflict conflict = keywordsOf(constraint); !contains(conflicts, conflict)) {
             conflicts.push_back(std::move(conflict));
         }
     }
