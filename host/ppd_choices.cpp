@@ -37,7 +37,7 @@ bool PPDChoices::hasKeyword(const std::string& mainKeyword) const {
 }
 
 bool PPDChoices::offers(const std::string& mainKeyword, const std::string& option) const {
-    return option.starts_with("Custom.") ? hasKeyword(mainKeyword) : positionOf(mainKeyword, option).has_value();
+    return positionOf(mainKeyword, option.starts_with("Custom.") ? "Custom" : option).has_value();
 }
 
 std::size_t PPDChoices::countOptions(const std::string& mainKeyword) const {

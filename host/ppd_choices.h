@@ -15,7 +15,7 @@ public:
     PPDChoices& operator=(const PPDChoices&) = delete;
 
     bool hasKeyword(const std::string& mainKeyword) const;
-    /// A "Custom.…" option is taken as offered: its numbers are not the PPD's to list.
+    /// A "Custom.…" option is offered by a main keyword that has a custom one, whatever its numbers are.
     bool offers(const std::string& mainKeyword, const std::string& option) const;
     /// The number of options of a main keyword; 0 when there is no such keyword.
     std::size_t countOptions(const std::string& mainKeyword) const;

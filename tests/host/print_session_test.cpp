@@ -66,11 +66,13 @@ TEST_F(SessionOf, AnotherPrinterKeepsWhatThisOneOffers) {
         <key>PMPrintSettingsTicket</key><dict><key>PPDDict</key><dict>
           <key>PageSize</key><string>A4</string>
           <key>JCLBanner</key><string>Sometimes</string>
+          <key>Jog</key><string>Custom.EndOfWeek</string>
           <key>Fragrance</key><string>Rose</string>
         </dict></dict>)"),
                                nullptr, "report.pdf");
     EXPECT_EQ(session.choice(CFSTR("PageSize")), "A4");
     EXPECT_EQ(session.choice(CFSTR("JCLBanner")), "False");
+    EXPECT_EQ(session.choice(CFSTR("Jog")), "None");
     EXPECT_EQ(session.choice(CFSTR("Fragrance")), "Rose");
 
     CFArrayRef rectangle = nullptr;
