@@ -8,6 +8,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -41,11 +42,15 @@ protected:
     Run start(const std::string& program, const Words& arguments, const Words& environment = {}) const {
         Words words{program};
         words.insert(words.end(), arguments.begin(), arguments.end());
-        Words variables = environment;  // of two with a name, the first one counts
+        Words variables = environment;
         for (const std::string& variable :
              Words{"HOME=" + folder.path().string(), "PATH=/usr/bin:/bin", "CUPS_SERVER=127.0.0.1:1",
                    "XDG_RUNTIME_DIR=" + folder.path().string()}) {
-            variables.push_back(variable);
+            // Of two with a name programs take the first one, and shells the last one.
+            const std::string name = variable.substr(0, variable.find('=') + 1);
+            if (std::ranges::none_of(environment, [&](const std::string& other) { return other.starts_with(name); })) {
+                variables.push_back(variable);
+            }
         }
         for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS"}) {
             if (const char* options = std::getenv(name.c_str())) {

@@ -1,5 +1,6 @@
 // What bash offers behind the Tab key.
 #include "tests/host/program_fixture.h"
+#include "tests/support/print_server.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -95,4 +96,25 @@ TEST_F(Completion, OffersThePresetsOfTheUser) {
     EXPECT_EQ(offers("--preset Dr"), (Offers{"Draft", R"(Drafts\ \&\ \<more\>)"}));
     EXPECT_EQ(offers("--preset Draft"), (Offers{"Draft", R"(Drafts\ \&\ \<more\>)"}));
     EXPECT_EQ(offers("--preset=H"), Offers{"Handouts"});
+}
+
+TEST_F(Completion, OffersWhatTheServerHas) {
+    const PrintServer server(folder.path() / "server");
+    const Words environment{"CUPS_SERVER=" + server.address()};
+    server.addQueue("office", TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR410.ppd");
+    server.addQueue("works", kZR420);
+    server.admin("lpadmin -p works -o Option2=LCSS");
+    server.admin("lpadmin -d works");
+    server.admin("HOME='" + folder.path().string() + "' lpoptions -p office/draft -o Duplex=None");
+
+    EXPECT_EQ(offers("--printer ", environment), (Offers{"office", "office/draft", "works"}));
+    EXPECT_EQ(offers("--printer=office/", environment), Offers{"office/draft"});
+    EXPECT_EQ(offers("--printer office/draft --installed Option1=", environment), (Offers{"False", "True"}));
+    EXPECT_EQ(offers("--printer works --installed Option2=LC", environment), Offers{"LCSS"});
+    EXPECT_EQ(offers("--installed Option4", environment), (Offers{"Option4=False", "Option4=True"}))
+        << "of the default queue";
+
+    server.freeze();
+    EXPECT_EQ(offers("--printer ", environment), Offers{}) << "the shell does not wait for a server that says nothing";
+    server.wake();
 }
