@@ -64,33 +64,61 @@ bool isTypedByUser(const std::string& key, CFTypeRef value) {
            utf8(static_cast<CFStringRef>(value)).starts_with("Custom.");
 }
 
+/// Hands over each item: its key as text, the key, the value.
+template <typename Take>
+void eachItem(CFDictionaryRef items, Take take) {
+    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(items));
+    std::vector<const void*> keys(count);
+    std::vector<const void*> values(count);
+    CFDictionaryGetKeysAndValues(items, keys.data(), values.data());
+    for (std::size_t i = 0; i < count; ++i) {
+        take(utf8(static_cast<CFStringRef>(keys[i])), keys[i], values[i]);
+    }
+}
+
+bool isKept(const std::string& key, CFTypeRef value, About least) {
+    return aboutOf(key) >= least && !isSecret(key) && !isTypedByUser(key, value);
+}
+
+/// Whether everything below the value is kept.
+bool isKeptWhole(CFTypeRef value, About least) {
+    bool isWhole = true;
+    if (CFGetTypeID(value) == CFDictionaryGetTypeID()) {
+        eachItem(static_cast<CFDictionaryRef>(value), [&](const std::string& key, CFTypeRef, CFTypeRef item) {
+            isWhole = isWhole && isKept(key, item, least) && isKeptWhole(item, least);
+        });
+    } else if (CFGetTypeID(value) == CFArrayGetTypeID()) {
+        const auto* list = static_cast<CFArrayRef>(value);
+        for (CFIndex i = 0; isWhole && i < CFArrayGetCount(list); ++i) {
+            isWhole = isKeptWhole(CFArrayGetValueAtIndex(list, i), least);
+        }
+    }
+    return isWhole;
+}
+
 CFRef<CFTypeRef> copyKept(CFTypeRef value, About least);
 
 CFRef<CFDictionaryRef> copyKeptItems(CFDictionaryRef items, About least) {
     if (items == nullptr) {
         return {};
     }
-    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(items));
-    std::vector<const void*> keys(count);
-    std::vector<const void*> values(count);
-    CFDictionaryGetKeysAndValues(items, keys.data(), values.data());
     const auto kept = CFRef<CFMutableDictionaryRef>::adopt(
         CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::string key = utf8(static_cast<CFStringRef>(keys[i]));
-        if (aboutOf(key) >= least && !isSecret(key) && !isTypedByUser(key, values[i])) {
-            CFDictionarySetValue(kept.get(), keys[i], copyKept(values[i], least).get());
+    eachItem(items, [&](const std::string& name, CFTypeRef key, CFTypeRef value) {
+        if (isKept(name, value, least)) {
+            CFDictionarySetValue(kept.get(), key, copyKept(value, least).get());
         }
-    }
+    });
     return CFRef<CFDictionaryRef>::retain(kept.get());
 }
 
+/// What is kept whole is not copied: lists may be long, and the dialog compares settings at each pause of the user.
 CFRef<CFTypeRef> copyKept(CFTypeRef value, About least) {
+    if (isKeptWhole(value, least)) {
+        return CFRef<CFTypeRef>::retain(value);
+    }
     if (CFGetTypeID(value) == CFDictionaryGetTypeID()) {
         return CFRef<CFTypeRef>::retain(copyKeptItems(static_cast<CFDictionaryRef>(value), least).get());
-    }
-    if (CFGetTypeID(value) != CFArrayGetTypeID()) {
-        return CFRef<CFTypeRef>::retain(value);
     }
     const auto* list = static_cast<CFArrayRef>(value);
     const auto kept = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
@@ -138,7 +166,7 @@ bool hasAll(CFDictionaryRef one, CFDictionaryRef other) {
 }
 
 bool isSame(CFDictionaryRef one, CFDictionaryRef other) {
-    return hasAll(one, other) && hasAll(other, one);
+    return one == other || (hasAll(one, other) && hasAll(other, one));
 }
 
 }  // namespace

@@ -53,7 +53,8 @@ OSStatus PMTicketReleaseItem(PMTicketRef ticket, UInt32 node1, CFStringRef key);
 /// The ticket's PPD dictionary (PPD main keyword to option keyword), lent and mutable, made when there is none.
 OSStatus PMTicketGetPPDDict(PMTicketRef ticket, UInt32 node1, CFMutableDictionaryRef* dictionary);
 
-/// A new deep copy of all items, the PPD dictionary under "PPDDict" when it is not empty: what a settings file holds.
+/// A new dictionary of all items, the PPD dictionary under "PPDDict" when it is not empty: what a settings file holds.
+/// Nothing in it changes with the ticket; long lists cost nothing.
 CFMutableDictionaryRef PMTicketCopyItems(PMTicketRef ticket);
 /// Replaces all items by copies of a dictionary's, "PPDDict" becoming the PPD dictionary. Entries of that dictionary
 /// that are not strings are left out.

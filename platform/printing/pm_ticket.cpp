@@ -213,10 +213,8 @@ CFMutableDictionaryRef PMTicketCopyItems(PMTicketRef handle) {
     if (ticket == nullptr) {
         return nullptr;
     }
-    auto copy = makeDictionary();
-    forEachPair(ticket->items.get(), [&](CFTypeRef key, CFTypeRef value) {
-        CFDictionarySetValue(copy.get(), deepCopy(key).get(), deepCopy(value).get());
-    });
+    // Nobody can change what a ticket has copied, so a copy of its items may have the very same values.
+    auto copy = CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(nullptr, 0, ticket->items.get()));
     const auto pairs = copyPPDPairs(ticket->ppdPairs.get());
     if (CFDictionaryGetCount(pairs.get()) > 0) {
         CFDictionarySetValue(copy.get(), kPPDDictKey, pairs.get());
