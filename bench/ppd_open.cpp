@@ -32,6 +32,7 @@ int openBoth(const char* path) {
         std::fprintf(stderr, "%s: cannot be opened\n", path);
         return 1;
     }
+    PMPrinterRelease(printer);  // or its PPD would be shared
     char title[64];
     std::snprintf(title, sizeof title, "open a PPD of %.0f KB",
                   static_cast<double>(std::filesystem::file_size(path)) / 1000);
@@ -49,7 +50,6 @@ int openBoth(const char* path) {
             ppdClose(ppd);
         });
     PMTicketReleaseAndClear(&info);
-    PMPrinterRelease(printer);
     return 0;
 }
 

@@ -293,15 +293,23 @@ void PrintDialog::accept() {
         return;
     }
     script::stopWatchdog();  // a long document may take its time
-    const auto notSent = sendJob(setup_.job.document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
-    if (notSent) {
+    const JobOutcome job = sendJob(setup_.job.document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
+    if (!job.failure.empty()) {
         showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
-                   cfString(*notSent));
+                   cfString(job.failure));
         if (!setup_.scripted) {
-            return;  // the settings are still there, for another printer or another try
+            // The settings are still there, for another printer or another try.
+            if (job.isPrinterChanged) {
+                renewPrinter();
+                startSession(session_->copySettings());
+            }
+            return;
         }
+    } else if (!job.obstacle.empty()) {
+        showNotice(kCFUserNotificationNoteAlertLevel, localized(bundle_, CFSTR("Job Waits Header")),
+                   cfString(job.obstacle));
     }
-    if (!notSent) {
+    if (job.failure.empty()) {
         presets_->rememberSent(*session_);
     }
     const auto notWritten =
@@ -310,8 +318,8 @@ void PrintDialog::accept() {
         showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
                    cfString(*notWritten));
     }
-    if (notSent) {
-        end({ExitStatus::notSent, *notSent});
+    if (!job.failure.empty()) {
+        end({ExitStatus::notSent, job.failure});
     } else if (notWritten) {
         end({ExitStatus::unusableInput, *notWritten});
     } else {

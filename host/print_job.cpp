@@ -50,10 +50,14 @@ std::string jobName(const std::string& queue, SInt32 jobID) {
     return queue.substr(0, queue.find('/')) + "-" + std::to_string(jobID);
 }
 
+JobOutcome outcomeOf(OSStatus status) {
+    return {status == noErr ? std::string() : utf8(PMGetLastErrorText()), status == kPMPrinterChanged, {}};
+}
+
 }  // namespace
 
-std::optional<std::string> sendJob(const Document& document, const Printer& printer, const PrintSession& session,
-                                   const std::string& jobOut, CFBundleRef texts) {
+JobOutcome sendJob(const Document& document, const Printer& printer, const PrintSession& session,
+                   const std::string& jobOut, CFBundleRef texts) {
     JobTicket settings(session.printSettings());
     if (const auto passcode = readPasscode(settings.get())) {
         settings.set(kPMJobPasscodeKey, *passcode);
@@ -63,18 +67,23 @@ std::optional<std::string> sendJob(const Document& document, const Printer& prin
     if (mark.fault) {
         tell("watermark", *mark.fault);
     }
-    OSStatus status = noErr;
-    if (jobOut.empty()) {
-        addPrintTime(&settings);  // a file waits for nobody
-        SInt32 jobID = 0;
-        status = PMPrinterPrintWithFile(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
-                                        mark.setup.get(), document.url.get(), &jobID);
-        if (status == noErr) {
-            std::printf("%s\n", jobName(printer.queue(), jobID).c_str());
-        }
-    } else {
-        status = PMPrinterWritePostScriptToURL(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
-                                               mark.setup.get(), document.url.get(), fileURL(jobOut).get());
+    if (!jobOut.empty()) {
+        const OSStatus status =
+            PMPrinterWritePostScriptToURL(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
+                                          mark.setup.get(), document.url.get(), fileURL(jobOut).get());
+        return outcomeOf(status);
     }
-    return status == noErr ? std::nullopt : std::optional(utf8(PMGetLastErrorText()));
+    addPrintTime(&settings);  // a file waits for nobody
+    SInt32 jobID = 0;
+    CFStringRef obstacle = nullptr;
+    JobOutcome outcome =
+        outcomeOf(PMPrinterPrintWithFile(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
+                                         mark.setup.get(), document.url.get(), &jobID, &obstacle));
+    const auto owner = CFRef<CFStringRef>::adopt(obstacle);
+    if (outcome.failure.empty()) {
+        const std::string name = jobName(printer.queue(), jobID);
+        std::printf("%s\n", name.c_str());
+        outcome.obstacle = obstacle == nullptr ? std::string() : name + ": waits, " + utf8(obstacle);
+    }
+    return outcome;
 }

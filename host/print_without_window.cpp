@@ -34,8 +34,12 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
          tellLeftOut(session, setup.jobOut.empty() ? JobWay::queue : JobWay::file, texts)) {
         std::fprintf(stderr, "tavro-print: %s\n", sentence.c_str());
     }
-    if (auto notSent = sendJob(setup.document, setup.printer, session, setup.jobOut, texts)) {
-        return {ExitStatus::notSent, *notSent};
+    const JobOutcome job = sendJob(setup.document, setup.printer, session, setup.jobOut, texts);
+    if (!job.failure.empty()) {
+        return {ExitStatus::notSent, job.failure};
+    }
+    if (!job.obstacle.empty()) {
+        std::fprintf(stderr, "tavro-print: %s\n", job.obstacle.c_str());
     }
     if (!setup.ticketOut.empty()) {
         if (auto notWritten = writeSettingsFile(session.copySettings(), setup.ticketOut)) {

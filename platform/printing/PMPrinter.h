@@ -11,6 +11,8 @@ inline constexpr OSStatus kPMUnusableDescription = -30897;  // the printer's PPD
 inline constexpr OSStatus kPMServerNotResponding = -30895;
 inline constexpr OSStatus kPMFilterFailed = -30894;  // a filter ended with an error, or wrote nothing
 inline constexpr OSStatus kPMCannotWriteOutput = -30893;
+inline constexpr OSStatus kPMJobNotTaken = -30892;     // by the queue, or not as a whole
+inline constexpr OSStatus kPMPrinterChanged = -30891;  // the queue's PPD is another than when the printer was opened
 
 #define kPMPPDDescriptionType CFSTR("PMPPDDescriptionType")
 
@@ -132,7 +134,9 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                        CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination);
 /// Sends the same job to the printer's queue: the PDF with its options, or, with a passcode, cover or setup, the
-/// PostScript that a file would get. *jobID is the server's number of the job.
-/// kPMNoSuchPrinter for a printer without a queue, kPMServerNotResponding when the server is silent or refuses the job.
+/// PostScript that a file would get. *jobID is the server's number of the job. *obstacle, a new string, is why the job
+/// waits in its queue for now, as in one that is stopped; null when there is nothing that holds it up. Nothing is sent
+/// to a queue that takes no jobs, or that has another PPD by now: kPMJobNotTaken, kPMPrinterChanged. kPMNoSuchPrinter
+/// for a printer without a queue or whose queue is gone, kPMServerNotResponding, and the failures of a job in a file.
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover,
-                                CFDataRef setup, CFURLRef document, SInt32* jobID);
+                                CFDataRef setup, CFURLRef document, SInt32* jobID, CFStringRef* obstacle);

@@ -13,13 +13,12 @@
 
 namespace {
 
-// A large document may take its time.
-constexpr int kSendTimeoutMilliseconds = 10 * 60 * 1000;
 // Beyond the connection's own limit, which is the one that is usually met.
 constexpr auto kGrace = std::chrono::milliseconds(300);
 
 using DefaultQueue = ServerAnswer<std::string>;
 using FetchedQueue = ServerAnswer<QueueDescription>;
+using ExaminedQueue = ServerAnswer<QueueState>;
 
 /// Asks in a thread of its own, which may outlive the one that waits for the answer.
 template <typename Answer>
@@ -159,7 +158,7 @@ OptionList defaultsIn(ipp_t* answer) {
     return defaults;
 }
 
-/// Copies the queue's PPD into the file.
+/// A copy of the queue's PPD.
 FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
     FetchedQueue fetched;
     fetched.value.ppd = std::make_shared<PrivateFile>();
@@ -178,29 +177,68 @@ FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
     return fetched;
 }
 
+/// What the server says of a queue when it is asked for the attributes.
+ServerAnswer<IPPMessage> askAboutQueue(ServerConnection& server, const std::string& queue,
+                                       std::initializer_list<const char*> attributes) {
+    IPPMessage answer;
+    if (server.get() != nullptr) {
+        answer = server.ask(IPP_OP_GET_PRINTER_ATTRIBUTES, queueAddress(queue).c_str(), attributes);
+    }
+    if (!answer || !wasAnswered()) {
+        return {kPMServerNotResponding, ServerConnection::silence(), {}};
+    }
+    if (cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
+        return {kPMNoSuchPrinter, "the print server has no such queue", {}};
+    }
+    return {noErr, {}, std::move(answer)};
+}
+
 FetchedQueue askForQueue(const std::string& destination) {
     const std::string queue = queueOf(destination);
     const SavedDestinations saved = SavedDestinations::read();
     if (destination != queue && !saved.knows(destination)) {
         return {kPMNoSuchPrinter, "no options are saved under this name (lpoptions)", {}};
     }
-    const FetchedQueue silent{kPMServerNotResponding, ServerConnection::silence(), {}};
     ServerConnection server(kServerTimeoutMilliseconds);
-    if (server.get() == nullptr) {
-        return silent;
-    }
-    const IPPMessage answer =
-        server.ask(IPP_OP_GET_PRINTER_ATTRIBUTES, queueAddress(queue).c_str(), {"printer-defaults"});
-    if (!answer || !wasAnswered()) {
-        return silent;
-    }
-    if (cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
-        return {kPMNoSuchPrinter, "the print server has no such queue", {}};
+    const auto answer = askAboutQueue(server, queue, {"printer-defaults"});
+    if (answer.status != noErr) {
+        return {answer.status, answer.reason, {}};
     }
     FetchedQueue fetched = fetchPPD(server, queue);
-    fetched.value.options = defaultsIn(answer.get());
+    fetched.value.options = defaultsIn(answer.value.get());
     setOptions(&fetched.value.options, saved.optionsOf(destination));
     return fetched;
+}
+
+// ---- Its state
+
+std::string textIn(ipp_t* answer, const char* name) {
+    ipp_attribute_t* const text = ippFindAttribute(answer, name, IPP_TAG_TEXT);
+    return text == nullptr ? std::string() : std::string(ippGetString(text, 0, nullptr));
+}
+
+ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
+    ServerConnection server(kServerTimeoutMilliseconds);
+    const auto answer =
+        askAboutQueue(server, queue, {"printer-is-accepting-jobs", "printer-state", "printer-state-message"});
+    if (answer.status != noErr) {
+        return {answer.status, answer.reason, {}};
+    }
+    ExaminedQueue examined;
+    ipp_t* const said = answer.value.get();
+    if (ipp_attribute_t* const accepts = ippFindAttribute(said, "printer-is-accepting-jobs", IPP_TAG_BOOLEAN)) {
+        examined.value.takesJobs = ippGetBoolean(accepts, 0) != 0;
+    }
+    if (ipp_attribute_t* const state = ippFindAttribute(said, "printer-state", IPP_TAG_ENUM)) {
+        examined.value.prints = ippGetInteger(state, 0) != IPP_PSTATE_STOPPED;
+    }
+    examined.value.message = textIn(said, "printer-state-message");
+    const FetchedQueue now = fetchPPD(server, queue);
+    if (now.status == kPMServerNotResponding) {
+        return {now.status, now.reason, {}};
+    }
+    examined.value.isOfSamePPD = now.status == noErr && now.value.ppd->hasSameContent(ppd);
+    return examined;
 }
 
 }  // namespace
@@ -220,24 +258,7 @@ ServerAnswer<QueueDescription> fetchQueue(const std::string& destination) {
                         kServerTimeoutMilliseconds);
 }
 
-std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const char* contentType,
-                               const std::string& title, const OptionList& options, std::string* reason) {
-    ServerConnection http(kServerTimeoutMilliseconds);
-    if (http.get() == nullptr) {
-        *reason = ServerConnection::silence();
-        return std::nullopt;
-    }
-    http.extend(kSendTimeoutMilliseconds);
-    cups_option_t* list = nullptr;
-    int count = cupsAddOption("document-format", contentType, 0, &list);
-    for (const auto& [name, value] : options) {
-        count = cupsAddOption(name.c_str(), value.c_str(), count, &list);
-    }
-    const int job = cupsPrintFile2(http.get(), queue.c_str(), document.c_str(), title.c_str(), count, list);
-    cupsFreeOptions(count, list);
-    if (job == 0) {
-        *reason = cupsLastErrorString();
-        return std::nullopt;
-    }
-    return job;
+ServerAnswer<QueueState> examineQueue(const std::string& queue, const std::shared_ptr<PrivateFile>& ppd) {
+    return answerInTime(askAside<ExaminedQueue>([queue, ppd] { return askForState(queue, *ppd); }),
+                        kServerTimeoutMilliseconds);
 }

@@ -2,7 +2,7 @@
 //
 // Every call may block, but never beyond its limit: what is asked is asked by a thread of its own, which is left alone
 // when it takes too long, because the look-up of a server's name and some of the library's own attempts cannot be cut
-// short. Sending has a limit for each step instead, because a long document may take its time.
+// short.
 #pragma once
 
 #include "platform/foundation/CFBase.h"
@@ -41,6 +41,13 @@ struct QueueDescription {
 /// kPMServerNotResponding or kPMUnusableDescription (a queue without PPD).
 ServerAnswer<QueueDescription> fetchQueue(const std::string& destination);
 
-/// Sends a document of a content type; the server's number of the job, or none with the reason in *reason.
-std::optional<int> sendToQueue(const std::string& queue, const std::string& document, const char* contentType,
-                               const std::string& title, const OptionList& options, std::string* reason);
+/// How a queue is at the moment, as far as its next job is concerned.
+struct QueueState {
+    bool takesJobs = true;
+    bool prints = true;       // else the jobs that it takes wait
+    std::string message;      // the server's words for it; may be empty
+    bool isOfSamePPD = true;  // as the copy
+};
+
+/// Looks at a queue. kPMNoSuchPrinter or kPMServerNotResponding.
+ServerAnswer<QueueState> examineQueue(const std::string& queue, const std::shared_ptr<PrivateFile>& ppd);

@@ -9,6 +9,8 @@
 
 /// The option of a job that prints some pages only.
 inline constexpr const char* kPageRangesOption = "page-ranges";
+/// The option that puts several pages on a sheet.
+inline constexpr const char* kNumberUpOption = "number-up";
 /// The option that turns pages, and its value that does not.
 inline constexpr const char* kOrientationOption = "orientation-requested";
 inline constexpr const char* kPortraitRequested = "3";

@@ -1,5 +1,6 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/printing/cups_server.h"
+#include "platform/printing/job_sending.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/pending_file.h"
 #include "platform/printing/ready_job.h"
@@ -36,16 +37,14 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageF
     return status;
 }
 
-/// Whether the server must not make the job's PostScript itself. It cannot draw what is not in the document, and would
-/// show a passcode as an option of the job, and hand it to its filters on their command lines.
-bool mustBeReady(const Job& job) {
-    return job.request.passcode || job.cover != nullptr || job.setup != nullptr;
+std::string inBrackets(const std::string& message) {
+    return message.empty() ? message : " (" + message + ")";
 }
 
 /// What the queue still has to know of a job that is ready. All that the filters have done, number-up or copies, must
 /// not be done again by anybody, also where the queue does it by default.
 OptionList optionsOfReadyJob(const Job& job) {
-    OptionList options{{"copies", "1"}, {"number-up", "1"}};
+    OptionList options{{"copies", "1"}, {kNumberUpOption, "1"}};
     for (const auto& [name, value] : filterOptions(job)) {
         if (name.starts_with("job-") || job.printer->ppd.findOption(name) != nullptr) {
             options.emplace_back(name, value);
@@ -54,14 +53,14 @@ OptionList optionsOfReadyJob(const Job& job) {
     return options;
 }
 
-OSStatus send(const Job& job, const std::string& file, const char* contentType, OptionList options, SInt32* jobID) {
+OSStatus send(const Job& job, const SentDocument& document, OptionList options, SInt32* jobID) {
     if (!job.request.holdUntil.empty()) {
         setOption(&options, "job-hold-until", job.request.holdUntil);
     }
     std::string reason;
-    const auto sent = sendToQueue(job.printer->queue, file, contentType, job.request.title, options, &reason);
+    const auto sent = sendToQueue(job.printer->queue, document, options, &reason);
     if (!sent) {
-        return failWith(kPMServerNotResponding, job.printer->queue, reason);
+        return failWith(kPMJobNotTaken, job.printer->queue, reason);
     }
     if (jobID != nullptr) {
         *jobID = *sent;
@@ -75,7 +74,40 @@ OSStatus sendReady(const Job& job, SInt32* jobID) {
         return failWith(kPMCannotWriteOutput, "temporary file", postScript.reason());
     }
     const OSStatus status = writeReadyJob(job, postScript.descriptor());
-    return status == noErr ? send(job, postScript.path(), kReadyType, optionsOfReadyJob(job), jobID) : status;
+    return status == noErr
+               ? send(job, {postScript.path(), kReadyType, job.request.title, true}, optionsOfReadyJob(job), jobID)
+               : status;
+}
+
+OSStatus sendPDF(const Job& job, SInt32* jobID) {
+    OptionList options = filterOptions(job);
+    setOption(&options, "copies", std::to_string(job.request.copies));
+    if (!mustPickPages(job)) {
+        return send(job, {job.document, kPDFType, job.request.title}, std::move(options), jobID);
+    }
+    const PrivateFile pages;
+    const OSStatus status = pickPages(job, pages);
+    return status == noErr ? send(job, {pages.path(), kPDFType, job.request.title}, std::move(options), jobID) : status;
+}
+
+/// Whether the queue is as it was when its printer was opened, and takes jobs.
+OSStatus checkQueue(const OpaquePMPrinter& printer, QueueState* state) {
+    const std::string name = utf8Text(printer.name.get());
+    if (printer.queue.empty()) {
+        return failWith(kPMNoSuchPrinter, name, "has no queue to print to");
+    }
+    ServerAnswer<QueueState> answer = examineQueue(printer.queue, printer.ppdCopy);
+    if (answer.status != noErr) {
+        return failWith(answer.status, name, answer.reason);
+    }
+    *state = std::move(answer.value);
+    if (!state->takesJobs) {
+        return failWith(kPMJobNotTaken, name, "the queue takes no jobs" + inBrackets(state->message));
+    }
+    if (!state->isOfSamePPD) {
+        return failWith(kPMPrinterChanged, name, "the print server has changed the printer's settings meanwhile");
+    }
+    return noErr;
 }
 
 }  // namespace
@@ -104,20 +136,20 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
 }
 
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover,
-                                CFDataRef setup, CFURLRef document, SInt32* jobID) {
+                                CFDataRef setup, CFURLRef document, SInt32* jobID, CFStringRef* obstacle) {
     clearLastError();
     Job job;
-    if (const OSStatus status = makeJob(printer, printSettings, pageFormat, cover, setup, document, &job);
-        status != noErr) {
+    OSStatus status = makeJob(printer, printSettings, pageFormat, cover, setup, document, &job);
+    QueueState state;
+    if (status == noErr) {
+        status = checkQueue(*printer, &state);
+    }
+    if (status != noErr) {
         return status;
     }
-    if (printer->queue.empty()) {
-        return failWith(kPMNoSuchPrinter, utf8Text(printer->name.get()), "has no queue to print to");
+    status = mustBeReady(job) ? sendReady(job, jobID) : sendPDF(job, jobID);
+    if (status == noErr && obstacle != nullptr) {
+        *obstacle = state.prints ? nullptr : makeString("the queue is stopped" + inBrackets(state.message)).leak();
     }
-    if (mustBeReady(job)) {
-        return sendReady(job, jobID);
-    }
-    OptionList options = filterOptions(job);
-    setOption(&options, "copies", std::to_string(job.request.copies));
-    return send(job, job.document, kPDFType, std::move(options), jobID);
+    return status;
 }

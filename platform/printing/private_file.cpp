@@ -2,8 +2,10 @@
 
 #include "platform/printing/last_error.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 
 #include <unistd.h>
 
@@ -26,6 +28,23 @@ PrivateFile::~PrivateFile() {
 
 std::string PrivateFile::path() const {
     return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file_);
+}
+
+bool PrivateFile::hasSameContent(const PrivateFile& other) const {
+    std::array<char, 16384> mine;
+    std::array<char, 16384> others;
+    for (off_t at = 0;;) {
+        const ssize_t count = pread(file_, mine.data(), mine.size(), at);
+        const ssize_t otherCount = pread(other.file_, others.data(), others.size(), at);
+        if (count < 0 || count != otherCount ||
+            std::memcmp(mine.data(), others.data(), static_cast<std::size_t>(count)) != 0) {
+            return false;
+        }
+        if (count == 0) {
+            return true;
+        }
+        at += count;
+    }
 }
 
 bool PrivateFile::write(std::string_view bytes) {

@@ -20,6 +20,8 @@ public:
     [[nodiscard]] std::string path() const;
     [[nodiscard]] const std::string& reason() const { return reason_; }
 
+    [[nodiscard]] bool hasSameContent(const PrivateFile& other) const;
+
     /// Appends the bytes. False, with reason(), when that fails.
     bool write(std::string_view bytes);
 

@@ -1,6 +1,6 @@
 #include "platform/printing/ready_job.h"
 
-#include "platform/printing/cover_page.h"
+#include "platform/printing/document_pages.h"
 #include "platform/printing/document_setup.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/last_error.h"
@@ -14,6 +14,8 @@
 #include <unistd.h>
 
 namespace {
+
+constexpr const char* kCollateKeyword = "Collate";
 
 // The way of a PDF to a PostScript printer, as the scheduler goes it: the first filter picks the pages and turns
 // them, the second makes PostScript with the PPD's code around it.
@@ -33,10 +35,6 @@ bool isEmpty(int file) {
     return fstat(file, &status) != 0 || status.st_size == 0;
 }
 
-OSStatus checkOpen(const PrivateFile& file) {
-    return file.isOpen() ? noErr : failWith(kPMCannotWriteOutput, "temporary file", file.reason());
-}
-
 /// How far a cover is turned so that it stands upright when the job's pages are turned.
 int rotationAgainst(SInt32 orientation) {
     switch (orientation) {
@@ -49,33 +47,44 @@ int rotationAgainst(SInt32 orientation) {
     }
 }
 
-/// The printer's PPD with the passcode for its default.
-///
-/// A filter takes its options from its command line, and every user of the machine can read that. What a PPD chooses by
-/// default is chosen as well, and a file can be kept from others. The passcode's own option must not be among the
-/// options then.
-bool addPasscode(PMPrinter printer, const std::string& passcode, PrivateFile* copy) {
-    std::ostringstream ppd;
-    ppd << std::ifstream(printer->ppdPath, std::ios::binary).rdbuf();
-    // Of two defaults the last one holds.
-    ppd << "\n*Default" << printer->ppd.passcodeKeyword << ": Custom." << passcode << "\n";
-    return copy->write(ppd.str());
+bool isUncollated(const JobRequest& request) {
+    const std::string* const collate = findOption(request.choices, kCollateKeyword);
+    return collate != nullptr && *collate == "False";
 }
 
-/// Runs the filters on a file that holds the job's document, or the document and more.
+/// The choices that must not be among the options of the filters, as defaults of a PPD: what it chooses by default is
+/// chosen as well.
+///
+/// A filter takes its options from its command line, and every user of the machine can read that, while a file can be
+/// kept from others. And the filters take "Collate" out of the options, so that no sets would be uncollated.
+std::string choicesByDefault(const Job& job) {
+    std::string lines;
+    if (job.request.passcode) {
+        lines += "*Default" + job.printer->ppd.passcodeKeyword + ": Custom." + *job.request.passcode + "\n";
+    }
+    if (isUncollated(job.request)) {
+        lines += std::string("*Default") + kCollateKeyword + ": False\n";
+    }
+    return lines;
+}
+
+/// The printer's PPD with further lines. Of two defaults the last one holds.
+bool addLines(const OpaquePMPrinter& printer, const std::string& lines, PrivateFile* copy) {
+    std::ostringstream ppd;
+    ppd << std::ifstream(printer.ppdPath, std::ios::binary).rdbuf();
+    return copy->write(ppd.str() + "\n" + lines);
+}
+
+/// Runs the filters on a file that holds the job's document, or what was made of it.
 OSStatus runFiltersOn(const std::string& input, const Job& job, int output) {
     std::string ppdPath = job.printer->ppdPath;
-    std::optional<PrivateFile> secretPPD;
-    if (job.request.passcode) {
-        secretPPD.emplace();
-        if (!secretPPD->isOpen() || !addPasscode(job.printer, *job.request.passcode, &*secretPPD)) {
-            return failWith(kPMCannotWriteOutput, "secure print", secretPPD->reason());
+    std::optional<PrivateFile> ownPPD;
+    if (const std::string lines = choicesByDefault(job); !lines.empty()) {
+        ownPPD.emplace();
+        if (!ownPPD->isOpen() || !addLines(*job.printer, lines, &*ownPPD)) {
+            return failWith(kPMCannotWriteOutput, "temporary file", ownPPD->reason());
         }
-        ppdPath = secretPPD->path();
-    }
-    OptionList options = filterOptions(job);
-    if (const std::string* const range = job.cover == nullptr ? nullptr : findOption(options, kPageRangesOption)) {
-        setOption(&options, kPageRangesOption, rangeWithCover(*range));
+        ppdPath = ownPPD->path();
     }
     const FilterJob filterJob{ppdPath,
                               utf8Text(job.printer->name.get()),
@@ -83,7 +92,7 @@ OSStatus runFiltersOn(const std::string& input, const Job& job, int output) {
                               userName(),
                               job.request.title,
                               job.request.copies,
-                              filterOptionsText(options),
+                              filterOptionsText(filterOptions(job)),
                               input};
     std::string reason;
     if (!runFilters(kPDFToPostScript, filterJob, output, &reason)) {
@@ -95,21 +104,40 @@ OSStatus runFiltersOn(const std::string& input, const Job& job, int output) {
     return noErr;
 }
 
-OSStatus filterWithCover(const Job& job, int output) {
-    if (job.cover == nullptr) {
+OSStatus filterPages(const Job& job, int output) {
+    if (!mustPickPages(job)) {
         return runFiltersOn(job.document, job, output);
     }
-    const PrivateFile both;
-    if (const OSStatus status = checkOpen(both); status != noErr) {
-        return status;
-    }
-    std::string reason;
-    return writeWithCover(job.cover, rotationAgainst(job.orientation), job.document, both.path(), &reason)
-               ? runFiltersOn(both.path(), job, output)
-               : failWith(kPMFilterFailed, job.document, reason);
+    const PrivateFile pages;
+    const OSStatus status = pickPages(job, pages);
+    return status == noErr ? runFiltersOn(pages.path(), job, output) : status;
 }
 
 }  // namespace
+
+bool mustBeReady(const Job& job) {
+    return job.request.passcode || job.cover != nullptr || job.setup != nullptr ||
+           (job.request.copies > 1 && isUncollated(job.request));
+}
+
+bool mustPickPages(const Job& job) {
+    const OptionList& saved = job.printer->start.others;
+    const std::string* const numberUp = findOption(saved, kNumberUpOption);
+    const bool hasOtherSheets = (numberUp != nullptr && *numberUp != "1") || findOption(saved, "booklet") != nullptr;
+    return job.cover != nullptr || (hasOtherSheets && findOption(job.request.layout, kPageRangesOption) != nullptr);
+}
+
+OSStatus pickPages(const Job& job, const PrivateFile& pages) {
+    if (!pages.isOpen()) {
+        return failWith(kPMCannotWriteOutput, "temporary file", pages.reason());
+    }
+    const std::string* const range = findOption(job.request.layout, kPageRangesOption);
+    const Cover cover{job.cover, rotationAgainst(job.orientation)};
+    std::string reason;
+    return writePages(cover, range == nullptr ? std::string() : *range, job.document, pages.path(), &reason)
+               ? noErr
+               : failWith(kPMFilterFailed, job.document, reason);
+}
 
 OptionList filterOptions(const Job& job) {
     const StartingOptions& queue = job.printer->start;
@@ -118,12 +146,12 @@ OptionList filterOptions(const Job& job) {
     if (queue.orientation) {
         options.emplace_back(kOrientationOption, kPortraitRequested);
     }
-    const OptionList& saved = queue.others;
-    for (const OptionList* const asked : {&job.request.choices, &job.request.layout}) {
-        for (const auto& [name, value] : *asked) {
-            if (name != kScalingOption || findOption(saved, name) == nullptr) {
-                setOption(&options, name, value);
-            }
+    setOptions(&options, job.request.choices);
+    const bool hasScaling = findOption(queue.others, kScalingOption) != nullptr;
+    for (const auto& [name, value] : job.request.layout) {
+        const bool isDone = name == kPageRangesOption && mustPickPages(job);
+        if (!isDone && (name != kScalingOption || !hasScaling)) {
+            setOption(&options, name, value);
         }
     }
     return options;
@@ -131,14 +159,13 @@ OptionList filterOptions(const Job& job) {
 
 OSStatus writeReadyJob(const Job& job, int output) {
     if (job.setup == nullptr) {
-        return filterWithCover(job, output);
+        return filterPages(job, output);
     }
     const PrivateFile plain;
-    OSStatus status = checkOpen(plain);
-    if (status == noErr) {
-        status = filterWithCover(job, plain.descriptor());
+    if (!plain.isOpen()) {
+        return failWith(kPMCannotWriteOutput, "temporary file", plain.reason());
     }
-    if (status != noErr) {
+    if (const OSStatus status = filterPages(job, plain.descriptor()); status != noErr) {
         return status;
     }
     std::string reason;

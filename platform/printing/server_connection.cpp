@@ -30,8 +30,10 @@ IPPMessage ServerConnection::ask(ipp_op_t operation, const char* printerAddress,
     return IPPMessage(cupsDoRequest(http_, request, "/"));
 }
 
-std::string ServerConnection::silence() {
-    return std::string("the print server ") + cupsServer() + " does not answer";
+std::string ServerConnection::name() {
+    constexpr int kUsualPort = 631;
+    const std::string host = std::string("the print server ") + cupsServer();
+    return cupsServer()[0] == '/' || ippPort() == kUsualPort ? host : host + ":" + std::to_string(ippPort());
 }
 
 std::string queueAddress(const std::string& queue) {

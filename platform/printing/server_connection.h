@@ -24,14 +24,17 @@ public:
 
     /// Null when the server cannot be reached.
     [[nodiscard]] http_t* get() const { return http_; }
+    [[nodiscard]] bool isOverdue() const { return Clock::now() >= deadline_; }
     void extend(int milliseconds) { deadline_ = Clock::now() + std::chrono::milliseconds(milliseconds); }
 
     /// The answer to a question about the printer at the address (null for one about the server), with the attributes
     /// that are asked for; null when there is none. cupsLastError() says how it went.
     IPPMessage ask(ipp_op_t operation, const char* printerAddress, std::initializer_list<const char*> attributes);
 
+    /// "the print server NAME", with its port where that is not the usual one.
+    static std::string name();
     /// "the print server NAME does not answer"
-    static std::string silence();
+    static std::string silence() { return name() + " does not answer"; }
 
 private:
     using Clock = std::chrono::steady_clock;

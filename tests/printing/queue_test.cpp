@@ -211,7 +211,7 @@ TEST_F(Queues, GiveTheirOwnOptionsToEachJobOnce) {
         settings.setNumber(kPMCopiesKey, 2);
         SInt32 job = 0;
         ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, drawn,
-                                         fileURL(kTenPages).get(), &job),
+                                         fileURL(kTenPages).get(), &job, nullptr),
                   noErr)
             << text(PMGetLastErrorText());
         const std::string sent = device.receive();
@@ -244,7 +244,7 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     settings.setString(kPMJobNameKey, "Minutes");
     SInt32 job = 0;
     ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job),
+                                     fileURL(kTenPages).get(), &job, nullptr),
               noErr)
         << text(PMGetLastErrorText());
     EXPECT_GT(job, 0);
@@ -333,7 +333,7 @@ TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
     settings.setString(kPMJobNameKey, "Minutes");
     SInt32 job = 0;
     ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job),
+                                     fileURL(kTenPages).get(), &job, nullptr),
               noErr)
         << text(PMGetLastErrorText());
     const std::string sent = device.receive();
@@ -357,7 +357,7 @@ TEST_F(Queues, HoldAJobUntilItsTime) {
     settings.setString(kPMJobHoldUntilTimeKey, time);
     SInt32 job = 0;
     ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job),
+                                     fileURL(kTenPages).get(), &job, nullptr),
               noErr)
         << text(PMGetLastErrorText());
     cups_job_t* waiting = nullptr;
@@ -386,13 +386,13 @@ TEST_F(Queues, SayWhyTheyCannotBeUsed) {
     SInt32 job = 0;
     server.admin("cupsreject tavro");
     EXPECT_NE(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job),
+                                     fileURL(kTenPages).get(), &job, nullptr),
               noErr);
     EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro: ")) << text(PMGetLastErrorText());
     EXPECT_EQ(job, 0);
     const Printer withoutQueue(kZR420);
     EXPECT_EQ(PMPrinterPrintWithFile(withoutQueue.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job),
+                                     fileURL(kTenPages).get(), &job, nullptr),
               kPMNoSuchPrinter);
 }
 

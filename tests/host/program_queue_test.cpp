@@ -1,0 +1,231 @@
+// The program and real queues: what a job begins with, what comes out of the printer, and what is said when nothing
+// does.
+#include "tests/host/program_fixture.h"
+#include "tests/support/print_server.h"
+
+#include <algorithm>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kZR410 = TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR410.ppd";
+
+class ProgramWithQueues : public ProgramTest {
+protected:
+    explicit ProgramWithQueues(const std::string& configuration = {})
+        : server(folder.path() / "server", configuration) {
+        server.addQueue("tavro", kZR420);
+    }
+
+    Words environment() const { return {"CUPS_SERVER=" + server.address(), "TMPDIR=" + folder.path().string()}; }
+    Run print(const std::string& queue, const std::string& text = "ok\n", const Words& more = {}) const {
+        Words arguments{"--printer", queue, "--script", add("script", text), "--ticket-out", settingsFile()};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        if (std::ranges::none_of(more, [](const std::string& word) { return word.ends_with(".pdf"); })) {
+            arguments.push_back(kTenPages);
+        }
+        return run(arguments, environment());
+    }
+    std::string settingsFile() const { return folder / "settings.plist"; }
+
+    /// Prints and waits for what comes out, which must be one job.
+    std::string printed(const std::string& queue, const std::string& text = "ok\n", const Words& more = {}) const {
+        const std::string name = queue.substr(0, queue.find('/'));
+        fs::remove(server.printedBy(name));
+        const Run done = print(queue, text, more);
+        EXPECT_EQ(done.status, 0) << done.errors;
+        EXPECT_EQ(done.errors, "");
+        EXPECT_EQ(done.output.find(name + "-"), 0U) << done.output;
+        EXPECT_EQ(std::ranges::count(done.output, '\n'), 1) << done.output;
+        EXPECT_TRUE(server.hasCompleted(done.output.substr(0, done.output.find('\n')))) << server.log();
+        return contentOf(server.printedBy(name));
+    }
+
+    /// What the user has saved, as lpoptions keeps it.
+    void saveOptions(const std::string& lines) const {
+        fs::create_directory(folder.path() / ".cups");
+        add(".cups/lpoptions", lines);
+    }
+
+    static std::string feature(const std::string& option) {
+        return "%%BeginFeature: *" + option.substr(0, option.find('=')) + " " + option.substr(option.find('=') + 1) +
+               "\n";
+    }
+    static bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+    bool hasSettings() const { return has(contentOf(settingsFile()), "PMPrintSettingsTicket"); }
+
+    /// A run that could not hand its job over: one line that names the queue and the reason, and the settings are
+    /// there.
+    void expectNotSent(const Run& run, const std::string& queue, const std::string& reason) const {
+        EXPECT_EQ(run.status, 5) << run.errors;
+        EXPECT_EQ(run.errors.find("tavro-print: " + queue + ": "), 0U) << run.errors;
+        EXPECT_TRUE(has(run.errors, reason)) << run.errors;
+        EXPECT_EQ(std::ranges::count(run.errors, '\n'), 1) << run.errors;
+        EXPECT_FALSE(has(run.output, queue + "-")) << run.output;
+        EXPECT_TRUE(hasSettings());
+        fs::remove(settingsFile());
+    }
+
+    /// A document with so many bytes behind its end that sending it takes a while.
+    std::string largeDocument(std::uintmax_t bytes) const {
+        const std::string path = folder / "large.pdf";
+        fs::copy_file(kTenPages, path, fs::copy_options::overwrite_existing);
+        const std::string content = contentOf(kTenPages);
+        const std::size_t end = content.rfind("startxref");
+        std::ofstream file(path, std::ios::binary | std::ios::app);
+        const std::string line = "%" + std::string(65534, '-') + "\n";
+        for (std::uintmax_t written = 0; written < bytes; written += line.size()) {
+            file << line;
+        }
+        file << content.substr(end);
+        return path;
+    }
+
+    PrintServer server;
+};
+
+class ProgramWithSmallServer : public ProgramWithQueues {
+protected:
+    ProgramWithSmallServer() : ProgramWithQueues("LimitRequestBody 1m\nMaxJobs 2\n") {}
+};
+
+}  // namespace
+
+TEST_F(ProgramWithQueues, PrintsWithTheDefaultsOfTheQueue) {
+    const Words ofQueue{"Duplex=DuplexTumble", "MediaType=Recycled", "TREconomode=True", "JCLPrintQuality=Enhanced"};
+    const Words saved{"PageSize=A4",        "MediaColor=Blue", "OutputBin=Stacker", "StapleLocation=2Staples",
+                      "Resolution=1200dpi", "Jog=EndOfSet"};
+    std::string command = "lpadmin -p tavro";
+    for (const std::string& option : ofQueue) {
+        command += " -o " + option;
+    }
+    server.admin(command);
+    std::string line = "Dest tavro copies=3";
+    for (const std::string& option : saved) {
+        line += " " + option;
+    }
+    saveOptions(line + "\nDest tavro/stacks StapleLocation=None Collate=False TRFoldOptions=2HolePunch number-up=2\n");
+    const std::string job = printed("tavro");
+    for (const Words* words : {&ofQueue, &saved}) {
+        for (const std::string& option : *words) {
+            EXPECT_TRUE(has(job, option.starts_with("JCL") ? "@PJL SET TRPRINTQUALITY=ENHANCED" : feature(option)))
+                << option;
+        }
+    }
+    EXPECT_TRUE(has(job, "*NumCopies 3\n"));
+    EXPECT_TRUE(has(job, feature("Collate=True")));
+
+    const std::string stacks = printed("tavro/stacks");
+    for (const char* option :
+         {"Collate=False", "StapleLocation=None", "TRFoldOptions=2HolePunch", "OutputBin=Stacker"}) {
+        EXPECT_TRUE(has(stacks, feature(option))) << option;
+    }
+    EXPECT_TRUE(has(stacks, "%%Pages: 5\n"));
+
+    // Settings that are given win.
+    const std::string before = add("before.plist", contentOf(settingsFile()));
+    saveOptions("Dest tavro copies=2 Collate=True StapleLocation=1Staple OutputBin=Side\n");
+    const std::string again = printed("tavro", "ok\n", {"--ticket-in", before});
+    for (const char* option : {"Collate=False", "StapleLocation=None", "OutputBin=Stacker"}) {
+        EXPECT_TRUE(has(again, feature(option))) << option;
+    }
+    EXPECT_TRUE(has(again, "*NumCopies 3\n"));
+}
+
+TEST_F(ProgramWithQueues, ListsThemWithTheirInstances) {
+    server.addQueue("office", kZR410);
+    saveOptions("Dest office/draft Duplex=DuplexTumble\nDefault office\n");
+    const std::string job = printed("tavro",
+                                    "expect Host:10 items 3\n"
+                                    "choose Host:10 \"office\"\n"
+                                    "choose Host:10 \"office/draft\"\n"
+                                    "choose Host:10 \"tavro\"\nok\n");
+    EXPECT_TRUE(has(job, feature("PageSize=Letter")));
+    // The default queue without being asked for.
+    const Run done = run({"--script", add("script", "expect Host:10 text \"office\"\nok\n"), kTenPages}, environment());
+    EXPECT_EQ(done.status, 0) << done.errors;
+    EXPECT_EQ(done.output, "office-2\n");
+}
+
+TEST_F(ProgramWithQueues, SendsThePagesOfTheDocumentThatWereChosen) {
+    saveOptions("Dest tavro number-up=2\n");
+    EXPECT_TRUE(has(printed("tavro", "type Host:31 \"3-9\"\nok\n"), "%%Pages: 4\n"));
+}
+
+TEST_F(ProgramWithQueues, SaysWhenTheyTakeNoJobs) {
+    server.admin("cupsreject -r 'being moved' tavro");
+    expectNotSent(print("tavro"), "tavro", "being moved");
+    server.admin("cupsaccept tavro");
+    server.admin("lpadmin -p tavro -o job-quota-period=3600 -o job-k-limit=1");
+    EXPECT_EQ(print("tavro").status, 0);
+    ASSERT_TRUE(server.hasCompleted("tavro-1"));
+    expectNotSent(print("tavro"), "tavro", "uota");
+}
+
+TEST_F(ProgramWithQueues, SaysWhenAJobWaits) {
+    server.admin("cupsdisable -r 'out of toner' tavro");
+    const Run done = run({"--printer", "tavro", "--print", kTenPages}, environment());
+    EXPECT_EQ(done.status, 0);
+    EXPECT_EQ(done.output, "tavro-1\n");
+    EXPECT_EQ(done.errors, "tavro-print: tavro-1: waits, the queue is stopped (out of toner)\n");
+    const Run inDialog = print("tavro");
+    EXPECT_EQ(inDialog.status, 0);
+    EXPECT_TRUE(has(inDialog.output, "notice: The document is not printed yet.\n")) << inDialog.output;
+    EXPECT_TRUE(has(inDialog.output, "tavro-2\n")) << inDialog.output;
+}
+
+TEST_F(ProgramWithQueues, DoesNotPrintOnAPrinterThatHasChanged) {
+    // While the program starts, somebody takes the finisher with the booklet maker away.
+    std::thread somebody([this] {
+        EXPECT_TRUE(eventually([this] { return has(server.log(), "GET /printers/tavro.ppd"); }));
+        server.admin("lpadmin -p tavro -o Option2=LCSS");
+    });
+    std::string text;
+    for (int i = 0; i < 5; ++i) {
+        text += "panel 1\npanel 2\npanel 3\npanel 4\n";
+    }
+    const Run done = print("tavro", text + "ok\n");
+    somebody.join();
+    expectNotSent(done, "tavro", "changed");
+    EXPECT_EQ(print("tavro").status, 0);
+}
+
+TEST_F(ProgramWithSmallServer, SaysWhenItsSpoolIsFull) {
+    expectNotSent(print("tavro", "ok\n", {largeDocument(4 << 20)}), "tavro", "Large");
+    server.admin("cupsdisable tavro");
+    EXPECT_EQ(print("tavro").status, 0);
+    EXPECT_EQ(print("tavro").status, 0);
+    fs::remove(settingsFile());
+    expectNotSent(print("tavro"), "tavro", "oo many");
+}
+
+TEST_F(ProgramWithQueues, SaysWhenTheServerGoesAwayInTheMiddleOfAJob) {
+    const std::string document = largeDocument(256 << 20);
+    std::thread killer([this] {
+        const fs::path spool = folder.path() / "server/spool";
+        EXPECT_TRUE(eventually([&] {
+            return std::ranges::any_of(fs::recursive_directory_iterator(spool), [](const auto& entry) {
+                std::error_code ignored;
+                return entry.is_regular_file(ignored) && entry.file_size(ignored) > (1 << 20);
+            });
+        }));
+        server.stop(SIGKILL);
+    });
+    const Run done = print("tavro", "ok\n", {document});
+    killer.join();
+    expectNotSent(done, "tavro", "the print server " + server.address() + " went away");
+}
+
+TEST_F(ProgramWithQueues, WaitsForNoServer) {
+    server.freeze();
+    const Run named = print("tavro");
+    EXPECT_EQ(named.status, 4);
+    EXPECT_EQ(named.errors, "tavro-print: tavro: the print server " + server.address() + " does not answer\n");
+    // Without a name the sample printer is shown, and the menu says why there are no queues.
+    const Run unnamed =
+        run({"--script", add("script", "expect Host:10 items 2\ncontrols\ncancel\n"), kTenPages}, environment());
+    EXPECT_EQ(unnamed.status, 1) << unnamed.errors;
+    EXPECT_TRUE(has(unnamed.output, "The print server does not answer")) << unnamed.output;
+    server.wake();
+}
