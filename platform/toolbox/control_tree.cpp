@@ -34,9 +34,12 @@ OpaqueControlRef* find(QWidget* root, ControlID id) {
 /// The nearest controls below a widget, in the order of its children.
 void collectChildren(const QWidget* parent, std::vector<OpaqueControlRef*>& children) {
     for (QWidget* child : parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow()) {
+            continue;
+        }
         if (OpaqueControlRef* control = OpaqueControlRef::of(child)) {
             children.push_back(control);
-        } else if (!child->isWindow()) {
+        } else {
             collectChildren(child, children);
         }
     }

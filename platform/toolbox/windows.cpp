@@ -49,7 +49,8 @@ OSStatus findButton(WindowRef window, ControlRef* result, Condition condition) {
     }
     for (const QPushButton* button : window->widget->findChildren<QPushButton*>()) {
         OpaqueControlRef* control = OpaqueControlRef::of(button);
-        if (control != nullptr && condition(*button, *control)) {
+        const bool isOwn = button->window() == window->widget;  // not one of a window in front of it
+        if (control != nullptr && isOwn && condition(*button, *control)) {
             *result = control;
             return noErr;
         }

@@ -7,6 +7,7 @@
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <unistd.h>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -133,7 +134,7 @@ TEST_F(ScriptTest, GoesOnInsideModalDialogs) {
 
 TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
     open(property("windowTitle", "string", "Main") + R"(<layout class="QVBoxLayout"><item>)" +
-         widget("QPushButton", 1) + "</item></layout>");
+         widget("QPushButton", 1) + "</item><item>" + widget("QPushButton", 2, command("ok  ")) + "</item></layout>");
     QDialog other;
     other.setWindowTitle(QStringLiteral("Other"));
     QVBoxLayout layout(&other);
@@ -155,10 +156,16 @@ TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
     (new QPushButton(page))->setObjectName(QStringLiteral("away"));
     page->hide();
     add(new QPushButton, "off")->setEnabled(false);
-    QObject::connect(add(new QPushButton, "done"), &QPushButton::clicked, &other, &QDialog::accept);
+    auto* done = add(new QPushButton, "done");
+    done->setDefault(true);
+    QObject::connect(done, &QPushButton::clicked, &other, &QDialog::accept);
     int result = -1;
     const TestHandler opener(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
                              [&](EventHandlerCallRef, EventRef) {
+                                 // As a module does: the window belongs to the one that it was opened from.
+                                 if (result < 0) {
+                                     other.setParent(QApplication::activeWindow(), Qt::Dialog);
+                                 }
                                  result = other.exec();
                                  return noErr;
                              });
@@ -180,6 +187,7 @@ TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
               "  pushButton @away (hidden)\n"
               "  pushButton @off (disabled)\n"
               "  pushButton @done\n");
+    EXPECT_NE(other.parentWidget(), nullptr);
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(text->text(), QStringLiteral("two words"));
     EXPECT_EQ(count->value(), 12);
@@ -190,12 +198,14 @@ TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
     EXPECT_EQ(result, QDialog::Rejected);
     expectFailure(begin + "click @off", "test:2: @off is disabled");
     expectFailure(begin + "click Test:1", "test:2: Test:1 is behind another window");
+    expectFailure(begin + "ok", "test:2: Test:2 is behind another window");
     expectFailure(begin + "set @count 100", "test:2: @count does not take the value 100");
     expectFailure(begin + "choose @kind c", "test:2: @kind cannot be reached or does not take that");
     expectFailure(begin + "choose @kind d", "test:2: @kind has no item \"d\"");
     expectFailure(begin + "type @big x", "test:2: @big is no field that takes this text");
     expectFailure(begin + "click @gone", "test:2: there is no control @gone");
     expectFailure("click @done", "test:1: there is no control @done");
+    EXPECT_EQ(run("controls").output, "window \"Main\"\n  pushButton Test:1\n  pushButton Test:2 command \"ok  \"\n");
 }
 
 TEST_F(ScriptTest, AnswersNoticesBeforehand) {
