@@ -70,17 +70,17 @@ bool ConflictLine::acceptConflicts() const {
     if (report_.sentences.empty()) {
         return true;
     }
-    std::string message;
-    const std::size_t shown = std::min(report_.sentences.size(), kMostSentences);
-    for (std::size_t i = 0; i < shown; ++i) {
-        message += report_.sentences[i] + "\n";
+    std::vector<std::string> sentences = report_.sentences;
+    if (sentences.size() > kMostSentences) {
+        const std::size_t more = sentences.size() - kMostSentences;
+        sentences.resize(kMostSentences);
+        sentences.push_back(utf8(localized(texts_, CFSTR("Conflict Notice More"), std::to_string(more)).get()));
     }
-    if (const std::size_t more = report_.sentences.size() - shown; more > 0) {
-        message += utf8(localized(texts_, CFSTR("Conflict Notice More"), std::to_string(more)).get()) + "\n";
-    }
-    message += "\n" + utf8(report_.remedy.empty()
-                               ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
-                               : localized(texts_, CFSTR("Conflict Notice Remedy"), remedyText(report_, texts_)).get());
+    std::string message = listed(texts_, sentences);
+    message +=
+        "\n\n" + utf8(report_.remedy.empty()
+                          ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
+                          : localized(texts_, CFSTR("Conflict Notice Remedy"), remedyText(report_, texts_)).get());
     CFOptionFlags response = 0;
     CFUserNotificationDisplayAlert(0, kCFUserNotificationCautionAlertLevel, nullptr, nullptr, nullptr,
                                    localized(texts_, CFSTR("Conflict Notice Header")).get(), cfString(message).get(),

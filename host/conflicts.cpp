@@ -176,12 +176,12 @@ std::string remedyTitle(const ConflictReport& report, CFBundleRef texts) {
 }
 
 std::string remedyText(const ConflictReport& report, CFBundleRef texts) {
-    std::string text;
+    std::vector<std::string> changes;
     for (const SettingChange& change : report.remedy) {
         const auto& [title, choice, panel] = change.words;
-        text += text.empty() ? "" : "\n";
-        text += utf8(panel.empty() ? localized(texts, CFSTR("Remedy Change"), {title, choice}).get()
-                                   : localized(texts, CFSTR("Remedy Change Panel"), {title, choice, panel}).get());
+        changes.push_back(utf8(panel.empty()
+                                   ? localized(texts, CFSTR("Remedy Change"), {title, choice}).get()
+                                   : localized(texts, CFSTR("Remedy Change Panel"), {title, choice, panel}).get()));
     }
-    return text;
+    return listed(texts, changes);
 }

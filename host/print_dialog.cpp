@@ -22,18 +22,6 @@ constexpr OSType kCommandCancel = FourCharCode("not!");
 
 constexpr double kSecondsOfPause = 0.1;
 
-/// In lines; several with marks in front.
-CFRef<CFStringRef> listed(const std::vector<std::string>& sentences, CFBundleRef texts) {
-    if (sentences.size() == 1) {
-        return cfString(sentences.front());
-    }
-    std::string lines;
-    for (const std::string& sentence : sentences) {
-        lines += (lines.empty() ? "" : "\n") + utf8(localized(texts, CFSTR("Left Out Line"), sentence).get());
-    }
-    return cfString(lines);
-}
-
 }  // namespace
 
 // ---- Making
@@ -129,6 +117,7 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     }
     presets_->begin(*session_);
     showSummary();
+    conflicts_->show(*session_);
     return start;
 }
 
@@ -278,7 +267,7 @@ bool PrintDialog::acceptLeftOut() const {
     if (sentences.empty()) {
         return true;
     }
-    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), listed(sentences, bundle_),
+    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(listed(bundle_, sentences)),
                        localized(bundle_, CFSTR("Left Out Print")), localized(bundle_, CFSTR("Left Out Go Back")));
 }
 

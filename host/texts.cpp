@@ -27,6 +27,17 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vec
     return cfString(filled);
 }
 
+std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences) {
+    if (sentences.size() == 1) {
+        return sentences.front();
+    }
+    std::string lines;
+    for (const std::string& sentence : sentences) {
+        lines += (lines.empty() ? "" : "\n") + utf8(localized(bundle, CFSTR("List Line"), sentence).get());
+    }
+    return lines;
+}
+
 std::string shortened(const std::string& name) {
     constexpr std::size_t kMost = 38;
     constexpr std::size_t kEnd = 14;

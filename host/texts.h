@@ -16,5 +16,8 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::str
 /// The same with values in place of "%1", "%2" and so on, nine at the most.
 CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vector<std::string>& values);
 
+/// The sentences, each in a line of its own; several with marks in front.
+std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences);
+
 /// What fits on one line of the dialog: of a longer name the middle is left out.
 std::string shortened(const std::string& name);

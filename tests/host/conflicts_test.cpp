@@ -48,7 +48,7 @@ TEST_F(ConflictSentences, NameBothSidesAndTheirPanels) {
     EXPECT_EQ(conflictLine(found, texts.get()), found.sentences[0] + " And one more conflict.");
     EXPECT_EQ(remedyTitle(found, texts.get()), "Chan&ge 2 Settings");
     EXPECT_EQ(remedyText(found, texts.get()),
-              "2-Sided Printing: 1-Sided (Paper and Output)\nOffset: No Offset (Advanced)");
+              "• 2-Sided Printing: 1-Sided (Paper and Output)\n• Offset: No Offset (Advanced)");
 }
 
 TEST_F(ConflictSentences, SayWhatIsNotInstalled) {
