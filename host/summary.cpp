@@ -61,7 +61,7 @@ public:
           changed_(optionsOf(session.printSettings())),
           texts_(texts) {
         std::erase_if(changed_, [this](const auto& option) {
-            return std::ranges::find(usual_.options, option) != usual_.options.end();
+            return std::ranges::find(usual_.options, option) != usual_.options.end() || isBeginningOfPanel(option);
         });
     }
 
@@ -113,6 +113,13 @@ private:
     }
 
     // ---- Options of the PPD, each told once
+
+    /// Without a queue the panel of paper begins with plain paper, whatever the PPD's default (host/panel_defaults.h).
+    bool isBeginningOfPanel(const Options::value_type& option) const {
+        constexpr SInt32 kPlain = 1;
+        return session_.printer().queue().empty() && chosen_.paper.type == kPlain &&
+               option == Options::value_type("MediaType", paperTypeOption(kPlain));
+    }
 
     std::string option(const char* mainKeyword) const { return session_.choice(CFStringMakeConstant(mainKeyword)); }
     bool isChanged(std::string_view mainKeyword) const {

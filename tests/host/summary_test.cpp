@@ -19,7 +19,7 @@ protected:
 }  // namespace
 
 TEST_F(SummaryOf, SettingsThatAreThePrintersOwnIsOneSentence) {
-    const Lines nothing{"All settings are as usual."};
+    const Lines nothing{"All settings are the printer's defaults."};
     EXPECT_EQ(tell(""), nothing);
     // What the panels write when nobody has chosen anything, and what has no meaning.
     EXPECT_EQ(
@@ -30,6 +30,10 @@ TEST_F(SummaryOf, SettingsThatAreThePrintersOwnIsOneSentence) {
                  jobType(1) + item("FaxRecipientList", "<array><dict/></array>"),
              choice("PageRegion", "A4") + choice("JCLMediaColor", "Blue") + choice("Duplex", "None")),
         nothing);
+    // What the panel of paper begins with; without its item somebody else has chosen it.
+    const std::string plain = choice("MediaType", "Standard");
+    EXPECT_EQ(tell(item("JobLevelStock", dictionary(number("Type", 1))), plain), nothing);
+    EXPECT_EQ(tell("", plain), Lines{"Paper Type: Plain Paper"});
 }
 
 TEST_F(SummaryOf, ChoicesOfThePrinterIsInItsWordsAndInTheOrderOfThePanels) {
