@@ -3,6 +3,7 @@
 #include "host/check_settings.h"
 #include "host/command_line.h"
 #include "host/job_setup.h"
+#include "host/notice.h"
 #include "host/places.h"
 #include "host/print_dialog.h"
 #include "host/print_without_window.h"
@@ -11,12 +12,15 @@
 #include "host/script/script_file.h"
 #include "host/script/text.h"
 #include "host/start_marks.h"
+#include "host/texts.h"
 #include "platform/toolbox/Automation.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <initializer_list>
 
 namespace {
 
@@ -29,14 +33,21 @@ ExitStatus fail(const Failure& failure) {
     return failure.status;
 }
 
+bool hasVariable(std::initializer_list<const char*> names) {
+    return std::ranges::any_of(names, [](const char* name) {
+        const char* const value = std::getenv(name);
+        return value != nullptr && *value != '\0';
+    });
+}
+
 bool hasDisplay() {
-    static constexpr std::array kVariables{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
-    for (const char* name : kVariables) {
-        if (const char* value = std::getenv(name); value != nullptr && *value != '\0') {
-            return true;
-        }
-    }
-    return false;
+    return hasVariable({"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"});
+}
+
+/// Whether a desktop has started the program for its user, who does not see standard error there. It tells by which
+/// name it waits for the window (the startup notification of X11 and of Wayland).
+bool isStartedByDesktop() {
+    return hasVariable({"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"});
 }
 
 Result<script::Script> openScript(const std::string& path) {
@@ -74,6 +85,19 @@ void openToolbox(char* programName, bool scripted) {
     static int argumentCount = 1;
     static std::array<char*, 2> arguments{programName, nullptr};
     ToolboxInitialize(&argumentCount, arguments.data(), scripted);
+}
+
+/// Says why the document cannot be printed, in a window too when the user would see nothing else.
+ExitStatus failToOpen(const Failure& failure, const CommandLine& line, char* programName) {
+    const ExitStatus status = fail(failure);
+    if (isStartedByDesktop() && hasDisplay() && !line.isScripted() && !line.print && !line.check) {
+        openToolbox(programName, false);
+        if (auto bundle = openBundle(hostBundlePath())) {
+            showNotice(kCFUserNotificationStopAlertLevel, localized(bundle->get(), CFSTR("Job Failed Header")),
+                       cfString(failure.line));
+        }
+    }
+    return status;
 }
 
 PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const script::Script& parsed) {
@@ -139,7 +163,7 @@ ExitStatus run(const CommandLine& line, char* programName) {
     }
     auto job = openJobSetup(line, samplePPDPath());
     if (!job) {
-        return fail(job.failure());
+        return failToOpen(job.failure(), line, programName);
     }
     markStart("input");
     if (line.check) {

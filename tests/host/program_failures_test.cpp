@@ -103,3 +103,20 @@ TEST_F(Refusals, ScriptsThatCannotBeReadTellEachLine) {
               file + ":1: column 1: there is no such action\n" + file + ":3: column 15: a value is a whole number\n");
     EXPECT_FALSE(fs::exists(folder / "job.ps"));
 }
+
+// What reads standard error must not meet a window; a user at a desktop must.
+TEST_F(Refusals, AreShownInAWindowOnlyWhenADesktopHasStartedTheProgram) {
+    const std::string broken = add("broken.pdf", "no pdf");
+    const Words arguments{"--ppd", kZR420, broken};
+    const Words display{"QT_QPA_PLATFORM=offscreen"};
+    const Words desktop{"QT_QPA_PLATFORM=offscreen", "XDG_ACTIVATION_TOKEN=1"};
+    expectRefusal(run(arguments, display), 4, broken);
+    for (const Words& alone : {Words{"--print"}, Words{"--check"}, Words{"--list-controls"}}) {
+        Words words = alone;
+        words.insert(words.end(), arguments.begin(), arguments.end());
+        expectRefusal(run(words, desktop), 4, broken);
+    }
+    Words waiting{"--signal=KILL", "3", kProgram};
+    waiting.insert(waiting.end(), arguments.begin(), arguments.end());
+    EXPECT_EQ(start("/usr/bin/timeout", waiting, desktop).status, -9) << "nobody has answered the notice";
+}
