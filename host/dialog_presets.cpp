@@ -35,9 +35,6 @@ std::string keyOf(const PrintSession& session) {
 DialogPresets::DialogPresets(ControlRef popUp, CFBundleRef bundle, Dialog dialog, SettingsOrigin origin)
     : bundle_(bundle), dialog_(std::move(dialog)), menu_(popUp, bundle) {
     content_.origin = std::move(origin);
-    for (const auto& file : presets_.list().unreadable) {
-        std::fprintf(stderr, "tavro-print: %s\n", file.line.c_str());
-    }
 }
 
 void DialogPresets::begin(const PrintSession& session) {
@@ -45,7 +42,8 @@ void DialogPresets::begin(const PrintSession& session) {
     printer_ = keyOf(session);
     content_.hasQueue = !session.printer().queue().empty();
     content_.isChanged = false;
-    show();
+    content_.hasLastUsed = lastUsed_.contains(printer_);
+    menu_.show(content_);
 }
 
 void DialogPresets::settle(const PrintSession& session, SInt32 panel) {
@@ -58,17 +56,21 @@ void DialogPresets::settle(const PrintSession& session, SInt32 panel) {
     }
     if (const bool isChanged = !isSamePreset(now, *unchanged_); isChanged != content_.isChanged) {
         content_.isChanged = isChanged;
-        show();
+        menu_.show(content_);
     }
 }
 
-void DialogPresets::show() {
+void DialogPresets::refresh() {
     KeptSettings::Names found = presets_.list();
     content_.presets = std::move(found.names);
-    content_.unreadable.clear();
-    std::ranges::transform(found.unreadable, std::back_inserter(content_.unreadable),
-                           &KeptSettings::Names::Unreadable::file);
-    content_.hasLastUsed = lastUsed_.contains(printer_);
+    std::vector<std::string> unreadable;
+    for (const auto& [file, line] : found.unreadable) {
+        if (std::ranges::find(content_.unreadable, file) == content_.unreadable.end()) {
+            std::fprintf(stderr, "tavro-print: %s\n", line.c_str());
+        }
+        unreadable.push_back(file);
+    }
+    content_.unreadable = std::move(unreadable);
     menu_.show(content_);
 }
 
@@ -115,13 +117,13 @@ Result<JobSettings> DialogPresets::settingsOf(const Origin& origin, const PrintS
 
 void DialogPresets::startFrom(const Origin& origin) {
     Result<JobSettings> settings = settingsOf(origin, dialog_.session());
-    if (!settings) {
+    if (settings) {
+        content_.origin = origin;
+        dialog_.start(*settings);
+    } else {
         tell(CFSTR("Preset Not Read Header"), settings.failure().line);
-        show();  // it may be gone
-        return;
     }
-    content_.origin = origin;
-    dialog_.start(*settings);
+    refresh();  // other dialogs may have kept some, or deleted this one
 }
 
 JobSettings DialogPresets::settingsForOtherPrinter(const PrintSession& session) {
@@ -146,7 +148,7 @@ void DialogPresets::adopt(const Origin& origin) {
     content_.origin = origin;
     unchanged_ = presetContent(dialog_.session().copySettings());
     content_.isChanged = false;
-    show();
+    refresh();
 }
 
 void DialogPresets::save() {
@@ -172,7 +174,7 @@ void DialogPresets::rename() {
     } else {
         content_.origin.name = *name;
     }
-    show();
+    refresh();
 }
 
 void DialogPresets::remove() {
@@ -184,7 +186,7 @@ void DialogPresets::remove() {
     }
     if (const auto reason = presets_.remove(content_.origin.name)) {
         tell(CFSTR("Preset Not Deleted Header"), *reason);
-        show();
+        refresh();
         return;
     }
     adopt({Origin::Kind::elsewhere, {}});

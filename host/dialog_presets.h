@@ -23,6 +23,8 @@ public:
     /// The control and the bundle of its texts and windows must outlive this. `origin` is that of the first session.
     DialogPresets(ControlRef popUp, CFBundleRef bundle, Dialog dialog, SettingsOrigin origin);
 
+    /// Fills the menu with the presets that there are now; those that cannot be read are told on standard error.
+    void refresh();
     /// A session has begun: with the settings of the origin, nothing is changed yet.
     void begin(const PrintSession& session);
     /// The user has done something that may change settings.
@@ -39,7 +41,6 @@ public:
     void rememberSent(const PrintSession& session) const;
 
 private:
-    void show();
     /// Begins anew with settings of the origin, if they can be read.
     void startFrom(const SettingsOrigin& origin);
     [[nodiscard]] Result<JobSettings> settingsOf(const SettingsOrigin& origin, const PrintSession& session) const;

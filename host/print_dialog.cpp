@@ -188,6 +188,7 @@ void PrintDialog::handleShown() {
         end({ExitStatus::cancelled, {}});
         return;
     }
+    presets_->refresh();
     if (auto shown = std::exchange(shown_, nullptr)) {
         printers_->fill(std::move(shown));
     }

@@ -45,11 +45,13 @@ OptionList defaultsBelow(const OpaquePMPrinter& printer, const std::string& dest
         }
     }
     const std::string systemText = readText(systemOptionsPath()).value_or(std::string());
-    setOptions(&options, optionsInText(systemText, printer.queue));
+    OptionList saved = optionsInText(systemText, printer.queue);
     if (destination != printer.queue) {
-        setOptions(&options, optionsInText(systemText, destination));
-        setOptions(&options, optionsInText(userText, printer.queue));
+        setOptions(&saved, optionsInText(systemText, destination));
+        setOptions(&saved, optionsInText(userText, printer.queue));
     }
+    setOptions(&options, saved);
+    setOptions(&options, sortOptions(printer.ppd, printer.ppdPath, saved).choices);
     return options;
 }
 
@@ -62,10 +64,12 @@ bool isKept(const OpaquePMPrinter& printer, const std::string& name) {
     return option != nullptr && !option->installable && name != printer.ppd.passcodeKeyword;
 }
 
-/// The options of the destination's line once the job's are its defaults. Those that are not kept stay as they are.
+/// The options of the destination's line once the job's are its defaults. Those that are not kept stay as they are, but
+/// for those that say the same in other words ("sides"), which would say it against the new ones.
 OptionList mergedOptions(const OptionList& old, const OptionList& wanted, const OptionList& below,
                          const OpaquePMPrinter& printer) {
     OptionList options = old;
+    std::erase_if(options, [](const auto& option) { return isStandardOption(option.first); });
     for (const auto& [name, value] : wanted) {
         if (!isKept(printer, name)) {
             continue;

@@ -62,6 +62,7 @@ using EventLoopTimerUPP = void (*)(EventLoopTimerRef timer, void* userData);
 /// Calls the routine after `delay` seconds and then, when `interval` is above 0, every `interval` seconds.
 OSStatus InstallEventLoopTimer(double delay, double interval, EventLoopTimerUPP routine, void* userData,
                                EventLoopTimerRef* timer);
-/// Calls the routine each time when the user has pressed keys or buttons and then none for `delay` seconds.
+/// Calls the routine each time when the user has pressed keys or buttons and then none for `delay` seconds, and no menu
+/// is open.
 OSStatus InstallEventLoopIdleTimer(double delay, EventLoopTimerUPP routine, void* userData, EventLoopTimerRef* timer);
 OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer);

@@ -2,7 +2,7 @@
 
 #include "platform/toolbox/Windows.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
 #include <QTimer>
 #include <chrono>
@@ -13,7 +13,7 @@ namespace {
 /// Starts a timer anew with each input of the user's.
 class InputWatch : public QObject {
 public:
-    explicit InputWatch(QTimer* timer) : timer_(timer) { QCoreApplication::instance()->installEventFilter(this); }
+    explicit InputWatch(QTimer* timer) : timer_(timer) { QApplication::instance()->installEventFilter(this); }
 
     bool eventFilter(QObject* /*receiver*/, QEvent* event) override {
         switch (event->type()) {
@@ -64,6 +64,10 @@ OSStatus InstallEventLoopTimer(double delay, double interval, EventLoopTimerUPP 
     installed->userData = userData;
     installed->timer.setSingleShot(interval <= 0);
     QObject::connect(&installed->timer, &QTimer::timeout, &installed->timer, [installed] {
+        if (installed->watch && QApplication::activePopupWidget() != nullptr) {
+            installed->timer.start();  // who looks through a menu has not finished
+            return;
+        }
         if (installed->interval > 0) {
             installed->timer.setInterval(milliseconds(installed->interval));
         }

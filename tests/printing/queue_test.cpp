@@ -263,7 +263,7 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
 }
 
 TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
-    saveOptions("Dest elsewhere a=b\nDest tavro Jog=EndOfSet number-up=1\n");
+    saveOptions("Dest elsewhere a=b\nDest tavro Jog=EndOfSet number-up=1 sides=two-sided-long-edge\n");
     server.admin("lpadmin -p tavro -o TREconomode=True");
     const Printer printer(std::string("tavro"));
     const Ticket settings;
@@ -272,6 +272,8 @@ TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
     set(settings.ppd(), "StapleLocation", "1Staple");
     set(settings.ppd(), "JCLPrintQuality", "Enhanced");
     set(settings.ppd(), "Jog", "None");  // as the queue has it
+    EXPECT_EQ(get(settings.ppd(), "Duplex"), "DuplexNoTumble");
+    set(settings.ppd(), "Duplex", "None");  // "sides" says otherwise
     set(settings.ppd(), "JCLPasscode", "Custom.8642");
     set(settings.ppd(), "Fragrance", "Rose");
     settings.setString(kPMPageRangeKey, "1-4");
@@ -306,6 +308,13 @@ TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
     format.setNumber(kPMOrientationKey, 1);
     ASSERT_EQ(save(), noErr) << text(PMGetLastErrorText());
     EXPECT_EQ(readFile(file), "Dest elsewhere a=b\nDest tavro number-up=1\n");
+
+    // An instance has what differs from its queue.
+    saveOptions("Dest tavro Jog=EndOfSet\nDest tavro/draft Duplex=DuplexTumble\n");
+    const Printer draft(std::string("tavro/draft"));
+    set(settings.ppd(), "StapleLocation", "1Staple");
+    ASSERT_EQ(PMPrinterSaveDefaultSettings(draft.get(), settings.get(), format.get()), noErr);
+    EXPECT_EQ(readFile(file), "Dest tavro Jog=EndOfSet\nDest tavro/draft StapleLocation=1Staple Jog=None\n");
 }
 
 TEST_F(Queues, KeepNoDefaultsWhereTheyCannot) {

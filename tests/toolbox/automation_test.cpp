@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QScrollArea>
 #include <QTabBar>
@@ -143,9 +144,17 @@ TEST_F(AutomationTest, IdleTimersFireOncePerPause) {
     QTest::qWait(60);
     EXPECT_EQ(pauses, 1);
     AutomationClick(control(1));
+    QMenu menu;
+    menu.addAction(QStringLiteral("item"));
+    menu.popup({0, 0});
+    QTest::qWait(60);
+    EXPECT_EQ(pauses, 1) << "a menu is open, which must stay as it is";
+    menu.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return pauses == 2; }));
+    AutomationClick(control(1));
     RemoveEventLoopTimer(timer);
     QTest::qWait(60);
-    EXPECT_EQ(pauses, 1);
+    EXPECT_EQ(pauses, 2);
 }
 
 TEST_F(AutomationTest, ValuesChangeByClicksAndKeys) {
