@@ -57,9 +57,10 @@ constexpr std::array kOptions{
 constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT.pdf\n";
 constexpr const char* kNotes =
     "\n"
-    "With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
-    "With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
-    "A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n";
+    "Notes:\n"
+    "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
+    "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
+    "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n";
 constexpr std::size_t kHelpColumn = 30;
 
 struct ExitStatusRow {
