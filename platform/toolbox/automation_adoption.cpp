@@ -51,7 +51,8 @@ OSStatus AutomationFindControl(WindowRef window, CFStringRef name, ControlRef* c
     }
     for (const QWidget* widget : window->widget->findChildren<QWidget*>(toQString(name))) {
         OpaqueControlRef* found = OpaqueControlRef::of(widget);
-        if (found != nullptr && found->origin == ControlOrigin::adopted) {
+        const bool isOwn = widget->window() == window->widget;  // not of a window in front of it
+        if (isOwn && found != nullptr && found->origin == ControlOrigin::adopted) {
             *control = found;
             return noErr;
         }

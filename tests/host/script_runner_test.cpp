@@ -4,10 +4,10 @@
 #include "host/script/watchdog.h"
 #include "platform/toolbox/Menus.h"
 #include "platform/toolbox/Notices.h"
+#include "platform/toolbox/objects.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <unistd.h>
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
@@ -135,7 +135,7 @@ TEST_F(ScriptTest, GoesOnInsideModalDialogs) {
 TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
     open(property("windowTitle", "string", "Main") + R"(<layout class="QVBoxLayout"><item>)" +
          widget("QPushButton", 1) + "</item><item>" + widget("QPushButton", 2, command("ok  ")) + "</item></layout>");
-    QDialog other;
+    QDialog other(window->widget);  // as a module does: it belongs to the window that it was opened from
     other.setWindowTitle(QStringLiteral("Other"));
     QVBoxLayout layout(&other);
     const auto add = [&layout](auto* part, const char* name) {
@@ -162,10 +162,6 @@ TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
     int result = -1;
     const TestHandler opener(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
                              [&](EventHandlerCallRef, EventRef) {
-                                 // As a module does: the window belongs to the one that it was opened from.
-                                 if (result < 0) {
-                                     other.setParent(QApplication::activeWindow(), Qt::Dialog);
-                                 }
                                  result = other.exec();
                                  return noErr;
                              });
@@ -187,7 +183,6 @@ TEST_F(ScriptTest, DrivesWindowsOfOthersByNames) {
               "  pushButton @away (hidden)\n"
               "  pushButton @off (disabled)\n"
               "  pushButton @done\n");
-    EXPECT_NE(other.parentWidget(), nullptr);
     EXPECT_EQ(result, QDialog::Accepted);
     EXPECT_EQ(text->text(), QStringLiteral("two words"));
     EXPECT_EQ(count->value(), 12);
