@@ -13,6 +13,10 @@ namespace {
 
 constexpr std::string_view kCustom = "Custom";
 
+// A PPD may be of any size and kind.
+constexpr std::size_t kMostConflicts = 200;
+constexpr int kMostTries = 2000;
+
 /// A constraint of either of the two keywords of the paper's size is one of the size.
 std::string_view settingOf(std::string_view keyword) {
     return keyword == "PageRegion" ? "PageSize" : keyword;
@@ -35,6 +39,12 @@ bool isInstalled(const PPDFile& ppd, const PPDConstraint::Side& side) {
     return option != nullptr && option->installable;
 }
 
+bool isBroken(const PPDFile& ppd, const PPDConstraint& constraint, const PPDSettings& settings) {
+    return constraint.sides.size() > 1 &&
+           std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); }) &&
+           !std::ranges::all_of(constraint.sides, [&](const auto& side) { return isInstalled(ppd, side); });
+}
+
 PPDConflict keywordsOf(const PPDConstraint& constraint) {
     PPDConflict keywords;
     for (const PPDConstraint::Side& side : constraint.sides) {
@@ -53,7 +63,9 @@ constexpr double kTolerance = 0.1;  // points: what is lost between units
 
 /// A side between the limits, which are points, in hundredths of the unit.
 double clamped(double side, double unit, double minimum, double maximum) {
-    return std::clamp(side, std::ceil(minimum / unit * 100) / 100, std::floor(maximum / unit * 100) / 100);
+    const double least = std::ceil(minimum / unit * 100) / 100;
+    const double most = std::floor(maximum / unit * 100) / 100;
+    return least <= most ? std::clamp(side, least, most) : minimum / unit;
 }
 
 std::string numberText(double number) {
@@ -81,6 +93,16 @@ std::optional<std::string> nearestSize(const PPDFile& ppd, const PPDSettings& se
     const double width = turned ? size->height : clamped(size->width, unit, limits.minWidth, limits.maxWidth);
     const double height = turned ? size->width : clamped(size->height, unit, limits.minHeight, limits.maxHeight);
     return "Custom." + numberText(width) + "x" + numberText(height) + size->unit;
+}
+
+bool isInConflict(const PPDFile& ppd, const PPDSettings& settings, const std::string& keyword) {
+    const auto isOfKeyword = [&](const PPDConstraint::Side& side) { return settingOf(side.keyword) == keyword; };
+    return std::ranges::any_of(ppd.constraints,
+                               [&](const PPDConstraint& constraint) {
+                                   return std::ranges::any_of(constraint.sides, isOfKeyword) &&
+                                          isBroken(ppd, constraint, settings);
+                               }) ||
+           (keyword == "PageSize" && nearestSize(ppd, settings));
 }
 
 bool isPaper(const std::string& keyword) {
@@ -127,9 +149,7 @@ private:
     bool accept(const std::string& keyword, const std::string& option) {
         PPDSettings tried = settings_;
         tried[keyword] = option;
-        if (std::ranges::any_of(findConflicts(ppd_, tried), [&](const PPDConflict& conflict) {
-                return std::ranges::find(conflict, keyword) != conflict.end();
-            })) {
+        if (--triesLeft_ < 0 || isInConflict(ppd_, tried, keyword)) {
             return false;
         }
         settings_ = std::move(tried);
@@ -141,6 +161,7 @@ private:
     PPDSettings settings_;
     PPDSettings changes_;
     const std::set<std::string>& keep_;
+    int triesLeft_ = kMostTries;
 };
 
 }  // namespace
@@ -148,10 +169,7 @@ private:
 std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& settings) {
     std::vector<PPDConflict> conflicts;
     for (const PPDConstraint& constraint : ppd.constraints) {
-        const auto holds = [&](const PPDConstraint::Side& side) { return isChosen(side, settings); };
-        const auto isOfPrinter = [&](const PPDConstraint::Side& side) { return isInstalled(ppd, side); };
-        if (constraint.sides.size() < 2 || !std::ranges::all_of(constraint.sides, holds) ||
-            std::ranges::all_of(constraint.sides, isOfPrinter)) {
+        if (conflicts.size() == kMostConflicts || !isBroken(ppd, constraint, settings)) {
             continue;
         }
         if (PPDConflict conflict = keywordsOf(constraint); !contains(conflicts, conflict)) {

@@ -16,8 +16,8 @@ using PPDSettings = std::map<std::string, std::string, std::less<>>;
 /// size that the printer cannot take.
 using PPDConflict = std::vector<std::string>;
 
-/// All conflicts of what is chosen for a job, each once, in the PPD's order; custom sizes come last. What is installed
-/// and cannot be installed together is no fault of the job's.
+/// The conflicts of what is chosen for a job, 200 at the most, each once, in the PPD's order; custom sizes come last.
+/// What is installed and cannot be installed together is no fault of the job's.
 std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& settings);
 
 /// The changes after which the settings have no conflict; nothing when none are found. What is installed is never

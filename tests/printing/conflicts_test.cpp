@@ -160,6 +160,21 @@ protected:
                               "*UIConstraints: *Option2 HCSS_BK *Option1 True\n")) {}
 };
 
+TEST_F(ConflictsOfAnotherPPD, OfSizesMayHaveNoRoomBetweenTheLimits) {
+    std::string ppd = readFile(kZR420);
+    const std::string width = "points 288 936";
+    ppd.replace(ppd.find(width), width.size(), "points 288.3 288.3");
+    const TemporaryFolder folder;
+    const Printer narrow(folder.add("narrow.ppd", ppd));
+    ASSERT_EQ(narrow.status(), noErr);
+    choose("PageSize", "Custom.200x300mm");
+    CFDictionaryRef changes = nullptr;
+    ASSERT_EQ(PMPrinterCopyRemedy(narrow.get(), settings.get(), info.get(), nullptr, &changes), noErr);
+    const auto owner = CFRef<CFDictionaryRef>::adopt(changes);
+    const std::string nearest = get(changes, "PageSize");
+    EXPECT_TRUE(nearest.starts_with("Custom.101.7") && nearest.ends_with("x300mm")) << nearest;
+}
+
 TEST_F(ConflictsOfAnotherPPD, MayHaveManySidesOfAnyChoice) {
     ASSERT_EQ(printer.status(), noErr);
     choose("Duplex", "DuplexTumble");
