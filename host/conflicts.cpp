@@ -170,9 +170,14 @@ std::string conflictLine(const ConflictReport& report, CFBundleRef texts) {
 }
 
 std::string remedyTitle(const ConflictReport& report, CFBundleRef texts) {
-    return utf8(report.remedy.size() == 1
-                    ? localized(texts, CFSTR("Remedy One"), {report.remedy[0].words.title}).get()
-                    : localized(texts, CFSTR("Remedy Several"), {std::to_string(report.remedy.size())}).get());
+    if (report.remedy.size() != 1) {
+        return utf8(localized(texts, CFSTR("Remedy Several"), std::to_string(report.remedy.size())).get());
+    }
+    std::string title = report.remedy[0].words.title;
+    for (std::size_t at = 0; (at = title.find('&', at)) != std::string::npos; at += 2) {
+        title.insert(at, 1, '&');  // else it would mark a key
+    }
+    return utf8(localized(texts, CFSTR("Remedy One"), title).get());
 }
 
 std::string remedyText(const ConflictReport& report, CFBundleRef texts) {

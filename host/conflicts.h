@@ -28,7 +28,7 @@ std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std
 
 /// The first sentence, and how many more there are.
 std::string conflictLine(const ConflictReport& report, CFBundleRef texts);
-/// What a button says that makes the changes: "Change Staple", "Change 3 Settings".
+/// The title, with a mark before its key, of a button that makes the changes: "C&hange Staple", "C&hange 3 Settings".
 std::string remedyTitle(const ConflictReport& report, CFBundleRef texts);
 /// Each change in a line of its own: "Staple: No Staples (Paper and Output)".
 std::string remedyText(const ConflictReport& report, CFBundleRef texts);

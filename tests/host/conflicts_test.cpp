@@ -46,7 +46,7 @@ TEST_F(ConflictSentences, NameBothSidesAndTheirPanels) {
                      "“2-Sided Printing: 2-Sided, Flip on Long Edge” cannot be used with “Paper Type: Transparency” "
                      "(both in Paper and Output)."}));
     EXPECT_EQ(conflictLine(found, texts.get()), found.sentences[0] + " And one more conflict.");
-    EXPECT_EQ(remedyTitle(found, texts.get()), "Chan&ge 2 Settings");
+    EXPECT_EQ(remedyTitle(found, texts.get()), "C&hange 2 Settings");
     EXPECT_EQ(remedyText(found, texts.get()),
               "• 2-Sided Printing: 1-Sided (Paper and Output)\n• Offset: No Offset (Advanced)");
 }
@@ -76,8 +76,10 @@ TEST_F(ConflictSentences, SayWhatIsNotInstalled) {
 TEST_F(ConflictSentences, TellNearestSizesAndKeepSecrets) {
     choose("PageSize", "Custom.400x600mm");
     EXPECT_EQ(report().sentences, Texts{"“Paper Size: 400 × 600 mm” is too large or too small for this printer."});
-    EXPECT_EQ(remedyTitle(report(), texts.get()), "Chan&ge Paper Size");
+    EXPECT_EQ(remedyTitle(report(), texts.get()), "C&hange Paper Size");
     EXPECT_EQ(remedyText(report(), texts.get()), "Paper Size: 330.2 × 482.6 mm");
+    EXPECT_EQ(remedyTitle({{}, {{"Fold", "None", {"Fold & Punch", "None", ""}}}}, texts.get()),
+              "C&hange Fold && Punch");
 
     install("Option4", "False");
     const auto job = makeCFDictionary();
