@@ -26,6 +26,7 @@ constexpr int kInserts = 10000;
 template <typename Work>
 double median(int rounds, Work work) {
     std::vector<double> times;
+    times.reserve(static_cast<std::size_t>(rounds));
     for (int i = 0; i < rounds; ++i) {
         times.push_back(bench::microseconds(work));
     }
