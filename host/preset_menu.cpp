@@ -61,31 +61,40 @@ std::vector<Item> presetMenuItems(const PresetMenuContent& content) {
     return items;
 }
 
+std::string PresetMenu::text(CFStringRef key) const {
+    return utf8(localized(texts_, key).get());
+}
+
+std::string PresetMenu::text(CFStringRef key, const std::string& value) const {
+    return utf8(localized(texts_, key, value).get());
+}
+
+std::string PresetMenu::originTitle(const Origin& origin, std::size_t most) const {
+    switch (origin.kind) {
+        case Origin::Kind::printerDefaults:
+            return text(CFSTR("Preset Printer's Defaults"));
+        case Origin::Kind::lastUsed:
+            return text(CFSTR("Preset Last Used"));
+        case Origin::Kind::preset:
+            return shortened(origin.name, most);
+        case Origin::Kind::elsewhere:
+            break;
+    }
+    return origin.name.empty() ? text(CFSTR("Preset Unsaved"))
+                               : text(CFSTR("Preset From"), shortened(origin.name, most));
+}
+
 std::string PresetMenu::title(const Item& item, bool isChanged) const {
-    const auto text = [this](CFStringRef key) { return utf8(localized(texts_, key).get()); };
-    const auto about = [this](CFStringRef key, const std::string& value) {
-        return utf8(localized(texts_, key, value).get());
-    };
+    // The pop-up is narrower than its menu, and that something is changed must be seen.
+    constexpr std::size_t kMostOfChanged = 18;
     switch (item.kind) {
-        case Item::Kind::shown: {
-            const std::string origin = title({Item::Kind::origin, item.origin}, false);
-            return isChanged ? about(CFSTR("Preset Changed"), origin) : origin;
-        }
+        case Item::Kind::shown:
+            return isChanged ? text(CFSTR("Preset Changed"), originTitle(item.origin, kMostOfChanged))
+                             : originTitle(item.origin, kOneLine);
         case Item::Kind::origin:
-            switch (item.origin.kind) {
-                case Origin::Kind::printerDefaults:
-                    return text(CFSTR("Preset Printer's Defaults"));
-                case Origin::Kind::lastUsed:
-                    return text(CFSTR("Preset Last Used"));
-                case Origin::Kind::preset:
-                    return shortened(item.origin.name);
-                case Origin::Kind::elsewhere:
-                    break;
-            }
-            return item.origin.name.empty() ? text(CFSTR("Preset Unsaved"))
-                                            : about(CFSTR("Preset From"), shortened(item.origin.name));
+            return originTitle(item.origin, kOneLine);
         case Item::Kind::unreadable:
-            return about(CFSTR("Preset Unreadable"), shortened(item.origin.name));
+            return text(CFSTR("Preset Unreadable"), shortened(item.origin.name));
         case Item::Kind::save:
             return text(CFSTR("Preset Save"));
         case Item::Kind::rename:

@@ -52,6 +52,9 @@ public:
     void revert();
 
 private:
+    [[nodiscard]] std::string text(CFStringRef key) const;
+    [[nodiscard]] std::string text(CFStringRef key, const std::string& value) const;
+    [[nodiscard]] std::string originTitle(const SettingsOrigin& origin, std::size_t most) const;
     [[nodiscard]] std::string title(const PresetMenuItem& item, bool isChanged) const;
 
     ControlRef popUp_;

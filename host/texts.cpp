@@ -38,18 +38,17 @@ std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences
     return lines;
 }
 
-std::string shortened(const std::string& name) {
-    constexpr std::size_t kMost = 38;
-    constexpr std::size_t kEnd = 14;
+std::string shortened(const std::string& name, std::size_t most) {
+    const std::size_t end = most * 3 / 8;
     std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
-    if (units.size() <= kMost) {
+    if (units.size() <= most) {
         return name;
     }
     CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
     // A pair of surrogates that is cut apart would be no text any more.
     const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
-    std::size_t head = kMost - kEnd;
-    std::size_t tail = units.size() - kEnd;
+    std::size_t head = most - end;
+    std::size_t tail = units.size() - end;
     head -= isSecondHalf(units[head]) ? 1 : 0;
     tail += isSecondHalf(units[tail]) ? 1 : 0;
     units = units.substr(0, head) + u"…" + units.substr(tail);
