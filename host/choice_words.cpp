@@ -57,7 +57,7 @@ std::string finishingWords(const PanelChoices& choices, CFBundleRef texts) {
         return words(choices.finishing, texts);
     }
     std::string all;
-    for (SInt32 rest = choices.finishing - kSeveral; rest > 0; rest /= 100) {
+    for (SInt32 rest = choices.finishing < 2 * kSeveral ? choices.finishing - kSeveral : 0; rest > 0; rest /= 100) {
         const std::string part = words(rest % 100, texts);
         all += all.empty() || part.empty() ? part : ", " + part;
     }

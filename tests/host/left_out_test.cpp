@@ -1,10 +1,14 @@
 // What a job leaves out, as its settings say it.
 #include "host/left_out.h"
 
+#include "host/choice_words.h"
 #include "host/paper_options.h"
+#include "jobtypes/job_type.h"
 #include "model/ppd_option_maps.h"
+#include "model/setting_map.h"
 #include "model/special_page_list.h"
 #include "model/sync_covers.h"
+#include "panels/paper_output/finishing_choices.h"
 #include "tests/host/settings_session.h"
 
 namespace {
@@ -149,6 +153,38 @@ TEST_F(LeftOut, IsReadFromTheRecordsThatThePanelsWrite) {
               (Sentences{"The back cover will be like the front cover: on the same paper, and blank or printed as that "
                          "is.",
                          "Pages 4-9 will be printed like all other pages: their exception is left out."}));
+}
+
+TEST_F(LeftOut, FinishingHasANameForEveryChoiceOfThePanels) {
+    const auto words = [this](SInt32 finishing) {
+        PanelChoices choices;
+        choices.finishing = finishing;
+        return finishingWords(choices, bundle.get());
+    };
+    for (SInt32 value = -1; value < 120; ++value) {
+        const FinishingChoice* const choice = FindFinishingChoice(value);
+        const bool isNone = choice == nullptr || value <= kFinishingValueNone;
+        EXPECT_EQ(words(value).empty(), isNone) << value;
+        if (choice != nullptr && value > 10) {
+            EXPECT_EQ(words(value) == words(value - 1), choice->kind == FinishingKindOfValue(value - 1)) << value;
+        }
+    }
+    EXPECT_EQ(words(FinishingValueOf({.staple = 21, .punch = 60, .halfSheetFold = 91})),
+              "2 staples, 3 holes, Z fold of half sheets");
+    EXPECT_EQ(words(INT32_MAX), "");
+    EXPECT_EQ(words(INT32_MIN), "");
+}
+
+TEST(PanelChoices, HaveTheJobTypesOfThePanels) {
+    EXPECT_EQ(PanelChoices::normalJob, kJobTypeNormal);
+    EXPECT_EQ(PanelChoices::faxJob, kJobTypeFax);
+    EXPECT_EQ(PanelChoices::secureJob, kJobTypeSecurePrint);
+    EXPECT_EQ(PanelChoices::delayedJob, kJobTypeDelayedPrint);
+    for (const auto& [key, type] : {std::pair{"Save", PanelChoices::savedJob},
+                                    {"Print and Save", PanelChoices::printedAndSavedJob},
+                                    {"SampleSet", PanelChoices::sampleSetJob}}) {
+        EXPECT_EQ(utf8(LocalizedKeyForTicketValue(JobTypeMap, type)), key);
+    }
 }
 
 TEST(PaperOptions, AreThoseOfThePanels) {
