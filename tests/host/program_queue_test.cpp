@@ -1,6 +1,6 @@
 // The program and real queues: what a job begins with, what comes out of the printer, and what is said when nothing
 // does.
-#include "tests/host/program_fixture.h"
+#include "tests/host/watermark_fixture.h"
 #include "tests/support/print_server.h"
 
 #include <algorithm>
@@ -83,6 +83,59 @@ protected:
     }
 
     PrintServer server;
+};
+
+/// Jobs that the server could not make by itself.
+class ReadyJobs : public WatermarkJobs {
+protected:
+    /// Prints to the queue and into a file. The job has so many pages, each of two sets of its own.
+    std::string expectSameOnBothWays(const Words& how, int pages) const {
+        const auto print = [&](const Words& more) {
+            Words arguments{"--printer", "tavro", "--shots", folder.path().string(), kTenPages};
+            arguments.insert(arguments.end(), how.begin(), how.end());
+            arguments.insert(arguments.end(), more.begin(), more.end());
+            const Run done =
+                run(arguments, {"CUPS_SERVER=" + server.address(), "XDG_DATA_HOME=" + folder.path().string()});
+            EXPECT_EQ(done.status, 0) << done.errors;
+            return done.output;
+        };
+        std::filesystem::remove(server.printedBy("tavro"));
+        const std::string output = print({});
+        const std::size_t name = output.rfind("tavro-");
+        EXPECT_NE(name, std::string::npos) << output;
+        EXPECT_TRUE(server.hasCompleted(output.substr(name, output.find('\n', name) - name))) << server.log();
+        print({"--job-out", folder / "job.ps"});
+        const std::string job = withoutDates(contentOf(server.printedBy("tavro")));
+        EXPECT_TRUE(job == withoutDates(contentOf(folder / "job.ps")));
+        EXPECT_NE(job.find("*NumCopies 2\n"), std::string::npos);
+        const std::size_t count = job.rfind("%%Pages: ");
+        EXPECT_NE(count, std::string::npos);
+        EXPECT_EQ(count == std::string::npos ? 0 : std::stoi(job.substr(count + 9)), pages);
+        return job;
+    }
+    std::string expectSameOnBothWays(const std::string& items, int pages) const {
+        const std::string ticket = add("ticket.plist",
+                                       "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>"
+                                       "<key>com.apple.print.PrintSettings.PMCopies</key><integer>2</integer>"
+                                       "<key>com.apple.print.PrintSettings.PMPageRange</key><string>2-3</string>" +
+                                           items + "</dict></dict></plist>");
+        return expectSameOnBothWays(Words{"--print", "--ticket-in", ticket}, pages);
+    }
+    static std::string jobType(int type, const std::string& more = {}) {
+        return "<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>" + std::to_string(type) +
+               "</integer>" + more + "</dict>";
+    }
+
+    static std::string withoutDates(const std::string& job) {
+        std::istringstream lines(job);
+        std::string text;
+        for (std::string line; std::getline(lines, line);) {
+            text += line.find("Date") == std::string::npos ? line + "\n" : "";
+        }
+        return text;
+    }
+
+    PrintServer server{folder.path() / "server"};
 };
 
 class ProgramWithSmallServer : public ProgramWithQueues {
@@ -228,4 +281,22 @@ TEST_F(ProgramWithQueues, WaitsForNoServer) {
     EXPECT_EQ(unnamed.status, 1) << unnamed.errors;
     EXPECT_TRUE(has(unnamed.output, "The print server does not answer")) << unnamed.output;
     server.wake();
+}
+
+TEST_F(ReadyJobs, AreWhatAFileWouldGet) {
+    server.addQueue("tavro", kZR420);
+    const auto has = [](const std::string& job, const char* part) { return job.find(part) != std::string::npos; };
+    const std::string uncollated =
+        expectSameOnBothWays("<key>PPDDict</key><dict><key>Collate</key><string>False</string></dict>", 2);
+    EXPECT_TRUE(has(uncollated, "%%BeginFeature: *Collate False\n"));
+    EXPECT_FALSE(has(uncollated, "%%BeginFeature: *Collate True\n"));
+    const std::string secure =
+        expectSameOnBothWays(jobType(6, "<key>SecurePrintPassword</key><string>8642</string>"), 2);
+    EXPECT_TRUE(has(secure, "@PJL SET HOLDKEY=\"8642\"\n"));
+    expectSameOnBothWays(jobType(5) + "<key>com.tavro.print.FaxOptions</key><dict><key>CoverSheet</key><true/></dict>",
+                         3);
+    std::string script = contentOf(TAVRO_SOURCE_DIR "/docs/examples/watermark.tavro-script");
+    script.insert(script.rfind("ok"), "set Host:20 2\n");
+    const std::string marked = expectSameOnBothWays(Words{"--script", add("script", script)}, 10);
+    EXPECT_TRUE(has(marked, "%%BeginResource: font ArialMT\n"));
 }
