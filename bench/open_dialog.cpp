@@ -1,15 +1,16 @@
-// From the start of a process to the first frame of its print dialog, for two commands in turn.
+// From the start of a process to the first frame of its print dialog, for ours and its peers in turn.
 //
 // Each command prints "first-frame MICROSECONDS" (of the monotonic clock) when its window is on the screen, and may
-// print further lines "NAME MICROSECONDS" before; their medians are printed as the split of the time.
+// print further lines "NAME MICROSECONDS" before; the medians of ours are printed as the split of its time.
 //
-// usage: bench_open_dialog ROUNDS -- COMMAND... -- PEER COMMAND...
+// usage: bench_open_dialog ROUNDS -- COMMAND... [-- PEER COMMAND...]...
 
 #include "bench/side_by_side.h"
 
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -71,8 +72,9 @@ int main(int argc, char** argv) {
             commands.back().push_back(argv[i]);
         }
     }
-    if (commands.size() != 2 || commands[0].empty() || commands[1].empty()) {
-        std::fprintf(stderr, "usage: %s ROUNDS -- COMMAND... -- PEER COMMAND...\n", argv[0]);
+    const bool isUsable = std::ranges::none_of(commands, [](const auto& command) { return command.empty(); });
+    if (commands.empty() || !isUsable) {
+        std::fprintf(stderr, "usage: %s ROUNDS -- COMMAND... [-- PEER COMMAND...]...\n", argv[0]);
         return 2;
     }
     for (auto& command : commands) {
@@ -81,32 +83,37 @@ int main(int argc, char** argv) {
     const int rounds = std::atoi(argv[1]);
     std::map<std::string, std::vector<double>> split;
     std::vector<std::string> order;
-    std::vector<double> ours;
-    std::vector<double> peer;
-    std::vector<double> ratios;
+    std::vector<std::vector<double>> times(commands.size());
     for (int i = -1; i < rounds; ++i) {
-        const Marks marks = run(commands[0]);
-        const Marks peerMarks = run(commands[1]);
-        if (i < 0) {
-            continue;  // the warm-up
-        }
-        for (const auto& [name, time] : marks) {
-            if (split[name].empty()) {
-                order.push_back(name);
+        for (std::size_t each = 0; each < commands.size(); ++each) {
+            const Marks marks = run(commands[each]);
+            if (i < 0) {
+                continue;  // the warm-up
             }
-            split[name].push_back(time);
+            times[each].push_back(marks.back().second);
+            for (const auto& [name, time] : each == 0 ? marks : Marks()) {
+                if (split[name].empty()) {
+                    order.push_back(name);
+                }
+                split[name].push_back(time);
+            }
         }
-        ours.push_back(marks.back().second);
-        peer.push_back(peerMarks.back().second);
-        ratios.push_back(ours.back() / peer.back());
     }
     double before = 0;
     for (const std::string& name : order) {
         const double at = bench::medianOf(split[name]);
-        std::printf("  %-14s at %7.1f ms  (+%.1f)\n", name.c_str(), at / 1000, (at - before) / 1000);
+        std::printf("    %-14s at %7.1f ms  (+%.1f)\n", name.c_str(), at / 1000, (at - before) / 1000);
         before = at;
     }
-    std::printf("start to first frame: ours %.1f ms   peer %.1f ms   ratio %.2f   (%d rounds)\n",
-                bench::medianOf(ours) / 1000, bench::medianOf(peer) / 1000, bench::medianOf(ratios), rounds);
+    std::printf("  start to first frame, median of %d:  ours %.1f ms\n", rounds, bench::medianOf(times[0]) / 1000);
+    for (std::size_t each = 1; each < commands.size(); ++each) {
+        std::vector<double> ratios;
+        for (std::size_t i = 0; i < times[0].size(); ++i) {
+            ratios.push_back(times[0][i] / times[each][i]);
+        }
+        const char* const slash = std::strrchr(commands[each][0], '/');
+        std::printf("    %-24s %7.1f ms   ratio %.2f\n", slash == nullptr ? commands[each][0] : slash + 1,
+                    bench::medianOf(times[each]) / 1000, bench::medianOf(ratios));
+    }
     return 0;
 }
