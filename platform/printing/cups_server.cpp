@@ -101,7 +101,7 @@ QueueNames askForQueues(int timeoutMilliseconds) {
         first = askForDefault(server).value_or("");
     }
     const auto isFirst = [&](const std::string& name) { return isSameOption(name, first); };
-    std::ranges::stable_partition(found.value, isFirst);
+    std::stable_partition(found.value.begin(), found.value.end(), isFirst);
     return found;
 }
 
