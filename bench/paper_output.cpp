@@ -6,7 +6,7 @@
 #include "bench/side_by_side.h"
 #include "core/installable_options.h"
 #include "core/panel_interface.h"
-#include "host/dialog_controls.h"
+#include "host/dialog/dialog_controls.h"
 #include "jobtypes/fax_options.h"
 #include "jobtypes/fax_recipient_list.h"
 #include "model/plugin_state.h"

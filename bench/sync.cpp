@@ -5,11 +5,11 @@
 // usage: bench_sync PPD PLUGIN HOST_BUNDLE
 
 #include "bench/side_by_side.h"
-#include "host/dialog_controls.h"
-#include "host/left_out.h"
-#include "host/plugin_host.h"
+#include "host/dialog/dialog_controls.h"
+#include "host/dialog/plugin_host.h"
 #include "host/script/text.h"
-#include "host/summary.h"
+#include "host/settings/left_out.h"
+#include "host/settings/summary.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"

@@ -1,18 +1,18 @@
 // tavro-print: the print dialog of Tavro printers.
 
-#include "host/check_settings.h"
-#include "host/command_line.h"
-#include "host/job_setup.h"
-#include "host/notice.h"
+#include "host/dialog/notice.h"
+#include "host/dialog/print_dialog.h"
+#include "host/dialog/start_marks.h"
+#include "host/job/check_settings.h"
+#include "host/job/command_line.h"
+#include "host/job/job_setup.h"
+#include "host/job/print_without_window.h"
 #include "host/places.h"
-#include "host/print_dialog.h"
-#include "host/print_without_window.h"
 #include "host/script/control_listing.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
 #include "host/script/text.h"
-#include "host/start_marks.h"
-#include "host/texts.h"
+#include "host/settings/texts.h"
 #include "platform/toolbox/Automation.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 // What people read about settings that cannot go together.
-#include "host/conflicts.h"
+#include "host/settings/conflicts.h"
 
-#include "host/dictionary_values.h"
+#include "host/settings/dictionary_values.h"
 #include "tests/support/cf_values.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The cover sheet of a fax: what is read for it, and the PDF, as the tools of another library see it.
-#include "host/cover_sheet.h"
+#include "host/job/cover_sheet.h"
 
 #include "host/script/text.h"
 #include "jobtypes/fax_options.h"

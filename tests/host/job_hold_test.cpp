@@ -1,5 +1,5 @@
 // What a job waits for, as the ticket says it and as a queue understands it.
-#include "host/job_hold.h"
+#include "host/settings/job_hold.h"
 #include "jobtypes/job_type.h"
 #include "platform/foundation/CFNumber.h"
 

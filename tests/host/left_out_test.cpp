@@ -1,8 +1,8 @@
 // What a job leaves out, as its settings say it.
-#include "host/left_out.h"
+#include "host/settings/left_out.h"
 
-#include "host/choice_words.h"
-#include "host/paper_options.h"
+#include "host/settings/choice_words.h"
+#include "host/settings/paper_options.h"
 #include "jobtypes/job_type.h"
 #include "model/ppd_option_maps.h"
 #include "model/setting_map.h"

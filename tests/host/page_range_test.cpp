@@ -1,4 +1,4 @@
-#include "host/page_range.h"
+#include "host/settings/page_range.h"
 
 #include <gtest/gtest.h>
 

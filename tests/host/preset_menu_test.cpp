@@ -1,5 +1,5 @@
 // The menu of settings, without a window.
-#include "host/preset_menu.h"
+#include "host/dialog/preset_menu.h"
 
 #include <gtest/gtest.h>
 

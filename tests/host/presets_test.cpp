@@ -1,7 +1,7 @@
 // Settings that are kept by name: what is kept of them, and whatever their names and files are like.
-#include "host/presets.h"
+#include "host/settings/presets.h"
 
-#include "host/preset_content.h"
+#include "host/settings/preset_content.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "tests/files/temporary_folder.h"

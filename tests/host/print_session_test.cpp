@@ -1,5 +1,5 @@
 // What a session makes of settings that may come from anywhere.
-#include "host/print_session.h"
+#include "host/settings/print_session.h"
 
 #include "host/script/text.h"
 #include "platform/foundation/CFPropertyList.h"

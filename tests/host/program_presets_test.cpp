@@ -1,6 +1,6 @@
 // Settings that last: presets, the last used ones, the defaults of a queue, from one run of the program to the next.
-#include "host/preset_content.h"
-#include "host/presets.h"
+#include "host/settings/preset_content.h"
+#include "host/settings/presets.h"
 #include "tests/host/program_fixture.h"
 #include "tests/support/print_server.h"
 

@@ -1,5 +1,5 @@
 // Where people find a setting, and what it is called there.
-#include "host/setting_words.h"
+#include "host/settings/setting_words.h"
 
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"

@@ -1,8 +1,8 @@
 // Sessions with settings of all kinds, written as XML.
 #pragma once
 
-#include "host/print_session.h"
 #include "host/script/text.h"
+#include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
 #include "tests/files/temporary_folder.h"
 

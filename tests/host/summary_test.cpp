@@ -1,5 +1,5 @@
 // The settings in the user's words.
-#include "host/summary.h"
+#include "host/settings/summary.h"
 
 #include "tests/host/settings_session.h"
 

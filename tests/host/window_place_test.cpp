@@ -1,4 +1,4 @@
-#include "host/window_place.h"
+#include "host/dialog/window_place.h"
 
 #include "tests/files/temporary_folder.h"
 #include "tests/toolbox/toolbox_fixture.h"

@@ -1,7 +1,7 @@
 // The gallery's window: one panel at a time in it, dialogs in front of it.
 #pragma once
 
-#include "host/print_session.h"
+#include "host/settings/print_session.h"
 #include "tests/support/gallery/pieces.h"
 
 #include "platform/toolbox/Controls.h"

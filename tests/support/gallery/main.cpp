@@ -1,10 +1,10 @@
 // tavro-gallery: every panel and dialog by itself, for looking and for scripts.
 
-#include "host/installed_options.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
 #include "host/script/text.h"
-#include "host/settings_file.h"
+#include "host/settings/installed_options.h"
+#include "host/settings/settings_file.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Automation.h"
 #include "tests/support/gallery/accessibility.h"

@@ -1,0 +1,26 @@
+#include "host/dialog/dialog_controls.h"
+
+#include "host/script/text.h"
+
+ControlRef hostControl(WindowRef window, HostControl number) {
+    const ControlID id{kHostSignature, number};
+    ControlRef found = nullptr;
+    GetControlByID(window, &id, &found);
+    return found;
+}
+
+void setStaticText(ControlRef label, const CFRef<CFStringRef>& text) {
+    const CFStringRef string = text.get();
+    SetControlData(label, kControlEntireControl, kControlStaticTextCFStringTag, sizeof string, &string);
+}
+
+std::string fieldText(ControlRef field) {
+    CFStringRef text = nullptr;
+    GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
+    return utf8(CFRef<CFStringRef>::adopt(text).get());
+}
+
+void setFieldText(ControlRef field, const CFRef<CFStringRef>& text) {
+    const CFStringRef string = text.get();
+    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof string, &string);
+}

@@ -1,0 +1,171 @@
+#include "host/dialog/general_settings.h"
+
+#include "host/dialog/notice.h"
+#include "host/script/text.h"
+#include "host/settings/conflicts.h"
+#include "host/settings/page_range.h"
+#include "host/settings/texts.h"
+
+namespace {
+
+#define kCollateKeyword CFSTR("Collate")
+#define kPageSizeKeyword CFSTR("PageSize")
+
+// The items of the radio group of pages.
+constexpr SInt32 kAllPages = 1;
+constexpr SInt32 kSomePages = 2;
+
+CFStringRef faultText(PageRangeFault fault) {
+    switch (fault) {
+        case PageRangeFault::order:
+            return CFSTR("Page Range Order");
+        case PageRangeFault::beyondDocument:
+            return CFSTR("Page Range Beyond Document");
+        default:
+            return CFSTR("Page Range Syntax");
+    }
+}
+
+}  // namespace
+
+GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document,
+                                 ChangeShared changeShared)
+    : window_(window),
+      texts_(texts),
+      pageCount_(document.pageCount),
+      changeShared_(std::move(changeShared)),
+      paperSizes_(control(kPaperSize), texts) {
+    static constexpr EventTypeSpec kTyping{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent};
+    InstallControlEventHandler(control(kPageRangeField), handleRangeTyping, 1, &kTyping, this, nullptr);
+    showDocument(document);
+}
+
+// ---- Showing
+
+void GeneralSettings::showDocument(const Document& document) const {
+    setStaticText(control(kDocumentName), cfString(shortened(document.name)));
+    setStaticText(control(kDocumentPages),
+                  pageCount_ == 1 ? localized(texts_, CFSTR("One Page"))
+                                  : localized(texts_, CFSTR("Number of Pages"), std::to_string(pageCount_)));
+}
+
+void GeneralSettings::show(PrintSession& session) {
+    if (session_ == nullptr) {
+        showPageRange(session.pageRange());
+    }
+    session_ = &session;
+    paperSizes_.fill(session);
+    SetControl32BitMinimum(control(kCopies), 1);
+    SetControl32BitMaximum(control(kCopies), kMostCopies);
+    SetControl32BitValue(control(kCopies), session.copies());
+    SetControlVisibility(control(kCollate),
+                         session.choices().offers("Collate", "True") && session.choices().offers("Collate", "False"),
+                         true);
+    whyNotCollated_ = obstacleOf(session, texts_, "Collate", "True");
+    whyNotUncollated_ = obstacleOf(session, texts_, "Collate", "False");
+    showShared();
+}
+
+void GeneralSettings::showPageRange(const std::string& range) const {
+    SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
+    setFieldText(control(kPageRangeField), cfString(range));
+}
+
+void GeneralSettings::showShared() {
+    showCollating();
+    SetControl32BitValue(control(kOrientation), session_->orientation());
+    paperSizes_.show(*session_);
+}
+
+/// A box that cannot be changed for what is not installed is gray, unless that would keep what is not possible.
+void GeneralSettings::showCollating() {
+    const ControlRef box = control(kCollate);
+    const bool collates = session_->choice(kCollateKeyword) == "True";
+    const std::string& now = collates ? whyNotCollated_ : whyNotUncollated_;
+    const std::string& other = collates ? whyNotUncollated_ : whyNotCollated_;
+    const bool isGray = now.empty() && !other.empty();
+    SetControl32BitValue(box, collates ? 1 : 0);
+    isGray ? DisableControl(box) : EnableControl(box);
+    HMSetControlHelpContent(box, (isGray ? cfString(other) : localized(texts_, CFSTR("Collate Help"))).get());
+}
+
+// ---- What the user does
+
+bool GeneralSettings::handleHit(SInt32 number) {
+    struct HitRow {
+        HostControl number;
+        void (GeneralSettings::*act)();
+    };
+    // clang-format off
+    static constexpr HitRow kHits[] = {
+        // control, what happens
+        {kCopies, &GeneralSettings::copiesChanged},
+        {kCollate, &GeneralSettings::collateChanged},
+        {kPages, &GeneralSettings::pagesChanged},
+        {kPaperSize, &GeneralSettings::paperSizeChosen},
+        {kOrientation, &GeneralSettings::orientationChosen},
+    };
+    // clang-format on
+    for (const HitRow& row : kHits) {
+        if (row.number == number) {
+            (this->*row.act)();
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Who types a range wants it.
+OSStatus GeneralSettings::handleRangeTyping(EventHandlerCallRef, EventRef, void* self) {
+    SetControl32BitValue(static_cast<GeneralSettings*>(self)->control(kPages), kSomePages);
+    return eventNotHandledErr;
+}
+
+void GeneralSettings::copiesChanged() {
+    session_->setCopies(GetControl32BitValue(control(kCopies)));
+}
+
+void GeneralSettings::collateChanged() {
+    const bool collate = GetControl32BitValue(control(kCollate)) == 1;
+    changeShared_([&] { session_->setChoice(kCollateKeyword, collate ? CFSTR("True") : CFSTR("False")); });
+}
+
+void GeneralSettings::pagesChanged() {
+    if (GetControl32BitValue(control(kPages)) == kSomePages) {
+        SetKeyboardFocus(window_, control(kPageRangeField));
+    }
+}
+
+void GeneralSettings::paperSizeChosen() {
+    if (const std::string size = paperSizes_.chosen(); !size.empty()) {
+        changeShared_([&] { session_->setChoice(kPageSizeKeyword, cfString(size).get()); });
+    }
+}
+
+void GeneralSettings::orientationChosen() {
+    const SInt32 orientation = GetControl32BitValue(control(kOrientation));
+    changeShared_([&] { session_->setOrientation(orientation); });
+}
+
+PageRangeFault GeneralSettings::takePages() {
+    if (GetControl32BitValue(control(kPages)) == kAllPages) {
+        session_->setPageRange({});
+        return PageRangeFault::none;
+    }
+    const PageRange range = readPageRange(fieldText(control(kPageRangeField)), pageCount_);
+    if (range.fault == PageRangeFault::none) {
+        session_->setPageRange(range.pages);
+    }
+    return range.fault;
+}
+
+bool GeneralSettings::takePageRange() {
+    const PageRangeFault fault = takePages();
+    if (fault == PageRangeFault::none) {
+        return true;
+    }
+    showNotice(kCFUserNotificationCautionAlertLevel, localized(texts_, CFSTR("Page Range Header")),
+               localized(texts_, faultText(fault), std::to_string(pageCount_)));
+    SetKeyboardFocus(window_, control(kPageRangeField));
+    return false;
+}

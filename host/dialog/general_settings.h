@@ -1,0 +1,60 @@
+// The settings that every printer has, beside the maker's panels: the left side of the dialog.
+#pragma once
+
+#include "host/dialog/dialog_controls.h"
+#include "host/dialog/paper_size_menu.h"
+#include "host/job/document.h"
+#include "host/settings/page_range.h"
+#include "host/settings/print_session.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Events.h"
+
+#include <functional>
+#include <string>
+
+class GeneralSettings {
+public:
+    /// Runs a change of settings that the maker's panels may show too, with them told before and afterwards.
+    using ChangeShared = std::function<void(const std::function<void()>& change)>;
+
+    /// The window and the bundle of its texts must outlive this. Shows the document.
+    GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document, ChangeShared changeShared);
+
+    /// Shows a session's settings from now on. The pages to print are the document's: they stay from session to
+    /// session.
+    void show(PrintSession& session);
+    /// Shows the settings that the maker's panels may have changed too.
+    void showShared();
+
+    /// Takes what the user did with one of these controls; false for any other control.
+    bool handleHit(SInt32 number);
+
+    /// Takes the pages to print into the session, unless they make no sense.
+    PageRangeFault takePages();
+    /// The same; false when they make no sense, which the user is then told.
+    bool takePageRange();
+
+private:
+    static OSStatus handleRangeTyping(EventHandlerCallRef next, EventRef event, void* self);
+
+    ControlRef control(HostControl number) const { return hostControl(window_, number); }
+    void showDocument(const Document& document) const;
+    void showPageRange(const std::string& range) const;
+    void showCollating();
+
+    // What the user does
+    void copiesChanged();
+    void collateChanged();
+    void pagesChanged();
+    void paperSizeChosen();
+    void orientationChosen();
+
+    WindowRef window_;
+    CFBundleRef texts_;
+    std::int64_t pageCount_;
+    ChangeShared changeShared_;
+    PaperSizeMenu paperSizes_;
+    std::string whyNotCollated_;  // with what is installed; empty when it can be done
+    std::string whyNotUncollated_;
+    PrintSession* session_ = nullptr;  // lent; null before the first one is shown
+};

@@ -1,0 +1,64 @@
+#include "host/dialog/paper_size_menu.h"
+
+#include "host/script/text.h"
+#include "host/settings/conflicts.h"
+#include "host/settings/setting_words.h"
+#include "platform/toolbox/Menus.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char* kPageSize = "PageSize";
+
+}  // namespace
+
+void PaperSizeMenu::fill(const PrintSession& session) {
+    const MenuRef menu = GetControlPopupMenuHandle(popUp_);
+    DeleteMenuItems(menu, 1, CountMenuItems(menu));
+    options_.clear();
+    const PMPrinter printer = session.printer().get();
+    for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
+        PMPaper paper{};
+        PMPrinterGetIndPaper(printer, i, &paper);
+        add(paper.title, utf8(paper.name));
+        const std::string obstacle = obstacleOf(session, texts_, kPageSize, options_.back());
+        if (!obstacle.empty()) {
+            DisableMenuItem(menu, CountMenuItems(menu));
+            HMSetMenuItemHelpContent(menu, CountMenuItems(menu), cfString(obstacle).get());
+        }
+    }
+    sizesOfPrinter_ = options_.size();
+}
+
+void PaperSizeMenu::show(const PrintSession& session) {
+    const std::string option = session.choice(CFSTR("PageSize"));
+    if (std::ranges::find(options_, option) == options_.end()) {
+        addCustom(session, option);
+    }
+    const auto found = std::ranges::find(options_, option);
+    SetControl32BitValue(popUp_, found == options_.end() ? 0 : static_cast<SInt32>(found - options_.begin()) + 1);
+}
+
+std::string PaperSizeMenu::chosen() const {
+    const SInt32 item = GetControl32BitValue(popUp_);
+    return item < 1 ? std::string() : options_.at(static_cast<std::size_t>(item) - 1);
+}
+
+void PaperSizeMenu::add(CFStringRef title, const std::string& option) {
+    AppendMenuItemTextWithCFString(GetControlPopupMenuHandle(popUp_), title, 0, 0, nullptr);
+    options_.push_back(option);
+}
+
+/// Takes the place of the one before.
+void PaperSizeMenu::addCustom(const PrintSession& session, const std::string& option) {
+    const auto words = settingWords(session.printer(), texts_, kPageSize, option);
+    if (!words) {
+        return;
+    }
+    if (options_.size() > sizesOfPrinter_) {
+        DeleteMenuItems(GetControlPopupMenuHandle(popUp_), static_cast<MenuItemIndex>(options_.size()), 1);
+        options_.pop_back();
+    }
+    add(cfString(words->choice).get(), option);
+}

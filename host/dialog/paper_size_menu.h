@@ -1,0 +1,32 @@
+// The menu of paper sizes: those of the printer, and a custom one that was chosen elsewhere.
+#pragma once
+
+#include "host/settings/print_session.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Controls.h"
+
+#include <string>
+#include <vector>
+
+class PaperSizeMenu {
+public:
+    /// The pop-up and the bundle of its texts must outlive this.
+    PaperSizeMenu(ControlRef popUp, CFBundleRef texts) : popUp_(popUp), texts_(texts) {}
+
+    /// Fills the menu with the sizes of a session's printer. Those that it cannot print with what it has installed are
+    /// gray, and say why.
+    void fill(const PrintSession& session);
+    /// Shows the size that the session asks for.
+    void show(const PrintSession& session);
+    /// The option of "PageSize" that is shown; empty when none is.
+    std::string chosen() const;
+
+private:
+    void add(CFStringRef title, const std::string& option);
+    void addCustom(const PrintSession& session, const std::string& option);
+
+    ControlRef popUp_;
+    CFBundleRef texts_;
+    std::vector<std::string> options_;  // in the order of the menu's items
+    std::size_t sizesOfPrinter_ = 0;    // the first ones
+};

@@ -1,0 +1,343 @@
+#include "host/dialog/print_dialog.h"
+
+#include "host/dialog/notice.h"
+#include "host/dialog/start_marks.h"
+#include "host/dialog/window_place.h"
+#include "host/job/print_job.h"
+#include "host/script/stage.h"
+#include "host/script/text.h"
+#include "host/script/watchdog.h"
+#include "host/settings/left_out.h"
+#include "host/settings/remedy.h"
+#include "host/settings/summary.h"
+#include "host/settings/texts.h"
+#include "platform/toolbox/Windows.h"
+
+#include <array>
+
+namespace {
+
+constexpr OSType kCommandOK = FourCharCode("ok  ");
+constexpr OSType kCommandCancel = FourCharCode("not!");
+
+constexpr double kSecondsOfPause = 0.1;
+
+}  // namespace
+
+// ---- Making
+
+Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, PluginHost& plugin, Setup setup) {
+    std::unique_ptr<PrintDialog> dialog(new PrintDialog(bundle, plugin, std::move(setup)));
+    if (auto failure = dialog->openWindow()) {
+        return *failure;
+    }
+    markStart("window");
+    dialog->installHandlers();
+    const JobSetup& first = dialog->setup_.job;
+    dialog->printers_.emplace(dialog->control(kPrinterMenu), bundle, dialog->setup_.printerChoice,
+                              first.printer.name());
+    dialog->general_.emplace(dialog->window_, bundle, first.document,
+                             [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
+    dialog->makePresets();
+    dialog->conflicts_.emplace(dialog->window_, bundle);
+    dialog->printer_ = first.printer;
+    dialog->installed_ = first.installedOptions;
+    const auto start = dialog->startSession(first.settings);
+    if (start == PluginHost::Start::refused && first.printer.isOfMaker()) {
+        return Failure{ExitStatus::unusableInput, plugin.path() + ": its settings panels do not start"};
+    }
+    markStart("panels");
+    return dialog;
+}
+
+PrintDialog::PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup)
+    : bundle_(bundle), plugin_(plugin), setup_(std::move(setup)) {}
+
+PrintDialog::~PrintDialog() {
+    RemoveEventLoopTimer(pause_);
+    plugin_.stop(noErr);
+    DisposeWindow(window_);
+}
+
+std::optional<Failure> PrintDialog::openWindow() {
+    IBNibRef nib = nullptr;
+    OSStatus status = CreateNibReferenceWithCFBundle(bundle_, CFSTR("PrintDialog"), &nib);
+    if (status == noErr) {
+        status = CreateWindowFromNib(nib, CFSTR("PrintDialog"), &window_);
+        DisposeNibReference(nib);
+    }
+    switch (status) {
+        case noErr:
+            return std::nullopt;
+        case kNibNotFoundErr: {
+            const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyBundleURL(bundle_));
+            std::array<UInt8, 4096> path{};
+            CFURLGetFileSystemRepresentation(url.get(), true, path.data(), static_cast<CFIndex>(path.size()));
+            return unusable(reinterpret_cast<const char*>(path.data()), "its nib PrintDialog is missing");
+        }
+        default:
+            // The toolbox has told already which file does not load, and why.
+            return Failure{ExitStatus::unusableInput, {}};
+    }
+}
+
+void PrintDialog::installHandlers() {
+    // Before the maker's panels are there: their handlers come first and may hold the dialog open.
+    static constexpr std::array kEvents{EventTypeSpec{kEventClassControl, kEventControlHit},
+                                        EventTypeSpec{kEventClassCommand, kEventCommandProcess},
+                                        EventTypeSpec{kEventClassWindow, kEventWindowShown}};
+    InstallWindowEventHandler(window_, handleEvent, kEvents.size(), kEvents.data(), this, nullptr);
+    InstallEventLoopIdleTimer(
+        kSecondsOfPause, [](EventLoopTimerRef, void* self) { static_cast<PrintDialog*>(self)->settle(); }, this,
+        &pause_);
+}
+
+void PrintDialog::makePresets() {
+    presets_.emplace(control(kPresetMenu), bundle_,
+                     DialogPresets::Dialog{[this]() -> PrintSession& {
+                                               takeMakersSettings();
+                                               return *session_;
+                                           },
+                                           [this](const JobSettings& settings) { startSession(settings); },
+                                           [this] { renewPrinter(); }},
+                     setup_.job.origin);
+}
+
+PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
+    plugin_.stop(noErr);
+    session_ = std::make_unique<PrintSession>(printer_, settings, installed_.get(), setup_.job.document.name);
+    general_->show(*session_);
+    conflicts_->forget();
+    const auto start = plugin_.start(control(kMakersPlace), session_->get());
+    const bool hasPanels = start == PluginHost::Start::started;
+    SetControlVisibility(control(kMakersPlace), hasPanels, true);
+    SetControlVisibility(control(kNoMakersPanels), !hasPanels, true);
+    if (!hasPanels) {
+        setStaticText(control(kNoMakersPanels), localized(bundle_, CFSTR("No Maker's Panels"), printer_.name()));
+    }
+    presets_->begin(*session_);
+    showSummary();
+    conflicts_->show(*session_);
+    return start;
+}
+
+// ---- Events
+
+OSStatus PrintDialog::handleEvent(EventHandlerCallRef, EventRef event, void* self) {
+    auto& dialog = *static_cast<PrintDialog*>(self);
+    switch (GetEventClass(event)) {
+        case kEventClassControl: {
+            ControlRef control = nullptr;
+            GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof control, nullptr,
+                              &control);
+            return dialog.handleHit(control);
+        }
+        case kEventClassCommand: {
+            HICommand command{};
+            GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr,
+                              &command);
+            return dialog.handleCommand(command.commandID);
+        }
+        default:
+            dialog.handleShown();
+            return noErr;
+    }
+}
+
+OSStatus PrintDialog::handleHit(ControlRef control) {
+    ControlID id{};
+    GetControlID(control, &id);
+    if (control != panelSelector()) {
+        presets_->touch();
+    }
+    if (id.signature != kHostSignature) {
+        general_->showShared();  // one of the maker's controls: it may have written a setting that stands here too
+        return eventNotHandledErr;
+    }
+    if (id.id == kPrinterMenu) {
+        printerChosen();
+        return noErr;
+    }
+    if (id.id == kPresetMenu) {
+        presets_->act();
+        return noErr;
+    }
+    if (id.id == kConflictButton) {
+        remedyChosen();
+        return noErr;
+    }
+    return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
+}
+
+OSStatus PrintDialog::handleCommand(OSType command) {
+    switch (command) {
+        case kCommandOK:
+            accept();
+            return noErr;
+        case kCommandCancel:
+            end({ExitStatus::cancelled, {}});
+            return noErr;
+        default:
+            return eventNotHandledErr;
+    }
+}
+
+void PrintDialog::handleShown() {
+    markStart("first-frame");
+    if (startIsMeasured()) {
+        end({ExitStatus::cancelled, {}});
+        return;
+    }
+    presets_->refresh();
+    if (auto shown = std::exchange(shown_, nullptr)) {
+        printers_->fill(std::move(shown));
+    }
+}
+
+void PrintDialog::settle() {
+    if (!outcome_ && FrontNonFloatingWindow() == window_) {
+        takeMakersSettings();
+        general_->takePages();
+        presets_->settle(*session_, GetControl32BitValue(panelSelector()));
+        showSummary();
+    }
+}
+
+void PrintDialog::showSummary() {
+    std::string lines;
+    for (const std::string& line : summarize(*session_, bundle_)) {
+        lines += (lines.empty() ? "" : "\n") + line;
+    }
+    if (lines != summary_) {
+        setFieldText(control(kSummary), cfString(lines));
+        summary_ = lines;
+    }
+}
+
+// ---- What the user does
+
+ControlRef PrintDialog::panelSelector() const {
+    ControlRef selector = nullptr;
+    GetControlByID(window_, &script::kPanelSelector, &selector);
+    return selector;
+}
+
+void PrintDialog::takeMakersSettings() {
+    plugin_.copyControlsToTickets();
+    session_->updatePaperRectangle();
+    general_->showShared();
+    conflicts_->show(*session_);
+}
+
+void PrintDialog::changeShared(const std::function<void()>& change) {
+    plugin_.copyControlsToTickets();
+    change();
+    session_->updatePaperRectangle();
+    plugin_.copyTicketsToControls();
+    general_->showShared();
+}
+
+void PrintDialog::printerChosen() {
+    if (printers_->chosen() == printers_->settled()) {
+        return;
+    }
+    Result<Printer> printer = openPrinter(printers_->chosen());
+    if (!printer) {
+        showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Printer Unusable Header")),
+                   cfString(printer.failure().line));
+        printers_->revert();
+        return;
+    }
+    printers_->settle();
+    takeMakersSettings();
+    const JobSettings settings = presets_->settingsForOtherPrinter(*session_);
+    printer_ = *printer;
+    installed_ = nullptr;
+    startSession(settings);
+}
+
+void PrintDialog::renewPrinter() {
+    if (Result<Printer> printer = openPrinter(printers_->settled())) {
+        printer_ = *printer;
+    }
+}
+
+bool PrintDialog::acceptLeftOut() const {
+    const JobWay way = setup_.job.jobOut.empty() ? JobWay::queue : JobWay::file;
+    const std::vector<std::string> sentences = tellLeftOut(*session_, way, bundle_);
+    if (sentences.empty()) {
+        return true;
+    }
+    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(listed(bundle_, sentences)),
+                       localized(bundle_, CFSTR("Left Out Print")), localized(bundle_, CFSTR("Left Out Go Back")));
+}
+
+void PrintDialog::remedyChosen() {
+    changeShared([this] { applyRemedy(conflicts_->report().remedy, session_.get()); });
+    takeMakersSettings();
+}
+
+void PrintDialog::accept() {
+    takeMakersSettings();
+    if (!general_->takePageRange() || !conflicts_->acceptConflicts() || !acceptLeftOut()) {
+        return;
+    }
+    script::stopWatchdog();  // a long document may take its time
+    const JobOutcome job = sendJob(setup_.job.document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
+    if (!job.failure.empty()) {
+        showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
+                   cfString(job.failure));
+        if (!setup_.scripted) {
+            // The settings are still there, for another printer or another try.
+            if (job.isPrinterChanged) {
+                renewPrinter();
+                startSession(session_->copySettings());
+            }
+            return;
+        }
+    } else if (!job.obstacle.empty()) {
+        showNotice(kCFUserNotificationNoteAlertLevel, localized(bundle_, CFSTR("Job Waits Header")),
+                   cfString(job.obstacle));
+    }
+    if (job.failure.empty()) {
+        presets_->rememberSent(*session_);
+    }
+    const auto notWritten =
+        setup_.job.ticketOut.empty() ? std::nullopt : writeSettingsFile(session_->copySettings(), setup_.job.ticketOut);
+    if (notWritten) {
+        showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
+                   cfString(*notWritten));
+    }
+    if (!job.failure.empty()) {
+        end({ExitStatus::notSent, job.failure});
+    } else if (notWritten) {
+        end({ExitStatus::unusableInput, *notWritten});
+    } else {
+        end({ExitStatus::success, {}});
+    }
+}
+
+// ---- Beginning and end
+
+PrintDialog::Outcome PrintDialog::run(std::function<void()> shown) {
+    shown_ = std::move(shown);
+    if (!setup_.scripted) {
+        restoreWindowPlace(window_);
+    }
+    RunAppModalLoopForWindow(window_);
+    Outcome outcome = outcome_.value_or(Outcome{ExitStatus::cancelled, {}});
+    plugin_.stop(noErr);
+    return outcome;
+}
+
+void PrintDialog::end(Outcome outcome) {
+    if (outcome_) {
+        return;
+    }
+    outcome_ = std::move(outcome);
+    if (!setup_.scripted && !startIsMeasured()) {
+        rememberWindowPlace(window_);
+    }
+    HideWindow(window_);
+    QuitAppModalLoopForWindow(window_);
+}

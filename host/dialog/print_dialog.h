@@ -1,0 +1,105 @@
+// The print dialog: the settings that every printer has, and beside them the maker's panels.
+#pragma once
+
+#include "host/dialog/conflict_line.h"
+#include "host/dialog/dialog_controls.h"
+#include "host/dialog/dialog_presets.h"
+#include "host/dialog/general_settings.h"
+#include "host/dialog/plugin_host.h"
+#include "host/dialog/printer_menu.h"
+#include "host/job/job_setup.h"
+#include "host/settings/print_session.h"
+#include "platform/foundation/CFBundle.h"
+#include "platform/toolbox/Events.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+class PrintDialog {
+public:
+    struct Setup {
+        JobSetup job;
+        PrinterChoice printerChoice;  // of the job's printer, which is shown first
+        bool scripted = false;
+    };
+
+    /// How the dialog ended; the line is empty unless something failed.
+    struct Outcome {
+        ExitStatus status;
+        std::string line;
+    };
+
+    /// Makes the window and starts the maker's panels in it. Bundle and plug-in must outlive the dialog.
+    static Result<std::unique_ptr<PrintDialog>> make(CFBundleRef bundle, PluginHost& plugin, Setup setup);
+    ~PrintDialog();
+    PrintDialog(const PrintDialog&) = delete;
+    PrintDialog& operator=(const PrintDialog&) = delete;
+
+    WindowRef window() const { return window_; }
+
+    /// Shows the dialog until it ends. `shown` is called when its first frame is on the screen and the queues are in
+    /// its menu.
+    Outcome run(std::function<void()> shown);
+
+    /// Ends the dialog as if by its Cancel button, with another status or line where that is said. Only the first end
+    /// of a dialog counts.
+    void end(Outcome outcome);
+
+    /// A sentence for each conflict between the settings, as they were when the user last paused.
+    const std::vector<std::string>& conflicts() const { return conflicts_->report().sentences; }
+
+    /// Brings what the window says about the settings up to date: done whenever the user pauses.
+    void settle();
+
+private:
+    PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup);
+
+    static OSStatus handleEvent(EventHandlerCallRef next, EventRef event, void* self);
+    OSStatus handleHit(ControlRef control);
+    OSStatus handleCommand(OSType command);
+    void handleShown();
+
+    std::optional<Failure> openWindow();
+    void installHandlers();
+    ControlRef control(HostControl number) const { return hostControl(window_, number); }
+
+    void makePresets();
+    /// Makes a session for the printer from the settings, and starts the maker's panels on it.
+    PluginHost::Start startSession(const JobSettings& settings);
+    /// Changes the session's settings: the maker's panels write all of theirs first, and read the changed ones
+    /// afterwards.
+    void changeShared(const std::function<void()>& change);
+    /// Shows what the settings ask for beside what the printer does by itself.
+    void showSummary();
+    /// Which of the maker's panels is shown; null when there are none.
+    ControlRef panelSelector() const;
+    /// Takes what the maker's panels show into the tickets.
+    void takeMakersSettings();
+
+    // What the user does
+    void printerChosen();
+    /// Goes on with the printer's present defaults, when it can still be opened.
+    void renewPrinter();
+    void remedyChosen();
+    void accept();
+    /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.
+    bool acceptLeftOut() const;
+
+    CFBundleRef bundle_;  // lent
+    PluginHost& plugin_;
+    Setup setup_;
+    WindowRef window_ = nullptr;
+    std::optional<GeneralSettings> general_;
+    std::optional<PrinterMenu> printers_;
+    std::optional<DialogPresets> presets_;
+    Printer printer_;
+    CFRef<CFDictionaryRef> installed_;  // options of the printer, on top of its own; may be null
+    std::string summary_;               // as it is shown
+    std::unique_ptr<PrintSession> session_;
+    std::optional<ConflictLine> conflicts_;
+    std::function<void()> shown_;
+    EventLoopTimerRef pause_ = nullptr;
+    std::optional<Outcome> outcome_;
+};

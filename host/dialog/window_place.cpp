@@ -1,0 +1,78 @@
+#include "host/dialog/window_place.h"
+
+#include "host/script/text.h"
+#include "platform/files/folders.h"
+#include "platform/files/url_access.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFNumber.h"
+#include "platform/foundation/CFPropertyList.h"
+
+#include <optional>
+
+namespace {
+
+#define kLeftKey CFSTR("PrintDialogLeft")
+#define kTopKey CFSTR("PrintDialogTop")
+
+CFRef<CFURLRef> preferencesFile(bool makeFolder) {
+    FSRef folder{};
+    if (FSFindFolder(kUserDomain, kPreferencesFolderType, makeFolder, &folder) != noErr) {
+        return nullptr;
+    }
+    return fileURL(std::string(folder.path) + "/com.tavro.print.dialog.plist");
+}
+
+std::optional<SInt16> number(CFDictionaryRef dictionary, CFStringRef key) {
+    const CFTypeRef item = CFDictionaryGetValue(dictionary, key);
+    SInt16 value = 0;
+    if (CFGetTypeID(item) != CFNumberGetTypeID() ||
+        !CFNumberGetValue(static_cast<CFNumberRef>(item), kCFNumberSInt16Type, &value)) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+void setNumber(CFMutableDictionaryRef dictionary, CFStringRef key, SInt16 value) {
+    CFDictionarySetValue(dictionary, key,
+                         CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt16Type, &value)).get());
+}
+
+}  // namespace
+
+void restoreWindowPlace(WindowRef window) {
+    const auto file = preferencesFile(false);
+    CFDataRef bytes = nullptr;
+    SInt32 error = 0;
+    if (!file || !CFURLCreateDataAndPropertiesFromResource(nullptr, file.get(), &bytes, nullptr, nullptr, &error)) {
+        return;
+    }
+    const auto data = CFRef<CFDataRef>::adopt(bytes);
+    const auto root = CFRef<CFTypeRef>::adopt(
+        CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, nullptr));
+    Rect bounds{};
+    if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID() || GetWindowContentBounds(window, &bounds) != noErr) {
+        return;
+    }
+    const auto left = number(static_cast<CFDictionaryRef>(root.get()), kLeftKey);
+    const auto top = number(static_cast<CFDictionaryRef>(root.get()), kTopKey);
+    if (left && top) {
+        const Rect place{*top, *left, static_cast<SInt16>(*top + (bounds.bottom - bounds.top)),
+                         static_cast<SInt16>(*left + (bounds.right - bounds.left))};
+        SetWindowContentBounds(window, &place);
+    }
+}
+
+void rememberWindowPlace(WindowRef window) {
+    const auto file = preferencesFile(true);
+    Rect bounds{};
+    if (!file || GetWindowContentBounds(window, &bounds) != noErr) {
+        return;
+    }
+    const auto root = CFRef<CFMutableDictionaryRef>::adopt(
+        CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+    setNumber(root.get(), kLeftKey, bounds.left);
+    setNumber(root.get(), kTopKey, bounds.top);
+    const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
+    SInt32 error = 0;
+    CFURLWriteDataAndPropertiesToResource(file.get(), data.get(), nullptr, &error);
+}

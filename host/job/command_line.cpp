@@ -1,0 +1,220 @@
+#include "host/job/command_line.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+enum class Group { printer, settings, job, script, program };
+
+struct GroupRow {
+    Group group;
+    const char* title;
+};
+constexpr std::array kGroups{
+    // group, heading in the help
+    GroupRow{Group::printer, "The printer"},  GroupRow{Group::settings, "Settings"},
+    GroupRow{Group::job, "The job"},          GroupRow{Group::script, "Without a person"},
+    GroupRow{Group::program, "This program"},
+};
+
+/// Where an option's argument goes.
+using Target = std::variant<std::string CommandLine::*, std::vector<std::string> CommandLine::*, bool CommandLine::*>;
+
+struct OptionRow {
+    const char* name;
+    const char* argument;  // its kind, which shell completions go by: FILE.ppd, DIR, QUEUE...
+    Group group;
+    Target target;
+    const char* help;
+};
+constexpr std::array kOptions{
+    // name, argument, group, target, help
+    OptionRow{"--ppd", "FILE.ppd", Group::printer, &CommandLine::ppd, "a PPD file; no CUPS server is needed"},
+    OptionRow{"--printer", "QUEUE", Group::printer, &CommandLine::printer,
+              "a CUPS queue, or QUEUE/INSTANCE; its PPD and defaults come from the server"},
+    OptionRow{"--installed", "OPTION=VALUE", Group::printer, &CommandLine::installed,
+              "an installed option, such as Option2=HCSS; may be repeated"},
+    OptionRow{"--ticket-in", "FILE.plist", Group::settings, &CommandLine::ticketIn, "start from these settings"},
+    OptionRow{"--preset", "NAME", Group::settings, &CommandLine::preset, "start from the preset of that name"},
+    OptionRow{"--ticket-out", "FILE.plist", Group::settings, &CommandLine::ticketOut,
+              "write the settings when the dialog ends with Print"},
+    OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
+              "write the printer-ready job there instead of sending it"},
+    OptionRow{"--check", nullptr, Group::script, &CommandLine::check,
+              "print which settings cannot go together, a line each, then leave"},
+    OptionRow{"--print", nullptr, Group::script, &CommandLine::print,
+              "print at once what the settings say, without a window"},
+    OptionRow{"--script", "FILE.tavro-script", Group::script, &CommandLine::script, "drive the dialog from a file"},
+    OptionRow{"--shots", "DIR", Group::script, &CommandLine::shots,
+              "where the script's pictures go; else the current folder"},
+    OptionRow{"--list-controls", nullptr, Group::script, &CommandLine::listControls,
+              "print every panel's controls and menus, then leave"},
+    OptionRow{"--help", nullptr, Group::program, &CommandLine::help, "print this, then leave"},
+    OptionRow{"--version", nullptr, Group::program, &CommandLine::version, "print the version, then leave"},
+};
+
+constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT.pdf\n";
+constexpr const char* kNotes =
+    "\n"
+    "Notes:\n"
+    "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
+    "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
+    "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n";
+constexpr std::size_t kHelpColumn = 30;
+
+struct ExitStatusRow {
+    ExitStatus status;
+    const char* help;
+};
+constexpr std::array kExitStatuses{
+    // status, help
+    ExitStatusRow{ExitStatus::success, "printed, or told what was asked for"},
+    ExitStatusRow{ExitStatus::cancelled, "cancelled"},
+    ExitStatusRow{ExitStatus::usage, "the command line cannot be understood"},
+    ExitStatusRow{ExitStatus::scriptFailed, "a script's line failed"},
+    ExitStatusRow{ExitStatus::unusableInput,
+                  "unusable input: document, PPD, settings, or the queue; with --check also a conflict"},
+    ExitStatusRow{ExitStatus::notSent, "the job could not be sent or written"},
+};
+
+Failure usage(const std::string& reason) {
+    return {ExitStatus::usage, reason + " (tavro-print --help explains the options)"};
+}
+
+/// Reads the arguments one after the other into a command line.
+class Reader {
+public:
+    explicit Reader(const std::vector<std::string>& arguments) : arguments_(arguments) {}
+
+    std::optional<Failure> read(CommandLine* line) {
+        bool optionsEnded = false;
+        while (next_ < arguments_.size()) {
+            const std::string& argument = arguments_[next_++];
+            if (!optionsEnded && argument == "--") {
+                optionsEnded = true;
+            } else if (!optionsEnded && argument.size() > 1 && argument.front() == '-') {
+                if (auto failure = readOption(argument, line)) {
+                    return failure;
+                }
+            } else if (argument.empty()) {
+                return usage("the document's name is empty");
+            } else if (!line->document.empty()) {
+                return usage(argument + ": there is one document only");
+            } else {
+                line->document = argument;
+            }
+        }
+        return std::nullopt;
+    }
+
+private:
+    std::optional<Failure> readOption(const std::string& argument, CommandLine* line) {
+        const std::size_t equals = argument.find('=');
+        const std::string name = argument.substr(0, equals);
+        const auto row = std::ranges::find_if(kOptions, [&](const OptionRow& option) { return name == option.name; });
+        if (row == kOptions.end()) {
+            return usage(name + ": there is no such option");
+        }
+        if (const auto* flag = std::get_if<bool CommandLine::*>(&row->target)) {
+            if (equals != std::string::npos) {
+                return usage(name + ": takes no argument");
+            }
+            line->** flag = true;
+            return std::nullopt;
+        }
+        if (equals == std::string::npos && next_ == arguments_.size()) {
+            return usage(name + ": " + row->argument + " is missing");
+        }
+        const std::string value = equals == std::string::npos ? arguments_[next_++] : argument.substr(equals + 1);
+        if (value.empty()) {
+            return usage(name + ": " + row->argument + " is empty");
+        }
+        if (const auto* list = std::get_if<std::vector<std::string> CommandLine::*>(&row->target)) {
+            (line->**list).push_back(value);
+            return std::nullopt;
+        }
+        std::string& text = line->*std::get<std::string CommandLine::*>(row->target);
+        if (!text.empty()) {
+            return usage(name + ": is given twice");
+        }
+        text = value;
+        return std::nullopt;
+    }
+
+    const std::vector<std::string>& arguments_;
+    std::size_t next_ = 0;
+};
+
+/// What the options mean together.
+std::optional<Failure> checkTogether(const CommandLine& line) {
+    if (!line.ppd.empty() && !line.printer.empty()) {
+        return usage("--ppd and --printer name two printers");
+    }
+    if (!line.ticketIn.empty() && !line.preset.empty()) {
+        return usage("--ticket-in and --preset are two settings to start from");
+    }
+    if (!line.script.empty() && line.listControls) {
+        return usage("--script and --list-controls do not go together");
+    }
+    if (line.check && (line.print || line.isScripted())) {
+        return usage("--check does nothing else, so --print, --script and --list-controls do not go with it");
+    }
+    if (line.print && line.isScripted()) {
+        return usage("--print opens no window, so --script and --list-controls do not go with it");
+    }
+    for (const std::string& option : line.installed) {
+        const std::size_t equals = option.find('=');
+        if (equals == 0 || equals == std::string::npos || equals + 1 == option.size()) {
+            return usage("--installed " + option + ": is not of the form OPTION=VALUE");
+        }
+    }
+    if (line.document.empty() && !line.listControls && !line.check) {
+        return usage("the document is missing");
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments) {
+    CommandLine line;
+    if (auto failure = Reader(arguments).read(&line)) {
+        return *failure;
+    }
+    if (line.help || line.version) {
+        return line;
+    }
+    if (auto failure = checkTogether(line)) {
+        return *failure;
+    }
+    return line;
+}
+
+std::string helpText() {
+    std::string text = kUsage;
+    for (const GroupRow& group : kGroups) {
+        text += std::string("\n") + group.title + ":\n";
+        for (const OptionRow& option : kOptions) {
+            if (option.group != group.group) {
+                continue;
+            }
+            std::string names = std::string("  ") + option.name;
+            if (option.argument != nullptr) {
+                names += std::string(" ") + option.argument;
+            }
+            names.resize(std::max(kHelpColumn, names.size() + 2), ' ');
+            text += names + option.help + "\n";
+        }
+    }
+    text += kNotes;
+    text += "\nExit status:\n";
+    for (const ExitStatusRow& row : kExitStatuses) {
+        text += "  " + std::to_string(static_cast<int>(row.status)) + "   " + row.help + "\n";
+    }
+    return text;
+}
+
+std::string versionText() {
+    return "tavro-print " TAVRO_VERSION "\n";
+}

@@ -1,0 +1,35 @@
+// The command line: one table says what may stand there, and the help is made from it.
+#pragma once
+
+#include "host/settings/result.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+struct CommandLine {
+    std::string document;
+    std::string ppd;
+    std::string printer;
+    std::vector<std::string> installed;  // as it stands there: Option2=HCSS
+    std::string ticketIn;
+    std::string preset;
+    std::string ticketOut;
+    std::string jobOut;
+    std::string script;
+    std::string shots;
+    bool check = false;
+    bool print = false;
+    bool listControls = false;
+    bool help = false;
+    bool version = false;
+
+    /// Nobody is at the screen.
+    bool isScripted() const { return !script.empty() || listControls; }
+};
+
+/// Reads the arguments behind the program's name. The failure is one line without the program's name.
+Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments);
+
+std::string helpText();
+std::string versionText();

@@ -1,0 +1,19 @@
+// The document that is printed.
+#pragma once
+
+#include "host/settings/result.h"
+#include "platform/foundation/CFRef.h"
+#include "platform/foundation/CFURL.h"
+
+#include <cstdint>
+#include <string>
+
+struct Document {
+    std::string name;  // its file name
+    CFRef<CFURLRef> url;
+    std::int64_t pageCount = 0;
+};
+
+/// The PDF at the path; an empty path gives a document without a name and pages. The failure says what is wrong with
+/// it.
+Result<Document> openDocument(const std::string& path);

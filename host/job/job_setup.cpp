@@ -1,0 +1,53 @@
+#include "host/job/job_setup.h"
+
+#include "host/settings/installed_options.h"
+#include "host/settings/presets.h"
+
+#include <filesystem>
+
+namespace {
+
+Result<Printer> openChosenPrinter(const CommandLine& line, const std::string& samplePPD) {
+    if (!line.ppd.empty()) {
+        return openPPD(line.ppd);
+    }
+    return line.printer.empty() ? openDefaultPrinter(samplePPD) : openQueue(line.printer);
+}
+
+SettingsOrigin originOf(const CommandLine& line) {
+    if (!line.preset.empty()) {
+        return {SettingsOrigin::Kind::preset, line.preset};
+    }
+    return line.ticketIn.empty() ? SettingsOrigin{}
+                                 : SettingsOrigin{SettingsOrigin::Kind::elsewhere,
+                                                  std::filesystem::path(line.ticketIn).filename().string()};
+}
+
+Result<JobSettings> readStartingSettings(const CommandLine& line) {
+    if (!line.preset.empty()) {
+        return namedPresets().read(line.preset);
+    }
+    return line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
+}
+
+}  // namespace
+
+Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& samplePPD) {
+    auto document = openDocument(line.document);
+    if (!document) {
+        return document.failure();
+    }
+    auto printer = openChosenPrinter(line, samplePPD);
+    if (!printer) {
+        return printer.failure();
+    }
+    auto installed = readInstalledOptions(line.installed, *printer);
+    if (!installed) {
+        return installed.failure();
+    }
+    auto settings = readStartingSettings(line);
+    if (!settings) {
+        return settings.failure();
+    }
+    return JobSetup{*document, *printer, *settings, originOf(line), *installed, line.ticketOut, line.jobOut};
+}

@@ -1,0 +1,50 @@
+#include "host/job/print_without_window.h"
+
+#include "host/job/check_settings.h"
+#include "host/job/print_job.h"
+#include "host/settings/left_out.h"
+#include "host/settings/page_range.h"
+#include "host/settings/print_session.h"
+
+namespace {
+
+const char* faultText(PageRangeFault fault) {
+    switch (fault) {
+        case PageRangeFault::order:
+            return "a range begins with its lower page number";
+        case PageRangeFault::beyondDocument:
+            return "the document has no such page";
+        default:
+            return "is not a range of pages";
+    }
+}
+
+}  // namespace
+
+Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
+    const PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
+    warnOfSettings(session, texts);
+    if (const std::string range = session.pageRange(); !range.empty()) {
+        const PageRange pages = readPageRange(range, setup.document.pageCount);
+        if (pages.fault != PageRangeFault::none) {
+            return unusable("pages " + range, faultText(pages.fault));
+        }
+    }
+    for (const std::string& sentence :
+         tellLeftOut(session, setup.jobOut.empty() ? JobWay::queue : JobWay::file, texts)) {
+        std::fprintf(stderr, "tavro-print: %s\n", sentence.c_str());
+    }
+    const JobOutcome job = sendJob(setup.document, setup.printer, session, setup.jobOut, texts);
+    if (!job.failure.empty()) {
+        return {ExitStatus::notSent, job.failure};
+    }
+    if (!job.obstacle.empty()) {
+        std::fprintf(stderr, "tavro-print: %s\n", job.obstacle.c_str());
+    }
+    if (!setup.ticketOut.empty()) {
+        if (auto notWritten = writeSettingsFile(session.copySettings(), setup.ticketOut)) {
+            return {ExitStatus::unusableInput, *notWritten};
+        }
+    }
+    return {ExitStatus::success, {}};
+}

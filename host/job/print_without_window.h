@@ -1,0 +1,10 @@
+// Printing with nobody at the screen and no window.
+#pragma once
+
+#include "host/job/job_setup.h"
+#include "platform/foundation/CFBundle.h"
+
+/// Prints just what the settings say, completed by the printer's defaults: the maker's panels, which would write what
+/// they show over them, are not started. What of the settings the printer does not offer is told on standard error,
+/// a line each, and its default is printed. `texts` is the program's own bundle. How the program ends.
+Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts);

@@ -1,0 +1,192 @@
+#include "host/settings/conflicts.h"
+
+#include "host/settings/dictionary_values.h"
+#include "host/settings/job_hold.h"
+#include "host/settings/job_ticket.h"
+#include "host/settings/texts.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace {
+
+struct Side {
+    std::string option;
+    SettingWords words;
+    bool isInstalled;
+};
+
+/// Whether what is installed is nothing: "None", or "False" under a title that says so. "False" may also be "Two
+/// Trays".
+bool isAbsence(const Side& side) {
+    return (side.option == "None" || side.option == "False") &&
+           (side.words.choice == side.option || side.words.choice == "Not Installed");
+}
+
+/// Says a conflict with texts of the program's bundle.
+class Sentence {
+public:
+    Sentence(CFBundleRef texts, const std::vector<Side>& sides) : texts_(texts) {
+        for (const Side& side : sides) {
+            (side.isInstalled ? installed_ : chosen_).push_back(side);
+        }
+    }
+
+    std::string text() const {
+        const std::string reasons = joined(installed_, [&](const Side& side) { return reason(side); });
+        if (chosen_.size() == 1 && installed_.empty()) {
+            return say(CFSTR("Conflict Limits"), {named(chosen_[0])});
+        }
+        if (chosen_.size() == 1) {
+            return say(CFSTR("Conflict Installed"), {named(chosen_[0]), reasons});
+        }
+        const std::string& panel = chosen_[0].words.panel;
+        const bool isOnePanel =
+            !panel.empty() && std::ranges::all_of(chosen_, [&](const Side& side) { return side.words.panel == panel; });
+        const auto name = [&](const Side& side) { return isOnePanel ? quoted(side) : named(side); };
+        const std::string others = joined({chosen_.begin() + 1, chosen_.end()}, name);
+        if (!installed_.empty()) {
+            return say(CFSTR("Conflict Together Installed"), {name(chosen_[0]), others, reasons});
+        }
+        return isOnePanel ? say(CFSTR("Conflict One Panel"), {quoted(chosen_[0]), others, panel})
+                          : say(CFSTR("Conflict"), {named(chosen_[0]), others});
+    }
+
+    /// Why the choice cannot be taken at all.
+    std::string obstacle() const {
+        return say(CFSTR("Conflict Obstacle"), {joined(installed_, [&](const Side& side) { return reason(side); })});
+    }
+
+private:
+    std::string say(CFStringRef key, const std::vector<std::string>& values) const {
+        return utf8(localized(texts_, key, values).get());
+    }
+    std::string quoted(const Side& side) const {
+        return say(CFSTR("Conflict Setting"), {side.words.title, side.words.choice});
+    }
+    /// With its panel, where it has one.
+    std::string named(const Side& side) const {
+        return side.words.panel.empty()
+                   ? quoted(side)
+                   : say(CFSTR("Conflict Setting Panel"), {side.words.title, side.words.choice, side.words.panel});
+    }
+    std::string reason(const Side& side) const {
+        return isAbsence(side) ? say(CFSTR("Conflict Not Installed"), {side.words.title})
+                               : say(CFSTR("Conflict Has Installed"), {side.words.title, side.words.choice});
+    }
+    template <typename Name>
+    std::string joined(const std::vector<Side>& sides, Name name) const {
+        std::string all;
+        for (const Side& side : sides) {
+            all = all.empty() ? name(side) : say(CFSTR("Conflict And"), {all, name(side)});
+        }
+        return all;
+    }
+
+    CFBundleRef texts_;
+    std::vector<Side> chosen_;
+    std::vector<Side> installed_;
+};
+
+Side readSide(const PrintSession& session, CFBundleRef texts, CFDictionaryRef side) {
+    const std::string keyword = stringIn(side, kPMSettingKeywordKey);
+    const std::string option = stringIn(side, kPMSettingOptionKey);
+    return {option, settingWords(session.printer(), texts, keyword, option).value_or(SettingWords{keyword, option, {}}),
+            booleanIn(side, kPMSettingIsInstalledKey).value_or(false)};
+}
+
+std::vector<std::vector<Side>> findConflicts(const PrintSession& session, CFBundleRef texts, PMTicketRef settings) {
+    CFArrayRef list = nullptr;
+    PMPrinterCopyConflicts(session.printer().get(), settings, session.printerInfo(), &list);
+    const auto owner = CFRef<CFArrayRef>::adopt(list);
+    std::vector<std::vector<Side>> conflicts;
+    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
+        const auto* const sides = static_cast<CFArrayRef>(CFArrayGetValueAtIndex(list, i));
+        conflicts.emplace_back();
+        for (CFIndex j = 0; j < CFArrayGetCount(sides); ++j) {
+            conflicts.back().push_back(
+                readSide(session, texts, static_cast<CFDictionaryRef>(CFArrayGetValueAtIndex(sides, j))));
+        }
+    }
+    return conflicts;
+}
+
+std::vector<SettingChange> findRemedy(const PrintSession& session, CFBundleRef texts, PMTicketRef settings,
+                                      const std::vector<std::string>& keep) {
+    const auto kept = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
+    for (const std::string& keyword : keep) {
+        CFArrayAppendValue(kept.get(), cfString(keyword).get());
+    }
+    CFDictionaryRef changes = nullptr;
+    PMPrinterCopyRemedy(session.printer().get(), settings, session.printerInfo(), kept.get(), &changes);
+    const auto owner = CFRef<CFDictionaryRef>::adopt(changes);
+    std::vector<SettingChange> remedy;
+    for (const auto& [keyword, option] : pairsIn(changes)) {
+        const auto words = settingWords(session.printer(), texts, keyword, option);
+        remedy.push_back({keyword, option, words.value_or(SettingWords{keyword, option, {}})});
+    }
+    std::ranges::sort(remedy, {}, [](const SettingChange& change) { return change.words.title; });
+    return remedy;
+}
+
+}  // namespace
+
+ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep) {
+    JobTicket settings(session.printSettings());
+    if (readPasscode(settings.get())) {
+        settings.set(kPMJobPasscodeKey, {});  // that it is a secret job is enough
+    }
+    ConflictReport report;
+    for (const auto& sides : findConflicts(session, texts, settings.get())) {
+        report.sentences.push_back(Sentence(texts, sides).text());
+    }
+    if (!report.sentences.empty()) {
+        report.remedy = findRemedy(session, texts, settings.get(), keep);
+    }
+    return report;
+}
+
+std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std::string& mainKeyword,
+                       const std::string& option) {
+    const JobTicket settings;
+    CFMutableDictionaryRef pairs = nullptr;
+    PMTicketGetPPDDict(settings.get(), kPMTopLevel, &pairs);
+    CFDictionarySetValue(pairs, cfString(mainKeyword).get(), cfString(option).get());
+    const auto conflicts = findConflicts(session, texts, settings.get());
+    return conflicts.empty() ? std::string() : Sentence(texts, conflicts.front()).obstacle();
+}
+
+std::string conflictLine(const ConflictReport& report, CFBundleRef texts) {
+    const std::size_t more = report.sentences.size() - 1;
+    switch (more) {
+        case 0:
+            return report.sentences[0];
+        case 1:
+            return utf8(localized(texts, CFSTR("Conflict And One More"), {report.sentences[0]}).get());
+        default:
+            return utf8(
+                localized(texts, CFSTR("Conflict And More"), {report.sentences[0], std::to_string(more)}).get());
+    }
+}
+
+std::string remedyTitle(const ConflictReport& report, CFBundleRef texts) {
+    if (report.remedy.size() != 1) {
+        return utf8(localized(texts, CFSTR("Remedy Several"), std::to_string(report.remedy.size())).get());
+    }
+    std::string title = report.remedy[0].words.title;
+    for (std::size_t at = 0; (at = title.find('&', at)) != std::string::npos; at += 2) {
+        title.insert(at, 1, '&');  // else it would mark a key
+    }
+    return utf8(localized(texts, CFSTR("Remedy One"), title).get());
+}
+
+std::string remedyText(const ConflictReport& report, CFBundleRef texts) {
+    std::vector<std::string> changes;
+    for (const SettingChange& change : report.remedy) {
+        const auto& [title, choice, panel] = change.words;
+        changes.push_back(utf8(panel.empty()
+                                   ? localized(texts, CFSTR("Remedy Change"), {title, choice}).get()
+                                   : localized(texts, CFSTR("Remedy Change Panel"), {title, choice, panel}).get()));
+    }
+    return listed(texts, changes);
+}

@@ -1,0 +1,159 @@
+#include "host/settings/print_session.h"
+
+#include "host/script/text.h"
+#include "host/settings/panel_defaults.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFNumber.h"
+
+#include <array>
+
+namespace {
+
+#define kHostClient CFSTR("com.tavro.print.dialog")
+
+PMTicketRef makeTicket(PMPrintSession session, CFStringRef kind, const CFRef<CFDictionaryRef>& items) {
+    PMTicketRef ticket = 0;
+    PMTicketCreate(nullptr, kind, &ticket);
+    if (items) {
+        PMTicketSetItems(ticket, items.get());
+    }
+    const auto number = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &ticket));
+    PMSessionSetDataInSession(session, kind, number.get());
+    return ticket;
+}
+
+CFRef<CFDictionaryRef> copyItems(PMTicketRef ticket) {
+    return CFRef<CFDictionaryRef>::adopt(PMTicketCopyItems(ticket));
+}
+
+/// The number of an item, or the fallback when it is missing, no number, or outside the range.
+SInt32 numberItem(PMTicketRef ticket, CFStringRef key, SInt32 minimum, SInt32 maximum, SInt32 fallback) {
+    CFNumberRef number = nullptr;
+    SInt32 value = 0;
+    const bool isThere = PMTicketGetCFNumber(ticket, kPMTopLevel, kPMTopLevel, key, &number) == noErr &&
+                         CFNumberGetValue(number, kCFNumberSInt32Type, &value);
+    return isThere && value >= minimum && value <= maximum ? value : fallback;
+}
+
+void setNumberItem(PMTicketRef ticket, CFStringRef key, SInt32 value) {
+    const auto number = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &value));
+    PMTicketSetCFNumber(ticket, kHostClient, key, number.get(), kPMUnlocked);
+}
+
+}  // namespace
+
+PrintSession::PrintSession(const Printer& printer, const JobSettings& settings, CFDictionaryRef installedOptions,
+                           const std::string& jobName)
+    : printer_(printer) {
+    PMCreateSession(&session_);
+    PMSessionSetCurrentPMPrinter(session_, printer_.get());
+    printSettings_ = makeTicket(session_, kPDE_PMPrintSettingsKey, settings.printSettings);
+    pageFormat_ = makeTicket(session_, kPDE_PMPageFormatKey, settings.pageFormat);
+    printerInfo_ = makeTicket(session_, kPDE_PMPrinterInfoKey, settings.printerInfo);
+    PMPrinterWriteInfoTicket(printer_.get(), installedOptions, printerInfo_);
+    choices_.emplace(printerInfo_);
+    dropChoicesNotOffered();
+    PMPrinterWriteDefaultSettings(printer_.get(), printSettings_, pageFormat_);
+    if (!printer_.queue().empty()) {
+        writePanelDefaults(*choices_, printSettings_);
+    }
+    PMTicketSetCFString(printSettings_, kHostClient, kPMJobNameKey, cfString(jobName).get(), kPMUnlocked);
+    setCopies(copies());
+    setOrientation(orientation());
+    updatePaperRectangle();
+}
+
+PrintSession::~PrintSession() {
+    choices_.reset();
+    PMReleaseSession(session_);
+    for (PMTicketRef* ticket : {&printSettings_, &pageFormat_, &printerInfo_}) {
+        PMTicketReleaseAndClear(ticket);
+    }
+}
+
+/// Settings may come from another printer: what this one's keywords do not offer gives way to its default.
+void PrintSession::dropChoicesNotOffered() {
+    CFMutableDictionaryRef pairs = nullptr;
+    PMTicketGetPPDDict(printSettings_, kPMTopLevel, &pairs);
+    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(pairs));
+    std::vector<const void*> keys(count);
+    std::vector<const void*> values(count);
+    CFDictionaryGetKeysAndValues(pairs, keys.data(), values.data());
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto key = CFRef<CFStringRef>::retain(static_cast<CFStringRef>(keys[i]));
+        const std::string keyword = utf8(key.get());
+        const std::string option = utf8(static_cast<CFStringRef>(values[i]));
+        if (choices_->hasKeyword(keyword) && !choices_->offers(keyword, option)) {
+            choicesNotOffered_.push_back(keyword + "=" + option);
+            CFDictionaryRemoveValue(pairs, key.get());
+        }
+    }
+}
+
+JobSettings PrintSession::copySettings() const {
+    return {copyItems(printSettings_), copyItems(pageFormat_), copyItems(printerInfo_)};
+}
+
+SInt32 PrintSession::copies() const {
+    return numberItem(printSettings_, kPMCopiesKey, 1, kMostCopies, 1);
+}
+
+void PrintSession::setCopies(SInt32 copies) {
+    setNumberItem(printSettings_, kPMCopiesKey, copies);
+}
+
+std::string PrintSession::pageRange() const {
+    CFStringRef range = nullptr;
+    PMTicketGetCFString(printSettings_, kPMTopLevel, kPMTopLevel, kPMPageRangeKey, &range);
+    return utf8(range);
+}
+
+void PrintSession::setPageRange(const std::string& range) {
+    if (range.empty()) {
+        PMTicketReleaseItem(printSettings_, kPMTopLevel, kPMPageRangeKey);
+    } else {
+        PMTicketSetCFString(printSettings_, kHostClient, kPMPageRangeKey, cfString(range).get(), kPMUnlocked);
+    }
+}
+
+SInt32 PrintSession::orientation() const {
+    return numberItem(pageFormat_, kPMOrientationKey, kPortrait, kReverseLandscape, kPortrait);
+}
+
+void PrintSession::setOrientation(SInt32 orientation) {
+    setNumberItem(pageFormat_, kPMOrientationKey, orientation);
+}
+
+std::string PrintSession::choice(CFStringRef mainKeyword) const {
+    CFMutableDictionaryRef pairs = nullptr;
+    PMTicketGetPPDDict(printSettings_, kPMTopLevel, &pairs);
+    const CFTypeRef option = CFDictionaryGetValue(pairs, mainKeyword);
+    return CFGetTypeID(option) == CFStringGetTypeID() ? utf8(static_cast<CFStringRef>(option)) : std::string();
+}
+
+void PrintSession::setChoice(CFStringRef mainKeyword, CFStringRef option) {
+    CFMutableDictionaryRef pairs = nullptr;
+    if (PMTicketGetPPDDict(printSettings_, kPMTopLevel, &pairs) == noErr) {
+        CFDictionarySetValue(pairs, mainKeyword, option);
+    }
+}
+
+void PrintSession::updatePaperRectangle() {
+    const auto chosen = cfString(choice(CFSTR("PageSize")));
+    for (CFIndex i = 0; i < PMPrinterCountPapers(printer_.get()); ++i) {
+        PMPaper paper{};
+        PMPrinterGetIndPaper(printer_.get(), i, &paper);
+        if (!CFEqual(paper.name, chosen.get())) {
+            continue;
+        }
+        const std::array<double, 4> sides{0, 0, paper.height, paper.width};  // top, left, bottom, right
+        const auto rectangle =
+            CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 4, &kCFTypeArrayCallBacks));
+        for (const double side : sides) {
+            CFArrayAppendValue(rectangle.get(),
+                               CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &side)).get());
+        }
+        PMTicketSetCFArray(pageFormat_, kHostClient, kPMUnadjustedPaperRectKey, rectangle.get(), kPMUnlocked);
+        return;
+    }
+}

@@ -1,0 +1,68 @@
+// A print session with its three tickets: what the dialog and the plug-in work on together.
+#pragma once
+
+#include "host/settings/ppd_choices.h"
+#include "host/settings/printer.h"
+#include "host/settings/settings_file.h"
+#include "platform/printing/PMSession.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Orientations of the page, as the page format ticket counts them.
+inline constexpr SInt32 kPortrait = 1;
+inline constexpr SInt32 kReverseLandscape = 3;
+
+inline constexpr SInt32 kMostCopies = 9999;
+
+/// The tickets begin as copies of the settings, completed by what the printer does by default, so nothing that happens
+/// here reaches the settings that they were made from. The getters read an item of a wrong kind, or a number out of
+/// range, as missing.
+class PrintSession {
+public:
+    /// `installedOptions` (main keyword to option keyword) may be null: the printer's own.
+    PrintSession(const Printer& printer, const JobSettings& settings, CFDictionaryRef installedOptions,
+                 const std::string& jobName);
+    ~PrintSession();
+    PrintSession(const PrintSession&) = delete;
+    PrintSession& operator=(const PrintSession&) = delete;
+
+    PMPrintSession get() const { return session_; }
+    const Printer& printer() const { return printer_; }
+    PMTicketRef printSettings() const { return printSettings_; }
+    PMTicketRef pageFormat() const { return pageFormat_; }
+    PMTicketRef printerInfo() const { return printerInfo_; }
+    const PPDChoices& choices() const { return *choices_; }
+    /// What the settings chose and the printer does not offer, as "keyword=option": its default stands instead.
+    const std::vector<std::string>& choicesNotOffered() const { return choicesNotOffered_; }
+
+    /// The tickets as they are now.
+    JobSettings copySettings() const;
+
+    SInt32 copies() const;  // 1 to kMostCopies
+    void setCopies(SInt32 copies);
+    /// The pages to print ("1-3,7"); empty for all.
+    std::string pageRange() const;
+    void setPageRange(const std::string& range);
+    SInt32 orientation() const;
+    void setOrientation(SInt32 orientation);
+    /// The chosen option of a PPD main keyword; empty when none is.
+    std::string choice(CFStringRef mainKeyword) const;
+    void setChoice(CFStringRef mainKeyword, CFStringRef option);
+
+    /// Writes the rectangle of the chosen paper size into the page format ticket. A size that the printer does not list
+    /// leaves it as it is.
+    void updatePaperRectangle();
+
+private:
+    void dropChoicesNotOffered();
+
+    Printer printer_;
+    PMPrintSession session_ = nullptr;
+    PMTicketRef printSettings_ = 0;
+    PMTicketRef pageFormat_ = 0;
+    PMTicketRef printerInfo_ = 0;
+    std::optional<PPDChoices> choices_;
+    std::vector<std::string> choicesNotOffered_;
+};

@@ -1,0 +1,62 @@
+#include "host/settings/printer.h"
+
+#include "host/script/text.h"
+
+#include <array>
+#include <climits>
+
+namespace {
+
+constexpr UInt32 kServerPatience = 500;  // milliseconds
+
+Result<Printer> opened(OSStatus status, PMPrinter printer) {
+    if (status != noErr) {
+        return Failure{ExitStatus::unusableInput, utf8(PMGetLastErrorText())};
+    }
+    return Printer(printer);
+}
+
+}  // namespace
+
+std::string Printer::name() const {
+    return utf8(PMPrinterGetName(printer_));
+}
+
+std::string Printer::queue() const {
+    return utf8(PMPrinterGetID(printer_));
+}
+
+std::string Printer::ppdPath() const {
+    CFURLRef url = nullptr;
+    std::array<UInt8, PATH_MAX> path{};
+    PMPrinterGetDescriptionURL(printer_, kPMPPDDescriptionType, &url);
+    CFURLGetFileSystemRepresentation(url, true, path.data(), static_cast<CFIndex>(path.size()));
+    return reinterpret_cast<const char*>(path.data());
+}
+
+bool Printer::isOfMaker() const {
+    return utf8(PMPrinterGetMaker(printer_)) == kMaker;
+}
+
+Result<Printer> openPPD(const std::string& path) {
+    PMPrinter printer = nullptr;
+    const OSStatus status = PMPrinterCreateFromPPDFile(fileURL(path).get(), &printer);
+    return opened(status, printer);
+}
+
+Result<Printer> openQueue(const std::string& queue) {
+    PMPrinter printer = nullptr;
+    const OSStatus status = PMPrinterCreateFromPrinterID(cfString(queue).get(), &printer);
+    return opened(status, printer);
+}
+
+Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
+    CFStringRef name = nullptr;
+    if (PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr) {
+        const auto owner = CFRef<CFStringRef>::adopt(name);
+        if (Result<Printer> printer = openQueue(utf8(name)); printer && printer->isOfMaker()) {
+            return printer;
+        }
+    }
+    return openPPD(samplePPD);
+}

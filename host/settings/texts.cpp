@@ -1,0 +1,58 @@
+#include "host/settings/texts.h"
+
+#include "host/script/text.h"
+
+CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key) {
+    return CFRef<CFStringRef>::adopt(
+        CFBundleCopyLocalizedString(bundle, key, CFSTR("STRING NOT FOUND"), CFSTR("Localizable")));
+}
+
+CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::string& value) {
+    return localized(bundle, key, std::vector{value});
+}
+
+CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vector<std::string>& values) {
+    const std::string text = utf8(localized(bundle, key).get());
+    std::string filled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::size_t number =
+            text[i] == '%' && i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '0') : 0;
+        if (number >= 1 && number <= values.size()) {
+            filled += values[number - 1];
+            ++i;
+        } else {
+            filled += text[i];
+        }
+    }
+    return cfString(filled);
+}
+
+std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences) {
+    if (sentences.size() == 1) {
+        return sentences.front();
+    }
+    std::string lines;
+    for (const std::string& sentence : sentences) {
+        lines += (lines.empty() ? "" : "\n") + utf8(localized(bundle, CFSTR("List Line"), sentence).get());
+    }
+    return lines;
+}
+
+std::string shortened(const std::string& name, std::size_t most) {
+    const std::size_t end = most * 3 / 8;
+    std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
+    if (units.size() <= most) {
+        return name;
+    }
+    CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+    // A pair of surrogates that is cut apart would be no text any more.
+    const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
+    std::size_t head = most - end;
+    std::size_t tail = units.size() - end;
+    head -= isSecondHalf(units[head]) ? 1 : 0;
+    tail += isSecondHalf(units[tail]) ? 1 : 0;
+    units = units.substr(0, head) + u"…" + units.substr(tail);
+    return utf8(CFRef<CFStringRef>::adopt(
+                    CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
+                    .get());
+}
