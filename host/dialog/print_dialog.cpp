@@ -13,7 +13,9 @@
 #include "host/settings/texts.h"
 #include "platform/toolbox/Windows.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace {
 
@@ -264,7 +266,8 @@ void PrintDialog::renewPrinter() {
 
 bool PrintDialog::acceptLeftOut() const {
     const JobWay way = setup_.job.jobOut.empty() ? JobWay::queue : JobWay::file;
-    const std::vector<std::string> sentences = tellLeftOut(*session_, way, bundle_);
+    std::vector<std::string> sentences = tellLeftOut(*session_, way, bundle_);
+    std::ranges::move(tellJobFaults(setup_.job.document, *session_, way, bundle_), std::back_inserter(sentences));
     if (sentences.empty()) {
         return true;
     }

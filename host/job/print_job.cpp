@@ -6,6 +6,7 @@
 #include "host/settings/job_hold.h"
 #include "host/settings/job_ticket.h"
 #include "host/settings/page_range.h"
+#include "host/settings/texts.h"
 
 #include <cstdio>
 #include <ctime>
@@ -32,10 +33,14 @@ CFRef<CFDataRef> makeCoverSheet(const Document& document, const PrintSession& se
     return sheet.pdf;
 }
 
-void addPrintTime(JobTicket* ticket) {
+std::optional<PrintTime> printTimeFromNow(PMTicketRef printSettings) {
     LongDateTime now = 0;
     GetDateTime(&now);
-    const auto time = readPrintTime(ticket->get(), now);
+    return readPrintTime(printSettings, now);
+}
+
+void addPrintTime(JobTicket* ticket) {
+    const auto time = printTimeFromNow(ticket->get());
     if (!time) {
         return;
     }
@@ -55,6 +60,19 @@ JobOutcome outcomeOf(OSStatus status) {
 }
 
 }  // namespace
+
+std::vector<std::string> tellJobFaults(const Document& document, const PrintSession& session, JobWay way,
+                                       CFBundleRef texts) {
+    std::vector<std::string> sentences;
+    if (const JobMark mark = makeJobMark(document, session, false); mark.fault) {
+        sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Watermark"), *mark.fault).get()));
+    }
+    const auto time = printTimeFromNow(session.printSettings());
+    if (way == JobWay::queue && time && !time->isAsAsked) {
+        sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Print Time"), timeOfDay(time->moment)).get()));
+    }
+    return sentences;
+}
 
 JobOutcome sendJob(const Document& document, const Printer& printer, const PrintSession& session,
                    const std::string& jobOut, CFBundleRef texts) {

@@ -2,8 +2,18 @@
 #pragma once
 
 #include "host/job/document.h"
+#include "host/settings/left_out.h"
 #include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
+
+#include <string>
+#include <vector>
+
+/// What sendJob will not be able to do as the settings say, a sentence in the user's words each: a watermark that
+/// cannot be drawn, and, in a queue, a print time that has passed. sendJob itself tells it on standard error, where
+/// nobody looks who opened the dialog from a desktop. `texts` is the program's own bundle.
+std::vector<std::string> tellJobFaults(const Document& document, const PrintSession& session, JobWay way,
+                                       CFBundleRef texts);
 
 /// What became of a job.
 struct JobOutcome {

@@ -1,6 +1,8 @@
 // What a job leaves out, as its settings say it.
 #include "host/settings/left_out.h"
 
+#include "host/job/print_job.h"
+
 #include "host/settings/choice_words.h"
 #include "host/settings/paper_options.h"
 #include "jobtypes/job_type.h"
@@ -201,4 +203,18 @@ TEST(PaperOptions, AreThoseOfThePanels) {
                 << utf8(row.mainKeyword) << " " << number;
         }
     }
+}
+
+TEST_F(LeftOut, IsAlsoWhatTheJobCannotDo) {
+    auto document = openDocument(TAVRO_SOURCE_DIR "/tests/data/ten-pages.pdf");
+    ASSERT_TRUE(document);
+    const auto faults = [&](const std::string& items, JobWay way) {
+        return tellJobFaults(*document, *session(items, {}), way, bundle.get());
+    };
+    EXPECT_EQ(faults("", JobWay::queue), Sentences{});
+    EXPECT_EQ(faults(item("watermark.Watermark", "<string>No such mark</string>"), JobWay::file),
+              Sentences{"The watermark will be missing (No such mark: is not stored)."});
+    EXPECT_EQ(faults(jobType(kJobTypeDelayedPrint), JobWay::file), Sentences{});
+    EXPECT_EQ(faults(jobType(kJobTypeDelayedPrint), JobWay::queue),
+              Sentences{"The job will be printed at 00:00: it has no print time within the next day."});
 }
