@@ -84,7 +84,7 @@ void PrintSession::dropChoicesNotOffered() {
         const std::string keyword = utf8(key.get());
         const std::string option = utf8(static_cast<CFStringRef>(values[i]));
         if (choices_->hasKeyword(keyword) && !choices_->offers(keyword, option)) {
-            choicesNotOffered_.push_back(keyword + "=" + option);
+            choicesNotOffered_.push_back(std::string(keyword).append("=").append(option));
             CFDictionaryRemoveValue(pairs, key.get());
         }
     }
