@@ -81,7 +81,7 @@ std::vector<std::string> namesIn(ipp_t* answer) {
 }
 
 QueueNames askForQueues(int timeoutMilliseconds) {
-    const QueueNames silent{kPMServerNotResponding, ServerConnection::silence(), {}};
+    QueueNames silent{kPMServerNotResponding, ServerConnection::silence(), {}};
     ServerConnection server(timeoutMilliseconds);
     if (server.get() == nullptr) {
         return silent;

@@ -59,18 +59,18 @@ std::vector<std::string> SavedDestinations::instancesOf(const std::string& queue
     for (const SavedDestination& each : all_) {
         if (const std::string instance = instanceOf(each.name);
             !instance.empty() && isSameOption(queueOf(each.name), queue)) {
-            instances.insert(queue + "/" + instance);
+            instances.insert(std::string(queue).append("/").append(instance));
         }
     }
     return {instances.begin(), instances.end()};
 }
 
 std::string SavedDestinations::defaultName() const {
-    if (const std::string name = environmentText("LPDEST"); !name.empty()) {
+    if (std::string name = environmentText("LPDEST"); !name.empty()) {
         return name;
     }
     // "lp" is what some systems set for everybody.
-    if (const std::string name = environmentText("PRINTER"); !name.empty() && name != "lp") {
+    if (std::string name = environmentText("PRINTER"); !name.empty() && name != "lp") {
         return name;
     }
     const auto found = std::ranges::find_if(all_.rbegin(), all_.rend(), &SavedDestination::isDefault);
