@@ -265,7 +265,7 @@ void PrintDialog::renewPrinter() {
 }
 
 bool PrintDialog::acceptLeftOut() const {
-    const JobWay way = setup_.job.jobOut.empty() ? JobWay::queue : JobWay::file;
+    const JobWay way = setup_.job.way();
     std::vector<std::string> sentences = tellLeftOut(*session_, way, bundle_);
     std::ranges::move(tellJobFaults(setup_.job.document, *session_, way, bundle_), std::back_inserter(sentences));
     if (sentences.empty()) {

@@ -30,8 +30,7 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
             return unusable("pages " + range, faultText(pages.fault));
         }
     }
-    for (const std::string& sentence :
-         tellLeftOut(session, setup.jobOut.empty() ? JobWay::queue : JobWay::file, texts)) {
+    for (const std::string& sentence : tellLeftOut(session, setup.way(), texts)) {
         std::fprintf(stderr, "tavro-print: %s\n", sentence.c_str());
     }
     const JobOutcome job = sendJob(setup.document, setup.printer, session, setup.jobOut, texts);
