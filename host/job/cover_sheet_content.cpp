@@ -1,17 +1,15 @@
 #include "host/job/cover_sheet_content.h"
 
 #include "host/settings/dictionary_values.h"
+#include "host/settings/panel_choices.h"
+#include "host/settings/panel_items.h"
 #include "host/settings/ticket_items.h"
 
 namespace {
 
 // The items of the ticket, and their keys. The plug-in writes them; it is known by its factory only, so they stand
 // here a second time, and a test holds the two against each other.
-#define kJobTypeItem CFSTR("com.tavro.print.JobType")
-#define kFaxOptionsItem CFSTR("com.tavro.print.FaxOptions")
-#define kFaxRecipientsItem CFSTR("com.tavro.print.FaxRecipientList")
 
-constexpr double kFaxJob = 5;
 constexpr double kSizeA4 = 2;
 
 // The choices of "ShowRecipients".
@@ -49,7 +47,7 @@ double chosenRecipients(CFDictionaryRef options) {
 
 std::optional<CoverSheetContent> readCoverSheetContent(PMTicketRef printSettings) {
     const CFDictionaryRef options = dictionaryItem(printSettings, kFaxOptionsItem);
-    if (numberIn(dictionaryItem(printSettings, kJobTypeItem), CFSTR("JobType")) != kFaxJob ||
+    if (numberIn(dictionaryItem(printSettings, kJobTypeItem), kJobTypeEntry) != PanelChoices::faxJob ||
         !booleanIn(options, CFSTR("CoverSheet")).value_or(false)) {
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 #include "host/job/mark_program.h"
 #include "host/script/text.h"
 #include "host/settings/page_range.h"
+#include "host/settings/panel_items.h"
 #include "host/settings/ticket_items.h"
 #include "platform/printing/CGPDFDocument.h"
 #include "platform/printing/PMPrinter.h"
@@ -13,9 +14,6 @@
 namespace {
 
 // The watermark panel's items.
-#define kWatermarkKey CFSTR("com.tavro.print.watermark.Watermark")
-#define kFirstPageOnlyKey CFSTR("com.tavro.print.watermark.FirstPageOnly")
-#define kOptionKey CFSTR("com.tavro.print.watermark.Option")
 constexpr SInt32 kInFront = 2;
 
 constexpr SInt32 kLandscape = 2;
@@ -91,12 +89,12 @@ MarkPlacement placementIn(const Document& document, const PrintSession& session,
         pages = readPageRange("1-", document.pageCount);
     }
 
-    MarkPlacement placement{numberItem(session.printSettings(), kOptionKey, kInFront) == kInFront, {}};
+    MarkPlacement placement{numberItem(session.printSettings(), kWatermarkOptionItem, kInFront) == kInFront, {}};
     const bool isLandscapePaper = hasLandscapePaper(session.pageFormat());
     for (const std::size_t page : chosenPages(pages.pages, count)) {
         placement.pages.push_back(markOf(isLandscape(page), session.orientation(), isLandscapePaper));
     }
-    if (numberItem(session.printSettings(), kFirstPageOnlyKey, 0) != 0 && !placement.pages.empty()) {
+    if (numberItem(session.printSettings(), kWatermarkFirstPageOnlyItem, 0) != 0 && !placement.pages.empty()) {
         std::fill(placement.pages.begin() + 1, placement.pages.end(), PageMark::none);
     }
     if (hasCoverSheet) {
@@ -135,7 +133,7 @@ std::optional<std::string> programOf(const StoredMark& mark, const MarkPlacement
 }  // namespace
 
 JobMark makeJobMark(const Document& document, const PrintSession& session, bool hasCoverSheet) {
-    const std::string name = stringItem(session.printSettings(), kWatermarkKey);
+    const std::string name = stringItem(session.printSettings(), kWatermarkItem);
     if (name.empty()) {
         return {};
     }

@@ -1,6 +1,8 @@
 #include "host/settings/job_hold.h"
 
 #include "host/settings/dictionary_values.h"
+#include "host/settings/panel_choices.h"
+#include "host/settings/panel_items.h"
 
 #include <algorithm>
 #include <array>
@@ -9,21 +11,15 @@
 
 namespace {
 
-// The plug-in writes the item; it is known by its factory only, so its names stand here a second time.
-#define kJobTypeItem CFSTR("com.tavro.print.JobType")
-
-constexpr double kSecurePrint = 6;
-constexpr double kDelayedPrint = 7;
-
 constexpr LongDateTime kMinute = 60;
 constexpr LongDateTime kDay = 86400;
 constexpr double kNoTimeBeyond = 1e12;  // the year 33,000
 
 /// Null unless the job is of the type.
-CFDictionaryRef jobOfType(double type, PMTicketRef printSettings) {
+CFDictionaryRef jobOfType(PanelChoices::JobType type, PMTicketRef printSettings) {
     CFDictionaryRef item = nullptr;
     PMTicketGetCFDictionary(printSettings, kPMTopLevel, kPMTopLevel, kJobTypeItem, &item);
-    return numberIn(item, CFSTR("JobType")) == type ? item : nullptr;
+    return numberIn(item, kJobTypeEntry) == type ? item : nullptr;
 }
 
 std::string twoFields(int hours, int minutes) {
@@ -35,12 +31,12 @@ std::string twoFields(int hours, int minutes) {
 }  // namespace
 
 std::optional<std::string> readPasscode(PMTicketRef printSettings) {
-    const CFDictionaryRef job = jobOfType(kSecurePrint, printSettings);
+    const CFDictionaryRef job = jobOfType(PanelChoices::secureJob, printSettings);
     return job == nullptr ? std::nullopt : std::optional(stringIn(job, CFSTR("SecurePrintPassword")));
 }
 
 std::optional<PrintTime> readPrintTime(PMTicketRef printSettings, LongDateTime now) {
-    const CFDictionaryRef job = jobOfType(kDelayedPrint, printSettings);
+    const CFDictionaryRef job = jobOfType(PanelChoices::delayedJob, printSettings);
     if (job == nullptr) {
         return std::nullopt;
     }

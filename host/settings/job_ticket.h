@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/script/text.h"
+#include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/printing/PMTicket.h"
 
@@ -22,7 +23,7 @@ public:
 
     [[nodiscard]] PMTicketRef get() const { return ticket_; }
     void set(CFStringRef key, const std::string& value) {
-        PMTicketSetCFString(ticket_, CFSTR("com.tavro.print.dialog"), key, cfString(value).get(), kPMUnlocked);
+        PMTicketSetCFString(ticket_, kHostClient, key, cfString(value).get(), kPMUnlocked);
     }
 
 private:

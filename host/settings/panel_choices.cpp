@@ -1,6 +1,7 @@
 #include "host/settings/panel_choices.h"
 
 #include "host/settings/dictionary_values.h"
+#include "host/settings/panel_items.h"
 #include "host/settings/ticket_items.h"
 
 #include <algorithm>
@@ -8,7 +9,6 @@
 
 namespace {
 
-#define kJobLevelStockItem CFSTR("com.tavro.print.JobLevelStock")
 #define kSeparatorOptionItem CFSTR("com.tavro.print.SeparatorOption")
 #define kSeparatorColorItem CFSTR("com.tavro.print.SeparatorColor")
 #define kFinishingItem CFSTR("com.tavro.print.FinishingOptions")
@@ -18,9 +18,6 @@ namespace {
 #define kSubsetItem CFSTR("com.tavro.print.FinishingOffsetEnableSubset")
 #define kPagesPerSubsetItem CFSTR("com.tavro.print.FinishingOffsetPagesPerSubset")
 #define kOutputColorItem CFSTR("com.tavro.print.FinishingOutputColor")
-#define kJobTypeItem CFSTR("com.tavro.print.JobType")
-#define kFaxOptionsItem CFSTR("com.tavro.print.FaxOptions")
-#define kFaxRecipientsItem CFSTR("com.tavro.print.FaxRecipientList")
 #define kBookletItem CFSTR("com.tavro.print.BookletLayout")
 #define kOutlinesItem CFSTR("com.tavro.print.BookletDrawOutlines")
 #define kForceNewSizeItem CFSTR("com.tavro.print.BookletForceNewSize")
@@ -35,9 +32,6 @@ namespace {
 #define kJobInstructionsItem CFSTR("com.tavro.print.EmitTPIF")
 #define kJobNotesMessageItem CFSTR("com.tavro.print.JobNotesMessage")
 #define kJobNotesSheetMessageItem CFSTR("com.tavro.print.JobNotesSheetMessage")
-#define kWatermarkItem CFSTR("com.tavro.print.watermark.Watermark")
-#define kWatermarkFirstPageOnlyItem CFSTR("com.tavro.print.watermark.FirstPageOnly")
-#define kWatermarkOptionItem CFSTR("com.tavro.print.watermark.Option")
 
 constexpr SInt32 kOn = 2;  // of slip sheets and offset
 constexpr SInt32 kBlackAndWhite = 1;
@@ -140,7 +134,7 @@ void readBooklet(PMTicketRef ticket, PanelChoices* choices) {
 }
 
 void readJob(PMTicketRef ticket, PanelChoices* choices) {
-    choices->jobType = wholeNumberIn(dictionaryItem(ticket, kJobTypeItem), CFSTR("JobType"), PanelChoices::normalJob);
+    choices->jobType = wholeNumberIn(dictionaryItem(ticket, kJobTypeItem), kJobTypeEntry, PanelChoices::normalJob);
     if (choices->jobType == PanelChoices::faxJob) {
         choices->faxRecipientCount = eachDictionary(arrayItem(ticket, kFaxRecipientsItem), [](CFDictionaryRef) {});
         choices->hasFaxCoverSheet =

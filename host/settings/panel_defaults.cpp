@@ -1,6 +1,8 @@
 #include "host/settings/panel_defaults.h"
 
 #include "host/settings/dictionary_values.h"
+#include "host/settings/panel_items.h"
+#include "host/settings/ticket_items.h"
 
 #include <algorithm>
 #include <iterator>
@@ -9,8 +11,6 @@
 namespace {
 
 // The plug-in is known by its factory only, so its names and numbers stand here a second time.
-#define kHostClient CFSTR("com.tavro.print.dialog")
-#define kStockItem CFSTR("com.tavro.print.JobLevelStock")
 #define kOutputDestinationItem CFSTR("com.tavro.print.FinishingOutputDestination")
 #define kCollateStapleItem CFSTR("com.tavro.print.FinishingCollateStaple")
 
@@ -37,10 +37,10 @@ void addNumber(PMTicketRef ticket, CFStringRef key, SInt32 value) {
 
 /// An empty record is filled from the PPD dictionary.
 void addStock(PMTicketRef ticket) {
-    if (!hasItem(ticket, kStockItem)) {
+    if (!hasItem(ticket, kJobLevelStockItem)) {
         const auto none = CFRef<CFMutableDictionaryRef>::adopt(
             CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
-        PMTicketSetCFDictionary(ticket, kHostClient, kStockItem, none.get(), kPMUnlocked);
+        PMTicketSetCFDictionary(ticket, kHostClient, kJobLevelStockItem, none.get(), kPMUnlocked);
     }
 }
 

@@ -2,14 +2,13 @@
 
 #include "host/script/text.h"
 #include "host/settings/panel_defaults.h"
+#include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 
 #include <array>
 
 namespace {
-
-#define kHostClient CFSTR("com.tavro.print.dialog")
 
 PMTicketRef makeTicket(PMPrintSession session, CFStringRef kind, const CFRef<CFDictionaryRef>& items) {
     PMTicketRef ticket = 0;
@@ -27,12 +26,9 @@ CFRef<CFDictionaryRef> copyItems(PMTicketRef ticket) {
 }
 
 /// The number of an item, or the fallback when it is missing, no number, or outside the range.
-SInt32 numberItem(PMTicketRef ticket, CFStringRef key, SInt32 minimum, SInt32 maximum, SInt32 fallback) {
-    CFNumberRef number = nullptr;
-    SInt32 value = 0;
-    const bool isThere = PMTicketGetCFNumber(ticket, kPMTopLevel, kPMTopLevel, key, &number) == noErr &&
-                         CFNumberGetValue(number, kCFNumberSInt32Type, &value);
-    return isThere && value >= minimum && value <= maximum ? value : fallback;
+SInt32 numberInRange(PMTicketRef ticket, CFStringRef key, SInt32 minimum, SInt32 maximum, SInt32 fallback) {
+    const SInt32 value = numberItem(ticket, key, fallback);
+    return value >= minimum && value <= maximum ? value : fallback;
 }
 
 void setNumberItem(PMTicketRef ticket, CFStringRef key, SInt32 value) {
@@ -95,7 +91,7 @@ JobSettings PrintSession::copySettings() const {
 }
 
 SInt32 PrintSession::copies() const {
-    return numberItem(printSettings_, kPMCopiesKey, 1, kMostCopies, 1);
+    return numberInRange(printSettings_, kPMCopiesKey, 1, kMostCopies, 1);
 }
 
 void PrintSession::setCopies(SInt32 copies) {
@@ -117,7 +113,7 @@ void PrintSession::setPageRange(const std::string& range) {
 }
 
 SInt32 PrintSession::orientation() const {
-    return numberItem(pageFormat_, kPMOrientationKey, kPortrait, kReverseLandscape, kPortrait);
+    return numberInRange(pageFormat_, kPMOrientationKey, kPortrait, kReverseLandscape, kPortrait);
 }
 
 void PrintSession::setOrientation(SInt32 orientation) {

@@ -2,6 +2,8 @@
 
 #include "host/script/text.h"
 #include "host/settings/panel_defaults.h"
+#include "host/settings/panel_items.h"
+#include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 
@@ -11,9 +13,6 @@
 namespace {
 
 // The plug-in is known by its factory only, so its names and numbers stand here a second time.
-#define kHostClient CFSTR("com.tavro.print.dialog")
-#define kJobTypeItem CFSTR("com.tavro.print.JobType")
-#define kJobTypeEntry CFSTR("JobType")
 constexpr SInt32 kNormalPrint = 1;
 
 struct ItemRow {

@@ -8,6 +8,9 @@
 
 #include <string>
 
+/// Who sets an item: the dialog.
+#define kHostClient CFSTR("com.tavro.print.dialog")
+
 inline SInt32 numberItem(PMTicketRef ticket, CFStringRef key, SInt32 fallback) {
     CFNumberRef number = nullptr;
     SInt32 value = 0;
