@@ -40,14 +40,12 @@ function(tavro_plugin_library name)
   set_target_properties(${name} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
 
-# A test program: googletest cases, run by ctest one by one, offscreen, with a home of their own and no session bus.
+# A test program: googletest cases, run by ctest one by one. Each has an environment of its own (tests/support/environment.cpp).
 function(tavro_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
-  target_link_libraries(${name} PRIVATE tavro_flags ${ARG_LINK} GTest::gtest)
-  target_compile_definitions(${name} PRIVATE TAVRO_SOURCE_DIR="${CMAKE_SOURCE_DIR}" TAVRO_STAGE="${TAVRO_STAGE}")
-  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;HOME=${CMAKE_BINARY_DIR}/test-home;XDG_RUNTIME_DIR=${CMAKE_BINARY_DIR}/test-home/run;XDG_CONFIG_HOME=;XDG_DATA_HOME=;DBUS_SESSION_BUS_ADDRESS=;LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0")
+  target_link_libraries(${name} PRIVATE tavro_flags test_environment ${ARG_LINK} test_places GTest::gtest)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 60)
 endfunction()
 
 # Adds a folder that has something to build.

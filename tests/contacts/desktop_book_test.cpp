@@ -4,6 +4,7 @@
 #include "platform/foundation/CFRef.h"
 #include "tests/contacts/private_session.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -136,7 +137,7 @@ TEST_F(DesktopAddressBook, IsSharedWithOtherPrograms) {
 
 TEST_F(DesktopAddressBook, TakesAnImportedFile) {
     ABImportError error = kABImportNoError;
-    const auto file = makeCFURL(TAVRO_SOURCE_DIR "/tests/data/contacts/web-4.0.vcf");
+    const auto file = makeCFURL(sourcePath("tests/data/contacts/web-4.0.vcf"));
     for (int round = 0; round < 2; ++round) {  // what is there already is not added again
         EXPECT_EQ(ABImportVCardFile(ABGetSharedAddressBook(), file.get(), nullptr, &error), 3);
     }

@@ -2,6 +2,7 @@
 
 #include "platform/contacts/AddressBookImport.h"
 #include "tests/contacts/contacts_fixture.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -31,7 +32,7 @@ protected:
         return count;
     }
 
-    static std::string sample(const std::string& name) { return TAVRO_SOURCE_DIR "/tests/data/contacts/" + name; }
+    static std::string sample(const std::string& name) { return sourcePath("tests/data/contacts/") + name; }
 
     std::string fileWith(const std::string& content) const {
         const fs::path path = folder() / "import.vcf";

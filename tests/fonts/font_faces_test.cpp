@@ -5,6 +5,7 @@
 #include "platform/fonts/ATSFont.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +37,7 @@ public:
 
 private:
     void add(const char* seed, const char* name) {
-        fs::copy_file(fs::path(TAVRO_SOURCE_DIR "/fuzz/corpus/type42") / seed, path(name));
+        fs::copy_file(fs::path(sourcePath("fuzz/corpus/type42")) / seed, path(name));
     }
 
     TemporaryFolder folder_;

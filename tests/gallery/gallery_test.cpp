@@ -1,5 +1,6 @@
 // The gallery: every window opens, draws itself and closes; dialogs do by script what their users do.
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 
 #include <QImage>
 #include <algorithm>
@@ -11,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string kScripts = TAVRO_SOURCE_DIR "/tests/gallery/scripts";
+const std::string kScripts = sourcePath("tests/gallery/scripts");
 
 class GalleryTest : public ProgramTest {
 protected:

@@ -3,6 +3,7 @@
 
 #include "host/settings/dictionary_values.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -25,9 +26,9 @@ protected:
     }
 
     CFRef<CFBundleRef> texts =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(TAVRO_STAGE "/TavroPrint.bundle", true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
     CFRef<CFMutableDictionaryRef> installed = makeCFDictionary();
-    Printer printer = *openPPD(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd");
+    Printer printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
     std::optional<PrintSession> session{std::in_place, printer, JobSettings{}, nullptr, "report.pdf"};
 };
 

@@ -8,6 +8,7 @@
 #include "platform/foundation/wall_clock.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/places.h"
 #include "watermark/watermark_storage.h"
 
 #include <gtest/gtest.h>
@@ -95,7 +96,7 @@ protected:
 
     TemporaryFolder folder;
     CFRef<CFBundleRef> bundle =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(TAVRO_STAGE "/TavroPrint.bundle", true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
     CFRef<CFMutableDictionaryRef> job = makeCFDictionary();
     CFRef<CFMutableDictionaryRef> options = makeCFDictionary();
     FaxRecipientList recipients;

@@ -12,6 +12,7 @@
 #include "model/sync_covers.h"
 #include "panels/paper_output/finishing_choices.h"
 #include "tests/host/settings_session.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -206,7 +207,7 @@ TEST(PaperOptions, AreThoseOfThePanels) {
 }
 
 TEST_F(LeftOut, IsAlsoWhatTheJobCannotDo) {
-    auto document = openDocument(TAVRO_SOURCE_DIR "/tests/data/ten-pages.pdf");
+    auto document = openDocument(sourcePath("tests/data/ten-pages.pdf"));
     ASSERT_TRUE(document);
     const auto faults = [&](const std::string& items, JobWay way) {
         return tellJobFaults(*document, *session(items, {}), way, bundle.get());

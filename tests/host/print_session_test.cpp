@@ -5,13 +5,14 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 #include <fstream>
 
 namespace {
 
-const std::string kZR420 = TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd";
+const std::string kZR420 = sourcePath("resources/ppd/Tavro-ZR420.ppd");
 
 class SessionOf : public testing::Test {
 protected:

@@ -1,5 +1,6 @@
 // Conflicts in the dialog: told, ended with one click, and gone for good.
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 
 namespace {
 
@@ -44,9 +45,8 @@ protected:
 }  // namespace
 
 TEST_F(ProgramConflicts, RunTheExampleOfTheDocumentation) {
-    const Run done =
-        run({"--ppd", kZR420, "--script", TAVRO_SOURCE_DIR "/docs/examples/conflict.tavro-script", "--shots",
-             folder / "shots", "--ticket-out", settings(), "--job-out", folder / "job.ps", kTenPages});
+    const Run done = run({"--ppd", kZR420, "--script", sourcePath("docs/examples/conflict.tavro-script"), "--shots",
+                          folder / "shots", "--ticket-out", settings(), "--job-out", folder / "job.ps", kTenPages});
     EXPECT_EQ(done.status, 0) << done.errors;
     EXPECT_EQ(done.output.find("notice: Some of the settings cannot be used together."), 0u) << done.output;
     EXPECT_TRUE(kept("Duplex", "DuplexNoTumble"));

@@ -1,5 +1,6 @@
 // How the program refuses: its exit status, and one line that names the file and the reason.
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 
 #include <algorithm>
 
@@ -22,15 +23,15 @@ protected:
         const fs::path copy = folder.path() / "stage";
         for (const char* part : {"bin/tavro-print", "TavroPrint.bundle", "plugins"}) {
             fs::create_directories((copy / part).parent_path());
-            fs::copy(fs::path(TAVRO_STAGE) / part, copy / part, fs::copy_options::recursive);
+            fs::copy(stagePath(part), copy / part, fs::copy_options::recursive);
         }
         return copy;
     }
 
     Run runCopy(const std::string& stage) const {
-        const std::string command = "LD_LIBRARY_PATH=" TAVRO_STAGE "/lib exec '" + stage + "/bin/tavro-print' --ppd '" +
-                                    kZR420 + "' --script '" + add("script", "ok\n") + "' --job-out '" +
-                                    (folder / "job.ps") + "' '" + kTenPages + "'";
+        const std::string command = "LD_LIBRARY_PATH=" + stagePath("lib") + " exec '" + stage +
+                                    "/bin/tavro-print' --ppd '" + kZR420 + "' --script '" + add("script", "ok\n") +
+                                    "' --job-out '" + (folder / "job.ps") + "' '" + kTenPages + "'";
         return runShell(command);
     }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/files/temporary_folder.h"
+#include "tests/support/places.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -15,9 +16,9 @@
 #include <string>
 #include <vector>
 
-inline const std::string kProgram = TAVRO_STAGE "/bin/tavro-print";
-inline const std::string kZR420 = TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd";
-inline const std::string kTenPages = TAVRO_SOURCE_DIR "/tests/data/ten-pages.pdf";
+inline const std::string kProgram = stagePath("bin/tavro-print");
+inline const std::string kZR420 = sourcePath("resources/ppd/Tavro-ZR420.ppd");
+inline const std::string kTenPages = sourcePath("tests/data/ten-pages.pdf");
 
 inline std::string contentOf(const std::string& path) {
     std::ostringstream content;

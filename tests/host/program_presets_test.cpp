@@ -2,6 +2,7 @@
 #include "host/settings/preset_content.h"
 #include "host/settings/presets.h"
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 #include "tests/support/print_server.h"
 
 namespace fs = std::filesystem;
@@ -139,7 +140,7 @@ ok)script");
 }
 
 TEST_F(ProgramPresets, AreNamedReplacedAndDeletedByTheUser) {
-    const std::string example = TAVRO_SOURCE_DIR "/docs/examples/presets.tavro-script";
+    const std::string example = sourcePath("docs/examples/presets.tavro-script");
     const Run documented = run({"--ppd", kZR420, "--script", example, "--shots", folder / "shots", "--ticket-out",
                                 folder / "settings.plist", "--job-out", folder / "job.ps", kTenPages});
     EXPECT_EQ(documented.status, 0) << documented.errors;
@@ -225,10 +226,10 @@ panel Advanced
 expect Tshl:632 text "On"
 ok)script");
     // Another PPD is another printer.
-    EXPECT_EQ(run({"--ppd", TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR410.ppd", "--script", add("script", lastUsed),
-                   kTenPages})
-                  .status,
-              3);
+    EXPECT_EQ(
+        run({"--ppd", sourcePath("resources/ppd/Tavro-ZR410.ppd"), "--script", add("script", lastUsed), kTenPages})
+            .status,
+        3);
 }
 
 TEST_F(ProgramPresets, ThatCannotBeReadAreSaidByName) {

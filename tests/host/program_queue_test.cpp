@@ -1,6 +1,7 @@
 // The program and real queues: what a job begins with, what comes out of the printer, and what is said when nothing
 // does.
 #include "tests/host/watermark_fixture.h"
+#include "tests/support/places.h"
 #include "tests/support/print_server.h"
 
 #include <algorithm>
@@ -9,7 +10,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-const std::string kZR410 = TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR410.ppd";
+const std::string kZR410 = sourcePath("resources/ppd/Tavro-ZR410.ppd");
 
 class ProgramWithQueues : public ProgramTest {
 protected:
@@ -295,7 +296,7 @@ TEST_F(ReadyJobs, AreWhatAFileWouldGet) {
     EXPECT_TRUE(has(secure, "@PJL SET HOLDKEY=\"8642\"\n"));
     expectSameOnBothWays(jobType(5) + "<key>com.tavro.print.FaxOptions</key><dict><key>CoverSheet</key><true/></dict>",
                          3);
-    std::string script = contentOf(TAVRO_SOURCE_DIR "/docs/examples/watermark.tavro-script");
+    std::string script = contentOf(sourcePath("docs/examples/watermark.tavro-script"));
     script.insert(script.rfind("ok"), "set Host:20 2\n");
     const std::string marked = expectSameOnBothWays(Words{"--script", add("script", script)}, 10);
     EXPECT_TRUE(has(marked, "%%BeginResource: font ArialMT\n"));

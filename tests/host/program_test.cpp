@@ -1,5 +1,6 @@
 // What the program does from a script to the settings and the job that it leaves.
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 
 #include <algorithm>
 #include <ctime>
@@ -39,9 +40,8 @@ protected:
     }
     /// The same for one that has other notices.
     Run runJobExample(const std::string& name, const Words& more = {}) const {
-        Words arguments{
-            "--ppd",   kZR420,           "--script", TAVRO_SOURCE_DIR "/docs/examples/" + name + ".tavro-script",
-            "--shots", folder / "shots", kTenPages};
+        Words arguments{"--ppd",   kZR420,           "--script", sourcePath("docs/examples/") + name + ".tavro-script",
+                        "--shots", folder / "shots", kTenPages};
         arguments.insert(arguments.end(), more.begin(), more.end());
         const Words files = outputs();
         arguments.insert(arguments.end(), files.begin(), files.end());
@@ -208,7 +208,7 @@ TEST_F(Program, RunsTheExamplesOfCovers) {
                 "<key>Type</key><integer>1</integer>"
                 "<key>Color</key><integer>2</integer></dict><key>SidesImaged</key><integer>4</integer></dict>"));
 
-    const Words different{"--ticket-in", TAVRO_SOURCE_DIR "/docs/examples/different-covers.plist"};
+    const Words different{"--ticket-in", sourcePath("docs/examples/different-covers.plist")};
     runExample("different-covers", different,
                "The back cover will be like the front cover: on the same paper, and blank or printed as that is.");
     EXPECT_NE(job().find("@PJL SET TRCOVERSMEDIATYPE=CARDSTOCK"), std::string::npos);

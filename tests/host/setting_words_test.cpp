@@ -4,6 +4,7 @@
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
 #include "tests/files/temporary_folder.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 #include <fstream>
@@ -13,7 +14,7 @@ namespace {
 
 class SettingWordsOf : public testing::Test {
 protected:
-    static CFRef<CFBundleRef> bundle(const char* path) {
+    static CFRef<CFBundleRef> bundle(const std::string& path) {
         return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
     }
     /// The title by which the maker's panel itself is chosen.
@@ -23,9 +24,9 @@ protected:
                         .get());
     }
 
-    CFRef<CFBundleRef> host = bundle(TAVRO_STAGE "/TavroPrint.bundle");
-    CFRef<CFBundleRef> plugin = bundle(TAVRO_STAGE "/plugins/TavroFeatures.plugin");
-    Printer printer = *openPPD(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd");
+    CFRef<CFBundleRef> host = bundle(stagePath("TavroPrint.bundle"));
+    CFRef<CFBundleRef> plugin = bundle(stagePath("plugins/TavroFeatures.plugin"));
+    Printer printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
 };
 
 }  // namespace
@@ -52,7 +53,7 @@ TEST_F(SettingWordsOf, SettingsOfThePrinterHaveThem) {
 TEST_F(SettingWordsOf, OtherMakersHaveNoPanels) {
     const TemporaryFolder folder;
     std::ostringstream ppd;
-    ppd << std::ifstream(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd").rdbuf();
+    ppd << std::ifstream(sourcePath("resources/ppd/Tavro-ZR420.ppd")).rdbuf();
     std::string text = ppd.str();
     const std::string maker = "*Manufacturer: \"Tavro\"";
     text.replace(text.find(maker), maker.size(), "*Manufacturer: \"Somebody\"");

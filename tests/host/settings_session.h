@@ -5,6 +5,7 @@
 #include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
 #include "tests/files/temporary_folder.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -48,6 +49,6 @@ protected:
 
     TemporaryFolder folder;
     CFRef<CFBundleRef> bundle =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(TAVRO_STAGE "/TavroPrint.bundle", true).get()));
-    Printer printer = *openPPD(TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd");
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+    Printer printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
 };

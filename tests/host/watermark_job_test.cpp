@@ -1,6 +1,7 @@
 // Watermarks in the job: pages as Ghostscript draws them, by the real program, from a store of the plug-in's own.
 #include "tests/host/watermark_fixture.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/places.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +61,7 @@ constexpr const char* kBlack = "<</PageSize[595 842]>>setpagedevice 100 100 395 
 }  // namespace
 
 TEST_F(WatermarkJobs, HaveTheExamplesDraftInTheMiddleOfTheFirstPage) {
-    std::string script = contentOf(TAVRO_SOURCE_DIR "/docs/examples/watermark.tavro-script");
+    std::string script = contentOf(sourcePath("docs/examples/watermark.tavro-script"));
     script.erase(script.rfind("ok"));
     const auto pages = print("set Host:20 2\n" + script, kTenPages);
     EXPECT_EQ(errors, "");

@@ -1,5 +1,6 @@
 // What bash offers behind the Tab key.
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 #include "tests/support/print_server.h"
 
 #include <algorithm>
@@ -17,9 +18,8 @@ protected:
 
     /// What is offered at the end of a line that begins with the program.
     Offers offers(const std::string& line, const Words& environment = {}) const {
-        const Run done =
-            start(TAVRO_SOURCE_DIR "/tests/packaging/complete.sh",
-                  {TAVRO_SOURCE_DIR "/packaging/completions/tavro-print", kProgram + " " + line}, environment);
+        const Run done = start(sourcePath("tests/packaging/complete.sh"),
+                               {sourcePath("packaging/completions/tavro-print"), kProgram + " " + line}, environment);
         EXPECT_EQ(done.errors, "");
         std::istringstream lines(done.output);
         Offers found;
@@ -101,7 +101,7 @@ TEST_F(Completion, OffersThePresetsOfTheUser) {
 TEST_F(Completion, OffersWhatTheServerHas) {
     const PrintServer server(folder.path() / "server");
     const Words environment{"CUPS_SERVER=" + server.address()};
-    server.addQueue("office", TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR410.ppd");
+    server.addQueue("office", sourcePath("resources/ppd/Tavro-ZR410.ppd"));
     server.addQueue("works", kZR420);
     server.admin("lpadmin -p works -o Option2=LCSS");
     server.admin("lpadmin -d works");

@@ -1,5 +1,6 @@
 // The manual pages: made from the program's help and the documentation, with nothing lost on the way.
 #include "tests/host/program_fixture.h"
+#include "tests/support/places.h"
 
 #include <regex>
 
@@ -47,7 +48,7 @@ TEST_F(Manuals, HaveAllThatTheHelpSays) {
 }
 
 TEST_F(Manuals, HaveEveryActionOfTheScriptLanguage) {
-    const std::string source = contentOf(TAVRO_SOURCE_DIR "/host/script/script_parser.cpp");
+    const std::string source = contentOf(sourcePath("host/script/script_parser.cpp"));
     const std::size_t table = source.find("kActions[] = {");
     const Words actions = matches(source.substr(table, source.find("};", table) - table), "\n    \\{\"([a-z]+)\", ");
     EXPECT_GT(actions.size(), 12u);
@@ -55,7 +56,7 @@ TEST_F(Manuals, HaveEveryActionOfTheScriptLanguage) {
     for (const std::string& action : actions) {
         EXPECT_TRUE(hasItem(page, action) || page.find(", " + action + "\n") != std::string::npos) << action;
     }
-    const Words controls = matches(contentOf(TAVRO_SOURCE_DIR "/docs/script-language.md"), "\n\\| `(Host:[0-9]+)`");
+    const Words controls = matches(contentOf(sourcePath("docs/script-language.md")), "\n\\| `(Host:[0-9]+)`");
     EXPECT_GT(controls.size(), 10u);
     for (const std::string& control : controls) {
         EXPECT_TRUE(hasItem(page, control)) << control;

@@ -4,10 +4,11 @@
 #include "core/plugin_factory.h"
 #include "platform/foundation/CFBundle.h"
 #include "tests/printing/printing_fixture.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
-inline const std::filesystem::path kPluginPath = TAVRO_STAGE "/plugins/TavroFeatures.plugin";
+inline const std::filesystem::path kPluginPath = stagePath("plugins/TavroFeatures.plugin");
 
 /// The bundle, for the whole program; null when it cannot be opened.
 inline CFPlugInRef plugIn() {

@@ -8,6 +8,7 @@
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/PMTicket.h"
+#include "tests/support/places.h"
 
 #include <array>
 #include <cstdio>
@@ -19,7 +20,7 @@
 #include <string>
 #include <utility>
 
-inline const std::filesystem::path kSources = TAVRO_SOURCE_DIR;
+inline const std::filesystem::path kSources = sourcePath("");
 inline const std::filesystem::path kZR410 = kSources / "resources/ppd/Tavro-ZR410.ppd";
 inline const std::filesystem::path kZR420 = kSources / "resources/ppd/Tavro-ZR420.ppd";
 inline const std::filesystem::path kTenPages = kSources / "tests/data/ten-pages.pdf";

@@ -5,6 +5,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "tests/resources/source_scan.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 #include <QDir>
@@ -21,9 +22,7 @@ struct Served {
     const char* bundle;  // path in the stage
     QStringList sources;
 
-    QString resources() const {
-        return QStringLiteral(TAVRO_STAGE "/%1/Contents/Resources").arg(QLatin1String(bundle));
-    }
+    QString resources() const { return QString::fromStdString(stagePath(std::string(bundle) + "/Contents/Resources")); }
     QStringList languages() const {
         return QDir(resources()).entryList({QStringLiteral("*.lproj")}, QDir::Dirs, QDir::Name);
     }
@@ -99,7 +98,7 @@ TEST_P(Resources, TextsAreThoseAskedFor) {
 
 // The bundle's own reader gives each text of the user's language, with escapes resolved and nothing of the row lost.
 TEST_P(Resources, TheBundleReadsItsTexts) {
-    const QByteArray path = QByteArray(TAVRO_STAGE "/") + GetParam().bundle;
+    const QByteArray path = QByteArray::fromStdString(stagePath(GetParam().bundle));
     const auto pathText =
         CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, path.constData(), kCFStringEncodingUTF8));
     const auto url =

@@ -1,4 +1,5 @@
 #include "tests/resources/source_scan.h"
+#include "tests/support/places.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -21,7 +22,7 @@ QString CodeOf(const QStringList& folders) {
                                              QRegularExpression::DotMatchesEverythingOption);
     QString code;
     for (const QString& folder : folders) {
-        QDirIterator files(QStringLiteral(TAVRO_SOURCE_DIR "/") + folder,
+        QDirIterator files(QString::fromStdString(sourcePath("")) + folder,
                            {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories);
         while (files.hasNext()) {
             code += Read(files.next()).replace(comments, QStringLiteral("\\1")) + QLatin1Char('\n');

@@ -1,5 +1,6 @@
 // Menus made from setting maps and from the options of real PPDs, and their choice as a ticket value.
 
+#include "tests/support/places.h"
 #include "ui/ppd_menus.h"
 #include "ui/setting_menus.h"
 
@@ -72,7 +73,7 @@ TEST_F(MenusTest, TheChoiceIsATicketValue) {
 
 TEST_F(MenusTest, EveryOptionOfOurPrintersHasItsTicketValue) {
     for (const char* name : {"Tavro-ZR410.ppd", "Tavro-ZR420.ppd"}) {
-        const PluginSession printer(std::string(TAVRO_SOURCE_DIR "/resources/ppd/") + name);
+        const PluginSession printer(sourcePath("resources/ppd/") + name);
         for (const char* keyword : {"PageSize", "MediaType", "MediaColor", "Duplex", "JCLBanner", "Jog", "OutputBin"}) {
             const CFArrayRef options = PPDGetGlobalOptions(String(keyword).get());
             if (options == nullptr) {

@@ -8,6 +8,7 @@
 #include "platform/printing/PMSession.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Menus.h"
+#include "tests/support/places.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <gtest/gtest.h>
@@ -15,8 +16,8 @@
 #include <vector>
 
 /// Where the build puts what the bundle reads.
-inline const std::filesystem::path kStagedResources = TAVRO_STAGE "/plugins/TavroFeatures.plugin/Contents/Resources";
-inline const std::string kZR420 = TAVRO_SOURCE_DIR "/resources/ppd/Tavro-ZR420.ppd";
+inline const std::filesystem::path kStagedResources = stagePath("plugins/TavroFeatures.plugin/Contents/Resources");
+inline const std::string kZR420 = sourcePath("resources/ppd/Tavro-ZR420.ppd");
 
 inline CFRef<CFStringRef> String(const std::string& text) {
     return CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text.c_str(), kCFStringEncodingUTF8));

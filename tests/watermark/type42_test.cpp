@@ -2,6 +2,7 @@
 // is refused for the right reason.
 
 #include "watermark/type42.h"
+#include "tests/support/places.h"
 
 #include "platform/fonts/font_faces.h"
 #include "tests/support/cf_values.h"
@@ -22,7 +23,7 @@ std::string readFile(const std::string& path) {
 }
 
 std::string seed(const char* name) {
-    return readFile(std::string(TAVRO_SOURCE_DIR "/fuzz/corpus/type42/") + name);
+    return readFile(sourcePath("fuzz/corpus/type42/") + name);
 }
 
 FontRefusal refusalOf(const std::string& font, UInt32 face = 0, const char* name = "Test") {
@@ -134,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(Type42, InstalledFont, testing::ValuesIn(kInstalled), [
 
 // A font of several faces, glyphs at odd places: they are in no package that all have, and drawn from the seeds.
 TEST(Type42, DrawsWhatLiesInFilesOfOtherShapes) {
-    const std::string folder = TAVRO_SOURCE_DIR "/fuzz/corpus/type42/";
+    const std::string folder = sourcePath("fuzz/corpus/type42/");
     struct File {
         const char* name;
         UInt32 face;

@@ -6,6 +6,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "tests/files/temporary_folder.h"
+#include "tests/support/places.h"
 #include "watermark/editor/editor_texts.h"
 #include "watermark/editor/mark_geometry.h"
 #include "watermark/editor/mark_values.h"
@@ -28,7 +29,7 @@
 
 namespace {
 
-constexpr char kEditor[] = TAVRO_STAGE "/plugins/TavroFeatures.plugin/Contents/PlugIns/WatermarkEditor.bundle";
+const std::string kEditor = stagePath("plugins/TavroFeatures.plugin/Contents/PlugIns/WatermarkEditor.bundle");
 
 const QString kMissing = QStringLiteral("STRING NOT FOUND");
 
@@ -91,7 +92,8 @@ private:
 class WatermarkEditor : public testing::Test {
 protected:
     WatermarkEditor() {
-        const auto path = CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, kEditor, kCFStringEncodingUTF8));
+        const auto path =
+            CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, kEditor.c_str(), kCFStringEncodingUTF8));
         const auto url =
             CFRef<CFURLRef>::adopt(CFURLCreateWithFileSystemPath(nullptr, path.get(), kCFURLPOSIXPathStyle, true));
         bundle_ = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, url.get()));

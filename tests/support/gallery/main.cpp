@@ -10,6 +10,7 @@
 #include "tests/support/gallery/accessibility.h"
 #include "tests/support/gallery/gallery.h"
 #include "tests/support/gallery/render.h"
+#include "tests/support/places.h"
 
 #include <getopt.h>
 #include <array>
@@ -38,8 +39,8 @@ constexpr const char* kHelp =
 
 struct Options {
     bool list = false;
-    std::string name, ppd = TAVRO_STAGE "/ppd/Tavro-ZR420.ppd", ticketIn, ticketOut, script, shots, render, audit,
-                      bundle = TAVRO_STAGE "/plugins/TavroFeatures.plugin";
+    std::string name, ppd = stagePath("ppd/Tavro-ZR420.ppd"), ticketIn, ticketOut, script, shots, render, audit,
+                      bundle = stagePath("plugins/TavroFeatures.plugin");
     std::vector<std::string> installed;
 };
 
@@ -187,9 +188,9 @@ int main(int argc, char** argv) {
     int argumentCount = 1;
     ToolboxInitialize(&argumentCount, argv,
                       !options->script.empty() || !options->render.empty() || !options->audit.empty() || options->list);
-    const auto own = openBundle(TAVRO_STAGE "/TavroGallery.bundle");
+    const auto own = openBundle(stagePath("TavroGallery.bundle"));
     const auto plugin = openBundle(options->bundle);
-    const auto host = openBundle(TAVRO_STAGE "/TavroPrint.bundle");
+    const auto host = openBundle(stagePath("TavroPrint.bundle"));
     if (!own || !plugin || !host) {
         return fail(utf8(CFBundleGetLastError()), ExitStatus::unusableInput);
     }
