@@ -11,11 +11,8 @@ namespace {
 
 #define kMediaTypeKey CFSTR("MediaType")
 #define kUseJobNameKey CFSTR("UseJobName")
-#define kJobTypeKey CFSTR("JobType")
 #define kSavedJobNameKey CFSTR("SavedJobName")
 #define kSavedJobLocationKey CFSTR("SavedJobLocation")
-#define kPasscodeKey CFSTR("SecurePrintPassword")
-#define kDelayedPrintTimeKey CFSTR("DelayedPrintTime")
 
 constexpr LongDateTime kSecondsPerDay = 86400;
 
@@ -61,7 +58,7 @@ CFRef<CFMutableDictionaryRef> JobType::read(PMTicketRef ticket) {
     useJobName = CFDictionaryGetValue(dictionary.get(), kUseJobNameKey) != kCFBooleanFalse;
     TakeIfThere(dictionary.get(), kSavedJobNameKey, &savedJobName);
     TakeIfThere(dictionary.get(), kSavedJobLocationKey, &savedJobLocation);
-    TakeIfThere(dictionary.get(), kPasscodeKey, &passcode);
+    TakeIfThere(dictionary.get(), kSecurePrintPasswordKey, &passcode);
     CFDictionaryGetNumber(dictionary.get(), kDelayedPrintTimeKey, &delayedPrintTime, kCFNumberSInt64Type);
     return dictionary;
 }
@@ -75,7 +72,7 @@ void JobType::write(CFMutableDictionaryRef dictionary, PMTicketRef ticket) {
     CFDictionarySetNumber(dictionary, kJobTypeKey, &jobType, kCFNumberSInt32Type);
     SetIfThere(dictionary, kSavedJobNameKey, savedJobName);
     SetIfThere(dictionary, kSavedJobLocationKey, savedJobLocation);
-    SetIfThere(dictionary, kPasscodeKey, passcode);
+    SetIfThere(dictionary, kSecurePrintPasswordKey, passcode);
     CFDictionarySetNumber(dictionary, kDelayedPrintTimeKey, &delayedPrintTime, kCFNumberSInt64Type);
 }
 

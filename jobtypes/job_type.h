@@ -9,14 +9,21 @@
 
 /// The ticket's item.
 #define kJobTypeTicketKey CFSTR("com.tavro.print.JobType")
+// In its dictionary: a value of JobTypeMap, digits, and seconds since 1904, local time.
+#define kJobTypeKey CFSTR("JobType")
+#define kSecurePrintPasswordKey CFSTR("SecurePrintPassword")
+#define kDelayedPrintTimeKey CFSTR("DelayedPrintTime")
 /// The item with the name that the application gave the job.
 #define kJobNameTicketKey CFSTR("com.apple.print.JobInfo.PMJobName")
 
-// Values of JobTypeMap that need more than their value. The last is in no menu; tickets of other editions hold it.
+// Values of JobTypeMap. The last is in no menu; tickets of other editions hold it.
 inline constexpr SInt32 kJobTypeNormal = 1;
+inline constexpr SInt32 kJobTypeSave = 3;
+inline constexpr SInt32 kJobTypePrintAndSave = 4;
 inline constexpr SInt32 kJobTypeFax = 5;
 inline constexpr SInt32 kJobTypeSecurePrint = 6;
 inline constexpr SInt32 kJobTypeDelayedPrint = 7;
+inline constexpr SInt32 kJobTypeSampleSet = 8;
 inline constexpr SInt32 kJobTypeOfOtherEditions = 9;
 
 /// Whether jobs of the type have something to set up.

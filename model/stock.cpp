@@ -135,6 +135,35 @@ void Stock::setType(SInt32 type) {
     }
 }
 
+Stock StockWithDetails(CFDictionaryRef ticket) {
+    Stock stock(ticket);
+    const auto number = [ticket](CFStringRef key) {
+        SInt32 value = kTicketValueUnset;
+        ReadTicketValue(ticket, key, &value);
+        return value;
+    };
+    const auto text = [ticket](CFStringRef key) {
+        const CFStringRef value = GetRecordString(ticket, key);
+        return value != nullptr ? value : CFSTR("");
+    };
+    stock.setCustomType(text(CFSTR("CustomType")));
+    stock.setModulus(number(CFSTR("Modulus")));
+    stock.setCustomColor(text(CFSTR("CustomColor")));
+    stock.setWeight(number(CFSTR("Weight")));
+    stock.setPunched(number(CFSTR("Punched")));
+    stock.setDescription(text(CFSTR("Description")));
+    stock.setSidesCoated(number(CFSTR("SidesCoated")));
+    if (stock.sidesCoated() != kTicketValueUnset) {
+        stock.setCoatingType(number(CFSTR("kCoatingType")));
+    }
+    stock.setFinish(number(CFSTR("Finish")));
+    stock.setGrain(number(CFSTR("kGrain")));
+    stock.setCustomName(text(CFSTR("CustomName")));
+    stock.setCustomNameOnly(CFDictionaryGetValue(ticket, CFSTR("CustomNameOnly")) == kCFBooleanTrue);
+    stock.setComment(text(CFSTR("CustomComment")));
+    return stock;
+}
+
 void DefaultStock(Stock* stock, JobContext context) {
     const bool isConcrete = context == JobContext::job || context == JobContext::cover;
     stock->setSize(isConcrete ? 1 : kTicketValueUnset);

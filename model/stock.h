@@ -14,6 +14,7 @@ inline constexpr SInt32 kStockSizeCustom = 75;
 inline constexpr SInt32 kStockColorCustom = 10;
 inline constexpr SInt32 kStockColorWhite = 1;
 inline constexpr SInt32 kStockColorClear = 6;
+inline constexpr SInt32 kStockColorOther = 14;
 inline constexpr SInt32 kStockPunched = 2;
 
 /// Types of paper that mean more than a name. 4 to 7 are this program's own; the others stand in the option map of
@@ -144,6 +145,9 @@ private:
     bool customNameOnly_ = false;
     CFRef<CFStringRef> comment_;
 };
+
+/// The stock with all that a ticket's dictionary says, as Stock::asTicket writes it.
+[[nodiscard]] Stock StockWithDetails(CFDictionaryRef ticket);
 
 /// Makes the stock the default of a job or cover (size, colour and type 1) or of an insert or exception (the job's
 /// paper). Coating, finish, grain and comment stay as they are.

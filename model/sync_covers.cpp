@@ -2,14 +2,11 @@
 
 #include "model/ppd_access.h"
 #include "model/ppd_option_maps.h"
+#include "model/ticket_items.h"
 
 namespace {
 
-constexpr const char* kFrontCoverKey = "com.tavro.print.SpecialPages.FrontCover";
-constexpr const char* kBackCoverKey = "com.tavro.print.SpecialPages.BackCover";
-
-void WriteCover(PMTicketRef ticket, const char* key, const Cover* cover) {
-    const CFStringRef item = CFStringMakeConstant(key);
+void WriteCover(PMTicketRef ticket, CFStringRef item, const Cover* cover) {
     if (cover == nullptr) {
         PMTicketReleaseItem(ticket, kPMTopLevel, item);
     } else if (const auto dictionary = cover->asTicket()) {
@@ -25,8 +22,8 @@ void WriteMedia(PMTicketRef ticket, CFStringRef jclKeyword, CFStringRef mediaKey
 }
 
 OSStatus WriteCovers(PMTicketRef ticket, const Cover* front, const Cover* back) {
-    WriteCover(ticket, kFrontCoverKey, front);
-    WriteCover(ticket, kBackCoverKey, back);
+    WriteCover(ticket, kFrontCoverItem, front);
+    WriteCover(ticket, kBackCoverItem, back);
 
     CFStringRef covers = CFSTR("None");
     if (front != nullptr) {
@@ -44,10 +41,9 @@ OSStatus WriteCovers(PMTicketRef ticket, const Cover* front, const Cover* back) 
     return PPDSetMainKeyword(ticket, CFSTR("JCLCovers"), covers);
 }
 
-OSStatus ReadCover(PMTicketRef ticket, const char* key, std::unique_ptr<Cover>* cover) {
+OSStatus ReadCover(PMTicketRef ticket, CFStringRef item, std::unique_ptr<Cover>* cover) {
     CFDictionaryRef dictionary = nullptr;
-    const OSStatus status =
-        PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, CFStringMakeConstant(key), &dictionary);
+    const OSStatus status = PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, item, &dictionary);
     *cover = status == noErr ? std::make_unique<Cover>(dictionary) : nullptr;
     return status;
 }
@@ -60,8 +56,8 @@ OSStatus SyncCovers(PMTicketRef ticket, UInt8 direction, std::unique_ptr<Cover>*
         case kCoversToTicket:
             return WriteCovers(ticket, frontCover->get(), backCover->get());
         case kCoversFromTicket:
-            ReadCover(ticket, kFrontCoverKey, frontCover);
-            return ReadCover(ticket, kBackCoverKey, backCover);
+            ReadCover(ticket, kFrontCoverItem, frontCover);
+            return ReadCover(ticket, kBackCoverItem, backCover);
         default:
             return noErr;
     }

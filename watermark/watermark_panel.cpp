@@ -1,6 +1,7 @@
 // The Watermark panel: one of the stored watermarks or none, on which pages, in front of or behind what they show.
 
 #include "model/ticket_access.h"
+#include "model/ticket_items.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/toolbox/Windows.h"
@@ -19,9 +20,6 @@
 
 namespace {
 
-#define kWatermarkKey CFSTR("com.tavro.print.watermark.Watermark")
-#define kFirstPageOnlyKey CFSTR("com.tavro.print.watermark.FirstPageOnly")
-#define kOptionKey CFSTR("com.tavro.print.watermark.Option")
 #define kWatermarkCreator CFSTR("com.tavro.printingmanager")
 #define kWatermarkPanelKind CFSTR("com.tavro.print.pde.WatermarkKind")
 
@@ -70,24 +68,24 @@ PaperExtents ReadPaperExtents(PMPrintSession session) {
 
 void ReadTicket(PMTicketRef ticket, WatermarkContext* context) {
     CFStringRef name = nullptr;
-    PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kWatermarkKey, &name);
+    PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kWatermarkItem, &name);
     const CFStringRef listed = name != nullptr ? FindWatermark(listOfWatermarks.get(), name, nullptr) : nullptr;
     context->selection = listed != nullptr ? listed : context->noneName.get();
-    context->firstPageOnly = GetTicketNumber(ticket, kFirstPageOnlyKey, 0) != 0 ? 1 : 0;
-    context->option = GetTicketNumber(ticket, kOptionKey, kWatermarkForeground) == kWatermarkBackground
+    context->firstPageOnly = GetTicketNumber(ticket, kWatermarkFirstPageOnlyItem, 0) != 0 ? 1 : 0;
+    context->option = GetTicketNumber(ticket, kWatermarkOptionItem, kWatermarkForeground) == kWatermarkBackground
                           ? kWatermarkBackground
                           : kWatermarkForeground;
 }
 
 void WriteTicket(const WatermarkContext& context, PMTicketRef ticket) {
     if (IsWatermarkSelected(context)) {
-        PMTicketSetCFString(ticket, kWatermarkCreator, kWatermarkKey, context.selection, kPMUnlocked);
+        PMTicketSetCFString(ticket, kWatermarkCreator, kWatermarkItem, context.selection, kPMUnlocked);
         convertFont(context.selection);
     } else {
-        PMTicketReleaseItem(ticket, kPMTopLevel, kWatermarkKey);
+        PMTicketReleaseItem(ticket, kPMTopLevel, kWatermarkItem);
     }
-    SetTicketNumber(ticket, kWatermarkCreator, kFirstPageOnlyKey, context.firstPageOnly);
-    SetTicketNumber(ticket, kWatermarkCreator, kOptionKey, context.option);
+    SetTicketNumber(ticket, kWatermarkCreator, kWatermarkFirstPageOnlyItem, context.firstPageOnly);
+    SetTicketNumber(ticket, kWatermarkCreator, kWatermarkOptionItem, context.option);
 }
 
 // ---- Controls

@@ -4,13 +4,11 @@
 #include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/ticket_access.h"
+#include "model/ticket_items.h"
 
 namespace {
 
 #define kCreator CFSTR("com.tavro.printingmanager")
-#define kBookletLayoutOrderKey CFSTR("com.tavro.print.AdvancedBookletLayoutOrderStr")
-#define kRotateImageKey CFSTR("com.tavro.print.AdvancedRotateImage180")
-#define kEmitTPIFKey CFSTR("com.tavro.print.EmitTPIF")
 #define kOmbrexEmulationKey CFSTR("com.tavro.print.OmbrexEmulation")
 
 constexpr SInt32 kMissingChoice = 1;
@@ -42,18 +40,18 @@ void WriteChoice(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
 }  // namespace
 
 void ReadAdvancedSettings(PMTicketRef ticket, AdvancedSettings* settings) {
-    settings->bookletLayoutOrder = GetTicketNumber(ticket, kBookletLayoutOrderKey, 2);
-    settings->emitTPIF = GetTicketNumber(ticket, kEmitTPIFKey, 1);
+    settings->bookletLayoutOrder = GetTicketNumber(ticket, kBookletLayoutOrderItem, 2);
+    settings->emitTPIF = GetTicketNumber(ticket, kEmitTPIFItem, 1);
     settings->ombrexEmulation = GetTicketNumber(ticket, kOmbrexEmulationKey, 1);
-    settings->rotateImage = RotateItem(GetTicketNumber(ticket, kRotateImageKey, 0));
+    settings->rotateImage = RotateItem(GetTicketNumber(ticket, kRotateImage180Item, 0));
     settings->banner = ReadChoice(ticket, kBannerMainKeyword);
     settings->jog = ReadChoice(ticket, kJogMainKeyword);
 }
 
 void WriteAdvancedSettings(const AdvancedSettings& settings, PMTicketRef ticket) {
-    SetTicketNumber(ticket, kCreator, kBookletLayoutOrderKey, settings.bookletLayoutOrder);
-    SetTicketNumber(ticket, kCreator, kRotateImageKey, RotateTicketValue(settings.rotateImage));
-    SetTicketNumber(ticket, kCreator, kEmitTPIFKey, settings.emitTPIF);
+    SetTicketNumber(ticket, kCreator, kBookletLayoutOrderItem, settings.bookletLayoutOrder);
+    SetTicketNumber(ticket, kCreator, kRotateImage180Item, RotateTicketValue(settings.rotateImage));
+    SetTicketNumber(ticket, kCreator, kEmitTPIFItem, settings.emitTPIF);
     WriteChoice(settings.banner, kBannerMainKeyword, ticket);
     WriteChoice(settings.jog, kJogMainKeyword, ticket);
 }

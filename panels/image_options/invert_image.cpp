@@ -2,14 +2,11 @@
 
 #include "model/record_ticket.h"
 #include "model/ticket_access.h"
+#include "model/ticket_items.h"
 #include "platform/toolbox/Controls.h"
 #include "ui/panel_operations.h"
 
 namespace {
-
-#define kInvertImageOptionsKey CFSTR("com.tavro.print.InvertImageOptions")
-#define kNegativeImageKey CFSTR("NegativeImage")
-#define kMirrorImageKey CFSTR("MirrorImage")
 
 constexpr SInt32 kInvertImageGroup = 910;
 constexpr SInt32 kNegativeImage = 911;
@@ -46,13 +43,13 @@ II_Options InvertImageGetOptions(const InvertImageContext& context, const II_Opt
 
 II_Options InvertImageReadOptions(PMTicketRef ticket) {
     CFDictionaryRef dictionary = nullptr;
-    PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kInvertImageOptionsKey, &dictionary);
+    PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kInvertImageOptionsItem, &dictionary);
     return {true, ReadFlag(dictionary, kNegativeImageKey), ReadFlag(dictionary, kMirrorImageKey)};
 }
 
 void InvertImageWriteOptions(const II_Options& options, PMTicketRef ticket) {
     if (options.valid) {
-        PMTicketSetCFDictionary(ticket, kTicketCreator, kInvertImageOptionsKey,
+        PMTicketSetCFDictionary(ticket, kTicketCreator, kInvertImageOptionsItem,
                                 InvertImageCreateTicketFromOptions(options).get(), kPMUnlocked);
     }
 }

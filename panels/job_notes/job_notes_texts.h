@@ -1,6 +1,7 @@
 // The five texts of a job's notes, between a ticket and the panel.
 #pragma once
 
+#include "model/ticket_items.h"
 #include "panels/job_notes/job_notes_preferences.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
@@ -26,11 +27,11 @@ struct JobNote {
 
 inline constexpr std::array kJobNotes{
     // ticket key, text, field, limit; in the order in which they are read and written
-    JobNote{"com.tavro.print.JobNotesMessage", &JobNotesTexts::message, 2005, 1000},
-    JobNote{"com.tavro.print.JobNotesSheetMessage", &JobNotesTexts::sheetMessage, 2004, 1000},
-    JobNote{"com.tavro.print.JobNotesJobName", &JobNotesTexts::jobName, 2001, 255},
-    JobNote{"com.tavro.print.JobNotesSenderName", &JobNotesTexts::senderName, 2002, 255},
-    JobNote{"com.tavro.print.JobNotesRecipient", &JobNotesTexts::recipientName, 2003, 255},
+    JobNote{kJobNotesMessageName, &JobNotesTexts::message, 2005, 1000},
+    JobNote{kJobNotesSheetMessageName, &JobNotesTexts::sheetMessage, 2004, 1000},
+    JobNote{kJobNotesJobNameName, &JobNotesTexts::jobName, 2001, 255},
+    JobNote{kJobNotesSenderNameName, &JobNotesTexts::senderName, 2002, 255},
+    JobNote{kJobNotesRecipientName, &JobNotesTexts::recipientName, 2003, 255},
 };
 static_assert(kJobNotes.size() == 5);
 

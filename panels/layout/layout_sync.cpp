@@ -5,6 +5,7 @@
 #include "model/ppd_option_maps.h"
 #include "model/special_page.h"
 #include "model/ticket_access.h"
+#include "model/ticket_items.h"
 #include "platform/foundation/CFString.h"
 
 #include <iterator>
@@ -12,12 +13,7 @@
 namespace {
 
 #define kCreator CFSTR("com.tavro.printingmanager")
-#define kBookletLayoutKey CFSTR("com.tavro.print.BookletLayout")
-#define kDrawOutlinesKey CFSTR("com.tavro.print.BookletDrawOutlines")
 #define kPMDuplexingKey CFSTR("com.apple.print.PrintSettings.PMDuplexing")
-#define kFinishingDuplexKey CFSTR("com.tavro.print.FinishingDuplex")
-#define kFrontCoverKey CFSTR("com.tavro.print.SpecialPages.FrontCover")
-#define kBackCoverKey CFSTR("com.tavro.print.SpecialPages.BackCover")
 #define kDuplexMainKeyword CFSTR("Duplex")
 #define kFoldMainKeyword CFSTR("TRFoldOptions")
 #define kStapleMainKeyword CFSTR("StapleLocation")
@@ -51,12 +47,12 @@ SInt32 ReadSides(PMTicketRef ticket) {
     const SInt32 option = ReadOption(ticket, kDuplexMainKeyword, -1);
     return option != -1
                ? option
-               : GetTicketNumber(ticket, kPMDuplexingKey, GetTicketNumber(ticket, kFinishingDuplexKey, kOneSided));
+               : GetTicketNumber(ticket, kPMDuplexingKey, GetTicketNumber(ticket, kFinishingDuplexItem, kOneSided));
 }
 
 void WriteSides(SInt32 sides, PMTicketRef ticket) {
     SetTicketNumber(ticket, kCreator, kPMDuplexingKey, sides);
-    SetTicketNumber(ticket, kCreator, kFinishingDuplexKey, sides);
+    SetTicketNumber(ticket, kCreator, kFinishingDuplexItem, sides);
     WriteOption(sides, kDuplexMainKeyword, ticket);
 }
 
@@ -71,10 +67,10 @@ void DropStaples(PMTicketRef ticket) {
 void RemoveEqualBackCover(PMTicketRef ticket) {
     CFDictionaryRef front = nullptr;
     CFDictionaryRef back = nullptr;
-    if (PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kFrontCoverKey, &front) == noErr &&
-        PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kBackCoverKey, &back) == noErr &&
+    if (PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kFrontCoverItem, &front) == noErr &&
+        PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kBackCoverItem, &back) == noErr &&
         Cover(front) == Cover(back)) {
-        PMTicketReleaseItem(ticket, kPMTopLevel, kBackCoverKey);
+        PMTicketReleaseItem(ticket, kPMTopLevel, kBackCoverItem);
     }
 }
 
@@ -99,17 +95,17 @@ void ReadLayoutSettings(PMTicketRef ticket, LayoutSettings* settings) {
     settings->foldInstalled = getInstalledFeature(CFSTR("BookletFoldKey"));
     settings->foldOption =
         settings->foldInstalled ? ReadOption(ticket, kFoldMainKeyword, kFoldNone) : SInt32{kFoldNotInstalled};
-    settings->bookletLayout = ReadBoolean(ticket, kBookletLayoutKey) ? 1 : 0;
+    settings->bookletLayout = ReadBoolean(ticket, kBookletLayoutItem) ? 1 : 0;
     if (settings->bookletLayout == 1) {
-        settings->drawOutlines = GetTicketNumber(ticket, kDrawOutlinesKey, 0);
+        settings->drawOutlines = GetTicketNumber(ticket, kBookletDrawOutlinesItem, 0);
     }
 }
 
 void WriteLayoutSettings(const LayoutSettings& settings, PMTicketRef ticket) {
     const bool booklet = settings.bookletLayout == 1;
-    PMTicketSetCFBoolean(ticket, kCreator, kBookletLayoutKey, booklet ? kCFBooleanTrue : kCFBooleanFalse, kPMUnlocked);
+    PMTicketSetCFBoolean(ticket, kCreator, kBookletLayoutItem, booklet ? kCFBooleanTrue : kCFBooleanFalse, kPMUnlocked);
     WriteSides(SidesForLayout(booklet, ReadSides(ticket)), ticket);
-    SetTicketNumber(ticket, kCreator, kDrawOutlinesKey, settings.drawOutlines);
+    SetTicketNumber(ticket, kCreator, kBookletDrawOutlinesItem, settings.drawOutlines);
     WriteOption(settings.foldOption, kFoldMainKeyword, ticket);
     if (settings.foldOption == kFoldBooklet || settings.foldOption == kFoldAndStapleBooklet) {
         DropStaples(ticket);

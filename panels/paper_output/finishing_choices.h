@@ -5,6 +5,7 @@
 // what is installed (core/installable_options.h).
 #pragma once
 
+#include "model/ticket_items.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/four_char_code.h"
@@ -38,7 +39,7 @@ struct FinishingKind {
 };
 
 struct FinishingChoice {
-    SInt32 value;         // in "com.tavro.print.FinishingOptions"; below 100
+    SInt32 value;         // of kFinishingOptionsItem; below 100
     OSType kind;          // a FinishingKind's command
     const char* feature;  // the installed feature that offers it; null: every printer does
     const char*
@@ -86,14 +87,13 @@ CFRef<CFStringRef> CopyFinishingChoiceText(CFBundleRef bundle, const FinishingCh
 
 /// What the panel keeps of the finishing, with its values when the ticket has none.
 struct FinishingSettings {
-    SInt32 options = kFinishingValueDefault;  // com.tavro.print.FinishingOptions
-    SInt32 offset = 1;                        // com.tavro.print.FinishingOffset: see finishing_offset_dialog.h
-    SInt32 enableSubset = 0;                  // com.tavro.print.FinishingOffsetEnableSubset
-    SInt32 pagesPerSubset = 1;                // com.tavro.print.FinishingOffsetPagesPerSubset
-    SInt32 slipSheet = 0;                     // com.tavro.print.FinishingSlipSheet: 2 with slip sheets
-    CFRef<CFStringRef> custom;                // com.tavro.print.FinishingCustom; null is as good as empty
+    SInt32 options = kFinishingValueDefault;  // kFinishingOptionsItem
+    SInt32 offset = 1;                        // kFinishingOffsetItem
+    SInt32 enableSubset = 0;                  // kFinishingOffsetEnableSubsetItem
+    SInt32 pagesPerSubset = 1;                // kFinishingOffsetPagesPerSubsetItem
+    SInt32 slipSheet = 0;                     // kFinishingSlipSheetItem: kSlipSheetsOn with slip sheets
+    CFRef<CFStringRef> custom;                // kFinishingCustomItem; null is as good as empty
 };
-inline constexpr SInt32 kSlipSheetsOn = 2;
 
 /// A new text of the settings in words, in lines: the finishing, one line for each of several together, then slip
 /// sheets and offset when they are on.

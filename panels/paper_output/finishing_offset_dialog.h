@@ -3,10 +3,6 @@
 
 #include "panels/paper_output/finishing_choices.h"
 
-// com.tavro.print.FinishingOffset.
-inline constexpr SInt32 kOffsetOff = 1;
-inline constexpr SInt32 kOffsetOn = 2;
-
 inline constexpr SInt32 kMostPagesPerSubset = 999;
 
 // Its items.

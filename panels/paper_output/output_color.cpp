@@ -3,11 +3,11 @@
 #include "model/ppd_access.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/ticket_access.h"
+#include "model/ticket_items.h"
 
 namespace {
 
 #define kCreator CFSTR("com.tavro.printingmanager")
-#define kOutputColorKey CFSTR("com.tavro.print.FinishingOutputColor")
 #define kCorrectionMainKeyword CFSTR("JCLColorCorrection")
 #define kBlackAndWhiteOption CFSTR("BlackWhite")
 #define kAutomaticOption CFSTR("Auto")
@@ -27,13 +27,13 @@ void SetCorrection(PMTicketRef ticket, CFStringRef option) {
 }  // namespace
 
 SInt32 ReadOutputColor(PMTicketRef ticket) {
-    const SInt32 color = GetTicketNumber(ticket, kOutputColorKey, kOutputInColor);
+    const SInt32 color = GetTicketNumber(ticket, kFinishingOutputColorItem, kOutputInColor);
     return color == kOutputInBlackAndWhite || IsCorrectedToBlackAndWhite(ticket) ? kOutputInBlackAndWhite
                                                                                  : kOutputInColor;
 }
 
 void WriteOutputColor(SInt32 color, PMTicketRef ticket) {
-    SetTicketNumber(ticket, kCreator, kOutputColorKey, color);
+    SetTicketNumber(ticket, kCreator, kFinishingOutputColorItem, color);
     if (color == kOutputInBlackAndWhite) {
         SetCorrection(ticket, kBlackAndWhiteOption);
     } else if (IsCorrectedToBlackAndWhite(ticket)) {

@@ -2,12 +2,10 @@
 #pragma once
 
 #include "model/setting_map.h"
+#include "model/ticket_items.h"
 #include "platform/printing/PMTicket.h"
 
 #include <iterator>
-
-inline constexpr SInt32 kOutputInBlackAndWhite = 1;
-inline constexpr SInt32 kOutputInColor = 2;
 
 // clang-format off
 inline constexpr SettingMap OutputColorMap[] = {

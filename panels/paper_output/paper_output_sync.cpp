@@ -5,27 +5,14 @@
 #include "model/ppd_access.h"
 #include "model/ppd_option_maps.h"
 #include "model/setting_map.h"
+#include "model/ticket_items.h"
 #include "panels/paper_output/finishing_offset_dialog.h"
 #include "panels/paper_output/ppd_choice.h"
 
 namespace {
 
 #define kCreator CFSTR("com.tavro.printingmanager")
-#define kJobLevelStockKey CFSTR("com.tavro.print.JobLevelStock")
-#define kFinishingOptionsKey CFSTR("com.tavro.print.FinishingOptions")
-#define kOffsetKey CFSTR("com.tavro.print.FinishingOffset")
-#define kEnableSubsetKey CFSTR("com.tavro.print.FinishingOffsetEnableSubset")
-#define kPagesPerSubsetKey CFSTR("com.tavro.print.FinishingOffsetPagesPerSubset")
-#define kSlipSheetKey CFSTR("com.tavro.print.FinishingSlipSheet")
-#define kCustomFinishingKey CFSTR("com.tavro.print.FinishingCustom")
-#define kFinishingDuplexKey CFSTR("com.tavro.print.FinishingDuplex")
 #define kPMDuplexingKey CFSTR("com.apple.print.PrintSettings.PMDuplexing")
-#define kOutputDestinationKey CFSTR("com.tavro.print.FinishingOutputDestination")
-#define kCollateStapleKey CFSTR("com.tavro.print.FinishingCollateStaple")
-#define kBookletLayoutKey CFSTR("com.tavro.print.BookletLayout")
-#define kFoldStapleKey CFSTR("com.tavro.print.BookletFoldStaple")
-#define kDrawOutlinesKey CFSTR("com.tavro.print.BookletDrawOutlines")
-#define kForceNewSizeKey CFSTR("com.tavro.print.BookletForceNewSize")
 #define kStockSizeKey CFSTR("Size")
 
 #define kMediaColorMainKeyword CFSTR("MediaColor")
@@ -75,7 +62,7 @@ void WriteBoolean(bool value, CFStringRef key, PMTicketRef ticket) {
 /// The color comes first: a type that is transparent makes it clear.
 Stock ReadStock(PMTicketRef ticket) {
     Stock stock;
-    if (const CFDictionaryRef stored = GetDictionary(ticket, kJobLevelStockKey)) {
+    if (const CFDictionaryRef stored = GetDictionary(ticket, kJobLevelStockItem)) {
         stock = Stock(stored);
         if (const SInt32 color = ReadPPDChoice(ticket, kMediaColorMainKeyword, -1); color != -1) {
             stock.setColor(color);
@@ -97,7 +84,7 @@ void WriteStock(const PaperOutputSettings& settings, PMTicketRef ticket) {
     } else {
         CFDictionaryRemoveValue(stock.get(), kStockSizeKey);
     }
-    PMTicketSetCFDictionary(ticket, kCreator, kJobLevelStockKey, stock.get(), kPMUnlocked);
+    PMTicketSetCFDictionary(ticket, kCreator, kJobLevelStockItem, stock.get(), kPMUnlocked);
     WritePPDChoice(settings.stock.color(), kMediaColorMainKeyword, ticket);
     WritePPDChoice(settings.stock.type(), kMediaTypeMainKeyword, ticket);
 }
@@ -106,31 +93,31 @@ void WriteStock(const PaperOutputSettings& settings, PMTicketRef ticket) {
 
 FinishingSettings ReadFinishing(PMTicketRef ticket) {
     FinishingSettings finishing;
-    finishing.options = GetTicketNumber(ticket, kFinishingOptionsKey, kFinishingValueDefault);
+    finishing.options = GetTicketNumber(ticket, kFinishingOptionsItem, kFinishingValueDefault);
     if (FindFinishingChoice(finishing.options) == nullptr && !SplitFinishingValue(finishing.options)) {
         finishing.options = kFinishingValueDefault;
     }
-    finishing.offset = ReadNumber(ticket, kOffsetKey, kOffsetOff, kOffsetOff, kOffsetOn);
-    finishing.enableSubset = ReadNumber(ticket, kEnableSubsetKey, 0, 0, 1);
+    finishing.offset = ReadNumber(ticket, kFinishingOffsetItem, kOffsetOff, kOffsetOff, kOffsetOn);
+    finishing.enableSubset = ReadNumber(ticket, kFinishingOffsetEnableSubsetItem, 0, 0, 1);
     if (finishing.enableSubset != 0) {
-        finishing.pagesPerSubset = ReadNumber(ticket, kPagesPerSubsetKey, 1, 1, kMostPagesPerSubset);
+        finishing.pagesPerSubset = ReadNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1, 1, kMostPagesPerSubset);
     }
-    finishing.slipSheet = ReadNumber(ticket, kSlipSheetKey, 0, kSlipSheetsOn, kSlipSheetsOn);
+    finishing.slipSheet = ReadNumber(ticket, kFinishingSlipSheetItem, 0, kSlipSheetsOn, kSlipSheetsOn);
     CFStringRef custom = nullptr;
-    PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kCustomFinishingKey, &custom);
+    PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kFinishingCustomItem, &custom);
     finishing.custom = CFRef<CFStringRef>::retain(custom != nullptr ? custom : CFSTR(""));
     return finishing;
 }
 
 void WriteFinishing(const FinishingSettings& finishing, PMTicketRef ticket) {
-    SetTicketNumber(ticket, kCreator, kFinishingOptionsKey, finishing.options);
-    SetTicketNumber(ticket, kCreator, kOffsetKey, finishing.offset);
-    SetTicketNumber(ticket, kCreator, kEnableSubsetKey, finishing.enableSubset);
+    SetTicketNumber(ticket, kCreator, kFinishingOptionsItem, finishing.options);
+    SetTicketNumber(ticket, kCreator, kFinishingOffsetItem, finishing.offset);
+    SetTicketNumber(ticket, kCreator, kFinishingOffsetEnableSubsetItem, finishing.enableSubset);
     if (finishing.enableSubset != 0) {
-        SetTicketNumber(ticket, kCreator, kPagesPerSubsetKey, finishing.pagesPerSubset);
+        SetTicketNumber(ticket, kCreator, kFinishingOffsetPagesPerSubsetItem, finishing.pagesPerSubset);
     }
-    SetTicketNumber(ticket, kCreator, kSlipSheetKey, finishing.slipSheet);
-    PMTicketSetCFString(ticket, kCreator, kCustomFinishingKey, finishing.custom ? finishing.custom.get() : CFSTR(""),
+    SetTicketNumber(ticket, kCreator, kFinishingSlipSheetItem, finishing.slipSheet);
+    PMTicketSetCFString(ticket, kCreator, kFinishingCustomItem, finishing.custom ? finishing.custom.get() : CFSTR(""),
                         kPMUnlocked);
 }
 
@@ -143,7 +130,7 @@ void DropChoiceBehindBookletFold(PaperOutputSettings* settings) {
 
 void ReadCollateStaple(PMTicketRef ticket, const PaperOutputScope& scope, PaperOutputSettings* settings) {
     const PPDKeywordPairs& pairs = scope.collateStaplePairs;
-    const SInt32 stored = GetTicketNumber(ticket, kCollateStapleKey, kCollated);
+    const SInt32 stored = GetTicketNumber(ticket, kFinishingCollateStapleItem, kCollated);
     CFStringRef collate = nullptr;
     PPDGetMainKeywordValue(ticket, kCollateMainKeyword, &collate);
     settings->collateStaple =
@@ -158,7 +145,7 @@ void ReadCollateStaple(PMTicketRef ticket, const PaperOutputScope& scope, PaperO
 // ---- Sides and booklet
 
 SInt32 ReadDuplex(PMTicketRef ticket) {
-    for (const CFStringRef key : {kFinishingDuplexKey, kPMDuplexingKey}) {
+    for (const CFStringRef key : {kFinishingDuplexItem, kPMDuplexingKey}) {
         if (const SInt32 duplex = GetTicketNumber(ticket, key, -1); IsOptionValue(kDuplexMainKeyword, duplex)) {
             return duplex;
         }
@@ -168,48 +155,48 @@ SInt32 ReadDuplex(PMTicketRef ticket) {
 
 void WriteDuplex(SInt32 duplex, PMTicketRef ticket) {
     WritePPDChoice(duplex, kDuplexMainKeyword, ticket);
-    SetTicketNumber(ticket, kCreator, kFinishingDuplexKey, duplex);
+    SetTicketNumber(ticket, kCreator, kFinishingDuplexItem, duplex);
     SetTicketNumber(ticket, kCreator, kPMDuplexingKey, duplex);
 }
 
 void ReadBooklet(PMTicketRef ticket, PaperOutputSettings* settings) {
-    settings->booklet = ReadBoolean(ticket, kBookletLayoutKey);
+    settings->booklet = ReadBoolean(ticket, kBookletLayoutItem);
     settings->forceNewSize = false;
     settings->bookletSize = 0;
     if (!settings->booklet) {
         return;
     }
-    settings->drawOutlines = ReadNumber(ticket, kDrawOutlinesKey, 0, 0, 1);
-    settings->forceNewSize = ReadBoolean(ticket, kForceNewSizeKey);
+    settings->drawOutlines = ReadNumber(ticket, kBookletDrawOutlinesItem, 0, 0, 1);
+    settings->forceNewSize = ReadBoolean(ticket, kBookletForceNewSizeItem);
     if (settings->forceNewSize) {
         SInt32 size = 0;
-        ReadTicketValue(GetDictionary(ticket, kJobLevelStockKey), kStockSizeKey, &size);
+        ReadTicketValue(GetDictionary(ticket, kJobLevelStockItem), kStockSizeKey, &size);
         settings->bookletSize = IsOptionValue(kPageSizeMainKeyword, size) ? size : 0;
     }
 }
 
 void WriteBooklet(const PaperOutputSettings& settings, PMTicketRef ticket) {
-    WriteBoolean(settings.booklet, kBookletLayoutKey, ticket);
-    SetTicketNumber(ticket, kCreator, kFoldStapleKey, settings.foldOptions);
+    WriteBoolean(settings.booklet, kBookletLayoutItem, ticket);
+    SetTicketNumber(ticket, kCreator, kBookletFoldStapleItem, settings.foldOptions);
     if (settings.booklet) {
-        SetTicketNumber(ticket, kCreator, kDrawOutlinesKey, settings.drawOutlines);
-        WriteBoolean(settings.forceNewSize, kForceNewSizeKey, ticket);
+        SetTicketNumber(ticket, kCreator, kBookletDrawOutlinesItem, settings.drawOutlines);
+        WriteBoolean(settings.forceNewSize, kBookletForceNewSizeItem, ticket);
     }
 }
 
 // ---- Output
 
 SInt32 ReadOutputDestination(PMTicketRef ticket) {
-    const SInt32 destination = GetTicketNumber(ticket, kOutputDestinationKey, kOutputAutomatic);
+    const SInt32 destination = GetTicketNumber(ticket, kFinishingOutputDestinationItem, kOutputAutomatic);
     return destination == kTicketValueUnset || IsOutputDestinationInstalled(destination) ? destination
                                                                                          : kOutputAutomatic;
 }
 
 void WriteOutputDestination(SInt32 destination, PMTicketRef ticket) {
     if (destination != kTicketValueUnset) {
-        SetTicketNumber(ticket, kCreator, kOutputDestinationKey, destination);
+        SetTicketNumber(ticket, kCreator, kFinishingOutputDestinationItem, destination);
     } else {
-        PMTicketReleaseItem(ticket, kPMTopLevel, kOutputDestinationKey);
+        PMTicketReleaseItem(ticket, kPMTopLevel, kFinishingOutputDestinationItem);
     }
 }
 
@@ -299,7 +286,7 @@ void WritePaperOutputSettings(PaperOutputSettings* settings, const PaperOutputSc
 }
 
 void WriteCollateStaple(const PaperOutputSettings& settings, const PPDKeywordPairs& pairs, PMTicketRef ticket) {
-    SetTicketNumber(ticket, kCreator, kCollateStapleKey, settings.collateStaple);
+    SetTicketNumber(ticket, kCreator, kFinishingCollateStapleItem, settings.collateStaple);
     CFMutableDictionaryRef ppdDictionary = nullptr;
     if (PMTicketGetPPDDict(ticket, kPMTopLevel, &ppdDictionary) == noErr) {
         ApplyCollateStaple(settings.collateStaple, pairs, ppdDictionary);

@@ -5,6 +5,7 @@
 #include "model/setting_map.h"
 #include "model/stock.h"
 #include "model/ticket_access.h"
+#include "model/ticket_items.h"
 #include "panels/paper_output/finishing_window.h"
 #include "ui/control_utilities.h"
 #include "ui/localization.h"
@@ -16,8 +17,6 @@
 namespace {
 
 #define kCreator CFSTR("com.tavro.printingmanager")
-#define kOptionKey CFSTR("com.tavro.print.SeparatorOption")
-#define kColorKey CFSTR("com.tavro.print.SeparatorColor")
 #define kColorMainKeyword CFSTR("MediaColor")
 
 constexpr SInt32 kOption = 1000;
@@ -86,19 +85,19 @@ OSStatus SeparatorsDialog::ask(SInt32* option, SInt32* color) {
 }  // namespace
 
 void SyncSeparatorsFromTicket(PMTicketRef ticket, SInt32* option, SInt32* color) {
-    *option = GetTicketNumber(ticket, kOptionKey, kSeparatorsNone);
+    *option = GetTicketNumber(ticket, kSeparatorOptionItem, kSeparatorsNone);
     if (TicketToUI(SeparatorOptionMap, *option) < 1) {
         *option = kSeparatorsNone;
     }
-    *color = GetTicketNumber(ticket, kColorKey, kStockColorWhite);
+    *color = GetTicketNumber(ticket, kSeparatorColorItem, kStockColorWhite);
     if (!IsColor(*color)) {
         *color = kStockColorWhite;
     }
 }
 
 void SyncSeparatorsToTicket(PMTicketRef ticket, SInt32 option, SInt32 color) {
-    SetTicketNumber(ticket, kCreator, kOptionKey, option);
-    SetTicketNumber(ticket, kCreator, kColorKey, color);
+    SetTicketNumber(ticket, kCreator, kSeparatorOptionItem, option);
+    SetTicketNumber(ticket, kCreator, kSeparatorColorItem, color);
 }
 
 CFRef<CFStringRef> CopySeparatorText(CFBundleRef bundle, SInt32 option, SInt32 color) {

@@ -1,14 +1,12 @@
 #include "panels/special_pages/special_pages_sync.h"
 
 #include "model/sync_covers.h"
+#include "model/ticket_items.h"
 #include "platform/foundation/CFString.h"
 
 namespace {
 
 #define kCreator CFSTR("com.tavro.print")
-#define kInsertListKey CFSTR("com.tavro.print.SpecialPages.InsertList")
-#define kExceptionListKey CFSTR("com.tavro.print.SpecialPages.ExceptionList")
-#define kJobStockKey CFSTR("com.tavro.print.JobLevelStock")
 
 /// Lent by the ticket; null when there is none.
 CFArrayRef ListItem(PMTicketRef ticket, CFStringRef key) {
@@ -31,17 +29,17 @@ OSStatus WriteList(const SpecialPageList& list, CFStringRef key, WrittenPages* w
 }  // namespace
 
 void ReadSpecialPages(PMTicketRef ticket, SpecialPageRecords* records) {
-    records->inserts.setFromTicket(ListItem(ticket, kInsertListKey));
-    records->exceptions.setFromTicket(ListItem(ticket, kExceptionListKey));
+    records->inserts.setFromTicket(ListItem(ticket, kInsertListItem));
+    records->exceptions.setFromTicket(ListItem(ticket, kExceptionListItem));
     CFDictionaryRef jobStock = nullptr;
-    const OSStatus status = PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kJobStockKey, &jobStock);
+    const OSStatus status = PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kJobLevelStockItem, &jobStock);
     records->jobStock = status == noErr ? std::make_unique<Stock>(jobStock) : nullptr;
     SyncCovers(ticket, kCoversFromTicket, &records->frontCover, &records->backCover);
 }
 
 OSStatus WriteSpecialPages(SpecialPageRecords* records, PMTicketRef ticket) {
-    WriteList(records->inserts, kInsertListKey, &records->writtenInserts, ticket);
-    const OSStatus status = WriteList(records->exceptions, kExceptionListKey, &records->writtenExceptions, ticket);
+    WriteList(records->inserts, kInsertListItem, &records->writtenInserts, ticket);
+    const OSStatus status = WriteList(records->exceptions, kExceptionListItem, &records->writtenExceptions, ticket);
     SyncCovers(ticket, kCoversToTicket, &records->frontCover, &records->backCover);
     return status;
 }

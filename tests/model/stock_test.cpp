@@ -146,6 +146,9 @@ TEST(Stock, WritesWhatIsSetAndReadsALittleOfIt) {
         ordered.setType(type);
         EXPECT_EQ(Stock(ordered.asTicket().get()).modulus(), 5);
     }
+    // The driver wants to know all of it.
+    EXPECT_EQ(StockWithDetails(fullStock().asTicket().get()), fullStock());
+    EXPECT_EQ(StockWithDetails(nullptr), Stock(nullptr));
 }
 
 TEST(Stock, ReadsFieldsAsTheyStand) {
