@@ -188,7 +188,7 @@ int main(int argc, char** argv) {
     int argumentCount = 1;
     ToolboxInitialize(&argumentCount, argv,
                       !options->script.empty() || !options->render.empty() || !options->audit.empty() || options->list);
-    const auto own = openBundle(stagePath("TavroGallery.bundle"));
+    const auto own = openBundle(TAVRO_GALLERY_BUNDLE);
     const auto plugin = openBundle(options->bundle);
     const auto host = openBundle(stagePath("TavroPrint.bundle"));
     if (!own || !plugin || !host) {
