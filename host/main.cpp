@@ -15,10 +15,14 @@
 #include "host/settings/texts.h"
 #include "platform/toolbox/Automation.h"
 
+#include <fcntl.h>
+#include <unistd.h>
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <exception>
 #include <initializer_list>
 
@@ -31,6 +35,28 @@ ExitStatus fail(const Failure& failure) {
         std::fprintf(stderr, "tavro-print: %s\n", failure.line.c_str());
     }
     return failure.status;
+}
+
+/// Opens those of the three standard streams that are closed, so that no file gets their numbers and, with them, what
+/// is written there. To read only: a write fails, and is noticed.
+void openStandardStreams() {
+    int stream = 0;
+    do {
+        stream = open("/dev/null", O_RDONLY);  // takes the lowest number that is free
+    } while (stream >= 0 && stream <= STDERR_FILENO);
+    close(stream);
+}
+
+/// The status of a run whose output was written, or was lost. A job that is out stays a success.
+ExitStatus afterOutput(const CommandLine& line, ExitStatus status) {
+    errno = 0;
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
+        return status;
+    }
+    const std::string reason = errno != 0 ? std::strerror(errno) : "not all of it was written";
+    const bool isAskedFor = line.help || line.version || line.listControls || line.check;
+    return fail(
+        {status == ExitStatus::success && isAskedFor ? ExitStatus::notSent : status, "standard output: " + reason});
 }
 
 bool hasVariable(std::initializer_list<const char*> names) {
@@ -175,16 +201,19 @@ ExitStatus run(const CommandLine& line, char* programName) {
 }  // namespace
 
 int main(int argc, char** argv) try {
+    openStandardStreams();
     markStart("main");
     auto line = readCommandLine({argv + 1, argv + argc});
     if (!line) {
         return static_cast<int>(fail(line.failure()));
     }
+    ExitStatus status = ExitStatus::success;
     if (line->help || line->version) {
         std::fputs((line->help ? helpText() : versionText()).c_str(), stdout);
-        return static_cast<int>(ExitStatus::success);
+    } else {
+        status = run(*line, argv[0]);
     }
-    return static_cast<int>(run(*line, argv[0]));
+    return static_cast<int>(afterOutput(*line, status));
 } catch (const std::exception& error) {
     std::fprintf(stderr, "tavro-print: %s\n", error.what());  // such as no memory left for the document
     return static_cast<int>(ExitStatus::unusableInput);

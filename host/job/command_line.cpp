@@ -75,7 +75,7 @@ constexpr std::array kExitStatuses{
     ExitStatusRow{ExitStatus::scriptFailed, "a script's line failed"},
     ExitStatusRow{ExitStatus::unusableInput,
                   "unusable input: document, PPD, settings, or the queue; with --check also a conflict"},
-    ExitStatusRow{ExitStatus::notSent, "the job could not be sent or written"},
+    ExitStatusRow{ExitStatus::notSent, "the job, or what was asked for, could not be sent or written"},
 };
 
 Failure usage(const std::string& reason) {

@@ -2,6 +2,7 @@
 #include "tests/host/program_fixture.h"
 #include "tests/support/places.h"
 
+#include <sys/stat.h>
 #include <algorithm>
 
 namespace fs = std::filesystem;
@@ -103,6 +104,20 @@ TEST_F(Refusals, ScriptsThatCannotBeReadTellEachLine) {
     EXPECT_EQ(run.errors,
               file + ":1: column 1: there is no such action\n" + file + ":3: column 15: a value is a whole number\n");
     EXPECT_FALSE(fs::exists(folder / "job.ps"));
+}
+
+TEST_F(Refusals, OutputThatNobodyGets) {
+    const auto shell = [&](const std::string& command) { return start("/bin/sh", {"-c", command}); };
+    expectRefusal(shell(kProgram + " --help >/dev/full"), 5, "standard output", "No space left");
+    expectRefusal(shell(kProgram + " --version >&-"), 5, "standard output");
+
+    // While the program waits for its script, a file has none of the streams' numbers.
+    const std::string pipe = folder / "pipe";
+    mkfifo(pipe.c_str(), 0600);
+    const Run closed = shell(kProgram + " --script " + pipe + " none <&- >&- 2>&- & exec 3>" + pipe +
+                             "; readlink /proc/$!/fd/0 /proc/$!/fd/1 /proc/$!/fd/2; exec 3>&-; wait $!");
+    EXPECT_EQ(closed.output, "/dev/null\n/dev/null\n/dev/null\n") << closed.errors;
+    EXPECT_EQ(closed.status, 4);
 }
 
 // What reads standard error must not meet a window; a user at a desktop must.
