@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -30,30 +31,62 @@ protected:
         return job().find("%%BeginFeature: *" + mainKeyword + " " + option + "\n") != std::string::npos;
     }
 
-    /// Runs a script of the documentation, as it says itself. The job leaves out what one sentence tells of.
-    void runExample(const std::string& name, const Words& more = {}, const std::string& leftOut = {}) const {
-        const Run done = runJobExample(name, more);
+    /// Runs a script of the documentation with the command in its head, in a folder that holds what that names. The job
+    /// leaves out what one sentence tells of.
+    void runExample(const std::string& name, const std::string& leftOut = {}) const {
+        const Run done = runJobExample(name);
         EXPECT_EQ(done.output + done.errors,
                   leftOut.empty()
                       ? ""
                       : "notice: The printer will not do all that you have chosen.\n        " + leftOut + "\n");
     }
     /// The same for one that has other notices.
-    Run runJobExample(const std::string& name, const Words& more = {}) const {
-        Words arguments{"--ppd",   kZR420,           "--script", sourcePath("docs/examples/") + name + ".tavro-script",
-                        "--shots", folder / "shots", kTenPages};
-        arguments.insert(arguments.end(), more.begin(), more.end());
-        const Words files = outputs();
-        arguments.insert(arguments.end(), files.begin(), files.end());
-        Run done = run(arguments);
-        EXPECT_EQ(done.status, 0) << done.errors;
+    Run runJobExample(const std::string& name) const {
+        const fs::path place = folder.path();
+        constexpr auto kOver = fs::copy_options::recursive | fs::copy_options::overwrite_existing;
+        fs::copy(sourcePath("docs/examples"), place, kOver);
+        fs::copy(kZR420, place, kOver);
+        fs::copy(sourcePath("resources/sample/welcome.pdf"), place / "DOCUMENT.pdf", kOver);
+        const std::string text = contentOf(place / (name + ".tavro-script"));
+        std::smatch head;
+        EXPECT_TRUE(std::regex_search(text, head, std::regex("\n#   (tavro-print (?:[^\n]*\\\\\n)?[^\n]*)\n"))) << name;
+        const std::string command =
+            "cd " + place.string() + " && " + std::regex_replace(head.str(1), std::regex("\\\\\n#"), "");
+        Run done = start("/bin/sh", {"-c", command}, {"PATH=" + stagePath("bin") + ":/usr/bin:/bin"});
+        EXPECT_EQ(done.status, 0) << name << "\n" << done.errors;
+        for (const char* file : {"settings.plist", "job.ps"}) {
+            fs::rename(place / "out" / file, place / file);
+        }
         return done;
     }
 
     bool wroteNothing() const { return !fs::exists(folder / "settings.plist") && !fs::exists(folder / "job.ps"); }
 };
 
+class Examples : public Program, public testing::WithParamInterface<std::string> {
+public:
+    static Words names() {
+        Words found;
+        for (const fs::directory_entry& entry : fs::directory_iterator(sourcePath("docs/examples"))) {
+            if (entry.path().extension() == ".tavro-script") {
+                found.push_back(entry.path().stem());
+            }
+        }
+        return found;
+    }
+};
+
 }  // namespace
+
+TEST_P(Examples, PassWithTheSampleDocument) {
+    runJobExample(GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Examples, testing::ValuesIn(Examples::names()), [](const auto& example) {
+    std::string name = example.param;
+    std::ranges::replace(name, '-', '_');
+    return name;
+});
 
 TEST_F(Program, TellsAboutItself) {
     const Run help = run({"--help"});
@@ -66,16 +99,16 @@ TEST_F(Program, TellsAboutItself) {
 }
 
 TEST_F(Program, RunsTheExampleOfTheDocumentation) {
-    runExample("advanced", {}, "The pages will not be rotated by 180 degrees.");
+    runExample("advanced", "The pages will not be rotated by 180 degrees.");
     EXPECT_NE(job().find("@PJL SET TRBANNER=ON"), std::string::npos);
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.AdvancedRotateImage180", "<integer>1</integer>"));
     EXPECT_TRUE(hasPair(settings(), "JCLBanner", "<string>True</string>"));
     EXPECT_EQ(fs::status(folder / "settings.plist").permissions(), fs::perms(0600));
-    EXPECT_EQ(contentOf(folder / "shots/advanced-after.png").substr(1, 3), "PNG");
+    EXPECT_EQ(contentOf(folder / "out/advanced-after.png").substr(1, 3), "PNG");
 }
 
 TEST_F(Program, RunsTheExampleOfImageOptions) {
-    runExample("image-options", {}, "The pages will not be negative.");
+    runExample("image-options", "The pages will not be negative.");
     EXPECT_TRUE(jobHas("Resolution", "1200dpi"));
     EXPECT_TRUE(jobHas("TRImageQuality", "Lightest"));
     EXPECT_TRUE(jobHas("TREconomode", "True"));
@@ -85,12 +118,11 @@ TEST_F(Program, RunsTheExampleOfImageOptions) {
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.InvertImageOptions",
                         "<dict><key>NegativeImage</key><integer>1</integer>"
                         "<key>MirrorImage</key><integer>0</integer></dict>"));
-    EXPECT_NE(contentOf(folder / "shots/image-options-before.png"),
-              contentOf(folder / "shots/image-options-after.png"));
+    EXPECT_NE(contentOf(folder / "out/image-options-before.png"), contentOf(folder / "out/image-options-after.png"));
 }
 
 TEST_F(Program, RunsTheExampleOfABooklet) {
-    runExample("booklet", {"--installed", "Option2=HCSS_BK"}, kNoBooklet);
+    runExample("booklet", kNoBooklet);
     EXPECT_TRUE(jobHas("Duplex", "DuplexTumble"));
     EXPECT_TRUE(jobHas("TRFoldOptions", "BookletFoldStapleOpt"));
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<true/>"));
@@ -99,7 +131,7 @@ TEST_F(Program, RunsTheExampleOfABooklet) {
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.FinishingDuplex", "<integer>3</integer>"));
     EXPECT_TRUE(hasPair(settings(), "Duplex", "<string>DuplexTumble</string>"));
     EXPECT_TRUE(hasPair(settings(), "TRFoldOptions", "<string>BookletFoldStapleOpt</string>"));
-    EXPECT_EQ(contentOf(folder / "shots/booklet-finishing.png").substr(1, 3), "PNG");
+    EXPECT_EQ(contentOf(folder / "out/booklet-finishing.png").substr(1, 3), "PNG");
 
     // The settings are a booklet's from the start of the next dialog on; a printer that cannot fold has no button, and
     // its fold is a conflict.
@@ -146,7 +178,7 @@ TEST_F(Program, RunsTheExampleOfPaperAndOutput) {
 }
 
 TEST_F(Program, RunsTheExampleOfABookletFromPaperAndOutput) {
-    runExample("paper-output-booklet", {"--installed", "Option2=HCSS_BK"}, kNoBooklet);
+    runExample("paper-output-booklet", kNoBooklet);
     EXPECT_TRUE(jobHas("Duplex", "DuplexTumble"));
     EXPECT_TRUE(jobHas("TRFoldOptions", "BookletFoldStapleOpt"));
     EXPECT_TRUE(jobHas("StapleLocation", "None"));
@@ -168,7 +200,7 @@ TEST_F(Program, RunsTheExampleOfSecurePrint) {
 }
 
 TEST_F(Program, RunsTheExampleOfDelayedPrint) {
-    runExample("delayed-print", {}, "The job will be written to its file now, not at 00:00.");
+    runExample("delayed-print", "The job will be written to its file now, not at 00:00.");
     EXPECT_TRUE(hasPair(settings(), "JobType", "<integer>7</integer>"));
     const std::string text = settings();
     const std::string key = "<key>DelayedPrintTime</key>";
@@ -184,7 +216,7 @@ TEST_F(Program, RunsTheExampleOfDelayedPrint) {
 }
 
 TEST_F(Program, RunsTheExampleOfAFax) {
-    runExample("fax", {}, "The document will be printed, not faxed.");
+    runExample("fax", "The document will be printed, not faxed.");
     EXPECT_TRUE(hasPair(settings(), "JobType", "<integer>5</integer>"));
     EXPECT_TRUE(hasPair(settings(), "FaxNumber", "<string>442079460018</string>"));
 }
@@ -208,8 +240,7 @@ TEST_F(Program, RunsTheExamplesOfCovers) {
                 "<key>Type</key><integer>1</integer>"
                 "<key>Color</key><integer>2</integer></dict><key>SidesImaged</key><integer>4</integer></dict>"));
 
-    const Words different{"--ticket-in", sourcePath("docs/examples/different-covers.plist")};
-    runExample("different-covers", different,
+    runExample("different-covers",
                "The back cover will be like the front cover: on the same paper, and blank or printed as that is.");
     EXPECT_NE(job().find("@PJL SET TRCOVERSMEDIATYPE=CARDSTOCK"), std::string::npos);
     EXPECT_TRUE(
@@ -218,7 +249,7 @@ TEST_F(Program, RunsTheExamplesOfCovers) {
                 "<key>Size</key><integer>1</integer><key>Type</key><integer>1</integer>"
                 "<key>Color</key><integer>4</integer></dict><key>SidesImaged</key><integer>1</integer></dict>"));
 
-    runJobExample("delete-special-pages", different);
+    runJobExample("delete-special-pages");
     EXPECT_NE(job().find("@PJL SET TRCOVERS=NONE"), std::string::npos);
     EXPECT_EQ(settings().find("com.tavro.print.SpecialPages"), std::string::npos);
 }
