@@ -30,8 +30,9 @@ using PMPDEContext = struct OpaquePMPDEContext*;
 using PMPDEFlags = UInt32;
 using PMPDERef = struct OpaquePMPDERef*;
 
-/// The operations that do the work. Strings and arrays that they hand out are lent, but for the summaries'. Sync copies
-/// the tickets to the controls (true) or the controls to the tickets (false).
+/// The operations that do the work. Strings and arrays that they hand out are lent, a panel's summaries until its next
+/// ones or its end; only those that the shell hands out are the dialog's. Sync copies the tickets to the controls
+/// (true) or the controls to the tickets (false).
 struct PDEOperations {
     OSStatus (*Prologue)(PMPDEContext* context, OSType* creator, CFStringRef* kind, CFStringRef* title,
                          UInt32* maximumWidth, UInt32* maximumHeight);

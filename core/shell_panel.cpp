@@ -130,6 +130,12 @@ OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* sum
     *summaries = nullptr;
     context->forEachPanel(
         [=](PanelRecord& panel) { panel.table.operations.GetSummaryText(panel.context, titles, summaries); });
+    // Panels lend their arrays; what the dialog gets is its own.
+    for (CFArrayRef* const left : {titles, summaries}) {
+        if (*left != nullptr) {
+            CFRetain(*left);
+        }
+    }
     return noErr;
 }
 

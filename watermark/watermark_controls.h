@@ -7,6 +7,8 @@
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
 
+#include <array>
+
 inline constexpr OSType kWatermarkSignature = FourCharCode("TVRw");
 
 enum WatermarkControl : SInt32 {
@@ -47,6 +49,7 @@ struct WatermarkContext {
     ControlRef browser;  // the same
     CFRef<CFStringRef> noneName;
     EventHandlerRef hitHandler;
+    std::array<CFRef<CFMutableArrayRef>, 2> summary;  // the titles and texts that are lent, until the next are made
 };
 
 /// The stored names in the order of display, each a string that can be changed where it is. It is the list of the

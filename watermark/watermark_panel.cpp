@@ -213,7 +213,7 @@ OSStatus Open(PMPDEContext opaque) {
 OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* summaries) {
     *titles = nullptr;
     *summaries = nullptr;
-    const WatermarkContext* context = Context(opaque);
+    WatermarkContext* context = Context(opaque);
     if (context == nullptr) {
         return kPMInvalidPDEContext;
     }
@@ -234,8 +234,9 @@ OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* sum
             CFArrayAppendValue(columns[column].get(), CopyLocalizedText(context->bundle, row[column]).get());
         }
     }
-    *titles = columns[0].leak();
-    *summaries = columns[1].leak();
+    context->summary = std::move(columns);
+    *titles = context->summary[0].get();
+    *summaries = context->summary[1].get();
     return noErr;
 }
 

@@ -231,8 +231,6 @@ TEST_F(WatermarkPanelTest, Summary) {
     CFArrayRef titles = nullptr;
     CFArrayRef summaries = nullptr;
     EXPECT_EQ(panel.GetSummaryText(context, &titles, &summaries), noErr);
-    const auto titlesOwner = CFRef<CFArrayRef>::adopt(titles);
-    const auto summariesOwner = CFRef<CFArrayRef>::adopt(summaries);
     const auto at = [](CFArrayRef array, CFIndex i) {
         return Text(static_cast<CFStringRef>(CFArrayGetValueAtIndex(array, i)));
     };
