@@ -2,9 +2,23 @@
 
 #include <QDateTimeEdit>
 #include <QSignalBlocker>
+#include <QTimeZone>
+
+namespace {
+
+// Qt has renamed both, and Debian's releases have one each.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+constexpr auto kUTC = QTimeZone::UTC;
+constexpr auto kSetZone = &QDateTimeEdit::setTimeZone;
+#else
+constexpr auto kUTC = Qt::UTC;
+constexpr auto kSetZone = &QDateTimeEdit::setTimeSpec;
+#endif
+
+}  // namespace
 
 void prepareClock(QDateTimeEdit* clock) {
-    clock->setTimeSpec(Qt::UTC);
+    (clock->*kSetZone)(kUTC);
     clock->setWrapping(true);
     // The C locale's short time has seconds, which no other locale shows and nobody sets.
     clock->setDisplayFormat(clock->displayFormat().remove(QStringLiteral(":ss")));
@@ -25,7 +39,7 @@ bool setClockDate(QDateTimeEdit* clock, const LongDateRec& date) {
     if (!day.isValid() || !time.isValid() || field.year < 1 || field.year > kLastYear) {
         return false;
     }
-    const QDateTime moment(day, time, Qt::UTC);
+    const QDateTime moment(day, time, kUTC);
     const QSignalBlocker programmatic(clock);
     clock->setDateTime(moment);
     return clock->dateTime() == moment;
