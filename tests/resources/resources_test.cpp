@@ -301,21 +301,26 @@ TEST(PlugInResources, InformationIsComplete) {
     }
 }
 
-TEST(PlugInResources, HelpPagesAskedForExist) {
+QSet<QString> HelpPagesAskedFor() {
     QSet<QString> asked = LiteralsInSources(kPlugIn.sources);
     asked.removeIf([](const QString& literal) { return !literal.endsWith(QLatin1String(".htm")); });
-    EXPECT_FALSE(asked.isEmpty());
-    for (const QString& page : asked) {
+    return asked;
+}
+
+TEST(PlugInResources, HelpPagesAskedForExist) {
+    EXPECT_FALSE(HelpPagesAskedFor().isEmpty());
+    for (const QString& page : HelpPagesAskedFor()) {
         EXPECT_TRUE(QFile::exists(kPlugIn.resources() + QStringLiteral("/Help/") + page)) << page.toStdString();
     }
 }
 
-// Help is read by following links: each must lead somewhere, and each page must be reached from the start page.
+// Help is read by following links: each must lead somewhere, and each page must be reached from the start page or from
+// one that a Help button opens.
 TEST(PlugInResources, HelpPagesAreLinked) {
     static const QRegularExpression link(QStringLiteral(R"re(href="([^"#]*)(?:#([^"]*))?")re"));
     const QDir help(kPlugIn.resources() + QStringLiteral("/Help"));
     QSet<QString> reached;
-    QStringList open{QStringLiteral("index.html")};
+    QStringList open = HelpPagesAskedFor().values() + QStringList{QStringLiteral("index.html")};
     while (!open.isEmpty()) {
         const QString page = open.takeLast();
         if (reached.contains(page)) {
