@@ -60,7 +60,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
         qInstallMessageHandler(tellOfFaultsOnly);
     }
-    if (scripted && !hasDisplay() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+    if (scripted && !hasDisplay() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     // The one application object lives as long as the process; the widgets of a bundle may outlive any static order.

@@ -52,7 +52,8 @@ protected:
         EXPECT_TRUE(std::regex_search(text, head, std::regex("\n#   (tavro-print (?:[^\n]*\\\\\n)?[^\n]*)\n"))) << name;
         const std::string command =
             "cd " + place.string() + " && " + std::regex_replace(head.str(1), std::regex("\\\\\n#"), "");
-        Run done = start("/bin/sh", {"-c", command}, {"PATH=" + stagePath("bin") + ":/usr/bin:/bin"});
+        Run done =
+            start("/bin/sh", {"-c", command}, {"PATH=" + stagePath("bin") + ":/usr/bin:/bin", "QT_QPA_PLATFORM="});
         EXPECT_EQ(done.status, 0) << name << "\n" << done.errors;
         for (const char* file : {"settings.plist", "job.ps"}) {
             fs::rename(place / "out" / file, place / file);
