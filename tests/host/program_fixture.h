@@ -53,9 +53,9 @@ protected:
                 variables.push_back(variable);
             }
         }
-        for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS"}) {
-            if (const char* options = std::getenv(name.c_str())) {
-                variables.push_back(name + "=" + options);
+        for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "FONTCONFIG_FILE"}) {
+            if (const char* value = std::getenv(name.c_str())) {
+                variables.push_back(name + "=" + value);
             }
         }
 
