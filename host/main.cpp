@@ -212,6 +212,7 @@ int main(int argc, char** argv) try {
         std::fputs((line->help ? helpText() : versionText()).c_str(), stdout);
     } else {
         status = run(*line, argv[0]);
+        ToolboxTerminate();
     }
     return static_cast<int>(afterOutput(*line, status));
 } catch (const std::exception& error) {

@@ -14,6 +14,10 @@ inline constexpr OSStatus kControlNotUsableErr = -30590;
 /// used when there is no display, notices are answered from the queue below and web addresses are printed.
 OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted);
 
+/// Ends the toolbox: to be called last, when no window is needed any more; the process ends then. What waits to be
+/// deleted is deleted.
+void ToolboxTerminate();
+
 /// A click; on a list, a double click on the selected row, of which there must be one.
 OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);

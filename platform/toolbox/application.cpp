@@ -71,3 +71,8 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     }
     return noErr;
 }
+
+// Qt 6.8 deletes what waits for it at the end of the process, behind the static objects that it would need.
+void ToolboxTerminate() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}

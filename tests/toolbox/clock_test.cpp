@@ -93,7 +93,11 @@ TEST_F(ClockTest, IsReadAndTypedInTheUsersWay) {
         const LongDateRec date{{2026, 11, 21, c.hour, c.minute, 0}};
         LongDateToSeconds(&date, &expected);
         EXPECT_EQ(seconds(1), expected) << c.typed;
-        EXPECT_EQ(text(control(1)), c.shown);
+        std::string shown = text(control(1));
+        if (const std::size_t narrow = shown.find("\u202F"); narrow != std::string::npos) {
+            shown.replace(narrow, 3, " ");  // what newer locales have in front of "PM"
+        }
+        EXPECT_EQ(shown, c.shown);
         EXPECT_GT(hits, 0);
         ControlRef focused = nullptr;
         GetKeyboardFocus(window, &focused);

@@ -8,11 +8,11 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
     if (ToolboxInitialize(&argc, argv, true) != noErr) {
         return EXIT_FAILURE;
     }
     const int failed = RUN_ALL_TESTS();
+    ToolboxTerminate();
     delete QCoreApplication::instance();  // leak checkers look at what fonts and styles left behind
     return failed;
 }

@@ -215,5 +215,8 @@ int main(int argc, char** argv) {
         return options->audit.empty() ? renderAll(options->render, (*gallery)->names(), options->bundle, passedOn)
                                       : auditAll(options->audit, (*gallery)->names(), passedOn);
     }
-    return run(*options, **gallery, *parsed);
+    const int status = run(*options, **gallery, *parsed);
+    gallery->reset();
+    ToolboxTerminate();
+    return status;
 }

@@ -1,9 +1,0 @@
-#include "platform/toolbox/Automation.h"
-
-#include <gtest/gtest.h>
-
-int main(int argc, char** argv) {
-    testing::InitGoogleTest(&argc, argv);
-    ToolboxInitialize(&argc, argv, true);
-    return RUN_ALL_TESTS();
-}
