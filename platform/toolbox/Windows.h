@@ -43,7 +43,7 @@ OSStatus GetWindowContentBounds(WindowRef window, Rect* bounds);
 OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds);
 
 // The buttons that Return and Escape press; errUnknownControl when the window has none. A nib names them by the
-// commands 'ok  ' and 'not!'.
+// commands 'ok  ' and 'not!'. While another button has the focus, Return presses that one.
 OSStatus GetWindowDefaultButton(WindowRef window, ControlRef* button);
 OSStatus GetWindowCancelButton(WindowRef window, ControlRef* button);
 

@@ -1,9 +1,9 @@
 #include "platform/toolbox/data_browser_view.h"
 
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/return_key.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSet>
@@ -49,10 +49,6 @@ QString textOf(const QKeyEvent& key) {
         default:
             return key.text();
     }
-}
-
-bool isReturn(const QKeyEvent& key) {
-    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !(key.modifiers() & ~Qt::KeypadModifier);
 }
 
 }  // namespace

@@ -158,10 +158,10 @@ void makeControl(QWidget* widget) {
     }
 }
 
-/// Return presses 'ok  ' wherever the focus is; buttons take the focus by Tab only, so that a click on one does not
-/// make a field give up what is being typed.
+/// Return presses the button that has the focus, else 'ok  '; buttons take the focus by Tab only, so that a click on one
+/// does not make a field give up what is being typed.
 void prepareButton(QPushButton* button) {
-    button->setAutoDefault(false);
+    button->setAutoDefault(true);
     button->setFocusPolicy(Qt::TabFocus);
     button->setDefault(codeOf(button->property("command")) == FourCharCode("ok  "));
 }

@@ -3,7 +3,8 @@
 
 #include <QDialog>
 
-/// A dialog whose title bar and Escape key do not close it but tell its window object that the user wants that.
+/// A dialog whose title bar and Escape key do not close it but tell its window object that the user wants that. Return
+/// presses the button that has the focus, of whatever kind, else the default button.
 class NibWindow final : public QDialog {
 public:
     explicit NibWindow(QWidget* parent = nullptr) : QDialog(parent) {}
@@ -11,6 +12,7 @@ public:
 protected:
     void reject() override;
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
 

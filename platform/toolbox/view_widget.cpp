@@ -4,8 +4,8 @@
 
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/pictures.h"
+#include "platform/toolbox/return_key.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
@@ -73,11 +73,9 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
-    const bool presses =
-        event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier) && !event->isAutoRepeat();
+    const bool presses = isReturn(*event) || (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier);
     OpaqueControlRef* control = OpaqueControlRef::of(this);
-    if (control && presses && plain && focusPolicy() != Qt::NoFocus && isHot(QRectF(rect()).center())) {
+    if (control && presses && !event->isAutoRepeat() && focusPolicy() != Qt::NoFocus && isHot(QRectF(rect()).center())) {
         control->userHit();
     } else {
         QWidget::keyPressEvent(event);

@@ -5,6 +5,7 @@
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/return_key.h"
 #include "platform/toolbox/tab_order.h"
 
 #include <QApplication>
@@ -12,10 +13,12 @@
 #include <QEventLoop>
 #include <QPushButton>
 #include <QScreen>
+#include <QToolButton>
 #include <algorithm>
 
 namespace {
 
+constexpr OSType kCommandOK = FourCharCode("ok  ");
 constexpr OSType kCommandCancel = FourCharCode("not!");
 
 /// All windows that live, the one that was in front last at the end.
@@ -41,16 +44,15 @@ QRect movedOntoScreen(QRect rect) {
     return rect;
 }
 
-/// The first push button of the window that is a control and satisfies the condition.
-template <typename Condition>
-OSStatus findButton(WindowRef window, ControlRef* result, Condition condition) {
+/// The first push button of the window that is a control with that command.
+OSStatus findButton(WindowRef window, OSType command, ControlRef* result) {
     if (!IsValidWindowPtr(window) || result == nullptr) {
         return errInvalidWindowRef;
     }
     for (const QPushButton* button : window->widget->findChildren<QPushButton*>()) {
         OpaqueControlRef* control = OpaqueControlRef::of(button);
         const bool isOwn = button->window() == window->widget;  // not one of a window in front of it
-        if (control != nullptr && isOwn && condition(*button, *control)) {
+        if (control != nullptr && isOwn && control->command == command) {
             *result = control;
             return noErr;
         }
@@ -71,6 +73,16 @@ void NibWindow::reject() {
 void NibWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     reject();
+}
+
+void NibWindow::keyPressEvent(QKeyEvent* event) {
+    // Push buttons do it by themselves.
+    auto* focused = qobject_cast<QToolButton*>(focusWidget());
+    if (focused != nullptr && isReturn(*event)) {
+        focused->click();
+    } else {
+        QDialog::keyPressEvent(event);
+    }
 }
 
 void NibWindow::showEvent(QShowEvent* event) {
@@ -245,12 +257,9 @@ OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds) {
 }
 
 OSStatus GetWindowDefaultButton(WindowRef window, ControlRef* button) {
-    return findButton(window, button,
-                      [](const QPushButton& widget, const OpaqueControlRef&) { return widget.isDefault(); });
+    return findButton(window, kCommandOK, button);
 }
 
 OSStatus GetWindowCancelButton(WindowRef window, ControlRef* button) {
-    return findButton(window, button, [](const QPushButton&, const OpaqueControlRef& control) {
-        return control.command == kCommandCancel;
-    });
+    return findButton(window, kCommandCancel, button);
 }

@@ -56,24 +56,38 @@ TEST_F(WindowsTest, BrokenAndMissingNibsAreRefused) {
     DisposeNibReference(nib);
 }
 
-TEST_F(WindowsTest, EscapePressesCancelAndReturnPressesTheDefaultButton) {
-    open(buttons() + widget("QLineEdit", 3));
-    ControlRef button = nullptr;
-    ASSERT_EQ(GetWindowDefaultButton(window, &button), noErr);
-    EXPECT_EQ(button, control(1));
-    ASSERT_EQ(GetWindowCancelButton(window, &button), noErr);
-    EXPECT_EQ(button, control(2));
+TEST_F(WindowsTest, ReturnPressesTheFocusedButtonElseTheDefaultOneAndEscapeCancel) {
+    open(buttons() + widget("QLineEdit", 3) + widget("QToolButton", 4, property("command", "string", "tool")) +
+         widget("QPushButton", 5, property("command", "string", "push")) + widget("QCheckBox", 6));
     std::vector<OSType> commands;
     const TestHandler handler(GetWindowEventTarget(window), kEventClassCommand, kEventCommandProcess,
                               [&](auto, EventRef event) {
                                   commands.push_back(commandOf(event));
                                   return QuitAppModalLoopForWindow(window);
                               });
-    later([&] { press(Qt::Key_Return); });
-    RunAppModalLoopForWindow(window);
-    later([&] { press(Qt::Key_Escape); });
-    RunAppModalLoopForWindow(window);
-    EXPECT_EQ(commands, (std::vector{FourCharCode("ok  "), FourCharCode("not!")}));
+    struct Case {
+        SInt32 focused;
+        Qt::Key key;
+        OSType command;
+    };
+    for (const Case& c :
+         {Case{3, Qt::Key_Return, FourCharCode("ok  ")}, Case{2, Qt::Key_Return, FourCharCode("not!")},
+          Case{4, Qt::Key_Enter, FourCharCode("tool")}, Case{5, Qt::Key_Enter, FourCharCode("push")},
+          Case{6, Qt::Key_Return, FourCharCode("ok  ")}, Case{1, Qt::Key_Escape, FourCharCode("not!")}}) {
+        later([&] {
+            control(c.focused)->widget->setFocus();
+            ControlRef button = nullptr;
+            EXPECT_EQ(GetWindowDefaultButton(window, &button), noErr);
+            EXPECT_EQ(button, control(1)) << "wherever the focus is";
+            EXPECT_EQ(GetWindowCancelButton(window, &button), noErr);
+            EXPECT_EQ(button, control(2));
+            press(c.key);
+        });
+        RunAppModalLoopForWindow(window);
+        ASSERT_FALSE(commands.empty());
+        EXPECT_EQ(FourCharCodeText(commands.back()), FourCharCodeText(c.command)) << c.focused;
+    }
+    EXPECT_EQ(commands.size(), 6U);
 }
 
 TEST_F(WindowsTest, ALoopThatNobodyEndsEndsWithEscape) {

@@ -188,9 +188,6 @@ QLayout* EditorDialog::makeButtons() {
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     ok_ = Described(new QPushButton(EditorText("OK"), this), "ok", "OK Tip");
     connect(ok_, &QPushButton::clicked, this, &QDialog::accept);
-    for (QPushButton* button : findChildren<QPushButton*>()) {
-        button->setAutoDefault(false);
-    }
     ok_->setDefault(true);
     row->addWidget(undo_);
     row->addWidget(redo_);

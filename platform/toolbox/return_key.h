@@ -1,0 +1,9 @@
+// Return and the Enter of the keypad. Private to this folder.
+#pragma once
+
+#include <QKeyEvent>
+
+/// Either of the two, without Shift and its like.
+inline bool isReturn(const QKeyEvent& key) {
+    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) && !(key.modifiers() & ~Qt::KeypadModifier);
+}
