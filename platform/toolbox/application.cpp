@@ -2,6 +2,7 @@
 
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/wheel.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -66,6 +67,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     // The one application object lives as long as the process; the widgets of a bundle may outlive any static order.
     static QApplication* application = new QApplication(*argc, argv);
     application->setQuitOnLastWindowClosed(false);
+    restrictWheelToFocus(application);
     if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
         QApplication::setPalette(darkPalette());
     }

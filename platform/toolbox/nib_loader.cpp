@@ -9,6 +9,7 @@
 #include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/pop_up_button.h"
 #include "platform/toolbox/text_area.h"
 #include "platform/toolbox/view_classes.h"
 #include "platform/toolbox/view_widget.h"
@@ -108,18 +109,6 @@ public:
 
 private:
     NibLoader() { setTranslationEnabled(false); }
-
-    /// A pop-up that tells its menu when it opens.
-    class PopUpButton final : public QComboBox {
-    public:
-        using QComboBox::QComboBox;
-        void showPopup() override {
-            if (OpaqueControlRef* control = OpaqueControlRef::of(this)) {
-                control->menu->aboutToShow();
-            }
-            QComboBox::showPopup();
-        }
-    };
 };
 
 OSType codeOf(const QVariant& property) {

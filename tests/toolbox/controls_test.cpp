@@ -4,9 +4,16 @@
 #include "platform/toolbox/objects.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QMenu>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimeEdit>
 #include <QToolButton>
+#include <QWheelEvent>
+#include <qtestspontaneevent.h>
 
 namespace {
 
@@ -45,6 +52,55 @@ TEST_F(ControlsTest, ValuesCountAsThePlatformCounts) {
     EXPECT_EQ(GetControl32BitValue(control(4)), -5);
     SetControl32BitMinimum(control(4), -2);
     EXPECT_EQ(GetControl32BitValue(control(4)), -2);
+}
+
+TEST_F(ControlsTest, TheWheelChangesNothingThatHasNoFocus) {
+    const auto items = "<item>" + property("text", "string", "A") + "</item><item>" + property("text", "string", "B") +
+                       "</item><item>" + property("text", "string", "C") + "</item>";
+    const auto page = [](const std::string& name) {
+        return "<widget class=\"QWidget\" name=\"" + name + "\"><attribute name=\"title\"><string>" + name +
+               "</string></attribute></widget>";
+    };
+    open("<layout class=\"QVBoxLayout\" name=\"all\"><item>" + widget("QLineEdit", 1) + "</item><item>" +
+         widget("QComboBox", 2, items) + "</item><item>" + widget("QSlider", 3) + "</item><item>" +
+         widget("QSpinBox", 4) + "</item><item>" + widget("QTimeEdit", 5) + "</item><item>" +
+         widget("QTabWidget", 6, page("one") + page("two")) + "</item><item>" +
+         widget("QComboBox", 7, property("actsAtOnce", "bool", "true") + items) + "</item></layout>");
+    ShowWindow(window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window->widget));
+    const auto turn = [](QWidget* widget) {
+        const QPointF place = widget->rect().center();
+        QWheelEvent event(place, widget->mapToGlobal(place), {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+        QSpontaneKeyEvent::setSpontaneous(&event);  // Qt propagates no other, and gives no focus by it
+        QCoreApplication::sendEvent(widget, &event);
+    };
+    const auto state = [this](SInt32 number) {
+        const auto* clock = qobject_cast<QTimeEdit*>(control(number)->widget);
+        return clock != nullptr ? clock->time().msecsSinceStartOfDay() : GetControl32BitValue(control(number));
+    };
+    for (SInt32 number = 2; number <= 7; ++number) {
+        auto* tabs = qobject_cast<QTabWidget*>(control(number)->widget);
+        QWidget* turned = tabs != nullptr ? tabs->tabBar() : control(number)->widget;
+        SCOPED_TRACE(number);
+        SetControl32BitValue(control(number), 1);
+        control(1)->widget->setFocus();
+        const int before = state(number);
+        turn(turned);
+        EXPECT_EQ(state(number), before);
+        EXPECT_TRUE(control(1)->widget->hasFocus());
+        turned->setFocus();
+        turn(turned);
+        EXPECT_EQ(state(number) == before, number == 7) << "and what has it goes on, but for menus of actions";
+    }
+    auto* list = qobject_cast<QComboBox*>(control(7)->widget)->view();
+    QTest::keyClick(control(7)->widget, Qt::Key_B, Qt::AltModifier);
+    EXPECT_FALSE(list->isVisible());
+    QTest::keyClick(control(7)->widget, Qt::Key_Down);
+    EXPECT_EQ(GetControl32BitValue(control(7)), 1);
+    EXPECT_TRUE(list->isVisible()) << "its keys open it instead";
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(GetControl32BitValue(control(7)), 2);
 }
 
 TEST_F(ControlsTest, HelpIsShownAndSpoken) {
