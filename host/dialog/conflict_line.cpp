@@ -1,9 +1,9 @@
 #include "host/dialog/conflict_line.h"
 
+#include "host/dialog/notice.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
-#include "platform/toolbox/Notices.h"
 
 #include <algorithm>
 
@@ -81,12 +81,9 @@ bool ConflictLine::acceptConflicts() const {
         "\n\n" + utf8(report_.remedy.empty()
                           ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
                           : localized(texts_, CFSTR("Conflict Notice Remedy"), remedyText(report_, texts_)).get());
-    CFOptionFlags response = 0;
-    CFUserNotificationDisplayAlert(0, kCFUserNotificationCautionAlertLevel, nullptr, nullptr, nullptr,
-                                   localized(texts_, CFSTR("Conflict Notice Header")).get(), cfString(message).get(),
-                                   localized(texts_, CFSTR("Conflict Notice Back")).get(), nullptr,
-                                   localized(texts_, CFSTR("Conflict Notice Print")).get(), &response);
-    if ((response & kCFUserNotificationResponseMask) == kCFUserNotificationOtherResponse) {
+    if (goesOnDespiteNotice(localized(texts_, CFSTR("Conflict Notice Header")), cfString(message),
+                            localized(texts_, CFSTR("Conflict Notice Back")),
+                            localized(texts_, CFSTR("Conflict Notice Print")))) {
         return true;
     }
     if (!report_.remedy.empty()) {

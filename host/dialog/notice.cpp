@@ -1,15 +1,30 @@
 #include "host/dialog/notice.h"
 
-void showNotice(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message) {
+namespace {
+
+/// The button that answers; null titles leave theirs out, but the first one is "OK" then.
+CFOptionFlags answerTo(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
+                       CFStringRef first, CFStringRef alternate, CFStringRef other) {
     CFOptionFlags response = 0;
-    CFUserNotificationDisplayAlert(0, level, nullptr, nullptr, nullptr, header.get(), message.get(), nullptr, nullptr,
-                                   nullptr, &response);
+    CFUserNotificationDisplayAlert(0, level, nullptr, nullptr, nullptr, header.get(), message.get(), first, alternate,
+                                   other, &response);
+    return response & kCFUserNotificationResponseMask;
+}
+
+}  // namespace
+
+void showNotice(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message) {
+    answerTo(level, header, message, nullptr, nullptr, nullptr);
 }
 
 bool askByNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message, const CFRef<CFStringRef>& yes,
                  const CFRef<CFStringRef>& no) {
-    CFOptionFlags response = 0;
-    CFUserNotificationDisplayAlert(0, kCFUserNotificationCautionAlertLevel, nullptr, nullptr, nullptr, header.get(),
-                                   message.get(), yes.get(), no.get(), nullptr, &response);
-    return (response & kCFUserNotificationResponseMask) == kCFUserNotificationDefaultResponse;
+    return answerTo(kCFUserNotificationCautionAlertLevel, header, message, yes.get(), no.get(), nullptr) ==
+           kCFUserNotificationDefaultResponse;
+}
+
+bool goesOnDespiteNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
+                         const CFRef<CFStringRef>& goBack, const CFRef<CFStringRef>& goOn) {
+    return answerTo(kCFUserNotificationCautionAlertLevel, header, message, goBack.get(), nullptr, goOn.get()) ==
+           kCFUserNotificationOtherResponse;
 }

@@ -11,3 +11,8 @@ void showNotice(CFOptionFlags level, const CFRef<CFStringRef>& header, const CFR
 /// Asks by a notice with two buttons. Whether the answer is the first, default one.
 bool askByNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message, const CFRef<CFStringRef>& yes,
                  const CFRef<CFStringRef>& no);
+
+/// Warns of what comes out otherwise than it was chosen. The default button and Escape go back; whether the user goes
+/// on all the same, by the other button.
+bool goesOnDespiteNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
+                         const CFRef<CFStringRef>& goBack, const CFRef<CFStringRef>& goOn);

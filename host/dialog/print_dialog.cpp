@@ -271,8 +271,9 @@ bool PrintDialog::acceptLeftOut() const {
     if (sentences.empty()) {
         return true;
     }
-    return askByNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(listed(bundle_, sentences)),
-                       localized(bundle_, CFSTR("Left Out Print")), localized(bundle_, CFSTR("Left Out Go Back")));
+    return goesOnDespiteNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(listed(bundle_, sentences)),
+                               localized(bundle_, CFSTR("Left Out Go Back")),
+                               localized(bundle_, CFSTR("Left Out Print")));
 }
 
 void PrintDialog::remedyChosen() {

@@ -79,7 +79,7 @@ TEST_F(LeavesOut, WhatItSaysItLeavesOut) {
 TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
     const std::string text =
         "panel \"Image Options\"\nclick Tshl:911\npanel Layout\nchoose Tshl:6004 \"On\"\n"
-        "answer alternate\nok\nexpect window \"Print\"\nchoose Tshl:6004 \"Off\"\nok\n";
+        "ok\nexpect window \"Print\"\nchoose Tshl:6004 \"Off\"\nanswer other\nok\n";
     const Run done = script(text, {"--job-out", jobFile()});
     EXPECT_EQ(done.status, 0) << done.errors;
     EXPECT_EQ(done.output,
@@ -90,8 +90,8 @@ TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
                   kHeader + "        The pages will not be negative.\n");
     EXPECT_TRUE(fs::exists(jobFile()));
 
-    const Run left = script("panel \"Image Options\"\nclick Tshl:911\nanswer alternate\nok\ncancel\n",
-                            {"--job-out", folder / "other.ps"});
+    const Run left =
+        script("panel \"Image Options\"\nclick Tshl:911\nok\ncancel\n", {"--job-out", folder / "other.ps"});
     EXPECT_EQ(left.status, 1) << left.errors;
     EXPECT_FALSE(fs::exists(folder / "other.ps"));
 }
@@ -100,8 +100,9 @@ TEST_F(LeavesOut, AndAsksAboutItAfterWhatMustBeChangedFirst) {
     const std::string secure =
         "<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>6</integer></dict>"
         "<key>com.tavro.print.AdvancedRotateImage180</key><integer>1</integer>";
-    const Run done = script("type Host:31 \"99\"\nok\nchoose Tshl:102 \"Normal Print\"\nok\ntype Host:31 \"9\"\nok\n",
-                            {"--ticket-in", settings(secure), "--job-out", jobFile()});
+    const Run done =
+        script("type Host:31 \"99\"\nok\nchoose Tshl:102 \"Normal Print\"\nok\ntype Host:31 \"9\"\nanswer other\nok\n",
+               {"--ticket-in", settings(secure), "--job-out", jobFile()});
     EXPECT_EQ(done.status, 0) << done.errors;
     const std::size_t passcode = done.output.find("notice: Secure Print needs a passcode");
     const std::size_t pages = done.output.find("notice: Please check the pages to print.");
@@ -167,8 +168,8 @@ TEST_F(LeavesOut, NoItemOfThePanelsOutOfItsAccount) {
     for (const char* panel : {"2", "3", "4", "5", "6", "1"}) {
         walk += std::string("panel ") + panel + "\n";
     }
-    const Run done = script(walk + "ok\n", {"--ticket-in", settings(kAllLeftOut + rest), "--ticket-out",
-                                            folder / "out.plist", "--job-out", jobFile()});
+    const Run done = script(walk + "answer other\nok\n", {"--ticket-in", settings(kAllLeftOut + rest), "--ticket-out",
+                                                          folder / "out.plist", "--job-out", jobFile()});
     ASSERT_EQ(done.status, 0) << done.errors;
     const std::string out = contentOf(folder / "out.plist");
     for (const auto& row : kItems) {

@@ -83,7 +83,7 @@ protected:
 }  // namespace
 
 TEST_F(ProgramPresets, HoldTheSettingsOfEveryPanel) {
-    print(kEveryPanel + std::string("ok"));
+    print(kEveryPanel + std::string("answer other\nok"));
     const JobSettings chosen = settings();
     const auto jobOf = [this] { return job().substr(job().find("%%BeginSetup")); };
     const std::string printed = jobOf();
@@ -123,11 +123,12 @@ expect TVRw:300 text "In front of the page"
 expect TVRw:200 value 1
 panel About
 expect Host:12 text "Mine"
+answer other
 ok)script");
     EXPECT_TRUE(isSamePreset(settings(), chosen)) << settingsText();
     EXPECT_EQ(jobOf(), printed);
 
-    print("expect Host:12 text \"Mine\"\nok", {"--preset", "Mine"});
+    print("expect Host:12 text \"Mine\"\nanswer other\nok", {"--preset", "Mine"});
     EXPECT_TRUE(isSamePreset(settings(), chosen)) << settingsText();
     EXPECT_EQ(jobOf(), printed);
 
@@ -206,7 +207,7 @@ TEST_F(ProgramPresets, LastUsedOnesAreHowThePrinterPrints) {
     EXPECT_EQ(script(lastUsed).status, 3);  // there are none yet
     EXPECT_EQ(script(kEveryPanel + std::string("cancel")).status, 1);
     EXPECT_FALSE(fs::exists(configuration() / "last-used")) << "nothing was printed";
-    print(kEveryPanel + std::string("ok"));
+    print(kEveryPanel + std::string("answer other\nok"));
 
     // The next document begins as the printer is; copies and orientation stay what its user has chosen.
     print("expect Host:20 value 1\nset Host:20 2\nchoose Host:41 \"Reverse Landscape\"\n" + lastUsed +
@@ -224,6 +225,7 @@ panel Watermark
 expect TVRw:200 disabled
 panel Advanced
 expect Tshl:632 text "On"
+answer other
 ok)script");
     // Another PPD is another printer.
     EXPECT_EQ(

@@ -389,12 +389,12 @@ TEST_F(Program, PutsTheCoverSheetInFrontOfAFax) {
     };
     Words arguments = outputs();
     arguments.insert(arguments.end(), {"--ticket-in", fax("true")});
-    const Run sent = script("type Host:31 \"2-3\"\nok", arguments);
+    const Run sent = script("type Host:31 \"2-3\"\nanswer other\nok", arguments);
     EXPECT_EQ(sent.status, 0) << sent.errors;
     EXPECT_EQ(sent.errors, "tavro-print: cover sheet: logo.png: is not stored\n");
     EXPECT_EQ(pages(), 3);
     EXPECT_TRUE(hasPair(settings(), "com.apple.print.PrintSettings.PMPageRange", "<string>2-3</string>"));
     fax("false");
-    EXPECT_EQ(script("type Host:31 \"2-3\"\nok", arguments).errors, "");
+    EXPECT_EQ(script("type Host:31 \"2-3\"\nanswer other\nok", arguments).errors, "");
     EXPECT_EQ(pages(), 2);
 }

@@ -56,13 +56,15 @@ protected:
         return path;
     }
 
-    /// Prints it with a script, "ok" at its end; the pages of the job, with so many pixels a point.
+    /// Prints it with a script, whatever is left out; the pages of the job, with so many pixels a point.
     std::vector<Page> print(const std::string& text, const std::string& path, int pixelsAPoint = 1,
                             const Words& more = {}) {
         const std::string job = folder / "job.ps";
-        Words arguments{
-            "--ppd",     kZR420, "--script", add("script", text + "\nok"), "--shots", folder.path().string(),
-            "--job-out", job,    path};
+        Words arguments{"--ppd",     kZR420,
+                        "--script",  add("script", text + "\nanswer other\nok"),
+                        "--shots",   folder.path().string(),
+                        "--job-out", job,
+                        path};
         arguments.insert(arguments.end(), more.begin(), more.end());
         const Run done = run(arguments, {"XDG_DATA_HOME=" + folder.path().string()});
         EXPECT_EQ(done.status, 0) << done.errors;

@@ -90,8 +90,10 @@ protected:
 TEST_F(ShownNoticeTest, EscapeIsTheAlternateAnswerOrElseTheDefault) {
     whenShown(escape());
     EXPECT_EQ(ask(CFSTR("Stop"), CFSTR("Help")), kCFUserNotificationAlternateResponse);
-    whenShown(escape());
-    EXPECT_EQ(ask(nullptr, nullptr, nullptr), kCFUserNotificationDefaultResponse);
+    for (const CFStringRef other : {CFStringRef{}, CFSTR("Print")}) {
+        whenShown(escape());
+        EXPECT_EQ(ask(nullptr, other, nullptr), kCFUserNotificationDefaultResponse);
+    }
 }
 
 TEST_F(ShownNoticeTest, ButtonsAnswerAndTextsAreShownAsTheyAre) {
