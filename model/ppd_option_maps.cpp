@@ -296,5 +296,5 @@ SInt32 GetTicketValueForPPDOptionKeyword(const PPDOptionMap* map, CFStringRef ke
             return row->ticketValue;
         }
     }
-    return -1;
+    return kNoTicketValue;
 }

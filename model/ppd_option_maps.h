@@ -20,7 +20,10 @@ const PPDOptionMap* GetPPDOptionMapForMainKeyword(CFStringRef mainKeyword);
 /// The keyword of the first row with that value, constant; null when no row has it, or for a null map.
 CFStringRef GetPPDOptionKeywordForTicketValue(const PPDOptionMap* map, SInt32 value);
 
-/// The value of the first row with that keyword; -1 when no row has it, or for a null argument.
+/// Of an option that a map lacks: nothing in the tickets can stand for it.
+inline constexpr SInt32 kNoTicketValue = -1;
+
+/// The value of the first row with that keyword; kNoTicketValue when no row has it, or for a null argument.
 SInt32 GetTicketValueForPPDOptionKeyword(const PPDOptionMap* map, CFStringRef keyword);
 
 /// A constant byte string with its length in front, as the compiled-PPD library takes its keywords.

@@ -30,10 +30,15 @@ std::u16string SizeText(CFBundleRef bundle, const Stock& stock) {
                                             : Text(GetPPDOptionAliasForTicketValue(CFSTR("PageSize"), stock.size()));
 }
 
-std::u16string ColorText(const Stock& stock) {
-    return Text(stock.color() == kStockColorCustom
-                    ? stock.customColor()
-                    : GetPPDOptionAliasForTicketValue(CFSTR("MediaColor"), stock.color()));
+/// The paper's color or type in the PPD's words; what the record does not hold was set beside it.
+std::u16string PaperText(CFBundleRef bundle, CFStringRef mainKeyword, SInt32 value) {
+    return value == kTicketValueUnset ? Localized(bundle, CFSTR("Unknown Option Set"))
+                                      : Text(GetPPDOptionAliasForTicketValue(mainKeyword, value));
+}
+
+std::u16string ColorText(CFBundleRef bundle, const Stock& stock) {
+    return stock.color() == kStockColorCustom ? Text(stock.customColor())
+                                              : PaperText(bundle, CFSTR("MediaColor"), stock.color());
 }
 
 std::u16string TypeText(CFBundleRef bundle, const Stock& stock) {
@@ -47,7 +52,7 @@ std::u16string TypeText(CFBundleRef bundle, const Stock& stock) {
         default:
             break;
     }
-    std::u16string name = Text(GetPPDOptionAliasForTicketValue(CFSTR("MediaType"), stock.type()));
+    std::u16string name = PaperText(bundle, CFSTR("MediaType"), stock.type());
     const bool hasTabs = stock.type() == kStockTypeTabStock || stock.type() == kStockTypeHeavyTabStock;
     return hasTabs && stock.modulus() > 0 ? WithModulus(std::move(name), stock.modulus()) : name;
 }
@@ -69,7 +74,7 @@ CFRef<CFStringRef> GenerateStockSummary(CFBundleRef bundle, JobContext context, 
             addLine(CFSTR("StockSize"), SizeText(bundle, stock));
         }
         if (stock.color() != kTicketValueUnset || isJob) {
-            addLine(CFSTR("StockColor"), ColorText(stock));
+            addLine(CFSTR("StockColor"), ColorText(bundle, stock));
         }
         if (stock.type() != kTicketValueUnset || isJob) {
             addLine(CFSTR("StockType"), TypeText(bundle, stock));

@@ -1,18 +1,20 @@
 #include "ui/ppd_menus.h"
 
 #include "model/ppd_option_maps.h"
+#include "model/plugin_state.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/stock.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Menus.h"
+#include "ui/localization.h"
 
 namespace {
 
 SInt32 TicketValue(CFStringRef mainKeyword, const PPDOptionMap* map, CFStringRef optionKeyword) {
     const SInt32 value = GetTicketValueForPPDOptionKeyword(map, optionKeyword);
     const bool isCustomSize =
-        value == -1 && CFEqual(mainKeyword, CFSTR("PageSize")) && CFEqual(optionKeyword, CFSTR("Custom"));
+        value == kNoTicketValue && CFEqual(mainKeyword, CFSTR("PageSize")) && CFEqual(optionKeyword, CFSTR("Custom"));
     return isCustomSize ? kStockSizeCustom : value;
 }
 
@@ -29,8 +31,14 @@ ItemCount PopulateMenuFromPPDOptions(MenuRef menu, CFArrayRef options, OSType co
         MenuItemIndex item = 0;
         AppendMenuItemTextWithCFString(menu, GetKeywordInfo(options, row, KeywordInfo::alias), 0, command, &item);
         if (map != nullptr) {
-            SetMenuItemRefCon(menu, item,
-                              TicketValue(mainKeyword, map, GetKeywordInfo(options, row, KeywordInfo::optionKeyword)));
+            const SInt32 value =
+                TicketValue(mainKeyword, map, GetKeywordInfo(options, row, KeywordInfo::optionKeyword));
+            SetMenuItemRefCon(menu, item, value);
+            if (value == kNoTicketValue) {
+                DisableMenuItem(menu, item);
+                HMSetMenuItemHelpContent(menu, item,
+                                         CopyLocalizedText(GetPDEBundle(), CFSTR("Unknown Option Help")).get());
+            }
         }
     }
     return CountMenuItems(menu);

@@ -1,8 +1,9 @@
 // Menus and pop-ups filled from the options of a PPD main keyword.
 //
 // An item's text is the option's display text, its reference value the option's ticket value in the main keyword's
-// option map: -1 for an option that the map lacks, which stands for no setting, and 0 throughout for a main keyword
-// without a map. The "Custom" that a PPD with custom sizes has among its page sizes is kStockSizeCustom.
+// option map, and 0 throughout for a main keyword without a map. An option that the map lacks, a newer printer's, has
+// kNoTicketValue: no record could keep it, so its item is disabled and its help says why. The "Custom" that a PPD with
+// custom sizes has among its page sizes is kStockSizeCustom.
 #pragma once
 
 #include "platform/toolbox/ToolboxTypes.h"

@@ -2,6 +2,7 @@
 
 #include "core/installable_options.h"
 #include "model/ppd_access.h"
+#include "model/ppd_choice.h"
 #include "model/ppd_option_maps.h"
 #include "model/special_page.h"
 #include "model/ticket_access.h"
@@ -28,26 +29,17 @@ bool ReadBoolean(PMTicketRef ticket, CFStringRef key) {
     return PMTicketGetCFBoolean(ticket, kPMTopLevel, kPMTopLevel, key, &value) == noErr && value == kCFBooleanTrue;
 }
 
-/// The ticket value of the option that is asked for; `missing` when none is.
-SInt32 ReadOption(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 missing) {
-    CFStringRef option = nullptr;
-    return PPDGetMainKeywordValue(ticket, mainKeyword, &option) == noErr
-               ? GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option)
-               : missing;
-}
-
 /// Asks for the option with that ticket value, if there is one.
 void WriteOption(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
     PPDSetMainKeyword(ticket, mainKeyword,
                       GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value));
 }
 
-/// The sides that the ticket asks for. An option that stands for no number is as good as none.
+/// The sides that the ticket asks for; kNoTicketValue for an option that no number stands for, which then stays.
 SInt32 ReadSides(PMTicketRef ticket) {
-    const SInt32 option = ReadOption(ticket, kDuplexMainKeyword, -1);
-    return option != -1
-               ? option
-               : GetTicketNumber(ticket, kPMDuplexingKey, GetTicketNumber(ticket, kFinishingDuplexItem, kOneSided));
+    return ReadPPDChoice(
+        ticket, kDuplexMainKeyword,
+        GetTicketNumber(ticket, kPMDuplexingKey, GetTicketNumber(ticket, kFinishingDuplexItem, kOneSided)));
 }
 
 void WriteSides(SInt32 sides, PMTicketRef ticket) {
@@ -94,7 +86,7 @@ static_assert(std::size(kFoldPictures) == 3);
 void ReadLayoutSettings(PMTicketRef ticket, LayoutSettings* settings) {
     settings->foldInstalled = getInstalledFeature(CFSTR("BookletFoldKey"));
     settings->foldOption =
-        settings->foldInstalled ? ReadOption(ticket, kFoldMainKeyword, kFoldNone) : SInt32{kFoldNotInstalled};
+        settings->foldInstalled ? ReadPPDChoice(ticket, kFoldMainKeyword, kFoldNone) : SInt32{kFoldNotInstalled};
     settings->bookletLayout = ReadBoolean(ticket, kBookletLayoutItem) ? 1 : 0;
     if (settings->bookletLayout == 1) {
         settings->drawOutlines = GetTicketNumber(ticket, kBookletDrawOutlinesItem, 0);

@@ -2,6 +2,7 @@
 
 #include "core/installable_options.h"
 #include "model/booklet_fold.h"
+#include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/stock.h"
 #include "panels/paper_output/finishing_window.h"
@@ -95,7 +96,7 @@ void BookletCreationDialog::fillSizes(SInt32 size) {
     for (MenuItemIndex item = CountMenuItems(menu); item > 0; --item) {
         MenuRefCon value = 0;
         GetMenuItemRefCon(menu, item, &value);
-        if (value == -1 || value == kStockSizeCustom) {
+        if (value == kNoTicketValue || value == kStockSizeCustom) {
             DeleteMenuItems(menu, item, 1);
         }
     }

@@ -1,6 +1,7 @@
 #include "panels/paper_output/output_destination.h"
 
 #include "core/installable_options.h"
+#include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Menus.h"
@@ -52,7 +53,7 @@ void PopulateOutputDestinationPopup(ControlRef popup) {
     for (auto item = static_cast<MenuItemIndex>(CountMenuItems(menu)); item > 0; --item) {
         MenuRefCon destination = 0;
         GetMenuItemRefCon(menu, item, &destination);
-        if (!IsOutputDestinationInstalled(static_cast<SInt32>(destination))) {
+        if (destination != kNoTicketValue && !IsOutputDestinationInstalled(static_cast<SInt32>(destination))) {
             DeleteMenuItems(menu, item, 1);
         }
     }

@@ -3,11 +3,11 @@
 #include "jobtypes/fax_options.h"
 #include "model/booklet_fold.h"
 #include "model/ppd_access.h"
+#include "model/ppd_choice.h"
 #include "model/ppd_option_maps.h"
 #include "model/setting_map.h"
 #include "model/ticket_items.h"
 #include "panels/paper_output/finishing_offset_dialog.h"
-#include "panels/paper_output/ppd_choice.h"
 
 namespace {
 
@@ -59,17 +59,21 @@ void WriteBoolean(bool value, CFStringRef key, PMTicketRef ticket) {
 
 // ---- Paper
 
+/// An option that no number stands for leaves the record without one, and stays as it is.
+void TakeStockChoice(PMTicketRef ticket, CFStringRef mainKeyword, void (Stock::*set)(SInt32), Stock* stock) {
+    const SInt32 value = ReadPPDChoice(ticket, mainKeyword, kTicketValueUnset);
+    if (value != kTicketValueUnset) {
+        (stock->*set)(value == kNoTicketValue ? kTicketValueUnset : value);
+    }
+}
+
 /// The color comes first: a type that is transparent makes it clear.
 Stock ReadStock(PMTicketRef ticket) {
     Stock stock;
     if (const CFDictionaryRef stored = GetDictionary(ticket, kJobLevelStockItem)) {
         stock = Stock(stored);
-        if (const SInt32 color = ReadPPDChoice(ticket, kMediaColorMainKeyword, -1); color != -1) {
-            stock.setColor(color);
-        }
-        if (const SInt32 type = ReadPPDChoice(ticket, kMediaTypeMainKeyword, -1); type != -1) {
-            stock.setType(type);
-        }
+        TakeStockChoice(ticket, kMediaColorMainKeyword, &Stock::setColor, &stock);
+        TakeStockChoice(ticket, kMediaTypeMainKeyword, &Stock::setType, &stock);
     } else {
         DefaultStock(&stock, JobContext::job);
     }
@@ -186,14 +190,19 @@ void WriteBooklet(const PaperOutputSettings& settings, PMTicketRef ticket) {
 
 // ---- Output
 
+/// A tray that no number stands for has no item, and stays as it is.
 SInt32 ReadOutputDestination(PMTicketRef ticket) {
-    const SInt32 destination = GetTicketNumber(ticket, kFinishingOutputDestinationItem, kOutputAutomatic);
+    const SInt32 destination = GetTicketNumber(ticket, kFinishingOutputDestinationItem, kNoTicketValue);
+    if (destination == kNoTicketValue &&
+        ReadPPDChoice(ticket, kOutputBinMainKeyword, kOutputAutomatic) == kNoTicketValue) {
+        return kNoTicketValue;
+    }
     return destination == kTicketValueUnset || IsOutputDestinationInstalled(destination) ? destination
                                                                                          : kOutputAutomatic;
 }
 
 void WriteOutputDestination(SInt32 destination, PMTicketRef ticket) {
-    if (destination != kTicketValueUnset) {
+    if (destination != kTicketValueUnset && destination != kNoTicketValue) {
         SetTicketNumber(ticket, kCreator, kFinishingOutputDestinationItem, destination);
     } else {
         PMTicketReleaseItem(ticket, kPMTopLevel, kFinishingOutputDestinationItem);

@@ -75,8 +75,8 @@ OSStatus SeparatorsDialog::ask(SInt32* option, SInt32* color) {
     focus(kOption);
     if (run()) {
         *option = GetPopupButtonTicketValue(control(kOption));
-        if (hasColors) {
-            *color = GetPopupButtonTicketValue(control(kColor));
+        if (const SInt32 chosen = GetPopupButtonTicketValue(control(kColor)); hasColors && IsColor(chosen)) {
+            *color = chosen;
         }
     }
     return noErr;

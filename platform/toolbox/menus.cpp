@@ -35,6 +35,7 @@ void show(QMenu* shown, OpaqueMenuRef* menu);
 /// Fills a shown menu from the items, just before it opens.
 void rebuild(QMenu* shown, OpaqueMenuRef* menu) {
     shown->clear();
+    shown->setToolTipsVisible(true);
     qDeleteAll(shown->findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
     shown->setSeparatorsCollapsible((menu->attributes & kMenuAttrCondenseSeparators) != 0);
     const bool marks = (menu->attributes & kMenuAttrExcludesMarkColumn) == 0;

@@ -194,7 +194,7 @@ protected:
     void SetUp() override {
         bundle.add("Resources/en.lproj/Localizable.strings",
                    R"("StockSize" = "Size"; "StockColor" = "Color"; "StockType" = "Type"; ":" = ": ";)"
-                   R"("StockTypePrecutTab" = "Precut Tab";)");
+                   R"("StockTypePrecutTab" = "Precut Tab"; "Unknown Option Set" = "As set";)");
         ASSERT_EQ(PPDCreateGlobalUIDictionary(ppd.get()), noErr);
     }
     void TearDown() override { PPDReleaseGlobalUIDictionary(); }
@@ -215,7 +215,7 @@ TEST_F(StockSummary, ShowsWhatThePartOfTheJobSets) {
     EXPECT_EQ(summary(JobContext::cover, stock), "Size: Letter (8.5 x 11 in)|Color: White|Type: Plain Paper");
     DefaultStock(&stock, JobContext::insert);
     EXPECT_EQ(summary(JobContext::insert, stock), "");
-    EXPECT_EQ(summary(JobContext::job, stock), "Color: |Type: ") << "the job's lines are always there";
+    EXPECT_EQ(summary(JobContext::job, stock), "Color: As set|Type: As set") << "the job's lines are always there";
     stock.setSize(kStockSizeCustom);
     stock.setType(kStockTypeTransparency);
     stock.setCustomNameOnly(true);

@@ -192,16 +192,27 @@ TEST_F(PaperOutputSync, ItemsWithoutAMeaningReadAsMissing) {
     CFArrayRemoveValueAtIndex(array.get(), 1);  // itself, which would keep it for ever
 }
 
-TEST_F(PaperOutputSync, OptionsThatThePPDLacksAreIgnoredAndNotWritten) {
+TEST_F(PaperOutputSync, OptionsWithoutAValueStayAndThoseThatThePPDLacksAreNotWritten) {
     setNumber(key("FinishingOffset"), 2);
     set(key("JobLevelStock"), makeCFDictionary().get());
     ask("MediaColor", "Turquoise");
     ask("MediaType", "Parchment");
     ask("Duplex", "Sideways");
     ask("TRFoldOptions", "Crane");
+    ask("OutputBin", "Mailbox");
     PaperOutputSettings settings = read();
-    EXPECT_EQ(settings.duplex, 1);
-    EXPECT_EQ(settings.foldOptions, 1);
+    write(settings);
+    EXPECT_EQ(asked("MediaColor") + " " + asked("MediaType") + " " + asked("Duplex") + " " + asked("TRFoldOptions") +
+                  " " + asked("OutputBin"),
+              "Turquoise Parchment Sideways Crane Mailbox");
+    settings = read();
+    settings.duplex = 2;
+    settings.outputDestination = 1;
+    settings.stock.setType(kStockTypeStandard);
+    write(settings);
+    EXPECT_EQ(asked("MediaColor") + " " + asked("MediaType") + " " + asked("Duplex") + " " + asked("OutputBin"),
+              "Turquoise Standard DuplexNoTumble Auto")
+        << "until another is chosen";
     ask("MediaColor", "Yellow");
     ask("MediaType", "Transparency");
     settings = read();

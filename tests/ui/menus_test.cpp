@@ -5,9 +5,11 @@
 #include "ui/setting_menus.h"
 
 #include "model/stock.h"
+#include "platform/toolbox/objects.h"
 #include "tests/ui/plugin_fixture.h"
 #include "ui/localization.h"
 
+#include <QComboBox>
 #include <algorithm>
 
 namespace {
@@ -90,7 +92,7 @@ TEST_F(MenusTest, EveryOptionOfOurPrintersHasItsTicketValue) {
     }
 }
 
-TEST_F(MenusTest, OptionsOutsideTheMapStandForNothing) {
+TEST_F(MenusTest, OptionsOutsideTheMapStandForNothingAndCannotBeChosen) {
     const auto options = [](const char* mainKeyword, std::initializer_list<const char*> keywords) {
         auto list = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
         for (const char* keyword : keywords) {
@@ -114,6 +116,12 @@ TEST_F(MenusTest, OptionsOutsideTheMapStandForNothing) {
     };
     EXPECT_EQ(values(options("PageSize", {"Letter", "Napkin", "Custom"}).get()),
               (std::vector<MenuRefCon>{1, -1, kStockSizeCustom}));
+    auto* shown = qobject_cast<QComboBox*>(popup->widget);
+    for (const MenuItemIndex item : {1, 2, 3}) {
+        const bool isUnknown = item == 2;
+        EXPECT_EQ(IsMenuItemEnabled(GetControlPopupMenuHandle(popup), item), !isUnknown) << item;
+        EXPECT_EQ(shown->itemData(item - 1, Qt::ToolTipRole).toString().isEmpty(), !isUnknown) << "says why not";
+    }
     EXPECT_EQ(values(options("Jog", {"None", "Custom"}).get()), (std::vector<MenuRefCon>{0, -1}));
     EXPECT_EQ(values(options("NoSuchKeyword", {"None", "Custom"}).get()), (std::vector<MenuRefCon>{0, 0}));
 

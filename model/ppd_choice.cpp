@@ -1,4 +1,4 @@
-#include "panels/paper_output/ppd_choice.h"
+#include "model/ppd_choice.h"
 
 #include "model/ppd_access.h"
 #include "model/ppd_option_maps.h"
@@ -9,8 +9,7 @@ SInt32 ReadPPDChoice(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 missing
     if (PPDGetMainKeywordValue(ticket, mainKeyword, &option) != noErr) {
         return missing;
     }
-    const SInt32 value = GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option);
-    return value == -1 ? missing : value;
+    return GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option);
 }
 
 void WritePPDChoice(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
