@@ -1,7 +1,7 @@
 #include "ui/ppd_menus.h"
 
-#include "model/ppd_option_maps.h"
 #include "model/plugin_state.h"
+#include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/stock.h"
 #include "platform/foundation/CFString.h"

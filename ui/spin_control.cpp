@@ -6,6 +6,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"
 #include "platform/toolbox/Windows.h"
+#include "ui/code_points.h"
 #include "ui/spin_text.h"
 
 #include <algorithm>
@@ -189,13 +190,13 @@ Boolean SpinControlValidateInput(const UniChar* characters, CFIndex length) {
         return listed + u'-';
     }();
     const auto belongsTo = [](CFCharacterSetPredefinedSet set) {
-        return [set](UniChar c) { return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), c); };
+        return [set](UInt32 c) { return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), c); };
     };
-    const auto isAllowed = [isDigit = belongsTo(kCFCharacterSetDecimalDigit)](UniChar c) {
-        return isDigit(c) || signs.find(c) != std::u16string::npos;
+    const auto isAllowed = [isDigit = belongsTo(kCFCharacterSetDecimalDigit)](UInt32 c) {
+        return isDigit(c) || (c <= 0xFFFF && signs.find(static_cast<UniChar>(c)) != std::u16string::npos);
     };
-    const UniChar* end = characters + length;
-    return std::all_of(characters, end, belongsTo(kCFCharacterSetControl)) || std::all_of(characters, end, isAllowed);
+    const std::u16string_view text(characters, static_cast<std::size_t>(length));
+    return AllCodePoints(text, belongsTo(kCFCharacterSetControl)) || AllCodePoints(text, isAllowed);
 }
 
 void SpinControlValidate(ControlRef field) {

@@ -1,9 +1,11 @@
 #include "ui/text_input.h"
 
 #include "platform/foundation/CFCharacterSet.h"
+#include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"
+#include "ui/code_points.h"
 
 #include <algorithm>
 #include <optional>
@@ -67,28 +69,6 @@ bool WouldExceed(ControlRef field, const std::u16string& text, SInt32 limit) {
 
 // ---- Characters
 
-bool IsHighSurrogate(UniChar unit) {
-    return (unit & 0xFC00) == 0xD800;
-}
-bool IsLowSurrogate(UniChar unit) {
-    return (unit & 0xFC00) == 0xDC00;
-}
-
-/// Whether the predicate holds for every code point. A lone surrogate is a code point of its own.
-template <typename Predicate>
-bool AllCharacters(const std::u16string& text, Predicate predicate) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        UInt32 codePoint = text[i];
-        if (IsHighSurrogate(text[i]) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
-            codePoint = 0x10000 + ((codePoint - 0xD800) << 10) + (text[++i] - 0xDC00);
-        }
-        if (!predicate(codePoint)) {
-            return false;
-        }
-    }
-    return true;
-}
-
 bool IsMember(CFCharacterSetPredefinedSet set, UInt32 codePoint) {
     return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), codePoint);
 }
@@ -100,14 +80,7 @@ bool IsControlCharacter(UInt32 c) {
 }
 
 bool IsEditingAction(const std::u16string& text) {
-    return AllCharacters(text, IsControlCharacter);
-}
-
-bool IsPageRangeText(const std::u16string& text) {
-    return AllCharacters(text, [](UInt32 c) {
-        return c == ',' || c == '-' || IsControlCharacter(c) || IsMember(kCFCharacterSetDecimalDigit, c) ||
-               IsMember(kCFCharacterSetWhitespaceAndNewline, c);
-    });
+    return AllCodePoints(text, IsControlCharacter);
 }
 
 // ---- Answers
@@ -217,7 +190,7 @@ OSStatus LimitInputEventHandler(EventHandlerCallRef next, EventRef event, void*)
             return Refuse();
         }
         const auto set = Property<CFCharacterSetRef>(field, kCharacterSetTag);
-        if (set && !AllCharacters(text, [&](UInt32 c) { return CFCharacterSetIsLongCharacterMember(*set, c); })) {
+        if (set && !AllCodePoints(text, [&](UInt32 c) { return CFCharacterSetIsLongCharacterMember(*set, c); })) {
             return Refuse();
         }
     }
@@ -233,7 +206,7 @@ void FilterNumericInput(ControlRef field) {
 OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, void*) {
     const std::u16string text = TextOf(event);
     const auto isDigit = [](UInt32 c) { return IsMember(kCFCharacterSetDecimalDigit, c); };
-    if (!IsEditingAction(text) && !AllCharacters(text, isDigit)) {
+    if (!IsEditingAction(text) && !AllCodePoints(text, isDigit)) {
         return Refuse();
     }
     return PassOn(next, event, FieldOf(event), WindowTarget);
@@ -242,14 +215,18 @@ OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, voi
 // ---- Page ranges
 
 OSStatus PageRangeInputEventHandler(EventHandlerCallRef next, EventRef event, void*) {
-    if (!IsPageRangeText(TextOf(event))) {
+    const std::u16string text = TextOf(event);
+    const auto string = CFRef<CFStringRef>::adopt(
+        CFStringCreateWithCharacters(kCFAllocatorDefault, text.data(), static_cast<CFIndex>(text.size())));
+    if (!PageRangeValidateInput(string.get())) {
         return Refuse();
     }
     return PassOn(next, event, FieldOf(event), WindowTarget);
 }
 
 Boolean PageRangeValidateInput(CFStringRef text) {
-    std::u16string units(static_cast<std::size_t>(CFStringGetLength(text)), u'\0');
-    CFStringGetCharacters(text, CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
-    return IsPageRangeText(units);
+    const auto plain = CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(kCFAllocatorDefault, text));
+    std::u16string units(static_cast<std::size_t>(CFStringGetLength(plain.get())), u'\0');
+    CFStringGetCharacters(plain.get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+    return std::ranges::all_of(units, [](UniChar c) { return c == ',' || c == '-' || (c >= '0' && c <= '9'); });
 }

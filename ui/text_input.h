@@ -38,5 +38,5 @@ OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, voi
 /// For dialogs to install on a field of page ranges: lets in what PageRangeValidateInput accepts. Word of changes goes
 /// to the field's window.
 OSStatus PageRangeInputEventHandler(EventHandlerCallRef next, EventRef event, void* userData);
-/// Whether every character is a decimal digit, white space, a control character, ',' or '-'.
+/// Whether every character is a decimal digit, a comma or a dash of any script, white space or a control character.
 Boolean PageRangeValidateInput(CFStringRef text);

@@ -5,6 +5,7 @@
 #include "host/settings/conflicts.h"
 #include "host/settings/page_range.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/CFNumberFormatter.h"
 
 namespace {
 
@@ -68,7 +69,8 @@ void GeneralSettings::show(PrintSession& session) {
 
 void GeneralSettings::showPageRange(const std::string& range) const {
     SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
-    setFieldText(control(kPageRangeField), cfString(range));
+    setFieldText(control(kPageRangeField),
+                 CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, cfString(range).get())));
 }
 
 void GeneralSettings::showShared() {

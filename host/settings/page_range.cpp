@@ -1,5 +1,8 @@
 #include "host/settings/page_range.h"
 
+#include "host/script/text.h"
+#include "platform/foundation/CFNumberFormatter.h"
+
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -12,20 +15,8 @@ struct Pages {
     std::int64_t last;
 };
 
-std::string_view trimmed(std::string_view text) {
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
-    while (!text.empty() && isBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    while (!text.empty() && isBlank(text.back())) {
-        text.remove_suffix(1);
-    }
-    return text;
-}
-
 /// A page number; the fallback for nothing.
 std::optional<std::int64_t> readPage(std::string_view text, std::int64_t fallback) {
-    text = trimmed(text);
     if (text.empty()) {
         return fallback;
     }
@@ -40,7 +31,6 @@ std::optional<std::int64_t> readPage(std::string_view text, std::int64_t fallbac
 }
 
 std::optional<Pages> readPages(std::string_view text, std::int64_t pageCount) {
-    text = trimmed(text);
     const std::size_t dash = text.find('-');
     const bool saysNothing = text.empty() || text == "-";
     const auto first = readPage(text.substr(0, dash), 1);
@@ -79,7 +69,10 @@ PageRange rangeOf(const std::vector<Pages>& ranges) {
 
 }  // namespace
 
-PageRange readPageRange(std::string_view text, std::int64_t pageCount) {
+PageRange readPageRange(std::string_view written, std::int64_t pageCount) {
+    const std::string plain =
+        utf8(CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(nullptr, cfString(std::string(written)).get())).get());
+    std::string_view text = plain;
     std::vector<Pages> ranges;
     for (bool more = true; more;) {
         const std::size_t comma = text.find(',');

@@ -20,5 +20,7 @@ struct PageRange {
     std::int64_t count = 0;
 };
 
-/// Reads a range of pages of a document. An open end ("10-") means its last page, an open start ("-3") its first one.
-PageRange readPageRange(std::string_view text, std::int64_t pageCount);
+/// Reads a range of pages of a document, in UTF-8 and in the digits, commas and dashes of any script (see
+/// CFNumberListCreatePlain: blanks part pages, too, and commas too many are passed over). An open end ("10-") means its
+/// last page, an open start ("-3") its first one.
+PageRange readPageRange(std::string_view written, std::int64_t pageCount);

@@ -1,6 +1,7 @@
 #include "panels/special_pages/page_field.h"
 
 #include "panels/special_pages/special_pages_alerts.h"
+#include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Events.h"
@@ -34,7 +35,8 @@ OSStatus RefuseLongPageLists(EventHandlerCallRef, EventRef event, void* bundle) 
 }
 
 OSStatus GetRanges(ControlRef field, bool asRanges, std::vector<PageRange>* ranges) {
-    const OSStatus status = CreatePageRangesBySeparatingString(CopyText(field).get(), asRanges, ranges);
+    const auto plain = CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(kCFAllocatorDefault, CopyText(field).get()));
+    const OSStatus status = CreatePageRangesBySeparatingString(plain.get(), asRanges, ranges);
     if (status != noErr) {
         return status;
     }
@@ -53,7 +55,9 @@ void PreparePageField(ControlRef field, CFBundleRef bundle) {
 }
 
 void SetPageFieldText(ControlRef field, CFStringRef text) {
-    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text);
+    const auto localized = CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(kCFAllocatorDefault, text));
+    const CFStringRef data = localized.get();
+    SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data);
 }
 
 bool IsPageFieldEmpty(ControlRef field) {

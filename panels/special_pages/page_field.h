@@ -14,10 +14,11 @@ inline constexpr SInt32 kLongestPageList = 30000;
 /// bundle is that of the notice's texts, lent as long as the field lives.
 void PreparePageField(ControlRef field, CFBundleRef bundle);
 
+/// Shows the page list, which is in plain ASCII, with the user's digits.
 void SetPageFieldText(ControlRef field, CFStringRef text);
 [[nodiscard]] bool IsPageFieldEmpty(ControlRef field);
 
-/// Ranges of the field's page list; see CreatePageRangesBySeparatingString(), and kPageRangeErrPageNumber when page 0
+/// Ranges of the field's page list, in whatever digits; see CreatePageRangesBySeparatingString(), and kPageRangeErrPageNumber when page 0
 /// is among them.
 [[nodiscard]] OSStatus GetPageFieldRanges(ControlRef field, std::vector<PageRange>* ranges);
 /// The pages of the same list one by one, under the same conditions.

@@ -29,3 +29,12 @@ CFStringRef CFNumberFormatterCreateStringWithValue(CFAllocatorRef allocator, CFN
 /// any other text (grouped digits too) and for a number that CFNumberGetValue() would not give as that type.
 Boolean CFNumberFormatterGetValueFromString(CFNumberFormatterRef formatter, CFStringRef string, const CFRange* range,
                                             CFNumberType type, void* value);
+
+// ---- Lists of whole numbers, such as pages ("1-3, 7"). Not of the platform, which reads single numbers only.
+
+/// A new string: the list in plain ASCII. Digits of every script become 0 to 9, its commas and dashes (the minus, and
+/// what East Asian keyboards type for one, too) ',' and '-'. Blanks between two numbers become a comma; all others go,
+/// and so do commas with nothing before or behind them. Every other character stays. Null for null.
+CFStringRef CFNumberListCreatePlain(CFAllocatorRef allocator, CFStringRef list);
+/// A new string: the plain list with the digits of the user's locale. Null for null.
+CFStringRef CFNumberListCreateLocalized(CFAllocatorRef allocator, CFStringRef plain);

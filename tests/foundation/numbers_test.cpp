@@ -180,4 +180,41 @@ TEST_F(Formatter, ReadsWhatUsersOfTheLocaleWrite) {
     EXPECT_FALSE(CFNumberFormatterGetValueFromString(formatter.get(), nullptr, nullptr, kCFNumberSInt32Type, &integer));
 }
 
+std::string plainList(CFStringRef list) {
+    return textOfCF(CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(nullptr, list)).get());
+}
+
+TEST_F(Formatter, ListsComeBackInPlainDigitsFromEveryLocale) {
+    const auto plain = makeCFString("10-23,4567,89");
+    for (const QLocale& locale :
+         QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {
+        QLocale::setDefault(locale);
+        const auto written = CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, plain.get()));
+        EXPECT_EQ(plainList(written.get()), textOfCF(plain.get())) << qPrintable(locale.name());
+        EXPECT_EQ(textOfCF(written.get()).find("10") == std::string::npos, locale.zeroDigit() != QStringLiteral("0"));
+    }
+}
+
+TEST_F(Formatter, ListsKeepOnlyTheBlanksAndCommasThatPart) {
+    const struct {
+        const char *list, *plain;
+    } rows[] = {
+        {" 1 , 3 - 5\t7 ,", "1,3-5,7"},
+        {",,1,,2", "1,2"},
+        {" , ", ""},
+        {"1-\u200F\u0663", "1-3"},
+        {"1\u22125\u20146", "1-5-6"},
+        {"5 a 6;7,b", "5a6;7,b"},
+        {"-, 5", "-,5"},
+        {"1--3", "1--3"},
+        {"7 -", "7-"},
+        {"1\u00A0000", "1,000"},
+        {"1\x01 2", "1,2"},
+        {"1.5", "1.5"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(plainList(makeCFString(row.list).get()), row.plain) << row.list;
+    }
+}
+
 }  // namespace
