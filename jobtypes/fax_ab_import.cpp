@@ -90,8 +90,8 @@ void TellSuccess(CFBundleRef bundle, CFStringRef fileName, CFIndex count, CFArra
     }
     CFUserNotificationDisplayAlert(
         0, problemCount > 0 ? kCFUserNotificationCautionAlertLevel : kCFUserNotificationNoteAlertLevel, nullptr,
-        nullptr, nullptr, CopyFaxText(bundle, CFSTR("Import Header")).get(), StringOf(text).get(), nullptr, nullptr,
-        nullptr, nullptr);
+        nullptr, nullptr, CopyFaxText(bundle, count > 0 ? CFSTR("Import Header") : CFSTR("Import Error Header")).get(),
+        StringOf(text).get(), nullptr, nullptr, nullptr, nullptr);
 }
 
 void TellFailure(CFBundleRef bundle, CFStringRef fileName, ABImportError error) {

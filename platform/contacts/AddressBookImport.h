@@ -33,7 +33,8 @@ enum ABImportReason : CFIndex {
 /// Nothing that the address book has is changed: a card that it has already is not added again, and one whose unique id
 /// is that of another card there gets a new one, which the file's groups follow.
 ///
-/// Returns how many cards were read, and in *problems (which may be null) a new array of dictionaries, one for each
-/// part that could not be read; the caller releases it. On failure -1, with the reason in *error (which may be null), a
-/// null array, and one line on standard error that names the file; the address book is then unchanged.
+/// Returns how many cards were read (0 when the file has none that can be read), and in *problems (which may be null) a
+/// new array of dictionaries, one for each part that could not be read; the caller releases it. On failure -1, with the
+/// reason in *error (which may be null), a null array, and one line on standard error that names the file; the address
+/// book is then unchanged.
 CFIndex ABImportVCardFile(ABAddressBookRef book, CFURLRef file, CFArrayRef* problems, ABImportError* error);

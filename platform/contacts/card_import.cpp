@@ -235,7 +235,10 @@ std::optional<ImportedCards> import(ABAddressBookRef book, CFURLRef file, Failur
     ImportedCards read = readImportedCards(
         {reinterpret_cast<const char*>(CFDataGetBytePtr(data.get())), std::size_t(CFDataGetLength(data.get()))});
     count = CFIndex(read.cards.size());
-    if (count == 0) {
+    const bool hasBrokenCards = std::any_of(read.problems.begin(), read.problems.end(), [](const ImportProblem& each) {
+        return each.reason != kABImportTextOutside;
+    });
+    if (count == 0 && !hasBrokenCards) {
         failure = {kABImportNoVCard, "there is no vCard in it"};
         return std::nullopt;
     }

@@ -35,12 +35,6 @@ std::string taken(char* text) {
     return result;
 }
 
-std::string firstValue(EVCard* card, const char* attribute) {
-    EVCardAttribute* found = e_vcard_get_attribute(card, attribute);
-    GList* values = found ? e_vcard_attribute_get_values(found) : nullptr;
-    return values ? static_cast<const char*>(values->data) : "";
-}
-
 /// All values, should somebody have forgotten to escape a semicolon.
 std::string wholeValue(EVCardAttribute* attribute) {
     std::string whole;
@@ -78,6 +72,16 @@ void forEach(EVCard* card, const char* attribute, Use use) {
             use(candidate);
         }
     }
+}
+
+/// Of the first attribute of the name that says anything.
+std::string firstValue(EVCard* card, const char* attribute) {
+    std::string first;
+    forEach(card, attribute, [&](EVCardAttribute* found) {
+        const GList* values = e_vcard_attribute_get_values(found);
+        first = first.empty() && values ? static_cast<const char*>(values->data) : first;
+    });
+    return first;
 }
 
 /// RFC 6350 names members by URI.
@@ -239,7 +243,9 @@ std::optional<std::string> EbookCard::namePart(NamePart part) const {
 std::vector<LabelledText> EbookCard::labelledTexts(const char* attribute) const {
     std::vector<LabelledText> texts;
     forEach(card(), attribute, [&](EVCardAttribute* found) {
-        texts.push_back({labelOf(card(), found, attribute), withoutScheme(wholeValue(found))});
+        if (std::string text = withoutScheme(wholeValue(found)); !text.empty()) {
+            texts.push_back({labelOf(card(), found, attribute), std::move(text)});
+        }
     });
     return texts;
 }

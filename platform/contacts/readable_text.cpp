@@ -132,6 +132,24 @@ std::string unfolded(std::string_view card) {
     return result;
 }
 
+/// Several programs escape colons in values, as no version asks for; the library would keep the backslash.
+std::string withPlainColons(std::string_view card) {
+    std::string result;
+    while (!card.empty()) {
+        const std::string line = takeUnfoldedLine(card);
+        std::size_t at = headOf(line).size();
+        result.append(line, 0, at);
+        for (; at < line.size(); ++at) {
+            if (line[at] == '\\' && at + 1 < line.size()) {
+                result += line[at + 1] == ':' ? "" : "\\";
+                ++at;
+            }
+            result += line[at];
+        }
+    }
+    return result;
+}
+
 bool isUtf8(std::string_view text) {
     return g_utf8_validate_len(text.data(), text.size(), nullptr);
 }
@@ -183,7 +201,10 @@ std::string readableText(const std::string& card) {
     // Most cards have nothing of this.
     text = strcasestr(text.c_str(), "QUOTED-PRINTABLE") ? withSoftBreaksJoined(text) : text;
     text = strcasestr(text.c_str(), "AGENT") ? withAgentsAsTexts(text) : text;
-    return isUtf8(text) ? text : withLinesInUtf8(unfolded(text));
+    text = isUtf8(text) ? text : withLinesInUtf8(unfolded(text));
+    return text.find('\\') != std::string::npos && unfolded(text).find("\\:") != std::string::npos
+               ? withPlainColons(text)
+               : text;
 }
 
 bool isReadableValue(std::string_view value) {

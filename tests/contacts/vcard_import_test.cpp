@@ -106,6 +106,22 @@ TEST_F(VCardImport, TellsWhatItCouldNotRead) {
         import(fileWith("hello\n" + good + "BEGIN:VCARD\nVERSION:3.0\nEND:VCARD\n" + good + "BEGIN:VCARD\nFN:cut")), 2);
     EXPECT_EQ(problems_, "1:1 6:4 13:2 ");
     EXPECT_TRUE(has("FN:Good"));
+    EXPECT_EQ(import(fileWith("\nBEGIN:VCARD\nVERSION:3.0\nFN:Cut\n")), 0) << told_;
+    EXPECT_EQ(problems_, "2:2 ") << "a vCard it is";
+}
+
+TEST_F(VCardImport, PassesOverBackslashesOfColonsAndEmptyValues) {
+    ASSERT_EQ(import(fileWith("BEGIN:VCARD\nVERSION:3.0\nUID:1\nFN:A\nTEL;TYPE=WORK,FAX:\nTEL;TYPE=WORK,FAX:12\n"
+                              "EMAIL:\nEMAIL:a@b\nURL:http\\://a\\\n ://\\\\:\\,c\nEND:VCARD\n")),
+              1);
+    EXPECT_TRUE(has("\nURL:http://a://\\\\:\\,c\r\n")) << contentOf(file());
+    const auto person = recordOf("1");
+    for (const auto& [property, first] : {std::pair(kABPhoneProperty, "12"), std::pair(kABEmailProperty, "a@b")}) {
+        const auto values = CFRef<CFTypeRef>::adopt(ABRecordCopyValue(person.get(), property));
+        const auto value = CFRef<CFTypeRef>::adopt(
+            ABMultiValueCopyValueAtIndex(static_cast<ABMultiValueRef>(const_cast<void*>(values.get())), 0));
+        EXPECT_EQ(textOfCF(static_cast<CFStringRef>(value.get())), first);
+    }
 }
 
 TEST_F(VCardImport, RefusesWhatIsNoVCard) {
