@@ -9,6 +9,8 @@
 #include "ui/localization.h"
 #include "ui/text_input.h"
 
+#include <string>
+
 namespace {
 
 enum ControlNumber : SInt32 {
@@ -22,6 +24,7 @@ enum ControlNumber : SInt32 {
     kOK = 1007,
     kCancel = 1008,
     kPicture = 1009,
+    kFaxNumberHint = 1010,
 };
 
 constexpr SInt32 kLongestFaxNumber = 50;
@@ -55,6 +58,9 @@ public:
 
 private:
     static OSStatus handleCommand(EventHandlerCallRef, EventRef event, void* self);
+    static void tellRefusedInput(const RefusedInput& refused, void* self);
+    static OSStatus handleEmptyField(EventHandlerCallRef, EventRef event, void* self);
+    void showFaxNumberHint(bool isTooLong) const;
     void showRecipient();
     void refuse(SInt32 field, CFStringRef messageKey) const;
     bool syncDialogToFaxRecipient(FaxRecipient& recipient) const;
@@ -65,6 +71,7 @@ private:
     FaxWindow window_;
     FaxRecipientList* const list_;
     const FaxRecipientOwner edited_;  // held here, for the list may be the only other one
+    std::u16string leftOut_;  // of the fax number that stands there: each character once, with a blank behind it
     SInt16 result_ = kFaxDialogCancel;
 };
 
@@ -73,6 +80,9 @@ SInt16 RecipientDialog::run() {
         return kFaxDialogCancel;
     }
     LimitInputLengthAndCharacters(window_.control(kFaxNumber), kLongestFaxNumber, kFaxDialingCharacterSet);
+    KeepAllowedInput(window_.control(kFaxNumber), tellRefusedInput, this);
+    window_.handle({kEventClassTextInputChange, kEventInputIsEmpty}, handleEmptyField, this);
+    showFaxNumberHint(false);
     LimitInputLengthAndCharacters(window_.control(kMailbox), kLongestMailbox,
                                   CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit));
     window_.showPicture(kPicture, CFSTR("PBEntry.gif"));
@@ -83,6 +93,58 @@ SInt16 RecipientDialog::run() {
     window_.focus(kName);
     RunAppModalLoopForWindow(window_.get());
     return result_;
+}
+
+/// What a number loses while it is typed stays told until another one is begun.
+void RecipientDialog::tellRefusedInput(const RefusedInput& refused, void* self) {
+    auto& dialog = *static_cast<RecipientDialog*>(self);
+    ControlEditTextSelectionRec selection{};
+    GetControlData(dialog.window_.control(kFaxNumber), kControlEntireControl, kControlEditTextSelectionTag,
+                   sizeof selection, &selection, nullptr);
+    const SInt32 replaced = selection.selEnd - selection.selStart;
+    if (replaced > 0 && replaced == CFStringGetLength(dialog.window_.copyText(kFaxNumber).get())) {
+        dialog.leftOut_.clear();
+    }
+    for (CFIndex i = 0; i < CFStringGetLength(refused.characters); ++i) {
+        const UniChar unit = CFStringGetCharacterAtIndex(refused.characters, i);
+        const bool isBlank =
+            CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(kCFCharacterSetWhitespaceAndNewline), unit);
+        if (!isBlank && dialog.leftOut_.find(unit) == std::u16string::npos) {
+            dialog.leftOut_ += unit;
+            dialog.leftOut_ += u' ';
+        }
+    }
+    dialog.showFaxNumberHint(refused.isTooLong);
+}
+
+OSStatus RecipientDialog::handleEmptyField(EventHandlerCallRef, EventRef event, void* self) {
+    auto& dialog = *static_cast<RecipientDialog*>(self);
+    ControlRef field = nullptr;
+    GetEventParameter(event, kEventParamDirectObject, typeControlRef, nullptr, sizeof field, nullptr, &field);
+    if (field == dialog.window_.control(kFaxNumber)) {
+        dialog.leftOut_.clear();
+        dialog.showFaxNumberHint(false);
+    }
+    return eventNotHandledErr;
+}
+
+void RecipientDialog::showFaxNumberHint(bool isTooLong) const {
+    const CFBundleRef bundle = window_.bundle();
+    if (isTooLong) {
+        window_.setText(
+            kFaxNumberHint,
+            CopyFaxMessage(bundle, CFSTR("Fax Number Too Long"), {CopyNumberText(kLongestFaxNumber).get()}).get());
+    } else if (leftOut_.empty()) {
+        window_.setText(kFaxNumberHint, CopyFaxText(bundle, CFSTR("Fax Number Hint")).get());
+    } else {
+        const auto leftOut = CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(
+            kCFAllocatorDefault, leftOut_.data(), static_cast<CFIndex>(leftOut_.size()) - 1));
+        const bool hasPlus = leftOut_.find(u'+') != std::u16string::npos;
+        window_.setText(
+            kFaxNumberHint,
+            CopyFaxMessage(bundle, hasPlus ? CFSTR("Fax Number Plus") : CFSTR("Fax Number Left Out"), {leftOut.get()})
+                .get());
+    }
 }
 
 void RecipientDialog::showRecipient() {

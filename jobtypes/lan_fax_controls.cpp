@@ -53,6 +53,9 @@ void LimitLANFaxFields(const FaxWindow& window) {
     LimitInputLengthAndCharacters(window.control(kFaxPrefix), kLongestPrefix, kFaxDialingCharacterSet);
     LimitInputLengthAndCharacters(window.control(kFaxCard), kLongestCard,
                                   CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit));
+    for (const SInt32 number : {kFaxPrefix, kFaxCard}) {
+        KeepAllowedInput(window.control(number), nullptr, nullptr);
+    }
 }
 
 void SyncToUI(const FaxWindow& window, CFDictionaryRef dictionary) {

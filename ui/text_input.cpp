@@ -17,6 +17,7 @@ constexpr OSType kPropertyCreator = FourCharCode("TPDE");
 constexpr OSType kLengthLimitTag = FourCharCode("ILmt");   // SInt32
 constexpr OSType kLengthTag = FourCharCode("Tlen");        // SInt32, 0 for no limit
 constexpr OSType kCharacterSetTag = FourCharCode("Tchr");  // CFCharacterSetRef, owned by the field
+constexpr OSType kTellerTag = FourCharCode("Ttel");        // RefusedInputTeller
 constexpr EventTypeSpec kTextEvents[] = {{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent}};
 
 template <typename T>
@@ -114,6 +115,69 @@ EventTargetRef WindowTarget(ControlRef field) {
     return GetWindowEventTarget(GetControlOwner(field));
 }
 
+struct RefusedInputTeller {
+    RefusedInputProc tell;
+    void* userData;
+};
+
+void AppendCodePoint(std::u16string* text, UInt32 codePoint) {
+    if (codePoint > 0xFFFF) {
+        *text += static_cast<char16_t>(0xD7C0 + (codePoint >> 10));
+        codePoint = 0xDC00 + (codePoint & 0x3FF);
+    }
+    *text += static_cast<char16_t>(codePoint);
+}
+
+/// Of a text, what the set holds, and what it does not.
+struct SortedText {
+    std::u16string allowed;
+    std::u16string others;
+};
+
+SortedText Sort(const std::u16string& text, CFCharacterSetRef set) {
+    SortedText sorted;
+    AllCodePoints(text, [&](UInt32 c) {
+        const SInt32 digit = CFCharacterGetDigitValue(c);
+        const UInt32 plain = digit >= 0 ? '0' + static_cast<UInt32>(digit) : c;
+        if (CFCharacterSetIsLongCharacterMember(set, c)) {
+            AppendCodePoint(&sorted.allowed, c);
+        } else if (CFCharacterSetIsLongCharacterMember(set, plain)) {
+            AppendCodePoint(&sorted.allowed, plain);
+        } else {
+            AppendCodePoint(&sorted.others, c);
+        }
+        return true;
+    });
+    return sorted;
+}
+
+/// Goes before the field's LimitInputEventHandler and leaves the lasting checks to it.
+OSStatus KeepAllowedInputHandler(EventHandlerCallRef, EventRef event, void*) {
+    const ControlRef field = FieldOf(event);
+    const std::u16string text = TextOf(event);
+    const auto set = Property<CFCharacterSetRef>(field, kCharacterSetTag);
+    if (!set || IsEditingAction(text)) {
+        return eventNotHandledErr;
+    }
+    const SortedText sorted = Sort(text, *set);
+    const SInt32 limit = Property<SInt32>(field, kLengthTag).value_or(0);
+    const bool isTooLong = limit > 0 && WouldExceed(field, sorted.allowed, limit);
+    if (const auto teller = Property<RefusedInputTeller>(field, kTellerTag); teller && teller->tell != nullptr) {
+        const auto others = CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(
+            kCFAllocatorDefault, sorted.others.data(), static_cast<CFIndex>(sorted.others.size())));
+        teller->tell({others.get(), isTooLong}, teller->userData);
+    }
+    if (isTooLong || sorted.allowed.empty()) {
+        return Refuse();
+    }
+    if (!sorted.others.empty()) {
+        SysBeep(1);
+    }
+    SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, sorted.allowed.size() * sizeof(char16_t),
+                      sorted.allowed.data());
+    return eventNotHandledErr;
+}
+
 void InstallTextHandler(ControlRef field, EventHandlerProcPtr handler) {
     InstallControlEventHandler(field, handler, std::size(kTextEvents), kTextEvents, nullptr, nullptr);
 }
@@ -195,6 +259,13 @@ OSStatus LimitInputEventHandler(EventHandlerCallRef next, EventRef event, void*)
         }
     }
     return PassOn(next, event, field, WindowTarget);
+}
+
+// ---- Characters, one by one
+
+void KeepAllowedInput(ControlRef field, RefusedInputProc tell, void* userData) {
+    SetProperty(field, kTellerTag, RefusedInputTeller{tell, userData});
+    InstallTextHandler(field, KeepAllowedInputHandler);
 }
 
 // ---- Digits

@@ -31,6 +31,19 @@ void EditTextValidationHandler(ControlRef field);
 void LimitInputLengthAndCharacters(ControlRef field, SInt32 maximum, CFCharacterSetRef characters);
 OSStatus LimitInputEventHandler(EventHandlerCallRef next, EventRef event, void* userData);
 
+/// What a field did not take of the text that was entered last; both are false and empty when it took all.
+struct RefusedInput {
+    CFStringRef characters;  // of the text, which lie outside of the set
+    bool isTooLong;          // the rest did not fit, and nothing was taken
+};
+using RefusedInputProc = void (*)(const RefusedInput& refused, void* userData);
+
+/// After LimitInputLengthAndCharacters: a text is no longer refused as a whole for single characters. Those outside of
+/// the set are left out, with a beep, and digits of other scripts become ASCII digits where the set has only these. So
+/// a number may be pasted as people write it. Each time that text is entered `tell` (null: nobody) learns what was
+/// refused.
+void KeepAllowedInput(ControlRef field, RefusedInputProc tell, void* userData);
+
 /// Lets only decimal digits into the field. Word of changes goes to its window.
 void FilterNumericInput(ControlRef field);
 OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, void* userData);

@@ -147,6 +147,28 @@ TEST_F(TextInputTest, LengthAndCharactersHoldTogetherAndTheWindowHears) {
     EXPECT_EQ(takeWords().size(), content().size());
 }
 
+TEST_F(TextInputTest, WhatTheSetHasNotIsLeftOutAndTold) {
+    const auto set =
+        CFRef<CFCharacterSetRef>::adopt(CFCharacterSetCreateWithCharactersInString(nullptr, CFSTR("0123456789S")));
+    LimitInputLengthAndCharacters(field, 10, set.get());
+    std::vector<std::string> told;
+    KeepAllowedInput(
+        field,
+        [](const RefusedInput& refused, void* list) {
+            static_cast<std::vector<std::string>*>(list)->push_back(Text(refused.characters) +
+                                                                    (refused.isTooLong ? " too long" : ""));
+        },
+        &told);
+    paste("+49 (0)89S");
+    compose(std::string("\u0661") + kSmile);
+    type("s");
+    EXPECT_EQ(content(), "49089S1");
+    paste("2 3 4 5");
+    EXPECT_EQ(content(), "49089S1");
+    EXPECT_EQ(told, (Words{"+ ()", kSmile, "s", "    too long"}));
+    EXPECT_EQ(takeWords().size(), 2U) << "of what was taken";
+}
+
 TEST_F(TextInputTest, AFieldOwnsOneCountOfItsCharacterSet) {
     const auto set = CFRef<CFCharacterSetRef>::adopt(CFCharacterSetCreateWithCharactersInString(nullptr, CFSTR("01")));
     LimitInputLengthAndCharacters(field, 4, set.get());
