@@ -8,6 +8,7 @@
 #include "platform/toolbox/edit_field.h"
 #include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/nib_window.h"
+#include "platform/toolbox/number_box.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/pop_up_button.h"
 #include "platform/toolbox/text_area.h"
@@ -94,6 +95,8 @@ public:
             widget = new TextArea(parent);
         } else if (className == QLatin1String("QComboBox")) {
             widget = new PopUpButton(parent);
+        } else if (className == QLatin1String("QSpinBox")) {
+            widget = new NumberBox(parent);
         } else if (className == QLatin1String("QTreeView")) {
             widget = new DataBrowserView(parent);
         } else if (className == QLatin1String("QTabBar")) {
@@ -147,8 +150,8 @@ void makeControl(QWidget* widget) {
     }
 }
 
-/// Return presses the button that has the focus, else 'ok  '; buttons take the focus by Tab only, so that a click on one
-/// does not make a field give up what is being typed.
+/// Return presses the button that has the focus, else 'ok  '; buttons take the focus by Tab only, so that a click on
+/// one does not make a field give up what is being typed.
 void prepareButton(QPushButton* button) {
     button->setAutoDefault(true);
     button->setFocusPolicy(Qt::TabFocus);

@@ -4,16 +4,17 @@
 #include "platform/toolbox/objects.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
+#include <qtestspontaneevent.h>
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QMenu>
+#include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimeEdit>
 #include <QToolButton>
 #include <QWheelEvent>
-#include <qtestspontaneevent.h>
 
 namespace {
 
@@ -141,6 +142,14 @@ TEST_F(ControlsTest, WhatTheProgramSetsMakesNoEvent) {
     SetControl32BitValue(control(3), 5);
     SetControl32BitValue(control(4), 2);
     EXPECT_EQ(hits, 0);
+}
+
+TEST_F(ControlsTest, NumbersTakeNoSignThatPartsThousands) {
+    open(widget("QSpinBox", 1, property("maximum", "number", "9999")));
+    ShowWindow(window);
+    qobject_cast<QSpinBox*>(control(1)->widget)->selectAll();
+    QTest::keyClicks(control(1)->widget, QStringLiteral("1,5"));
+    EXPECT_EQ(text(control(1)), "15") << "what is read is what stands there";
 }
 
 TEST_F(ControlsTest, LookUpsFindBothSignaturesAndRefuseTheUnknown) {

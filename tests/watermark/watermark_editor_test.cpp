@@ -205,7 +205,7 @@ TEST_F(WatermarkEditor, NumbersAreTypedDigitByDigit) {
             }
         };
         type(window.find<QDoubleSpinBox>("xOffset"), QStringLiteral("15.5"));
-        type(window.find<QDoubleSpinBox>("yOffset"), QStringLiteral("-0.4"));
+        type(window.find<QDoubleSpinBox>("yOffset"), QStringLiteral("-0,4"));  // of other countries
         type(window.find<QSpinBox>("angle"), QStringLiteral("-30"));
         window.accept();
     }));

@@ -9,6 +9,19 @@
 
 namespace {
 
+/// Each country's decimal sign stands for the locale's: Qt would take the other one for a sign that parts thousands,
+/// and read "12,5" as 125.
+class OffsetBox : public QDoubleSpinBox {
+public:
+    using QDoubleSpinBox::QDoubleSpinBox;
+    QValidator::State validate(QString& input, int& place) const override {
+        for (const QChar sign : QStringLiteral(".,\u066B")) {
+            input.replace(sign, locale().decimalPoint());
+        }
+        return QDoubleSpinBox::validate(input, place);
+    }
+};
+
 void SetUnit(QDoubleSpinBox* box, const OffsetUnit& unit) {
     if (const QString suffix = EditorText(unit.suffixKey); suffix != box->suffix()) {
         box->setDecimals(unit.decimals);
@@ -40,7 +53,7 @@ PlaceFields::PlaceFields(QFormLayout* form) {
 }
 
 QDoubleSpinBox* PlaceFields::makeOffset(const char* name, const char* tipKey, float WatermarkRecord::*field) {
-    auto* box = Described(new QDoubleSpinBox, name, tipKey);
+    auto* box = Described(new OffsetBox, name, tipKey);
     offsets_.push_back({box, field});
     QObject::connect(box, &QDoubleSpinBox::valueChanged, box, [this, field](double value) {
         moved(field, static_cast<float>(value * kOffsetUnits[units_->currentIndex()].points));
