@@ -58,15 +58,8 @@ void SetNumberProperty(ControlRef control, OSType tag, SInt32 number) {
     SetControlProperty(control, kSpinControlCreator, tag, sizeof number, &number);
 }
 
-/// Shows the value, or the nearest one that is allowed.
-void ShowDisplayed(const Side& side, SInt32 displayed) {
-    const SInt32 minimum = GetControl32BitMinimum(side.value);
-    const SInt32 maximum = std::max(minimum, GetControl32BitMaximum(side.value));
-    SetSpinControlValue(side.value, std::clamp(displayed, minimum, maximum), true);
-}
-
 void ShowStored(const Side& side, SInt32 stored) {
-    ShowDisplayed(side, DisplayedFromStored(gCurrentUnits, stored));
+    ShowSpinControlInput(side.value, DisplayedFromStored(gCurrentUnits, stored));
 }
 
 SInt32 Stored(const Side& side) {
@@ -89,9 +82,9 @@ void SetUnits(CustomStockSizeDialogContext* context, StockUnits units, bool forc
         return;
     }
     for (const Side& side : {context->width, context->length}) {
-        const SInt32 displayed = GetControl32BitValue(side.value);
+        const SInt32 displayed = SpinControlInput(side.value);
         SetSideUnits(context->bundle, side, units);
-        ShowDisplayed(side, isChange ? DisplayedFromOtherUnits(units, displayed) : displayed);
+        ShowSpinControlInput(side.value, isChange ? DisplayedFromOtherUnits(units, displayed) : displayed);
     }
     gCurrentUnits = units;
 }
@@ -112,7 +105,7 @@ void RefuseInput(const CustomStockSizeDialogContext& context) {
                                    CopyLocalizedText(context.bundle, CFSTR("Invalid Paper Size Message")).get(),
                                    nullptr, nullptr, nullptr, &response);
     for (const Side& side : {context.width, context.length}) {
-        ShowDisplayed(side, GetControl32BitValue(side.value));
+        SetSpinControlValue(side.value, GetControl32BitValue(side.value), true);
     }
     SetKeyboardFocus(context.window.get(), wrong.field);
 }

@@ -11,8 +11,6 @@
 #include "ui/nib_window.h"
 #include "ui/spin_control.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr OSType kSignature = FourCharCode("TPDE");
@@ -52,18 +50,17 @@ TabShiftChoice Choice(const TabStockSetupContext& context) {
     return static_cast<TabShiftChoice>(GetControl32BitValue(context.choice));
 }
 
-/// Shows the shift, or the nearest one that is allowed, in these units.
+/// Shows the shift, which may be more than is allowed, in these units.
 void ShowShift(TabStockSetupContext* context, StockUnits units, SInt32 millimeters) {
     context->units = units;
     SetNumberProperty(context->shift, kSpinControlDecimalsTag, TabShiftDecimals(units));
     SetControl32BitMinimum(context->shift, 0);
     SetControl32BitMaximum(context->shift, MaximumTabShift(units));
-    const SInt32 shown = TabShiftFromMillimeters(units, millimeters);
-    SetSpinControlValue(context->shift, std::clamp(shown, SInt32{0}, MaximumTabShift(units)), true);
+    ShowSpinControlInput(context->shift, TabShiftFromMillimeters(units, millimeters));
 }
 
 SInt32 Millimeters(const TabStockSetupContext& context) {
-    return MillimetersFromTabShift(context.units, GetControl32BitValue(context.shift));
+    return MillimetersFromTabShift(context.units, SpinControlInput(context.shift));
 }
 
 /// A shift is asked for with the choice of one only.

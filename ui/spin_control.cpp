@@ -1,5 +1,6 @@
 #include "ui/spin_control.h"
 
+#include "model/plugin_state.h"
 #include "platform/foundation/CFCharacterSet.h"
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"
@@ -7,6 +8,8 @@
 #include "platform/toolbox/Notices.h"
 #include "platform/toolbox/Windows.h"
 #include "ui/code_points.h"
+#include "ui/localization.h"
+#include "ui/message_text.h"
 #include "ui/spin_text.h"
 
 #include <algorithm>
@@ -66,6 +69,17 @@ void SetValid(ControlRef arrows, bool valid) {
     SetControlProperty(arrows, kSpinControlCreator, kSpinControlValidTag, sizeof flag, &flag);
 }
 
+/// The number that the field's text is.
+std::optional<SInt32> InputValue(ControlRef field, ControlRef arrows) {
+    CFStringRef data = nullptr;
+    if (GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data, nullptr) !=
+        noErr) {
+        return std::nullopt;
+    }
+    const auto text = CFRef<CFStringRef>::adopt(data);
+    return SpinTextValue(text.get(), TextFormat(arrows));
+}
+
 // ---- What follows a value
 
 void Redraw(ControlRef arrows) {
@@ -106,12 +120,29 @@ std::u16string EventCharacters(EventRef event, EventParamName name) {
     return characters;
 }
 
+/// Tells at the field which values it takes, and that it has one of them again.
+void TellRange(ControlRef field, ControlRef arrows) {
+    const auto text = [arrows](SInt32 value) {
+        return CFRef<CFStringRef>::adopt(CreateSpinText(value, TextFormat(arrows)));
+    };
+    const auto pattern = CopyLocalizedText(GetPDEBundle(), CFSTR("Spin Control Range"));
+    HMDisplayTag(field, CopyFilledInMessage(pattern.get(), {text(GetControl32BitMinimum(arrows)).get(),
+                                                            text(GetControl32BitMaximum(arrows)).get(),
+                                                            text(GetControl32BitValue(arrows)).get()})
+                            .get());
+}
+
 OSStatus HandleFocus(EventRef event) {
     ControlPartCode part = kControlFocusNoPart;
     GetEventParameter(event, kEventParamControlPart, typeControlPartCode, nullptr, sizeof part, nullptr, &part);
-    ControlRef arrows = Related(FieldOf(event), kSpinControlArrowsTag);
+    const ControlRef field = FieldOf(event);
+    ControlRef arrows = Related(field, kSpinControlArrowsTag);
     if (part == kControlFocusNoPart && arrows != nullptr) {
+        const bool wasValid = SpinControlIsInputValid(arrows);
         SetSpinControlValue(arrows, GetControl32BitValue(arrows), false);
+        if (!wasValid) {
+            TellRange(field, arrows);
+        }
     }
     return eventNotHandledErr;
 }
@@ -123,6 +154,27 @@ OSStatus Step(ControlRef field, SInt32 steps) {
         return eventNotHandledErr;
     }
     return HIViewSimulateClick(arrows, steps > 0 ? kControlUpButtonPart : kControlDownButtonPart, 0, nullptr);
+}
+
+/// Of the locale that the process began with, as the formatter of the text.
+const std::u16string& DecimalSign() {
+    static const auto sign = [] {
+        const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
+        const auto point = static_cast<CFStringRef>(CFLocaleGetValue(locale.get(), kCFLocaleDecimalSeparator));
+        std::u16string listed(static_cast<std::size_t>(CFStringGetLength(point)), u'\0');
+        CFStringGetCharacters(point, CFRangeMake(0, CFStringGetLength(point)), listed.data());
+        return listed;
+    }();
+    return sign;
+}
+
+std::u16string WithLocaleDecimalSign(const std::u16string& text) {
+    constexpr std::u16string_view kDecimalSigns = u".,\u066B";
+    std::u16string localized;
+    for (const char16_t unit : text) {
+        localized += kDecimalSigns.find(unit) == std::u16string_view::npos ? std::u16string(1, unit) : DecimalSign();
+    }
+    return localized;
 }
 
 OSStatus HandleKey(EventRef event) {
@@ -175,20 +227,45 @@ OSStatus SetSpinControlValue(ControlRef arrows, SInt32 value, Boolean) {
     return noErr;
 }
 
+void ShowSpinControlInput(ControlRef arrows, SInt32 value) {
+    if (arrows == nullptr) {
+        return;
+    }
+    const SInt32 minimum = GetControl32BitMinimum(arrows);
+    const SInt32 nearest = std::clamp(value, minimum, std::max(minimum, GetControl32BitMaximum(arrows)));
+    SetSpinControlValue(arrows, nearest, false);
+    ControlRef field = Related(arrows, kSpinControlFieldTag);
+    if (nearest != value && field != nullptr) {
+        const auto text = CFRef<CFStringRef>::adopt(CreateSpinText(value, TextFormat(arrows)));
+        const CFStringRef data = text.get();
+        SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data);
+        SetValid(arrows, false);
+    }
+}
+
+SInt32 SpinControlInput(ControlRef arrows) {
+    return InputValue(Related(arrows, kSpinControlFieldTag), arrows).value_or(GetControl32BitValue(arrows));
+}
+
 Boolean SpinControlIsInputValid(ControlRef arrows) {
     return PropertyOr(arrows, kSpinControlValidTag, 1) != 0;
+}
+
+Boolean SpinControlTakeInput(ControlRef arrows) {
+    const bool isValid = SpinControlIsInputValid(arrows);
+    ControlRef field = Related(arrows, kSpinControlFieldTag);
+    if (!isValid && field != nullptr) {
+        SetSpinControlValue(arrows, GetControl32BitValue(arrows), false);
+        SetKeyboardFocus(GetControlOwner(field), field);
+        TellRange(field, arrows);
+    }
+    return isValid;
 }
 
 // ---- Text
 
 Boolean SpinControlValidateInput(const UniChar* characters, CFIndex length) {
-    static const auto signs = [] {
-        const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
-        const auto point = static_cast<CFStringRef>(CFLocaleGetValue(locale.get(), kCFLocaleDecimalSeparator));
-        std::u16string listed(static_cast<std::size_t>(CFStringGetLength(point)), u'\0');
-        CFStringGetCharacters(point, CFRangeMake(0, CFStringGetLength(point)), listed.data());
-        return listed + u'-';
-    }();
+    static const std::u16string signs = DecimalSign() + u'-';
     const auto belongsTo = [](CFCharacterSetPredefinedSet set) {
         return [set](UInt32 c) { return CFCharacterSetIsLongCharacterMember(CFCharacterSetGetPredefined(set), c); };
     };
@@ -201,13 +278,10 @@ Boolean SpinControlValidateInput(const UniChar* characters, CFIndex length) {
 
 void SpinControlValidate(ControlRef field) {
     ControlRef arrows = Related(field, kSpinControlArrowsTag);
-    CFStringRef data = nullptr;
-    if (arrows == nullptr || GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data,
-                                            &data, nullptr) != noErr) {
+    if (arrows == nullptr) {
         return;
     }
-    const auto text = CFRef<CFStringRef>::adopt(data);
-    const std::optional<SInt32> value = SpinTextValue(text.get(), TextFormat(arrows));
+    const std::optional<SInt32> value = InputValue(field, arrows);
     const bool valid = value && *value >= GetControl32BitMinimum(arrows) && *value <= GetControl32BitMaximum(arrows);
     if (valid) {
         SetControl32BitValue(arrows, *value);
@@ -218,12 +292,19 @@ void SpinControlValidate(ControlRef field) {
 }
 
 OSStatus SpinControlTextInputEventHandler(EventHandlerCallRef next, EventRef event, void*) {
-    const std::u16string text = EventCharacters(event, kEventParamTextInputSendText);
+    ControlRef field = FieldOf(event);
+    std::u16string text = EventCharacters(event, kEventParamTextInputSendText);
+    // To drop the decimal sign of another country would make a number ten times as large. Where there are no decimals,
+    // the sign is more likely to part thousands.
+    if (ControlRef arrows = Related(field, kSpinControlArrowsTag); arrows && TextFormat(arrows).decimals > 0) {
+        text = WithLocaleDecimalSign(text);
+        SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, text.size() * sizeof(char16_t),
+                          text.data());
+    }
     if (!SpinControlValidateInput(text.data(), static_cast<CFIndex>(text.size()))) {
         SysBeep(1);
         return noErr;
     }
-    ControlRef field = FieldOf(event);
     const OSStatus status = CallNextEventHandler(next, event);
     SpinControlValidate(field);
     return status;

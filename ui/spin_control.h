@@ -7,8 +7,9 @@
 // SetControl32BitMinimum(), SetControl32BitMaximum()).
 //
 // What is typed goes into the arrows key by key, and the text stays as it was typed until the focus leaves the field,
-// which then shows the arrows' value in the user's own notation. The keys Up and Down and the wheel in the focused
-// field do what the arrows do.
+// which then shows the arrows' value in the user's own notation, and, when what was typed is no such value, which
+// values it takes. In fields with decimals each country's decimal sign stands for the locale's. The keys Up and Down
+// and the wheel in the focused field do what the arrows do.
 #pragma once
 
 #include "platform/toolbox/Controls.h"
@@ -37,8 +38,16 @@ void DisposeSpinControl(ControlRef arrows);
 /// Gives the arrows the value and shows it in field and mirror. A value out of the arrows' range leaves them at their
 /// nearest one, with their text as it was and marked as invalid, after a beep: paramErr. The flag is not used.
 OSStatus SetSpinControlValue(ControlRef arrows, SInt32 value, Boolean flag);
+/// Shows a value that may be out of range, such as a stored one. The field shows it; out of range it is marked as an
+/// invalid input, and the arrows have the value nearest to it.
+void ShowSpinControlInput(ControlRef arrows, SInt32 value);
+/// The number that stands in the field, in range or not; the arrows' value when there is none.
+SInt32 SpinControlInput(ControlRef arrows);
 /// Whether the text that the user last entered was a number in range. A dialog asks this on OK.
 Boolean SpinControlIsInputValid(ControlRef arrows);
+/// The same for a dialog without words of its own: what was invalid gives way to the arrows' value, the field has the
+/// focus, and the user is told at it which values it takes.
+Boolean SpinControlTakeInput(ControlRef arrows);
 
 /// Whether the field may take the characters: all are control characters, or all are decimal digits, the decimal sign
 /// of the user's locale or "-".

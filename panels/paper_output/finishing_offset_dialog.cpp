@@ -23,6 +23,9 @@ private:
         enable(kPagesField, asksForPages);
         enable(kPages, asksForPages);
     }
+    bool mayEnd() const override {
+        return value(kChoice) != kOffsetItemSubsets || SpinControlTakeInput(control(kPages));
+    }
 };
 
 void SetNumberProperty(ControlRef control, OSType tag, SInt32 number) {

@@ -26,6 +26,9 @@ OSStatus FinishingWindow::handleCommand(EventHandlerCallRef, EventRef event, voi
     auto& dialog = *static_cast<FinishingWindow*>(self);
     switch (CommandOf(event)) {
         case FourCharCode("ok  "):
+            if (!dialog.mayEnd()) {
+                return noErr;
+            }
             dialog.accepted_ = true;
             return QuitAppModalLoopForWindow(dialog.get());
         case FourCharCode("not!"):

@@ -14,7 +14,6 @@
 #include "ui/spin_control.h"
 #include "ui/text_input.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <iterator>
 
@@ -67,9 +66,7 @@ void ShowPlace(const InsertsDialog& dialog) {
 void ShowInsert(InsertsDialog* dialog, const Insert& insert) {
     dialog->stock = insert.stock();
     dialog->paper.show(&dialog->stock);
-    const SInt32 least = GetControl32BitMinimum(dialog->quantity);
-    const SInt32 most = GetControl32BitMaximum(dialog->quantity);
-    SetSpinControlValue(dialog->quantity, std::clamp(insert.quantity(), least, most), true);
+    ShowSpinControlInput(dialog->quantity, insert.quantity());
 }
 
 void DefaultInserts(InsertsDialog* dialog) {

@@ -18,8 +18,8 @@ void PreparePageField(ControlRef field, CFBundleRef bundle);
 void SetPageFieldText(ControlRef field, CFStringRef text);
 [[nodiscard]] bool IsPageFieldEmpty(ControlRef field);
 
-/// Ranges of the field's page list, in whatever digits; see CreatePageRangesBySeparatingString(), and kPageRangeErrPageNumber when page 0
-/// is among them.
+/// Ranges of the field's page list, in whatever digits; see CreatePageRangesBySeparatingString(), and
+/// kPageRangeErrPageNumber when page 0 is among them.
 [[nodiscard]] OSStatus GetPageFieldRanges(ControlRef field, std::vector<PageRange>* ranges);
 /// The pages of the same list one by one, under the same conditions.
 [[nodiscard]] OSStatus GetPageFieldPages(ControlRef field, std::vector<PageRange>* pages);

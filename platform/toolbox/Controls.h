@@ -110,6 +110,9 @@ OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 /// The text beside the pointer when it rests on the control, and for assistive technologies; the platform's record of
 /// contents holds no more here. Empty or null for none.
 OSStatus HMSetControlHelpContent(ControlRef control, CFStringRef content);
+/// Shows a text at the control for a while, once what is going on has come to its end; not when the control is hidden
+/// by then. The platform's call takes a place on the screen.
+OSStatus HMDisplayTag(ControlRef control, CFStringRef content);
 
 // ---- Action procedures: called while the user holds the mouse on a part of the control
 

@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QToolButton>
+#include <QToolTip>
 #include <cstring>
 #include <optional>
 
@@ -144,6 +145,24 @@ OSStatus HMSetControlHelpContent(ControlRef control, CFStringRef content) {
     }
     control->widget->setToolTip(toQString(content));
     control->widget->setAccessibleDescription(toQString(content));
+    return noErr;
+}
+
+OSStatus HMDisplayTag(ControlRef control, CFStringRef content) {
+    if (control == nullptr) {
+        return controlHandleInvalidErr;
+    }
+    // Qt takes a tag away when the focus moves, and a focus that moves is what tells of wrong input.
+    QWidget* widget = control->widget;
+    QMetaObject::invokeMethod(
+        widget,
+        [widget, text = toQString(content)] {
+            if (widget->isVisible()) {
+                // Above the control: below it is where the user goes on.
+                QToolTip::showText(widget->mapToGlobal(QPoint(0, -2 * widget->height())), text, widget);
+            }
+        },
+        Qt::QueuedConnection);
     return noErr;
 }
 

@@ -75,7 +75,8 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
     const bool presses = isReturn(*event) || (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier);
     OpaqueControlRef* control = OpaqueControlRef::of(this);
-    if (control && presses && !event->isAutoRepeat() && focusPolicy() != Qt::NoFocus && isHot(QRectF(rect()).center())) {
+    if (control && presses && !event->isAutoRepeat() && focusPolicy() != Qt::NoFocus &&
+        isHot(QRectF(rect()).center())) {
         control->userHit();
     } else {
         QWidget::keyPressEvent(event);

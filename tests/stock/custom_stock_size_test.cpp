@@ -115,16 +115,19 @@ TEST_F(CustomStockSizeTest, InputBeyondThePrinterIsRefusedAndTheDialogStays) {
     EXPECT_EQ(length, 48260);
 }
 
-TEST_F(CustomStockSizeTest, AStoredSizeIsShownWithinTheLimits) {
+TEST_F(CustomStockSizeTest, AStoredSizeBeyondThePrinterIsShownAndRefused) {
     const StockPrinter printer;
     width = 100;
-    length = std::numeric_limits<SInt32>::max();
-    EXPECT_EQ(run([](WindowRef window) {
-                  EXPECT_EQ(shown(window), "4.00 x 19.00");
+    length = 500000;
+    EXPECT_EQ(run([&](WindowRef window) {
+                  EXPECT_EQ(shown(window), "0.03 x 196.85");
+                  clickOK(window);
+                  EXPECT_EQ(notices.size(), 1u);
+                  EXPECT_EQ(shown(window), "4.00 x 19.00") << "the nearest one";
                   clickOK(window);
               }),
               kCustomStockSizeOK);
-    EXPECT_TRUE(notices.empty());
+    EXPECT_EQ(notices.size(), 1u);
     EXPECT_EQ(width, 10160);
     EXPECT_EQ(length, 48260);
 }

@@ -84,20 +84,27 @@ TEST_F(TabStockSetupTest, AShiftOfOnesOwnIsWrittenInMillimeters) {
 TEST_F(TabStockSetupTest, WhatIsNoShiftIsRefused) {
     live("en_GB");
     shift(500);
-    EXPECT_EQ(run([&](WindowRef window) {
-                  EXPECT_EQ(text(window, kField), "51") << "the largest";
-                  EXPECT_EQ(value(window, kUnits), 2);
-                  type(window, kField, "99");
-                  clickOK(window);
-                  EXPECT_EQ(notices.size(), 1u);
-                  EXPECT_EQ(text(window, kField), "9") << "the last number on the way that was right";
-                  type(window, kField, "52");
-                  set(window, kChoice, 3);
-                  clickOK(window);
-              }),
-              kTabStockSetupOK)
+    EXPECT_EQ(
+        run([&](WindowRef window) {
+            EXPECT_EQ(text(window, kField), "500");
+            EXPECT_EQ(value(window, kUnits), 2);
+            AutomationChooseMenuItem(control(window, kUnits), GetControlPopupMenuHandle(control(window, kUnits)), 1);
+            EXPECT_EQ(text(window, kField), "20.0") << "other units make no difference";
+            AutomationChooseMenuItem(control(window, kUnits), GetControlPopupMenuHandle(control(window, kUnits)), 2);
+            clickOK(window);
+            EXPECT_EQ(notices.size(), 1u);
+            EXPECT_EQ(text(window, kField), "51") << "the largest";
+            type(window, kField, "99");
+            clickOK(window);
+            EXPECT_EQ(notices.size(), 2u);
+            EXPECT_EQ(text(window, kField), "9") << "the last number on the way that was right";
+            type(window, kField, "52");
+            set(window, kChoice, 3);
+            clickOK(window);
+        }),
+        kTabStockSetupOK)
         << "a preset needs no shift to be typed";
-    EXPECT_EQ(notices.size(), 1u);
+    EXPECT_EQ(notices.size(), 2u);
     EXPECT_EQ(options.x1, 13);
 }
 

@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QRegularExpression>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <limits>
 
@@ -125,6 +126,7 @@ protected:
         return static_cast<int>(AutomationCountBeeps() - before);
     }
 
+    PluginBundle plugin;
     ControlRef arrows = nullptr;
     ControlRef field = nullptr;
     ControlRef slider = nullptr;
@@ -364,6 +366,14 @@ TEST_F(SpinTest, OnlyTheUsersLeavingCanonizesTheText) {
     focus(kOtherField);
     EXPECT_EQ(shown(), "9.00") << "the last value in range on the way to 99";
     EXPECT_TRUE(isValid());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("This can be -1.00 to 20.00. It is 9.00 now."));
+
+    focus(kField);
+    type("99");
+    EXPECT_FALSE(SpinControlTakeInput(arrows));
+    EXPECT_EQ(shown(), "9.00");
+    EXPECT_TRUE(SpinControlTakeInput(arrows));
 }
 
 TEST_F(SpinTest, MirrorsAndRedrawsFollowEachRoadAndTheSliderLeads) {
@@ -486,7 +496,7 @@ TEST_F(SpinLocale, EveryValueIsWrittenAndReadInTheUsersNotation) {
     checkRange(-120, 120, 2);
 }
 
-TEST_F(SpinLocale, OneDecimalSignAndAnyDigitsAreTaken) {
+TEST_F(SpinLocale, AnyDecimalSignAndAnyDigitsAreTaken) {
     tie(kArrows, kSpinControlDecimalsTag, 2);
     create();
     const std::string point = QLocale().decimalPoint().toStdString();
@@ -497,8 +507,11 @@ TEST_F(SpinLocale, OneDecimalSignAndAnyDigitsAreTaken) {
     EXPECT_EQ(value(), 829);
     type("-0" + point + "5");
     EXPECT_EQ(value(), -50);
-    EXPECT_EQ(beepsOf([&] { type("8" + foreign + "29"); }), 1);
+    EXPECT_EQ(beepsOf([&] { type("8" + foreign + "5"); }), 0);
+    EXPECT_EQ(value(), 850);
+    paste("1" + foreign + "2" + point + "3");
     EXPECT_FALSE(isValid()) << shown();
+    EXPECT_FALSE(SpinControlValidateInput(foreign == "." ? u"." : u",", 1)) << "it is read as the other one";
     // A direction mark that a keyboard or another program brings along.
     set(1);
     type(
