@@ -72,7 +72,11 @@ void JobType::write(CFMutableDictionaryRef dictionary, PMTicketRef ticket) {
     CFDictionarySetNumber(dictionary, kJobTypeKey, &jobType, kCFNumberSInt32Type);
     SetIfThere(dictionary, kSavedJobNameKey, savedJobName);
     SetIfThere(dictionary, kSavedJobLocationKey, savedJobLocation);
-    SetIfThere(dictionary, kSecurePrintPasswordKey, passcode);
+    if (CFStringGetLength(passcode.get()) > 0) {
+        CFDictionarySetValue(dictionary, kSecurePrintPasswordKey, passcode.get());
+    } else {
+        CFDictionaryRemoveValue(dictionary, kSecurePrintPasswordKey);
+    }
     CFDictionarySetNumber(dictionary, kDelayedPrintTimeKey, &delayedPrintTime, kCFNumberSInt64Type);
 }
 

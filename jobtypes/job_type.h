@@ -35,7 +35,7 @@ struct JobType {
     bool useJobName = true;
     CFRef<CFStringRef> savedJobName;
     CFRef<CFStringRef> savedJobLocation;
-    CFRef<CFStringRef> passcode;  // decimal digits; null when none was ever given
+    CFRef<CFStringRef> passcode;  // decimal digits; null or empty for none
     LongDateTime delayedPrintTime = 0;
 
     /// Takes over what the ticket says: the result is a mutable copy of its dictionary, or a new one when it has none.

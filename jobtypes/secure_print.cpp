@@ -44,15 +44,18 @@ CFRef<CFStringRef> CopyText(CFBundleRef bundle, CFStringRef key) {
 }
 
 void UpdateConfirmation(const DialogWindow& window) {
-    window.enable(kConfirmation, PasscodeCanBeConfirmed(CFStringGetLength(window.copyText(kPasscode).get())));
+    const auto passcode = CopyASCIIDigits(window.copyText(kPasscode).get());
+    window.enable(kConfirmation, PasscodeCanBeConfirmed(CFStringGetLength(passcode.get())));
 }
 
 /// Whether the dialog may close: the job goes without a passcode, or with one that was typed twice.
 bool PasscodeIsConfirmed(const SecurePrintContext& context) {
     const auto passcode = context.copyDigits(kPasscode);
     const auto confirmation = context.copyDigits(kConfirmation);
-    return CFStringGetLength(passcode.get()) == 0 ||
-           CFStringCompare(passcode.get(), confirmation.get(), kCFCompareCaseInsensitive) == kCFCompareEqualTo;
+    const CFIndex length = CFStringGetLength(passcode.get());
+    return length == 0 ||
+           (PasscodeCanBeConfirmed(length) &&
+            CFStringCompare(passcode.get(), confirmation.get(), kCFCompareCaseInsensitive) == kCFCompareEqualTo);
 }
 
 void TellMismatch(CFBundleRef bundle) {
@@ -102,7 +105,7 @@ void InitializeSecurePrintSetup(SecurePrintContext& context, CFStringRef passcod
                            &passcode);
         }
     }
-    UpdateConfirmation(window);
+    window.enable(kConfirmation, false);  // what is preset is confirmed until it is changed
     window.showPicture(kDialogPicture, CFSTR("Secure-Print.gif"));
     window.showPicture(kHintPicture, CFSTR("Hint.gif"));
     window.handleCommands(SecurePrintEventHandler, &context);

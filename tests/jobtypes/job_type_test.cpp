@@ -60,6 +60,9 @@ TEST_F(JobTypeTest, KeepsWhatItDoesNotKnowAndWhatTheTicketDoesNotSay) {
     EXPECT_TRUE(again.read(ticket));
     EXPECT_EQ(textOfCF(again.passcode.get()), "1234");
     EXPECT_EQ(again.delayedPrintTime, 4'000'000'000);
+    again.passcode = makeCFString("");
+    again.write(dictionary.get(), ticket);
+    EXPECT_FALSE(CFDictionaryContainsKey(dictionary.get(), CFSTR("SecurePrintPassword"))) << "none is none";
 }
 
 TEST_F(JobTypeTest, ReadsValuesOfWrongKindsAsMissing) {
