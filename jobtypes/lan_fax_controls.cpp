@@ -7,6 +7,8 @@
 #include "platform/foundation/CFCharacterSet.h"
 #include "ui/text_input.h"
 
+#include <optional>
+
 namespace {
 
 constexpr SInt32 kLongestPrefix = 4;
@@ -28,6 +30,14 @@ LongDateTime Now() {
 
 void SetClock(const FaxWindow& window, const LongDateRec& clock) {
     SetControlData(window.control(kFaxClock), kControlEntireControl, kControlClockLongDateTag, sizeof clock, &clock);
+}
+
+std::optional<LongDateRec> ClockOf(const FaxWindow& window) {
+    LongDateRec clock{};
+    return GetControlData(window.control(kFaxClock), kControlEntireControl, kControlClockLongDateTag, sizeof clock,
+                          &clock, nullptr) == noErr
+               ? std::optional(clock)
+               : std::nullopt;
 }
 
 void EnableAndFocus(const FaxWindow& window, SInt32 number, bool enabled) {
@@ -68,7 +78,7 @@ void SyncToUI(const FaxWindow& window, CFDictionaryRef dictionary) {
     ShowOptionalText(window, kFaxPrefixBox, kFaxPrefix, options.dialingPrefix.get());
     ShowOptionalText(window, kFaxCardBox, kFaxCard, options.creditCard.get());
     window.setValue(kFaxCover, options.coverSheet ? kPrintCover : kNoCover);
-    window.setText(kFaxNotes, options.coverSheet ? options.coverSheetNotes.get() : nullptr);
+    window.setText(kFaxNotes, options.coverSheetNotes.get());
     window.setValue(kFaxPromptDuplicate, options.promptDuplicate);
     window.setValue(kFaxPromptRemove, options.promptRemove);
     UpdateSendTimeControls(window);
@@ -91,11 +101,8 @@ void SyncFromUI(const FaxWindow& window, CFMutableDictionaryRef dictionary) {
         .promptDuplicate = window.value(kFaxPromptDuplicate) != 0,
         .promptRemove = window.value(kFaxPromptRemove) != 0,
     };
-    LongDateRec clock{};
-    if (window.value(kFaxSendTime) == kSendLater &&
-        GetControlData(window.control(kFaxClock), kControlEntireControl, kControlClockLongDateTag, sizeof clock, &clock,
-                       nullptr) == noErr) {
-        options.sendTime = SendTimeOfClock(clock, Now());
+    if (const auto clock = ClockOf(window); clock && window.value(kFaxSendTime) == kSendLater) {
+        options.sendTime = SendTimeOfClock(*clock, Now());
     }
     if (options.creditCard) {
         options.creditCard = CopyASCIIDigits(options.creditCard.get());
@@ -105,6 +112,17 @@ void SyncFromUI(const FaxWindow& window, CFMutableDictionaryRef dictionary) {
 
 void UpdateSendTimeControls(const FaxWindow& window) {
     EnableAndFocus(window, kFaxClock, window.value(kFaxSendTime) == kSendLater);
+    UpdateSendTimeHint(window);
+}
+
+void UpdateSendTimeHint(const FaxWindow& window) {
+    CFRef<CFStringRef> hint;
+    if (const auto clock = ClockOf(window); clock && window.value(kFaxSendTime) == kSendLater) {
+        LongDateTime shown = 0;
+        LongDateToSeconds(&*clock, &shown);
+        hint = shown < Now() ? CopyFaxText(window.bundle(), CFSTR("Send Time Over")) : nullptr;
+    }
+    window.setText(kFaxClockHint, hint.get());
 }
 
 void UpdateDialingPrefixControls(const FaxWindow& window) {

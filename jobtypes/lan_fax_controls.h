@@ -25,6 +25,7 @@ enum LANFaxControl : SInt32 {
     kFaxCoverSetup = 1217,
     kFaxNotes = 1219,
     kFaxCardHint = 1226,
+    kFaxClockHint = 1227,
     kFaxPreferencesPane = 1300,
     kFaxPromptDuplicate = 1302,
     kFaxPromptRemove = 1303,
@@ -44,6 +45,8 @@ void UpdateDialingPrefixControls(const FaxWindow& window);
 void UpdateCreditCardControls(const FaxWindow& window);
 void UpdateCoverSheetControls(const FaxWindow& window);
 
+/// Tells when the moment that the clock shows is over, so that the fax goes later.
+void UpdateSendTimeHint(const FaxWindow& window);
 /// The card number is shown as dots; this tells how many digits it has, so that a missing one is seen.
 void UpdateCreditCardHint(const FaxWindow& window);
 

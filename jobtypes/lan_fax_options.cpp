@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr LongDateTime kSecondsOfDay = 86400;
-
 bool ReadBoolean(CFDictionaryRef dictionary, CFStringRef key, bool defaultValue) {
     const void* value = CFDictionaryGetValue(dictionary, key);
     return CFGetTypeID(value) == CFBooleanGetTypeID() ? CFBooleanGetValue(static_cast<CFBooleanRef>(value))
@@ -93,22 +91,14 @@ void RevertLANFaxOptions(CFMutableDictionaryRef dictionary, LANFaxTab tab) {
 LongDateTime SendTimeOfClock(const LongDateRec& clock, LongDateTime now) {
     LongDateTime moment = 0;
     LongDateToSeconds(&clock, &moment);
-    return moment < now ? moment + kSecondsOfDay : moment;
+    return moment < now ? NextTimeOfDay(clock, now) : moment;
 }
 
 LongDateRec ClockOfSendTime(std::optional<LongDateTime> sendTime, LongDateTime now) {
     LongDateRec clock{};
-    if (sendTime && *sendTime >= now) {
-        LongSecondsToDate(&*sendTime, &clock);
-        return clock;
+    LongSecondsToDate(sendTime ? &*sendTime : &now, &clock);
+    if (!sendTime) {
+        clock.ld.hour = clock.ld.minute = clock.ld.second = 0;
     }
-    LongDateRec time{};
-    if (sendTime) {
-        LongSecondsToDate(&*sendTime, &time);
-    }
-    LongSecondsToDate(&now, &clock);
-    clock.ld.hour = time.ld.hour;
-    clock.ld.minute = time.ld.minute;
-    clock.ld.second = time.ld.second;
     return clock;
 }

@@ -34,8 +34,8 @@ struct LANFaxOptions {
 /// Removes what the tab shows, so that the defaults hold. The recipients have none.
 void RevertLANFaxOptions(CFMutableDictionaryRef dictionary, LANFaxTab tab);
 
-/// The moment that a clock stands for: what it shows or, when that is over, the same time of the next day.
+/// The moment that a clock stands for: what it shows or, when that is over, the next time that it is this time of day.
 LongDateTime SendTimeOfClock(const LongDateRec& clock, LongDateTime now);
-/// What the clock shows for a send time: that moment or, when it is over (a setting that was kept for later), its time
-/// of today. Midnight of today when there is no send time.
+/// What the clock shows for a send time: that moment, also when it is over. Midnight of today when there is no send
+/// time.
 LongDateRec ClockOfSendTime(std::optional<LongDateTime> sendTime, LongDateTime now);

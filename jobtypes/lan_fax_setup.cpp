@@ -202,6 +202,10 @@ OSStatus LANFaxSetupEventHandler(EventHandlerCallRef, EventRef event, void* user
         context.shared.recheckDialingLength = true;
         return eventNotHandledErr;
     }
+    if (GetEventClass(event) == kEventClassControl) {
+        UpdateSendTimeHint(context.window);
+        return eventNotHandledErr;
+    }
     for (auto* handle : {HandleRecipientsCommand, HandleOptionsCommand, HandleWindowCommand}) {
         if (handle(context, CommandOf(event)) == noErr) {
             return noErr;
@@ -227,6 +231,7 @@ void InitializeLANFaxSetup(LANFaxSetupContext& context) {
     LimitLANFaxFields(window);
     SyncToUI(window, context.options);
     window.handleCommands(LANFaxSetupEventHandler, &context);
+    window.handle({kEventClassControl, kEventControlHit}, LANFaxSetupEventHandler, &context);
     for (const UInt32 kind : {kEventInputIsEmpty, kEventInputHasText}) {
         window.handle({kEventClassTextInputChange, kind}, LANFaxSetupEventHandler, &context);
     }

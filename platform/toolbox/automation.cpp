@@ -109,20 +109,34 @@ OSStatus typeIntoField(QWidget* widget, const QString& text) {
     return noErr;
 }
 
+/// The sections into which so many numbers and words go: all, or those of the time of day alone; empty when neither.
+QList<int> sectionsFor(const QDateTimeEdit& clock, qsizetype count) {
+    QList<int> all;
+    QList<int> ofTime;
+    for (int section = 0; section < clock.sectionCount(); ++section) {
+        all.append(section);
+        if (QDateTimeEdit::TimeSections_Mask & clock.sectionAt(section)) {
+            ofTime.append(section);
+        }
+    }
+    return count == all.size() ? all : count == ofTime.size() ? ofTime : QList<int>();
+}
+
 /// Each number or word goes into one section of the clock, which is marked as the Tab key and the mouse do it.
 OSStatus typeIntoClock(QDateTimeEdit* widget, const QString& text) {
     static const QRegularExpression notInSections(QStringLiteral("[^\\w]+"),
                                                   QRegularExpression::UseUnicodePropertiesOption);
     const QStringList parts = text.split(notInSections, Qt::SkipEmptyParts);
     const QPointer<QDateTimeEdit> clock(widget);
-    if (parts.size() != clock->sectionCount()) {
+    const QList<int> sections = sectionsFor(*clock, parts.size());
+    if (sections.isEmpty()) {
         return paramErr;
     }
     if (!userReaches(clock) || !userFocuses(clock)) {
         return kControlNotUsableErr;
     }
     for (int section = 0; section < parts.size() && clock; ++section) {
-        clock->setSelectedSection(clock->sectionAt(section));
+        clock->setSelectedSection(clock->sectionAt(sections[section]));
         for (const uint character : parts[section].toUcs4()) {
             if (clock) {
                 typeCharacter(clock, character);

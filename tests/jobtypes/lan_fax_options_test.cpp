@@ -111,7 +111,10 @@ TEST(LANFaxOptionsTest, AClockThatIsOverMeansTomorrow) {
 
         EXPECT_EQ(SendTimeOfClock(ClockOfSendTime(tomorrow, now), now), tomorrow) << "shown again, it stays";
         const LongDateRec late = ClockOfSendTime(tomorrow - 10 * 86400, now);
-        EXPECT_EQ(SendTimeOfClock(late, now), tomorrow) << "kept for ten days, it is the next eight o'clock";
+        LongDateTime shown = 0;
+        LongDateToSeconds(&late, &shown);
+        EXPECT_EQ(shown, tomorrow - 10 * 86400) << "what is stored is shown";
+        EXPECT_EQ(SendTimeOfClock(late, now), tomorrow) << "and goes at the next eight o'clock";
         const LongDateRec none = ClockOfSendTime(std::nullopt, now);
         EXPECT_EQ(none.ld.hour, 0);
         EXPECT_EQ(SendTimeOfClock(none, now), now + 12 * 3600);

@@ -64,19 +64,30 @@ TEST_F(LANFaxSetupTest, TheCardNumberAndTheTimeAreStored) {
     GetDateTime(&now);
     LongDateRec date{};
     LongSecondsToDate(&now, &date);
-    EXPECT_EQ(run({set(1000, 2), click(1213), type(1214, "٤١١١x11111111111112"), set(1208, 2),
+    const std::string past = std::to_string(date.ld.hour) + ":00";
+    EXPECT_EQ(run({set(1000, 2), click(1213), type(1214, "٤١١١x11111111111112"), set(1208, 2), type(1209, past.c_str()),
+                   [] { EXPECT_TRUE(shown(1227).starts_with("This is over")); }, ok}),
+              kFaxDialogOK);
+    EXPECT_EQ(option(kFaxCreditCardProperty), "4111111111111111") << "a device dials digits of one script";
+    const auto sendTime = [this] {
+        LongDateTime stored = 0;
+        EXPECT_TRUE(CFDictionaryGetNumber(options.get(), kFaxSendTimeProperty, &stored, kCFNumberSInt64Type));
+        return stored;
+    };
+    EXPECT_EQ(sendTime(), now + 86400 - date.ld.minute * 60 - date.ld.second);
+
+    LongDateTime onClock = 0;
+    EXPECT_EQ(run({set(1000, 2), type(1209, "23:30"),
                    [&] {
-                       LongDateRec past = date;  // as the user's keys would leave it
-                       past.ld.minute = 0;
-                       past.ld.second = 0;
-                       EXPECT_EQ(SetControlData(control(1209), 0, kControlClockLongDateTag, sizeof past, &past), noErr);
+                       LongDateRec clock{};
+                       GetControlData(control(1209), 0, kControlClockLongDateTag, sizeof clock, &clock, nullptr);
+                       LongDateToSeconds(&clock, &onClock);
+                       EXPECT_NE(shown(1209).find(std::to_string(clock.ld.day)), std::string::npos) << shown(1209);
+                       EXPECT_EQ(shown(1227), "");
                    },
                    ok}),
               kFaxDialogOK);
-    EXPECT_EQ(option(kFaxCreditCardProperty), "4111111111111111") << "a device dials digits of one script";
-    LongDateTime sendTime = 0;
-    EXPECT_TRUE(CFDictionaryGetNumber(options.get(), kFaxSendTimeProperty, &sendTime, kCFNumberSInt64Type));
-    EXPECT_EQ(sendTime, now + 86400 - date.ld.minute * 60 - date.ld.second);
+    EXPECT_EQ(sendTime(), onClock) << "the day that it shows";
 
     EXPECT_EQ(run({set(1000, 2), set(1208, 1), click(1213), ok}), kFaxDialogOK);
     EXPECT_TRUE(CFDictionaryContainsKey(options.get(), kFaxSendTimeProperty)) << "only the defaults remove it";
