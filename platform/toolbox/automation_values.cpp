@@ -168,6 +168,7 @@ OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
     if (!control) {
         return paramErr;
     }
+    const SInt32 place = std::max(value, SInt32{0}) - 1;  // of an item; -1 for none
     if (!userReaches(control->widget)) {
         return kControlNotUsableErr;
     }
@@ -176,16 +177,16 @@ OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
         case ControlKind::radioButton:
             return clickTo(control, value);
         case ControlKind::radioGroup:
-            return clickRadio(control->widget, value - 1);
+            return clickRadio(control->widget, place);
         case ControlKind::popUp:
-            return pickFromPopUp(static_cast<QComboBox*>(control->widget), value - 1);
+            return pickFromPopUp(static_cast<QComboBox*>(control->widget), place);
         case ControlKind::slider:
         case ControlKind::littleArrows:
             return control->origin == ControlOrigin::adopted && qobject_cast<QAbstractSpinBox*>(control->widget)
                        ? typeNumber(control, value)
                        : stepTo(control, value);
         case ControlKind::tabs:
-            return clickTab(control->widget, value - 1);
+            return clickTab(control->widget, place);
         default:
             return paramErr;
     }

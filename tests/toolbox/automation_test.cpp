@@ -17,6 +17,7 @@
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
+#include <limits>
 
 namespace {
 
@@ -191,6 +192,9 @@ TEST_F(AutomationTest, ValuesChangeByClicksAndKeys) {
     EXPECT_EQ(AutomationSetValue(control(1), 2), paramErr);
     EXPECT_EQ(AutomationSetValue(control(2), 3), paramErr);
     EXPECT_EQ(AutomationSetValue(control(5), 3), paramErr);
+    for (const SInt32 number : {2, 5, 6}) {
+        EXPECT_NE(AutomationSetValue(control(number), std::numeric_limits<SInt32>::min()), noErr) << number;
+    }
     EXPECT_EQ(AutomationClick(control(6)), paramErr) << "which item?";
 }
 
