@@ -110,6 +110,11 @@ TEST_F(ShownNoticeTest, ButtonsAnswerAndTextsAreShownAsTheyAre) {
     EXPECT_EQ(ask(CFSTR("Stop"), CFSTR("Copy & Help")), kCFUserNotificationOtherResponse);
     whenShown([](QMessageBox& box) { userPresses(&box, Qt::Key_Return); });
     EXPECT_EQ(ask(CFSTR("Stop")), kCFUserNotificationDefaultResponse);
+    whenShown([](QMessageBox& box) {
+        userPresses(&box, Qt::Key_Tab);
+        userPresses(&box, Qt::Key_Return);
+    });
+    EXPECT_EQ(ask(CFSTR("Stop")), kCFUserNotificationAlternateResponse) << "the button with the focus";
 }
 
 /// Qt announces a message box when it appears, by its name and description.

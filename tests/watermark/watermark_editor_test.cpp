@@ -163,7 +163,8 @@ TEST_F(WatermarkEditor, CancelChangesNothing) {
     EXPECT_FALSE(edit([](const Window& window) {
         window.type(QStringLiteral("Other"));
         window.find<QSpinBox>("angle")->setValue(10);
-        window.button("cancel")->click();
+        window.button("cancel")->setFocus();
+        window.key(window.button("cancel"), Qt::Key_Return, Qt::NoModifier);
     }));
     EXPECT_EQ(std::memcmp(&record, &before, sizeof record), 0);
 }
