@@ -32,7 +32,7 @@ constexpr unsigned kSecondsWithoutProgress = 60;
 
 ExitStatus fail(const Failure& failure) {
     if (!failure.line.empty()) {
-        std::fprintf(stderr, "tavro-print: %s\n", failure.line.c_str());
+        std::fprintf(stderr, "tavro-print: %s\n", readable(failure.line).c_str());
     }
     return failure.status;
 }

@@ -9,7 +9,7 @@ Result<Document> openDocument(const std::string& path) {
     if (path.empty()) {
         return Document{};
     }
-    Document document{std::filesystem::path(path).filename().string(), fileURL(path), 0};
+    Document document{readable(std::filesystem::path(path).filename().string()), fileURL(path), 0};
     CFStringRef error = nullptr;
     document.pageCount = CGPDFDocumentCountPages(document.url.get(), &error);
     const auto owner = CFRef<CFStringRef>::adopt(error);

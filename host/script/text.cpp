@@ -15,13 +15,16 @@ std::string utf8(CFStringRef string) {
 }
 
 CFRef<CFStringRef> cfString(const std::string& text) {
-    auto string = CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text.c_str(), kCFStringEncodingUTF8));
-    return string ? string : CFRef<CFStringRef>::retain(CFSTR(""));
+    return CFRef<CFStringRef>::adopt(CFStringCreateWithFileSystemRepresentation(nullptr, text.c_str()));
+}
+
+std::string readable(const std::string& text) {
+    return utf8(cfString(text).get());
 }
 
 CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder) {
-    return CFRef<CFURLRef>::adopt(
-        CFURLCreateWithFileSystemPath(nullptr, cfString(path).get(), kCFURLPOSIXPathStyle, isFolder));
+    return CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
+        nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()), isFolder));
 }
 
 std::string quoted(const std::string& text) {

@@ -8,6 +8,9 @@ enum CFURLPathStyle : CFIndex { kCFURLPOSIXPathStyle = 0 };
 /// A new address of the file-system path; a relative path is taken from the working directory.
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef allocator, CFStringRef path, CFURLPathStyle style,
                                        Boolean isDirectory);
+/// The same of a path in the file system's bytes, which need not be UTF-8.
+CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef allocator, const UInt8* path, CFIndex length,
+                                                 Boolean isDirectory);
 /// A new address from its text, such as "https://…"; null when it is not one. The base must be null.
 CFURLRef CFURLCreateWithString(CFAllocatorRef allocator, CFStringRef text, CFURLRef base);
 /// A new address of `component` inside the folder that `url` names.

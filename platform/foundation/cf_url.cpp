@@ -2,11 +2,11 @@
 
 #include "platform/foundation/url_path.h"
 
-#include <QDir>
 #include <QHashFunctions>
 #include <QUrl>
 
 #include <algorithm>
+#include <filesystem>
 
 #include <unistd.h>
 
@@ -25,39 +25,58 @@ struct CFURLObject final : CFObject {
 namespace {
 
 /// Exactly one slash, or none, at the end of a path; the root folder keeps its own.
-QString withSlash(QString path, bool slash) {
-    while (path.size() > 1 && path.endsWith(u'/')) {
+template <typename Path>
+Path withSlash(Path path, bool slash) {
+    while (path.size() > 1 && path.endsWith('/')) {
         path.chop(1);
     }
-    return slash && !path.endsWith(u'/') ? path + u'/' : path;
+    return slash && !path.endsWith('/') ? path + '/' : path;
 }
 
-}  // namespace
-
-QString filePathOf(CFURLRef url) {
+/// The absolute path of a file address in the file system's bytes; empty for other addresses.
+QByteArray fileBytesOf(CFURLRef url) {
     const CFURLObject* object = checked(url);
     // A host would be another machine's file.
     if (!object || !object->url.isLocalFile() || !object->url.host().isEmpty()) {
         return {};
     }
-    const QString path = object->url.path(QUrl::FullyDecoded);
-    return path.contains(QChar::Null) ? QString() : withSlash(path, false);
+    // Decoded by hand: the class has no room for bytes that are no UTF-8.
+    const QByteArray path = QByteArray::fromPercentEncoding(object->url.path(QUrl::FullyEncoded).toLatin1());
+    return path.contains('\0') ? QByteArray() : withSlash(path, false);
+}
+
+CFRef<CFURLRef> makeFileURL(QByteArray path, bool isDirectory) {
+    if (path.isEmpty() || path.contains('\0')) {
+        return nullptr;
+    }
+    if (!path.startsWith('/')) {
+        std::error_code ignored;
+        path.prepend(QByteArray::fromStdString(std::filesystem::current_path(ignored).string()) + '/');
+    }
+    while (path.startsWith("//")) {
+        path.remove(0, 1);  // two slashes would begin a host's name
+    }
+    return CFRef<CFURLRef>::adopt(new CFURLObject(
+        QUrl::fromEncoded("file://" + withSlash(path, isDirectory).toPercentEncoding("/"), QUrl::StrictMode)));
+}
+
+}  // namespace
+
+QString filePathOf(CFURLRef url) {
+    return QString::fromUtf8(fileBytesOf(url));
 }
 
 CFRef<CFURLRef> makeFileURL(const QString& path, bool isDirectory) {
-    QString absolute = QDir::current().absoluteFilePath(path);
-    while (absolute.startsWith(u"//")) {
-        absolute.remove(0, 1);  // two slashes would begin a host's name
-    }
-    return CFRef<CFURLRef>::adopt(new CFURLObject(QUrl::fromLocalFile(withSlash(absolute, isDirectory))));
+    return makeFileURL(path.toUtf8(), isDirectory);
 }
 
 CFURLRef CFURLCreateWithFileSystemPath(CFAllocatorRef, CFStringRef path, CFURLPathStyle style, Boolean isDirectory) {
-    const QString text = textOf(path);
-    if (text.isEmpty() || text.contains(QChar::Null) || style != kCFURLPOSIXPathStyle) {
-        return nullptr;
-    }
-    return makeFileURL(text, isDirectory).leak();
+    return style == kCFURLPOSIXPathStyle ? makeFileURL(textOf(path), isDirectory).leak() : nullptr;
+}
+
+CFURLRef CFURLCreateFromFileSystemRepresentation(CFAllocatorRef, const UInt8* path, CFIndex length,
+                                                 Boolean isDirectory) {
+    return path ? makeFileURL(QByteArray(reinterpret_cast<const char*>(path), length), isDirectory).leak() : nullptr;
 }
 
 CFURLRef CFURLCreateWithString(CFAllocatorRef, CFStringRef text, CFURLRef base) {
@@ -73,8 +92,10 @@ CFURLRef CFURLCreateCopyAppendingPathComponent(CFAllocatorRef, CFURLRef url, CFS
         return nullptr;
     }
     QUrl appended = object->url;
-    appended.setPath(withSlash(withSlash(appended.path(QUrl::FullyDecoded), true) + name, isDirectory),
-                     QUrl::DecodedMode);
+    appended.setPath(withSlash(withSlash(appended.path(QUrl::FullyEncoded), true) +
+                                   QString::fromLatin1(name.toUtf8().toPercentEncoding("/")),
+                               isDirectory),
+                     QUrl::StrictMode);
     return new CFURLObject(appended);
 }
 
@@ -84,7 +105,7 @@ CFStringRef CFURLGetString(CFURLRef url) {
 }
 
 Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, CFIndex bufferSize) {
-    const QByteArray path = filePathOf(url).toUtf8();
+    const QByteArray path = fileBytesOf(url);
     if (path.isEmpty() || !buffer || path.size() >= bufferSize) {
         return false;
     }
@@ -93,7 +114,7 @@ Boolean CFURLGetFileSystemRepresentation(CFURLRef url, Boolean, UInt8* buffer, C
 }
 
 Boolean CFURLGetFSRef(CFURLRef url, FSRef* ref) {
-    const QByteArray path = filePathOf(url).toUtf8();
+    const QByteArray path = fileBytesOf(url);
     if (!ref || path.isEmpty() || path.size() >= CFIndex(sizeof ref->path) || access(path.constData(), F_OK) != 0) {
         return false;
     }

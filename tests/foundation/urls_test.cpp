@@ -29,6 +29,13 @@ TEST(URLs, PathsSurviveWhateverTheirCharacters) {
     EXPECT_FALSE(makeCFURL(""));
     EXPECT_FALSE(makeCFURL(std::string("/a\0b", 4)));
     EXPECT_TRUE(CFEqual(makeCFURL("/a").get(), parse("file:///a").get()));
+    // Of another time and encoding.
+    const std::string bytes = "/caf\xE9%/\xFF.pdf";
+    const auto latin = CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
+        nullptr, reinterpret_cast<const UInt8*>(bytes.data()), static_cast<CFIndex>(bytes.size()), false));
+    EXPECT_EQ(pathOfCF(latin.get()), bytes);
+    EXPECT_EQ(pathOfCF(parse(textOfCF(CFURLGetString(latin.get())).c_str()).get()), bytes);
+    EXPECT_EQ(pathOfCF(append(latin, "Größe").get()), bytes + "/Größe");
 }
 
 TEST(URLs, ComponentsAreAppendedInsideTheFolder) {
