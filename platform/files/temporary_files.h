@@ -1,0 +1,31 @@
+// Files for a while only, in the folder that the user's settings name ($TMPDIR, else /tmp).
+#pragma once
+
+#include "platform/files/descriptor.h"
+
+#include <string>
+
+std::string temporaryFolder();
+
+/// An open file there without a name, private to the user: nothing is left of it when the program ends, in whatever
+/// way. None, with errno, when it cannot be made.
+Descriptor makeTemporaryFile();
+
+/// A folder there, private to the user, for programs that are started and take one. It goes with the object, with all
+/// that is in it; when the program is killed, the next one takes it away (sweepTemporaryFolders).
+class WorkFolder {
+public:
+    WorkFolder();
+    ~WorkFolder();
+    WorkFolder(const WorkFolder&) = delete;
+    WorkFolder& operator=(const WorkFolder&) = delete;
+
+    /// Empty, with errno of the moment in error(), when there is none.
+    [[nodiscard]] const std::string& path() const { return path_; }
+    [[nodiscard]] int error() const { return error_; }
+
+private:
+    std::string path_;
+    Descriptor folder_;
+    int error_ = 0;
+};
