@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
 #include "platform/printing/mac_roman.h"
 #include "platform/printing/ppd_cache.h"
 #include "platform/printing/printer_info.h"
@@ -65,6 +66,12 @@ void choose(OpaquePPDContext& context, const PPDOption& option, std::string_view
     }
 }
 
+/// The path of the file that a printer info ticket names.
+std::string describedFile(CFStringRef text) {
+    const auto url = CFRef<CFURLRef>::adopt(CFURLCreateWithString(nullptr, text, nullptr));
+    return url ? filePath(url.get()) : utf8Text(text);
+}
+
 }  // namespace
 
 OSStatus ppdOpenCompiledPPDFromTicket(PMTicketRef printerInfo, PPDContext* context) {
@@ -76,7 +83,7 @@ OSStatus ppdOpenCompiledPPDFromTicket(PMTicketRef printerInfo, PPDContext* conte
     if (PMTicketGetCFString(printerInfo, kPMTopLevel, kPMTopLevel, kPMPrinterDescriptionPathKey, &path) != noErr) {
         return fnfErr;
     }
-    auto ppd = openPPDFile(utf8Text(path), &reason);
+    auto ppd = openPPDFile(describedFile(path), &reason);
     if (!ppd) {
         return fnfErr;
     }

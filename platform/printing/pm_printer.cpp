@@ -31,8 +31,8 @@ OpaquePMPrinter::OpaquePMPrinter(std::shared_ptr<const PPDFile> file, std::strin
     name = makeString(shownName);
     id = destination.empty() ? nullptr : makeString(destination);
     maker = makeString(ppd.attribute("Manufacturer"));
-    ppdURL = CFRef<CFURLRef>::adopt(
-        CFURLCreateWithFileSystemPath(nullptr, makeString(ppdPath).get(), kCFURLPOSIXPathStyle, false));
+    ppdURL = CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
+        nullptr, reinterpret_cast<const UInt8*>(ppdPath.data()), static_cast<CFIndex>(ppdPath.size()), false));
     for (const PPDPaper& paper : ppd.papers) {
         papers.push_back({makeString(paper.keyword), makeString(paper.title)});
     }

@@ -2,6 +2,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_info.h"
@@ -68,8 +69,10 @@ OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOp
     if (printer == nullptr) {
         return failWith(paramErr, "printer info", "no printer to describe");
     }
+    const auto path = makeString(printer->ppdPath);
+    const bool isLossless = utf8Text(path.get()) == printer->ppdPath;
     OSStatus status = PMTicketSetCFString(printerInfo, kPrinterClient, kPMPrinterDescriptionPathKey,
-                                          makeString(printer->ppdPath).get(), kPMUnlocked);
+                                          isLossless ? path.get() : CFURLGetString(printer->ppdURL.get()), kPMUnlocked);
     if (status == noErr && installedOptions != nullptr) {
         status =
             PMTicketSetCFDictionary(printerInfo, kPrinterClient, kPMInstalledOptionsKey, installedOptions, kPMUnlocked);

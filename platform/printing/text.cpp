@@ -17,15 +17,8 @@ std::string utf8Text(CFStringRef string) {
 }
 
 CFRef<CFStringRef> makeString(std::string_view bytes) {
-    const auto* const data = reinterpret_cast<const UInt8*>(bytes.data());
-    const auto length = static_cast<CFIndex>(bytes.size());
-    auto string =
-        CFRef<CFStringRef>::adopt(CFStringCreateWithBytes(nullptr, data, length, kCFStringEncodingUTF8, false));
-    if (!string) {
-        string = CFRef<CFStringRef>::adopt(
-            CFStringCreateWithBytes(nullptr, data, length, kCFStringEncodingISOLatin1, false));
-    }
-    return string;
+    return CFRef<CFStringRef>::adopt(
+        CFStringCreateWithFileSystemRepresentation(nullptr, std::string(bytes).c_str()));
 }
 
 std::string filePath(CFURLRef url) {
