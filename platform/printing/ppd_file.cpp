@@ -55,6 +55,15 @@ int openPPD(const std::string& path, std::string* reason) {
     return -1;
 }
 
+/// What every PPD has, and filters crash or print nothing without; null for a PPD that has it.
+const char* whatIsMissing(ppd_file_t* ppd) {
+    if (ppd->product == nullptr) {
+        return "it has no Product";
+    }
+    const ppd_size_t* const size = ppdPageSize(ppd, nullptr);
+    return size != nullptr && (size->width <= 0 || size->length <= 0) ? "its default paper has no size" : nullptr;
+}
+
 /// The PPD with its defaults marked; null with the reason.
 OpenedPPD openMarked(const std::string& path, std::string* reason) {
     const int file = openPPD(path, reason);
@@ -69,6 +78,10 @@ OpenedPPD openMarked(const std::string& path, std::string* reason) {
         return nullptr;
     }
     ppdMarkDefaults(ppd.get());
+    if (const char* const missing = whatIsMissing(ppd.get())) {
+        *reason = std::string("is not a usable PPD: ") + missing;
+        return nullptr;
+    }
     return ppd;
 }
 
@@ -174,6 +187,23 @@ std::vector<PPDConstraint> makeConstraints(ppd_file_t* ppd) {
     return constraints;
 }
 
+/// As the print server has it: the newer lines stand for the older ones, and a PPD without any is a PostScript
+/// printer's.
+std::vector<std::string> makeFilters(ppd_file_t* ppd) {
+    std::vector<std::string> filters;
+    for (const ppd_attr_t* line = ppdFindAttr(ppd, "cupsFilter2", nullptr); line != nullptr;
+         line = ppdFindNextAttr(ppd, "cupsFilter2", nullptr)) {
+        filters.push_back(textOf(line->value));
+    }
+    if (filters.empty()) {
+        filters.assign(ppd->filters, ppd->filters + ppd->num_filters);
+    }
+    if (filters.empty()) {
+        filters.emplace_back("application/vnd.cups-postscript 0 -");
+    }
+    return filters;
+}
+
 }  // namespace
 
 std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const {
@@ -221,6 +251,7 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
             PPDCustomSizes{ppd->custom_min[0], ppd->custom_min[1], ppd->custom_max[0], ppd->custom_max[1]};
     }
     made.constraints = makeConstraints(ppd.get());
+    made.filters = makeFilters(ppd.get());
     made.passcodeKeyword = findPasscodeKeyword(*ppd);
     return made;
 }

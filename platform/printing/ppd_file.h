@@ -59,6 +59,7 @@ struct PPDFile {
     std::vector<PPDPaper> papers;                                // without the "Custom" pseudo size
     std::optional<PPDCustomSizes> customSizes;
     std::vector<PPDConstraint> constraints;
+    std::vector<std::string> filters;  // the print server's lines that say which filters make what the printer reads
     std::string passcodeKeyword;  // of the custom option that takes a passcode; empty when there is none
 
     /// Null when the PPD has no such option.
