@@ -1,6 +1,7 @@
 #include "platform/printing/cups_server.h"
 
 #include "platform/printing/PMPrinter.h"
+#include "platform/printing/last_error.h"
 #include "platform/printing/saved_options.h"
 #include "platform/printing/server_connection.h"
 
@@ -161,9 +162,9 @@ OptionList defaultsIn(ipp_t* answer) {
 /// A copy of the queue's PPD.
 FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
     FetchedQueue fetched;
-    fetched.value.ppd = std::make_shared<PrivateFile>();
-    if (!fetched.value.ppd->isOpen()) {
-        return {kPMUnusableDescription, fetched.value.ppd->reason(), {}};
+    fetched.value.ppd = std::make_shared<PrivateFile>(PrivateFile::Place::memory);
+    if (const int error = fetched.value.ppd->error(); error != 0) {
+        return {kPMUnusableDescription, "no memory for its PPD: " + systemReason(error), {}};
     }
     // Our own request instead of cupsGetPPD3, which for a shared queue turns to a further host with no time limit.
     const http_status_t status =

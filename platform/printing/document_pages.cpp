@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <vector>
 
+#include <qpdf/Pipeline.hh>
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFExc.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
@@ -55,10 +56,30 @@ void addCover(QPDF& pdf, QPDF& front, int rotation) {
     QPDFPageDocumentHelper(pdf).addPage(page, true);
 }
 
+/// The sink took no more.
+struct WriteFault : std::exception {};
+
+/// What qpdf writes, into a sink: its own files lose what a full disk refuses at their end.
+class SinkPipeline : public Pipeline {
+public:
+    explicit SinkPipeline(ByteSink& sink) : Pipeline("job", nullptr), sink_(sink) {}
+
+    void write(const unsigned char* data, std::size_t size) override {
+        if (!sink_.write({reinterpret_cast<const char*>(data), size})) {
+            throw WriteFault();
+        }
+    }
+    void finish() override {}
+
+private:
+    ByteSink& sink_;
+};
+
 }  // namespace
 
-bool writePages(const Cover& cover, const std::string& range, const std::string& document,
-                const std::string& destination, std::string* reason) {
+bool writePages(const Cover& cover, const std::string& range, const std::string& document, ByteSink& destination,
+                std::string* reason) {
+    SinkPipeline output(destination);
     try {
         QPDF front;
         QPDF pdf;
@@ -74,14 +95,27 @@ bool writePages(const Cover& cover, const std::string& range, const std::string&
             *reason = "has none of the pages " + range;
             return false;
         }
-        QPDFWriter writer(pdf, destination.c_str());
+        QPDFWriter writer(pdf);
+        writer.setOutputPipeline(&output);
         writer.setPreserveEncryption(false);  // the filters have no password
         writer.write();
         return true;
+    } catch (const WriteFault&) {
     } catch (const QPDFExc& error) {
         *reason = error.getMessageDetail();
     } catch (const std::exception& error) {
         *reason = error.what();
     }
     return false;
+}
+
+std::optional<std::size_t> countPages(const std::string& document) {
+    try {
+        QPDF pdf;
+        pdf.setSuppressWarnings(true);
+        pdf.processFile(document.c_str());
+        return static_cast<std::size_t>(pdf.getRoot().getKey("/Pages").getKey("/Count").getIntValue());
+    } catch (const std::exception&) {
+        return std::nullopt;
+    }
 }

@@ -1,8 +1,10 @@
 // The pages of a document that are printed, where the filters cannot pick them.
 #pragma once
 
+#include "platform/files/byte_sink.h"
 #include "platform/foundation/CFBase.h"
 
+#include <optional>
 #include <string>
 
 /// A cover page in front of a document.
@@ -11,7 +13,10 @@ struct Cover {
     int rotation;   // in degrees, a multiple of 90, clockwise
 };
 
-/// Writes the cover and the document's pages of a range ("2-3,7", well formed; empty for all) to a file that exists.
-/// False, with the reason, when the document cannot be read or the file cannot be written, or when no page is left.
-bool writePages(const Cover& cover, const std::string& range, const std::string& document,
-                const std::string& destination, std::string* reason);
+/// Writes the cover and the document's pages of a range ("2-3,7", well formed; empty for all) as a PDF. False when the
+/// document cannot be read or no page is left, with the reason, or when `destination` takes no more, without one.
+bool writePages(const Cover& cover, const std::string& range, const std::string& document, ByteSink& destination,
+                std::string* reason);
+
+/// How many pages a PDF says that it has; none for a file that is no PDF.
+std::optional<std::size_t> countPages(const std::string& document);

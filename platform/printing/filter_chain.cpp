@@ -1,13 +1,17 @@
 #include "platform/printing/filter_chain.h"
 
+#include "platform/files/descriptor.h"
+#include "platform/files/temporary_files.h"
+#include "platform/printing/PMPrinter.h"
+#include "platform/printing/interruption.h"
 #include "platform/printing/last_error.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -17,27 +21,6 @@
 #include <unistd.h>
 
 namespace {
-
-/// An open descriptor that closes itself.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor other) noexcept {
-        std::swap(number_, other.number_);
-        return *this;
-    }
-    ~Descriptor() {
-        if (number_ >= 0) {
-            close(number_);
-        }
-    }
-    [[nodiscard]] int get() const { return number_; }
-
-private:
-    int number_ = -1;
-};
 
 struct Pipe {
     Descriptor read;
@@ -58,17 +41,26 @@ std::string setting(const char* name, const char* fallback) {
     return value == nullptr || *value == '\0' ? fallback : value;
 }
 
+// Where a filter finds the open files that have no path.
+constexpr int kPPDDescriptor = STDERR_FILENO + 1;
+constexpr int kDocumentDescriptor = STDERR_FILENO + 2;
+constexpr int kFirstOther = STDERR_FILENO + 3;
+
+std::string pathFor(const FilterFile& file, int descriptor) {
+    return file.descriptor < 0 ? file.path : "/proc/self/fd/" + std::to_string(descriptor);
+}
+
 /// The filter's environment, as the scheduler makes it: nothing of the application's own but where things are.
-std::vector<std::string> filterEnvironment(const FilterJob& job, const FilterStep& step, const std::string& serverBin) {
-    return {"PATH=" + serverBin + "/filter:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin",
-            "CUPS_SERVERBIN=" + serverBin,
+std::vector<std::string> filterEnvironment(const FilterJob& job, const std::string& workFolder) {
+    return {"PATH=" + serverPrograms() + "/filter:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin",
+            "CUPS_SERVERBIN=" + serverPrograms(),
             "HOME=" + setting("HOME", "/"),
-            "TMPDIR=" + setting("TMPDIR", "/tmp"),
+            "TMPDIR=" + workFolder,
             "LANG=en_US.UTF-8",
             "CHARSET=utf-8",
             "PRINTER=" + job.printerName,
-            "PPD=" + job.ppdPath,
-            std::string("CONTENT_TYPE=") + step.contentType,
+            "PPD=" + pathFor(job.ppd, kPPDDescriptor),
+            "CONTENT_TYPE=" + job.contentType,
             "FINAL_CONTENT_TYPE=" + job.finalContentType};
 }
 
@@ -118,16 +110,42 @@ private:
 };
 
 struct Filter {
-    const char* program = nullptr;
+    std::string program;
     pid_t process = -1;
     Descriptor messagePipe;
     Messages messages;
     int status = 0;
 };
 
+/// What a filter is started with.
+class FileActions {
+public:
+    FileActions() { posix_spawn_file_actions_init(&actions_); }
+    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+
+    void pass(int file, int number) { posix_spawn_file_actions_adddup2(&actions_, file, number); }
+    /// An open file that may have one of the numbers itself.
+    void pass(const FilterFile& file, int number) {
+        if (file.descriptor >= 0) {
+            moved_.emplace_back(fcntl(file.descriptor, F_DUPFD_CLOEXEC, kFirstOther));
+            pass(moved_.back().get(), number);
+        } else {
+            posix_spawn_file_actions_addclose(&actions_, number);
+        }
+    }
+    void closeOthers() { posix_spawn_file_actions_addclosefrom_np(&actions_, kFirstOther); }
+    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_;
+    std::vector<Descriptor> moved_;
+};
+
 /// 0 or an error number.
-int startFilter(const std::string& serverBin, const FilterStep& step, const FilterJob& job, bool readsFile, int input,
-                int output, Filter* filter) {
+int startFilter(const std::string& program, const FilterJob& job, const std::string& workFolder, bool readsFile,
+                int input, int output, Filter* filter) {
     Pipe messages;
     if (!makePipe(&messages)) {
         return errno;
@@ -135,110 +153,171 @@ int startFilter(const std::string& serverBin, const FilterStep& step, const Filt
     std::vector<std::string> arguments{job.printerName, "1", job.user, job.title, std::to_string(job.copies),
                                        job.options};
     if (readsFile) {
-        arguments.push_back(job.document);
+        arguments.push_back(pathFor(job.document, kDocumentDescriptor));
     }
-    std::vector<std::string> environment = filterEnvironment(job, step, serverBin);
+    std::vector<std::string> environment = filterEnvironment(job, workFolder);
 
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, messages.write.get(), STDERR_FILENO);
-    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+    FileActions actions;
+    actions.pass(input, STDIN_FILENO);
+    actions.pass(output, STDOUT_FILENO);
+    actions.pass(messages.write.get(), STDERR_FILENO);
+    actions.pass(job.ppd, kPPDDescriptor);
+    actions.pass(readsFile ? job.document : FilterFile{}, kDocumentDescriptor);
+    actions.closeOthers();
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     sigset_t defaults;
     sigemptyset(&defaults);
     sigaddset(&defaults, SIGPIPE);  // an application may ignore it; a filter must end by it
+    sigaddset(&defaults, SIGXFSZ);
     posix_spawnattr_setsigdefault(&attributes, &defaults);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+    // A group of its own (0), with all that it starts.
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
 
-    filter->program = step.program;
-    const std::string path = serverBin + "/filter/" + step.program;
-    const int error = posix_spawn(&filter->process, path.c_str(), &actions, &attributes, pointers(arguments).data(),
-                                  pointers(environment).data());
+    filter->program = program;
+    const int error = posix_spawn(&filter->process, filterProgram(program).c_str(), actions.get(), &attributes,
+                                  pointers(arguments).data(), pointers(environment).data());
     posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&actions);
     filter->messagePipe = std::move(messages.read);
     return error;
 }
 
-/// Collects the messages until every filter has closed its end.
-void readMessages(std::vector<Filter>& filters) {
-    std::vector<pollfd> waiting;
-    waiting.reserve(filters.size());
+/// Signals the filters, and what they have started.
+void signalAll(const std::vector<Filter>& filters, int signal) {
     for (const Filter& filter : filters) {
-        waiting.push_back({filter.messagePipe.get(), POLLIN, 0});
-    }
-    std::size_t open = waiting.size();
-    while (open > 0) {
-        if (poll(waiting.data(), waiting.size(), -1) < 0 && errno != EINTR) {
-            return;
-        }
-        for (std::size_t i = 0; i < waiting.size(); ++i) {
-            if (waiting[i].fd < 0 || waiting[i].revents == 0) {
-                continue;
-            }
-            std::array<char, 4096> bytes;
-            const ssize_t count = read(waiting[i].fd, bytes.data(), bytes.size());
-            if (count > 0) {
-                filters[i].messages.add({bytes.data(), static_cast<std::size_t>(count)});
-            } else if (count == 0 || errno != EINTR) {
-                waiting[i].fd = -1;
-                --open;
-            }
-        }
+        kill(-filter.process, signal);
     }
 }
 
-std::string failureOf(const Filter& filter) {
-    const std::string program = filter.program;
+/// Reads what is there. False at the end.
+template <typename Take>
+bool readSome(int pipe, Take take) {
+    std::array<char, 65536> bytes;
+    const ssize_t count = read(pipe, bytes.data(), bytes.size());
+    if (count > 0) {
+        take(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
+    }
+    return count > 0 || (count < 0 && errno == EINTR);
+}
+
+/// Takes the last filter's output, and the messages of all, until every filter has closed its ends. False when
+/// `output` takes no more, or the program is to end: the filters are stopped.
+bool readAll(std::vector<Filter>& filters, Descriptor result, ByteSink& output) {
+    constexpr int kMillisecondsToEnd = 5000;
+    std::vector<pollfd> waiting{{interruptionDescriptor(), POLLIN, 0}, {result.get(), POLLIN, 0}};
+    constexpr std::size_t kFirstMessages = 2;
+    for (const Filter& filter : filters) {
+        waiting.push_back({filter.messagePipe.get(), POLLIN, 0});
+    }
+    bool isWanted = true;
+    const auto giveUp = [&] {
+        isWanted = false;
+        waiting[0].fd = waiting[1].fd = -1;
+        result = Descriptor();
+        signalAll(filters, SIGTERM);
+    };
+    while (std::ranges::any_of(waiting.begin() + 1, waiting.end(), [](const pollfd& each) { return each.fd >= 0; })) {
+        const int count = poll(waiting.data(), waiting.size(), isWanted ? -1 : kMillisecondsToEnd);
+        if (count == 0) {
+            signalAll(filters, SIGKILL);
+        }
+        if (count > 0 && waiting[0].fd >= 0 && waiting[0].revents != 0) {
+            giveUp();
+        }
+        for (std::size_t i = 1; count > 0 && i < waiting.size(); ++i) {
+            if (waiting[i].fd < 0 || waiting[i].revents == 0) {
+                continue;
+            }
+            const bool goesOn = readSome(waiting[i].fd, [&](std::string_view bytes) {
+                if (i >= kFirstMessages) {
+                    filters[i - kFirstMessages].messages.add(bytes);
+                } else if (!output.write(bytes)) {
+                    giveUp();
+                }
+            });
+            waiting[i].fd = goesOn ? waiting[i].fd : -1;
+        }
+    }
+    return isWanted;
+}
+
+/// Whether a filter has failed by itself, and not because the next one read no more.
+bool isCause(const Filter& filter) {
+    return filter.status != 0 && !(WIFSIGNALED(filter.status) && WTERMSIG(filter.status) == SIGPIPE);
+}
+
+std::string failureOf(const Filter& filter, const FilterJob& job) {
     if (!filter.messages.reason().empty()) {
-        return program + ": " + filter.messages.reason();
+        return filter.program + ": " + filter.messages.reason();
     }
     if (WIFSIGNALED(filter.status)) {
-        return program + " was stopped by signal " + std::to_string(WTERMSIG(filter.status));
+        return filter.program + " was stopped by signal " + std::to_string(WTERMSIG(filter.status)) +
+               "; it read this document and the PPD " + job.ppdName;
     }
-    return program + " ended with status " + std::to_string(WEXITSTATUS(filter.status));
+    return filter.program + " ended with status " + std::to_string(WEXITSTATUS(filter.status));
+}
+
+/// Starts the filters, each reading what the one before writes; the last one's output is left in *input. 0, or the
+/// error number of the first that cannot be started; those before it end when nobody reads.
+int startFilters(std::span<const std::string> programs, const FilterJob& job, const std::string& workFolder,
+                 std::vector<Filter>* filters, Descriptor* input) {
+    *input = Descriptor(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    for (const std::string& program : programs) {
+        Pipe next;
+        Filter filter;
+        int error = makePipe(&next) ? 0 : errno;
+        if (error == 0) {
+            error = startFilter(program, job, workFolder, filters->empty(), input->get(), next.write.get(), &filter);
+        }
+        if (error != 0) {
+            *input = Descriptor();
+            return error;
+        }
+        filters->push_back(std::move(filter));
+        *input = std::move(next.read);
+    }
+    return 0;
 }
 
 }  // namespace
 
-bool runFilters(std::span<const FilterStep> steps, const FilterJob& job, int output, std::string* reason) {
-    const std::string serverBin = setting("CUPS_SERVERBIN", "/usr/lib/cups");
-    std::vector<Filter> filters;
-    Descriptor input(open("/dev/null", O_RDONLY | O_CLOEXEC));
-    for (const FilterStep& step : steps) {
-        const bool isLast = filters.size() + 1 == steps.size();
-        Pipe next;
-        Filter filter;
-        int error = !isLast && !makePipe(&next) ? errno : 0;
-        if (error == 0) {
-            error = startFilter(serverBin, step, job, filters.empty(), input.get(), isLast ? output : next.write.get(),
-                                &filter);
-        }
-        if (error != 0) {
-            *reason = std::string(step.program) + ": " + systemReason(error);
-            input = Descriptor();  // those that run already end when nobody reads
-            break;
-        }
-        filters.push_back(std::move(filter));
-        input = std::move(next.read);
-    }
+std::string serverPrograms() {
+    return setting("CUPS_SERVERBIN", "/usr/lib/cups");
+}
 
-    readMessages(filters);
+std::string filterProgram(const std::string& filter) {
+    return filter.starts_with('/') ? filter : serverPrograms() + "/filter/" + filter;
+}
+
+OSStatus runFilters(std::span<const std::string> programs, const FilterJob& job, ByteSink& output,
+                    std::string* reason) {
+    const WorkFolder workFolder;
+    if (workFolder.error() != 0) {
+        *reason = temporaryFolder() + ": " + systemReason(workFolder.error());
+        return kPMCannotWriteOutput;
+    }
+    std::vector<Filter> filters;
+    Descriptor result;
+    const int error = startFilters(programs, job, workFolder.path(), &filters, &result);
+    const bool isTaken = readAll(filters, std::move(result), output);
     for (Filter& filter : filters) {
         while (waitpid(filter.process, &filter.status, 0) < 0 && errno == EINTR) {
         }
     }
-    if (!reason->empty()) {
-        return false;
+    if (error != 0) {
+        *reason = programs[filters.size()] + ": " + systemReason(error);
+        return kPMFilterFailed;
     }
-    for (const Filter& filter : filters) {
-        if (filter.status != 0) {
-            *reason = failureOf(filter);
-            return false;
-        }
+    if (!isTaken) {
+        return kPMCannotWriteOutput;
     }
-    return true;
+    auto failed = std::ranges::find_if(filters, isCause);
+    if (failed == filters.end()) {
+        failed = std::ranges::find_if(filters, [](const Filter& filter) { return filter.status != 0; });
+    }
+    if (failed != filters.end()) {
+        *reason = failureOf(*failed, job);
+        return kPMFilterFailed;
+    }
+    return noErr;
 }

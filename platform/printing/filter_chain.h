@@ -1,25 +1,40 @@
 // Runs CUPS filters without a server: one process each, joined by pipes, no shell.
+//
+// Nothing that a filter makes reaches a file but through this program, which sees what can be written and what not: a
+// filter may end well with half of its work lost.
 #pragma once
+
+#include "platform/files/byte_sink.h"
+#include "platform/foundation/CFBase.h"
 
 #include <span>
 #include <string>
 
-struct FilterStep {
-    const char* program;      // its name among the server's filters
-    const char* contentType;  // of what it reads
+/// A file for filters to read: by its path, or an open one that has none.
+struct FilterFile {
+    std::string path;
+    int descriptor = -1;
 };
 
 struct FilterJob {
-    std::string ppdPath;
+    FilterFile ppd;
+    std::string ppdName;  // for messages
     std::string printerName;
+    std::string contentType;       // of the job's document
     std::string finalContentType;  // what the last filter writes
     std::string user;
     std::string title;
     int copies;
-    std::string options;   // see filterOptionsText
-    std::string document;  // the file that the first filter reads
+    std::string options;  // see filterOptionsText
+    FilterFile document;  // what the first filter reads
 };
 
-/// Runs the filters until all have ended, the last one writing to `output`. False with the reason of the first that
-/// failed, preferably its own last error message.
-bool runFilters(std::span<const FilterStep> steps, const FilterJob& job, int output, std::string* reason);
+/// Where the print server's programs are.
+std::string serverPrograms();
+/// A filter's program, by its name or its path.
+std::string filterProgram(const std::string& filter);
+
+/// Runs the filters until all have ended; the last one's output goes to `output`. kPMFilterFailed with the reason of
+/// one that failed, preferably its own last error message; kPMCannotWriteOutput, without a reason when `output` took no
+/// more. A signal that asks the program to end stops the filters (interruption.h).
+OSStatus runFilters(std::span<const std::string> filters, const FilterJob& job, ByteSink& output, std::string* reason);

@@ -1,16 +1,12 @@
 #include "platform/printing/job_sending.h"
 
 #include "platform/printing/last_error.h"
-#include "platform/printing/private_file.h"
 #include "platform/printing/server_connection.h"
 
 #include <array>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-
-#include <unistd.h>
-#include <zlib.h>
 
 namespace {
 
@@ -76,12 +72,12 @@ http_status_t startDocument(ServerConnection& server, const std::string& queue, 
 
 /// Why the document of a job could not be sent; nothing when it could.
 std::optional<std::string> sendDocument(ServerConnection& server, const std::string& queue, int job,
-                                        const SentDocument& document, const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
+                                        const SentDocument& document) {
+    std::ifstream file(document.file, std::ios::binary);
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const std::uintmax_t size = std::filesystem::file_size(document.file, error);
     if (!file || error) {
-        return document.file + ": " + (error ? error.message() : systemReason(errno));
+        return document.title + ": " + (error ? error.message() : systemReason(errno));
     }
     server.extend(kStepMilliseconds);
     http_status_t status = startDocument(server, queue, job, document, size);
@@ -105,19 +101,6 @@ std::optional<std::string> sendDocument(ServerConnection& server, const std::str
     return isTaken ? std::nullopt : std::optional(faultOf(server, status));
 }
 
-bool pack(const std::string& path, const PrivateFile& packed) {
-    std::ifstream file(path, std::ios::binary);
-    const gzFile gzip = gzdopen(dup(packed.descriptor()), "wb1");  // the level that costs least
-    std::array<char, 65536> bytes;
-    bool isWritten = file && gzip != nullptr;
-    while (isWritten && file) {
-        file.read(bytes.data(), bytes.size());
-        isWritten = gzfwrite(bytes.data(), 1, static_cast<z_size_t>(file.gcount()), gzip) ==
-                    static_cast<z_size_t>(file.gcount());
-    }
-    return gzip != nullptr && gzclose(gzip) == Z_OK && isWritten && !file.bad();
-}
-
 void forgetJob(const std::string& queue, int job) {
     ServerConnection server(kConnectMilliseconds);
     if (server.get() != nullptr) {
@@ -129,16 +112,6 @@ void forgetJob(const std::string& queue, int job) {
 
 std::optional<int> sendToQueue(const std::string& queue, const SentDocument& document, const OptionList& options,
                                std::string* reason) {
-    std::string path = document.file;
-    std::optional<PrivateFile> packed;
-    if (document.isPacked) {
-        packed.emplace();
-        if (!packed->isOpen() || !pack(path, *packed)) {
-            *reason = "temporary file: " + (packed->isOpen() ? systemReason(errno) : packed->reason());
-            return std::nullopt;
-        }
-        path = packed->path();
-    }
     ServerConnection server(kConnectMilliseconds);
     if (server.get() == nullptr) {
         *reason = ServerConnection::silence();
@@ -151,7 +124,7 @@ std::optional<int> sendToQueue(const std::string& queue, const SentDocument& doc
         *reason = faultOf(server, HTTP_STATUS_CONTINUE);
         return std::nullopt;
     }
-    if (auto fault = sendDocument(server, queue, job, document, path)) {
+    if (auto fault = sendDocument(server, queue, job, document)) {
         forgetJob(queue, job);
         *reason = std::move(*fault);
         return std::nullopt;

@@ -9,7 +9,7 @@ struct SentDocument {
     std::string file;
     const char* contentType;
     std::string title;  // of the job
-    /// Sent as gzip. The server unpacks it, also for a device that is a file, which gets nothing of a job that goes
+    /// Packed (gzip). The server unpacks it, also for a device that is a file, which gets nothing of a job that goes
     /// through no filter at all.
     bool isPacked = false;
 };

@@ -2,17 +2,12 @@
 
 #include <algorithm>
 
-namespace {
-
-// By hand: the C library's follow the user's locale.
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+char lowerCase(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-}  // namespace
-
 bool isSameOption(std::string_view left, std::string_view right) {
-    return std::ranges::equal(left, right, {}, lower, lower);
+    return std::ranges::equal(left, right, {}, lowerCase, lowerCase);
 }
 
 const std::string* findOption(const OptionList& options, std::string_view name) {

@@ -8,6 +8,8 @@
 
 using OptionList = std::vector<std::pair<std::string, std::string>>;
 
+/// The letter in lower case, if it is one of ASCII: the functions of the C library follow the user's locale.
+char lowerCase(char letter);
 /// Whether names or values are the same to CUPS, which ignores the case of ASCII letters.
 bool isSameOption(std::string_view left, std::string_view right);
 

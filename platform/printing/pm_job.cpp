@@ -1,8 +1,10 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
+#include "platform/files/pending_file.h"
 #include "platform/printing/cups_server.h"
+#include "platform/printing/interruption.h"
 #include "platform/printing/job_sending.h"
+#include "platform/printing/job_stream.h"
 #include "platform/printing/last_error.h"
-#include "platform/printing/pending_file.h"
 #include "platform/printing/ready_job.h"
 #include "platform/printing/text.h"
 
@@ -14,7 +16,7 @@
 namespace {
 
 std::string documentName(const std::string& path) {
-    return std::filesystem::path(path).filename().string();
+    return utf8Text(makeString(std::filesystem::path(path).filename().string()).get());
 }
 
 /// The request of a job for a document that can be read.
@@ -31,6 +33,9 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageF
         return failWith(fnfErr, job->document, "is not a file");
     }
     const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd.passcodeKeyword, &job->request);
+    if (status == noErr && job->request.passcode && !readsPostScript(*printer)) {
+        return failWith(paramErr, "secure print", "the printer's own filter makes its jobs, and it takes no passcode");
+    }
     if (job->request.title.empty()) {
         job->request.title = documentName(job->document);
     }
@@ -69,14 +74,16 @@ OSStatus send(const Job& job, const SentDocument& document, OptionList options, 
 }
 
 OSStatus sendReady(const Job& job, SInt32* jobID) {
-    const PrivateFile postScript;
-    if (!postScript.isOpen()) {
-        return failWith(kPMCannotWriteOutput, "temporary file", postScript.reason());
+    PrivateFile postScript;
+    if (!isKept(postScript)) {
+        return kPMCannotWriteOutput;
     }
-    const OSStatus status = writeReadyJob(job, postScript.descriptor());
-    return status == noErr
-               ? send(job, {postScript.path(), kReadyType, job.request.title, true}, optionsOfReadyJob(job), jobID)
-               : status;
+    Packer packer(postScript);
+    const OSStatus status = writePostScriptJob(job, packer);
+    if (status == noErr && packer.finish()) {
+        return send(job, {postScript.path(), kReadyType, job.request.title, true}, optionsOfReadyJob(job), jobID);
+    }
+    return isKept(postScript) ? status : kPMCannotWriteOutput;
 }
 
 OSStatus sendPDF(const Job& job, SInt32* jobID) {
@@ -85,7 +92,7 @@ OSStatus sendPDF(const Job& job, SInt32* jobID) {
     if (!mustPickPages(job)) {
         return send(job, {job.document, kPDFType, job.request.title}, std::move(options), jobID);
     }
-    const PrivateFile pages;
+    PrivateFile pages;
     const OSStatus status = pickPages(job, pages);
     return status == noErr ? send(job, {pages.path(), kPDFType, job.request.title}, std::move(options), jobID) : status;
 }
@@ -114,6 +121,7 @@ OSStatus checkQueue(const OpaquePMPrinter& printer, QueueState* state) {
 
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                        CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination) {
+    const Interruption interruption;
     clearLastError();
     Job job;
     if (const OSStatus status = makeJob(printer, printSettings, pageFormat, cover, setup, document, &job);
@@ -125,18 +133,19 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
         return failWith(paramErr, "print job", "no file to write to");
     }
     PendingFile output(path);
-    if (!output.isOpen()) {
-        return failWith(kPMCannotWriteOutput, path, output.reason());
-    }
-    const OSStatus status = writeReadyJob(job, output.descriptor());
+    OSStatus status = output.error() == 0 ? writePrinterJob(job, output) : kPMCannotWriteOutput;
     if (status == noErr && !output.commit()) {
-        return failWith(kPMCannotWriteOutput, path, output.reason());
+        status = kPMCannotWriteOutput;
+    }
+    if (output.error() != 0) {
+        failWith(status, path, output.error() == EINVAL ? "is there and is not a file" : systemReason(output.error()));
     }
     return status;
 }
 
 OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover,
                                 CFDataRef setup, CFURLRef document, SInt32* jobID, CFStringRef* obstacle) {
+    const Interruption interruption;
     clearLastError();
     Job job;
     OSStatus status = makeJob(printer, printSettings, pageFormat, cover, setup, document, &job);

@@ -1,41 +1,32 @@
 #include "platform/printing/private_file.h"
 
+#include "platform/files/temporary_files.h"
+#include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 
 #include <array>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 
+#include <sys/mman.h>
 #include <unistd.h>
 
-#include <fcntl.h>
-
-PrivateFile::PrivateFile() {
-    const char* const folder = std::getenv("TMPDIR");
-    std::string name = std::string(folder == nullptr || *folder == '\0' ? "/tmp" : folder) + "/tavro.XXXXXX";
-    file_ = mkostemp(name.data(), O_CLOEXEC);  // 0600
-    if (file_ < 0 || unlink(name.c_str()) != 0) {
-        reason_ = systemReason(errno);
-    }
-}
-
-PrivateFile::~PrivateFile() {
-    if (file_ >= 0) {
-        close(file_);
-    }
+PrivateFile::PrivateFile(Place place)
+    : file_(place == Place::disk ? makeTemporaryFile()
+                                 : Descriptor(memfd_create("tavro", MFD_CLOEXEC | MFD_ALLOW_SEALING))) {
+    error_ = file_ ? 0 : errno;
 }
 
 std::string PrivateFile::path() const {
-    return "/proc/" + std::to_string(getpid()) + "/fd/" + std::to_string(file_);
+    return "/proc/self/fd/" + std::to_string(file_.get());
 }
 
 bool PrivateFile::hasSameContent(const PrivateFile& other) const {
     std::array<char, 16384> mine;
     std::array<char, 16384> others;
     for (off_t at = 0;;) {
-        const ssize_t count = pread(file_, mine.data(), mine.size(), at);
-        const ssize_t otherCount = pread(other.file_, others.data(), others.size(), at);
+        const ssize_t count = pread(descriptor(), mine.data(), mine.size(), at);
+        const ssize_t otherCount = pread(other.descriptor(), others.data(), others.size(), at);
         if (count < 0 || count != otherCount ||
             std::memcmp(mine.data(), others.data(), static_cast<std::size_t>(count)) != 0) {
             return false;
@@ -48,14 +39,15 @@ bool PrivateFile::hasSameContent(const PrivateFile& other) const {
 }
 
 bool PrivateFile::write(std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(file_, bytes.data(), bytes.size());
-        if (count >= 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            reason_ = systemReason(errno);
-            return false;
-        }
+    if (error_ == 0 && !writeAll(descriptor(), bytes)) {
+        error_ = errno;
     }
-    return true;
+    return error_ == 0;
+}
+
+bool isKept(const PrivateFile& file) {
+    if (file.error() != 0) {
+        failWith(kPMCannotWriteOutput, temporaryFolder(), systemReason(file.error()));
+    }
+    return file.error() == 0;
 }

@@ -1,31 +1,35 @@
 // A file without a name: what must be in a file, but in none that others could find.
 #pragma once
 
+#include "platform/files/byte_sink.h"
+#include "platform/files/descriptor.h"
+
 #include <string>
 #include <string_view>
 
-/// A new file of the user's own in the folder for temporary files, which loses its name at once: nothing is left of it
-/// when the program ends, in whatever way.
-class PrivateFile {
+/// A new file of the user's own without a name: nothing is left of it when the program ends, in whatever way.
+class PrivateFile : public ByteSink {
 public:
-    /// Check isOpen(); reason() says why not.
-    PrivateFile();
-    ~PrivateFile();
-    PrivateFile(const PrivateFile&) = delete;
-    PrivateFile& operator=(const PrivateFile&) = delete;
+    enum class Place {
+        disk,    // in the folder for temporary files
+        memory,  // for what is small, or must not come onto a disk
+    };
+    explicit PrivateFile(Place place = Place::disk);
 
-    [[nodiscard]] bool isOpen() const { return file_ >= 0; }
-    [[nodiscard]] int descriptor() const { return file_; }
-    /// Where this program and those that it starts can open the file, as long as the object lives; nobody else can.
+    /// Why it cannot be made or written (errno.h); 0 as long as all went well.
+    [[nodiscard]] int error() const { return error_; }
+    [[nodiscard]] int descriptor() const { return file_.get(); }
+    /// Where this program can open the file, as long as the object lives; nobody else can.
     [[nodiscard]] std::string path() const;
-    [[nodiscard]] const std::string& reason() const { return reason_; }
 
     [[nodiscard]] bool hasSameContent(const PrivateFile& other) const;
 
-    /// Appends the bytes. False, with reason(), when that fails.
-    bool write(std::string_view bytes);
+    bool write(std::string_view bytes) override;
 
 private:
-    std::string reason_;
-    int file_ = -1;
+    Descriptor file_;
+    int error_ = 0;
 };
+
+/// Whether the file was made and written. Else the last error names the folder and the reason.
+bool isKept(const PrivateFile& file);

@@ -1,20 +1,17 @@
 // Settings that become the user's own defaults of a queue.
+#include "platform/files/pending_file.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
-#include "platform/printing/pending_file.h"
 #include "platform/printing/printer_record.h"
 #include "platform/printing/saved_options.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-
-#include <unistd.h>
 
 namespace {
 
@@ -101,17 +98,8 @@ OSStatus replaceFile(const fs::path& path, const std::string& text) {
         fs::permissions(folder, fs::perms::owner_all, error);
     }
     PendingFile file(path.string());
-    if (!file.isOpen()) {
-        return failWith(kPMCannotWriteOutput, path.string(), file.reason());
-    }
-    for (std::string_view rest = text; !rest.empty();) {
-        const ssize_t count = write(file.descriptor(), rest.data(), rest.size());
-        if (count < 0 && errno != EINTR) {
-            return failWith(kPMCannotWriteOutput, path.string(), systemReason(errno));
-        }
-        rest.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return file.commit() ? noErr : failWith(kPMCannotWriteOutput, path.string(), file.reason());
+    return file.write(text) && file.commit() ? noErr
+                                             : failWith(kPMCannotWriteOutput, path.string(), systemReason(file.error()));
 }
 
 }  // namespace

@@ -1,0 +1,59 @@
+#include "platform/printing/interruption.h"
+
+#include <array>
+#include <atomic>
+#include <csignal>
+#include <cstdint>
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP};
+
+std::atomic<int> signalThatCame;
+std::atomic<int> event = -1;
+std::array<struct sigaction, kSignals.size()> formerActions;
+
+void keep(int signal) {
+    signalThatCame = signal;
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t ignored = write(event, &one, sizeof one);
+}
+
+}  // namespace
+
+Interruption::Interruption() {
+    signalThatCame = 0;
+    event = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    struct sigaction action {};
+    action.sa_handler = keep;
+    action.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        sigaction(kSignals[i], nullptr, &formerActions[i]);
+        if (formerActions[i].sa_handler == SIG_DFL) {
+            sigaction(kSignals[i], &action, nullptr);
+        }
+    }
+}
+
+Interruption::~Interruption() {
+    for (std::size_t i = 0; i < kSignals.size(); ++i) {
+        if (formerActions[i].sa_handler == SIG_DFL) {
+            sigaction(kSignals[i], &formerActions[i], nullptr);
+        }
+    }
+    close(event.exchange(-1));
+    if (const int signal = signalThatCame.exchange(0); signal != 0) {
+        raise(signal);
+    }
+}
+
+bool isInterrupted() {
+    return signalThatCame != 0;
+}
+
+int interruptionDescriptor() {
+    return event;
+}

@@ -1,0 +1,243 @@
+// A job's way through the filters.
+#include "platform/printing/document_pages.h"
+#include "platform/printing/filter_chain.h"
+#include "platform/printing/filter_route.h"
+#include "platform/printing/interruption.h"
+#include "platform/printing/job_stream.h"
+#include "platform/printing/last_error.h"
+#include "platform/printing/ready_job.h"
+#include "platform/printing/text.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <vector>
+
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+std::string userName() {
+    const passwd* const entry = getpwuid(getuid());
+    return entry == nullptr ? std::to_string(getuid()) : entry->pw_name;
+}
+
+/// The choices that must not be among the options of the filters, as defaults of a PPD: what it chooses by default is
+/// chosen as well.
+///
+/// A filter takes its options from its command line, and every user of the machine can read that, while a file can be
+/// kept from others. And the filters take "Collate" out of the options, so that no sets would be uncollated.
+std::string choicesByDefault(const Job& job) {
+    std::string lines;
+    if (job.request.passcode) {
+        lines += "*Default" + job.printer->ppd.passcodeKeyword + ": Custom." + *job.request.passcode + "\n";
+    }
+    if (isUncollated(job.request)) {
+        lines += std::string("*Default") + kCollateKeyword + ": False\n";
+    }
+    return lines;
+}
+
+/// What a message calls the printer's PPD.
+std::string ppdName(const OpaquePMPrinter& printer) {
+    return printer.queue.empty() ? printer.ppdPath : "the PPD of " + printer.queue;
+}
+
+/// The printer's PPD as the job's filters get it: with further lines, of which the last default holds. It is kept in
+/// memory, because a passcode may be in it.
+struct JobPPD {
+    std::optional<PrivateFile> own;
+    FilterFile file;
+};
+
+OSStatus makePPD(const Job& job, JobPPD* made) {
+    const OpaquePMPrinter& printer = *job.printer;
+    made->file = {printer.ppdPath, printer.ppdCopy ? printer.ppdCopy->descriptor() : -1};
+    const std::string lines = choicesByDefault(job);
+    if (lines.empty()) {
+        return noErr;
+    }
+    std::ifstream file(printer.ppdPath, std::ios::binary);
+    std::ostringstream ppd;
+    ppd << file.rdbuf();
+    if (!file || !ppd) {
+        return failWith(kPMUnusableDescription, ppdName(printer), "cannot be read any more");
+    }
+    PrivateFile& own = made->own.emplace(PrivateFile::Place::memory);
+    own.write(ppd.str() + "\n" + lines);
+    made->file = {{}, own.descriptor()};
+    return isKept(own) ? noErr : kPMCannotWriteOutput;
+}
+
+/// The path of a file that filters read, for this program.
+std::string pathOf(const FilterFile& file) {
+    return file.descriptor < 0 ? file.path : "/proc/self/fd/" + std::to_string(file.descriptor);
+}
+
+std::uintmax_t sizeOf(const FilterFile& file) {
+    std::error_code ignored;
+    return std::filesystem::file_size(pathOf(file), ignored);
+}
+
+OSStatus copyFile(const FilterFile& file, ByteSink& output) {
+    std::ifstream input(pathOf(file), std::ios::binary);
+    std::vector<char> bytes(65536);
+    while (input) {
+        input.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        if (!output.write({bytes.data(), static_cast<std::size_t>(input.gcount())})) {
+            return kPMCannotWriteOutput;
+        }
+    }
+    return input.eof() ? noErr : failWith(kPMFilterFailed, file.path, "cannot be read to its end");
+}
+
+/// Runs some of a route's filters on a file. On failure the last error has the reason, but for `output`.
+OSStatus runSome(std::span<const std::string> filters, const Job& job, const FilterJob& filterJob, ByteSink& output) {
+    std::string reason;
+    clearLastError();
+    const OSStatus status = runFilters(filters, filterJob, output, &reason);
+    if (isInterrupted()) {
+        return failWith(kPMFilterFailed, job.document, "was stopped");
+    }
+    return status == noErr || reason.empty() ? status : failWith(status, job.document, reason);
+}
+
+/// Runs a route's filters on a file. The first one's work is kept in a file, since the next one would make a file of
+/// its own of a pipe, and not see when there is no room for it.
+OSStatus runRoute(const FilterRoute& route, const Job& job, FilterJob filterJob, ByteSink& output) {
+    const std::span<const std::string> filters(route.filters);
+    if (filters.empty()) {
+        return copyFile(filterJob.document, output);
+    }
+    filterJob.finalContentType =
+        route.finalContentType.empty() ? "printer/" + filterJob.printerName : route.finalContentType;
+    if (filters.size() == 1) {
+        return runSome(filters, job, filterJob, output);
+    }
+    PrivateFile pages;
+    if (isKept(pages)) {
+        if (const OSStatus status = runSome(filters.first(1), job, filterJob, pages);
+            status != noErr && pages.error() == 0) {
+            return status;
+        }
+    }
+    if (!isKept(pages)) {
+        return kPMCannotWriteOutput;
+    }
+    filterJob.document = {job.document, pages.descriptor()};
+    JobCounter counter(output);
+    if (const OSStatus status = runSome(filters.subspan(1), job, filterJob, counter); status != noErr) {
+        return status;
+    }
+    const auto expected = route.finalContentType == kReadyType ? countPages(pages.path()) : std::nullopt;
+    if (expected && counter.pages() < *expected) {
+        return failWith(kPMFilterFailed, job.document,
+                        filters.back() + " wrote " + std::to_string(counter.pages()) + " of " +
+                            std::to_string(*expected) + " pages");
+    }
+    return noErr;
+}
+
+/// A missing filter is a matter of the PPD and the machine, not of the document.
+OSStatus failWithoutRoute(const Job& job, const std::string& reason) {
+    return failWith(kPMFilterFailed, ppdName(*job.printer), reason);
+}
+
+/// Makes of the file what goes to the printer.
+OSStatus filterForPrinter(const std::string& contentType, const Job& job, const FilterJob& filterJob,
+                          ByteSink& output) {
+    std::string reason;
+    const auto route =
+        findRouteToPrinter(contentType, sizeOf(filterJob.document), job.printer->ppd.filters, &reason);
+    return route ? runRoute(*route, job, filterJob, output) : failWithoutRoute(job, reason);
+}
+
+OSStatus filterPDF(const Job& job, const FilterJob& filterJob, ByteSink& output) {
+    return filterForPrinter(kPDFType, job, filterJob, output);
+}
+
+/// Makes PostScript of the file, with the job's setup in it.
+OSStatus filterToPostScript(const Job& job, const FilterJob& filterJob, ByteSink& output) {
+    std::string reason;
+    const auto route = findRoute(kPDFType, kReadyType, &reason);
+    if (!route) {
+        return failWithoutRoute(job, reason);
+    }
+    if (job.setup == nullptr) {
+        return runRoute(*route, job, filterJob, output);
+    }
+    SetupInserter inserter(job.setup, output);
+    const OSStatus status = runRoute(*route, job, filterJob, inserter);
+    return status == noErr && !inserter.isDone()
+               ? failWith(kPMFilterFailed, job.document, "the filters wrote no setup for pages")
+               : status;
+}
+
+/// Makes of the file what goes to a printer with a filter of its own, by way of PostScript, into which the job's setup
+/// goes.
+OSStatus filterThroughPostScript(const Job& job, const FilterJob& filterJob, ByteSink& output) {
+    PrivateFile postScript;
+    const OSStatus status = isKept(postScript) ? filterToPostScript(job, filterJob, postScript) : noErr;
+    if (!isKept(postScript)) {
+        return kPMCannotWriteOutput;
+    }
+    if (status != noErr) {
+        return status;
+    }
+    FilterJob rest = filterJob;
+    rest.contentType = kReadyType;
+    rest.document = {job.document, postScript.descriptor()};
+    return filterForPrinter(kReadyType, job, rest, output);
+}
+
+using Filtering = OSStatus (*)(const Job& job, const FilterJob& filterJob, ByteSink& output);
+
+/// Puts together what all filters of a job get, and hands it over.
+OSStatus filterJob(const Job& job, Filtering filter, ByteSink& output) {
+    JobPPD ppd;
+    if (const OSStatus status = makePPD(job, &ppd); status != noErr) {
+        return status;
+    }
+    std::optional<PrivateFile> pages;
+    if (mustPickPages(job)) {
+        if (const OSStatus status = pickPages(job, pages.emplace()); status != noErr) {
+            return status;
+        }
+    }
+    JobCounter counter(output);
+    const OSStatus status = filter(job,
+                                   {ppd.file,
+                                    ppdName(*job.printer),
+                                    utf8Text(job.printer->name.get()),
+                                    kPDFType,
+                                    kReadyType,
+                                    userName(),
+                                    job.request.title,
+                                    job.request.copies,
+                                    filterOptionsText(filterOptions(job)),
+                                    {job.document, pages ? pages->descriptor() : -1}},
+                                   counter);
+    return status == noErr && counter.bytes() == 0
+               ? failWith(kPMFilterFailed, job.document, "the filters wrote nothing")
+               : status;
+}
+
+}  // namespace
+
+bool readsPostScript(const OpaquePMPrinter& printer) {
+    std::string ignored;
+    const auto route = findRouteToPrinter(kReadyType, 0, printer.ppd.filters, &ignored);
+    return route && route->filters.empty();
+}
+
+OSStatus writePrinterJob(const Job& job, ByteSink& output) {
+    if (job.setup == nullptr) {
+        return filterJob(job, filterPDF, output);
+    }
+    return filterJob(job, readsPostScript(*job.printer) ? filterToPostScript : filterThroughPostScript, output);
+}
+
+OSStatus writePostScriptJob(const Job& job, ByteSink& output) {
+    return filterJob(job, filterToPostScript, output);
+}
