@@ -29,6 +29,15 @@ OSStatus PMPrinterRelease(PMPrinter printer);
 /// Why the last call of this header failed: one line that names the file or queue; lent, null when it did not fail.
 CFStringRef PMGetLastErrorText();
 
+/// Asks the user for the name and password that the print server `server` (its host name) wants: new strings in *user
+/// and *password. `proposal` is the user's name as far as it is known; with `isAgain` the server has not accepted what
+/// was given last. False when the user gives none.
+using PMPasswordProc = Boolean (*)(CFStringRef server, CFStringRef proposal, Boolean isAgain, CFStringRef* user,
+                                   CFStringRef* password, void* context);
+/// Whom to ask in this program, in the thread that called a function of this header; null, as it is at first, for a
+/// question on the terminal. What is given is kept in memory only.
+void PMServerSetPasswordProc(PMPasswordProc ask, void* context);
+
 /// Where the user prints by default: a new string, the name of a queue or of an instance. kPMNoDefaultPrinter, or
 /// kPMServerNotResponding when no server answers in time.
 OSStatus PMServerCopyDefaultPrinterID(UInt32 timeoutMilliseconds, CFStringRef* printerID);

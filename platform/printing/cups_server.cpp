@@ -1,51 +1,57 @@
 #include "platform/printing/cups_server.h"
 
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/last_error.h"
 #include "platform/printing/saved_options.h"
+#include "platform/printing/last_error.h"
+#include "platform/printing/ppd_file.h"
 #include "platform/printing/server_connection.h"
+#include "platform/printing/server_login.h"
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <functional>
 #include <iterator>
 #include <string_view>
 #include <thread>
 
-namespace {
+#include <fcntl.h>
 
-// Beyond the connection's own limit, which is the one that is usually met.
-constexpr auto kGrace = std::chrono::milliseconds(300);
+namespace {
 
 using DefaultQueue = ServerAnswer<std::string>;
 using FetchedQueue = ServerAnswer<QueueDescription>;
 using ExaminedQueue = ServerAnswer<QueueState>;
 
-/// Asks in a thread of its own, which may outlive the one that waits for the answer.
+/// Asks in a thread of its own, which may outlive the one that waits for the answer. A password is asked for at the
+/// desk.
 template <typename Answer>
-std::future<Answer> askAside(std::function<Answer()> ask) {
+std::future<Answer> askAside(std::function<Answer()> ask, const std::shared_ptr<LoginDesk>& desk) {
     std::promise<Answer> promise;
     std::future<Answer> answer = promise.get_future();
-    std::thread([ask = std::move(ask), promise = std::move(promise)]() mutable {
+    std::thread([ask = std::move(ask), promise = std::move(promise), desk]() mutable {
+        LoginDesk::use(desk.get());
         try {
             promise.set_value(ask());
         } catch (...) {
             promise.set_exception(std::current_exception());
         }
+        desk->leave();
     }).detach();
     return answer;
 }
 
 template <typename Answer>
-Answer answerInTime(std::future<Answer> answer, int timeoutMilliseconds) {
-    if (answer.wait_for(std::chrono::milliseconds(timeoutMilliseconds) + kGrace) != std::future_status::ready) {
-        return {kPMServerNotResponding, ServerConnection::silence(), {}};
-    }
-    return answer.get();
+Answer answerInTime(std::function<Answer()> ask, int timeoutMilliseconds) {
+    const auto desk = std::make_shared<LoginDesk>();
+    std::future<Answer> answer = askAside(std::move(ask), desk);
+    return desk->serve(std::chrono::milliseconds(timeoutMilliseconds) + kServerGrace)
+               ? answer.get()
+               : Answer{kPMServerNotResponding, ServerConnection::silence(), {}};
 }
 
-/// Whether the last request got an answer; a server without queues, or without a default one, says "not found".
-bool wasAnswered() {
+/// Whether the last request got what it asked for; a server without queues, or without a default one, says "not found".
+bool isFine() {
     const ipp_status_t status = cupsLastError();
     return status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
 }
@@ -55,7 +61,7 @@ bool wasAnswered() {
 /// The server's default queue; nothing when the server does not answer.
 std::optional<std::string> askForDefault(ServerConnection& server) {
     const IPPMessage answer = server.ask(IPP_OP_CUPS_GET_DEFAULT, nullptr, {"printer-name"});
-    if (!answer || !wasAnswered()) {
+    if (!answer || !isFine()) {
         return std::nullopt;
     }
     ipp_attribute_t* const name = ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME);
@@ -69,7 +75,7 @@ DefaultQueue askForUsersDefault(int timeoutMilliseconds) {
     ServerConnection server(timeoutMilliseconds);
     auto name = server.get() == nullptr ? std::nullopt : askForDefault(server);
     return name ? DefaultQueue{noErr, {}, std::move(*name)}
-                : DefaultQueue{kPMServerNotResponding, ServerConnection::silence(), {}};
+                : DefaultQueue{kPMServerNotResponding, server.fault(), {}};
 }
 
 std::vector<std::string> namesIn(ipp_t* answer) {
@@ -82,14 +88,12 @@ std::vector<std::string> namesIn(ipp_t* answer) {
 }
 
 QueueNames askForQueues(int timeoutMilliseconds) {
-    QueueNames silent{kPMServerNotResponding, ServerConnection::silence(), {}};
     ServerConnection server(timeoutMilliseconds);
-    if (server.get() == nullptr) {
-        return silent;
-    }
-    const IPPMessage answer = server.ask(IPP_OP_CUPS_GET_PRINTERS, nullptr, {"printer-name"});
-    if (!answer || !wasAnswered()) {
-        return silent;
+    const IPPMessage answer = server.get() == nullptr
+                                  ? nullptr
+                                  : server.ask(IPP_OP_CUPS_GET_PRINTERS, nullptr, {"printer-name"});
+    if (!answer || !isFine()) {
+        return {kPMServerNotResponding, server.fault(), {}};
     }
     const SavedDestinations saved = SavedDestinations::read();
     QueueNames found;
@@ -163,19 +167,29 @@ OptionList defaultsIn(ipp_t* answer) {
 FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
     FetchedQueue fetched;
     fetched.value.ppd = std::make_shared<PrivateFile>(PrivateFile::Place::memory);
-    if (const int error = fetched.value.ppd->error(); error != 0) {
-        return {kPMUnusableDescription, "no memory for its PPD: " + systemReason(error), {}};
+    const int file = fetched.value.ppd->descriptor();
+    // The library writes on without a look whether it could: a file that cannot grow ends what never ends.
+    if (ftruncate(file, kPPDMaximumBytes + 1) != 0 || fcntl(file, F_ADD_SEALS, F_SEAL_GROW) != 0) {
+        return {kPMUnusableDescription, "no memory for its PPD: " + systemReason(errno), {}};
     }
     // Our own request instead of cupsGetPPD3, which for a shared queue turns to a further host with no time limit.
-    const http_status_t status =
-        cupsGetFd(server.get(), ("/printers/" + queue + ".ppd").c_str(), fetched.value.ppd->descriptor());
-    if (status == HTTP_STATUS_ERROR || status == HTTP_STATUS_SERVICE_UNAVAILABLE) {
-        return {kPMServerNotResponding, ServerConnection::silence(), {}};
-    }
-    if (status != HTTP_STATUS_OK) {
+    const http_status_t status = cupsGetFd(server.get(), ("/printers/" + queue + ".ppd").c_str(), file);
+    const off_t size = lseek(file, 0, SEEK_CUR);
+    if (status != HTTP_STATUS_OK && status != HTTP_STATUS_ERROR && status != HTTP_STATUS_SERVICE_UNAVAILABLE &&
+        status != HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED) {
         return {kPMUnusableDescription, "the queue has no PPD (" + std::string(httpStatus(status)) + ")", {}};
     }
-    return fetched;
+    if (size > kPPDMaximumBytes) {
+        return {kPMUnusableDescription, "its PPD is too large for one", {}};
+    }
+    const off_t announced = httpGetLength2(server.get());
+    if (status != HTTP_STATUS_OK || httpGetState(server.get()) != HTTP_STATE_WAITING ||
+        (announced > 0 && announced != size)) {
+        return {kPMServerNotResponding, server.fault(), {}};
+    }
+    return ftruncate(file, size) == 0
+               ? fetched
+               : FetchedQueue{kPMUnusableDescription, "its PPD: " + systemReason(errno), {}};
 }
 
 /// What the server says of a queue when it is asked for the attributes.
@@ -185,8 +199,8 @@ ServerAnswer<IPPMessage> askAboutQueue(ServerConnection& server, const std::stri
     if (server.get() != nullptr) {
         answer = server.ask(IPP_OP_GET_PRINTER_ATTRIBUTES, queueAddress(queue).c_str(), attributes);
     }
-    if (!answer || !wasAnswered()) {
-        return {kPMServerNotResponding, ServerConnection::silence(), {}};
+    if (!answer || !isFine()) {
+        return {kPMServerNotResponding, server.fault(), {}};
     }
     if (cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
         return {kPMNoSuchPrinter, "the print server has no such queue", {}};
@@ -200,7 +214,7 @@ FetchedQueue askForQueue(const std::string& destination) {
     if (destination != queue && !saved.knows(destination)) {
         return {kPMNoSuchPrinter, "no options are saved under this name (lpoptions)", {}};
     }
-    ServerConnection server(kServerTimeoutMilliseconds);
+    ServerConnection server(serverPatience().questionMilliseconds);
     const auto answer = askAboutQueue(server, queue, {"printer-defaults"});
     if (answer.status != noErr) {
         return {answer.status, answer.reason, {}};
@@ -219,7 +233,7 @@ std::string textIn(ipp_t* answer, const char* name) {
 }
 
 ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
-    ServerConnection server(kServerTimeoutMilliseconds);
+    ServerConnection server(serverPatience().questionMilliseconds);
     const auto answer =
         askAboutQueue(server, queue, {"printer-is-accepting-jobs", "printer-state", "printer-state-message"});
     if (answer.status != noErr) {
@@ -245,21 +259,22 @@ ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
 }  // namespace
 
 std::future<QueueNames> listQueues(int timeoutMilliseconds) {
-    return askAside<QueueNames>([timeoutMilliseconds] { return askForQueues(timeoutMilliseconds); });
+    const auto desk = std::make_shared<LoginDesk>();
+    desk->close();  // nobody shall be asked for a password by a menu
+    return askAside<QueueNames>([timeoutMilliseconds] { return askForQueues(timeoutMilliseconds); }, desk);
 }
 
 ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds) {
-    return answerInTime(
-        askAside<DefaultQueue>([timeoutMilliseconds] { return askForUsersDefault(timeoutMilliseconds); }),
-        timeoutMilliseconds);
+    return answerInTime<DefaultQueue>([timeoutMilliseconds] { return askForUsersDefault(timeoutMilliseconds); },
+                                      timeoutMilliseconds);
 }
 
 ServerAnswer<QueueDescription> fetchQueue(const std::string& destination) {
-    return answerInTime(askAside<FetchedQueue>([destination] { return askForQueue(destination); }),
-                        kServerTimeoutMilliseconds);
+    return answerInTime<FetchedQueue>([destination] { return askForQueue(destination); },
+                                      serverPatience().questionMilliseconds);
 }
 
 ServerAnswer<QueueState> examineQueue(const std::string& queue, const std::shared_ptr<PrivateFile>& ppd) {
-    return answerInTime(askAside<ExaminedQueue>([queue, ppd] { return askForState(queue, *ppd); }),
-                        kServerTimeoutMilliseconds);
+    return answerInTime<ExaminedQueue>([queue, ppd] { return askForState(queue, *ppd); },
+                                       serverPatience().questionMilliseconds);
 }

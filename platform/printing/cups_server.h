@@ -1,19 +1,21 @@
 // The queues of the CUPS server that the user's settings name.
 //
 // Every call may block, but never beyond its limit: what is asked is asked by a thread of its own, which is left alone
-// when it takes too long, because the look-up of a server's name and some of the library's own attempts cannot be cut
-// short.
+// when it takes too long, because the look-up of a server's name and the library's attempts to connect cannot be cut
+// short. The time that the user takes to give a password does not count.
 #pragma once
 
 #include "platform/foundation/CFBase.h"
 #include "platform/printing/option_list.h"
 #include "platform/printing/private_file.h"
 
+#include <chrono>
 #include <future>
 #include <memory>
 #include <optional>
 
-inline constexpr int kServerTimeoutMilliseconds = 3000;
+/// Beyond a connection's own limit, which is the one that is usually met.
+inline constexpr std::chrono::milliseconds kServerGrace{300};
 
 /// What a server said, or why it did not.
 template <typename Value>

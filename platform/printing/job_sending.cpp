@@ -1,18 +1,17 @@
 #include "platform/printing/job_sending.h"
 
+#include "platform/printing/interruption.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/server_connection.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 
 namespace {
-
-constexpr int kConnectMilliseconds = 3000;
-// For each step: a busy server may look at a job for a while.
-constexpr int kStepMilliseconds = 20000;
 
 /// Options as the library has them.
 class Options {
@@ -34,19 +33,18 @@ private:
     int count_ = 0;
 };
 
-/// Why a step failed that ended with the status.
-std::string faultOf(const ServerConnection& server, http_status_t status) {
-    if (status >= HTTP_STATUS_BAD_REQUEST) {
-        return httpStatus(status);
+/// Why a step failed, and whether the server itself has said so.
+struct Fault {
+    std::string reason;
+    bool isAnswer;
+};
+
+Fault faultOf(const ServerConnection& server, http_status_t status) {
+    if (status >= HTTP_STATUS_BAD_REQUEST && status < HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED &&
+        status != HTTP_STATUS_UNAUTHORIZED) {
+        return {httpStatus(status), true};
     }
-    const ipp_status_t error = cupsLastError();
-    const bool isAnswer = error >= IPP_STATUS_ERROR_BAD_REQUEST && error != IPP_STATUS_ERROR_INTERNAL &&
-                          error != IPP_STATUS_ERROR_SERVICE_UNAVAILABLE;
-    if (isAnswer || (status != HTTP_STATUS_ERROR && httpError(server.get()) == 0)) {
-        return cupsLastErrorString();
-    }
-    return server.isOverdue() ? ServerConnection::silence()
-                              : ServerConnection::name() + " went away before it had the whole job";
+    return {server.fault(), ServerConnection::wasRefused()};
 }
 
 /// Asks the server to take a document, as cupsStartDocument does, which can say neither that it is packed nor how long
@@ -71,63 +69,123 @@ http_status_t startDocument(ServerConnection& server, const std::string& queue, 
 }
 
 /// Why the document of a job could not be sent; nothing when it could.
-std::optional<std::string> sendDocument(ServerConnection& server, const std::string& queue, int job,
-                                        const SentDocument& document) {
+std::optional<Fault> sendDocument(ServerConnection& server, const std::string& queue, int job,
+                                  const SentDocument& document) {
     std::ifstream file(document.file, std::ios::binary);
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(document.file, error);
     if (!file || error) {
-        return document.title + ": " + (error ? error.message() : systemReason(errno));
+        return Fault{document.title + ": " + (error ? error.message() : systemReason(errno)), true};
     }
-    server.extend(kStepMilliseconds);
+    const ServerPatience& patience = serverPatience();
+    server.allow(patience.stepMilliseconds);
     http_status_t status = startDocument(server, queue, job, document, size);
+    const auto start = std::chrono::steady_clock::now();
+    std::uintmax_t sent = 0;
     std::array<char, 65536> bytes;
-    while (status == HTTP_STATUS_CONTINUE && file) {
-        file.read(bytes.data(), bytes.size());
-        if (file.gcount() > 0) {
-            server.extend(kStepMilliseconds);
-            status = cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
-        }
+    while (status == HTTP_STATUS_CONTINUE && sent < size && file) {
+        file.read(bytes.data(), static_cast<std::streamsize>(std::min<std::uintmax_t>(bytes.size(), size - sent)));
+        // Who is slow at first may make up for it.
+        const std::chrono::duration<double, std::milli> passed = std::chrono::steady_clock::now() - start;
+        server.allow(static_cast<int>(patience.stepMilliseconds +
+                                      1000.0 * static_cast<double>(sent) / patience.slowestBytesPerSecond -
+                                      passed.count()));
+        sent += static_cast<std::uintmax_t>(file.gcount());
+        status = cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
     }
-    if (file.bad()) {
-        return document.file + ": cannot be read to its end";
+    if (status == HTTP_STATUS_CONTINUE && sent < size) {
+        return Fault{document.title + ": cannot be read to its end", true};
     }
     if (status >= HTTP_STATUS_BAD_REQUEST) {
         return faultOf(server, status);
     }
-    server.extend(kStepMilliseconds);
+    server.allow(patience.stepMilliseconds);
     const IPPMessage answer(cupsGetResponse(server.get(), ("/printers/" + queue).c_str()));
     const bool isTaken = status == HTTP_STATUS_CONTINUE && answer && cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE;
     return isTaken ? std::nullopt : std::optional(faultOf(server, status));
 }
 
-void forgetJob(const std::string& queue, int job) {
-    ServerConnection server(kConnectMilliseconds);
-    if (server.get() != nullptr) {
-        cupsCancelJob2(server.get(), queue.c_str(), job, 1);
+std::string jobAddress(int job) {
+    std::array<char, HTTP_MAX_URI> address{};
+    httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), address.size(), "ipp", nullptr, "localhost", ippPort(),
+                     "/jobs/%d", job);
+    return address.data();
+}
+
+/// Whether the server has the document of a job; nothing when it does not say.
+std::optional<bool> hasDocument(int job) {
+    ServerConnection server(serverPatience().questionMilliseconds);
+    const IPPMessage answer = server.get() == nullptr ? nullptr
+                                                      : server.ask(IPP_OP_GET_JOB_ATTRIBUTES, jobAddress(job).c_str(),
+                                                                   {"number-of-documents"});
+    if (!answer || cupsLastError() > IPP_STATUS_OK_EVENTS_COMPLETE) {
+        return std::nullopt;
     }
+    ipp_attribute_t* const count = ippFindAttribute(answer.get(), "number-of-documents", IPP_TAG_INTEGER);
+    return count != nullptr && ippGetInteger(count, 0) > 0;
+}
+
+/// Takes a job back. False when the server does not say that it has.
+bool forgetJob(const std::string& queue, int job) {
+    ServerConnection server(serverPatience().questionMilliseconds, ConnectionWatch::Signals::ignored);
+    return server.get() != nullptr &&
+           (cupsCancelJob2(server.get(), queue.c_str(), job, 1) <= IPP_STATUS_OK_EVENTS_COMPLETE ||
+            cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND);
+}
+
+/// Takes back what a server may have made when its answer was lost: jobs of the user's own, of that title and without a
+/// document.
+void forgetUnansweredJob(const std::string& queue, const std::string& title) {
+    cups_job_t* jobs = nullptr;
+    ServerConnection server(serverPatience().questionMilliseconds, ConnectionWatch::Signals::ignored);
+    const int count =
+        server.get() == nullptr ? 0 : cupsGetJobs2(server.get(), &jobs, queue.c_str(), 1, CUPS_WHICHJOBS_ACTIVE);
+    for (int i = 0; i < count; ++i) {
+        if (jobs[i].title == title && hasDocument(jobs[i].id) == false) {
+            forgetJob(queue, jobs[i].id);
+        }
+    }
+    cupsFreeJobs(std::max(count, 0), jobs);
+}
+
+std::string jobName(const std::string& queue, int job) {
+    return queue + "-" + std::to_string(job);
 }
 
 }  // namespace
 
 std::optional<int> sendToQueue(const std::string& queue, const SentDocument& document, const OptionList& options,
                                std::string* reason) {
-    ServerConnection server(kConnectMilliseconds);
-    if (server.get() == nullptr) {
-        *reason = ServerConnection::silence();
+    std::optional<ServerConnection> server(std::in_place, serverPatience().questionMilliseconds);
+    if (server->get() == nullptr) {
+        *reason = server->fault();
         return std::nullopt;
     }
-    server.extend(kStepMilliseconds);
+    server->allow(serverPatience().stepMilliseconds);
     const Options list(options);
-    const int job = cupsCreateJob(server.get(), queue.c_str(), document.title.c_str(), list.count(), list.list());
+    const int job = cupsCreateJob(server->get(), queue.c_str(), document.title.c_str(), list.count(), list.list());
     if (job == 0) {
-        *reason = faultOf(server, HTTP_STATUS_CONTINUE);
+        const Fault fault = faultOf(*server, HTTP_STATUS_CONTINUE);
+        server.reset();
+        if (!fault.isAnswer) {
+            forgetUnansweredJob(queue, document.title);
+        }
+        *reason = fault.reason;
         return std::nullopt;
     }
-    if (auto fault = sendDocument(server, queue, job, document)) {
-        forgetJob(queue, job);
-        *reason = std::move(*fault);
-        return std::nullopt;
+    const auto fault = sendDocument(*server, queue, job, document);
+    server.reset();
+    if (!fault) {
+        return job;
     }
-    return job;
+    if (!fault->isAnswer && !isInterrupted() && hasDocument(job) == true) {
+        return job;
+    }
+    *reason = fault->reason;
+    if (!forgetJob(queue, job) && !fault->isAnswer) {
+        reason->append("; it does not say whether it has all of ")
+            .append(jobName(queue, job))
+            .append(": look at the queue before you print it again");
+    }
+    return std::nullopt;
 }

@@ -14,8 +14,9 @@ struct SentDocument {
     bool isPacked = false;
 };
 
-/// Sends a document; the server's number of the job, or none with the reason in *reason. Waits as long as the server
-/// takes the document's bytes, but no longer than some seconds for each step. A job that has not all of its document is
-/// no job: the server is told to forget it.
+/// Sends a document; the server's number of the job, or none with the reason in *reason. The time for it grows with the
+/// document (ServerPatience), and only while the server takes it. A job that has not all of its document is no job: the
+/// server is told to forget it. Where the answer is lost, the server is asked whether it has the job; one that does not
+/// say is a failure whose reason tells so.
 std::optional<int> sendToQueue(const std::string& queue, const SentDocument& document, const OptionList& options,
                                std::string* reason);

@@ -4,10 +4,12 @@
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/last_error.h"
+#include "platform/printing/server_connection.h"
 #include "platform/printing/text.h"
 
 struct OpaquePMPrinterList {
     std::future<QueueNames> answer;
+    std::chrono::steady_clock::time_point deadline;
 };
 
 OSStatus PMServerCopyDefaultPrinterID(UInt32 timeoutMilliseconds, CFStringRef* printerID) {
@@ -31,12 +33,14 @@ OSStatus PMPrinterListBegin(UInt32 timeoutMilliseconds, PMPrinterList* list) {
     if (list == nullptr) {
         return failWith(paramErr, "queues", "no place for the list");
     }
-    *list = new OpaquePMPrinterList{listQueues(static_cast<int>(timeoutMilliseconds))};
+    *list = new OpaquePMPrinterList{
+        listQueues(static_cast<int>(timeoutMilliseconds)),
+        std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMilliseconds) + kServerGrace};
     return noErr;
 }
 
 Boolean PMPrinterListIsComplete(PMPrinterList list) {
-    return list == nullptr || !list->answer.valid() ||
+    return list == nullptr || !list->answer.valid() || std::chrono::steady_clock::now() >= list->deadline ||
            list->answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
@@ -45,7 +49,9 @@ OSStatus PMPrinterListCopyPrinterIDs(PMPrinterList list, CFArrayRef* printerIDs)
     if (list == nullptr || printerIDs == nullptr || !list->answer.valid()) {
         return failWith(paramErr, "queues", "no list to copy");
     }
-    const QueueNames answer = list->answer.get();
+    const QueueNames answer = list->answer.wait_until(list->deadline) == std::future_status::ready
+                                  ? list->answer.get()
+                                  : QueueNames{kPMServerNotResponding, ServerConnection::silence(), {}};
     if (answer.status != noErr) {
         return failWith(answer.status, "queues", answer.reason);
     }

@@ -1,28 +1,99 @@
 #include "platform/printing/server_connection.h"
 
+#include "platform/printing/interruption.h"
+#include "platform/printing/server_login.h"
+
 #include <array>
 
-ServerConnection::ServerConnection(int timeoutMilliseconds) {
-    // The library would ask for a password on the terminal; a server that wants one refuses the request instead.
-    cupsSetPasswordCB2([](const char*, http_t*, const char*, const char*, void*) -> const char* { return nullptr; },
-                       nullptr);
-    http_ =
-        httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, timeoutMilliseconds, nullptr);
-    extend(timeoutMilliseconds);
-    if (http_ != nullptr) {
-        constexpr double kSecondsBetweenLooks = 0.1;
-        httpSetTimeout(
-            http_, kSecondsBetweenLooks,
-            [](http_t*, void* deadline) { return Clock::now() < *static_cast<Clock::time_point*>(deadline) ? 1 : 0; },
-            &deadline_);
+ServerPatience& serverPatience() {
+    static ServerPatience patience;
+    return patience;
+}
+
+namespace {
+
+/// Connects in a thread of its own, which is left alone when it takes too long: the look-up of a name and the beginning
+/// of encryption have no limit. Null when it does.
+http_t* connectInTime(int milliseconds) {
+    struct Attempt {
+        std::mutex mutex;
+        std::condition_variable changed;
+        bool isOver = false;
+        bool isWanted = true;
+        http_t* made = nullptr;
+    };
+    const auto attempt = std::make_shared<Attempt>();
+    std::thread([attempt, milliseconds, server = std::string(cupsServer()), port = ippPort(),
+                 encryption = cupsEncryption()] {
+        http_t* const made =
+            httpConnect2(server.c_str(), port, nullptr, AF_UNSPEC, encryption, 1, milliseconds, nullptr);
+        const std::lock_guard lock(attempt->mutex);
+        attempt->isOver = true;
+        attempt->made = made;
+        attempt->changed.notify_all();
+        if (!attempt->isWanted) {
+            httpClose(made);
+        }
+    }).detach();
+    std::unique_lock lock(attempt->mutex);
+    attempt->isWanted = attempt->changed.wait_for(lock, std::chrono::milliseconds(milliseconds),
+                                                  [&attempt] { return attempt->isOver; });
+    return attempt->isWanted ? attempt->made : nullptr;
+}
+
+}  // namespace
+
+ServerConnection::ServerConnection(int timeoutMilliseconds, ConnectionWatch::Signals signals)
+    : http_(connectInTime(timeoutMilliseconds)) {
+    if (http_ == nullptr) {
+        return;
+    }
+    watch_.emplace(http_, timeoutMilliseconds, signals);
+    // Without this the library would wait for a silent server as long as it likes.
+    constexpr double kSecondsBetweenLooks = 0.1;
+    httpSetTimeout(
+        http_, kSecondsBetweenLooks,
+        [](http_t*, void* watch) { return static_cast<ConnectionWatch*>(watch)->isOver() ? 0 : 1; }, &*watch_);
+    cupsSetPasswordCB2(givePassword, this);
+    if (const auto login = knownLogin()) {
+        cupsSetUser(login->user.c_str());
     }
 }
 
-IPPMessage ServerConnection::ask(ipp_op_t operation, const char* printerAddress,
+ServerConnection::~ServerConnection() {
+    if (http_ != nullptr) {
+        cupsSetPasswordCB2(nullptr, nullptr);
+        watch_.reset();
+        httpClose(http_);
+    }
+}
+
+const char* ServerConnection::givePassword(const char* prompt, http_t*, const char*, const char*, void* self) {
+    auto& connection = *static_cast<ServerConnection*>(self);
+    if (connection.watch_->isOver() || isInterrupted()) {
+        return nullptr;
+    }
+    const ConnectionWatch::Pause pause(*connection.watch_);
+    cupsSetPasswordCB2(nullptr, nullptr);  // whoever asks on the terminal calls the library
+    const auto login = connection.watch_->heedsSignals()
+                           ? askForLogin({prompt, address(), cupsUser(), connection.timesAsked_ > 0})
+                           : knownLogin();  // nobody is asked for what is only tidied up
+    cupsSetPasswordCB2(givePassword, self);
+    ++connection.timesAsked_;
+    if (!login) {
+        return nullptr;
+    }
+    cupsSetUser(login->user.c_str());
+    connection.password_ = login->password;
+    return connection.password_.c_str();
+}
+
+IPPMessage ServerConnection::ask(ipp_op_t operation, const char* address,
                                  std::initializer_list<const char*> attributes) {
     ipp_t* const request = ippNewRequest(operation);
-    if (printerAddress != nullptr) {
-        ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, printerAddress);
+    if (address != nullptr) {
+        const bool isJob = std::string_view(address).find("/jobs/") != std::string_view::npos;
+        ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, isJob ? "job-uri" : "printer-uri", nullptr, address);
     }
     ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
     ippAddStrings(request, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
@@ -30,10 +101,31 @@ IPPMessage ServerConnection::ask(ipp_op_t operation, const char* printerAddress,
     return IPPMessage(cupsDoRequest(http_, request, "/"));
 }
 
-std::string ServerConnection::name() {
+bool ServerConnection::wasRefused() {
+    const ipp_status_t error = cupsLastError();
+    // Some of the numbers stand for faults that the library has found itself, which may also say nothing.
+    return error >= IPP_STATUS_ERROR_BAD_REQUEST && error != IPP_STATUS_ERROR_INTERNAL &&
+           error != IPP_STATUS_ERROR_SERVICE_UNAVAILABLE;
+}
+
+std::string ServerConnection::fault() const {
+    if (http_ == nullptr || watch_->isOver()) {
+        return silence();
+    }
+    switch (cupsLastError()) {
+        case IPP_STATUS_ERROR_NOT_AUTHENTICATED:
+        case IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED:
+            return name() + (timesAsked_ > 1 ? " does not accept the user name and password"
+                                             : " wants a user name and a password, and was given none");
+        default:
+            return wasRefused() ? name() + ": " + cupsLastErrorString() : name() + " broke the connection off";
+    }
+}
+
+std::string ServerConnection::address() {
     constexpr int kUsualPort = 631;
-    const std::string host = std::string("the print server ") + cupsServer();
-    return cupsServer()[0] == '/' || ippPort() == kUsualPort ? host : host + ":" + std::to_string(ippPort());
+    const std::string host = cupsServer();
+    return host.starts_with('/') || ippPort() == kUsualPort ? host : host + ":" + std::to_string(ippPort());
 }
 
 std::string queueAddress(const std::string& queue) {

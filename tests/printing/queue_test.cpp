@@ -1,12 +1,16 @@
 // Queues, on a print server that each test starts for itself.
 #include "platform/printing/CompiledPPD.h"
 #include "tests/printing/printing_fixture.h"
+#include "platform/printing/server_connection.h"
 #include "tests/support/print_server.h"
+#include "tests/support/unruly_server.h"
 
 #include <cups/cups.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <ctime>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -403,6 +407,127 @@ TEST_F(Queues, SayWhyTheyCannotBeUsed) {
     EXPECT_EQ(PMPrinterPrintWithFile(withoutQueue.get(), settings.get(), settings.get(), nullptr, nullptr,
                                      fileURL(kTenPages).get(), &job, nullptr),
               kPMNoSuchPrinter);
+}
+
+/// A server that misbehaves, before the real one.
+class UnrulyServers : public Queues {
+protected:
+    using Manner = UnrulyServer::Manner;
+
+    void SetUp() override {
+        Queues::SetUp();
+        serverPatience() = {1000, 1000, 1 << 22};
+        useServer(unruly.address());
+    }
+    void TearDown() override {
+        serverPatience() = {};
+        PMServerSetPasswordProc(nullptr, nullptr);
+        Queues::TearDown();
+    }
+
+    OSStatus print(const Printer& printer, const std::filesystem::path& document = kTenPages) {
+        return PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
+                                      fileURL(document).get(), &job, nullptr);
+    }
+    /// The numbers of the jobs that the real server has or had.
+    std::string jobs() const {
+        const auto [output, status] = run("CUPS_SERVER=" + server.address() + " lpstat -W all -o");
+        return output;
+    }
+
+    UnrulyServer unruly{server.address()};
+    Ticket settings;
+    SInt32 job = 0;
+};
+
+TEST_F(UnrulyServers, HoldNobodyWhoAsksThem) {
+    for (const Manner manner : {Manner::drips, Manner::answersForever}) {
+        unruly.behave(IPP_OP_CUPS_GET_PRINTERS, manner);
+        EXPECT_TRUE(queues(1000, kPMServerNotResponding).empty());
+    }
+    const std::pair<int, Manner> rows[] = {
+        {UnrulyServer::kGet, Manner::cuts},
+        {UnrulyServer::kGet, Manner::drips},
+        {UnrulyServer::kGet, Manner::answersForever},
+        {IPP_OP_GET_PRINTER_ATTRIBUTES, Manner::drops},
+        {IPP_OP_GET_PRINTER_ATTRIBUTES, Manner::talksGarbage},
+        {IPP_OP_GET_PRINTER_ATTRIBUTES, Manner::continues},
+        {IPP_OP_GET_PRINTER_ATTRIBUTES, Manner::evades},
+    };
+    for (const auto& [operation, manner] : rows) {
+        unruly.behave(operation, manner);
+        EXPECT_NE(Printer(std::string("tavro")).status(), noErr) << operation << " " << int(manner);
+        EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro: ")) << text(PMGetLastErrorText());
+        unruly.behave(operation, Manner::obeys);
+    }
+}
+
+TEST_F(UnrulyServers, GetAJobOnceOrLeaveNone) {
+    const Printer printer(std::string("tavro"));
+    ASSERT_EQ(printer.status(), noErr);
+    const std::pair<int, Manner> rows[] = {
+        {IPP_OP_CREATE_JOB, Manner::drops},     {IPP_OP_CREATE_JOB, Manner::talksGarbage},
+        {IPP_OP_CREATE_JOB, Manner::drips},     {IPP_OP_CREATE_JOB, Manner::loses},
+        {IPP_OP_SEND_DOCUMENT, Manner::drops},  {IPP_OP_SEND_DOCUMENT, Manner::isSilent},
+        {IPP_OP_SEND_DOCUMENT, Manner::drips}, {IPP_OP_SEND_DOCUMENT, Manner::takesSlowly},
+    };
+    const auto large = folder.add("large.pdf", readFile(kTenPages) + std::string(16 << 20, '\n'));
+    for (const auto& [operation, manner] : rows) {
+        unruly.behave(operation, manner);
+        EXPECT_EQ(print(printer, manner == Manner::takesSlowly ? large : kTenPages), kPMJobNotTaken)
+            << operation << " " << int(manner);
+        EXPECT_EQ(jobs(), "") << operation << " " << int(manner);
+        unruly.behave(operation, Manner::obeys);
+    }
+
+    // The answer is lost, the job is not: nobody shall print it again.
+    for (const Manner manner : {Manner::loses, Manner::cuts}) {
+        unruly.behave(IPP_OP_SEND_DOCUMENT, manner);
+        ASSERT_EQ(print(printer), noErr) << text(PMGetLastErrorText());
+        EXPECT_TRUE(server.hasCompleted("tavro-" + std::to_string(job)));
+    }
+    EXPECT_EQ(countOf(jobs(), "tavro-"), 2U) << jobs();
+    // Not even that can be asked.
+    unruly.behave(IPP_OP_GET_JOB_ATTRIBUTES, Manner::drops);
+    unruly.behave(IPP_OP_CANCEL_JOB, Manner::drops);
+    EXPECT_EQ(print(printer), kPMJobNotTaken);
+    EXPECT_TRUE(text(PMGetLastErrorText()).ends_with(": look at the queue before you print it again"))
+        << text(PMGetLastErrorText());
+}
+
+TEST_F(UnrulyServers, AreToldThePasswordThatTheUserGives) {
+    struct Answers {
+        std::vector<std::string> passwords;
+        std::string asked;
+    } answers;
+    const auto give = [](CFStringRef host, CFStringRef proposal, Boolean isAgain, CFStringRef* user,
+                         CFStringRef* password, void* context) -> Boolean {
+        auto& given = *static_cast<Answers*>(context);
+        given.asked += text(host) + (isAgain ? " again\n" : "\n");
+        EXPECT_FALSE(text(proposal).empty());
+        if (given.passwords.empty()) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1500));  // longer than any server may take
+        *user = cf("ann").leak();
+        *password = cf(given.passwords.front()).leak();
+        given.passwords.erase(given.passwords.begin());
+        return true;
+    };
+    PMServerSetPasswordProc(give, &answers);
+    for (const int operation : {int{IPP_OP_GET_PRINTER_ATTRIBUTES}, int{IPP_OP_CREATE_JOB}, int{IPP_OP_SEND_DOCUMENT}}) {
+        unruly.behave(operation, Manner::wantsPassword);
+    }
+    EXPECT_EQ(Printer(std::string("tavro")).status(), kPMServerNotResponding);
+    EXPECT_EQ(text(PMGetLastErrorText()), "tavro: the print server " + unruly.address() +
+                                              " wants a user name and a password, and was given none");
+    answers = {{"wrong", "secret"}, {}};
+    const Printer printer(std::string("tavro"));
+    ASSERT_EQ(printer.status(), noErr) << text(PMGetLastErrorText());
+    EXPECT_EQ(answers.asked, unruly.address() + "\n" + unruly.address() + " again\n");
+    ASSERT_EQ(print(printer), noErr) << text(PMGetLastErrorText());  // without another question
+    EXPECT_TRUE(server.hasCompleted("tavro-1"));
+    EXPECT_EQ(answers.asked, unruly.address() + "\n" + unruly.address() + " again\n");
 }
 
 TEST(Servers, ThatDoNotAnswerAreGivenUp) {

@@ -35,7 +35,7 @@ public:
             port_ = ntohs(address.sin_port);
         }
     }
-    ~Listener() { close(socket_); }
+    ~Listener() { ::close(socket_); }
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
@@ -49,9 +49,13 @@ public:
         for (ssize_t count = 0; (count = read(connection, bytes, sizeof bytes)) > 0;) {
             received.append(bytes, static_cast<std::size_t>(count));
         }
-        close(connection);
+        ::close(connection);
         return received;
     }
+
+    /// The next connection; -1 when the listener is closed.
+    [[nodiscard]] int accept() const { return accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC); }
+    void close() const { shutdown(socket_, SHUT_RDWR); }
 
     /// Whether another connection waits.
     [[nodiscard]] bool hasMore() const {
