@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -50,18 +49,13 @@ About aboutOf(const std::string& key) {
     return row == itemRows().end() ? About::printing : row->about;
 }
 
-/// By its name, so that it is one in settings of other editions too.
-bool isSecret(std::string key) {
-    static constexpr std::array<std::string_view, 5> kWords{"password", "passcode", "creditcard", "authorization",
-                                                            "secret"};
-    std::ranges::transform(key, key.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
-    return std::ranges::any_of(kWords, [&](std::string_view word) { return key.find(word) != std::string::npos; });
-}
-
 /// What a user types into an option of a printer may be a passcode, whatever the option is called.
 bool isTypedByUser(const std::string& key, CFTypeRef value) {
-    return key != "PageSize" && key != "PageRegion" && CFGetTypeID(value) == CFStringGetTypeID() &&
-           utf8(static_cast<CFStringRef>(value)).starts_with("Custom.");
+    if (key == "PageSize" || key == "PageRegion" || CFGetTypeID(value) != CFStringGetTypeID()) {
+        return false;
+    }
+    const std::string text = utf8(static_cast<CFStringRef>(value));
+    return text.starts_with("Custom.") || text.starts_with('{');
 }
 
 /// Hands over each item: its key as text, the key, the value.
@@ -77,7 +71,8 @@ void eachItem(CFDictionaryRef items, Take take) {
 }
 
 bool isKept(const std::string& key, CFTypeRef value, About least) {
-    return aboutOf(key) >= least && !isSecret(key) && !isTypedByUser(key, value);
+    // A secret is one by its name, in settings of other editions too.
+    return aboutOf(key) >= least && !PMSettingIsSecret(nullptr, cfString(key).get()) && !isTypedByUser(key, value);
 }
 
 /// Whether everything below the value is kept.

@@ -79,7 +79,9 @@ void PrintSession::dropChoicesNotOffered() {
         const auto key = CFRef<CFStringRef>::retain(static_cast<CFStringRef>(keys[i]));
         const std::string keyword = utf8(key.get());
         const std::string option = utf8(static_cast<CFStringRef>(values[i]));
-        if (choices_->hasKeyword(keyword) && !choices_->offers(keyword, option)) {
+        // A secret that is not taken must stop the job and not go unnoticed.
+        if (!PMSettingIsSecret(printer_.get(), key.get()) && choices_->hasKeyword(keyword) &&
+            !choices_->offers(keyword, option)) {
             choicesNotOffered_.push_back(std::string(keyword).append("=").append(option));
             CFDictionaryRemoveValue(pairs, key.get());
         }

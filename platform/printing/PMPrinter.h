@@ -74,6 +74,10 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
 OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option, CFStringRef* title,
                                     CFStringRef* optionTitle);
 
+/// Whether a setting holds what nobody else may see, and no message may show: by the words of its key, or because it
+/// takes a passcode or password of the printer (which may be null).
+Boolean PMSettingIsSecret(PMPrinter printer, CFStringRef key);
+
 /// Makes the tickets' PPD dictionary, copies and orientation the user's own defaults of the printer's queue
 /// (lpoptions(1)), with which every program prints: what differs from the queue's defaults is kept, and what is the
 /// same is forgotten. A passcode, a page range and what no other program could ask for are left out, and what the user
@@ -138,7 +142,8 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 /// PostScript that ends with a line or null, goes to the end of the job's setup, before its first page. Blocks until it
 /// is written; the file is replaced whole and is private to the user. A passcode goes by no command line, message or
 /// file of others. paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page range,
-/// control characters in an option, a passcode that is not 4 to 10 ASCII digits or that the printer has no use for),
+/// control characters in an option, or quotation marks where it becomes a printer command, a passcode that is not 4 to
+/// 10 ASCII digits or that the printer has no use for, whichever way it is asked for),
 /// fnfErr for a document that cannot be read, kPMFilterFailed, kPMCannotWriteOutput; always with the reason.
 OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
                                        CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination);

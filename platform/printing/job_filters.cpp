@@ -30,8 +30,8 @@ std::string userName() {
 /// kept from others. And the filters take "Collate" out of the options, so that no sets would be uncollated.
 std::string choicesByDefault(const Job& job) {
     std::string lines;
-    if (job.request.passcode) {
-        lines += "*Default" + job.printer->ppd.passcodeKeyword + ": Custom." + *job.request.passcode + "\n";
+    for (const auto& [keyword, secret] : job.request.secrets) {
+        lines += "*Default" + keyword + ": Custom." + secret + "\n";
     }
     if (isUncollated(job.request)) {
         lines += std::string("*Default") + kCollateKeyword + ": False\n";

@@ -5,6 +5,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
+#include "platform/printing/secret_options.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -67,31 +68,63 @@ bool isPasscode(const std::string& text) {
            std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
-/// The passcode of the job becomes its own item of the request, checked: it reaches the printer's commands as it is.
-OSStatus takePasscode(PMTicketRef printSettings, const std::string& keyword, JobRequest* request) {
+/// Whether a text can stand in a PPD as a choice by default.
+bool isPlain(const std::string& text) {
+    return !text.empty() && std::ranges::all_of(text, [](unsigned char c) {
+        return c > ' ' && c < 0x7F && std::string_view("\"\\/:()<>").find(static_cast<char>(c)) == std::string_view::npos;
+    });
+}
+
+/// Secrets become items of their own of the request, checked: they reach the printer's commands as they are. What asks
+/// for one that the printer does not take must not be printed openly.
+OSStatus takeSecrets(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* request) {
     CFStringRef item = nullptr;
     if (PMTicketGetCFString(printSettings, kPMTopLevel, kPMTopLevel, kPMJobPasscodeKey, &item) == noErr) {
         request->passcode = utf8Text(item);
     }
-    static constexpr std::string_view kCustom = "Custom.";
-    std::erase_if(request->choices, [&](const auto& option) {
-        const auto& [name, value] = option;
-        if (name != keyword) {
-            return false;
+    OptionList others;
+    for (const auto& [name, value] : request->choices) {
+        const PPDOption* const option = ppd.findOption(name);
+        const bool isNothing = value == "None" || value.empty() || (option != nullptr && option->findChoice(value));
+        const bool isPasscode = name == ppd.passcodeKeyword;
+        if (isNothing ? !(isPasscode && request->passcode) : !isSecretOption(ppd, name)) {
+            others.emplace_back(name, value);
+            continue;
         }
-        if (!request->passcode && value.starts_with(kCustom)) {
-            request->passcode = value.substr(kCustom.size());
+        if (isNothing) {
+            continue;  // the passcode of the job stands in its place
         }
-        return request->passcode.has_value();
-    });
+        const auto secret = typedValue(value);
+        if (!secret || option == nullptr || !option->findChoice("Custom") || !(isPasscode || isPlain(*secret))) {
+            return failWith(paramErr, name, "the printer does not take what stands there, and would print the job openly");
+        }
+        if (!isPasscode) {
+            request->secrets.emplace_back(name, *secret);
+        } else if (!request->passcode) {
+            request->passcode = secret;
+        }
+    }
+    request->choices = std::move(others);
     if (!request->passcode) {
         return noErr;
     }
     if (!isPasscode(*request->passcode)) {
         return failWith(paramErr, "secure print", "a passcode has 4 to 10 digits");
     }
-    if (keyword.empty()) {
+    if (ppd.passcodeKeyword.empty()) {
         return failWith(paramErr, "secure print", "the printer cannot hold a job for a passcode");
+    }
+    request->secrets.emplace_back(ppd.passcodeKeyword, *request->passcode);
+    return noErr;
+}
+
+/// What is typed into an option of the printer's commands stands there in quotation marks, and nothing can hold one.
+OSStatus checkCommands(const OptionList& choices, const PPDFile& ppd) {
+    for (const auto& [name, value] : choices) {
+        const PPDOption* const option = ppd.findOption(name);
+        if (option != nullptr && option->isCommand && option->hasTextCustom && value.find('"') != std::string::npos) {
+            return failWith(paramErr, name, "a printer command cannot hold quotation marks");
+        }
     }
     return noErr;
 }
@@ -107,8 +140,7 @@ bool isPageRange(const std::string& text) {
     return text.size() <= 1000 && std::regex_match(text, pattern);
 }
 
-OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const std::string& passcodeKeyword,
-                        JobRequest* request) {
+OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const PPDFile& ppd, JobRequest* request) {
     CFMutableDictionaryRef pairs = nullptr;
     CFNumberRef orientationItem = nullptr;
     if (PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs) != noErr ||
@@ -129,7 +161,10 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const
         return status;
     }
 
-    if (const OSStatus status = takePasscode(printSettings, passcodeKeyword, request); status != noErr) {
+    if (const OSStatus status = takeSecrets(printSettings, ppd, request); status != noErr) {
+        return status;
+    }
+    if (const OSStatus status = checkCommands(request->choices, ppd); status != noErr) {
         return status;
     }
     request->holdUntil = string(printSettings, kPMJobHoldUntilTimeKey);

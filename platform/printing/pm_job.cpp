@@ -32,8 +32,8 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageF
     if (!std::filesystem::is_regular_file(job->document)) {
         return failWith(fnfErr, job->document, "is not a file");
     }
-    const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd.passcodeKeyword, &job->request);
-    if (status == noErr && job->request.passcode && !readsPostScript(*printer)) {
+    const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &job->request);
+    if (status == noErr && !job->request.secrets.empty() && !readsPostScript(*printer)) {
         return failWith(paramErr, "secure print", "the printer's own filter makes its jobs, and it takes no passcode");
     }
     if (job->request.title.empty()) {

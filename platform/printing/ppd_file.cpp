@@ -101,10 +101,10 @@ OptionList markedChoices(const ppd_file_t& ppd) {
     return marked;
 }
 
-bool hasSecretParameter(ppd_coption_t* custom) {
+bool hasParameter(ppd_coption_t* custom, std::initializer_list<ppd_cptype_t> types) {
     for (const auto* parameter = custom == nullptr ? nullptr : ppdFirstCustomParam(custom); parameter != nullptr;
          parameter = ppdNextCustomParam(custom)) {
-        if (parameter->type == PPD_CUSTOM_PASSCODE || parameter->type == PPD_CUSTOM_PASSWORD) {
+        if (std::ranges::find(types, parameter->type) != types.end()) {
             return true;
         }
     }
@@ -118,7 +118,10 @@ PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installab
         made.choices.push_back({choice.choice, choice.text, choice.marked != 0});
     }
     made.defaultChoice = made.findChoice(option.defchoice);
-    made.hasSecretCustom = hasSecretParameter(ppdFindCustomOption(ppd, option.keyword));
+    ppd_coption_t* const custom = ppdFindCustomOption(ppd, option.keyword);
+    made.hasSecretCustom = hasParameter(custom, {PPD_CUSTOM_PASSCODE, PPD_CUSTOM_PASSWORD});
+    made.hasTextCustom = made.hasSecretCustom || hasParameter(custom, {PPD_CUSTOM_STRING});
+    made.isCommand = option.section == PPD_ORDER_JCL;
     return made;
 }
 

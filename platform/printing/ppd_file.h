@@ -26,6 +26,8 @@ struct PPDOption {
     std::vector<PPDChoice> choices;
     std::optional<std::size_t> defaultChoice;  // position of the *Default... of the PPD; none when it names none
     bool hasSecretCustom = false;              // its custom choice takes a passcode or password
+    bool hasTextCustom = false;                // or any other text
+    bool isCommand = false;                    // its code is one of the printer's commands, not PostScript
 
     /// The position of a choice; none when the option has no such choice.
     [[nodiscard]] std::optional<std::size_t> findChoice(std::string_view choice) const;

@@ -5,6 +5,7 @@
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_record.h"
 #include "platform/printing/saved_options.h"
+#include "platform/printing/secret_options.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -58,7 +59,7 @@ bool isKept(const OpaquePMPrinter& printer, const std::string& name) {
         return true;
     }
     const PPDOption* const option = printer.ppd.findOption(name);
-    return option != nullptr && !option->installable && name != printer.ppd.passcodeKeyword;
+    return option != nullptr && !option->installable && !isSecretOption(printer.ppd, name);
 }
 
 /// The options of the destination's line once the job's are its defaults. Those that are not kept stay as they are, but
@@ -111,7 +112,7 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
                         "only a queue has defaults of its own");
     }
     JobRequest request;
-    if (const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd.passcodeKeyword, &request);
+    if (const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &request);
         status != noErr) {
         return status;
     }

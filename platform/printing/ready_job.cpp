@@ -17,6 +17,19 @@ int rotationAgainst(SInt32 orientation) {
     }
 }
 
+/// A text of the user's that becomes a string of the PPD's PostScript: there a backslash begins something else, and
+/// the print server's library escapes brackets only.
+std::string escapedForPostScript(const PPDOption* option, const std::string& value) {
+    if (option == nullptr || !option->hasTextCustom || option->isCommand || option->findChoice(value)) {
+        return value;
+    }
+    std::string escaped;
+    for (const char c : value) {
+        escaped.append(c == '\\' ? 2 : 1, c);
+    }
+    return escaped;
+}
+
 }  // namespace
 
 bool isUncollated(const JobRequest& request) {
@@ -25,7 +38,7 @@ bool isUncollated(const JobRequest& request) {
 }
 
 bool mustBeReady(const Job& job) {
-    return job.request.passcode || job.cover != nullptr || job.setup != nullptr ||
+    return !job.request.secrets.empty() || job.cover != nullptr || job.setup != nullptr ||
            (job.request.copies > 1 && isUncollated(job.request));
 }
 
@@ -56,7 +69,9 @@ OptionList filterOptions(const Job& job) {
     if (queue.orientation) {
         options.emplace_back(kOrientationOption, kPortraitRequested);
     }
-    setOptions(&options, job.request.choices);
+    for (const auto& [name, value] : job.request.choices) {
+        setOption(&options, name, escapedForPostScript(job.printer->ppd.findOption(name), value));
+    }
     const bool hasScaling = findOption(queue.others, kScalingOption) != nullptr;
     for (const auto& [name, value] : job.request.layout) {
         const bool isDone = name == kPageRangesOption && mustPickPages(job);
