@@ -33,18 +33,18 @@ private:
     int count_ = 0;
 };
 
-/// Why a step failed, and whether the server itself has said so.
+/// Why a step failed, and whether the server may have done it all the same: it has not said so, and had what it needs.
 struct Fault {
     std::string reason;
-    bool isAnswer;
+    bool isOpen;
 };
 
 Fault faultOf(const ServerConnection& server, http_status_t status) {
     if (status >= HTTP_STATUS_BAD_REQUEST && status < HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED &&
         status != HTTP_STATUS_UNAUTHORIZED) {
-        return {httpStatus(status), true};
+        return {httpStatus(status), false};
     }
-    return {server.fault(), ServerConnection::wasRefused()};
+    return {server.fault(), !ServerConnection::wasRefused()};
 }
 
 /// Asks the server to take a document, as cupsStartDocument does, which can say neither that it is packed nor how long
@@ -75,7 +75,7 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(document.file, error);
     if (!file || error) {
-        return Fault{document.title + ": " + (error ? error.message() : systemReason(errno)), true};
+        return Fault{document.title + ": " + (error ? error.message() : systemReason(errno)), false};
     }
     const ServerPatience& patience = serverPatience();
     server.allow(patience.stepMilliseconds);
@@ -94,10 +94,15 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
         status = cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
     }
     if (status == HTTP_STATUS_CONTINUE && sent < size) {
-        return Fault{document.title + ": cannot be read to its end", true};
+        return Fault{document.title + ": cannot be read to its end", false};
     }
     if (status >= HTTP_STATUS_BAD_REQUEST) {
         return faultOf(server, status);
+    }
+    if (sent < size && !ServerConnection::wasRefused()) {
+        return Fault{ServerConnection::name() + (server.isOverdue() ? " takes the document too slowly"
+                                                                    : " went away before it had the whole job"),
+                     false};
     }
     server.allow(patience.stepMilliseconds);
     const IPPMessage answer(cupsGetResponse(server.get(), ("/printers/" + queue).c_str()));
@@ -167,7 +172,7 @@ std::optional<int> sendToQueue(const std::string& queue, const SentDocument& doc
     if (job == 0) {
         const Fault fault = faultOf(*server, HTTP_STATUS_CONTINUE);
         server.reset();
-        if (!fault.isAnswer) {
+        if (fault.isOpen) {
             forgetUnansweredJob(queue, document.title);
         }
         *reason = fault.reason;
@@ -178,11 +183,11 @@ std::optional<int> sendToQueue(const std::string& queue, const SentDocument& doc
     if (!fault) {
         return job;
     }
-    if (!fault->isAnswer && !isInterrupted() && hasDocument(job) == true) {
+    if (fault->isOpen && !isInterrupted() && hasDocument(job) == true) {
         return job;
     }
     *reason = fault->reason;
-    if (!forgetJob(queue, job) && !fault->isAnswer) {
+    if (!forgetJob(queue, job) && fault->isOpen) {
         reason->append("; it does not say whether it has all of ")
             .append(jobName(queue, job))
             .append(": look at the queue before you print it again");

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] http_t* get() const { return http_; }
     /// Sets the deadline anew, from now on.
     void allow(int milliseconds) { watch_->allow(milliseconds); }
+    [[nodiscard]] bool isOverdue() const { return watch_->isOver(); }
 
     /// The answer to a question about the printer or the job at the address (null for one about the server), with the
     /// attributes that are asked for; null when there is none. cupsLastError() says how it went.
