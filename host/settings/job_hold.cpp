@@ -12,6 +12,7 @@
 namespace {
 
 constexpr LongDateTime kMinute = 60;
+constexpr LongDateTime kHour = 3600;
 constexpr LongDateTime kDay = 86400;
 constexpr double kNoTimeBeyond = 1e12;  // the year 33,000
 
@@ -63,13 +64,12 @@ std::string holdUntil(LongDateTime moment, std::time_t now) {
     fields.tm_min = date.ld.minute;
     fields.tm_sec = date.ld.second;
     fields.tm_isdst = -1;  // as it is on that day
-    const std::time_t earliest = now + kMinute;
-    const std::time_t latest = now + kDay - 2 * kMinute;
-    const std::time_t time = std::clamp(std::mktime(&fields), earliest, latest);
+    const std::time_t time = std::max<std::time_t>(std::mktime(&fields), now + kMinute);
     const std::time_t wholeMinute = (time + kMinute - 1) / kMinute * kMinute;
-    std::tm utc{};
-    gmtime_r(&wholeMinute, &utc);
-    return twoFields(utc.tm_hour, utc.tm_min);
+    const std::time_t sinceMidnight = wholeMinute - now / kDay * kDay;
+    const bool isWithinADay = wholeMinute - now < kDay - kMinute;
+    const std::time_t told = isWithinADay ? sinceMidnight % kDay : sinceMidnight;
+    return twoFields(static_cast<int>(told / kHour), static_cast<int>(told % kHour / kMinute));
 }
 
 std::string timeOfDay(LongDateTime moment) {

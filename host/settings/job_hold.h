@@ -20,9 +20,10 @@ struct PrintTime {
 /// When a delayed job is printed; nothing for other jobs.
 std::optional<PrintTime> readPrintTime(PMTicketRef printSettings, LongDateTime now);
 
-/// "HH:MM" in UTC of a moment in the user's time zone, seconds rounded up. A queue waits for the next such time, so a
-/// moment that has begun, or begins while the job is on its way, becomes the next minute, and one that is a day ahead
-/// or more (a day on which clocks are set back has 25 hours) the last minute of the next 24 hours.
+/// "HH:MM" in UTC of a moment in the user's time zone, with the zone's offset on that day, seconds rounded up. A queue
+/// waits for the next such time, so a moment that has begun, or begins while the job is on its way, becomes the next
+/// minute. The hours of one that is 24 hours ahead or more (a day on which clocks are set back has 25) are counted on
+/// from the UTC day of now: 42:30.
 std::string holdUntil(LongDateTime moment, std::time_t now);
 
 /// "HH:MM" of the moment.

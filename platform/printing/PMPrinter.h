@@ -129,7 +129,8 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 /// The digits without which the printer does not print the job. With the item, also an empty one, the job is a secret
 /// one or none.
 #define kPMJobPasscodeKey CFSTR("com.tavro.print.JobInfo.Passcode")
-/// "HH:MM" in UTC, the next of which a queue waits for; a job in a file has nobody who could wait.
+/// "HH:MM" in UTC, the next of which a queue waits for; hours from 24 on are those of the next day. A job in a file has
+/// nobody who could wait.
 #define kPMJobHoldUntilTimeKey CFSTR("com.apple.print.JobInfo.PMJobHoldUntilTime")
 // Keys of the page format ticket.
 #define kPMOrientationKey CFSTR("com.apple.print.PageFormat.PMOrientation")  // 1 portrait, 2 and 3 landscape

@@ -380,6 +380,16 @@ TEST_F(Queues, HoldAJobUntilItsTime) {
     EXPECT_EQ(waiting[0].state, IPP_JSTATE_HELD);
     cupsFreeJobs(count, waiting);
     EXPECT_FALSE(std::filesystem::exists(server.printedBy("tavro")));
+
+    // More than a day ahead, as on a day of 25 hours.
+    const std::time_t midnight = std::time(nullptr) / 86400 * 86400;
+    settings.setString(kPMJobHoldUntilTimeKey, "47:30");
+    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
+                                     fileURL(kTenPages).get(), &job, nullptr),
+              noErr);
+    server.stop(SIGTERM);
+    const std::string kept = readFile(folder / "server/cache/job.cache");
+    EXPECT_NE(kept.find("HoldUntil " + std::to_string(midnight + 47 * 3600 + 1800) + "\n"), std::string::npos) << kept;
 }
 
 TEST_F(Queues, SayWhyTheyCannotBeUsed) {
