@@ -80,6 +80,9 @@ JobOutcome sendJob(const Document& document, const Printer& printer, const Print
     if (const auto passcode = readPasscode(settings.get())) {
         settings.set(kPMJobPasscodeKey, *passcode);
     }
+    if (leavesOutFold(session)) {
+        settings.choose(kFoldKeyword, CFSTR("None"));
+    }
     const auto coverSheet = makeCoverSheet(document, session, texts);
     const JobMark mark = makeJobMark(document, session, coverSheet.get() != nullptr);
     if (mark.fault) {

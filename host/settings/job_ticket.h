@@ -25,6 +25,13 @@ public:
     void set(CFStringRef key, const std::string& value) {
         PMTicketSetCFString(ticket_, kHostClient, key, cfString(value).get(), kPMUnlocked);
     }
+    /// Chooses an option of a PPD main keyword.
+    void choose(CFStringRef mainKeyword, CFStringRef option) {
+        CFMutableDictionaryRef pairs = nullptr;
+        if (PMTicketGetPPDDict(ticket_, kPMTopLevel, &pairs) == noErr) {
+            CFDictionarySetValue(pairs, mainKeyword, option);
+        }
+    }
 
 private:
     PMTicketRef ticket_ = 0;

@@ -9,6 +9,9 @@
 
 namespace {
 
+constexpr const char* kFold = "BookletFoldOpt";
+constexpr const char* kFoldAndStaple = "BookletFoldStapleOpt";
+
 class Sentences {
 public:
     Sentences(const PrintSession& session, JobWay way, CFBundleRef texts)
@@ -81,7 +84,10 @@ private:
 
     /// The pages are not put together; outlines and their order have no meaning then.
     void tellBooklet() {
-        if (chosen_.isBooklet) {
+        if (leavesOutFold(session_)) {
+            add(session_.choice(kFoldKeyword) == kFoldAndStaple ? "Left Out Folded and Stapled Booklet"
+                                                          : "Left Out Folded Booklet");
+        } else if (chosen_.isBooklet) {
             add("Left Out Booklet");
         }
         if (isOfAnotherSize(chosen_.bookletSize)) {
@@ -177,6 +183,11 @@ private:
 };
 
 }  // namespace
+
+bool leavesOutFold(const PrintSession& session) {
+    const std::string fold = session.choice(kFoldKeyword);
+    return (fold == kFold || fold == kFoldAndStaple) && readPanelChoices(session.printSettings()).isBooklet;
+}
 
 std::vector<std::string> tellLeftOut(const PrintSession& session, JobWay way, CFBundleRef texts) {
     return Sentences(session, way, texts).make();

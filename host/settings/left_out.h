@@ -10,8 +10,14 @@
 #include <string>
 #include <vector>
 
+/// The PPD's main keyword of folds.
+#define kFoldKeyword CFSTR("TRFoldOptions")
+
 /// Where a job goes.
 enum class JobWay { queue, file };
+
+/// Whether a booklet's fold must be left out: the pages are not put together, so the stack would be folded across them.
+bool leavesOutFold(const PrintSession& session);
 
 /// A sentence in the user's words for each thing that the job leaves out; none when all is in it. `texts` is the
 /// program's own bundle.

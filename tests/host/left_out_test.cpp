@@ -118,6 +118,9 @@ TEST_F(LeftOut, ThingsThatOnlyTheMakersDriverReads) {
     for (const auto& row : rows) {
         EXPECT_EQ(tell(row.items), row.sentences) << row.items;
     }
+    EXPECT_EQ(tell(item("BookletLayout", "<true/>"), choice("TRFoldOptions", "BookletFoldOpt")),
+              Sentences{"The pages will not be put together as a booklet, and nothing is folded: each is printed on a "
+                        "side of its own, in the order of the document."});
     EXPECT_EQ(tell(numberItem("SeparatorOption", 2), choice("MediaType", "Transparency")),
               Sentences{"There will be no separators between the transparencies."});
 }

@@ -33,6 +33,7 @@ protected:
 
 /// Everything that a panel can leave in the settings and no PPD option tells.
 const std::string kAllLeftOut = R"(
+    <key>PPDDict</key><dict><key>TRFoldOptions</key><string>BookletFoldStapleOpt</string></dict>
     <key>com.tavro.print.JobLevelStock</key><dict><key>Weight</key><integer>90</integer></dict>
     <key>com.tavro.print.SpecialPages.InsertList</key><array>
       <dict><key>StartPage</key><integer>3</integer><key>Quantity</key><integer>2</integer></dict></array>
