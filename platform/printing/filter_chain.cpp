@@ -10,7 +10,9 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
 #include <vector>
 
@@ -114,8 +116,18 @@ struct Filter {
     pid_t process = -1;
     Descriptor messagePipe;
     Messages messages;
+    bool hadNoRoom = false;
     int status = 0;
 };
+
+/// Whether there is no room for what filters put there. It is looked at when one says something, because it takes away
+/// what it has there before it ends.
+bool isFull(const std::string& folder) {
+    constexpr std::uintmax_t kRoomForOneBuffer = 65536;
+    std::error_code error;
+    const std::filesystem::space_info space = std::filesystem::space(folder, error);
+    return !error && space.available < kRoomForOneBuffer;
+}
 
 /// What a filter is started with.
 class FileActions {
@@ -202,7 +214,7 @@ bool readSome(int pipe, Take take) {
 
 /// Takes the last filter's output, and the messages of all, until every filter has closed its ends. False when
 /// `output` takes no more, or the program is to end: the filters are stopped.
-bool readAll(std::vector<Filter>& filters, Descriptor result, ByteSink& output) {
+bool readAll(std::vector<Filter>& filters, Descriptor result, const std::string& workFolder, ByteSink& output) {
     constexpr int kMillisecondsToEnd = 5000;
     std::vector<pollfd> waiting{{interruptionDescriptor(), POLLIN, 0}, {result.get(), POLLIN, 0}};
     constexpr std::size_t kFirstMessages = 2;
@@ -231,6 +243,7 @@ bool readAll(std::vector<Filter>& filters, Descriptor result, ByteSink& output) 
             const bool goesOn = readSome(waiting[i].fd, [&](std::string_view bytes) {
                 if (i >= kFirstMessages) {
                     filters[i - kFirstMessages].messages.add(bytes);
+                    filters[i - kFirstMessages].hadNoRoom |= isFull(workFolder);
                 } else if (!output.write(bytes)) {
                     giveUp();
                 }
@@ -247,6 +260,9 @@ bool isCause(const Filter& filter) {
 }
 
 std::string failureOf(const Filter& filter, const FilterJob& job) {
+    if (filter.hadNoRoom) {
+        return filter.program + ": no room is left in " + temporaryFolder();
+    }
     if (!filter.messages.reason().empty()) {
         return filter.program + ": " + filter.messages.reason();
     }
@@ -299,7 +315,7 @@ OSStatus runFilters(std::span<const std::string> programs, const FilterJob& job,
     std::vector<Filter> filters;
     Descriptor result;
     const int error = startFilters(programs, job, workFolder.path(), &filters, &result);
-    const bool isTaken = readAll(filters, std::move(result), output);
+    const bool isTaken = readAll(filters, std::move(result), workFolder.path(), output);
     for (Filter& filter : filters) {
         while (waitpid(filter.process, &filter.status, 0) < 0 && errno == EINTR) {
         }
