@@ -2,6 +2,7 @@
 
 #include "host/dialog/notice.h"
 #include "host/dialog/print_dialog.h"
+#include "host/dialog/server_password.h"
 #include "host/dialog/start_marks.h"
 #include "host/job/check_settings.h"
 #include "host/job/command_line.h"
@@ -13,18 +14,23 @@
 #include "host/script/script_file.h"
 #include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/files/temporary_files.h"
 #include "platform/toolbox/Automation.h"
 
 #include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <initializer_list>
+#include <utility>
 
 namespace {
 
@@ -107,10 +113,34 @@ PrinterChoice choiceOf(const Printer& printer, const CommandLine& line) {
 }
 
 void openToolbox(char* programName, bool scripted) {
+    static bool isOpen = false;
+    if (std::exchange(isOpen, true)) {
+        return;
+    }
     // Qt would take arguments of its own from the command line. It keeps what it is given.
     static int argumentCount = 1;
     static std::array<char*, 2> arguments{programName, nullptr};
     ToolboxInitialize(&argumentCount, arguments.data(), scripted);
+}
+
+/// A print server may want a password before there is a window.
+void askPasswordsInWindows(char* programName, bool scripted) {
+    askServerPasswordsInWindows([programName, scripted]() -> CFBundleRef {
+        openToolbox(programName, scripted);
+        static auto bundle = openBundle(hostBundlePath());
+        return bundle ? bundle->get() : nullptr;
+    });
+}
+
+/// Passcodes and passwords are in the memory of this program and of the filters that it starts, and shall not get into a
+/// core file. The one protects this program, in whatever way cores are collected; programs that it starts have only the
+/// other: with this limit the kernel writes no core file, and starts nobody who collects them.
+void writeNoCoreFiles() {
+    prctl(PR_SET_DUMPABLE, 0);
+    rlimit limit{};
+    getrlimit(RLIMIT_CORE, &limit);
+    limit.rlim_cur = 1;
+    setrlimit(RLIMIT_CORE, &limit);
 }
 
 /// Says why the document cannot be printed, in a window too when the user would see nothing else.
@@ -150,7 +180,9 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
 ExitStatus printAtOnce(const JobSetup& setup, char* programName) {
     openToolbox(programName, true);  // cover sheets are drawn with its fonts
     auto bundle = openBundle(hostBundlePath());
-    return fail(bundle ? printWithoutWindow(setup, bundle->get()) : bundle.failure());
+    const ExitStatus status = fail(bundle ? printWithoutWindow(setup, bundle->get()) : bundle.failure());
+    sweepTemporaryFolder();
+    return status;
 }
 
 ExitStatus check(const JobSetup& setup) {
@@ -160,6 +192,7 @@ ExitStatus check(const JobSetup& setup) {
 
 ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, char* programName) {
     openToolbox(programName, line.isScripted());
+    askPasswordsInWindows(programName, line.isScripted());
     markStart("toolbox");
     auto bundle = openBundle(hostBundlePath());
     if (!bundle) {
@@ -187,6 +220,9 @@ ExitStatus run(const CommandLine& line, char* programName) {
     if (!line.print && !line.check && !line.isScripted() && !hasDisplay()) {
         return fail({ExitStatus::usage, "there is no display; --print and --script do without one"});
     }
+    if (!line.print && !line.check && !line.isScripted()) {
+        askPasswordsInWindows(programName, false);
+    }
     auto job = openJobSetup(line, samplePPDPath());
     if (!job) {
         return failToOpen(job.failure(), line, programName);
@@ -203,6 +239,8 @@ ExitStatus run(const CommandLine& line, char* programName) {
 int main(int argc, char** argv) try {
     openStandardStreams();
     markStart("main");
+    writeNoCoreFiles();
+    std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a fault like others
     auto line = readCommandLine({argv + 1, argv + argc});
     if (!line) {
         return static_cast<int>(fail(line.failure()));

@@ -32,6 +32,12 @@ enum HostControl : SInt32 {
     kPresetName = 100,
     kPresetNameOK = 101,
     kPresetNameCancel = 102,
+    // The window that asks for the password of a print server.
+    kServerQuestion = 110,
+    kServerUser = 111,
+    kServerPassword = 112,
+    kServerPasswordOK = 113,
+    kServerPasswordCancel = 114,
 };
 
 /// Null when the window has no such control.

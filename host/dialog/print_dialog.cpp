@@ -11,6 +11,7 @@
 #include "host/settings/remedy.h"
 #include "host/settings/summary.h"
 #include "host/settings/texts.h"
+#include "platform/files/temporary_files.h"
 #include "platform/toolbox/Windows.h"
 
 #include <algorithm>
@@ -191,6 +192,7 @@ void PrintDialog::handleShown() {
         return;
     }
     presets_->refresh();
+    sweepTemporaryFolder();
     if (auto shown = std::exchange(shown_, nullptr)) {
         printers_->fill(std::move(shown));
     }

@@ -13,6 +13,10 @@ std::string temporaryFolder() {
     return folder == nullptr || *folder == '\0' ? "/tmp" : folder;
 }
 
+void sweepTemporaryFolder() {
+    sweepLitter(temporaryFolder());
+}
+
 Descriptor makeTemporaryFile() {
     Descriptor file(open(temporaryFolder().c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!file && (errno == EOPNOTSUPP || errno == EISDIR)) {

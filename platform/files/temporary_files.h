@@ -7,12 +7,15 @@
 
 std::string temporaryFolder();
 
+/// Takes away what programs that were killed have left there.
+void sweepTemporaryFolder();
+
 /// An open file there without a name, private to the user: nothing is left of it when the program ends, in whatever
 /// way. None, with errno, when it cannot be made.
 Descriptor makeTemporaryFile();
 
 /// A folder there, private to the user, for programs that are started and take one. It goes with the object, with all
-/// that is in it; when the program is killed, the next one takes it away (sweepTemporaryFolders).
+/// that is in it; when the program is killed, the next one takes it away (sweepTemporaryFolder).
 class WorkFolder {
 public:
     WorkFolder();

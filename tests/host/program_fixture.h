@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -70,8 +71,12 @@ protected:
                                       pointers(variables).data());
         posix_spawn_file_actions_destroy(&actions);
         EXPECT_EQ(error, 0) << words[0];
+        if (whileRunning) {
+            whileRunning(child);
+        }
         int status = 0;
         waitpid(child, &status, 0);
+        hasLeftCore = WIFSIGNALED(status) && WCOREDUMP(status);
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), contentOf(output), contentOf(errors)};
     }
 
@@ -88,6 +93,8 @@ protected:
     }
 
     TemporaryFolder folder;
+    std::function<void(pid_t)> whileRunning;  // called once the program is started
+    mutable bool hasLeftCore = false;         // the last program
 
 private:
     static std::vector<char*> pointers(Words& words) {

@@ -3,7 +3,9 @@
 #include "tests/host/watermark_fixture.h"
 #include "tests/support/places.h"
 #include "tests/support/print_server.h"
+#include "tests/support/unruly_server.h"
 
+#include <sys/stat.h>
 #include <algorithm>
 
 namespace fs = std::filesystem;
@@ -269,6 +271,57 @@ TEST_F(ProgramWithQueues, SaysWhenTheServerGoesAwayInTheMiddleOfAJob) {
     const Run done = print("tavro", "ok\n", {document});
     killer.join();
     expectNotSent(done, "tavro", "the print server " + server.address() + " went away");
+}
+
+TEST_F(ProgramWithQueues, AsksForThePasswordThatAServerWants) {
+    UnrulyServer unruly(server.address());
+    unruly.behave(IPP_OP_CREATE_JOB, UnrulyServer::Manner::wantsPassword);
+    const Words environment{"CUPS_SERVER=" + unruly.address(), "CUPS_USER=ann"};
+    const Run refused = run({"--printer", "tavro", "--print", kTenPages}, environment);
+    EXPECT_EQ(refused.status, 5);
+    EXPECT_EQ(refused.errors, "tavro-print: tavro: the print server " + unruly.address() +
+                                  " wants a user name and a password, and was given none\n");
+
+    const std::string typed = "expect Host:111 text \"ann\"\ntype Host:112 \"secret\"\ncontrols\nshot password\n";
+    const Run inDialog =
+        run({"--printer", "tavro", "--shots", folder.path().string(), "--script",
+             add("script", "ok\ntype Host:112 \"wrong\"\nclick Host:113\n" + typed + "click Host:113\n"), kTenPages},
+            environment);
+    EXPECT_EQ(inDialog.status, 0) << inDialog.errors;
+    EXPECT_TRUE(has(inDialog.output, "has not accepted this name and password")) << inDialog.output;
+    EXPECT_TRUE(has(inDialog.output, "tavro-1\n")) << inDialog.output;
+    EXPECT_FALSE(has(inDialog.output, "secret"));
+    EXPECT_EQ(
+        run({"--printer", "tavro", "--script", add("script", "ok\nclick Host:114\ncancel\n"), kTenPages}, environment)
+            .status,
+        5);
+
+    // On a terminal, which shows what is typed as long as it is not told otherwise.
+    const std::string keyboard = folder / "keyboard";
+    ASSERT_EQ(mkfifo(keyboard.c_str(), 0600), 0);
+    whileRunning = [&](pid_t) {
+        std::ofstream keys(keyboard);
+        EXPECT_TRUE(eventually([&] { return has(contentOf(folder / "stdout"), "assword"); }));
+        keys << "secret\n" << std::flush;
+        EXPECT_TRUE(eventually([&] { return has(contentOf(folder / "stdout"), "tavro-2"); }));
+    };
+    const std::string command = kProgram + " --printer tavro --print " + kTenPages;
+    const Run onTerminal =
+        start("/bin/sh", {"-c", "exec script -qec '" + command + "' /dev/null <'" + keyboard + "'"}, environment);
+    EXPECT_EQ(onTerminal.status, 0) << onTerminal.output;
+    EXPECT_FALSE(has(onTerminal.output, "secret")) << onTerminal.output;
+}
+
+TEST_F(ProgramWithQueues, TakesAJobBackThatIsInterrupted) {
+    UnrulyServer unruly(server.address());
+    unruly.behave(IPP_OP_SEND_DOCUMENT, UnrulyServer::Manner::isSilent);
+    whileRunning = [&](pid_t program) {
+        EXPECT_TRUE(eventually([&] { return unruly.countOf(IPP_OP_SEND_DOCUMENT) > 0; }));
+        kill(program, SIGTERM);
+    };
+    const Run done = run({"--printer", "tavro", "--print", kTenPages}, {"CUPS_SERVER=" + unruly.address()});
+    EXPECT_EQ(done.status, -SIGTERM);
+    EXPECT_EQ(server.admin("lpstat -W all -o"), "");
 }
 
 TEST_F(ProgramWithQueues, WaitsForNoServer) {

@@ -1,7 +1,7 @@
 // Queues, on a print server that each test starts for itself.
 #include "platform/printing/CompiledPPD.h"
-#include "tests/printing/printing_fixture.h"
 #include "platform/printing/server_connection.h"
+#include "tests/printing/printing_fixture.h"
 #include "tests/support/print_server.h"
 #include "tests/support/unruly_server.h"
 
@@ -476,9 +476,9 @@ TEST_F(UnrulyServers, GetAJobOnceOrLeaveNone) {
     const Printer printer(std::string("tavro"));
     ASSERT_EQ(printer.status(), noErr);
     const std::pair<int, Manner> rows[] = {
-        {IPP_OP_CREATE_JOB, Manner::drops},     {IPP_OP_CREATE_JOB, Manner::talksGarbage},
-        {IPP_OP_CREATE_JOB, Manner::drips},     {IPP_OP_CREATE_JOB, Manner::loses},
-        {IPP_OP_SEND_DOCUMENT, Manner::drops},  {IPP_OP_SEND_DOCUMENT, Manner::isSilent},
+        {IPP_OP_CREATE_JOB, Manner::drops},    {IPP_OP_CREATE_JOB, Manner::talksGarbage},
+        {IPP_OP_CREATE_JOB, Manner::drips},    {IPP_OP_CREATE_JOB, Manner::loses},
+        {IPP_OP_SEND_DOCUMENT, Manner::drops}, {IPP_OP_SEND_DOCUMENT, Manner::isSilent},
         {IPP_OP_SEND_DOCUMENT, Manner::drips}, {IPP_OP_SEND_DOCUMENT, Manner::takesSlowly},
     };
     const auto large = folder.add("large.pdf", readFile(kTenPages) + std::string(16 << 20, '\n'));
@@ -525,12 +525,13 @@ TEST_F(UnrulyServers, AreToldThePasswordThatTheUserGives) {
         return true;
     };
     PMServerSetPasswordProc(give, &answers);
-    for (const int operation : {int{IPP_OP_GET_PRINTER_ATTRIBUTES}, int{IPP_OP_CREATE_JOB}, int{IPP_OP_SEND_DOCUMENT}}) {
+    for (const int operation :
+         {int{IPP_OP_GET_PRINTER_ATTRIBUTES}, int{IPP_OP_CREATE_JOB}, int{IPP_OP_SEND_DOCUMENT}}) {
         unruly.behave(operation, Manner::wantsPassword);
     }
     EXPECT_EQ(Printer(std::string("tavro")).status(), kPMServerNotResponding);
-    EXPECT_EQ(text(PMGetLastErrorText()), "tavro: the print server " + unruly.address() +
-                                              " wants a user name and a password, and was given none");
+    EXPECT_EQ(text(PMGetLastErrorText()),
+              "tavro: the print server " + unruly.address() + " wants a user name and a password, and was given none");
     answers = {{"wrong", "secret"}, {}};
     const Printer printer(std::string("tavro"));
     ASSERT_EQ(printer.status(), noErr) << text(PMGetLastErrorText());

@@ -18,17 +18,17 @@ class UnrulyServer {
 public:
     enum class Manner {
         obeys,
-        drops,           // the connection, when it has read the request's beginning
-        isSilent,        // from then on
-        takesSlowly,     // 64 kB of the request at a time
-        loses,           // the answer, which the real server has given
-        cuts,            // the answer in the middle
+        drops,        // the connection, when it has read the request's beginning
+        isSilent,     // from then on
+        takesSlowly,  // 64 kB of the request at a time
+        loses,        // the answer, which the real server has given
+        cuts,         // the answer in the middle
         talksGarbage,
-        drips,           // a header without an end, byte by byte
-        continues,       // to say "100 Continue"
-        evades,          // with an answer that is none, again and again
+        drips,      // a header without an end, byte by byte
+        continues,  // to say "100 Continue"
+        evades,     // with an answer that is none, again and again
         answersForever,
-        wantsPassword,   // of user "ann": "secret"
+        wantsPassword,  // of user "ann": "secret"
     };
     static constexpr int kGet = 0;  // stands for the operation of what is fetched
 
@@ -66,7 +66,8 @@ private:
         std::size_t length = 0;  // of the whole body
 
         [[nodiscard]] int operation() const {
-            return body.size() < 4 ? kGet : static_cast<unsigned char>(body[2]) * 256 + static_cast<unsigned char>(body[3]);
+            return body.size() < 4 ? kGet
+                                   : static_cast<unsigned char>(body[2]) * 256 + static_cast<unsigned char>(body[3]);
         }
     };
 
@@ -179,7 +180,8 @@ private:
             case Manner::wantsPassword:
                 if (field(request, "Authorization") != "Basic YW5uOnNlY3JldA==") {
                     say(connection,
-                        "HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\"\r\nContent-Length: 0\r\n\r\n");
+                        "HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\"\r\nContent-Length: "
+                        "0\r\n\r\n");
                     return false;
                 }
                 break;
@@ -197,8 +199,7 @@ private:
     template <typename Text>
     bool repeat(int connection, int milliseconds, Text text) const {
         char ignored = 0;
-        while (!isOver_ && say(connection, text()) &&
-               recv(connection, &ignored, 1, MSG_PEEK | MSG_DONTWAIT) != 0) {
+        while (!isOver_ && say(connection, text()) && recv(connection, &ignored, 1, MSG_PEEK | MSG_DONTWAIT) != 0) {
             std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
         }
         return false;

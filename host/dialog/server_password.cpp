@@ -1,0 +1,69 @@
+#include "host/dialog/server_password.h"
+
+#include "host/dialog/dialog_controls.h"
+#include "host/script/text.h"
+#include "host/settings/texts.h"
+#include "platform/printing/PMPrinter.h"
+#include "platform/toolbox/Events.h"
+#include "platform/toolbox/Windows.h"
+
+#include <utility>
+
+namespace {
+
+struct PasswordWindow {
+    WindowRef window = nullptr;
+    bool isAccepted = false;
+};
+
+OSStatus handleCommand(EventHandlerCallRef, EventRef event, void* userData) {
+    auto& dialog = *static_cast<PasswordWindow*>(userData);
+    HICommand command{};
+    GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
+    switch (command.commandID) {
+        case FourCharCode("ok  "):
+            dialog.isAccepted = true;
+            return QuitAppModalLoopForWindow(dialog.window);
+        case FourCharCode("not!"):
+            return QuitAppModalLoopForWindow(dialog.window);
+        default:
+            return eventNotHandledErr;
+    }
+}
+
+Boolean ask(CFStringRef server, CFStringRef proposal, Boolean isAgain, CFStringRef* user, CFStringRef* password,
+            void* bundleOf) {
+    const CFBundleRef bundle = (*static_cast<std::function<CFBundleRef()>*>(bundleOf))();
+    PasswordWindow dialog;
+    IBNibRef nib = nullptr;
+    if (bundle == nullptr || CreateNibReferenceWithCFBundle(bundle, CFSTR("ServerPassword"), &nib) != noErr) {
+        return false;
+    }
+    const OSStatus status = CreateWindowFromNib(nib, CFSTR("ServerPassword"), &dialog.window);
+    DisposeNibReference(nib);
+    if (status != noErr) {
+        return false;  // the toolbox has told which file does not load, and why
+    }
+    setStaticText(
+        hostControl(dialog.window, kServerQuestion),
+        localized(bundle, isAgain ? CFSTR("Server Refuses Password") : CFSTR("Server Wants Password"), utf8(server)));
+    setFieldText(hostControl(dialog.window, kServerUser), cfString(utf8(proposal)));
+    static constexpr EventTypeSpec kCommand{kEventClassCommand, kEventCommandProcess};
+    InstallWindowEventHandler(dialog.window, handleCommand, 1, &kCommand, &dialog, nullptr);
+    SetKeyboardFocus(dialog.window, hostControl(dialog.window, kServerPassword));
+    RunAppModalLoopForWindow(dialog.window);
+    if (dialog.isAccepted) {
+        *user = cfString(fieldText(hostControl(dialog.window, kServerUser))).leak();
+        *password = cfString(fieldText(hostControl(dialog.window, kServerPassword))).leak();
+    }
+    DisposeWindow(dialog.window);
+    return dialog.isAccepted;
+}
+
+}  // namespace
+
+void askServerPasswordsInWindows(std::function<CFBundleRef()> bundle) {
+    static std::function<CFBundleRef()> bundleOf;
+    bundleOf = std::move(bundle);
+    PMServerSetPasswordProc(ask, &bundleOf);
+}
