@@ -132,9 +132,9 @@ void askPasswordsInWindows(char* programName, bool scripted) {
     });
 }
 
-/// Passcodes and passwords are in the memory of this program and of the filters that it starts, and shall not get into a
-/// core file. The one protects this program, in whatever way cores are collected; programs that it starts have only the
-/// other: with this limit the kernel writes no core file, and starts nobody who collects them.
+/// Passcodes and passwords are in the memory of this program and of the filters that it starts, and shall not get into
+/// a core file. The one protects this program, in whatever way cores are collected; programs that it starts have only
+/// the other: with this limit the kernel writes no core file, and starts nobody who collects them.
 void writeNoCoreFiles() {
     prctl(PR_SET_DUMPABLE, 0);
     rlimit limit{};

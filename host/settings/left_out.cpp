@@ -86,7 +86,7 @@ private:
     void tellBooklet() {
         if (leavesOutFold(session_)) {
             add(session_.choice(kFoldKeyword) == kFoldAndStaple ? "Left Out Folded and Stapled Booklet"
-                                                          : "Left Out Folded Booklet");
+                                                                : "Left Out Folded Booklet");
         } else if (chosen_.isBooklet) {
             add("Left Out Booklet");
         }

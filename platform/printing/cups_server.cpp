@@ -1,9 +1,9 @@
 #include "platform/printing/cups_server.h"
 
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/saved_options.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ppd_file.h"
+#include "platform/printing/saved_options.h"
 #include "platform/printing/server_connection.h"
 #include "platform/printing/server_login.h"
 
@@ -74,8 +74,7 @@ DefaultQueue askForUsersDefault(int timeoutMilliseconds) {
     }
     ServerConnection server(timeoutMilliseconds);
     auto name = server.get() == nullptr ? std::nullopt : askForDefault(server);
-    return name ? DefaultQueue{noErr, {}, std::move(*name)}
-                : DefaultQueue{kPMServerNotResponding, server.fault(), {}};
+    return name ? DefaultQueue{noErr, {}, std::move(*name)} : DefaultQueue{kPMServerNotResponding, server.fault(), {}};
 }
 
 std::vector<std::string> namesIn(ipp_t* answer) {
@@ -89,9 +88,8 @@ std::vector<std::string> namesIn(ipp_t* answer) {
 
 QueueNames askForQueues(int timeoutMilliseconds) {
     ServerConnection server(timeoutMilliseconds);
-    const IPPMessage answer = server.get() == nullptr
-                                  ? nullptr
-                                  : server.ask(IPP_OP_CUPS_GET_PRINTERS, nullptr, {"printer-name"});
+    const IPPMessage answer =
+        server.get() == nullptr ? nullptr : server.ask(IPP_OP_CUPS_GET_PRINTERS, nullptr, {"printer-name"});
     if (!answer || !isFine()) {
         return {kPMServerNotResponding, server.fault(), {}};
     }
@@ -187,9 +185,8 @@ FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
         (announced > 0 && announced != size)) {
         return {kPMServerNotResponding, server.fault(), {}};
     }
-    return ftruncate(file, size) == 0
-               ? fetched
-               : FetchedQueue{kPMUnusableDescription, "its PPD: " + systemReason(errno), {}};
+    return ftruncate(file, size) == 0 ? fetched
+                                      : FetchedQueue{kPMUnusableDescription, "its PPD: " + systemReason(errno), {}};
 }
 
 /// What the server says of a queue when it is asked for the attributes.

@@ -74,8 +74,8 @@ std::string folder(const char* variable, const char* fallback) {
 /// What the print server of this machine converts, from the files that its packages bring.
 std::vector<Conversion> installedConversions() {
     std::vector<Conversion> all;
-    for (const fs::path& place :
-         {fs::path(folder("CUPS_DATADIR", "/usr/share/cups")) / "mime", fs::path(folder("CUPS_SERVERROOT", "/etc/cups"))}) {
+    for (const fs::path& place : {fs::path(folder("CUPS_DATADIR", "/usr/share/cups")) / "mime",
+                                  fs::path(folder("CUPS_SERVERROOT", "/etc/cups"))}) {
         std::error_code error;
         for (fs::directory_iterator entry(place, error), end; !error && entry != end; entry.increment(error)) {
             if (entry->path().extension() != ".convs") {

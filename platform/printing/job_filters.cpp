@@ -148,8 +148,7 @@ OSStatus failWithoutRoute(const Job& job, const std::string& reason) {
 OSStatus filterForPrinter(const std::string& contentType, const Job& job, const FilterJob& filterJob,
                           ByteSink& output) {
     std::string reason;
-    const auto route =
-        findRouteToPrinter(contentType, sizeOf(filterJob.document), job.printer->ppd.filters, &reason);
+    const auto route = findRouteToPrinter(contentType, sizeOf(filterJob.document), job.printer->ppd.filters, &reason);
     return route ? runRoute(*route, job, filterJob, output) : failWithoutRoute(job, reason);
 }
 

@@ -71,7 +71,8 @@ bool isPasscode(const std::string& text) {
 /// Whether a text can stand in a PPD as a choice by default.
 bool isPlain(const std::string& text) {
     return !text.empty() && std::ranges::all_of(text, [](unsigned char c) {
-        return c > ' ' && c < 0x7F && std::string_view("\"\\/:()<>").find(static_cast<char>(c)) == std::string_view::npos;
+        return c > ' ' && c < 0x7F &&
+               std::string_view("\"\\/:()<>").find(static_cast<char>(c)) == std::string_view::npos;
     });
 }
 
@@ -96,7 +97,8 @@ OSStatus takeSecrets(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* 
         }
         const auto secret = typedValue(value);
         if (!secret || option == nullptr || !option->findChoice("Custom") || !(isPasscode || isPlain(*secret))) {
-            return failWith(paramErr, name, "the printer does not take what stands there, and would print the job openly");
+            return failWith(paramErr, name,
+                            "the printer does not take what stands there, and would print the job openly");
         }
         if (!isPasscode) {
             request->secrets.emplace_back(name, *secret);

@@ -62,7 +62,7 @@ struct PPDFile {
     std::optional<PPDCustomSizes> customSizes;
     std::vector<PPDConstraint> constraints;
     std::vector<std::string> filters;  // the print server's lines that say which filters make what the printer reads
-    std::string passcodeKeyword;  // of the custom option that takes a passcode; empty when there is none
+    std::string passcodeKeyword;       // of the custom option that takes a passcode; empty when there is none
 
     /// Null when the PPD has no such option.
     [[nodiscard]] const PPDOption* findOption(std::string_view keyword) const;

@@ -99,8 +99,9 @@ OSStatus replaceFile(const fs::path& path, const std::string& text) {
         fs::permissions(folder, fs::perms::owner_all, error);
     }
     PendingFile file(path.string());
-    return file.write(text) && file.commit() ? noErr
-                                             : failWith(kPMCannotWriteOutput, path.string(), systemReason(file.error()));
+    return file.write(text) && file.commit()
+               ? noErr
+               : failWith(kPMCannotWriteOutput, path.string(), systemReason(file.error()));
 }
 
 }  // namespace
@@ -112,8 +113,7 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
                         "only a queue has defaults of its own");
     }
     JobRequest request;
-    if (const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &request);
-        status != noErr) {
+    if (const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &request); status != noErr) {
         return status;
     }
     const std::string destination = utf8Text(printer->id.get());

@@ -17,8 +17,7 @@ std::string utf8Text(CFStringRef string) {
 }
 
 CFRef<CFStringRef> makeString(std::string_view bytes) {
-    return CFRef<CFStringRef>::adopt(
-        CFStringCreateWithFileSystemRepresentation(nullptr, std::string(bytes).c_str()));
+    return CFRef<CFStringRef>::adopt(CFStringCreateWithFileSystemRepresentation(nullptr, std::string(bytes).c_str()));
 }
 
 std::string filePath(CFURLRef url) {

@@ -246,8 +246,8 @@ TEST_F(Jobs, ReportWhatAFilterSays) {
 
     filter("pdftops", "cat >/dev/null; kill -9 $$");
     EXPECT_EQ(write(), kPMFilterFailed);
-    EXPECT_TRUE(reason().ends_with("pdftops was stopped by signal 9; it read this document and the PPD " +
-                                   kZR420.string()))
+    EXPECT_TRUE(
+        reason().ends_with("pdftops was stopped by signal 9; it read this document and the PPD " + kZR420.string()))
         << reason();
 
     // Ended well, with half of the job lost.
