@@ -1,4 +1,6 @@
 // Jobs into a file, through the real filters.
+#include "platform/printing/filter_route.h"
+#include "platform/printing/ppd_file.h"
 #include "tests/printing/printing_fixture.h"
 
 #include <gtest/gtest.h>
@@ -10,11 +12,22 @@ namespace {
 
 class Jobs : public testing::Test {
 protected:
-    OSStatus write(const std::filesystem::path& document = kTenPages) {
-        return PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), cover.get(), setup.get(),
+    OSStatus write(const std::filesystem::path& document = kTenPages) { return writeTo(printer, document); }
+    OSStatus writeTo(const Printer& to, const std::filesystem::path& document = kTenPages) {
+        return PMPrinterWritePostScriptToURL(to.get(), settings.get(), format.get(), cover.get(), setup.get(),
                                              fileURL(document).get(), fileURL(output).get());
     }
     std::string reason() const { return text(PMGetLastErrorText()); }
+
+    /// A PPD as the ZR420's, with other lines instead of its filter's.
+    std::filesystem::path ppdWith(const std::string& lines) const {
+        static const std::regex filter("\\*cupsFilter:[^\n]*\n");
+        return folder.add("other.ppd", std::regex_replace(readFile(kZR420), filter, "") + lines + "\n");
+    }
+    void setUp(const std::string& code) {
+        setup = CFRef<CFDataRef>::adopt(
+            CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(code.data()), static_cast<CFIndex>(code.size())));
+    }
 
     TemporaryFolder folder;
     std::filesystem::path output = folder / "job.ps";
@@ -160,8 +173,7 @@ TEST_F(Jobs, CarryCodeBehindTheirSetup) {
     ASSERT_EQ(write(), noErr) << reason();
     const std::string plain = readFile(output);
     const std::string code = "% first line\n% last line\n";
-    setup = CFRef<CFDataRef>::adopt(
-        CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(code.data()), static_cast<CFIndex>(code.size())));
+    setUp(code);
     ASSERT_EQ(write(), noErr) << reason();
     std::string job = readFile(output);
     const std::size_t place = job.find(code + "%%EndSetup\n%%Page: 1 1\n");
@@ -170,6 +182,98 @@ TEST_F(Jobs, CarryCodeBehindTheirSetup) {
     static const std::regex times("%%CreationDate[^\n]*|%%Invocation[^\n]*");
     EXPECT_EQ(std::regex_replace(job, times, ""), std::regex_replace(plain, times, ""));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(output.parent_path()), {}), 1);
+}
+
+TEST_F(Jobs, GoTheWayThatThePrintServerGoes) {
+    for (const char* line :
+         {"*cupsFilter: \"application/vnd.cups-postscript 0 -\"", "",
+          "*cupsFilter: \"application/vnd.cups-raster 50 rastertohp\"",
+          "*cupsFilter2: \"application/vnd.cups-raster image/urf 0 -\"",
+          "*cupsFilter: \"image/pwg-raster 0 -\"\n*cupsFilter: \"text/plain 0 texttotext\"",
+          "*cupsFilter: \"application/* 5 rastertoepson\"", "*cupsFilter: \"application/pdf 0 -\""}) {
+        const auto ppd = ppdWith(line);
+        std::string fault;
+        const auto file = readPPDFile(ppd, &fault);
+        ASSERT_TRUE(file) << fault;
+        const auto route = findRouteToPrinter(kPDFType, std::filesystem::file_size(kTenPages), file->filters, &fault);
+        ASSERT_TRUE(route) << line << fault;
+        std::string ours;
+        for (const std::string& filter : route->filters) {
+            ours += filter + " ";
+        }
+        EXPECT_EQ(ours, run("for f in $(/usr/sbin/cupsfilter --list-filters -p '" + ppd.string() +
+                            "' -m printer/x -e -i application/pdf '" + kTenPages.string() +
+                            "' 2>/dev/null); do printf '%s ' $f; done")
+                            .first)
+            << line;
+    }
+    ASSERT_EQ(writeTo(Printer(ppdWith("*cupsFilter: \"application/vnd.cups-raster 50 rastertohp\""))), noErr)
+        << reason();
+    EXPECT_TRUE(
+        readFile(output).starts_with("\x1B"
+                                     "E\x1B"));  // a reset, as PCL begins
+
+    // What cannot be put into what a printer's own filter makes goes in before, or makes no job.
+    const std::string own = folder.add("own", "#!/bin/sh\ncat \"$6\"\n");
+    std::filesystem::permissions(own, std::filesystem::perms::owner_all);
+    const Printer printerWithFilter(ppdWith("*cupsFilter: \"application/vnd.cups-postscript 0 " + own + "\""));
+    setUp("% a watermark\n");
+    ASSERT_EQ(writeTo(printerWithFilter), noErr) << reason();
+    EXPECT_EQ(count(readFile(output), "% a watermark\n%%EndSetup\n"), 1U);
+    settings.setString(kPMJobPasscodeKey, "8642");
+    EXPECT_EQ(writeTo(printerWithFilter), paramErr);
+    EXPECT_EQ(reason(), "secure print: the printer's own filter makes its jobs, and it takes no passcode");
+}
+
+TEST_F(Jobs, BlameThePPDForWhatItLacks) {
+    const auto ppd = ppdWith("*cupsFilter: \"application/vnd.cups-raster 0 rastertonothing\"");
+    EXPECT_EQ(writeTo(Printer(ppd)), kPMFilterFailed);
+    EXPECT_EQ(reason(), ppd.string() +
+                            ": rastertonothing: this filter is not installed "
+                            "(/usr/lib/cups/filter/rastertonothing)");
+    EXPECT_FALSE(std::filesystem::exists(output));
+    EXPECT_EQ(Printer(folder.add("one-line.ppd", "*PPD-Adobe: \"4.3\"\n")).status(), kPMUnusableDescription);
+    EXPECT_EQ(reason(), (folder / "one-line.ppd").string() + ": is not a usable PPD: it has no Product");
+    const std::string cut = readFile(kZR420).substr(0, 6000);
+    EXPECT_EQ(Printer(folder.add("cut.ppd", cut)).status(), kPMUnusableDescription);
+    EXPECT_TRUE(reason().ends_with("its default paper has no size")) << reason();
+}
+
+TEST_F(Jobs, PrintNoSecretOpenly) {
+    const Printer withoutPasscodes(
+        folder.add("plain.ppd", std::regex_replace(readFile(kZR420), std::regex("[^\n]*JCLPasscode[^\n]*\n"), "")));
+    ASSERT_EQ(withoutPasscodes.status(), noErr) << reason();
+    for (const char* value : {"Custom.8642", "{Passcode=8642}", "8642"}) {
+        set(settings.ppd(), "JCLPasscode", value);
+        EXPECT_EQ(writeTo(withoutPasscodes), paramErr) << value;
+        EXPECT_TRUE(reason().starts_with("JCLPasscode: ")) << reason();
+        EXPECT_EQ(reason().find("8642"), std::string::npos) << reason();
+        EXPECT_EQ(write(), value == std::string("8642") ? paramErr : noErr) << value << reason();
+        EXPECT_EQ(count(readFile(output), "HOLDKEY=\"8642\"\n"), 1U) << value;
+    }
+    set(settings.ppd(), "JCLPasscode", "None");
+    EXPECT_EQ(writeTo(withoutPasscodes), noErr) << reason();
+}
+
+TEST_F(Jobs, HoldWhatIsTypedAsItIs) {
+    const auto option = [](const std::string& name, const std::string& open, const std::string& code) {
+        return "*" + open + "OpenUI *" + name + ": PickOne\n*OrderDependency: 20 " +
+               (open.empty() ? "DocumentSetup" : "JCLSetup") + " *" + name + "\n*Default" + name + ": None\n*" + name +
+               " None: \"\"\n*" + open + "CloseUI: *" + name + "\n*Custom" + name + " True: \"" + code +
+               "\"\n*ParamCustom" + name + " Text: 1 string 1 40\n";
+    };
+    const Printer noted(ppdWith(option("JCLNote", "JCL", "@PJL SET NOTE=<22>\\1<22><0A>") +
+                                option("Note", "", "(%stderr)(w)file exch writestring")));
+    ASSERT_EQ(noted.status(), noErr) << reason();
+    set(settings.ppd(), "JCLNote", "Custom.a\\(b");
+    set(settings.ppd(), "Note", "Custom.a\\)(b\\");
+    ASSERT_EQ(writeTo(noted), noErr) << reason();
+    EXPECT_EQ(count(readFile(output), "@PJL SET NOTE=\"a\\(b\"\n"), 1U);
+    EXPECT_NE(run("gs -q -dBATCH -dNOPAUSE -sDEVICE=nullpage '" + output.string() + "'").first.find("a\\)(b\\"),
+              std::string::npos);
+    set(settings.ppd(), "JCLNote", "Custom.a\"b");
+    EXPECT_EQ(writeTo(noted), paramErr);
+    EXPECT_EQ(reason(), "JCLNote: a printer command cannot hold quotation marks");
 }
 
 TEST_F(Jobs, RefuseSettingsThatNoJobCanHave) {
