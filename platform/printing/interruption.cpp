@@ -17,7 +17,10 @@ std::atomic<int> event = -1;
 std::array<struct sigaction, kSignals.size()> formerActions;
 
 void keep(int signal) {
-    signalThatCame = signal;
+    if (signalThatCame.exchange(signal) != 0) {
+        std::signal(signal, SIG_DFL);
+        raise(signal);  // when the handler has returned
+    }
     const std::uint64_t one = 1;
     [[maybe_unused]] const ssize_t ignored = write(event, &one, sizeof one);
 }
@@ -28,8 +31,7 @@ Interruption::Interruption() {
     signalThatCame = 0;
     event = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     struct sigaction action {};
-    action.sa_handler = keep;
-    action.sa_flags = SA_RESTART;
+    action.sa_handler = keep;  // whoever waits for a key is woken by it
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
         sigaction(kSignals[i], nullptr, &formerActions[i]);
         if (formerActions[i].sa_handler == SIG_DFL) {

@@ -87,9 +87,9 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
         file.read(bytes.data(), static_cast<std::streamsize>(std::min<std::uintmax_t>(bytes.size(), size - sent)));
         // Who is slow at first may make up for it.
         const std::chrono::duration<double, std::milli> passed = std::chrono::steady_clock::now() - start;
-        server.allow(static_cast<int>(patience.stepMilliseconds +
-                                      1000.0 * static_cast<double>(sent) / patience.slowestBytesPerSecond -
-                                      passed.count()));
+        const double allowed = patience.stepMilliseconds +
+                               1000.0 * static_cast<double>(sent) / patience.slowestBytesPerSecond - passed.count();
+        server.allow(static_cast<int>(std::min(allowed, 1e9)));
         sent += static_cast<std::uintmax_t>(file.gcount());
         status = cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
     }
