@@ -60,7 +60,9 @@ constexpr const char* kNotes =
     "Notes:\n"
     "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
     "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
-    "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n";
+    "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n"
+    "  A print server that wants a password gets the one that you type, in a window or, with --print, on the terminal,\n"
+    "  where CUPS_USER says who you are to it.\n";
 constexpr std::size_t kHelpColumn = 30;
 
 struct ExitStatusRow {
