@@ -75,7 +75,7 @@ void Runner::run(const Line& line) {
     // When a line comes back out of its modal dialog, a later one may have failed already; that one is told.
     if (reason && !failed_) {
         failed_ = true;
-        std::fprintf(stderr, "%s%s\n", place.c_str(), reason->c_str());
+        std::fprintf(stderr, "%s\n", readable(place + *reason).c_str());
     }
 }
 

@@ -22,7 +22,7 @@ std::optional<Script> readScriptFile(const std::string& path, std::string* reaso
                            static_cast<std::size_t>(CFDataGetLength(data.get()))},
                           ownActions);
     for (const Error& fault : parsed.errors) {
-        std::fprintf(stderr, "%s:%d: column %d: %s\n", path.c_str(), fault.line, fault.column, fault.reason.c_str());
+        std::fprintf(stderr, "%s:%d: column %d: %s\n", readable(path).c_str(), fault.line, fault.column, fault.reason.c_str());
     }
     return parsed;
 }

@@ -54,6 +54,27 @@ TEST_F(PrintsAtOnce, WhatNoPanelWouldHaveLeftAsItIs) {
     EXPECT_NE(job().find("%%BeginFeature: *Duplex DuplexTumble"), std::string::npos);
 }
 
+TEST_F(PrintsAtOnce, FilesWhoseNamesAreNotUTF8) {
+    const std::string name = folder / "caf\xE9";
+    for (const auto& [from, ending] : {std::pair{kTenPages, ".pdf"}, {kZR420, ".ppd"}}) {
+        std::filesystem::copy_file(from, name + ending);
+    }
+    const Words files{"--ppd",         name + ".ppd", name + ".pdf", "--ticket-out",
+                      name + ".plist", "--job-out",   name + ".ps"};
+    Words words = files;
+    words.emplace_back("--print");
+    EXPECT_EQ(run(words).status, 0);
+    // The panels find the PPD that the settings name.
+    words = files;
+    const std::string before = add("again.plist", contentOf(name + ".plist"));
+    words.insert(words.end(), {"--script", add("script", "panel 1\nok\n"), "--ticket-in", before});
+    std::filesystem::remove(name + ".ps");
+    EXPECT_EQ(run(words).status, 0);
+    EXPECT_NE(contentOf(name + ".ps").find("%%Pages: 10\n"), std::string::npos);
+    const Run missing = run({"--ppd", kZR420, "--print", name});
+    EXPECT_EQ(missing.errors, "tavro-print: " + (folder / "caf\u00E9") + ": No such file or directory\n");
+}
+
 TEST_F(PrintsAtOnce, AndTellsWhatItCannotPrint) {
     const Run other =
         print({"--ticket-in", settings("<key>Duplex</key><string>Sideways</string>"), "--job-out", folder / "job.ps"});
