@@ -107,6 +107,11 @@ bool PendingFile::linkAside() {
     if (link(destination_)) {
         return true;
     }
+    if (errno != EEXIST) {
+        return false;
+    }
+    sweepLitter(folderOf(destination_));
+    errno = EEXIST;
     const std::string first = folderOf(destination_) + kLitterPrefix + std::to_string(getpid()) + "-";
     for (int number = 0; errno == EEXIST; ++number) {
         if (const std::string name = first + std::to_string(number); link(name)) {
