@@ -3,6 +3,7 @@
 #include "host/dialog/notice.h"
 #include "host/dialog/preset_name_dialog.h"
 #include "host/script/text.h"
+#include "host/settings/output_color.h"
 #include "host/settings/preset_content.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
@@ -199,6 +200,9 @@ void DialogPresets::makeDefaults() {
                      localized(bundle_, CFSTR("Preset Make Defaults Button")),
                      localized(bundle_, CFSTR("Preset Cancel Button")))) {
         return;
+    }
+    if (const CFStringRef correction = findOutputColorCorrection(session)) {
+        session.setChoice(kColorCorrectionKeyword, correction);
     }
     if (PMPrinterSaveDefaultSettings(session.printer().get(), session.printSettings(), session.pageFormat()) != noErr) {
         tell(CFSTR("Preset Defaults Not Saved Header"), utf8(PMGetLastErrorText()));

@@ -5,6 +5,7 @@
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/job_ticket.h"
+#include "host/settings/output_color.h"
 #include "host/settings/page_range.h"
 #include "host/settings/texts.h"
 
@@ -82,6 +83,9 @@ JobOutcome sendJob(const Document& document, const Printer& printer, const Print
     }
     if (leavesOutFold(session)) {
         settings.choose(kFoldKeyword, CFSTR("None"));
+    }
+    if (const CFStringRef correction = findOutputColorCorrection(session)) {
+        settings.choose(kColorCorrectionKeyword, correction);
     }
     const auto coverSheet = makeCoverSheet(document, session, texts);
     const JobMark mark = makeJobMark(document, session, coverSheet.get() != nullptr);

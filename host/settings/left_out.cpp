@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "host/settings/choice_words.h"
 #include "host/settings/job_hold.h"
+#include "host/settings/output_color.h"
 #include "host/settings/panel_choices.h"
 #include "host/settings/paper_options.h"
 #include "host/settings/texts.h"
@@ -116,7 +117,7 @@ private:
         } else if (chosen_.isOffset && option("Jog") != "EndOfSet") {
             add("Left Out Offset");
         }
-        if (chosen_.isBlackAndWhite && option("JCLColorCorrection") != "BlackWhite") {
+        if (chosen_.isBlackAndWhite && !offersBlackAndWhite(session_.choices())) {
             add("Left Out Black and White");
         }
     }

@@ -17,7 +17,6 @@ namespace {
 #define kOffsetItem CFSTR("com.tavro.print.FinishingOffset")
 #define kSubsetItem CFSTR("com.tavro.print.FinishingOffsetEnableSubset")
 #define kPagesPerSubsetItem CFSTR("com.tavro.print.FinishingOffsetPagesPerSubset")
-#define kOutputColorItem CFSTR("com.tavro.print.FinishingOutputColor")
 #define kBookletItem CFSTR("com.tavro.print.BookletLayout")
 #define kOutlinesItem CFSTR("com.tavro.print.BookletDrawOutlines")
 #define kForceNewSizeItem CFSTR("com.tavro.print.BookletForceNewSize")
@@ -34,8 +33,6 @@ namespace {
 #define kJobNotesSheetMessageItem CFSTR("com.tavro.print.JobNotesSheetMessage")
 
 constexpr SInt32 kOn = 2;  // of slip sheets and offset
-constexpr SInt32 kBlackAndWhite = 1;
-constexpr SInt32 kColor = 2;
 constexpr SInt32 kRightToLeft = 1;
 constexpr SInt32 kLeftToRight = 2;
 constexpr SInt32 kWatermarkBehind = 1;
@@ -121,7 +118,7 @@ void readPaperAndFinishing(PMTicketRef ticket, PanelChoices* choices) {
     if (choices->isOffset && numberItem(ticket, kSubsetItem, 0) != 0) {
         choices->pagesPerSubset = std::max(numberItem(ticket, kPagesPerSubsetItem, 1), 1);
     }
-    choices->isBlackAndWhite = numberItem(ticket, kOutputColorItem, kColor) == kBlackAndWhite;
+    choices->isBlackAndWhite = numberItem(ticket, kOutputColorItem, kOutputColor) == kOutputBlackAndWhite;
 }
 
 void readBooklet(PMTicketRef ticket, PanelChoices* choices) {

@@ -5,6 +5,10 @@
 
 #include "platform/foundation/CFString.h"
 
+// A number
+#define kOutputColorItem CFSTR("com.tavro.print.FinishingOutputColor")
+inline constexpr SInt32 kOutputBlackAndWhite = 1;
+inline constexpr SInt32 kOutputColor = 2;
 // Dictionaries
 #define kJobTypeItem CFSTR("com.tavro.print.JobType")
 #define kJobTypeEntry CFSTR("JobType")  // in it: PanelChoices::JobType

@@ -1,6 +1,7 @@
 #include "host/settings/remedy.h"
 
 #include "host/script/text.h"
+#include "host/settings/output_color.h"
 #include "host/settings/panel_defaults.h"
 #include "host/settings/panel_items.h"
 #include "host/settings/ticket_items.h"
@@ -61,4 +62,5 @@ void applyRemedy(const std::vector<SettingChange>& changes, PrintSession* sessio
         }
     }
     writePanelDefaults(session->choices(), session->printSettings());
+    writeOutputColor(session->printSettings());
 }

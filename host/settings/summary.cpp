@@ -213,9 +213,9 @@ private:
             addIf(chosen_.isOffset && !isChanged("Jog"), "Summary Offset");
         }
         tell({"Jog", "OutputBin"});
+        addIf(chosen_.isBlackAndWhite, "Summary Black and White");
         if (chosen_.isBlackAndWhite || option("JCLColorCorrection") == "BlackWhite") {
-            add("Summary Black and White");
-            drop({"JCLColorCorrection"});
+            drop({"JCLColorCorrection"});  // the panel has the last word
         }
     }
 

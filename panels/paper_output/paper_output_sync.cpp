@@ -265,7 +265,8 @@ void ReadPaperOutputSettings(PMTicketRef ticket, const PaperOutputScope& scope, 
     settings->stock = ReadStock(ticket);
     settings->finishing = ReadFinishing(ticket);
     settings->outputDestination = ReadOutputDestination(ticket);
-    settings->outputColor = ReadOutputColor(ticket);
+    settings->outputColor =
+        ReadNumber(ticket, kFinishingOutputColorItem, kOutputInColor, kOutputInBlackAndWhite, kOutputInColor);
     SyncSeparatorsFromTicket(ticket, &settings->separatorOption, &settings->separatorColor);
     ReadJobType(ticket, settings);
     ReadBooklet(ticket, settings);
@@ -281,7 +282,7 @@ void WritePaperOutputSettings(PaperOutputSettings* settings, const PaperOutputSc
         WriteDuplex(settings->duplex, ticket);
     }
     WriteOutputDestination(settings->outputDestination, ticket);
-    WriteOutputColor(settings->outputColor, ticket);
+    SetTicketNumber(ticket, kCreator, kFinishingOutputColorItem, settings->outputColor);
     WriteJobType(settings, ticket);
     WriteFax(settings, ticket);
     SyncSeparatorsToTicket(ticket, settings->separatorOption, settings->separatorColor);

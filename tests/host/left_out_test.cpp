@@ -34,10 +34,25 @@ TEST_F(LeftOut, NothingOfWhatThePrinterIsTold) {
                        numberItem("BookletDrawOutlines", 1) + numberItem("SeparatorOption", 2),
                    choice("Duplex", "DuplexTumble") + choice("TRFoldOptions", "BookletFoldOpt")),
               Sentences{});
-    EXPECT_EQ(tell(numberItem("FinishingOutputColor", 1), choice("JCLColorCorrection", "BlackWhite")), Sentences{});
+    EXPECT_EQ(tell(numberItem("FinishingOutputColor", 1)), Sentences{});
     EXPECT_EQ(tell(numberItem("FinishingOffset", 2), choice("Jog", "EndOfSet")), Sentences{});
     EXPECT_EQ(tell(cover("FrontCover", 4), choice("JCLCovers", "Front")), Sentences{});
     EXPECT_EQ(tell(cover("FrontCover", 1) + cover("BackCover", 1), choice("JCLCovers", "BlankFrontBack")), Sentences{});
+}
+
+TEST_F(LeftOut, BlackAndWhiteOfAPrinterThatHasNoSuchOption) {
+    std::ifstream whole(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
+    const std::string path = folder / "color.ppd";
+    std::ofstream rest(path);
+    for (std::string line; std::getline(whole, line);) {
+        if (!line.starts_with("*JCLColorCorrection BlackWhite")) {
+            rest << line << '\n';
+        }
+    }
+    rest.close();
+    printer = *openPPD(path);
+    EXPECT_EQ(tell(numberItem("FinishingOutputColor", 1)),
+              Sentences{"The printer is not told to print in black and white."});
 }
 
 TEST_F(LeftOut, CoversThatTheirPPDOptionDoesNotTell) {
@@ -103,7 +118,6 @@ TEST_F(LeftOut, ThingsThatOnlyTheMakersDriverReads) {
         {numberItem("FinishingOffset", 2), {"The copies will not be offset."}},
         {numberItem("FinishingOffset", 2) + numberItem("FinishingOffsetEnableSubset", 1),
          {"Subsets of pages will not be offset."}},
-        {numberItem("FinishingOutputColor", 1), {"The printer is not told to print in black and white."}},
         {item("InvertImageOptions", dictionary(number("NegativeImage", 1) + number("MirrorImage", 1))),
          {"The pages will not be negative.", "The pages will not be mirrored."}},
         {numberItem("AdvancedRotateImage180", 1), {"The pages will not be rotated by 180 degrees."}},

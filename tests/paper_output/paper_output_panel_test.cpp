@@ -141,13 +141,14 @@ TEST_F(PaperOutputPanelTest, WhatTheUserChoosesReachesTheTicket) {
     choose(kCollateStaplePopup, "Collated, 2 Staples");
     choose(kOutputDestinationPopup, "Top Tray");
     choose(kOutputColorPopup, "Black and White");
+    PPDSetMainKeyword(printer.settings, CFSTR("JCLColorCorrection"), CFSTR("PressMatch"));
     EXPECT_EQ(sync(false), noErr);
     EXPECT_EQ(asked(CFSTR("MediaColor")), "Blue");
     EXPECT_EQ(asked(CFSTR("MediaType")), "ExtraHeavyweight");
     EXPECT_EQ(asked(CFSTR("Duplex")), "DuplexNoTumble");
     EXPECT_EQ(asked(CFSTR("StapleLocation")), "2Staples");
     EXPECT_EQ(asked(CFSTR("OutputBin")), "Top");
-    EXPECT_EQ(asked(CFSTR("JCLColorCorrection")), "BlackWhite");
+    EXPECT_EQ(asked(CFSTR("JCLColorCorrection")), "PressMatch") << "what others chose";
     EXPECT_EQ(sync(true), noErr);
     EXPECT_EQ(chosen(kCollateStaplePopup), "Collated, 2 Staples");
     EXPECT_EQ(chosen(kOutputColorPopup), "Black and White");

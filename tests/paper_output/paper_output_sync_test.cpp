@@ -123,13 +123,11 @@ TEST_F(PaperOutputSync, EverythingComesBack) {
     EXPECT_EQ(asked("OutputBin"), "Top");
     EXPECT_EQ(asked("MediaColor"), "Blue");
     EXPECT_EQ(asked("MediaType"), "ExtraHeavyweight");
-    EXPECT_EQ(asked("JCLColorCorrection"), "BlackWhite");
 
     settings.outputColor = kOutputInColor;
     settings.outputDestination = kTicketValueUnset;
     settings.forceNewSize = false;
     write(settings);
-    EXPECT_EQ(asked("JCLColorCorrection"), "Auto");
     EXPECT_FALSE(has(key("FinishingOutputDestination")));
     EXPECT_EQ(asked("OutputBin"), "Top") << "no tray is asked for anew";
     CFDictionaryRef stock = nullptr;
