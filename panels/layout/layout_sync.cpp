@@ -17,7 +17,6 @@ namespace {
 #define kPMDuplexingKey CFSTR("com.apple.print.PrintSettings.PMDuplexing")
 #define kDuplexMainKeyword CFSTR("Duplex")
 #define kFoldMainKeyword CFSTR("TRFoldOptions")
-#define kStapleMainKeyword CFSTR("StapleLocation")
 
 // Values of PlexMap.
 constexpr SInt32 kOneSided = 1;
@@ -46,14 +45,6 @@ void WriteSides(SInt32 sides, PMTicketRef ticket) {
     SetTicketNumber(ticket, kCreator, kPMDuplexingKey, sides);
     SetTicketNumber(ticket, kCreator, kFinishingDuplexItem, sides);
     WriteOption(sides, kDuplexMainKeyword, ticket);
-}
-
-/// A booklet that is folded takes no staples of the sets'.
-void DropStaples(PMTicketRef ticket) {
-    CFStringRef staples = nullptr;
-    if (PPDGetMainKeywordValue(ticket, kStapleMainKeyword, &staples) == noErr) {
-        PPDSetMainKeyword(ticket, kStapleMainKeyword, CFSTR("None"));
-    }
 }
 
 void RemoveEqualBackCover(PMTicketRef ticket) {
@@ -99,9 +90,6 @@ void WriteLayoutSettings(const LayoutSettings& settings, PMTicketRef ticket) {
     WriteSides(SidesForLayout(booklet, ReadSides(ticket)), ticket);
     SetTicketNumber(ticket, kCreator, kBookletDrawOutlinesItem, settings.drawOutlines);
     WriteOption(settings.foldOption, kFoldMainKeyword, ticket);
-    if (settings.foldOption == kFoldBooklet || settings.foldOption == kFoldAndStapleBooklet) {
-        DropStaples(ticket);
-    }
     RemoveEqualBackCover(ticket);
 }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace {
 
@@ -19,7 +20,7 @@ struct CollateStapleRow {
     OSType command;
     const char* mainKeyword;
     const char* option;
-    const char* feature;  // that must be installed; null for the one option that "Collated" stands for in the menu
+    const char* feature;  // that must be installed; null for the end of what any other row of the main keyword asks for
 };
 // clang-format off
 constexpr CollateStapleRow kRows[] = {
@@ -51,7 +52,12 @@ std::optional<SInt32> ChoiceOfRow(const CollateStapleRow& row, const PPDKeywordP
 }
 
 bool IsInstalled(const CollateStapleRow& row) {
-    return row.feature != nullptr && getInstalledFeature(CFStringMakeConstant(row.feature));
+    if (row.feature != nullptr) {
+        return getInstalledFeature(CFStringMakeConstant(row.feature));
+    }
+    return std::ranges::any_of(kRows, [&](const CollateStapleRow& other) {
+        return other.feature != nullptr && std::string_view(other.mainKeyword) == row.mainKeyword && IsInstalled(other);
+    });
 }
 
 /// The pair that a choice beyond collating or not stands for; null when it stands for none.
@@ -67,10 +73,12 @@ void SetPair(const PPDKeywordPair& pair, CFMutableDictionaryRef ppdDictionary) {
 
 /// The name of the feature as it is installed, else what the PPD calls the option.
 CFRef<CFStringRef> CopyRowTitle(const CollateStapleRow& row, CFBundleRef bundle) {
-    const CFStringRef name =
-        CopyLocalizedStringForInstalledFeatureFromPlugin(CFStringMakeConstant(row.feature), bundle);
-    if (name != CFSTR("STRING NOT FOUND")) {
-        return CFRef<CFStringRef>::adopt(name);
+    if (row.feature != nullptr) {
+        const CFStringRef name =
+            CopyLocalizedStringForInstalledFeatureFromPlugin(CFStringMakeConstant(row.feature), bundle);
+        if (name != CFSTR("STRING NOT FOUND")) {
+            return CFRef<CFStringRef>::adopt(name);
+        }
     }
     const CFStringRef mainKeyword = CFStringMakeConstant(row.mainKeyword);
     const CFArrayRef options = PPDGetGlobalOptions(mainKeyword);

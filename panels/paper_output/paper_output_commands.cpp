@@ -4,7 +4,6 @@
 #include "jobtypes/lan_fax_setup.h"
 #include "jobtypes/secure_print.h"
 #include "model/booklet_fold.h"
-#include "model/plugin_state.h"
 #include "panels/paper_output/booklet_creation_dialog.h"
 #include "panels/paper_output/finishing_commands.h"
 #include "panels/paper_output/finishing_menu.h"
@@ -44,7 +43,7 @@ OSStatus CreateBooklet(_PaperOutputContext* context) {
     settings.foldOptions = booklet.foldOption;
     settings.forceNewSize = booklet.forceNewSize != 0;
     settings.bookletSize = booklet.size;
-    SettleBooklet(wasBooklet, &settings);
+    SettleBooklet(wasBooklet, context->collateStaplePairs, &settings);
     ShowSides(*context);
     ShowCollateStaple(*context);
     return status;
@@ -91,10 +90,6 @@ OSStatus CollateOrStaple(_PaperOutputContext* context, const HICommand& command)
     }
     ChooseCollateStaple(*choice, context->collateStaplePairs, &context->settings);
     ShowCollateStaple(*context);
-    PMTicketRef ticket = 0;
-    if (GetTicketFromSession(GetCurrentPrintSession(), kPDE_PMPrintSettingsKey, &ticket) == noErr) {
-        WriteCollateStaple(context->settings, context->collateStaplePairs, ticket);
-    }
     return noErr;
 }
 

@@ -29,6 +29,9 @@ PaperOutputScope Scope(const _PaperOutputContext& context) {
 }
 
 OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToControls) {
+    if (opaque == nullptr) {
+        return kPMInvalidPDEContext;
+    }
     PMTicketRef ticket = 0;
     if (const OSStatus status = GetTicketForSync(opaque, session, &ticket); status != noErr) {
         return status;

@@ -80,15 +80,8 @@ Stock ReadStock(PMTicketRef ticket) {
     return stock;
 }
 
-/// Paper of the job has a size only where a booklet is printed on another one.
 void WriteStock(const PaperOutputSettings& settings, PMTicketRef ticket) {
-    const CFRef<CFMutableDictionaryRef> stock = settings.stock.asTicket();
-    if (settings.booklet && settings.forceNewSize) {
-        WriteTicketValue(stock.get(), kStockSizeKey, settings.bookletSize);
-    } else {
-        CFDictionaryRemoveValue(stock.get(), kStockSizeKey);
-    }
-    PMTicketSetCFDictionary(ticket, kCreator, kJobLevelStockItem, stock.get(), kPMUnlocked);
+    PMTicketSetCFDictionary(ticket, kCreator, kJobLevelStockItem, settings.stock.asTicket().get(), kPMUnlocked);
     WritePPDChoice(settings.stock.color(), kMediaColorMainKeyword, ticket);
     WritePPDChoice(settings.stock.type(), kMediaTypeMainKeyword, ticket);
 }
@@ -125,9 +118,9 @@ void WriteFinishing(const FinishingSettings& finishing, PMTicketRef ticket) {
                         kPMUnlocked);
 }
 
-/// A booklet fold was chosen elsewhere, and later: it takes the place of a staple or fold of the menu.
-void DropChoiceBehindBookletFold(PaperOutputSettings* settings) {
-    if (IsBookletFold(settings->foldOptions) && settings->collateStaple > kCollated) {
+/// A booklet fold was chosen elsewhere, and later: it takes the place of a fold of the menu, which is written over it.
+void DropFoldBehindBookletFold(const PPDKeywordPairs& pairs, PaperOutputSettings* settings) {
+    if (IsBookletFold(settings->foldOptions) && IsFoldChoice(settings->collateStaple, pairs)) {
         settings->collateStaple = kCollated;
     }
 }
@@ -143,7 +136,15 @@ void ReadCollateStaple(PMTicketRef ticket, const PaperOutputScope& scope, PaperO
     if (settings->collateStaple != stored && IsFoldChoice(stored, pairs) && !IsBookletFold(settings->foldOptions)) {
         settings->foldOptions = kFoldNone;
     }
-    DropChoiceBehindBookletFold(settings);
+    DropFoldBehindBookletFold(pairs, settings);
+}
+
+void WriteCollateStaple(const PaperOutputSettings& settings, const PPDKeywordPairs& pairs, PMTicketRef ticket) {
+    SetTicketNumber(ticket, kCreator, kFinishingCollateStapleItem, settings.collateStaple);
+    CFMutableDictionaryRef ppdDictionary = nullptr;
+    if (PMTicketGetPPDDict(ticket, kPMTopLevel, &ppdDictionary) == noErr) {
+        ApplyCollateStaple(settings.collateStaple, pairs, ppdDictionary);
+    }
 }
 
 // ---- Sides and booklet
@@ -186,6 +187,14 @@ void WriteBooklet(const PaperOutputSettings& settings, PMTicketRef ticket) {
         SetTicketNumber(ticket, kCreator, kBookletDrawOutlinesItem, settings.drawOutlines);
         WriteBoolean(settings.forceNewSize, kBookletForceNewSizeItem, ticket);
     }
+    // Paper of the job has a size only where a booklet is printed on another one.
+    const CFRef<CFMutableDictionaryRef> stock = settings.stock.asTicket();
+    if (settings.booklet && settings.forceNewSize) {
+        WriteTicketValue(stock.get(), kStockSizeKey, settings.bookletSize);
+    } else {
+        CFDictionaryRemoveValue(stock.get(), kStockSizeKey);
+    }
+    PMTicketSetCFDictionary(ticket, kCreator, kJobLevelStockItem, stock.get(), kPMUnlocked);
 }
 
 // ---- Output
@@ -295,14 +304,6 @@ void WritePaperOutputSettings(PaperOutputSettings* settings, const PaperOutputSc
     }
 }
 
-void WriteCollateStaple(const PaperOutputSettings& settings, const PPDKeywordPairs& pairs, PMTicketRef ticket) {
-    SetTicketNumber(ticket, kCreator, kFinishingCollateStapleItem, settings.collateStaple);
-    CFMutableDictionaryRef ppdDictionary = nullptr;
-    if (PMTicketGetPPDDict(ticket, kPMTopLevel, &ppdDictionary) == noErr) {
-        ApplyCollateStaple(settings.collateStaple, pairs, ppdDictionary);
-    }
-}
-
 void ChooseCollateStaple(SInt32 choice, const PPDKeywordPairs& pairs, PaperOutputSettings* settings) {
     if (IsBookletFold(settings->foldOptions) || IsFoldChoice(settings->collateStaple, pairs)) {
         settings->foldOptions = kFoldNone;
@@ -313,13 +314,13 @@ void ChooseCollateStaple(SInt32 choice, const PPDKeywordPairs& pairs, PaperOutpu
     settings->collateStaple = choice;
 }
 
-void SettleBooklet(bool wasBooklet, PaperOutputSettings* settings) {
+void SettleBooklet(bool wasBooklet, const PPDKeywordPairs& pairs, PaperOutputSettings* settings) {
     if (settings->booklet) {
         settings->duplex = kShortEdge;
     } else if (wasBooklet) {
         settings->duplex = kLongEdge;
     }
-    DropChoiceBehindBookletFold(settings);
+    DropFoldBehindBookletFold(pairs, settings);
 }
 
 SInt32 ShownDuplex(const PaperOutputSettings& settings) {

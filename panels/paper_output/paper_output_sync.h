@@ -57,9 +57,6 @@ void ReadPaperOutputSettings(PMTicketRef ticket, const PaperOutputScope& scope, 
 /// Writes all settings, and asks for the PPD's options that go with them as far as the PPD has them.
 void WritePaperOutputSettings(PaperOutputSettings* settings, const PaperOutputScope& scope, PMTicketRef ticket);
 
-/// Writes the choice of collating and stapling alone. Dialogs that show the same PPD option follow it at once.
-void WriteCollateStaple(const PaperOutputSettings& settings, const PPDKeywordPairs& pairs, PMTicketRef ticket);
-
 // ---- What a choice changes
 
 /// Takes a choice of the collate and staple menu over. It ends what an earlier one folded or punched, and a booklet's
@@ -67,8 +64,8 @@ void WriteCollateStaple(const PaperOutputSettings& settings, const PPDKeywordPai
 void ChooseCollateStaple(SInt32 choice, const PPDKeywordPairs& pairs, PaperOutputSettings* settings);
 
 /// Settles the sides after the booklet dialog: a booklet turns over its short edge, a job that is none any more over
-/// its long edge. Its folds leave no staple or fold of the collate and staple menu.
-void SettleBooklet(bool wasBooklet, PaperOutputSettings* settings);
+/// its long edge. Its folds leave none of the collate and staple menu.
+void SettleBooklet(bool wasBooklet, const PPDKeywordPairs& pairs, PaperOutputSettings* settings);
 
 /// The value that the pop-up of the sides shows.
 SInt32 ShownDuplex(const PaperOutputSettings& settings);

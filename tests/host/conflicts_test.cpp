@@ -74,6 +74,19 @@ TEST_F(ConflictSentences, SayWhatIsNotInstalled) {
     EXPECT_EQ(obstacle("PageSize", "A4"), "");
 }
 
+TEST_F(ConflictSentences, TellThatFoldedBookletsTakeNoStaples) {
+    for (const char* model : {"ZR410", "ZR420"}) {
+        printer = *openPPD(sourcePath("resources/ppd/Tavro-" + std::string(model) + ".ppd"));
+        for (const char* fold : {"BookletFoldOpt", "BookletFoldStapleOpt"}) {
+            install("Option2", "HCSS_BK");
+            choose("StapleLocation", "1Staple");
+            choose("TRFoldOptions", fold);
+            EXPECT_EQ(report().sentences.size(), 1u) << model << fold;
+            EXPECT_EQ(remedyText(report({"TRFoldOptions"}), texts.get()), "Staple: No Staples (Paper and Output)");
+        }
+    }
+}
+
 TEST_F(ConflictSentences, TellNearestSizesAndKeepSecrets) {
     choose("PageSize", "Custom.400x600mm");
     EXPECT_EQ(report().sentences, Texts{"“Paper Size: 400 × 600 mm” is too large or too small for this printer."});

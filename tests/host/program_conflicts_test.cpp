@@ -70,6 +70,17 @@ TEST_F(ProgramConflicts, BetweenPanelsEndInBoth) {
         "panel Advanced\nchoose Tshl:634 \"Offset Each Set\"\npanel \"Paper and Output\"\n"
         "choose Tshl:110 \"Top Tray\"\npanel Advanced\nclick Host:72\nexpect Tshl:634 text \"No Offset\"\n");
     EXPECT_TRUE(kept("Jog", "None"));
+    // A folded booklet takes no staples of the sets', whichever came first.
+    const std::string booklet =
+        "panel Layout\nchoose Tshl:6004 \"On\"\nclick Tshl:6013\nset Tshl:1000 3\ncommand \"ok  \"\n";
+    const std::string staples = "panel \"Paper and Output\"\nchoose Tshl:111 \"Collated, 2 Staples\"\n";
+    const Run done = script(staples + booklet +
+                                "expect conflicts 1\nexpect Host:72 text \"Change Staple\"\n"
+                                "panel \"Paper and Output\"\nexpect conflicts 1\nclick Host:72\n"
+                                "expect Tshl:111 text \"Collated\"\nexpect no conflicts\nanswer other\nok\n",
+                            {"--ticket-out", settings(), "--job-out", folder / "job.ps"});
+    EXPECT_EQ(done.status, 0) << done.errors;
+    EXPECT_TRUE(kept("StapleLocation", "None") && kept("TRFoldOptions", "BookletFoldStapleOpt"));
     // A folded booklet cannot be one of transparencies: neither are its sides.
     expectEnded(
         "panel Layout\nchoose Tshl:6004 \"On\"\nclick Tshl:6013\nset Tshl:1000 3\ncommand \"ok  \"\n"

@@ -84,7 +84,7 @@ protected:
 };
 
 TEST_F(PaperOutputPanelTest, RefusesCallsWithoutContextOrSession) {
-    expectRefusals(true);
+    expectRefusals(true, kPMInvalidPDEContext);
     EXPECT_EQ(panel.Close(nullptr), kPMInvalidPDEContext);
     EXPECT_EQ(panel.Terminate(nullptr, noErr), kPMInvalidPDEContext);
     EXPECT_TRUE(IsPaperOutputPanel(panel));
@@ -95,7 +95,7 @@ TEST_F(PaperOutputPanelTest, OffersWhatIsInstalled) {
     openInstalled();
     EXPECT_EQ(texts(kCollateStaplePopup),
               (std::vector<std::string>{"Collated", "Uncollated", "Collated, 1 Staple", "Collated, 2 Staples",
-                                        "Collated, 4 Staples", "Hole Punch"}));
+                                        "Collated, 4 Staples", "Hole Punch", "No Folding or Punching"}));
     EXPECT_EQ(texts(kOutputDestinationPopup),
               (std::vector<std::string>{"Automatic", "Top Tray", "Stacker Tray", "Booklet Maker Tray"}));
     EXPECT_EQ(texts(kJobTypePopup).size(), 7u);

@@ -244,6 +244,13 @@ TEST_F(PaperOutputSync, AChoiceOfSetsEndsTheEarlierOne) {
     EXPECT_EQ(after(FourCharCode("Ucol")), "False None None");
     EXPECT_EQ(after(FourCharCode("HPun")), "True None HolePunch");
     EXPECT_EQ(after(FourCharCode("Coll")), "True None None");
+    // Folds and holes from elsewhere stay until the menu ends them.
+    ask("TRFoldOptions", "ZTriFoldOpt");
+    settings = read();
+    EXPECT_EQ(after(FourCharCode("C1St")), "True 1Staple ZTriFoldOpt");
+    EXPECT_EQ(after(FourCharCode("0FPn")), "True None None");
+    EXPECT_EQ(settings.collateStaple, choice(FourCharCode("0FPn")));
+    EXPECT_EQ(after(FourCharCode("Coll")), "True None None");
 }
 
 TEST_F(PaperOutputSync, CollationIsOneStateWithTheDialogs) {
@@ -263,7 +270,7 @@ TEST_F(PaperOutputSync, CollationIsOneStateWithTheDialogs) {
 
 TEST_F(PaperOutputSync, BookletFoldsAndTheMenuTakeTurns) {
     PaperOutputSettings settings = read();
-    choose(FourCharCode("C4St"), &settings);
+    choose(FourCharCode("HPun"), &settings);
     write(settings);
     ask("TRFoldOptions", "BookletFoldStapleOpt");
     settings = read();
@@ -271,19 +278,23 @@ TEST_F(PaperOutputSync, BookletFoldsAndTheMenuTakeTurns) {
     EXPECT_EQ(settings.foldOptions, kFoldAndStapleBooklet);
     write(settings);
     EXPECT_EQ(sets(), "True None BookletFoldStapleOpt");
+    setNumber(key("FinishingCollateStaple"), choice(FourCharCode("C4St")));
+    settings = read();
+    write(settings);
+    EXPECT_EQ(sets(), "True 4Staples BookletFoldStapleOpt") << "the dialog tells that these do not go together";
 
     settings.booklet = true;
-    SettleBooklet(false, &settings);
+    SettleBooklet(false, scope.collateStaplePairs, &settings);
     EXPECT_EQ(settings.duplex, 3);
     EXPECT_EQ(ShownDuplex(settings), 2);
     choose(FourCharCode("C1St"), &settings);
     EXPECT_EQ(settings.duplex, 2);
     EXPECT_EQ(settings.foldOptions, kFoldNone);
     settings.booklet = false;
-    SettleBooklet(true, &settings);
+    SettleBooklet(true, scope.collateStaplePairs, &settings);
     EXPECT_EQ(settings.duplex, 2);
     settings.duplex = 1;
-    SettleBooklet(false, &settings);
+    SettleBooklet(false, scope.collateStaplePairs, &settings);
     EXPECT_EQ(settings.duplex, 1);
     EXPECT_EQ(ShownDuplex(settings), 1);
 }
@@ -311,10 +322,16 @@ TEST_F(PaperOutputSync, WhatIsNotInstalledIsNotChosen) {
 }
 
 TEST_F(PaperOutputSync, TheBookletIsWrittenWithItsControlOnly) {
+    const auto stock = makeCFDictionary();
+    CFDictionarySetValue(stock.get(), CFSTR("Size"), makeCFNumber(std::int64_t{3}).get());
+    set(key("JobLevelStock"), stock.get());
     PaperOutputSettings settings = read();
     settings.booklet = true;
     scope.isBookletControlActive = false;
     write(settings);
+    CFDictionaryRef written = nullptr;
+    PMTicketGetCFDictionary(printer.settings, kPMTopLevel, kPMTopLevel, String(key("JobLevelStock")).get(), &written);
+    EXPECT_TRUE(CFDictionaryContainsKey(written, CFSTR("Size"))) << "nobody has looked at it";
     EXPECT_FALSE(has(key("BookletLayout")));
     EXPECT_FALSE(has(key("BookletFoldStaple")));
     EXPECT_FALSE(has(key("BookletForceNewSize")));

@@ -77,11 +77,11 @@ protected:
     }
 
     /// What every panel answers to calls without a context or a session.
-    void expectRefusals(bool syncs) {
+    void expectRefusals(bool syncs, OSStatus syncWithoutContext = kPMInvalidPrintSession) {
         EXPECT_EQ(panel.Initialize(nullptr, nullptr, nullptr, nullptr, printer.session), kPMInvalidPDEContext);
         EXPECT_EQ(panel.Initialize(context, nullptr, nullptr, nullptr, nullptr), kPMInvalidPDEContext);
         EXPECT_EQ(panel.Open(nullptr), kPMInvalidPDEContext);
-        EXPECT_EQ(panel.Sync(nullptr, printer.session, true), syncs ? kPMInvalidPrintSession : noErr);
+        EXPECT_EQ(panel.Sync(nullptr, printer.session, true), syncs ? syncWithoutContext : noErr);
         EXPECT_EQ(panel.Sync(context, nullptr, true), syncs ? kPMInvalidPrintSession : noErr);
         CFArrayRef titles = reinterpret_cast<CFArrayRef>(&titles);
         CFArrayRef summaries = titles;
