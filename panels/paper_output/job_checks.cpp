@@ -1,5 +1,6 @@
 #include "panels/paper_output/job_checks.h"
 
+#include "core/installable_options.h"
 #include "panels/paper_output/paper_output_commands.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"
@@ -21,7 +22,8 @@ MissingForJob FindMissingForJob(const PaperOutputSettings& settings) {
     if (settings.job.jobType == kJobTypeSecurePrint && CFStringGetLength(settings.job.passcode.get()) == 0) {
         return MissingForJob::passcode;
     }
-    if (settings.job.jobType == kJobTypeFax &&
+    // Without a fax card nothing is faxed, whoever the recipients are.
+    if (settings.job.jobType == kJobTypeFax && getInstalledFeature(CFSTR("FaxKey")) &&
         (settings.faxRecipients == nullptr || settings.faxRecipients->count() == 0)) {
         return MissingForJob::faxRecipients;
     }

@@ -6,7 +6,7 @@
 
 enum class MissingForJob { nothing, passcode, faxRecipients };
 
-/// What the job lacks: a passcode for secure print, recipients for a fax.
+/// What the job lacks: a passcode for secure print, recipients for a fax that the printer can send.
 MissingForJob FindMissingForJob(const PaperOutputSettings& settings);
 
 /// Looks at the settings of the Paper and Output panel, whose context it takes, and has the user put right what is

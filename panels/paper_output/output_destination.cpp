@@ -3,10 +3,12 @@
 #include "core/installable_options.h"
 #include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
+#include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Menus.h"
 #include "ui/ppd_menus.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace {
@@ -15,46 +17,66 @@ struct OutputTray {
     SInt32 destination;
     const char* feature;  // null: every printer has it
     const char* without;  // a feature whose trays take its place; null for none
+    bool hasOwnName;      // the feature is this tray, and no other
 };
 // clang-format off
 constexpr OutputTray kTrays[] = {
-    // destination      feature             without
-    {kOutputAutomatic,  nullptr,            nullptr},
-    {2,                 "TopTrayKey",       nullptr},            // Top
-    {3,                 nullptr,            "TopTrayKey"},       // Side: where a finisher would stand
-    {4,                 "StackerTray1Key",  nullptr},            // Stacker
-    {5,                 "StackerTray2Key",  nullptr},            // Upper
-    {6,                 "StackerTray2Key",  nullptr},            // Lower
-    {7,                 "BookletBinKey",    nullptr},            // Booklet
+    // destination      feature                   without           its own name
+    {kOutputAutomatic,  nullptr,                  nullptr,          false},
+    {2,                 "TopTrayKey",             nullptr,          true},   // Top
+    {3,                 "OffsettingCatchTrayKey", nullptr,          true},   // Side
+    {3,                 nullptr,                  "TopTrayKey",     false},  // Side: where a finisher would stand
+    {4,                 "StackerTray1Key",        nullptr,          true},   // Stacker
+    {5,                 "StackerTray2Key",        nullptr,          false},  // Upper
+    {6,                 "StackerTray2Key",        nullptr,          false},  // Lower
+    {7,                 "BookletBinKey",          nullptr,          true},   // Booklet
 };
-static_assert(std::size(kTrays) == 7);
+static_assert(std::size(kTrays) == 8);
 // clang-format on
 
-bool IsInstalled(const char* feature) {
-    return getInstalledFeature(CFStringMakeConstant(feature));
+/// Whether the tray is there, under the ticket value that its feature has in the table of installed features; where
+/// that is 0, under the PPD's own.
+bool IsTray(const OutputTray& tray, SInt32 destination) {
+    SInt32 value = 0;
+    if (tray.feature != nullptr && !getInstallableOptionTicketValue(CFStringMakeConstant(tray.feature), &value)) {
+        return false;
+    }
+    return (value != 0 ? value : tray.destination) == destination &&
+           (tray.without == nullptr || !getInstalledFeature(CFStringMakeConstant(tray.without)));
+}
+
+/// Null for a tray that is not there.
+const OutputTray* FindTray(SInt32 destination) {
+    const auto* const tray =
+        std::ranges::find_if(kTrays, [=](const OutputTray& each) { return IsTray(each, destination); });
+    return tray != std::end(kTrays) ? tray : nullptr;
 }
 
 }  // namespace
 
 bool IsOutputDestinationInstalled(SInt32 destination) {
-    for (const OutputTray& tray : kTrays) {
-        if (tray.destination == destination) {
-            return (tray.feature == nullptr || IsInstalled(tray.feature)) &&
-                   (tray.without == nullptr || !IsInstalled(tray.without));
-        }
-    }
-    return false;
+    return FindTray(destination) != nullptr;
 }
 
-void PopulateOutputDestinationPopup(ControlRef popup) {
+void PopulateOutputDestinationPopup(ControlRef popup, CFBundleRef bundle) {
     const MenuRef menu = GetControlPopupMenuHandle(popup);
     DeleteMenuItems(menu, 1, CountMenuItems(menu));
     PopulatePopupButtonFromPPDOptions(popup, PPDGetGlobalOptions(CFSTR("OutputBin")), 0);
     for (auto item = static_cast<MenuItemIndex>(CountMenuItems(menu)); item > 0; --item) {
         MenuRefCon destination = 0;
         GetMenuItemRefCon(menu, item, &destination);
-        if (destination != kNoTicketValue && !IsOutputDestinationInstalled(static_cast<SInt32>(destination))) {
+        if (destination == kNoTicketValue) {
+            continue;
+        }
+        const OutputTray* tray = FindTray(static_cast<SInt32>(destination));
+        if (tray == nullptr) {
             DeleteMenuItems(menu, item, 1);
+        } else if (tray->hasOwnName) {
+            const CFStringRef name =
+                CopyLocalizedStringForInstalledFeatureFromPlugin(CFStringMakeConstant(tray->feature), bundle);
+            if (name != CFSTR("STRING NOT FOUND")) {
+                SetMenuItemTextWithCFString(menu, item, CFRef<CFStringRef>::adopt(name).get());
+            }
         }
     }
 }

@@ -103,7 +103,7 @@ void PreparePaperOutputControls(_PaperOutputContext* context) {
     PopulateCollateStapleMenu(GetControlPopupMenuHandle(context->collateStaplePopup), context->bundle,
                               context->collateStaplePairs);
     PopulatePopupButtonFromPPDOptions(context->duplexPopup, PPDGetGlobalOptions(CFSTR("Duplex")), 0);
-    PopulateOutputDestinationPopup(context->outputDestinationPopup);
+    PopulateOutputDestinationPopup(context->outputDestinationPopup, context->bundle);
     PopulatePopupButtonFromMap(context->bundle, context->outputColorPopup, OutputColorMap, JobContext::job, 0);
     PopulatePopupButtonFromMap(context->bundle, context->jobTypePopup, JobTypeMap, JobContext::job, 0);
     RemoveIfEmpty(pane, kDuplexLabel, &context->duplexPopup);

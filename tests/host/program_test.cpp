@@ -152,6 +152,26 @@ TEST_F(Program, RunsTheExampleOfABooklet) {
     EXPECT_EQ(third.status, 3) << "no folder, no button";
 }
 
+TEST_F(Program, OffersTheTraysOfTheFinisherByTheirNames) {
+    const struct {
+        const char* finisher;
+        const char* tray;
+        const char* option;
+    } rows[] = {
+        {"None", "Side Tray", "Side"},           {"OCT", "Offset Catch Tray", "Side"},
+        {"LCSS", "Stacker Tray", "Stacker"},     {"HCSS", "Stacker Tray 1", "Stacker"},
+        {"HCSS", "Upper Stacker Tray", "Upper"}, {"HCSS_BK", "Booklet Maker Tray", "Booklet"},
+    };
+    for (const auto& row : rows) {
+        Words more = outputs();
+        more.insert(more.end(), {"--installed", "Option2=" + std::string(row.finisher)});
+        const Run done =
+            script("panel \"Paper and Output\"\nchoose Tshl:110 \"" + std::string(row.tray) + "\"\nok", more);
+        EXPECT_EQ(done.status, 0) << row.tray << done.errors;
+        EXPECT_TRUE(jobHas("OutputBin", row.option)) << row.tray;
+    }
+}
+
 TEST_F(Program, RunsTheExampleOfEditedWatermarks) {
     const Run done = runJobExample("edit-watermarks");
     EXPECT_EQ(done.errors, "");

@@ -4,6 +4,7 @@
 #include "core/installable_options.h"
 #include "jobtypes/job_type.h"
 #include "model/ppd_access.h"
+#include "panels/paper_output/job_checks.h"
 #include "panels/paper_output/paper_output_context.h"
 #include "tests/ui/panel_fixture.h"
 #include "ui/panel_operations.h"
@@ -117,6 +118,7 @@ TEST_F(PaperOutputPanelTest, WithoutPartsLittleIsOffered) {
     setJobType(kJobTypeFax);
     EXPECT_EQ(sync(true), noErr);
     EXPECT_EQ(chosen(kJobTypePopup), "Fax (not installed)");
+    EXPECT_FALSE(AskForWhatJobLacks(context)) << "no recipients of what cannot be faxed";
     choose(kJobTypePopup, "Secure Print");
     EXPECT_EQ(sync(false), noErr);
     EXPECT_EQ(sync(true), noErr);
