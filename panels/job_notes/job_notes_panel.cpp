@@ -55,9 +55,9 @@ JobNotesContext* InitContext() {
     return context;
 }
 
-/// Shows the texts, those that follow a preference as it is now.
+/// Shows the texts. Those that follow a preference cannot be changed.
 void ShowTexts(JobNotesContext* context) {
-    FollowPreferences(context->preferences, context->sources, &context->texts);
+    FollowSender(context->preferences, &context->texts);
     for (const JobNote& note : kJobNotes) {
         const ControlRef field = FindPanelControl(context->pane, note.field);
         const CFStringRef text = (context->texts.*note.text).get();
@@ -96,10 +96,12 @@ void UpdateJobNotesEditFields(JobNotesContext* context) {
 
 OSStatus ChangePreferences(JobNotesContext* context) {
     TakeTexts(context);
+    const JobNotesPreferencesOptions before = context->preferences;
     SInt16 result = kJobNotesPreferencesCancel;
     const OSStatus status = RunModalJobNotesPreferencesDialog(context->bundle, DialogMode::add, JobContext::job,
                                                               &context->preferences, &result);
     if (result == kJobNotesPreferencesOK) {
+        FollowNewPreferences(before, context->preferences, context->sources, &context->texts);
         UpdateJobNotesEditFields(context);
     }
     return status;

@@ -36,9 +36,8 @@ OSStatus RetrieveJobNotesPreferences(JobNotesPreferencesOptions* preferences) {
 }
 
 JobNotesPreferencesOptions JobNotesPreferencesOrDefaults() {
-    JobNotesPreferencesOptions preferences{1, 1, 1};
-    RetrieveJobNotesPreferences(&preferences);
-    return preferences;
+    JobNotesPreferencesOptions preferences{};
+    return RetrieveJobNotesPreferences(&preferences) == noErr ? preferences : JobNotesPreferencesOptions{1, 1, 1};
 }
 
 void StoreJobNotesPreferences(const JobNotesPreferencesOptions& preferences) {

@@ -44,14 +44,17 @@ void WriteJobNotes(const JobNotesTexts& texts, PMTicketRef ticket) {
     }
 }
 
-void FollowPreferences(const JobNotesPreferencesOptions& preferences, const JobNotesSources& sources,
-                       JobNotesTexts* texts) {
-    if (preferences.useDocumentNameAsJobName != 0) {
+void FollowNewPreferences(const JobNotesPreferencesOptions& before, const JobNotesPreferencesOptions& now,
+                          const JobNotesSources& sources, JobNotesTexts* texts) {
+    if (before.useDocumentNameAsJobName == 0 && now.useDocumentNameAsJobName != 0) {
         texts->jobName = sources.documentName;
     }
-    if (preferences.useLoginNameAsSenderName != 0) {
+    if (before.useLoginNameAsSenderName == 0 && now.useLoginNameAsSenderName != 0) {
         texts->senderName = sources.userName;
     }
+}
+
+void FollowSender(const JobNotesPreferencesOptions& preferences, JobNotesTexts* texts) {
     if (preferences.useLoginNameAsRecipientName != 0) {
         texts->recipientName = texts->senderName;
     }

@@ -50,10 +50,12 @@ JobNotesTexts ReadJobNotes(PMTicketRef ticket, const JobNotesSources& sources);
 /// A text that is not empty goes into the ticket; any other, or null, is taken out of it.
 void WriteJobNotes(const JobNotesTexts& texts, PMTicketRef ticket);
 
-/// Gives the texts that follow something by a preference that text, whatever they were. The recipient follows the
-/// sender, whose name may have been typed.
-void FollowPreferences(const JobNotesPreferencesOptions& preferences, const JobNotesSources& sources,
-                       JobNotesTexts* texts);
+/// Gives the texts that follow something by a preference that was just turned on that text, whatever they were.
+void FollowNewPreferences(const JobNotesPreferencesOptions& before, const JobNotesPreferencesOptions& now,
+                          const JobNotesSources& sources, JobNotesTexts* texts);
+
+/// The recipient follows the sender by its preference, also a sender whose name was typed.
+void FollowSender(const JobNotesPreferencesOptions& preferences, JobNotesTexts* texts);
 
 /// Whether the user may type into a field.
 bool IsJobNoteFieldEnabled(SInt32 field, const JobNotesPreferencesOptions& preferences);

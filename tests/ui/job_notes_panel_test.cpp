@@ -78,8 +78,6 @@ TEST_F(JobNotesPanelTest, RefusesWhatItHasNoContextFor) {
 }
 
 TEST_F(JobNotesPanelTest, ANewUserSeesNamesFilledIn) {
-    set(CFSTR("com.tavro.print.JobNotesJobName"), "of a preset");
-    set(CFSTR("com.tavro.print.JobNotesRecipient"), "of a preset");
     openPanel();
     EXPECT_EQ(shown(kJobName), "Minutes");
     EXPECT_EQ(shown(kSender), userName);
@@ -97,9 +95,14 @@ TEST_F(JobNotesPanelTest, ANewUserSeesNamesFilledIn) {
     EXPECT_EQ(written("Recipient"), userName);
     EXPECT_EQ(written("Message"), std::nullopt);
 
-    set(CFSTR("com.tavro.print.JobNotesJobName"), "of another preset");
+    set(CFSTR("com.tavro.print.JobNotesJobName"), "of the settings");
+    set(CFSTR("com.tavro.print.JobNotesSenderName"), "Ann");
+    set(CFSTR("com.tavro.print.JobNotesRecipient"), "Bob");
     EXPECT_EQ(sync(true), noErr);
-    EXPECT_EQ(shown(kJobName), "Minutes") << "a preset does not show through";
+    EXPECT_EQ(shown(kJobName), "of the settings");
+    EXPECT_EQ(shown(kSender), "Ann");
+    EXPECT_EQ(shown(kRecipient), "Ann") << "the recipient follows the sender";
+    EXPECT_FALSE(IsControlEnabled(shell(kJobName)));
 }
 
 TEST_F(JobNotesPanelTest, WithoutAnyNameTheJobIsUntitled) {
@@ -145,7 +148,9 @@ TEST_F(JobNotesPanelTest, NothingTypedIsLostByARefill) {
 
     changePreferences({9000, 9002}, GetWindowCancelButton);
     EXPECT_EQ(shown(kRecipient), userName) << "cancelled";
+    type(kJobName, "Plan");
     changePreferences({9000, 9002}, GetWindowDefaultButton);
+    EXPECT_EQ(shown(kJobName), "Minutes") << "the document's name, from now on";
     EXPECT_EQ(shown(kSender), "Ann");
     EXPECT_EQ(shown(kRecipient), "Ann") << "the recipient follows the sender that is shown";
     EXPECT_FALSE(IsControlEnabled(shell(kRecipient)));
@@ -194,6 +199,9 @@ TEST(JobNotesPreferences, AbsentFlagsStayAsTheyWere) {
     EXPECT_EQ(RetrieveJobNotesPreferences(&preferences), noErr);
     EXPECT_EQ(preferences.useDocumentNameAsJobName, 7);
     EXPECT_EQ(preferences.useLoginNameAsSenderName, 8);
+    EXPECT_EQ(JobNotesPreferencesOrDefaults().useDocumentNameAsJobName, 0) << "there is a file, without the flag";
+    std::filesystem::remove(folder.path() / "tavro/com.tavro.print.jobnotes.plist");
+    EXPECT_EQ(JobNotesPreferencesOrDefaults().useDocumentNameAsJobName, 1);
     unsetenv("XDG_CONFIG_HOME");
 }
 
