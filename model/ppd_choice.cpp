@@ -12,6 +12,11 @@ SInt32 ReadPPDChoice(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 missing
     return GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option);
 }
 
+void WritePPDChoiceOfMap(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
+    PPDSetMainKeyword(ticket, mainKeyword,
+                      GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value));
+}
+
 void WritePPDChoice(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
     const CFStringRef option = GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value);
     if (FindPPDKeyPairsMatch(PPDGetGlobalOptions(mainKeyword), mainKeyword, option) >= 0) {

@@ -7,6 +7,9 @@
 /// asks for none.
 SInt32 ReadPPDChoice(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 missing);
 
+/// Asks for the option with that ticket value in the option map, whether the printer has it or not.
+void WritePPDChoiceOfMap(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket);
+
 /// Asks for the option with that ticket value. Nothing happens when the printer's PPD has none, so what was asked for
 /// without a value stays until the user chooses something else.
 void WritePPDChoice(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket);

@@ -35,6 +35,6 @@ void WriteAdvancedSettings(const AdvancedSettings& settings, PMTicketRef ticket)
     SetTicketNumber(ticket, kCreator, kBookletLayoutOrderItem, settings.bookletLayoutOrder);
     SetTicketNumber(ticket, kCreator, kRotateImage180Item, RotateTicketValue(settings.rotateImage));
     SetTicketNumber(ticket, kCreator, kEmitTPIFItem, settings.emitTPIF);
-    WritePPDChoice(settings.banner, kBannerMainKeyword, ticket);
-    WritePPDChoice(settings.jog, kJogMainKeyword, ticket);
+    WritePPDChoiceOfMap(settings.banner, kBannerMainKeyword, ticket);
+    WritePPDChoiceOfMap(settings.jog, kJogMainKeyword, ticket);
 }

@@ -1,9 +1,7 @@
 #include "panels/layout/layout_sync.h"
 
 #include "core/installable_options.h"
-#include "model/ppd_access.h"
 #include "model/ppd_choice.h"
-#include "model/ppd_option_maps.h"
 #include "model/special_page.h"
 #include "model/ticket_access.h"
 #include "model/ticket_items.h"
@@ -28,12 +26,6 @@ bool ReadBoolean(PMTicketRef ticket, CFStringRef key) {
     return PMTicketGetCFBoolean(ticket, kPMTopLevel, kPMTopLevel, key, &value) == noErr && value == kCFBooleanTrue;
 }
 
-/// Asks for the option with that ticket value, if there is one.
-void WriteOption(SInt32 value, CFStringRef mainKeyword, PMTicketRef ticket) {
-    PPDSetMainKeyword(ticket, mainKeyword,
-                      GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value));
-}
-
 /// The sides that the ticket asks for; kNoTicketValue for an option that no number stands for, which then stays.
 SInt32 ReadSides(PMTicketRef ticket) {
     return ReadPPDChoice(
@@ -44,7 +36,7 @@ SInt32 ReadSides(PMTicketRef ticket) {
 void WriteSides(SInt32 sides, PMTicketRef ticket) {
     SetTicketNumber(ticket, kCreator, kPMDuplexingKey, sides);
     SetTicketNumber(ticket, kCreator, kFinishingDuplexItem, sides);
-    WriteOption(sides, kDuplexMainKeyword, ticket);
+    WritePPDChoiceOfMap(sides, kDuplexMainKeyword, ticket);
 }
 
 void RemoveEqualBackCover(PMTicketRef ticket) {
@@ -89,7 +81,7 @@ void WriteLayoutSettings(const LayoutSettings& settings, PMTicketRef ticket) {
     PMTicketSetCFBoolean(ticket, kCreator, kBookletLayoutItem, booklet ? kCFBooleanTrue : kCFBooleanFalse, kPMUnlocked);
     WriteSides(SidesForLayout(booklet, ReadSides(ticket)), ticket);
     SetTicketNumber(ticket, kCreator, kBookletDrawOutlinesItem, settings.drawOutlines);
-    WriteOption(settings.foldOption, kFoldMainKeyword, ticket);
+    WritePPDChoiceOfMap(settings.foldOption, kFoldMainKeyword, ticket);
     RemoveEqualBackCover(ticket);
 }
 
