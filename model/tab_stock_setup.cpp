@@ -8,8 +8,11 @@
 #include "ui/draw_image.h"
 #include "ui/help.h"
 #include "ui/localization.h"
+#include "ui/message_text.h"
 #include "ui/nib_window.h"
 #include "ui/spin_control.h"
+
+#include <string>
 
 namespace {
 
@@ -19,6 +22,7 @@ constexpr ControlID kChoiceID = {kSignature, 1001};
 constexpr ControlID kFieldID = {kSignature, 1002};
 constexpr ControlID kShiftID = {kSignature, 1003};
 constexpr ControlID kUnitsID = {kSignature, 1004};
+constexpr ControlID kModulusID = {kSignature, 1005};
 
 constexpr EventTypeSpec kCommandEvents[] = {{kEventClassCommand, kEventCommandProcess}};
 constexpr EventTypeSpec kDrawEvents[] = {{kEventClassControl, kEventControlDraw}};
@@ -34,6 +38,7 @@ struct TabStockSetupContext {
     ControlRef unitsPopUp;
     StockUnits units;  // of the shift that is shown
     _IS_Options* options;
+    SInt32 modulus;  // tabs in a bank; kTicketValueUnset when that is not known
 };
 
 ControlRef Find(const TabStockSetupContext& context, ControlID id) {
@@ -128,10 +133,25 @@ StockUnits LocaleUnits() {
         .units;
 }
 
+void ShowModulus(const TabStockSetupContext& context) {
+    const auto number = CFRef<CFStringRef>::adopt(
+        CFStringCreateWithCString(nullptr, std::to_string(context.modulus).c_str(), kCFStringEncodingUTF8));
+    const auto text =
+        CopyFilledInMessage(CopyLocalizedText(context.bundle, CFSTR("Tabs In A Bank")).get(), {number.get()});
+    const CFStringRef shown = text.get();
+    SetControlData(Find(context, kModulusID), kControlEntireControl, kControlStaticTextCFStringTag, sizeof shown,
+                   &shown);
+}
+
 OSStatus InitializeTabStockSetupDialog(TabStockSetupContext* context) {
-    OSStatus status = context->window.load(context->bundle, CFSTR("StockTypeSetupDialogs"), CFSTR("TabStockSetup"));
+    const bool hasModulus = context->modulus > 0;
+    OSStatus status = context->window.load(context->bundle, CFSTR("StockTypeSetupDialogs"),
+                                           hasModulus ? CFSTR("TabStockSetupWithModulus") : CFSTR("TabStockSetup"));
     if (status != noErr) {
         return status;
+    }
+    if (hasModulus) {
+        ShowModulus(*context);
     }
     context->picture = Find(*context, kPictureID);
     context->choice = Find(*context, kChoiceID);
@@ -156,9 +176,10 @@ OSStatus InitializeTabStockSetupDialog(TabStockSetupContext* context) {
 
 }  // namespace
 
-OSStatus RunModalTabStockSetupDialog(CFBundleRef bundle, Stock*, _IS_Options* options, SInt16* result) {
+OSStatus RunModalTabStockSetupDialog(CFBundleRef bundle, Stock* stock, _IS_Options* options, SInt16* result) {
     *result = kTabStockSetupCancel;
-    TabStockSetupContext context{.bundle = bundle, .result = kTabStockSetupCancel, .options = options};
+    TabStockSetupContext context{
+        .bundle = bundle, .result = kTabStockSetupCancel, .options = options, .modulus = stock->modulus()};
     if (const OSStatus status = InitializeTabStockSetupDialog(&context); status != noErr) {
         return status;
     }

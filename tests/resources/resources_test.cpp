@@ -259,6 +259,7 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
          {5000, 5001, 5010, 5011, 5012, 5020, 5021, 5022, 5030, 5031, 5040, 5041, 5160, 5190}},
         {"StockDescriptionSetup", "StockDescriptionSetup", "TPDE", {20200}},
         {"StockTypeSetupDialogs", "TabStockSetup", "TPDE", {1000, 1001, 1002, 1003, 1004}},
+        {"StockTypeSetupDialogs", "TabStockSetupWithModulus", "TPDE", {1000, 1001, 1002, 1003, 1004, 1005}},
         {"LANFAX", "Setup", "TPDE", {1000, 1100, 1101, 1102, 1103, 1104, 1111, 1120, 1122, 1123, 1200, 1202,
                                      1204, 1206, 1208, 1209, 1227, 1211, 1212, 1213, 1214, 1216, 1217, 1219,
                                      1220, 1221, 1222, 1223, 1224, 1225, 1226, 1300, 1302, 1303}},

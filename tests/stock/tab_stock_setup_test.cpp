@@ -10,6 +10,7 @@ constexpr SInt32 kChoice = 1001;
 constexpr SInt32 kField = 1002;
 constexpr SInt32 kShift = 1003;
 constexpr SInt32 kUnits = 1004;
+constexpr SInt32 kModulus = 1005;
 
 class TabStockSetupTest : public StockDialogTest {
 protected:
@@ -55,6 +56,19 @@ TEST_F(TabStockSetupTest, ThePresetIsReadInTheCountrysUnits) {
               }),
               kTabStockSetupCancel);
     EXPECT_EQ(options, before);
+}
+
+TEST_F(TabStockSetupTest, TellsTheNumberOfTabsThatIsKnown) {
+    stock.setModulus(5);
+    shift(13);
+    EXPECT_EQ(run([](WindowRef window) {
+                  EXPECT_EQ(text(window, kModulus), "A bank has 5 tabs.");
+                  set(window, kChoice, 1);
+                  clickOK(window);
+              }),
+              kTabStockSetupOK);
+    EXPECT_EQ(options.option, kTicketValueUnset);
+    EXPECT_EQ(stock.modulus(), 5);
 }
 
 TEST_F(TabStockSetupTest, AShiftOfOnesOwnIsWrittenInMillimeters) {
