@@ -1,6 +1,7 @@
 // The watermark editor: a module of its own inside the plug-in, "WatermarkEditor.bundle".
 #pragma once
 
+#include "core/panel_interface.h"
 #include "platform/foundation/CFBase.h"
 #include "watermark/watermark_record.h"
 
@@ -11,9 +12,9 @@ using InitializeCocoaProc = void (*)();
 /// always 0.
 using EditWatermarkProc = SInt32 (*)(WatermarkRecord* record, SInt32 unused1, CFBundleRef plugIn, SInt32 unused2);
 
-/// Null while no editor is loaded, or when it lacks the function.
-extern InitializeCocoaProc CocoaInitializeCocoa;
-extern EditWatermarkProc CocoaEditWatermark;
+/// Null while no editor is loaded, or when it lacks the function. The plug-in exports both.
+TAVRO_PLUGIN_EXPORT InitializeCocoaProc CocoaInitializeCocoa;
+TAVRO_PLUGIN_EXPORT EditWatermarkProc CocoaEditWatermark;
 
 /// Opens the bundle of that name in the plug-in's PlugIns folder and loads its code; *privateBundle is the caller's, or
 /// null, and a line on standard error says so.

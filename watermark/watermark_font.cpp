@@ -75,7 +75,7 @@ void convertFont(CFStringRef watermark) {
     const CFDictionaryRef stored = GetRecordDictionary(root.get(), watermark);
     WatermarkRecord record = {};
     if (stored != nullptr) {
-        ReadWatermarkDictionary(stored, &record);
+        ReadWatermarkDictionary(stored, watermark, &record);
     }
     if (record.kind == kImageWatermark) {
         return;

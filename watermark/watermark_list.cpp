@@ -18,7 +18,7 @@ CFArrayRef StoredList(const Root& root) {
 bool IsDamaged(const Root& root, CFStringRef name) {
     WatermarkRecord record = {};
     if (const CFDictionaryRef stored = GetRecordDictionary(root.get(), name)) {
-        ReadWatermarkDictionary(stored, &record);
+        ReadWatermarkDictionary(stored, name, &record);
     }
     return record.text[0] == '\0' && record.fileName[0] == '\0';
 }

@@ -71,10 +71,8 @@ void ReadTicket(PMTicketRef ticket, WatermarkContext* context) {
     PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kWatermarkItem, &name);
     const CFStringRef listed = name != nullptr ? FindWatermark(listOfWatermarks.get(), name, nullptr) : nullptr;
     context->selection = listed != nullptr ? listed : context->noneName.get();
-    context->firstPageOnly = GetTicketNumber(ticket, kWatermarkFirstPageOnlyItem, 0) != 0 ? 1 : 0;
-    context->option = GetTicketNumber(ticket, kWatermarkOptionItem, kWatermarkForeground) == kWatermarkBackground
-                          ? kWatermarkBackground
-                          : kWatermarkForeground;
+    context->firstPageOnly = GetTicketNumber(ticket, kWatermarkFirstPageOnlyItem, 0);
+    context->option = GetTicketNumber(ticket, kWatermarkOptionItem, kWatermarkForeground);
 }
 
 void WriteTicket(const WatermarkContext& context, PMTicketRef ticket) {
@@ -92,8 +90,9 @@ void WriteTicket(const WatermarkContext& context, PMTicketRef ticket) {
 
 void SetControls(WatermarkContext* context) {
     SelectWatermark(context, context->selection);
-    SetControl32BitValue(FindWatermarkControl(*context, kWatermarkFirstPageOnly), context->firstPageOnly);
-    SetControl32BitValue(FindWatermarkControl(*context, kWatermarkOption), context->option);
+    SetControl32BitValue(FindWatermarkControl(*context, kWatermarkFirstPageOnly), context->firstPageOnly != 0 ? 1 : 0);
+    SetControl32BitValue(FindWatermarkControl(*context, kWatermarkOption),
+                         context->option == kWatermarkBackground ? kWatermarkBackground : kWatermarkForeground);
     Draw1Control(context->pane);
 }
 
@@ -222,7 +221,7 @@ OSStatus GetSummaryText(PMPDEContext opaque, CFArrayRef* titles, CFArrayRef* sum
         // title, summary
         {CFSTR("Watermark"), IsWatermarkSelected(*context) ? CFSTR(" Enabled") : CFSTR(" Disabled")},
         {CFSTR(" FirstPage"), truth(context->firstPageOnly != 0)},
-        {CFSTR(" Foreground"), truth(context->option == kWatermarkForeground)},
+        {CFSTR(" Foreground"), truth(context->option != kWatermarkBackground)},
     }};
     std::array<CFRef<CFMutableArrayRef>, 2> columns;
     for (std::size_t column = 0; column < columns.size(); ++column) {

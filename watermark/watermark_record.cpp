@@ -108,7 +108,7 @@ CFRef<CFMutableDictionaryRef> CreateWatermarkDictionary(const WatermarkRecord& r
     return dictionary;
 }
 
-void ReadWatermarkDictionary(CFDictionaryRef dictionary, WatermarkRecord* record) {
+void ReadWatermarkDictionary(CFDictionaryRef dictionary, CFStringRef name, WatermarkRecord* record) {
     for (const auto& [key, offset, size] : kTexts) {
         if (const CFStringRef string = GetRecordString(dictionary, CFStringMakeConstant(key))) {
             const std::string text = Utf8Of(string);
@@ -120,5 +120,7 @@ void ReadWatermarkDictionary(CFDictionaryRef dictionary, WatermarkRecord* record
     for (const auto& [key, offset, type] : kNumbers) {
         CFDictionaryGetNumber(dictionary, CFStringMakeConstant(key), FieldOf(record, offset), type);
     }
-    record->kind = record->text[0] != '\0' ? kTextWatermark : kImageWatermark;
+    const bool isNamedByText = CFEqual(name, CreateText(record->text, sizeof record->text).get());
+    const bool isNamedByPicture = CFEqual(name, CreateText(record->fileName, sizeof record->fileName).get());
+    record->kind = record->text[0] == '\0' || (isNamedByPicture && !isNamedByText) ? kImageWatermark : kTextWatermark;
 }

@@ -37,7 +37,7 @@ struct WatermarkRecord {
     SInt32 scale;         // percent
     SInt32 units;         // the editor's
     SInt32 fontSize;      // points
-    SInt32 kind;          // not stored: a record with a text is loaded as a text watermark
+    SInt32 kind;          // not stored: the name says whether it is the text or the picture
     double paperExtentA;  // points, as is B; set by the panel before editing, not stored
     double paperExtentB;
     double xPosition;
@@ -72,6 +72,8 @@ static_assert(sizeof(WatermarkRecord) == 9824);
 /// The stored form. A text that is no UTF-8 and a number that is not finite are left out.
 [[nodiscard]] CFRef<CFMutableDictionaryRef> CreateWatermarkDictionary(const WatermarkRecord& record);
 
-/// Copies what a dictionary holds into the record and sets its kind. A text that is too long is cut between two
-/// characters; what is missing, of another type, or a number that does not fit leaves its field as it was.
-void ReadWatermarkDictionary(CFDictionaryRef dictionary, WatermarkRecord* record);
+/// Copies what a dictionary holds into the record, and sets its kind by the name under which it is stored: that of the
+/// picture means an image watermark, whatever text it holds, any other name a text watermark if it has a text. A text
+/// that is too long is cut between two characters; what is missing, of another type, or a number that does not fit
+/// leaves its field as it was.
+void ReadWatermarkDictionary(CFDictionaryRef dictionary, CFStringRef name, WatermarkRecord* record);

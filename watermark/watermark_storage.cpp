@@ -50,7 +50,7 @@ Boolean loadWatermarkData(CFStringRef fileName, CFStringRef name, WatermarkRecor
         *record = {};
         return false;
     }
-    ReadWatermarkDictionary(stored, record);
+    ReadWatermarkDictionary(stored, name, record);
     return true;
 }
 

@@ -14,7 +14,7 @@
 namespace {
 
 // The watermark panel's items.
-constexpr SInt32 kInFront = 2;
+constexpr SInt32 kBehind = 1;
 
 constexpr SInt32 kLandscape = 2;
 constexpr SInt32 kReverseLandscape = 3;
@@ -89,7 +89,7 @@ MarkPlacement placementIn(const Document& document, const PrintSession& session,
         pages = readPageRange("1-", document.pageCount);
     }
 
-    MarkPlacement placement{numberItem(session.printSettings(), kWatermarkOptionItem, kInFront) == kInFront, {}};
+    MarkPlacement placement{numberItem(session.printSettings(), kWatermarkOptionItem, 0) != kBehind, {}};
     const bool isLandscapePaper = hasLandscapePaper(session.pageFormat());
     for (const std::size_t page : chosenPages(pages.pages, count)) {
         placement.pages.push_back(markOf(isLandscape(page), session.orientation(), isLandscapePaper));

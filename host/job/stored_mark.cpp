@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -65,7 +66,12 @@ std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& n
         return std::clamp(numberIn(record, key).value_or(fallback), least, most);
     };
     constexpr double kFarthest = 5000;
-    return StoredMark{stringIn(record, CFSTR("textString")),
+    // A picture is stored by its file's name, and may hold a text that is not to be seen.
+    std::string text = stringIn(record, CFSTR("textString"));
+    if (name != text && name == stringIn(record, CFSTR("filename"))) {
+        text.clear();
+    }
+    return StoredMark{std::move(text),
                       stringIn(record, CFSTR("filePath")),
                       stringIn(record, CFSTR("fontName")),
                       colorIn(record),

@@ -217,11 +217,13 @@ TEST_F(WatermarkPanelTest, WhatIsChosenGoesIntoTheTicketAndComesBack) {
 
 TEST_F(WatermarkPanelTest, ATicketIsKeptByAPanelThatIsNeverOpened) {
     choose(CFSTR("Copy"));
-    SetTicketNumber(printer.settings, CFSTR("test"), kOptionKey, 1);
+    SetTicketNumber(printer.settings, CFSTR("test"), kOptionKey, 3);
+    SetTicketNumber(printer.settings, CFSTR("test"), kFirstPageOnlyKey, -7);
     ASSERT_EQ(initialize(), noErr);
     EXPECT_EQ(sync(false), noErr);
     EXPECT_EQ(chosen(), "Copy");
-    EXPECT_EQ(number(kOptionKey), 1);
+    EXPECT_EQ(number(kOptionKey), 3) << "whatever another edition means by it";
+    EXPECT_EQ(number(kFirstPageOnlyKey), -7);
 }
 
 TEST_F(WatermarkPanelTest, Summary) {

@@ -198,6 +198,16 @@ TEST_F(Storage, OnlyWhatFitsIsTaken) {
     EXPECT_EQ(record.xOffset, 0.1F);
     load(CFSTR("no record"), false);
 
+    // Its name tells a picture from a text that the editor left behind.
+    WatermarkRecord picture = textWatermark("Draft");
+    picture.kind = kImageWatermark;
+    setText(picture.fileName, "logo.png");
+    saveWatermarkData(kStore, &picture);
+    EXPECT_EQ(load(CFSTR("logo.png"), true).kind, kImageWatermark);
+    setText(picture.text, "logo.png");
+    saveWatermarkData(kStore, &picture);
+    EXPECT_EQ(load(CFSTR("logo.png"), true).kind, kTextWatermark);
+
     // What the editor should not have left: a text without its zero, one that is no UTF-8, a number that is none.
     record = textWatermark("bad editor");
     std::memset(record.fontName, 'f', sizeof record.fontName);
