@@ -114,10 +114,8 @@ PPDKeywordPairs CollateStaplePairs() {
     return pairs;
 }
 
-bool IsCollateStapleOffered(SInt32 choice, const PPDKeywordPairs& pairs) {
-    return choice == kCollated || choice == kUncollated || std::ranges::any_of(kRows, [&](const CollateStapleRow& row) {
-               return IsInstalled(row) && choice > kCollated && ChoiceOfRow(row, pairs) == choice;
-           });
+bool IsCollateStapleChoice(SInt32 choice, const PPDKeywordPairs& pairs) {
+    return choice == kCollated || choice == kUncollated || FinishingPair(choice, pairs) != nullptr;
 }
 
 bool IsFoldChoice(SInt32 choice, const PPDKeywordPairs& pairs) {

@@ -30,8 +30,8 @@ void retrievePPDKeywords(CFStringRef mainKeyword, PPDKeywordPairs* pairs);
 /// The pairs that the choices count. Empty when the PPD cannot both collate and not collate.
 [[nodiscard]] PPDKeywordPairs CollateStaplePairs();
 
-/// Whether the choice is one that the menu offers on this printer.
-bool IsCollateStapleOffered(SInt32 choice, const PPDKeywordPairs& pairs);
+/// Whether the printer's PPD has what the choice stands for, installed or not.
+bool IsCollateStapleChoice(SInt32 choice, const PPDKeywordPairs& pairs);
 /// Whether the choice folds or punches.
 bool IsFoldChoice(SInt32 choice, const PPDKeywordPairs& pairs);
 

@@ -14,22 +14,22 @@
 namespace {
 
 struct OutputTray {
-    SInt32 destination;
     const char* feature;  // null: every printer has it
     const char* without;  // a feature whose trays take its place; null for none
-    bool hasOwnName;      // the feature is this tray, and no other
+    SInt32 destination;
+    bool hasOwnName;  // the feature is this tray, and no other
 };
 // clang-format off
 constexpr OutputTray kTrays[] = {
-    // destination      feature                   without           its own name
-    {kOutputAutomatic,  nullptr,                  nullptr,          false},
-    {2,                 "TopTrayKey",             nullptr,          true},   // Top
-    {3,                 "OffsettingCatchTrayKey", nullptr,          true},   // Side
-    {3,                 nullptr,                  "TopTrayKey",     false},  // Side: where a finisher would stand
-    {4,                 "StackerTray1Key",        nullptr,          true},   // Stacker
-    {5,                 "StackerTray2Key",        nullptr,          false},  // Upper
-    {6,                 "StackerTray2Key",        nullptr,          false},  // Lower
-    {7,                 "BookletBinKey",          nullptr,          true},   // Booklet
+    // feature                without       destination       its own name
+    {nullptr,                  nullptr,      kOutputAutomatic, false},
+    {"TopTrayKey",             nullptr,      2,                true},   // Top
+    {"OffsettingCatchTrayKey", nullptr,      3,                true},   // Side
+    {nullptr,                  "TopTrayKey", 3,                false},  // Side: where a finisher would stand
+    {"StackerTray1Key",        nullptr,      4,                true},   // Stacker
+    {"StackerTray2Key",        nullptr,      5,                false},  // Upper
+    {"StackerTray2Key",        nullptr,      6,                false},  // Lower
+    {"BookletBinKey",          nullptr,      7,                true},   // Booklet
 };
 static_assert(std::size(kTrays) == 8);
 // clang-format on
@@ -53,10 +53,6 @@ const OutputTray* FindTray(SInt32 destination) {
 }
 
 }  // namespace
-
-bool IsOutputDestinationInstalled(SInt32 destination) {
-    return FindTray(destination) != nullptr;
-}
 
 void PopulateOutputDestinationPopup(ControlRef popup, CFBundleRef bundle) {
     const MenuRef menu = GetControlPopupMenuHandle(popup);

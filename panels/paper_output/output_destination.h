@@ -7,10 +7,6 @@
 /// The ticket value of the tray that the printer chooses itself.
 inline constexpr SInt32 kOutputAutomatic = 1;
 
-/// Whether the tray with that ticket value (of the option map of "OutputBin") is there. A tray that only some finishers
-/// have is there with such a finisher.
-bool IsOutputDestinationInstalled(SInt32 destination);
-
 /// Replaces all items of the pop-up by the PPD's trays that are there; an item's reference value is its ticket value.
 /// A tray that came with a finisher has the name that the bundle has for it.
 void PopulateOutputDestinationPopup(ControlRef popup, CFBundleRef bundle);

@@ -46,6 +46,12 @@ MenuItemIndex FindFaxItem(MenuRef menu) {
     return 0;
 }
 
+/// What the pop-up does not offer shows as none of its items.
+void ShowChoice(ControlRef popup, SInt32 value) {
+    SetControl32BitValue(popup, 0);
+    SetPopupButtonToTicketValue(popup, value);
+}
+
 /// A printer that cannot fax offers no fax. A ticket that asks for one all the same is shown why it gets none.
 void ShowThatFaxIsNotInstalled(const _PaperOutputContext& context) {
     PopulatePopupButtonFromMap(context.bundle, context.jobTypePopup, JobTypeMap, JobContext::job, 0);
@@ -63,16 +69,13 @@ void ShowJobType(const _PaperOutputContext& context) {
     if (!getInstalledFeature(CFSTR("FaxKey"))) {
         ShowThatFaxIsNotInstalled(context);
     }
-    SetControl32BitValue(context.jobTypePopup, 0);  // for a type that is in no menu
-    SetPopupButtonToTicketValue(context.jobTypePopup, context.settings.job.jobType);
+    ShowChoice(context.jobTypePopup, context.settings.job.jobType);
     HideShowJobTypeSetupButton(context);
 }
 
-/// No tray asked for shows as none.
 void ShowOutput(const _PaperOutputContext& context) {
-    SetControl32BitValue(context.outputDestinationPopup, 0);
-    SetPopupButtonToTicketValue(context.outputDestinationPopup, context.settings.outputDestination);
-    SetPopupButtonToTicketValue(context.outputColorPopup, context.settings.outputColor);
+    ShowChoice(context.outputDestinationPopup, context.settings.outputDestination);
+    ShowChoice(context.outputColorPopup, context.settings.outputColor);
 }
 
 }  // namespace
@@ -154,7 +157,7 @@ void ShowSides(const _PaperOutputContext& context) {
 }
 
 void ShowCollateStaple(const _PaperOutputContext& context) {
-    SetPopupButtonToTicketValue(context.collateStaplePopup, context.settings.collateStaple);
+    ShowChoice(context.collateStaplePopup, context.settings.collateStaple);
 }
 
 void HideShowJobTypeSetupButton(const _PaperOutputContext& context) {

@@ -42,12 +42,6 @@ CFDictionaryRef GetDictionary(PMTicketRef ticket, CFStringRef key) {
     return dictionary;
 }
 
-/// The number of an item that has a meaning from `first` to `last` only.
-SInt32 ReadNumber(PMTicketRef ticket, CFStringRef key, SInt32 missing, SInt32 first, SInt32 last) {
-    const SInt32 number = GetTicketNumber(ticket, key, missing);
-    return number >= first && number <= last ? number : missing;
-}
-
 bool ReadBoolean(PMTicketRef ticket, CFStringRef key) {
     CFBooleanRef value = nullptr;
     return PMTicketGetCFBoolean(ticket, kPMTopLevel, kPMTopLevel, key, &value) == noErr && value == kCFBooleanTrue;
@@ -91,15 +85,12 @@ void WriteStock(const PaperOutputSettings& settings, PMTicketRef ticket) {
 FinishingSettings ReadFinishing(PMTicketRef ticket) {
     FinishingSettings finishing;
     finishing.options = GetTicketNumber(ticket, kFinishingOptionsItem, kFinishingValueDefault);
-    if (FindFinishingChoice(finishing.options) == nullptr && !SplitFinishingValue(finishing.options)) {
-        finishing.options = kFinishingValueDefault;
-    }
-    finishing.offset = ReadNumber(ticket, kFinishingOffsetItem, kOffsetOff, kOffsetOff, kOffsetOn);
-    finishing.enableSubset = ReadNumber(ticket, kFinishingOffsetEnableSubsetItem, 0, 0, 1);
+    finishing.offset = GetTicketNumber(ticket, kFinishingOffsetItem, kOffsetOff);
+    finishing.enableSubset = GetTicketNumber(ticket, kFinishingOffsetEnableSubsetItem, 0);
     if (finishing.enableSubset != 0) {
-        finishing.pagesPerSubset = ReadNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1, 1, kMostPagesPerSubset);
+        finishing.pagesPerSubset = GetTicketNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1);
     }
-    finishing.slipSheet = ReadNumber(ticket, kFinishingSlipSheetItem, 0, kSlipSheetsOn, kSlipSheetsOn);
+    finishing.slipSheet = GetTicketNumber(ticket, kFinishingSlipSheetItem, 0);
     CFStringRef custom = nullptr;
     PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kFinishingCustomItem, &custom);
     finishing.custom = CFRef<CFStringRef>::retain(custom != nullptr ? custom : CFSTR(""));
@@ -131,7 +122,7 @@ void ReadCollateStaple(PMTicketRef ticket, const PaperOutputScope& scope, PaperO
     CFStringRef collate = nullptr;
     PPDGetMainKeywordValue(ticket, kCollateMainKeyword, &collate);
     settings->collateStaple =
-        CollateStapleForOption(IsCollateStapleOffered(stored, pairs) ? stored : kCollated, collate);
+        CollateStapleForOption(IsCollateStapleChoice(stored, pairs) ? stored : kCollated, collate);
     settings->foldOptions = ReadPPDChoice(ticket, kFoldMainKeyword, kFoldNone);
     if (settings->collateStaple != stored && IsFoldChoice(stored, pairs) && !IsBookletFold(settings->foldOptions)) {
         settings->foldOptions = kFoldNone;
@@ -171,7 +162,7 @@ void ReadBooklet(PMTicketRef ticket, PaperOutputSettings* settings) {
     if (!settings->booklet) {
         return;
     }
-    settings->drawOutlines = ReadNumber(ticket, kBookletDrawOutlinesItem, 0, 0, 1);
+    settings->drawOutlines = GetTicketNumber(ticket, kBookletDrawOutlinesItem, 0);
     settings->forceNewSize = ReadBoolean(ticket, kBookletForceNewSizeItem);
     if (settings->forceNewSize) {
         SInt32 size = 0;
@@ -202,12 +193,11 @@ void WriteBooklet(const PaperOutputSettings& settings, PMTicketRef ticket) {
 /// A tray that no number stands for has no item, and stays as it is.
 SInt32 ReadOutputDestination(PMTicketRef ticket) {
     const SInt32 destination = GetTicketNumber(ticket, kFinishingOutputDestinationItem, kNoTicketValue);
-    if (destination == kNoTicketValue &&
-        ReadPPDChoice(ticket, kOutputBinMainKeyword, kOutputAutomatic) == kNoTicketValue) {
-        return kNoTicketValue;
+    if (destination != kNoTicketValue) {
+        return destination;
     }
-    return destination == kTicketValueUnset || IsOutputDestinationInstalled(destination) ? destination
-                                                                                         : kOutputAutomatic;
+    return ReadPPDChoice(ticket, kOutputBinMainKeyword, kOutputAutomatic) == kNoTicketValue ? SInt32{kNoTicketValue}
+                                                                                            : kOutputAutomatic;
 }
 
 void WriteOutputDestination(SInt32 destination, PMTicketRef ticket) {
@@ -222,9 +212,6 @@ void WriteOutputDestination(SInt32 destination, PMTicketRef ticket) {
 
 void ReadJobType(PMTicketRef ticket, PaperOutputSettings* settings) {
     settings->jobDictionary = settings->job.read(ticket);
-    if (TicketToUI(JobTypeMap, settings->job.jobType) == -1 && settings->job.jobType != kJobTypeOfOtherEditions) {
-        settings->job.jobType = kJobTypeNormal;
-    }
 }
 
 void WriteJobType(PaperOutputSettings* settings, PMTicketRef ticket) {
@@ -274,8 +261,7 @@ void ReadPaperOutputSettings(PMTicketRef ticket, const PaperOutputScope& scope, 
     settings->stock = ReadStock(ticket);
     settings->finishing = ReadFinishing(ticket);
     settings->outputDestination = ReadOutputDestination(ticket);
-    settings->outputColor =
-        ReadNumber(ticket, kFinishingOutputColorItem, kOutputInColor, kOutputInBlackAndWhite, kOutputInColor);
+    settings->outputColor = GetTicketNumber(ticket, kFinishingOutputColorItem, kOutputInColor);
     SyncSeparatorsFromTicket(ticket, &settings->separatorOption, &settings->separatorColor);
     ReadJobType(ticket, settings);
     ReadBooklet(ticket, settings);

@@ -98,6 +98,17 @@ TEST_F(ProgramConflicts, OfSettingsFilesAndMissingPartsEndToo) {
     EXPECT_TRUE(kept("PageSize", "Custom.800x1368pt") || kept("PageSize", "Custom.936x800pt"));
     EXPECT_TRUE(kept("InputSlot", "AutoSelect") && kept("MediaType", "Envelopes"));
 
+    // The panel leaves a staple of the settings to the dialog, though it cannot offer one.
+    expectEnded(
+        "panel \"Paper and Output\"\nexpect Tshl:111 text \"\"\nexpect conflicts 1\nclick Host:72\n"
+        "expect Tshl:111 text \"Collated\"\n",
+        {"--installed", "Option2=None", "--ticket-in",
+         add("staple.plist",
+             "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>"
+             "<key>com.tavro.print.FinishingCollateStaple</key><integer>4</integer>"
+             "<key>PPDDict</key><dict><key>StapleLocation</key><string>2Staples</string></dict>"
+             "</dict></dict></plist>")});
+
     const Words noDisk{"--installed", "Option4=False"};
     expectEnded(
         "panel \"Paper and Output\"\nchoose Tshl:102 \"Secure Print\"\nclick Tshl:103\ntype TPDE:20001 \"2468\"\n"

@@ -115,6 +115,9 @@ TEST_F(PaperOutputPanelTest, WithoutPartsLittleIsOffered) {
     EXPECT_EQ(texts(kCollateStaplePopup), (std::vector<std::string>{"Collated", "Uncollated"}));
     EXPECT_EQ(texts(kOutputDestinationPopup), (std::vector<std::string>{"Automatic", "Side Tray"}));
     EXPECT_EQ(texts(kJobTypePopup).size(), 6u) << "no fax";
+    SetTicketNumber(printer.settings, CFSTR("test"), CFSTR("com.tavro.print.FinishingCollateStaple"), 4);
+    EXPECT_EQ(sync(true), noErr);
+    EXPECT_EQ(chosen(kCollateStaplePopup), "") << "two staples that nobody can choose here";
     setJobType(kJobTypeFax);
     EXPECT_EQ(sync(true), noErr);
     EXPECT_EQ(chosen(kJobTypePopup), "Fax (not installed)");
