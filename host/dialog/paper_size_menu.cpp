@@ -52,7 +52,7 @@ void PaperSizeMenu::add(CFStringRef title, const std::string& option) {
 
 /// Takes the place of the one before.
 void PaperSizeMenu::addCustom(const PrintSession& session, const std::string& option) {
-    const auto words = settingWords(session.printer(), texts_, kPageSize, option);
+    const auto words = settingWords(session, texts_, kPageSize, option);
     if (!words) {
         return;
     }

@@ -91,7 +91,7 @@ private:
 Side readSide(const PrintSession& session, CFBundleRef texts, CFDictionaryRef side) {
     const std::string keyword = stringIn(side, kPMSettingKeywordKey);
     const std::string option = stringIn(side, kPMSettingOptionKey);
-    return {option, settingWords(session.printer(), texts, keyword, option).value_or(SettingWords{keyword, option, {}}),
+    return {option, settingWords(session, texts, keyword, option).value_or(SettingWords{keyword, option, {}}),
             booleanIn(side, kPMSettingIsInstalledKey).value_or(false)};
 }
 
@@ -122,7 +122,7 @@ std::vector<SettingChange> findRemedy(const PrintSession& session, CFBundleRef t
     const auto owner = CFRef<CFDictionaryRef>::adopt(changes);
     std::vector<SettingChange> remedy;
     for (const auto& [keyword, option] : pairsIn(changes)) {
-        const auto words = settingWords(session.printer(), texts, keyword, option);
+        const auto words = settingWords(session, texts, keyword, option);
         remedy.push_back({keyword, option, words.value_or(SettingWords{keyword, option, {}})});
     }
     std::ranges::sort(remedy, {}, [](const SettingChange& change) { return change.words.title; });

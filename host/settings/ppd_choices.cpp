@@ -26,10 +26,26 @@ std::optional<UInt32> mainIndex(PPDContext context, const std::string& mainKeywo
 
 PPDChoices::PPDChoices(PMTicketRef printerInfo) {
     ppdOpenCompiledPPDFromTicket(printerInfo, &context_);
+    setInstallableOptions(context_, printerInfo);
 }
 
 PPDChoices::~PPDChoices() {
     ppdCloseCompiledPPDFromTicket(context_);
+}
+
+template <typename Condition>
+std::optional<std::size_t> PPDChoices::find(const std::string& mainKeyword, Condition condition) const {
+    const auto main = mainIndex(context_, mainKeyword);
+    for (UInt32 i = 0; main && i < ppdCountUIOptions(context_, *main); ++i) {
+        PPDUIOption record{};
+        ConstPPDString keyword = nullptr;
+        if (ppdGetIndUIOption(context_, *main, i, &record) == noErr &&
+            ppdGetOptionString(context_, *main, record.optionIndex, &keyword) == noErr &&
+            condition(record, std::string_view(reinterpret_cast<const char*>(keyword) + 1, keyword[0]))) {
+            return i;
+        }
+    }
+    return std::nullopt;
 }
 
 bool PPDChoices::hasKeyword(const std::string& mainKeyword) const {
@@ -46,15 +62,15 @@ std::size_t PPDChoices::countOptions(const std::string& mainKeyword) const {
 }
 
 std::optional<std::size_t> PPDChoices::positionOf(const std::string& mainKeyword, const std::string& option) const {
-    const auto main = mainIndex(context_, mainKeyword);
-    for (UInt32 i = 0; main && i < ppdCountUIOptions(context_, *main); ++i) {
-        PPDUIOption record{};
-        ConstPPDString keyword = nullptr;
-        if (ppdGetIndUIOption(context_, *main, i, &record) == noErr &&
-            ppdGetOptionString(context_, *main, record.optionIndex, &keyword) == noErr &&
-            std::string_view(reinterpret_cast<const char*>(keyword) + 1, keyword[0]) == option) {
-            return i;
-        }
-    }
-    return std::nullopt;
+    return find(mainKeyword, [&](const PPDUIOption&, std::string_view keyword) { return keyword == option; });
+}
+
+std::string PPDChoices::installed(const std::string& mainKeyword) const {
+    std::string chosen;
+    find(mainKeyword, [&](const PPDUIOption& option, std::string_view keyword) {
+        const bool isInstalled = option.isInstallable != 0 && option.isChosen != 0;
+        chosen = isInstalled ? keyword : std::string_view();
+        return isInstalled;
+    });
+    return chosen;
 }

@@ -21,7 +21,13 @@ public:
     std::size_t countOptions(const std::string& mainKeyword) const;
     /// The position of an option among those of its main keyword, from 0.
     std::optional<std::size_t> positionOf(const std::string& mainKeyword, const std::string& option) const;
+    /// What is installed, as an option of a main keyword that says it; empty when there is no such keyword.
+    std::string installed(const std::string& mainKeyword) const;
 
 private:
+    /// The position of the first option that meets the condition.
+    template <typename Condition>
+    std::optional<std::size_t> find(const std::string& mainKeyword, Condition condition) const;
+
     PPDContext context_ = nullptr;
 };

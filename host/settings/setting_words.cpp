@@ -38,18 +38,45 @@ constexpr PanelRow kPanels[] = {
 static_assert(std::size(kPanels) == 18);
 // clang-format on
 
+struct TrayRow {
+    std::string_view option;  // of "OutputBin"
+    std::string_view finisher;
+    const char* name;  // key of the tray's name
+};
+constexpr TrayRow kTrays[] = {
+    // the trays that the maker's panel calls otherwise than the PPD
+    {"Side", "OCT", "Tray Offset Catch"},
+    {"Stacker", "HCSS", "Tray Stacker 1"},
+};
+
+/// Null for any other setting.
+const TrayRow* findTray(const PrintSession& session, const std::string& mainKeyword, const std::string& option) {
+    const auto* const row = std::ranges::find(kTrays, std::string_view(option), &TrayRow::option);
+    return mainKeyword == "OutputBin" && row != std::end(kTrays) &&
+                   session.choices().installed("Option2") == row->finisher
+               ? row
+               : nullptr;
+}
+
 }  // namespace
 
-std::optional<SettingWords> settingWords(const Printer& printer, CFBundleRef bundle, const std::string& mainKeyword,
-                                         const std::string& option) {
+std::optional<SettingWords> settingWords(const PrintSession& session, CFBundleRef bundle,
+                                         const std::string& mainKeyword, const std::string& option) {
+    const Printer& printer = session.printer();
     CFStringRef title = nullptr;
     CFStringRef choice = nullptr;
     if (PMPrinterCopySettingTitles(printer.get(), cfString(mainKeyword).get(), cfString(option).get(), &title,
                                    &choice) != noErr) {
         return std::nullopt;
     }
-    return SettingWords{utf8(CFRef<CFStringRef>::adopt(title).get()), utf8(CFRef<CFStringRef>::adopt(choice).get()),
-                        printer.isOfMaker() ? panelOfSetting(bundle, mainKeyword) : std::string()};
+    SettingWords words{utf8(CFRef<CFStringRef>::adopt(title).get()), utf8(CFRef<CFStringRef>::adopt(choice).get()), {}};
+    if (printer.isOfMaker()) {
+        words.panel = panelOfSetting(bundle, mainKeyword);
+        if (const TrayRow* tray = findTray(session, mainKeyword, option)) {
+            words.choice = utf8(localized(bundle, CFStringMakeConstant(tray->name)).get());
+        }
+    }
+    return words;
 }
 
 std::string panelOfSetting(CFBundleRef bundle, const std::string& mainKeyword) {

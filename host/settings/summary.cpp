@@ -134,12 +134,11 @@ private:
     }
     /// What the printer calls an option; empty for none that it has.
     std::string words(const char* mainKeyword, const std::string& option) const {
-        const auto found =
-            option.empty() ? std::nullopt : settingWords(session_.printer(), texts_, mainKeyword, option);
+        const auto found = option.empty() ? std::nullopt : settingWords(session_, texts_, mainKeyword, option);
         return found ? found->choice : std::string();
     }
     void tell(const Options::value_type& changed) {
-        if (const auto found = settingWords(session_.printer(), texts_, changed.first, changed.second)) {
+        if (const auto found = settingWords(session_, texts_, changed.first, changed.second)) {
             add("Summary Setting", {found->title, found->choice});
         }
     }

@@ -4,11 +4,13 @@
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
 #include "tests/files/temporary_folder.h"
+#include "tests/support/cf_values.h"
 #include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 #include <fstream>
 #include <sstream>
+#include <tuple>
 
 namespace {
 
@@ -22,6 +24,13 @@ protected:
         return utf8(CFRef<CFStringRef>::adopt(
                         CFBundleCopyLocalizedString(plugin.get(), key, CFSTR("none"), CFSTR("Localizable")))
                         .get());
+    }
+
+    std::optional<SettingWords> words(const Printer& of, const char* mainKeyword, const char* option,
+                                      const char* finisher = "HCSS_BK") const {
+        const auto installed = makeCFDictionary();
+        CFDictionarySetValue(installed.get(), CFSTR("Option2"), makeCFString(finisher).get());
+        return settingWords(PrintSession(of, JobSettings{}, installed.get(), "job"), host.get(), mainKeyword, option);
     }
 
     CFRef<CFBundleRef> host = bundle(stagePath("TavroPrint.bundle"));
@@ -42,12 +51,21 @@ TEST_F(SettingWordsOf, PanelsAreTheTitlesThatTheirMenuHas) {
 }
 
 TEST_F(SettingWordsOf, SettingsOfThePrinterHaveThem) {
-    const auto words = settingWords(printer, host.get(), "StapleLocation", "2Staples");
-    ASSERT_TRUE(words);
-    EXPECT_EQ(words->title, "Staple");
-    EXPECT_EQ(words->choice, "2 Staples");
-    EXPECT_EQ(words->panel, "Paper and Output");
-    EXPECT_FALSE(settingWords(printer, host.get(), "StapleLocation", "17Staples"));
+    const auto found = words(printer, "StapleLocation", "2Staples");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->title, "Staple");
+    EXPECT_EQ(found->choice, "2 Staples");
+    EXPECT_EQ(found->panel, "Paper and Output");
+    EXPECT_FALSE(words(printer, "StapleLocation", "17Staples"));
+}
+
+TEST_F(SettingWordsOf, TraysAreCalledAsInTheirPanel) {
+    for (const auto& [finisher, option, key] :
+         {std::tuple{"OCT", "Side", CFSTR("OCT")}, std::tuple{"HCSS", "Stacker", CFSTR("StackerTray1")},
+          std::tuple{"HCSS_BK", "Stacker", CFSTR("StackerTray")}, std::tuple{"LCSS", "Top", CFSTR("TopTray")},
+          std::tuple{"HCSS_BK", "Booklet", CFSTR("BookletMakerBin")}}) {
+        EXPECT_EQ(words(printer, "OutputBin", option, finisher)->choice, ownTitle(key)) << finisher << option;
+    }
 }
 
 TEST_F(SettingWordsOf, OtherMakersHaveNoPanels) {
@@ -58,8 +76,8 @@ TEST_F(SettingWordsOf, OtherMakersHaveNoPanels) {
     const std::string maker = "*Manufacturer: \"Tavro\"";
     text.replace(text.find(maker), maker.size(), "*Manufacturer: \"Somebody\"");
     std::ofstream(folder / "other.ppd") << text;
-    const auto words = settingWords(*openPPD(folder / "other.ppd"), host.get(), "StapleLocation", "2Staples");
-    ASSERT_TRUE(words);
-    EXPECT_EQ(words->choice, "2 Staples");
-    EXPECT_EQ(words->panel, "");
+    const auto found = words(*openPPD(folder / "other.ppd"), "StapleLocation", "2Staples");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->choice, "2 Staples");
+    EXPECT_EQ(found->panel, "");
 }
