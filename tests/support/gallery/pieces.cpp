@@ -60,6 +60,7 @@ constexpr Piece kPieces[] = {
     {"stock-library-selection", nullptr, runStockLibrarySelection},
     {"stock-selection", nullptr, runStockSelection},
     {"tab-stock-setup", nullptr, runTabStockSetup},
+    {"tab-stock-setup-with-modulus", nullptr, runTabStockSetupWithModulus},
     {"watermark", GetWatermarkPanelInterface, nullptr},
 };
 // clang-format on

@@ -69,7 +69,9 @@ OSStatus runStockDescription(const PieceRecords& records) {
     });
 }
 
-OSStatus runTabStockSetup(const PieceRecords& records) {
+namespace {
+
+OSStatus runTabStockSetup(const PieceRecords& records, SInt32 modulus) {
     _IS_Options options{};
     ImageShiftInitialize(records.bundle, nullptr, &options);
     if (const CFDictionaryRef stored = dictionaryOf(records.ticket, kTabShiftKey)) {
@@ -77,6 +79,7 @@ OSStatus runTabStockSetup(const PieceRecords& records) {
     }
     Stock stock;
     stock.setType(kStockTypeTabStock);
+    stock.setModulus(modulus);
     SInt16 result = 0;
     const OSStatus status = RunModalTabStockSetupDialog(records.bundle, &stock, &options, &result);
     if (const auto shift = ImageShiftCreateTicketFromOptions(&options, JobContext::exception)) {
@@ -85,4 +88,14 @@ OSStatus runTabStockSetup(const PieceRecords& records) {
         PMTicketReleaseItem(records.ticket, kPMTopLevel, kTabShiftKey);
     }
     return status;
+}
+
+}  // namespace
+
+OSStatus runTabStockSetup(const PieceRecords& records) {
+    return runTabStockSetup(records, kTicketValueUnset);
+}
+
+OSStatus runTabStockSetupWithModulus(const PieceRecords& records) {
+    return runTabStockSetup(records, 5);
 }

@@ -10,3 +10,4 @@ OSStatus runStockLibrarySelection(const PieceRecords& records);  // a named pape
 OSStatus runCustomStockSize(const PieceRecords& records);
 OSStatus runStockDescription(const PieceRecords& records);
 OSStatus runTabStockSetup(const PieceRecords& records);
+OSStatus runTabStockSetupWithModulus(const PieceRecords& records);
