@@ -87,7 +87,7 @@ OSStatus takeSecrets(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* 
     for (const auto& [name, value] : request->choices) {
         const PPDOption* const option = ppd.findOption(name);
         const bool isNothing = value == "None" || value.empty() || (option != nullptr && option->findChoice(value));
-        const bool isPasscode = name == ppd.passcodeKeyword;
+        const bool isPasscode = isSameOption(name, ppd.passcodeKeyword);
         if (isNothing ? !(isPasscode && request->passcode) : !isSecretOption(ppd, name)) {
             others.emplace_back(name, value);
             continue;

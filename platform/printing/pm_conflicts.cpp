@@ -45,7 +45,7 @@ OSStatus readSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef 
             CFGetTypeID(key) == CFStringGetTypeID() ? utf8Text(static_cast<CFStringRef>(key)) : std::string();
         const PPDOption* const option = printer->ppd.findOption(keyword);
         if (option != nullptr && !option->installable) {
-            settings->emplace(keyword, optionIn(pairs, keyword));
+            settings->emplace(option->keyword, optionIn(pairs, keyword));
         }
     }
     for (const PPDOption& option : printer->ppd.options) {

@@ -29,9 +29,9 @@ bool isChosen(const PPDConstraint::Side& side, const PPDSettings& settings) {
     }
     const std::string_view option = found->second;
     if (side.choice.empty()) {
-        return option != "None" && option != "Off" && option != "False";
+        return !isSameOption(option, "None") && !isSameOption(option, "Off") && !isSameOption(option, "False");
     }
-    return option == side.choice || (side.choice == kCustom && option.starts_with("Custom."));
+    return isSameOption(option, side.choice) || (side.choice == kCustom && option.starts_with("Custom."));
 }
 
 bool isInstalled(const PPDFile& ppd, const PPDConstraint::Side& side) {

@@ -151,41 +151,59 @@ std::string findPasscodeKeyword(const ppd_file_t& ppd) {
     return {};
 }
 
-/// "*CustomKeyword True" is how a PPD says that the custom choice of a keyword is taken.
-void nameCustomChoice(PPDConstraint::Side& side) {
+/// A side in the PPD's own spelling; none for a keyword or choice that the PPD does not have.
+std::optional<PPDConstraint::Side> makeSide(ppd_file_t* ppd, std::string keyword, std::string choice) {
     static constexpr std::string_view kCustom = "Custom";
-    if (side.keyword.starts_with(kCustom) && side.choice == "True") {
-        side = {side.keyword.substr(kCustom.size()), std::string(kCustom)};
+    // "*CustomKeyword True" is how a PPD says that the custom choice of a keyword is taken.
+    if (isSameOption(keyword.substr(0, kCustom.size()), kCustom) && isSameOption(choice, "True")) {
+        keyword.erase(0, kCustom.size());
+        choice = kCustom;
     }
+    ppd_option_t* const option = ppdFindOption(ppd, keyword.c_str());
+    if (option == nullptr || choice.empty()) {
+        return option == nullptr ? std::nullopt : std::optional(PPDConstraint::Side{option->keyword, {}});
+    }
+    const ppd_choice_t* const found = ppdFindChoice(option, choice.c_str());
+    return found == nullptr ? std::nullopt : std::optional(PPDConstraint::Side{option->keyword, found->choice});
+}
+
+/// Takes a constraint that names nothing that the PPD does not have: others can never be broken.
+void addConstraint(ppd_file_t* ppd, const std::vector<PPDConstraint::Side>& sides,
+                   std::vector<PPDConstraint>* constraints) {
+    PPDConstraint constraint;
+    for (const auto& [keyword, choice] : sides) {
+        auto side = makeSide(ppd, keyword, choice);
+        if (!side) {
+            return;
+        }
+        constraint.sides.push_back(std::move(*side));
+    }
+    constraints->push_back(std::move(constraint));
 }
 
 /// Reads "*Keyword Choice *Keyword …", the words of a cupsUIConstraints line.
-PPDConstraint parseConstraint(const std::string& text) {
-    PPDConstraint constraint;
+std::vector<PPDConstraint::Side> parseConstraint(const std::string& text) {
+    std::vector<PPDConstraint::Side> sides;
     std::istringstream words(text);
     for (std::string word; words >> word;) {
         if (word.starts_with('*')) {
-            constraint.sides.push_back({word.substr(1), {}});
-        } else if (!constraint.sides.empty()) {
-            constraint.sides.back().choice = word;
+            sides.push_back({word.substr(1), {}});
+        } else if (!sides.empty()) {
+            sides.back().choice = word;
         }
     }
-    std::ranges::for_each(constraint.sides, nameCustomChoice);
-    return constraint;
+    return sides;
 }
 
-/// As the print server has it: with cupsUIConstraints, the other lines are only for programs that do not know them.
+/// As the print server has it: a PPD may have lines of both kinds, and all of them hold.
 std::vector<PPDConstraint> makeConstraints(ppd_file_t* ppd) {
     std::vector<PPDConstraint> constraints;
+    for (const ppd_const_t& pair : std::span(ppd->consts, static_cast<std::size_t>(ppd->num_consts))) {
+        addConstraint(ppd, {{pair.option1, pair.choice1}, {pair.option2, pair.choice2}}, &constraints);
+    }
     for (const ppd_attr_t* line = ppdFindAttr(ppd, "cupsUIConstraints", nullptr); line != nullptr;
          line = ppdFindNextAttr(ppd, "cupsUIConstraints", nullptr)) {
-        constraints.push_back(parseConstraint(textOf(line->value)));
-    }
-    if (constraints.empty()) {
-        for (const ppd_const_t& pair : std::span(ppd->consts, static_cast<std::size_t>(ppd->num_consts))) {
-            constraints.push_back({{{pair.option1, pair.choice1}, {pair.option2, pair.choice2}}});
-            std::ranges::for_each(constraints.back().sides, nameCustomChoice);
-        }
+        addConstraint(ppd, parseConstraint(textOf(line->value)), &constraints);
     }
     return constraints;
 }
@@ -210,7 +228,8 @@ std::vector<std::string> makeFilters(ppd_file_t* ppd) {
 }  // namespace
 
 std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const {
-    const auto found = std::ranges::find(choices, choice, &PPDChoice::keyword);
+    const auto found =
+        std::ranges::find_if(choices, [&](const PPDChoice& each) { return isSameOption(each.keyword, choice); });
     if (found == choices.end()) {
         return std::nullopt;
     }
@@ -218,7 +237,8 @@ std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const 
 }
 
 const PPDOption* PPDFile::findOption(std::string_view keyword) const {
-    const auto found = std::ranges::find(options, keyword, &PPDOption::keyword);
+    const auto found =
+        std::ranges::find_if(options, [&](const PPDOption& each) { return isSameOption(each.keyword, keyword); });
     return found == options.end() ? nullptr : &*found;
 }
 
@@ -240,7 +260,8 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
             const ppd_group_t& group = ppd->groups[g];
             const std::string_view name = group.name;
             for (int o = 0; o < group.num_options && (name != "General") == grouped; ++o) {
-                made.options.push_back(makeOption(ppd.get(), group.options[o], name == "InstallableOptions"));
+                made.options.push_back(
+                    makeOption(ppd.get(), group.options[o], isSameOption(name, "InstallableOptions")));
             }
         }
     }

@@ -29,7 +29,7 @@ struct PPDOption {
     bool hasTextCustom = false;                // or any other text
     bool isCommand = false;                    // its code is one of the printer's commands, not PostScript
 
-    /// The position of a choice; none when the option has no such choice.
+    /// The position of a choice, in upper or lower case; none when the option has no such choice.
     [[nodiscard]] std::optional<std::size_t> findChoice(std::string_view choice) const;
 };
 
@@ -45,7 +45,7 @@ struct PPDCustomSizes {
     float minWidth, minHeight, maxWidth, maxHeight;  // points
 };
 
-/// Choices of which a job has all but one at the most.
+/// Choices of which a job has all but one at the most, in the PPD's own spelling.
 struct PPDConstraint {
     struct Side {
         std::string keyword;
@@ -64,7 +64,7 @@ struct PPDFile {
     std::vector<std::string> filters;  // the print server's lines that say which filters make what the printer reads
     std::string passcodeKeyword;       // of the custom option that takes a passcode; empty when there is none
 
-    /// Null when the PPD has no such option.
+    /// The option of a main keyword, in upper or lower case. Null when the PPD has none.
     [[nodiscard]] const PPDOption* findOption(std::string_view keyword) const;
     /// The value of a main keyword without options; empty when there is none.
     [[nodiscard]] std::string attribute(std::string_view keyword) const;

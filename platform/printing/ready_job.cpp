@@ -34,7 +34,7 @@ std::string escapedForPostScript(const PPDOption* option, const std::string& val
 
 bool isUncollated(const JobRequest& request) {
     const std::string* const collate = findOption(request.choices, kCollateKeyword);
-    return collate != nullptr && *collate == "False";
+    return collate != nullptr && isSameOption(*collate, "False");
 }
 
 bool mustBeReady(const Job& job) {

@@ -33,20 +33,13 @@ std::optional<SInt32> numberOfCopies(const std::string& text) {
 
 /// The choice in the PPD's own spelling; empty when the option does not take the value.
 std::string choiceOf(const PPDOption& option, const std::string& value) {
-    for (const PPDChoice& choice : option.choices) {
-        if (isSameOption(choice.keyword, value)) {
-            return choice.keyword;
-        }
+    if (const auto choice = option.findChoice(value)) {
+        return option.choices[*choice].keyword;
     }
     static constexpr std::string_view kCustom = "Custom.";
-    return value.starts_with(kCustom) && option.findChoice("Custom") ? value : std::string();
-}
-
-/// The option of a PPD, whichever way its name is written.
-const PPDOption* findPPDOption(const PPDFile& ppd, const std::string& name) {
-    const auto found =
-        std::ranges::find_if(ppd.options, [&](const PPDOption& option) { return isSameOption(option.keyword, name); });
-    return found == ppd.options.end() ? nullptr : &*found;
+    return isSameOption(value.substr(0, kCustom.size()), kCustom) && option.findChoice("Custom")
+               ? std::string(kCustom) + value.substr(kCustom.size())
+               : std::string();
 }
 
 /// Takes an option that is shown with the job. False for one that is not.
@@ -95,7 +88,7 @@ StartingOptions sortOptions(const PPDFile& ppd, const std::string& ppdPath, cons
     StartingOptions start;
     OptionList standard;
     for (const auto& [name, value] : options) {
-        if (const PPDOption* const option = findPPDOption(ppd, name)) {
+        if (const PPDOption* const option = ppd.findOption(name)) {
             if (const std::string choice = choiceOf(*option, value); !choice.empty() && !option->installable) {
                 setOption(&start.choices, option->keyword, choice);
             }
