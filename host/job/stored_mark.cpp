@@ -2,6 +2,7 @@
 
 #include "host/settings/dictionary_values.h"
 #include "platform/files/folders.h"
+#include "platform/files/plain_file.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFPropertyList.h"
 
@@ -21,7 +22,7 @@ CFRef<CFTypeRef> readStore(CFStringRef store, std::string* reason) {
     SInt32 error = 0;
     const auto file = fileURL(folder.path + ("/Tavro/" + utf8(store)));
     if (!CFURLCreateDataAndPropertiesFromResource(nullptr, file.get(), &bytes, nullptr, nullptr, &error)) {
-        *reason = error == ENOENT ? "is not stored" : utf8(store) + ": " + std::strerror(error);
+        *reason = error == ENOENT ? "is not stored" : utf8(store) + ": " + readFault(error, kMaximumFileBytes);
         return {};
     }
     const auto data = CFRef<CFDataRef>::adopt(bytes);

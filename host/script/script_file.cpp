@@ -1,23 +1,21 @@
 #include "host/script/script_file.h"
 
 #include "host/script/text.h"
-#include "platform/files/url_access.h"
+#include "platform/files/plain_file.h"
 #include "platform/foundation/CFCollections.h"
 
+#include <cerrno>
 #include <cstdio>
-#include <cstring>
 
 namespace script {
 
 std::optional<Script> readScriptFile(const std::string& path, std::string* reason,
                                      std::span<const std::string_view> ownActions) {
-    CFDataRef bytes = nullptr;
-    SInt32 error = 0;
-    if (!CFURLCreateDataAndPropertiesFromResource(nullptr, fileURL(path).get(), &bytes, nullptr, nullptr, &error)) {
-        *reason = std::strerror(error);
+    const auto data = readPlainFile(path, kKeptFileMaximumBytes);
+    if (!data) {
+        *reason = readFault(errno, kKeptFileMaximumBytes);
         return std::nullopt;
     }
-    const auto data = CFRef<CFDataRef>::adopt(bytes);
     Script parsed = parse({reinterpret_cast<const char*>(CFDataGetBytePtr(data.get())),
                            static_cast<std::size_t>(CFDataGetLength(data.get()))},
                           ownActions);

@@ -1,13 +1,14 @@
 #include "host/settings/settings_file.h"
 
 #include "host/settings/dictionary_values.h"
+#include "platform/files/plain_file.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/printing/PMTicket.h"
 
 #include <array>
-#include <cstring>
+#include <cerrno>
 
 namespace {
 
@@ -29,12 +30,10 @@ std::array<TicketRow, 3> ticketRows() {
 }  // namespace
 
 Result<JobSettings> readSettingsFile(const std::string& path, std::string* name) {
-    CFDataRef bytes = nullptr;
-    SInt32 error = 0;
-    if (!CFURLCreateDataAndPropertiesFromResource(nullptr, fileURL(path).get(), &bytes, nullptr, nullptr, &error)) {
-        return unusable(path, std::strerror(error));
+    const auto data = readPlainFile(path, kKeptFileMaximumBytes);
+    if (!data) {
+        return unusable(path, readFault(errno, kKeptFileMaximumBytes));
     }
-    const auto data = CFRef<CFDataRef>::adopt(bytes);
     CFStringRef reason = nullptr;
     const auto root = CFRef<CFTypeRef>::adopt(
         CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, &reason));
@@ -74,7 +73,7 @@ std::optional<std::string> writeSettingsFile(const JobSettings& settings, const 
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
     SInt32 error = 0;
     if (!CFURLWriteDataAndPropertiesToResource(fileURL(path).get(), data.get(), nullptr, &error)) {
-        return path + ": " + std::strerror(error);
+        return path + ": " + readFault(error, kMaximumFileBytes);
     }
     return std::nullopt;
 }

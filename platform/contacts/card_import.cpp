@@ -5,6 +5,7 @@
 #include "platform/contacts/card_identity.h"
 #include "platform/contacts/card_library.h"
 #include "platform/contacts/vcard_import.h"
+#include "platform/files/plain_file.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
@@ -32,7 +33,7 @@ CFRef<CFDataRef> readFile(CFURLRef file, Failure& failure) {
     CFURLCreateDataAndPropertiesFromResource(kCFAllocatorDefault, file, &bytes, nullptr, nullptr, &error);
     auto data = CFRef<CFDataRef>::adopt(bytes);
     if (!data && error != EFBIG) {
-        failure = {kABImportCannotRead, std::strerror(error)};
+        failure = {kABImportCannotRead, readFault(error, kMaximumFileBytes)};
     } else if (!data || CFDataGetLength(data.get()) > kABMaximumImportBytes) {
         failure = {kABImportTooLarge, "it is larger than 64 MiB"};
         return nullptr;

@@ -20,6 +20,8 @@ public:
         }
     }
 
+    /// Hands it over to a caller that closes it.
+    [[nodiscard]] int release() { return std::exchange(number_, -1); }
     explicit operator bool() const { return number_ >= 0; }
     [[nodiscard]] int get() const { return number_; }
 

@@ -1,19 +1,15 @@
 #include "platform/files/url_access.h"
 
-#include "platform/files/descriptor.h"
 #include "platform/files/pending_file.h"
+#include "platform/files/plain_file.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFURL.h"
 
-#include <array>
 #include <cerrno>
 #include <climits>
 #include <optional>
 #include <string>
-
-#include <fcntl.h>
-#include <sys/stat.h>
 
 namespace {
 
@@ -30,39 +26,6 @@ std::optional<std::string> pathOf(CFURLRef url) {
         return std::nullopt;
     }
     return reinterpret_cast<const char*>(path);
-}
-
-/// Null with errno set when it cannot be read.
-CFRef<CFMutableDataRef> readAll(int file) {
-    struct stat status;
-    if (fstat(file, &status) != 0) {
-        return nullptr;
-    }
-    if (S_ISDIR(status.st_mode)) {
-        errno = EISDIR;
-        return nullptr;
-    }
-    // A pipe has no size, and a file may grow, so the size is a first guess.
-    const bool hasSize = S_ISREG(status.st_mode) && status.st_size < kMaximumFileBytes;
-    auto data = CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, hasSize ? CFIndex(status.st_size) : 0));
-    std::array<UInt8, std::size_t{64} * 1024> buffer;
-    for (;;) {
-        const ssize_t count = read(file, buffer.data(), buffer.size());
-        if (count == 0) {
-            return data;
-        }
-        if (count < 0) {
-            if (errno != EINTR) {
-                return nullptr;
-            }
-            continue;
-        }
-        CFDataAppendBytes(data.get(), buffer.data(), CFIndex(count));
-        if (CFDataGetLength(data.get()) > kMaximumFileBytes) {
-            errno = EFBIG;
-            return nullptr;
-        }
-    }
 }
 
 /// Hands errno to the caller when it failed.
@@ -86,8 +49,7 @@ Boolean CFURLCreateDataAndPropertiesFromResource(CFAllocatorRef, CFURLRef url, C
     if (!path) {
         return report(false, error);
     }
-    const Descriptor file(open(path->c_str(), O_RDONLY | O_CLOEXEC));
-    if (auto bytes = file ? readAll(file.get()) : nullptr) {
+    if (auto bytes = readPlainFile(*path, kMaximumFileBytes)) {
         *data = bytes.leak();
     }
     return report(*data != nullptr, error);

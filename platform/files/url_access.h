@@ -3,11 +3,12 @@
 
 #include "platform/foundation/CFBase.h"
 
-/// What is read at most; a larger file, or an endless one, is refused with EFBIG.
-inline constexpr CFIndex kMaximumFileBytes = CFIndex{1024} * 1024 * 1024;
+/// What is read at most; a larger file is refused with EFBIG.
+inline constexpr CFIndex kMaximumFileBytes = CFIndex{256} * 1024 * 1024;
 
-/// Reads the file at the address, or a pipe to its end, into new data. False when it cannot be read, with a POSIX
-/// error number (errno.h) in *error. The property arguments of the platform's call are not supported and must be null.
+/// Reads the plain file at the address into new data. False when it cannot be read, with a POSIX error number (errno.h)
+/// in *error: EINVAL for a pipe, a socket or a device, which nobody waits for; readFault (plain_file.h) has its words.
+/// The property arguments of the platform's call are not supported and must be null.
 Boolean CFURLCreateDataAndPropertiesFromResource(CFAllocatorRef allocator, CFURLRef url, CFDataRef* data,
                                                  CFDictionaryRef* properties, CFArrayRef desiredProperties,
                                                  SInt32* error);

@@ -46,6 +46,10 @@ QStringList languageFolders() {
 /// The whole file, or null with the reason.
 CFRef<CFDataRef> readFile(const QString& path, CFRef<CFStringRef>* error) {
     QFile file(path);
+    if (const QFileInfo found(path); found.exists() && !found.isFile()) {  // a pipe would wait for its writer
+        *error = makeString(QStringLiteral("not a plain file"));
+        return nullptr;
+    }
     if (!file.open(QFile::ReadOnly)) {
         *error = makeString(file.errorString());
         return nullptr;

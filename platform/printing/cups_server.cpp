@@ -1,5 +1,6 @@
 #include "platform/printing/cups_server.h"
 
+#include "platform/files/plain_file.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ppd_file.h"
@@ -178,7 +179,7 @@ FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
         return {kPMUnusableDescription, "the queue has no PPD (" + std::string(httpStatus(status)) + ")", {}};
     }
     if (size > kPPDMaximumBytes) {
-        return {kPMUnusableDescription, "its PPD is too large for one", {}};
+        return {kPMUnusableDescription, "its PPD " + readFault(EFBIG, kPPDMaximumBytes), {}};
     }
     const off_t announced = httpGetLength2(server.get());
     if (status != HTTP_STATUS_OK || httpGetState(server.get()) != HTTP_STATE_WAITING ||

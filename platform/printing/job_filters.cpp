@@ -1,4 +1,5 @@
 // A job's way through the filters.
+#include "platform/files/plain_file.h"
 #include "platform/printing/document_pages.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/filter_route.h"
@@ -8,9 +9,9 @@
 #include "platform/printing/ready_job.h"
 #include "platform/printing/text.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <vector>
 
 #include <pwd.h>
@@ -58,14 +59,14 @@ OSStatus makePPD(const Job& job, JobPPD* made) {
     if (lines.empty()) {
         return noErr;
     }
-    std::ifstream file(printer.ppdPath, std::ios::binary);
-    std::ostringstream ppd;
-    ppd << file.rdbuf();
-    if (!file || !ppd) {
-        return failWith(kPMUnusableDescription, ppdName(printer), "cannot be read any more");
+    const auto ppd = readPlainFile(printer.ppdPath, kPPDMaximumBytes);
+    if (!ppd) {
+        return failWith(kPMUnusableDescription, ppdName(printer), readFault(errno, kPPDMaximumBytes));
     }
     PrivateFile& own = made->own.emplace(PrivateFile::Place::memory);
-    own.write(ppd.str() + "\n" + lines);
+    own.write({reinterpret_cast<const char*>(CFDataGetBytePtr(ppd.get())),
+               static_cast<std::size_t>(CFDataGetLength(ppd.get()))});
+    own.write("\n" + lines);
     made->file = {{}, own.descriptor()};
     return isKept(own) ? noErr : kPMCannotWriteOutput;
 }

@@ -1,5 +1,6 @@
 #include "platform/printing/CGPDFDocument.h"
 
+#include "platform/files/plain_file.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/text.h"
 
@@ -9,21 +10,15 @@
 #include <qpdf/QPDFPageObjectHelper.hh>
 
 #include <cerrno>
+#include <cstdint>
 #include <vector>
-
-#include <sys/stat.h>
 
 namespace {
 
 /// The number of pages; -1 with a reason.
 CFIndex countPages(const std::string& path, std::string* reason) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        *reason = systemReason(errno);
-        return -1;
-    }
-    if (!S_ISREG(status.st_mode)) {  // a pipe would wait for its writer
-        *reason = "is not a file";
+    if (!openPlainFile(path, INT64_MAX)) {  // only what is needed of it is read
+        *reason = readFault(errno, INT64_MAX);
         return -1;
     }
     try {

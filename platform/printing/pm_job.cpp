@@ -1,5 +1,6 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/files/pending_file.h"
+#include "platform/files/plain_file.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/job_sending.h"
@@ -26,11 +27,8 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageF
     if (printer == nullptr || job->document.empty()) {
         return failWith(paramErr, "print job", printer == nullptr ? "no printer" : "no document");
     }
-    if (access(job->document.c_str(), R_OK) != 0) {
-        return failWith(fnfErr, job->document, systemReason(errno));
-    }
-    if (!std::filesystem::is_regular_file(job->document)) {
-        return failWith(fnfErr, job->document, "is not a file");
+    if (!openPlainFile(job->document, INT64_MAX)) {
+        return failWith(fnfErr, job->document, readFault(errno, INT64_MAX));
     }
     const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &job->request);
     if (status == noErr && !job->request.secrets.empty() && !readsPostScript(*printer)) {

@@ -1,7 +1,7 @@
 #include "platform/printing/ppd_file.h"
 
+#include "platform/files/plain_file.h"
 #include "platform/printing/CompiledPPD.h"
-#include "platform/printing/last_error.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,6 @@
 #include <span>
 #include <sstream>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 // The PPD functions of CUPS are marked as deprecated in favour of IPP, which says nothing of a maker's own options.
@@ -31,28 +29,18 @@ std::string textOf(const char* text) {
     return text == nullptr ? std::string() : text;
 }
 
-/// An open descriptor of a file that is worth parsing; -1, with the reason, for any other.
-int openPPD(const std::string& path, std::string* reason) {
-    // Without O_NONBLOCK a named pipe would wait for its writer.
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0) {
-        *reason = systemReason(errno);
-        return -1;
-    }
-    struct stat status {};
+/// A file that is worth parsing; none, with the reason, for any other.
+Descriptor openPPD(const std::string& path, std::string* reason) {
+    Descriptor file = openPlainFile(path, kPPDMaximumBytes);
     unsigned char magic[2] = {};
-    if (fstat(file, &status) != 0 || !S_ISREG(status.st_mode)) {
-        *reason = "is not a file";
-    } else if (status.st_size > kPPDMaximumBytes) {
-        *reason = "is too large for a PPD";
-    } else if (pread(file, magic, sizeof magic, 0) == sizeof magic && magic[0] == 0x1F && magic[1] == 0x8B) {
+    if (!file) {
+        *reason = readFault(errno, kPPDMaximumBytes);
+    } else if (pread(file.get(), magic, sizeof magic, 0) == sizeof magic && magic[0] == 0x1F && magic[1] == 0x8B) {
         // The library would unpack it without a limit.
         *reason = "is compressed; unpack it first";
-    } else {
-        return file;
+        file = Descriptor();
     }
-    close(file);
-    return -1;
+    return file;
 }
 
 /// What every PPD has, and filters crash or print nothing without; null for a PPD that has it.
@@ -66,11 +54,11 @@ const char* whatIsMissing(ppd_file_t* ppd) {
 
 /// The PPD with its defaults marked; null with the reason.
 OpenedPPD openMarked(const std::string& path, std::string* reason) {
-    const int file = openPPD(path, reason);
-    if (file < 0) {
+    Descriptor file = openPPD(path, reason);
+    if (!file) {
         return nullptr;
     }
-    OpenedPPD ppd(ppdOpenFd(file));  // closes the descriptor in every case
+    OpenedPPD ppd(ppdOpenFd(file.release()));  // closes the descriptor in every case
     if (!ppd) {
         int line = 0;
         const ppd_status_t error = ppdLastError(&line);

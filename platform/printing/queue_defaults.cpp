@@ -1,5 +1,6 @@
 // Settings that become the user's own defaults of a queue.
 #include "platform/files/pending_file.h"
+#include "platform/files/plain_file.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
@@ -10,9 +11,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 namespace {
 
@@ -20,18 +20,6 @@ namespace fs = std::filesystem;
 
 /// What a landscape job is made of (job_options.cpp). A portrait one has none of them.
 constexpr std::array kOrientationOptions{kOrientationOption, kAutorotateOption, kScalingOption};
-
-/// Empty for a file that is missing; nothing for one that cannot be read.
-std::optional<std::string> readText(const fs::path& path) {
-    std::error_code ignored;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) {
-        return fs::exists(path, ignored) ? std::nullopt : std::optional(std::string());
-    }
-    std::ostringstream text;
-    text << file.rdbuf();
-    return text.str();
-}
 
 /// What the destination's jobs have as long as the user's own line says nothing else.
 OptionList defaultsBelow(const OpaquePMPrinter& printer, const std::string& destination, const std::string& userText) {
@@ -42,7 +30,7 @@ OptionList defaultsBelow(const OpaquePMPrinter& printer, const std::string& dest
             setOption(&options, option.keyword, marked->keyword);
         }
     }
-    const std::string systemText = readText(systemOptionsPath()).value_or(std::string());
+    const std::string systemText = readOptionsFile(systemOptionsPath()).value_or(std::string());
     OptionList saved = optionsInText(systemText, printer.queue);
     if (destination != printer.queue) {
         setOptions(&saved, optionsInText(systemText, destination));
@@ -124,9 +112,9 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
     OptionList wanted = request.choices;
     setOptions(&wanted, request.layout);
     setOption(&wanted, "copies", std::to_string(request.copies));
-    const auto text = readText(path);
+    const auto text = readOptionsFile(path);
     if (!text) {
-        return failWith(kPMCannotWriteOutput, path, "cannot be read");
+        return failWith(kPMCannotWriteOutput, path, readFault(errno, kKeptFileMaximumBytes));
     }
     const OptionList options =
         mergedOptions(optionsInText(*text, destination), wanted, defaultsBelow(*printer, destination, *text), *printer);

@@ -1,22 +1,17 @@
 #include "platform/printing/saved_options.h"
 
+#include "platform/files/plain_file.h"
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
-#include <fstream>
 #include <set>
-#include <sstream>
 
 namespace {
 
 std::string environmentText(const char* name) {
     const char* const value = std::getenv(name);
     return value == nullptr ? std::string() : value;
-}
-
-std::string readText(const std::string& path) {
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
 }
 
 }  // namespace
@@ -33,7 +28,7 @@ std::string instanceOf(const std::string& destination) {
 SavedDestinations SavedDestinations::read() {
     SavedDestinations saved;
     for (const std::string& path : {systemOptionsPath(), userOptionsPath()}) {
-        std::ranges::move(destinationsInText(readText(path)), std::back_inserter(saved.all_));
+        std::ranges::move(destinationsInText(readOptionsFile(path).value_or("")), std::back_inserter(saved.all_));
     }
     return saved;
 }
@@ -75,6 +70,15 @@ std::string SavedDestinations::defaultName() const {
     }
     const auto found = std::ranges::find_if(all_.rbegin(), all_.rend(), &SavedDestination::isDefault);
     return found == all_.rend() ? std::string() : found->name;
+}
+
+std::optional<std::string> readOptionsFile(const std::string& path) {
+    const auto bytes = readPlainFile(path, kKeptFileMaximumBytes);
+    if (!bytes) {
+        return errno == ENOENT || errno == ENOTDIR ? std::optional(std::string()) : std::nullopt;
+    }
+    return std::string(reinterpret_cast<const char*>(CFDataGetBytePtr(bytes.get())),
+                       static_cast<std::size_t>(CFDataGetLength(bytes.get())));
 }
 
 std::string userOptionsPath() {

@@ -3,6 +3,8 @@
 
 #include "platform/printing/lpoptions_text.h"
 
+#include <optional>
+
 /// The part of a destination's name ("queue" or "queue/instance") before the slash, and behind it: the same queue may
 /// have several names, with options of their own.
 std::string queueOf(const std::string& destination);
@@ -27,6 +29,9 @@ private:
     std::vector<SavedDestination> all_;  // the system's before the user's own
 };
 
+/// The text of such a file; empty for one that is missing, none, with errno set (plain_file.h), for one that cannot be
+/// read.
+std::optional<std::string> readOptionsFile(const std::string& path);
 /// The user's own file; empty without a home folder.
 std::string userOptionsPath();
 /// The file for all users.

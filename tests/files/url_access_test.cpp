@@ -1,6 +1,7 @@
 // Files are read whole and replaced whole, whatever happens meanwhile.
 
 #include "platform/files/url_access.h"
+#include "platform/files/plain_file.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
 
@@ -13,9 +14,12 @@
 #include <set>
 #include <sstream>
 #include <thread>
+#include <tuple>
 
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -191,10 +195,22 @@ TEST(ReadingFiles, GivesAllBytesOrTheReason) {
     // A file that has a content but no size.
     EXPECT_GT(CFDataGetLength(read("/proc/self/status", &error).get()), 0);
 
+    // What would have us wait, or never ends.
     ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    std::thread writer([&] { std::ofstream(folder / "pipe") << bytes; });
-    EXPECT_EQ(bytesOfCF(read(folder / "pipe", &error).get()), bytes);
-    writer.join();
+    std::ofstream(folder / "large").flush();
+    fs::resize_file(folder / "large", std::uintmax_t{kMaximumFileBytes} + 1);
+    sockaddr_un address{AF_UNIX, {}};
+    (folder / "socket").copy(address.sun_path, sizeof address.sun_path - 1);
+    const Descriptor server(socket(AF_UNIX, SOCK_STREAM, 0));
+    ASSERT_EQ(bind(server.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    for (const auto& [path, expected, words] : {std::tuple{folder / "pipe", EINVAL, "is not a plain file"},
+                                                {folder / "socket", EINVAL, "is not a plain file"},
+                                                {std::string("/dev/zero"), EINVAL, "is not a plain file"},
+                                                {folder / "large", EFBIG, "is larger than 256 MB"}}) {
+        EXPECT_FALSE(read(path, &error)) << path;
+        EXPECT_EQ(error, expected) << path;
+        EXPECT_EQ(readFault(error, kMaximumFileBytes), words);
+    }
 
     EXPECT_FALSE(read(folder / "missing", &error));
     EXPECT_EQ(error, ENOENT);

@@ -71,6 +71,35 @@ TEST_F(Refusals, InputThatIsMissing) {
     expectRefusal(run({"--ppd", kZR420, "--script", none, kTenPages}), 4, none, "No such file");
 }
 
+TEST_F(Refusals, InputThatNeverComesOrNeverEnds) {
+    const std::string pipe = folder / "pipe";
+    mkfifo(pipe.c_str(), 0600);
+    const std::string large = add("large", "");
+    fs::resize_file(large, std::uintmax_t{5} << 30);
+    const std::string ok = add("ok", "ok");
+    for (const std::string& file : {pipe, std::string("/dev/zero")}) {
+        expectRefusal(run({"--ppd", kZR420, "--script", ok, file}), 4, file, "is not a plain file");
+        expectRefusal(run({"--ppd", file, "--script", ok, kTenPages}), 4, file, "is not a plain file");
+        expectRefusal(run({"--ppd", kZR420, "--script", file, kTenPages}), 4, file, "is not a plain file");
+        expectRefusal(script("ok", {"--ticket-in", file}), 4, file, "is not a plain file");
+    }
+    expectRefusal(run({"--ppd", large, "--script", ok, kTenPages}), 4, large, "is larger than 8 MB");
+    expectRefusal(run({"--ppd", kZR420, "--script", large, kTenPages}), 4, large, "is larger than 64 MB");
+    expectRefusal(script("ok", {"--ticket-in", large}), 4, large, "is larger than 64 MB");
+
+    // The user's own files, which a dialog does without.
+    fs::create_directories(folder / ".cups");
+    fs::create_directories(folder / ".local/share/tavro/Tavro");
+    fs::create_directories(folder / ".config/tavro");
+    for (const char* kept : {".cups/lpoptions", ".local/share/tavro/contacts.vcf",
+                             ".local/share/tavro/Tavro/com.tavro.printing.watermarks.plist",
+                             ".config/tavro/com.tavro.print.dialog.plist"}) {
+        ASSERT_EQ(mkfifo((folder / kept).c_str(), 0600), 0);
+    }
+    const Run run = script("panel Watermark\nok", {"--job-out", folder / "job.ps"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+}
+
 TEST_F(Refusals, InputThatIsBroken) {
     const std::string cut = add("cut.pdf", contentOf(kTenPages).substr(0, 300));
     expectRefusal(run({"--ppd", kZR420, "--script", add("script", "ok"), cut}), 4, cut, "damaged");
@@ -111,13 +140,17 @@ TEST_F(Refusals, OutputThatNobodyGets) {
     expectRefusal(shell(kProgram + " --help >/dev/full"), 5, "standard output", "No space left");
     expectRefusal(shell(kProgram + " --version >&-"), 5, "standard output");
 
-    // While the program waits for its script, a file has none of the streams' numbers.
-    const std::string pipe = folder / "pipe";
-    mkfifo(pipe.c_str(), 0600);
-    const Run closed = shell(kProgram + " --script " + pipe + " none <&- >&- 2>&- & exec 3>" + pipe +
-                             "; readlink /proc/$!/fd/0 /proc/$!/fd/1 /proc/$!/fd/2; exec 3>&-; wait $!");
+    // While the program waits for a filter, a file has none of the streams' numbers.
+    fs::create_directories(folder / "filter");
+    const std::string started = folder / "started";
+    fs::permissions(add("filter/pdftopdf", "#!/bin/sh\n: >" + started + "\nexec sleep 30\n"), fs::perms(0700));
+    fs::permissions(add("filter/pdftops", "#!/bin/sh\n"), fs::perms(0700));
+    const Run closed =
+        shell("CUPS_SERVERBIN=" + folder.path().string() + " " + kProgram + " --print --ppd " + kZR420 + " --job-out " +
+              (folder / "job.ps") + " " + kTenPages + " <&- >&- 2>&- & until [ -e " + started +
+              " ]; do sleep 0.05; done; " + "readlink /proc/$!/fd/0 /proc/$!/fd/1 /proc/$!/fd/2; kill $!; wait $!");
     EXPECT_EQ(closed.output, "/dev/null\n/dev/null\n/dev/null\n") << closed.errors;
-    EXPECT_EQ(closed.status, 4);
+    EXPECT_EQ(closed.status, 128 + SIGTERM);
 }
 
 // What reads standard error must not meet a window; a user at a desktop must.
