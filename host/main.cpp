@@ -15,6 +15,7 @@
 #include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 
 #include <fcntl.h>
@@ -38,7 +39,7 @@ constexpr unsigned kSecondsWithoutProgress = 60;
 
 ExitStatus fail(const Failure& failure) {
     if (!failure.line.empty()) {
-        std::fprintf(stderr, "tavro-print: %s\n", readable(failure.line).c_str());
+        printLine(stderr, "tavro-print: " + readable(failure.line));
     }
     return failure.status;
 }
@@ -160,7 +161,7 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
     std::unique_ptr<script::Runner> runner;
     return dialog.run([&] {
         if (line.listControls) {
-            std::fputs(script::listPanels(dialog.window()).c_str(), stdout);
+            script::printLines(stdout, script::listPanels(dialog.window()));
             dialog.end({ExitStatus::success, {}});
         } else if (line.isScripted()) {
             runner = std::make_unique<script::Runner>(
@@ -254,6 +255,6 @@ int main(int argc, char** argv) try {
     }
     return static_cast<int>(afterOutput(*line, status));
 } catch (const std::exception& error) {
-    std::fprintf(stderr, "tavro-print: %s\n", error.what());  // such as no memory left for the document
+    printLine(stderr, std::string("tavro-print: ") + error.what());  // such as no memory left for the document
     return static_cast<int>(ExitStatus::unusableInput);
 }

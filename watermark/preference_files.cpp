@@ -5,6 +5,7 @@
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/terminal_text.h"
 #include "watermark/utf8.h"
 
 #include <cerrno>
@@ -56,8 +57,8 @@ File Read(CFURLRef url, const char* reader) {
         CFPropertyListCreateFromXMLData(kCFAllocatorDefault, data, kCFPropertyListMutableContainersAndLeaves, &reason));
     const auto ownedReason = CFRef<CFStringRef>::adopt(reason);
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
-        std::fprintf(stderr, "%s()::CFPropertyListCreateFromXMLData() error: %s\n", reader,
-                     reason != nullptr ? Utf8Of(reason).c_str() : "not a dictionary");
+        printLine(stderr, std::string(reader) + "()::CFPropertyListCreateFromXMLData() error: " +
+                              (reason != nullptr ? Utf8Of(reason) : "not a dictionary"));
         return {Content::Unparsable, {}, std::move(bytes), 0};
     }
     auto* const dictionary = static_cast<CFMutableDictionaryRef>(const_cast<void*>(root.get()));

@@ -7,6 +7,7 @@
 #include "host/settings/preset_content.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -67,7 +68,7 @@ void DialogPresets::refresh() {
     std::vector<std::string> unreadable;
     for (const auto& [file, line] : found.unreadable) {
         if (std::ranges::find(content_.unreadable, file) == content_.unreadable.end()) {
-            std::fprintf(stderr, "tavro-print: %s\n", line.c_str());
+            printLine(stderr, "tavro-print: " + line);
         }
         unreadable.push_back(file);
     }
@@ -141,7 +142,7 @@ JobSettings DialogPresets::settingsForOtherPrinter(const PrintSession& session) 
 
 void DialogPresets::rememberSent(const PrintSession& session) const {
     if (const auto reason = lastUsed_.write(keyOf(session), session.copySettings())) {
-        std::fprintf(stderr, "tavro-print: %s\n", reason->c_str());  // the job is printed all the same
+        printLine(stderr, "tavro-print: " + *reason);  // the job is printed all the same
     }
 }
 

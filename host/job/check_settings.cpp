@@ -1,6 +1,7 @@
 #include "host/job/check_settings.h"
 
 #include "host/settings/conflicts.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <cstdio>
 
@@ -8,8 +9,8 @@ namespace {
 
 void tellWhatIsNotOffered(const PrintSession& session) {
     for (const std::string& choice : session.choicesNotOffered()) {
-        std::fprintf(stderr, "tavro-print: %s: %s does not offer it; its default is printed\n", choice.c_str(),
-                     session.printer().name().c_str());
+        printLine(stderr, "tavro-print: " + choice + ": " + session.printer().name() +
+                              " does not offer it; its default is printed");
     }
 }
 
@@ -20,7 +21,7 @@ Failure checkSettings(const JobSetup& setup, CFBundleRef texts) {
     tellWhatIsNotOffered(session);
     const ConflictReport report = examineConflicts(session, texts, {});
     for (const std::string& sentence : report.sentences) {
-        std::printf("%s\n", sentence.c_str());
+        printLine(stdout, sentence);
     }
     return {report.sentences.empty() ? ExitStatus::success : ExitStatus::unusableInput, {}};
 }
@@ -28,6 +29,6 @@ Failure checkSettings(const JobSetup& setup, CFBundleRef texts) {
 void warnOfSettings(const PrintSession& session, CFBundleRef texts) {
     tellWhatIsNotOffered(session);
     for (const std::string& sentence : examineConflicts(session, texts, {}).sentences) {
-        std::fprintf(stderr, "tavro-print: %s\n", sentence.c_str());
+        printLine(stderr, "tavro-print: " + sentence);
     }
 }

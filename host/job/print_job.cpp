@@ -8,6 +8,7 @@
 #include "host/settings/output_color.h"
 #include "host/settings/page_range.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <cstdio>
 #include <ctime>
@@ -16,7 +17,7 @@ namespace {
 
 /// What a job lacks is told on standard error: it is printed all the same.
 void tell(const char* part, const std::string& fault) {
-    std::fprintf(stderr, "tavro-print: %s: %s\n", part, fault.c_str());
+    printLine(stderr, std::string("tavro-print: ") + part + ": " + fault);
 }
 
 /// Null for a job without one.
@@ -107,7 +108,7 @@ JobOutcome sendJob(const Document& document, const Printer& printer, const Print
     const auto owner = CFRef<CFStringRef>::adopt(obstacle);
     if (outcome.failure.empty()) {
         const std::string name = jobName(printer.queue(), jobID);
-        std::printf("%s\n", name.c_str());
+        printLine(stdout, name);
         outcome.obstacle = obstacle == nullptr ? std::string() : name + ": waits, " + utf8(obstacle);
     }
     return outcome;

@@ -5,6 +5,7 @@
 #include "host/settings/left_out.h"
 #include "host/settings/page_range.h"
 #include "host/settings/print_session.h"
+#include "platform/foundation/terminal_text.h"
 
 namespace {
 
@@ -31,14 +32,14 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
         }
     }
     for (const std::string& sentence : tellLeftOut(session, setup.way(), texts)) {
-        std::fprintf(stderr, "tavro-print: %s\n", sentence.c_str());
+        printLine(stderr, "tavro-print: " + sentence);
     }
     const JobOutcome job = sendJob(setup.document, setup.printer, session, setup.jobOut, texts);
     if (!job.failure.empty()) {
         return {ExitStatus::notSent, job.failure};
     }
     if (!job.obstacle.empty()) {
-        std::fprintf(stderr, "tavro-print: %s\n", job.obstacle.c_str());
+        printLine(stderr, "tavro-print: " + job.obstacle);
     }
     if (!setup.ticketOut.empty()) {
         if (auto notWritten = writeSettingsFile(session.copySettings(), setup.ticketOut)) {

@@ -2,6 +2,7 @@
 
 #include "host/script/control_listing.h"
 #include "host/script/text.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Menus.h"
@@ -184,7 +185,7 @@ public:
         if (front == nullptr) {
             return "no window is open";
         }
-        std::fputs(listWindow(front).c_str(), stage_.output);
+        printLines(stage_.output, listWindow(front));
         return std::nullopt;
     }
 

@@ -1,10 +1,12 @@
 #include "host/script/control_listing.h"
 
 #include "host/script/text.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
+#include <sstream>
 
 namespace script {
 
@@ -134,6 +136,13 @@ bool isPanelPane(ControlRef control) {
 }
 
 }  // namespace
+
+void printLines(std::FILE* stream, const std::string& listing) {
+    std::istringstream lines(listing);
+    for (std::string line; std::getline(lines, line);) {
+        printLine(stream, line);
+    }
+}
 
 std::string listWindow(WindowRef window) {
     return listBelowTitle(window, [](ControlRef) { return false; });

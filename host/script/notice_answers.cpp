@@ -1,6 +1,7 @@
 #include "host/script/notice_answers.h"
 
 #include "host/script/text.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Notices.h"
 
@@ -26,10 +27,10 @@ void NoticeAnswers::give(Answer answer) {
 
 void NoticeAnswers::told(CFStringRef header, CFStringRef message, void* self) {
     auto& answers = *static_cast<NoticeAnswers*>(self);
-    std::fprintf(answers.output_, "notice: %s\n", utf8(header).c_str());
+    printLine(answers.output_, "notice: " + utf8(header));
     std::istringstream lines(utf8(message));
     for (std::string line; std::getline(lines, line);) {
-        std::fprintf(answers.output_, "        %s\n", line.c_str());
+        printLine(answers.output_, "        " + line);
     }
     std::fflush(answers.output_);
     // The toolbox asks its queue when this returns.

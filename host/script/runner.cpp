@@ -3,6 +3,7 @@
 #include "host/script/actions.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
 
@@ -75,7 +76,7 @@ void Runner::run(const Line& line) {
     // When a line comes back out of its modal dialog, a later one may have failed already; that one is told.
     if (reason && !failed_) {
         failed_ = true;
-        std::fprintf(stderr, "%s\n", readable(place + *reason).c_str());
+        printLine(stderr, readable(place + *reason));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "platform/files/plain_file.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -20,7 +21,8 @@ std::optional<Script> readScriptFile(const std::string& path, std::string* reaso
                            static_cast<std::size_t>(CFDataGetLength(data.get()))},
                           ownActions);
     for (const Error& fault : parsed.errors) {
-        std::fprintf(stderr, "%s:%d: column %d: %s\n", readable(path).c_str(), fault.line, fault.column, fault.reason.c_str());
+        printLine(stderr, readable(path) + ":" + std::to_string(fault.line) + ": column " +
+                              std::to_string(fault.column) + ": " + fault.reason);
     }
     return parsed;
 }

@@ -10,6 +10,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -269,7 +270,7 @@ CFIndex ABImportVCardFile(ABAddressBookRef book, CFURLRef file, CFArrayRef* prob
         *error = failure.error;
     }
     if (!read) {
-        std::fprintf(stderr, "%s: %s\n", nameOf(file).c_str(), failure.reason.c_str());
+        printLine(stderr, nameOf(file) + ": " + failure.reason);
         return -1;
     }
     return count;

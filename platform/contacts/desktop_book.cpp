@@ -3,6 +3,7 @@
 #include "platform/contacts/desktop_session.h"
 #include "platform/contacts/ebook_card.h"
 #include "platform/contacts/time_limit.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -58,7 +59,7 @@ std::string queryFor(const std::vector<std::string>& bareIds) {
 
 bool told(GError* error) {
     if (error) {
-        std::fprintf(stderr, "The desktop's address book: %s\n", error->message);
+        printLine(stderr, std::string("The desktop's address book: ") + error->message);
         g_error_free(error);
     }
     return error != nullptr;

@@ -9,6 +9,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -69,7 +70,7 @@ bool keepBeside(const std::string& path, const std::string& bytes) {
         if (error != ENOENT || !write(kept, bytes)) {
             return false;
         }
-        std::fprintf(stderr, "%s: not all of it is vCards; a copy is kept in %s\n", path.c_str(), kept.c_str());
+        printLine(stderr, std::string(path).append(": not all of it is vCards; a copy is kept in ").append(kept));
         return true;
     }
 }
@@ -112,7 +113,7 @@ bool VCardFile::save(const std::vector<Card*>& cards) {
     }
     const FolderLock lock(path->substr(0, path->rfind('/')));
     if (!lock) {
-        std::fprintf(stderr, "%s: another program keeps it locked\n", path->c_str());
+        printLine(stderr, *path + ": another program keeps it locked");
         return false;
     }
     const std::optional<std::string> old = readCards(*path);

@@ -4,6 +4,7 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/strings_table.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/foundation/url_path.h"
 
 #include <QFile>
@@ -112,7 +113,7 @@ CFDictionaryRef CFBundleObject::table(const QString& name, const QString& langua
             const CFRef<CFDataRef> data = readFile(path, &error);
             table = data ? readStringsTable(data.get(), &error) : nullptr;
             if (!table) {
-                std::fprintf(stderr, "%s: %s\n", qUtf8Printable(path), qUtf8Printable(textOf(error.get())));
+                printLine(stderr, (path + QStringLiteral(": ") + textOf(error.get())).toStdString());
             }
         }
         found = tables_.emplace(place, std::move(table));

@@ -1,5 +1,6 @@
 #include "platform/printing/last_error.h"
 
+#include "platform/foundation/terminal_text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/text.h"
 
@@ -22,8 +23,7 @@ void clearLastError() {
 std::string errorLine(std::string_view subject, std::string_view reason) {
     std::string text(subject);
     text.append(": ").append(reason);
-    const auto isControl = [](unsigned char c) { return c < ' ' || c == 0x7F; };
-    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    text = terminalText(utf8Text(makeString(text).get()));  // a file need not be called in UTF-8
     text.erase(text.find_last_not_of(' ') + 1);
     return text;
 }

@@ -1,5 +1,6 @@
 #include "platform/printing/server_login.h"
 
+#include "platform/foundation/terminal_text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/text.h"
 
@@ -31,7 +32,7 @@ thread_local LoginDesk* deskOfThread = nullptr;
 
 std::optional<ServerLogin> askUser(const LoginQuestion& question) {
     if (program().ask == nullptr) {
-        const char* const password = cupsGetPassword(question.prompt.c_str());
+        const char* const password = cupsGetPassword(terminalText(question.prompt).c_str());
         return password == nullptr ? std::nullopt : std::optional(ServerLogin{question.user, password});
     }
     CFStringRef user = nullptr;

@@ -1,5 +1,6 @@
 // The start of the toolbox.
 
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/wheel.h"
@@ -42,7 +43,7 @@ QPalette darkPalette() {
 /// not for people who read standard error. QT_LOGGING_RULES brings them back.
 void tellOfFaultsOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtCriticalMsg || type == QtFatalMsg) {
-        std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
+        printLine(stderr, message.toStdString());
     }
 }
 

@@ -3,6 +3,7 @@
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Windows.h"
 #include "platform/toolbox/layout.h"
 #include "platform/toolbox/nib_loader.h"
@@ -44,7 +45,7 @@ OSStatus CreateWindowFromNib(IBNibRef nib, CFStringRef name, WindowRef* window) 
     QString reason;
     QWidget* widget = loadNibWindow(path, nib->bundle.get(), nib->name, &reason);
     if (widget == nullptr) {
-        std::fprintf(stderr, "%s: %s\n", QFile::encodeName(path).constData(), reason.toUtf8().constData());
+        printLine(stderr, (path + QStringLiteral(": ") + reason).toStdString());
         return kNibWindowNotFoundErr;
     }
     *window = new OpaqueWindowRef(widget);

@@ -1,6 +1,7 @@
 // Strings, their encodings, and sets of characters.
 
 #include "platform/foundation/CFCharacterSet.h"
+#include "platform/foundation/terminal_text.h"
 #include "tests/support/cf_values.h"
 
 #include <gtest/gtest.h>
@@ -125,6 +126,15 @@ TEST(Strings, CompareOrdersByCodeUnitsOrWithoutCase) {
     EXPECT_EQ(CFStringCompare(CFSTR("a"), CFSTR("B"), kCFCompareCaseInsensitive), kCFCompareLessThan);
     EXPECT_EQ(CFStringCompare(CFSTR("ÄRGER"), CFSTR("ärger"), kCFCompareCaseInsensitive), kCFCompareEqualTo);
     EXPECT_EQ(CFStringCompare(CFSTR("\uFB01"), CFSTR("😀"), 0), kCFCompareGreaterThan);
+}
+
+TEST(Strings, CannotForgeLinesOfATerminal) {
+    EXPECT_EQ(terminalText("Grün\t日本 😀 e\u0301 שלום"), "Grün 日本 😀 e\u0301 שלום");
+    EXPECT_EQ(terminalText("a\r\nb\x1B[31mred\x7F\u009B2J\u0085c\u2028d\u202Ee"), "a  b [31mred  2J c d e");
+    EXPECT_EQ(terminalText("\x9B"
+                           "31m \xFF\xC3"),
+              "\uFFFD31m \uFFFD\uFFFD");
+    EXPECT_EQ(terminalText(std::string_view("a\0b", 3)), "a b");
 }
 
 TEST(CharacterSets, KnowTheirMembers) {

@@ -47,6 +47,30 @@ TEST_F(ChecksSettings, ThatDoNot) {
     EXPECT_EQ(bad.errors, "tavro-print: Jog=Sometimes: Tavro ZR420 does not offer it; its default is printed\n");
 }
 
+TEST_F(ChecksSettings, WhoseTextsForgeNoLines) {
+    std::string ppd = contentOf(kZR420);
+    for (const auto& [text, hostile] :
+         {std::pair<std::string, std::string>{"*MediaType Transparency/Transparency:",
+                                              "*MediaType Transparency/Clear<0A>forged<1B5B33316D>red:"},
+          {"*ShortNickName: \"Tavro ZR420\"", "*ShortNickName: \"Tavro<0A>forged\""}}) {
+        const std::size_t at = ppd.find(text);
+        ASSERT_NE(at, std::string::npos) << text;
+        ppd.replace(at, text.size(), hostile);
+    }
+    const std::string hostile = add("hostile.ppd", ppd);
+    const Run checked = run({"--ppd", hostile, "--check", "--ticket-in",
+                             settings("MediaType=Transparency Duplex=DuplexTumble Jog=Some&#10;forged&#x85;&#x202E;")});
+    const Run listed = run({"--ppd", hostile, "--list-controls", kTenPages});
+    for (const std::string& text : {checked.output, checked.errors, listed.output, listed.errors}) {
+        EXPECT_EQ(text.find("\nforged"), std::string::npos) << text;
+        EXPECT_EQ(text.find('\x1B'), std::string::npos) << text;
+        EXPECT_EQ(text.find("\u202E"), std::string::npos) << text;
+    }
+    EXPECT_NE(checked.output.find("Clear forged [31mred"), std::string::npos) << checked.output;
+    EXPECT_NE(checked.errors.find("Jog=Some forged"), std::string::npos) << checked.errors;
+    EXPECT_NE(listed.output.find("[31mred"), std::string::npos);
+}
+
 TEST_F(ChecksSettings, AndPrintsNone) {
     const Run refused = check("", {"--print", kTenPages});
     EXPECT_EQ(refused.status, 2);
