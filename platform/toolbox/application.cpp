@@ -3,6 +3,7 @@
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/plain_labels.h"
 #include "platform/toolbox/wheel.h"
 
 #include <QApplication>
@@ -69,6 +70,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     static QApplication* application = new QApplication(*argc, argv);
     application->setQuitOnLastWindowClosed(false);
     restrictWheelToFocus(application);
+    keepLabelsPlain(application);
     if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
         QApplication::setPalette(darkPalette());
     }

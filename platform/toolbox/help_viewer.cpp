@@ -25,7 +25,7 @@ bool openInBrowser(const QUrl& url) {
     return QDesktopServices::openUrl(url);
 }
 
-/// Shows pages of help books. Nothing outside of them is read, whatever a page asks for.
+/// Shows pages of help books. Nothing outside of them is read or opened, whatever a page asks for.
 class HelpBrowser final : public QTextBrowser {
 public:
     HelpBrowser() {
@@ -44,8 +44,6 @@ private:
     void follow(const QUrl& url) {
         if (isHelpFile(url)) {
             setSource(url);
-        } else if (url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http")) {
-            openInBrowser(url);
         }
     }
 };

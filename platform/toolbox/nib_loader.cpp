@@ -281,9 +281,7 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
     localizer.localize(window);
     for (QWidget* widget : window->findChildren<QWidget*>()) {
         localizer.localize(widget);
-        if (auto* label = qobject_cast<QLabel*>(widget)) {
-            label->setTextFormat(Qt::PlainText);
-        } else if (auto* button = qobject_cast<QPushButton*>(widget)) {
+        if (auto* button = qobject_cast<QPushButton*>(widget)) {
             prepareButton(button);
         } else if (auto* browser = dynamic_cast<DataBrowserView*>(widget)) {
             browser->readColumns();

@@ -7,7 +7,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <algorithm>
@@ -64,9 +63,6 @@ CFOptionFlags askUser(const Notice& notice) {
     // What is read aloud when the box appears, which Qt announces.
     box.setAccessibleName(toQString(notice.header));
     box.setAccessibleDescription(toQString(notice.message));
-    for (QLabel* label : box.findChildren<QLabel*>()) {
-        label->setTextFormat(Qt::PlainText);  // texts may hold what a file or a person is called
-    }
     if (notice.checkBox != nullptr) {
         box.setCheckBox(new QCheckBox(literal(notice.checkBox)));
     }

@@ -6,7 +6,9 @@
 
 #include <qtestspontaneevent.h>
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
+#include <QLabel>
 #include <QMenu>
 #include <QSpinBox>
 #include <QTabBar>
@@ -14,7 +16,9 @@
 #include <QTest>
 #include <QTimeEdit>
 #include <QToolButton>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <algorithm>
 
 namespace {
 
@@ -124,6 +128,14 @@ TEST_F(ControlsTest, HelpIsShownAndSpoken) {
     EXPECT_EQ(popUp->itemData(0, Qt::ToolTipRole).toString(), "");
     EXPECT_EQ(popUp->itemData(1, Qt::ToolTipRole).toString(), "Not installed");
     EXPECT_EQ(popUp->itemData(1, Qt::AccessibleDescriptionRole).toString(), "Not installed");
+
+    // What a printer calls its options is no page that shows other files.
+    QToolTip::showText(QPoint(), QStringLiteral("<img src='none.png' width='999' height='999'>"), control(2)->widget);
+    const auto windows = QApplication::topLevelWidgets();
+    const auto tip = std::ranges::find_if(windows, [](const QWidget* each) { return each->inherits("QTipLabel"); });
+    ASSERT_NE(tip, windows.end());
+    EXPECT_EQ(qobject_cast<QLabel*>(*tip)->textFormat(), Qt::PlainText);
+    EXPECT_LT((*tip)->height(), 900);
 }
 
 TEST_F(ControlsTest, WhatTheProgramSetsMakesNoEvent) {
