@@ -118,20 +118,28 @@ CFMutableDictionaryRef CopyXMLData(CFStringRef fileName) {
     return Read(url.get(), __func__).root.leak();
 }
 
-void ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(CFMutableDictionaryRef)>& change) {
+SInt32 ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(CFMutableDictionaryRef)>& change) {
     const auto url = URL::adopt(CopyPreferenceFileURL(fileName));
     const File file = Read(url.get(), "CopyXMLData");
     if (file.content != Content::Dictionary && use == StoreUse::Existing) {
-        return;
+        return file.content == Content::OutOfReach ? file.error : 0;
     }
     const auto root = file.root ? file.root : CreateRecordDictionary();
     if (!change(root.get())) {
-        return;
+        return 0;
     }
     const auto createURL = [](CFStringRef name) { return URL::adopt(CopyPreferenceFileURL(name)); };
-    if (const SInt32 error = Replace(file, fileName, createURL, root.get()); error != 0) {
+    const SInt32 error = url ? Replace(file, fileName, createURL, root.get()) : ENOENT;
+    if (error != 0) {
         std::fprintf(stderr, "The store %s was not written (%d)\n", Utf8Of(fileName).c_str(), error);
     }
+    return error;
+}
+
+FolderLock LockStores() {
+    const auto url = URL::adopt(CopyPreferenceFileURL(CFSTR(".")));
+    FSRef folder = {};
+    return FolderLock(CFURLGetFSRef(url.get(), &folder) ? folder.path : "");
 }
 
 CFMutableDictionaryRef CopyUserPreferences(CFStringRef fileName) {

@@ -4,6 +4,7 @@
 // A file is replaced as a whole. What Copy functions return is the caller's, and everything in it can be changed.
 #pragma once
 
+#include "platform/files/folder_lock.h"
 #include "platform/foundation/CFCollections.h"
 
 #include <functional>
@@ -21,8 +22,12 @@ enum class StoreUse { Existing, NewIfNone };
 /// Reads the root of the store, lets `change` change it, and writes it back. Without a store that can be parsed an
 /// empty root takes its place, or nothing is done at all, as `use` says. A store that cannot be parsed is kept beside
 /// the new one, as NAME.unreadable; one that cannot be opened is left alone. Nothing is written when `change` returns
-/// false. There is no locking: of two programs that change a store at once, one may lose.
-void ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(CFMutableDictionaryRef)>& change);
+/// false. 0, or the error's number (errno.h) and a line on standard error; the store is then as it was. There is no
+/// locking here: of two programs that change a store at once, one may lose, unless they hold LockStores().
+SInt32 ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(CFMutableDictionaryRef)>& change);
+
+/// Has other programs wait for their turn at the stores, as long as it lives.
+FolderLock LockStores();
 
 /// The preferences of that name; null when the file is missing or cannot be read.
 CFMutableDictionaryRef CopyUserPreferences(CFStringRef fileName);

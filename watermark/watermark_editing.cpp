@@ -4,11 +4,21 @@
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
+#include "watermark/utf8.h"
+#include "watermark/watermark_changes.h"
 #include "watermark/watermark_editor.h"
 #include "watermark/watermark_list.h"
 #include "watermark/watermark_storage.h"
 
+#include <set>
+#include <string>
+#include <system_error>
+
 namespace {
+
+CFStringRef NameAt(CFArrayRef names, CFIndex index) {
+    return static_cast<CFStringRef>(CFArrayGetValueAtIndex(names, index));
+}
 
 CFRef<CFStringRef> CopyMessage(const WatermarkContext& context, CFStringRef key, CFStringRef name) {
     return CopyFilledInMessage(CopyLocalizedText(context.bundle, key).get(), {name});
@@ -30,38 +40,91 @@ void Tell(const WatermarkContext& context, CFStringRef headerKey, CFStringRef me
                                    nullptr, nullptr);
 }
 
-struct EditedName {
-    CFRef<CFStringRef> name;  // null when the user gave up
-    CFStringRef replaced;     // of the list: the watermark that had the name and that the user gives up for this one
-};
-
-/// Runs the editor until the record has a name that it may have. `own` is the name that the watermark has in the list.
-EditedName EditUntilNamed(const WatermarkContext& context, WatermarkRecord* record, CFStringRef own) {
-    for (;;) {
-        record->paperExtentA = context.extents.a;
-        record->paperExtentB = context.extents.b;
-        if (CocoaEditWatermark(record, 0, context.bundle, 0) != 0) {
-            return {};
-        }
-        CFRef<CFStringRef> name = CreateWatermarkName(*record);
-        if (CFStringGetLength(name.get()) == 0) {
-            Tell(context, CFSTR("Watermark Name Missing Header"),
-                 CopyLocalizedText(context.bundle, CFSTR("Watermark Name Missing Message")).get());
-            continue;
-        }
-        const CFStringRef replaced = FindWatermark(listOfWatermarks.get(), name.get(), own);
-        if (replaced == nullptr ||
-            Ask(context, CFSTR("Watermark Name In Use Header"),
-                CopyMessage(context, CFSTR("Watermark Name In Use Message"), name.get()).get())) {
-            return {std::move(name), replaced};
-        }
-    }
-}
-
 /// Takes the name out of rows and list.
 void Drop(const WatermarkContext& context, CFStringRef name) {
     RemoveWatermarkRow(context, name);
     RemoveWatermark(listOfWatermarks.get(), name);
+}
+
+/// Lets rows and list follow the stored names, which other dialogs change too.
+void ShowNames(WatermarkContext* context, CFArrayRef names) {
+    std::multiset<std::string> missing;
+    for (CFIndex i = 0; i < CFArrayGetCount(names); ++i) {
+        missing.insert(Utf8Of(NameAt(names, i)));
+    }
+    for (CFIndex i = CFArrayGetCount(listOfWatermarks.get()) - 1; i >= 0; --i) {
+        const auto name = CFRef<CFStringRef>::retain(NameAt(listOfWatermarks.get(), i));
+        if (const auto stored = missing.find(Utf8Of(name.get())); stored != missing.end()) {
+            missing.erase(stored);
+        } else if (name.get() != context->selection) {
+            Drop(*context, name.get());
+        }
+    }
+    for (CFIndex i = 0; i < CFArrayGetCount(names) && !missing.empty(); ++i) {
+        if (const auto added = missing.find(Utf8Of(NameAt(names, i))); added != missing.end()) {
+            missing.erase(added);
+            CFArrayAppendValue(listOfWatermarks.get(), NameAt(names, i));
+            AddWatermarkRow(*context, NameAt(names, i));
+        }
+    }
+}
+
+void TellOfFault(const WatermarkContext& context, const WatermarkChange& change) {
+    if (change.fault == ChangeFault::notWritten) {
+        const std::string reason = std::generic_category().message(change.error);
+        const auto text =
+            CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, reason.c_str(), kCFStringEncodingUTF8));
+        Tell(context, CFSTR("Watermark Not Saved Header"),
+             CopyFilledInMessage(CopyLocalizedText(context.bundle, CFSTR("Watermark Not Saved Message")).get(),
+                                 {kWatermarkStore, text.get()})
+                 .get());
+        return;
+    }
+    Tell(context, CFSTR("Watermark Name Reserved Header"),
+         CopyMessage(context,
+                     change.fault == ChangeFault::nameOfList ? CFSTR("Watermark Name Of List Message")
+                                                             : CFSTR("Watermark Name Of Font Message"),
+                     change.name.get())
+             .get());
+}
+
+/// Runs the editor until the record is stored and listed, or the user gives up, which gives false. `own` is the name
+/// that the watermark has in the list.
+bool EditUntilStored(WatermarkContext* context, WatermarkRecord* record, CFStringRef own) {
+    for (;;) {
+        record->paperExtentA = context->extents.a;
+        record->paperExtentB = context->extents.b;
+        if (CocoaEditWatermark(record, 0, context->bundle, 0) != 0) {
+            return false;
+        }
+        if (CFStringGetLength(CreateWatermarkName(*record).get()) == 0) {
+            Tell(*context, CFSTR("Watermark Name Missing Header"),
+                 CopyLocalizedText(context->bundle, CFSTR("Watermark Name Missing Message")).get());
+            continue;
+        }
+        WatermarkChange change = StoreWatermark(*record, own, false, listOfWatermarks.get());
+        if (change.fault == ChangeFault::nameTaken) {
+            if (!Ask(*context, CFSTR("Watermark Name In Use Header"),
+                     CopyMessage(*context, CFSTR("Watermark Name In Use Message"), change.name.get()).get())) {
+                continue;
+            }
+            change = StoreWatermark(*record, own, true, listOfWatermarks.get());
+        }
+        if (change.fault != ChangeFault::none) {
+            TellOfFault(*context, change);
+            continue;
+        }
+        if (const CFStringRef replaced = FindWatermark(listOfWatermarks.get(), change.name.get(), own)) {
+            Drop(*context, replaced);
+        }
+        if (own != nullptr) {
+            // The list's strings are its own, made to be changed (LoadListOfWatermarks).
+            CFStringReplaceAll(const_cast<CFMutableStringRef>(own), change.name.get());
+            UpdateWatermarkRow(*context, own);
+        }
+        ShowNames(context, change.names.get());
+        return true;
+    }
 }
 
 }  // namespace
@@ -71,20 +134,10 @@ void CreateWatermark(WatermarkContext* context) {
         return;
     }
     WatermarkRecord record = {};
-    const EditedName edited = EditUntilNamed(*context, &record, nullptr);
-    if (!edited.name) {
-        return;
+    if (EditUntilStored(context, &record, nullptr)) {
+        const auto name = CreateWatermarkName(record);
+        SelectWatermark(context, FindWatermark(listOfWatermarks.get(), name.get(), nullptr));
     }
-    if (edited.replaced != nullptr) {
-        Drop(*context, edited.replaced);
-    }
-    const auto name =
-        CFRef<CFMutableStringRef>::adopt(CFStringCreateMutableCopy(kCFAllocatorDefault, 0, edited.name.get()));
-    CFArrayAppendValue(listOfWatermarks.get(), name.get());
-    AddWatermarkRow(*context, name.get());
-    SelectWatermark(context, name.get());
-    saveWatermarkData(kWatermarkStore, &record);
-    saveWatermarkList(kWatermarkStore, listOfWatermarks.get());
 }
 
 void EditSelectedWatermark(WatermarkContext* context) {
@@ -98,19 +151,7 @@ void EditSelectedWatermark(WatermarkContext* context) {
              CopyMessage(*context, CFSTR("Watermark Unreadable Message"), own).get());
         return;
     }
-    const EditedName edited = EditUntilNamed(*context, &record, own);
-    if (!edited.name) {
-        return;
-    }
-    if (edited.replaced != nullptr) {
-        Drop(*context, edited.replaced);
-    }
-    removeWatermarkData(kWatermarkStore, own);
-    // The list's strings are its own, made to be changed (LoadListOfWatermarks, CreateWatermark).
-    CFStringReplaceAll(const_cast<CFMutableStringRef>(own), edited.name.get());
-    UpdateWatermarkRow(*context, own);
-    saveWatermarkData(kWatermarkStore, &record);
-    saveWatermarkList(kWatermarkStore, listOfWatermarks.get());
+    EditUntilStored(context, &record, own);
 }
 
 void DeleteSelectedWatermark(WatermarkContext* context) {
@@ -122,8 +163,12 @@ void DeleteSelectedWatermark(WatermarkContext* context) {
              CopyMessage(*context, CFSTR("Delete Watermark Message"), name).get())) {
         return;
     }
-    removeWatermarkData(kWatermarkStore, name);
+    const WatermarkChange change = DeleteWatermark(name, listOfWatermarks.get());
+    if (change.fault != ChangeFault::none) {
+        TellOfFault(*context, change);
+        return;
+    }
     SelectWatermark(context, context->noneName.get());
     Drop(*context, name);
-    saveWatermarkList(kWatermarkStore, listOfWatermarks.get());
+    ShowNames(context, change.names.get());
 }

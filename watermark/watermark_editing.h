@@ -1,7 +1,9 @@
 // Making, changing and deleting watermarks: what the panel's buttons do.
 //
-// Each answers with the store, the list and its rows in step. An empty name is refused and a name in use asks first;
-// the editor then comes back with what the user has edited. Without an editor, making and editing do nothing.
+// Each answers with the store, the list and its rows in step, also with what other dialogs have stored meanwhile. What
+// cannot be stored (no name, a name that something else is stored under, a file that cannot be written) is told, and a
+// name in use asks first; the editor then comes back with what the user has edited. Without an editor, making and
+// editing do nothing.
 #pragma once
 
 #include "watermark/watermark_controls.h"

@@ -82,6 +82,9 @@ void convertFont(CFStringRef watermark) {
     }
     const auto name =
         CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, record.fontName, kCFStringEncodingUTF8));
+    if (GetRecordDictionary(root.get(), name.get()) != nullptr) {
+        return;  // a watermark is called like the font, and would be lost
+    }
     const FontSource source = ReadFont(name.get());
     if (!source.bytes || CFDataGetLength(source.bytes.get()) == 0) {
         return;
@@ -98,5 +101,7 @@ void convertFont(CFStringRef watermark) {
     const auto font = CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, 0));
     CFDataAppendBytes(font.get(), CFDataGetBytePtr(program.get()), CFDataGetLength(program.get()));
     CFDataAppendBytes(font.get(), reinterpret_cast<const UInt8*>(line.data()), static_cast<CFIndex>(line.size()));
-    storeFontData(kWatermarkStore, name.get(), font.get());
+    if (const FolderLock lock = LockStores(); lock) {
+        storeFontData(kWatermarkStore, name.get(), font.get());
+    }
 }

@@ -9,15 +9,9 @@ namespace {
 
 using Root = CFRef<CFMutableDictionaryRef>;
 
-/// The stored list, lent by the root; null when there is none.
-CFArrayRef StoredList(const Root& root) {
-    const void* list = CFDictionaryGetValue(root.get(), kWatermarkListKey);
-    return CFGetTypeID(list) == CFArrayGetTypeID() ? static_cast<CFArrayRef>(list) : nullptr;
-}
-
-bool IsDamaged(const Root& root, CFStringRef name) {
+bool IsDamaged(CFDictionaryRef root, CFStringRef name) {
     WatermarkRecord record = {};
-    if (const CFDictionaryRef stored = GetRecordDictionary(root.get(), name)) {
+    if (const CFDictionaryRef stored = GetRecordDictionary(root, name)) {
         ReadWatermarkDictionary(stored, name, &record);
     }
     return record.text[0] == '\0' && record.fileName[0] == '\0';
@@ -29,20 +23,18 @@ CFStringRef NameAt(CFArrayRef list, CFIndex index) {
 
 }  // namespace
 
-CFRef<CFMutableArrayRef> LoadListOfWatermarks(CFBundleRef bundle) {
-    // Read once for list and record: a store may be large.
-    auto root = Root::adopt(CopyXMLData(kWatermarkStore));
-    if (StoredList(root) == nullptr) {
-        CreateDefaultWatermarks(bundle);
-        root = Root::adopt(CopyXMLData(kWatermarkStore));
+CFRef<CFMutableArrayRef> CopyStoredNames(CFDictionaryRef root) {
+    const void* const stored = CFDictionaryGetValue(root, kWatermarkListKey);
+    if (CFGetTypeID(stored) != CFArrayGetTypeID()) {
+        return nullptr;
     }
-    const CFArrayRef stored = StoredList(root);
+    const auto* const entries = static_cast<CFArrayRef>(stored);
     auto list = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
-    for (CFIndex i = 0; i < CFArrayGetCount(stored); ++i) {
-        if (CFGetTypeID(CFArrayGetValueAtIndex(stored, i)) == CFStringGetTypeID()) {
+    for (CFIndex i = 0; i < CFArrayGetCount(entries); ++i) {
+        if (CFGetTypeID(CFArrayGetValueAtIndex(entries, i)) == CFStringGetTypeID()) {
             // Two names may be alike, but the panel tells its rows apart by the strings' addresses.
             const auto name =
-                CFRef<CFMutableStringRef>::adopt(CFStringCreateMutableCopy(nullptr, 0, NameAt(stored, i)));
+                CFRef<CFMutableStringRef>::adopt(CFStringCreateMutableCopy(nullptr, 0, NameAt(entries, i)));
             CFArrayAppendValue(list.get(), name.get());
         }
     }
@@ -50,6 +42,21 @@ CFRef<CFMutableArrayRef> LoadListOfWatermarks(CFBundleRef bundle) {
         CFArrayRemoveValueAtIndex(list.get(), 0);
     }
     return list;
+}
+
+CFRef<CFMutableArrayRef> LoadListOfWatermarks(CFBundleRef bundle) {
+    // Read once for list and record: a store may be large.
+    const auto read = [] { return CopyStoredNames(Root::adopt(CopyXMLData(kWatermarkStore)).get()); };
+    CFRef<CFMutableArrayRef> list = read();
+    if (!list) {
+        const FolderLock lock = LockStores();
+        list = read();  // another dialog may have been faster
+        if (!list) {
+            CreateDefaultWatermarks(bundle);
+            list = read();
+        }
+    }
+    return list ? list : CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
 }
 
 CFStringRef FindWatermark(CFArrayRef list, CFStringRef text, CFStringRef other) {

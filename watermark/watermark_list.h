@@ -9,6 +9,9 @@
 /// is left out, and so is a first name behind which there is no watermark.
 CFRef<CFMutableArrayRef> LoadListOfWatermarks(CFBundleRef bundle);
 
+/// The names in a store's root, read in the same way; null when it has no list.
+CFRef<CFMutableArrayRef> CopyStoredNames(CFDictionaryRef root);
+
 /// The first name in the list that has this text, but for the name `other` itself, which may be null; lent. Null when
 /// there is none.
 CFStringRef FindWatermark(CFArrayRef list, CFStringRef text, CFStringRef other);

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -73,7 +74,7 @@ std::optional<std::string> writeSettingsFile(const JobSettings& settings, const 
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
     SInt32 error = 0;
     if (!CFURLWriteDataAndPropertiesToResource(fileURL(path).get(), data.get(), nullptr, &error)) {
-        return path + ": " + readFault(error, kMaximumFileBytes);
+        return path + ": " + (error == EINVAL ? "is there and is not a file" : std::strerror(error));
     }
     return std::nullopt;
 }

@@ -2,8 +2,8 @@
 
 #include "platform/contacts/card_identity.h"
 #include "platform/contacts/card_library.h"
-#include "platform/contacts/folder_lock.h"
 #include "platform/contacts/vcard_split.h"
+#include "platform/files/folder_lock.h"
 #include "platform/files/folders.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFCollections.h"

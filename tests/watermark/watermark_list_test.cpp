@@ -5,11 +5,15 @@
 #include "tests/files/temporary_folder.h"
 #include "tests/ui/plugin_fixture.h"
 #include "watermark/preference_files.h"
+#include "watermark/watermark_changes.h"
 #include "watermark/watermark_font.h"
 #include "watermark/watermark_storage.h"
 
 #include <fstream>
 #include <sstream>
+
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -148,6 +152,30 @@ TEST_F(WatermarkListTest, AFontThatIsNotThereIsNotStored) {
         convertFont(CFSTR("Unprintable"));
         EXPECT_EQ(content(), saved) << name;
     }
+}
+
+TEST_F(WatermarkListTest, DialogsTakeTurns) {
+    loaded();
+    std::vector<pid_t> dialogs;
+    for (char dialog = 'a'; dialog < 'e'; ++dialog) {
+        dialogs.push_back(fork());
+        ASSERT_GE(dialogs.back(), 0);
+        if (dialogs.back() == 0) {
+            const auto none = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, nullptr));
+            int faults = 0;
+            for (int i = 0; i < 20; ++i) {
+                const WatermarkRecord record = TextWatermark(dialog + std::to_string(i));
+                faults += StoreWatermark(record, nullptr, false, none.get()).fault != ChangeFault::none ? 1 : 0;
+            }
+            _exit(faults);
+        }
+    }
+    for (const pid_t dialog : dialogs) {
+        int status = -1;
+        waitpid(dialog, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(loaded().size(), 3u + 4u * 20u);
 }
 
 }  // namespace

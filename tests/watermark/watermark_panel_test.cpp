@@ -6,6 +6,7 @@
 #include "tests/files/temporary_folder.h"
 #include "tests/ui/panel_fixture.h"
 #include "watermark/watermark_editor.h"
+#include "watermark/watermark_font.h"
 #include "watermark/watermark_storage.h"
 
 #include <array>
@@ -353,30 +354,100 @@ TEST_F(WatermarkPanelTest, ANameInUseAsksAndAnEmptyOneIsRefused) {
     EXPECT_EQ(selected(), "Copy");
 }
 
-TEST_F(WatermarkPanelTest, NamesOfOtherEntriesDoNotCostTheList) {
+TEST_F(WatermarkPanelTest, NamesOfOtherEntriesAreRefused) {
     openWithEditor();
-    edit(kNew, {retext("WatermarkListEntries")});
-    edit(kNew, {retext("ArialMT")});
-    edit(kNew, {retext("None")});
+    select(2);
+    EXPECT_EQ(sync(false), noErr);  // stores the font of the three
+    edit(kNew, {retext("WatermarkListEntries"), retext("ArialMT"),
+                [](WatermarkRecord& record) {
+                    std::ranges::copy("DejaVuSans", record.fontName);
+                    return retext("DejaVuSans")(record);
+                },
+                retext("None")});
+    ASSERT_EQ(notices.size(), 3u);
+    EXPECT_NE(notices[0].find("“WatermarkListEntries”"), std::string::npos) << notices[0];
+    EXPECT_NE(notices[1].find("“ArialMT”"), std::string::npos) << notices[1];
+    EXPECT_NE(notices[2].find("“DejaVuSans”"), std::string::npos) << notices[2];
     EXPECT_EQ(selected(), "None");
     EXPECT_TRUE(dependentsAreEnabled()) << "a watermark that is called like the row for none";
-    EXPECT_EQ(stored(), (Names{"Draft", "Confidential", "Copy", "WatermarkListEntries", "ArialMT", "None"}));
+    EXPECT_EQ(stored(), (Names{"Draft", "Confidential", "Copy", "None"}));
     EXPECT_EQ(sync(false), noErr);
     EXPECT_EQ(chosen(), "None");
 
-    select(5);
-    edit(kEdit, {});
-    EXPECT_EQ(notices.size(), 1u) << "the list has taken its place in the store";
-    AutomationQueueAnswer(kCFUserNotificationDefaultResponse);
-    EXPECT_EQ(AutomationClick(shell(kDelete)), noErr);
-    EXPECT_EQ(stored(), (Names{"Draft", "Confidential", "Copy", "ArialMT", "None"}));
+    // Nor may a font take the place of a watermark.
+    edit(kNew, {[](WatermarkRecord& record) {
+                    std::ranges::copy("None", record.fontName);
+                    return retext("Late")(record);
+                },
+                [](WatermarkRecord&) { return false; }});
+    EXPECT_NE(notices.back().find("“None”"), std::string::npos) << notices.back();
 
+    // A store that others have made has such names.
+    const WatermarkRecord record = [] {
+        WatermarkRecord made = {};
+        retext("ArialMT")(made);
+        return made;
+    }();
+    saveWatermarkData(kWatermarkStore, &record);
+    convertFont(CFSTR("Draft"));
+    EXPECT_TRUE(isStored("ArialMT"));
+}
+
+TEST_F(WatermarkPanelTest, KeepsWhatOtherDialogsStore) {
+    openWithEditor();
+    const auto storeInAnotherDialog = [&](const Names& names, const std::string& changed) {
+        WatermarkRecord record = {};
+        retext(changed)(record);
+        saveWatermarkData(kWatermarkStore, &record);
+        const auto list = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
+        for (const std::string& name : names) {
+            CFArrayAppendValue(list.get(), String(name).get());
+        }
+        saveWatermarkList(kWatermarkStore, list.get());
+    };
+    storeInAnotherDialog({"Draft", "Copy", "Theirs"}, "Theirs");
+    edit(kNew, {retext("Ours")});
+    EXPECT_EQ(rows(), (Names{"None", "Draft", "Copy", "Theirs", "Ours"}));
+    EXPECT_EQ(stored(), (Names{"Draft", "Copy", "Theirs", "Ours"}));
+    EXPECT_EQ(selected(), "Ours");
+
+    storeInAnotherDialog({"Draft", "Theirs", "Ours", "Both"}, "Both");
+    AutomationQueueAnswer(kCFUserNotificationAlternateResponse);
+    edit(kEdit, {retext("Both"), retext("Ours too")});
+    EXPECT_EQ(notices.size(), 1u) << "it is asked for";
+    EXPECT_EQ(stored(), (Names{"Draft", "Theirs", "Ours too", "Both"}));
+    EXPECT_TRUE(isStored("Both"));
+    storeInAnotherDialog({"Draft", "Theirs", "Ours too", "Last"}, "Last");
+    EXPECT_EQ(AutomationClick(shell(kDelete)), noErr);
+    EXPECT_EQ(stored(), (Names{"Draft", "Theirs", "Last"}));
+    EXPECT_EQ(rows().size(), 4u);
+    EXPECT_EQ(selected(), "None");
+}
+
+TEST_F(WatermarkPanelTest, TellsWhatCouldNotBeSaved) {
+    openWithEditor();
+    const auto file = folder.path() / "tavro/Tavro/com.tavro.printing.watermarks.plist";
+    std::filesystem::rename(file, folder.path() / "aside");
+    std::filesystem::create_directory(file);
     select(2);
-    EXPECT_EQ(sync(false), noErr);
-    select(5);
-    edit(kEdit, {});
-    EXPECT_EQ(notices.size(), 3u) << "the font has";
-    EXPECT_EQ(stored().size(), 5u);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(AutomationClick(shell(kDelete)), noErr);  // asked first
+    edit(kNew, {retext("Lost"), [](WatermarkRecord& record) {
+                    EXPECT_STREQ(record.text, "Lost") << "what was edited is still there";
+                    return false;
+                }});
+    testing::internal::GetCapturedStderr();
+    ASSERT_EQ(notices.size(), 3u);
+    for (const std::size_t notice : {1, 2}) {
+        EXPECT_NE(notices[notice].find("com.tavro.printing.watermarks.plist"), std::string::npos) << notices[notice];
+        EXPECT_NE(notices[notice].find("Is a directory"), std::string::npos) << notices[notice];
+    }
+    EXPECT_EQ(rows(), (Names{"None", "Draft", "Confidential", "Copy"}));
+    EXPECT_EQ(selected(), "Draft");
+    std::filesystem::remove(file);
+    std::filesystem::rename(folder.path() / "aside", file);
+    edit(kNew, {retext("Kept")});
+    EXPECT_EQ(stored().size(), 4u);
 }
 
 TEST_F(WatermarkPanelTest, TenThousandWatermarks) {

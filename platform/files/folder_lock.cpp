@@ -1,4 +1,4 @@
-#include "platform/contacts/folder_lock.h"
+#include "platform/files/folder_lock.h"
 
 #include <cerrno>
 #include <chrono>

@@ -13,7 +13,7 @@ public:
     FolderLock(const FolderLock&) = delete;
     FolderLock& operator=(const FolderLock&) = delete;
 
-    /// Whether the folder is ours: locked, or on a file system that has no locks.
+    /// Whether the folder is ours: locked, or on a file system that has no locks. Else errno said why when it was made.
     explicit operator bool() const { return isOurs_; }
 
 private:
