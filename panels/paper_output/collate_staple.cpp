@@ -44,10 +44,28 @@ bool IsPair(const PPDKeywordPair& pair, const char* mainKeyword, const char* opt
            CFEqual(pair.option.get(), CFStringMakeConstant(option));
 }
 
+PPDKeywordPairs::const_iterator FindPair(const PPDKeywordPairs& pairs, const char* mainKeyword, const char* option) {
+    return std::ranges::find_if(pairs, [&](const PPDKeywordPair& pair) { return IsPair(pair, mainKeyword, option); });
+}
+
+/// Appends the main keyword's pairs, that of "None" first, which "Collated" stands for when it comes right behind the
+/// two of "Collate". A pair of nothing takes its place in a PPD that has none.
+void AppendNothingFirst(CFStringRef mainKeyword, const char* mainKeywordText, PPDKeywordPairs* pairs) {
+    PPDKeywordPairs own;
+    retrievePPDKeywords(mainKeyword, &own);
+    const auto nothing = FindPair(own, mainKeywordText, "None");
+    if (!own.empty() && nothing == own.end() && pairs->size() == kCollated) {
+        pairs->emplace_back();
+    }
+    if (nothing != own.end()) {
+        std::rotate(own.begin(), own.begin() + (nothing - own.cbegin()), own.begin() + (nothing - own.cbegin()) + 1);
+    }
+    std::ranges::move(own, std::back_inserter(*pairs));
+}
+
 /// The position of the row's option; nothing when the PPD lacks it.
 std::optional<SInt32> ChoiceOfRow(const CollateStapleRow& row, const PPDKeywordPairs& pairs) {
-    const auto found = std::ranges::find_if(
-        pairs, [&](const PPDKeywordPair& pair) { return IsPair(pair, row.mainKeyword, row.option); });
+    const auto found = FindPair(pairs, row.mainKeyword, row.option);
     return found != pairs.end() ? std::optional(static_cast<SInt32>(found - pairs.begin())) : std::nullopt;
 }
 
@@ -104,13 +122,18 @@ void retrievePPDKeywords(CFStringRef mainKeyword, PPDKeywordPairs* pairs) {
 }
 
 PPDKeywordPairs CollateStaplePairs() {
+    PPDKeywordPairs collate;
+    retrievePPDKeywords(kCollateMainKeyword, &collate);
     PPDKeywordPairs pairs;
-    retrievePPDKeywords(kCollateMainKeyword, &pairs);
-    if (pairs.size() != 2 || !IsPair(pairs[0], "Collate", "True") || !IsPair(pairs[1], "Collate", "False")) {
-        return {};
+    for (const char* option : {"True", "False"}) {
+        const auto found = FindPair(collate, "Collate", option);
+        if (found == collate.end()) {
+            return {};
+        }
+        pairs.push_back(*found);
     }
-    retrievePPDKeywords(kStapleMainKeyword, &pairs);
-    retrievePPDKeywords(kFoldMainKeyword, &pairs);
+    AppendNothingFirst(kStapleMainKeyword, "StapleLocation", &pairs);
+    AppendNothingFirst(kFoldMainKeyword, "TRFoldOptions", &pairs);
     return pairs;
 }
 
@@ -134,8 +157,7 @@ void ApplyCollateStaple(SInt32 choice, const PPDKeywordPairs& pairs, CFMutableDi
     if (pairs.empty()) {
         return;
     }
-    const auto noStaple =
-        std::ranges::find_if(pairs, [](const PPDKeywordPair& pair) { return IsPair(pair, "StapleLocation", "None"); });
+    const auto noStaple = FindPair(pairs, "StapleLocation", "None");
     if (noStaple != pairs.end()) {
         SetPair(*noStaple, ppdDictionary);
     }

@@ -1,8 +1,8 @@
 // How the sets of a job leave the printer: collated or not, and stapled, folded or punched.
 //
-// The choice is a number, the position of what it asks for in a list of the PPD's options: those of "Collate", then
-// those of "StapleLocation", then those of "TRFoldOptions". The PPDs list "True" before "False", and the option that
-// does nothing before those that do.
+// The choice is a number, the position of what it asks for in a list of the PPD's options: "True" and "False" of
+// "Collate", then those of "StapleLocation", then those of "TRFoldOptions", the option that does nothing before those
+// that do. The PPD may have them in another order.
 #pragma once
 
 #include "platform/foundation/CFCollections.h"
@@ -25,7 +25,8 @@ struct PPDKeywordPair {
 };
 using PPDKeywordPairs = std::vector<PPDKeywordPair>;
 
-/// Appends a pair for each option that the printer's PPD (model/ppd_ui_dictionary.h) has for the main keyword.
+/// Appends a pair for each option, in the PPD's order, that the printer's PPD (model/ppd_ui_dictionary.h) has for the
+/// main keyword.
 void retrievePPDKeywords(CFStringRef mainKeyword, PPDKeywordPairs* pairs);
 /// The pairs that the choices count. Empty when the PPD cannot both collate and not collate.
 [[nodiscard]] PPDKeywordPairs CollateStaplePairs();

@@ -6,10 +6,12 @@
 #include "model/booklet_fold.h"
 #include "model/ppd_access.h"
 #include "panels/paper_output/job_checks.h"
+#include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
 #include "tests/ui/plugin_fixture.h"
 
 #include <algorithm>
+#include <fstream>
 #include <sstream>
 #include <string_view>
 
@@ -332,6 +334,45 @@ TEST_F(PaperOutputSync, WhatIsNotInstalledStaysForTheDialogToTellOf) {
     EXPECT_FALSE(CollateStapleChoiceOfCommand(FourCharCode("Stp1"), scope.collateStaplePairs));
     setNumber(key("FinishingOutputDestination"), kTicketValueUnset);
     EXPECT_EQ(read().outputDestination, kTicketValueUnset);
+}
+
+/// What the choices of a PPD stand for, "Collate=True Collate=False …".
+std::string pairsOf(const std::string& ppd) {
+    const TemporaryFolder folder;
+    std::ofstream(folder / "printer.ppd") << ppd;
+    const PluginSession printer(folder / "printer.ppd");
+    std::string text;
+    for (const PPDKeywordPair& pair : CollateStaplePairs()) {
+        text += Text(pair.mainKeyword.get()) + "=" + Text(pair.option.get()) + " ";
+    }
+    return text;
+}
+
+TEST(CollateStaple, IsNumberedWhateverTheOrderOfThePPD) {
+    std::ostringstream file;
+    file << std::ifstream(kZR420).rdbuf();
+    std::string ppd = file.str();
+    const std::string ours = pairsOf(ppd);
+    ASSERT_TRUE(ours.starts_with("Collate=True Collate=False StapleLocation=None StapleLocation=1Staple ")) << ours;
+    const auto takeLine = [&](const std::string& start) {
+        const std::size_t at = ppd.find(start);
+        const std::string line = ppd.substr(at, ppd.find('\n', at) + 1 - at);
+        ppd.erase(at, line.size());
+        return line;
+    };
+    const auto moveBefore = [&](const std::string& start, const std::string& next) {
+        const std::string line = takeLine(start);
+        ppd.insert(ppd.find(next), line);
+    };
+    moveBefore("*Collate False/", "*Collate True/");
+    moveBefore("*StapleLocation None/", "*CloseUI: *StapleLocation");
+    moveBefore("*TRFoldOptions None/", "*CloseUI: *TRFoldOptions");
+    EXPECT_EQ(pairsOf(ppd), ours);
+    takeLine("*StapleLocation None/");
+    EXPECT_TRUE(pairsOf(ppd).starts_with("Collate=True Collate=False = StapleLocation=1Staple "))
+        << "collated is no staple: " << pairsOf(ppd);
+    takeLine("*Collate False/");
+    EXPECT_EQ(pairsOf(ppd), "");
 }
 
 TEST_F(PaperOutputSync, TheBookletIsWrittenWithItsControlOnly) {
