@@ -19,7 +19,8 @@ using Value = CFRef<CFTypeRef>;
 class Reader {
 public:
     Reader(const QByteArray& bytes, CFOptionFlags mutability)
-        : mutableContainers_(mutability != kCFPropertyListImmutable),
+        : bytes_(bytes),
+          mutableContainers_(mutability != kCFPropertyListImmutable),
           mutableLeaves_(mutability == kCFPropertyListMutableContainersAndLeaves) {
         // Property lists have no namespaces; a colon is a letter of an unknown element.
         xml_.setNamespaceProcessing(false);
@@ -28,6 +29,11 @@ public:
 
     Value read() {
         Value root = readDocument();
+        // The XML reader waits for the rest of a character that is never to come.
+        const QByteArrayView behindEnd = QByteArrayView(bytes_).sliced(bytes_.lastIndexOf('>') + 1);
+        if (std::ranges::any_of(behindEnd, [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
+            raise(QStringLiteral("half a character behind the end"));
+        }
         return xml_.hasError() ? Value() : root;
     }
 
@@ -231,6 +237,7 @@ private:
         return Value::adopt(dictionary.leak());
     }
 
+    const QByteArray bytes_;
     QXmlStreamReader xml_;
     const bool mutableContainers_;
     const bool mutableLeaves_;
