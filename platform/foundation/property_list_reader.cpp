@@ -254,6 +254,8 @@ CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data, CFOpti
         fault = describeFault({}, QStringLiteral("there is no data"));
     } else if (object->bytes().size() > kPropertyListMaximumBytes) {
         fault = describeFault({}, QStringLiteral("larger than %1 bytes").arg(kPropertyListMaximumBytes));
+    } else if (object->bytes().startsWith("bplist")) {
+        fault = describeFault({}, QStringLiteral("a binary property list; only those in XML are read"));
     } else if (value = readPlainPropertyList(object->bytes(), mutability); !value) {
         Reader reader(object->bytes(), mutability);
         value = reader.read();

@@ -106,6 +106,8 @@ TEST_F(Refusals, InputThatIsBroken) {
     expectRefusal(run({"--ppd", kTenPages, "--script", add("script", "ok"), kTenPages}), 4, kTenPages, "line 1");
     const std::string plist = add("broken.plist", "<plist version=\"1.0\"><dict>\n  <key>a</key><intger/></dict>");
     expectRefusal(script("ok", {"--ticket-in", plist}), 4, plist, "line 2, column");
+    const std::string binary = add("binary.plist", std::string("bplist00\xD0\x08\0\0", 12));
+    expectRefusal(script("ok", {"--ticket-in", binary}), 4, binary, "binary property list");
     const std::string list = add("list.plist", "<plist version=\"1.0\"><array/></plist>");
     expectRefusal(script("ok", {"--ticket-in", list}), 4, list, "dictionary");
 }
