@@ -111,7 +111,9 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     session_ = std::make_unique<PrintSession>(printer_, settings, installed_.get(), setup_.job.document.name);
     general_->show(*session_);
     conflicts_->forget();
-    const auto start = plugin_.start(control(kMakersPlace), session_->get());
+    // For others the plug-in would say in its own words, on standard error, what the window tells.
+    const auto start =
+        printer_.isOfMaker() ? plugin_.start(control(kMakersPlace), session_->get()) : PluginHost::Start::refused;
     const bool hasPanels = start == PluginHost::Start::started;
     SetControlVisibility(control(kMakersPlace), hasPanels, true);
     SetControlVisibility(control(kNoMakersPanels), !hasPanels, true);

@@ -366,7 +366,8 @@ TEST_F(Program, PrintsOnOtherMakersPrintersWithoutTheMakersPanels) {
         arguments.push_back(word);
     }
     const Run run = ProgramTest::run(arguments);
-    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
     EXPECT_NE(job().find("%!PS-Adobe"), std::string::npos);
     EXPECT_TRUE(hasPair(settings(), "com.apple.print.PrintSettings.PMCopies", "<integer>2</integer>"));
 }
