@@ -1,0 +1,45 @@
+#include "driver/plan/sheet_plan.h"
+
+#include "driver/plan/plan_booklet.h"
+#include "driver/plan/plan_fax.h"
+#include "driver/plan/plan_stack.h"
+
+#include <algorithm>
+
+namespace {
+
+/// The last sheet becomes the first one. Where two sheets lie offset from each other stays where it is.
+void reverse(std::vector<Sheet>* sheets) {
+    std::ranges::reverse(*sheets);
+    for (std::size_t i = sheets->size(); i-- > 1;) {
+        (*sheets)[i].beginsSubset = (*sheets)[i - 1].beginsSubset;
+    }
+    if (!sheets->empty()) {
+        sheets->front().beginsSubset = false;
+    }
+}
+
+}  // namespace
+
+bool SheetPlan::isBlank(const SheetSide& side) const {
+    return std::ranges::all_of(cellsOf(side), [](std::int32_t cell) { return cell == kBlankCell; });
+}
+
+SheetPlan planSheets(const JobInstructions& instructions, std::int64_t pageCount) {
+    SheetStack stack(instructions);
+    const std::vector<std::int32_t> pages = chosenPages(instructions, pageCount);
+    if (pages.empty()) {
+        stack.notes().add(PlanNote::Kind::noPages);
+    } else if (instructions.kind == JobKind::fax) {
+        planFax(instructions, pages, &stack);
+    } else if (instructions.booklet) {
+        planBooklet(instructions, pages, &stack);
+    } else {
+        planStack(instructions, pages, pageCount, &stack);
+    }
+    SheetPlan plan = stack.take();
+    if (instructions.isReversed && instructions.kind != JobKind::fax) {
+        reverse(&plan.sheets);
+    }
+    return plan;
+}
