@@ -16,9 +16,9 @@ enum class Sides : std::uint8_t { one, longEdge, shortEdge };
 /// Paper of a job or of a part of one. An empty text, and 0, say nothing: a part is then like its job, a job like the
 /// printer's default.
 struct Paper {
-    std::string size;   // PageSize: "Letter", "Custom.612x792" (points)
-    std::string color;  // MediaColor
-    std::string type;   // MediaType
+    std::string size;    // PageSize: "Letter", "Custom.612x792" (points)
+    std::string color;   // MediaColor
+    std::string type;    // MediaType
     int tabsInBank = 0;  // of tab stock
     int weight = 0;      // grams per square metre
     bool isPunched = false;
@@ -118,8 +118,8 @@ struct FaxInstruction {
     std::vector<FaxRecipientInstruction> recipients;
     std::optional<std::string> coverSheet;  // the PageSize of a cover sheet
     bool hasConfirmation = true;
-    int speed = 3;       // item of its menu
-    int resolution = 2;  // the same
+    int speed = 3;                         // item of its menu
+    int resolution = 2;                    // the same
     std::optional<std::int64_t> sendTime;  // seconds since 1904, local time
     bool hasDialingPrefix = false;
     bool hasCreditCard = false;
@@ -195,10 +195,10 @@ struct JobInstructions {
     Sides sides = Sides::one;
     std::optional<CoverInstruction> frontCover;
     std::optional<CoverInstruction> backCover;
-    std::vector<InsertInstruction> inserts;  // ascending; those of a page in their order
+    std::vector<InsertInstruction> inserts;        // ascending; those of a page in their order
     std::vector<ExceptionInstruction> exceptions;  // ascending, without overlaps
-    Separators separators = Separators::none;  // between transparencies
-    std::string separatorColor;                // MediaColor
+    Separators separators = Separators::none;      // between transparencies
+    std::string separatorColor;                    // MediaColor
 
     FinishingInstruction finishing;
     bool isBlackAndWhite = false;

@@ -11,8 +11,11 @@ namespace {
 class StackPlanner {
 public:
     StackPlanner(const JobInstructions& job, std::int64_t pageCount, SheetStack* stack)
-        : job_(job), pageCount_(pageCount), pagesOnSide_(static_cast<std::size_t>(std::max(job.numberUp, 1))),
-          stack_(*stack), notes_(stack->notes()) {}
+        : job_(job),
+          pageCount_(pageCount),
+          pagesOnSide_(static_cast<std::size_t>(std::max(job.numberUp, 1))),
+          stack_(*stack),
+          notes_(stack->notes()) {}
 
     void plan(std::span<const std::int32_t> pages) {
         const CoverInstruction* const front = job_.frontCover ? &*job_.frontCover : nullptr;
@@ -191,9 +194,7 @@ private:
 
     // ---- What cannot be
 
-    [[nodiscard]] bool hasSubsets() const {
-        return job_.finishing.offset == Offset::subsets && !isUncollated();
-    }
+    [[nodiscard]] bool hasSubsets() const { return job_.finishing.offset == Offset::subsets && !isUncollated(); }
     [[nodiscard]] bool isUncollated() const { return job_.copies > 1 && !job_.isCollated; }
 
     void noteExceptionsBeyondDocument() {

@@ -25,6 +25,11 @@ bool SheetPlan::isBlank(const SheetSide& side) const {
     return std::ranges::all_of(cellsOf(side), [](std::int32_t cell) { return cell == kBlankCell; });
 }
 
+bool SheetPlan::isSent(std::size_t sheet, bool isSide2) const {
+    const Sheet& one = sheets[sheet];
+    return !isSide2 || (one.sides != Sides::one && (sheet + 1 < sheets.size() || !isBlank(one.side2)));
+}
+
 SheetPlan planSheets(const JobInstructions& instructions, std::int64_t pageCount) {
     SheetStack stack(instructions);
     const std::vector<std::int32_t> pages = chosenPages(instructions, pageCount);

@@ -11,7 +11,7 @@
 /// Why a sheet is there.
 enum class SheetKind : std::uint8_t {
     document,
-    cover,      // front or back; of a booklet its outermost sheet
+    cover,  // front or back; of a booklet its outermost sheet
     insert,
     separator,  // between transparencies
     slipSheet,  // behind a set
@@ -66,8 +66,8 @@ struct PlanNote {
         slipSheetsInBooklet,  // would be folded with it
         subsetsInBooklet,
         numberUpInBooklet,
-        separatorsUncollated,   // as many lie behind the copies of a transparency as there are copies
-        slipSheetsUncollated,   // the same behind the last sheet
+        separatorsUncollated,  // as many lie behind the copies of a transparency as there are copies
+        slipSheetsUncollated,  // the same behind the last sheet
         subsetsUncollated,
     } kind;
     std::int64_t page = 0;
@@ -81,10 +81,10 @@ inline constexpr std::int32_t kBlankCell = -1;
 
 struct SheetPlan {
     int copies = 1;
-    bool isCollated = true;     // else each sheet comes out `copies` times before the next
-    std::vector<Sheet> sheets;  // of one set, in the order of the stack, the front first
-    std::vector<std::int32_t> cells;  // pages of the document, from 0, or kBlankCell
-    std::vector<Paper> papers;        // the first is the job's
+    bool isCollated = true;             // else each sheet comes out `copies` times before the next
+    std::vector<Sheet> sheets;          // of one set, in the order of the stack, the front first
+    std::vector<std::int32_t> cells;    // pages of the document, from 0, or kBlankCell
+    std::vector<Paper> papers;          // the first is the job's
     std::vector<Treatment> treatments;  // the first is none
     std::vector<PlanNote> notes;        // in the order of their kinds, one a kind, with its first page
 
@@ -92,6 +92,10 @@ struct SheetPlan {
         return std::span(cells).subspan(side.firstCell, side.cellCount);
     }
     [[nodiscard]] bool isBlank(const SheetSide& side) const;
+    /// Whether the printer is given a page for a side of the sheet: for every first one, and for every second one of
+    /// two-sided sheets, so that the next sheet begins with its first; a blank one at the end of the stack is not
+    /// needed.
+    [[nodiscard]] bool isSent(std::size_t sheet, bool isSide2) const;
 
     bool operator==(const SheetPlan&) const = default;
 };
