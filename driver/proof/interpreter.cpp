@@ -1,0 +1,231 @@
+#include "driver/proof/interpreter.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <span>
+#include <string_view>
+#include <system_error>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace {
+
+// Tells of each wish for the page device and of each page. Only what changes how a page is drawn reaches the device,
+// which is none that could staple.
+constexpr std::string_view kTelling = R"(%!PS
+userdict begin
+/TavroOut TavroPlace(w)file def
+/TavroSay{TavroOut exch writestring}bind def
+/TavroTell{
+dup type/arraytype eq{{TavroTell( )TavroSay}forall}{
+dup type/dicttype eq{{exch TavroTell(=)TavroSay TavroTell( )TavroSay}forall}{
+dup type/stringtype eq{TavroSay}{256 string cvs TavroSay}ifelse}ifelse}ifelse}bind def
+/TavroKnown[/PageSize/BeginPage/EndPage/Install/ImagingBBox]def
+/TavroSetPageDevice systemdict/setpagedevice get def
+/setpagedevice{
+dup{exch(\n%TavroSet )TavroSay TavroTell( )TavroSay
+dup xcheck{pop(procedure)TavroSay}{TavroTell}ifelse(\n)TavroSay}forall
+TavroOut flushfile
+10 dict begin TavroKnown{2 copy known{1 index 1 index get def}{pop}ifelse}forall pop currentdict end
+dup length 0 eq{pop}{TavroSetPageDevice}ifelse}bind def
+/showpage{(\n%TavroPage\n)TavroSay TavroOut flushfile systemdict/showpage get exec}bind def
+end
+)";
+
+/// A file in memory with a content, for another process to read.
+class MemoryFile {
+public:
+    explicit MemoryFile(std::string_view content) : descriptor_(memfd_create("tavro-proof", MFD_CLOEXEC)) {
+        while (!content.empty()) {
+            const ssize_t count = write(descriptor_, content.data(), content.size());
+            if (count <= 0 && errno != EINTR) {
+                break;
+            }
+            content.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        }
+        isWhole_ = content.empty();
+    }
+    ~MemoryFile() {
+        if (descriptor_ >= 0) {
+            close(descriptor_);
+        }
+    }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    [[nodiscard]] bool isWhole() const { return isWhole_; }
+    [[nodiscard]] std::string content() const {
+        std::string all;
+        char block[65536];
+        for (ssize_t count = 1; count > 0; all.append(block, static_cast<std::size_t>(std::max<ssize_t>(count, 0)))) {
+            count = pread(descriptor_, block, sizeof block, static_cast<off_t>(all.size()));
+        }
+        return all;
+    }
+    [[nodiscard]] int descriptor() const { return descriptor_; }
+
+private:
+    int descriptor_;
+    bool isWhole_ = false;
+};
+
+/// What Ghostscript says on both its outputs; nothing when it does not run.
+/// It tells where the device does, so that all stands in its order.
+std::optional<std::string> runGhostscript(const char* device, const char* place, const MemoryFile& telling,
+                                          const MemoryFile& job) {
+    const MemoryFile output("");
+    const std::string deviceOption = std::string("-sDEVICE=") + device;
+    const std::string placeOption = std::string("-sTavroPlace=%") + place;
+    const std::array words{"gs",
+                           "-q",
+                           "-dNOPAUSE",
+                           "-dBATCH",
+                           "-dSAFER",
+                           "-r72",
+                           deviceOption.c_str(),
+                           placeOption.c_str(),
+                           "-o",
+                           "-",
+                           "/dev/fd/3",
+                           "/dev/fd/4",
+                           static_cast<const char*>(nullptr)};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_adddup2(&actions, output.descriptor(), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, output.descriptor(), STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, telling.descriptor(), 3);
+    posix_spawn_file_actions_adddup2(&actions, job.descriptor(), 4);
+    pid_t child = 0;
+    const int error = posix_spawnp(&child, words[0], &actions, nullptr, const_cast<char**>(words.data()), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) {
+        return std::nullopt;
+    }
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return output.content();
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+    std::vector<std::string_view> lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        lines.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return lines;
+}
+
+/// Takes the words of a line apart, from its end on as many as there are places for.
+bool readNumbers(std::string_view line, std::span<double*> numbers) {
+    for (double* const number : numbers) {
+        line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+        const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), *number);
+        if (error != std::errc()) {
+            return false;
+        }
+        line.remove_prefix(static_cast<std::size_t>(end - line.data()));
+    }
+    return true;
+}
+
+void trim(std::string* text) {
+    while (!text->empty() && text->back() == ' ') {
+        text->pop_back();
+    }
+}
+
+constexpr std::string_view kSet = "%TavroSet ";
+constexpr std::string_view kPage = "%TavroPage";
+constexpr std::string_view kBox = "%%HiResBoundingBox: ";
+
+std::vector<DeviceEvent> eventsIn(std::string_view output) {
+    std::vector<DeviceEvent> events;
+    for (const std::string_view line : linesOf(output)) {
+        if (line.starts_with(kSet)) {
+            const std::string_view wish = line.substr(kSet.size());
+            const std::size_t blank = std::min(wish.find(' '), wish.size());
+            DeviceEvent event{DeviceEvent::Kind::set,
+                              std::string(wish.substr(0, blank)),
+                              std::string(wish.substr(std::min(blank + 1, wish.size()))),
+                              0,
+                              0,
+                              0,
+                              0,
+                              {}};
+            trim(&event.value);
+            events.push_back(std::move(event));
+        } else if (line.starts_with(kPage)) {
+            events.push_back({DeviceEvent::Kind::page, {}, {}, 0, 0, 0, 0, {}});
+        } else if (line.starts_with(kBox) && !events.empty()) {
+            DeviceEvent& page = events.back();
+            double* numbers[] = {&page.left, &page.bottom, &page.right, &page.top};
+            readNumbers(line.substr(kBox.size()), numbers);
+        } else if (line.starts_with("Error: ")) {
+            events.push_back({DeviceEvent::Kind::error, {}, std::string(line), 0, 0, 0, 0, {}});
+        }
+    }
+    return events;
+}
+
+/// The text of each page: what stands before the mark of its end, in one line.
+void addTexts(std::string_view output, std::vector<DeviceEvent>* events) {
+    std::vector<std::string> texts(1);
+    for (std::string_view line : linesOf(output)) {
+        if (line.starts_with(kPage)) {
+            texts.emplace_back();
+        } else if (!line.starts_with("%Tavro")) {
+            std::string& text = texts.back();
+            for (const char c : line) {
+                const bool isBlank = static_cast<unsigned char>(c) <= ' ';
+                if (!isBlank) {
+                    text += c;
+                } else if (!text.empty() && text.back() != ' ') {
+                    text += ' ';
+                }
+            }
+            if (!text.empty() && text.back() != ' ') {
+                text += ' ';
+            }
+        }
+    }
+    // The device writes a page's text when it is shown, behind the mark.
+    std::size_t page = 0;
+    for (DeviceEvent& event : *events) {
+        if (event.kind == DeviceEvent::Kind::page && ++page < texts.size()) {
+            trim(&texts[page]);
+            event.text = texts[page];
+        }
+    }
+}
+
+}  // namespace
+
+std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript, std::string* reason) {
+    const MemoryFile telling(kTelling);
+    const MemoryFile job(postScript);
+    if (!telling.isWhole() || !job.isWhole()) {
+        *reason = std::generic_category().message(errno);
+        return std::nullopt;
+    }
+    const auto drawn = runGhostscript("bbox", "stderr", telling, job);
+    const auto read = runGhostscript("txtwrite", "stdout", telling, job);
+    if (!drawn || !read) {
+        *reason = "Ghostscript (gs) is not installed";
+        return std::nullopt;
+    }
+    std::vector<DeviceEvent> events = eventsIn(*drawn);
+    addTexts(*read, &events);
+    return events;
+}

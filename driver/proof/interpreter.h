@@ -1,0 +1,22 @@
+// Ghostscript as the printer's interpreter.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What the PostScript did, in order: a wish for the page device, or a page.
+struct DeviceEvent {
+    enum class Kind { set, page, error } kind;
+    std::string key;    // of a wish
+    std::string value;  // of a wish, or the error
+    double left = 0;    // of a page: where there is ink; all 0 for none
+    double bottom = 0;
+    double right = 0;
+    double top = 0;
+    std::string text;  // of a page: what can be read, in one line
+};
+
+/// Runs the PostScript. Nothing, with the reason, when the interpreter cannot be run.
+std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript, std::string* reason);
