@@ -1,0 +1,143 @@
+#include "driver/instructions/read_instructions.h"
+
+#include "driver/instructions/read_job.h"
+#include "driver/instructions/read_paper.h"
+#include "driver/instructions/read_special_pages.h"
+#include "driver/instructions/ticket_values.h"
+#include "jobtypes/fax_options.h"
+#include "jobtypes/job_type.h"
+#include "model/ppd_access.h"
+#include "model/ppd_option_maps.h"
+#include "model/ticket_items.h"
+#include "platform/printing/PMPrinter.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+
+namespace {
+
+std::string choice(PMTicketRef ticket, CFStringRef mainKeyword) {
+    CFStringRef option = nullptr;
+    PPDGetMainKeywordValue(ticket, mainKeyword, &option);
+    return utf8Text(option);
+}
+
+/// What the plug-in counts the option by; -1 for none that it knows.
+SInt32 numberOfChoice(PMTicketRef ticket, CFStringRef mainKeyword) {
+    CFStringRef option = nullptr;
+    PPDGetMainKeywordValue(ticket, mainKeyword, &option);
+    return GetTicketValueForPPDOptionKeyword(GetPPDOptionMapForMainKeyword(mainKeyword), option);
+}
+
+/// "1-3,7,10-"; what is no range is left out.
+std::vector<PageSpan> spansOf(const std::string& range) {
+    std::vector<PageSpan> spans;
+    const char* at = range.data();
+    const char* const end = at + range.size();
+    while (at < end) {
+        PageSpan span{0, std::numeric_limits<std::int64_t>::max()};
+        const auto first = std::from_chars(at, end, span.first);
+        at = first.ptr;
+        if (at < end && *at == '-') {
+            at = std::from_chars(at + 1, end, span.last).ptr;
+        } else {
+            span.last = span.first;
+        }
+        if (first.ec == std::errc() && span.first <= span.last) {
+            spans.push_back(span);
+        }
+        at = std::find(at, end, ',');
+        at += at < end ? 1 : 0;
+    }
+    return spans;
+}
+
+Orientation orientationOf(PMTicketRef pageFormat) {
+    switch (GetTicketNumber(pageFormat, kPMOrientationKey, 1)) {
+        case 2:
+            return Orientation::landscape;
+        case 3:
+            return Orientation::reverseLandscape;
+        default:
+            return Orientation::portrait;
+    }
+}
+
+/// The options of the PPD say what paper the job is on; the panel's own item knows more of it.
+Paper readJobPaper(PMTicketRef ticket) {
+    Paper paper = readPaper(dictionaryOf(ticket, kJobLevelStockItem));
+    paper.size = choice(ticket, CFSTR("PageSize"));
+    paper.color = choice(ticket, CFSTR("MediaColor"));
+    paper.type = choice(ticket, CFSTR("MediaType"));
+    return paper;
+}
+
+void readPages(PMTicketRef ticket, PMTicketRef pageFormat, JobInstructions* job) {
+    job->pages = spansOf(textOf(ticket, kPMPageRangeKey));
+    job->copies = std::max(GetTicketNumber(ticket, kPMCopiesKey, 1), 1);
+    job->isCollated = choice(ticket, CFSTR("Collate")) != "False";
+    job->orientation = orientationOf(pageFormat);
+}
+
+void readLayout(PMTicketRef ticket, JobInstructions* job) {
+    if (flagOf(ticket, kBookletLayoutItem)) {
+        BookletInstruction booklet;
+        booklet.hasOutlines = GetTicketNumber(ticket, kBookletDrawOutlinesItem, 0) == 1;
+        booklet.isRightToLeft =
+            GetTicketNumber(ticket, kBookletLayoutOrderItem, kBookletOrderLeftToRight) == kBookletOrderRightToLeft;
+        if (flagOf(ticket, kBookletForceNewSizeItem)) {
+            booklet.paperSize = readPaper(dictionaryOf(ticket, kJobLevelStockItem)).size;
+        }
+        job->booklet = booklet;
+    }
+    const CFDictionaryRef invert = dictionaryOf(ticket, kInvertImageOptionsItem);
+    job->isNegative = numberIn(invert, kNegativeImageKey) != 0;
+    job->isMirrored = numberIn(invert, kMirrorImageKey) != 0;
+    job->isRotated = GetTicketNumber(ticket, kRotateImage180Item, 0) == 1;
+    if (const std::string name = textOf(ticket, kWatermarkItem); !name.empty()) {
+        job->watermark = {name, GetTicketNumber(ticket, kWatermarkFirstPageOnlyItem, 0) != 0,
+                          GetTicketNumber(ticket, kWatermarkOptionItem, kWatermarkInFront) == kWatermarkBehind};
+    }
+}
+
+void readFinishing(PMTicketRef ticket, JobInstructions* job) {
+    FinishingInstruction& finishing = job->finishing;
+    finishing.value = GetTicketNumber(ticket, kFinishingOptionsItem, 0);
+    finishing.custom = textOf(ticket, kFinishingCustomItem);
+    finishing.hasSlipSheets = GetTicketNumber(ticket, kFinishingSlipSheetItem, 0) == kSlipSheetsOn;
+    if (GetTicketNumber(ticket, kFinishingOffsetItem, kOffsetOff) == kOffsetOn) {
+        const bool hasSubsets = GetTicketNumber(ticket, kFinishingOffsetEnableSubsetItem, 0) != 0;
+        finishing.offset = hasSubsets ? Offset::subsets : Offset::sets;
+        finishing.pagesPerSubset = std::max(GetTicketNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1), 1);
+    }
+    job->isBlackAndWhite = GetTicketNumber(ticket, kFinishingOutputColorItem, kOutputInColor) == kOutputInBlackAndWhite;
+}
+
+}  // namespace
+
+JobInstructions readInstructions(PMTicketRef printSettings, PMTicketRef pageFormat) {
+    JobInstructions job;
+    readPages(printSettings, pageFormat, &job);
+    readLayout(printSettings, &job);
+    job.paper = readJobPaper(printSettings);
+    job.sides = sidesOf(numberOfChoice(printSettings, CFSTR("Duplex"))).value_or(Sides::one);
+    readSpecialPages(printSettings, &job);
+    readFinishing(printSettings, &job);
+    readJob(printSettings, &job);
+    return job;
+}
+
+JobSecrets readSecrets(PMTicketRef printSettings) {
+    JobSecrets secrets;
+    const CFDictionaryRef type = dictionaryOf(printSettings, kJobTypeTicketKey);
+    const SInt32 jobType = numberIn(type, kJobTypeKey, kJobTypeNormal);
+    if (jobType == kJobTypeSecurePrint) {
+        secrets.passcode = textIn(type, kSecurePrintPasswordKey);
+    } else if (jobType == kJobTypeFax) {
+        const CFDictionaryRef options = dictionaryOf(printSettings, kFaxOptionsTicketKey);
+        secrets.creditCard = textIn(options, kFaxCreditCardProperty);
+        secrets.dialingPrefix = textIn(options, kFaxDialingPrefixProperty);
+    }
+    return secrets;
+}

@@ -1,0 +1,88 @@
+#include "driver/instructions/read_job.h"
+
+#include "driver/instructions/read_paper.h"
+#include "driver/instructions/ticket_values.h"
+#include "jobtypes/fax_numbers.h"
+#include "jobtypes/fax_options.h"
+#include "jobtypes/fax_recipient_list.h"
+#include "jobtypes/job_type.h"
+#include "model/setting_map.h"
+#include "model/ticket_items.h"
+
+namespace {
+
+JobKind kindOf(SInt32 jobType) {
+    switch (jobType) {
+        case kJobTypeSave:
+            return JobKind::save;
+        case kJobTypePrintAndSave:
+            return JobKind::printAndSave;
+        case kJobTypeFax:
+            return JobKind::fax;
+        case kJobTypeSecurePrint:
+            return JobKind::secure;
+        case kJobTypeDelayedPrint:
+            return JobKind::delayed;
+        case kJobTypeSampleSet:
+            return JobKind::sampleSet;
+        default:  // a kind of another edition is printed
+            return JobKind::print;
+    }
+}
+
+std::optional<std::int64_t> momentIn(CFDictionaryRef dictionary, CFStringRef key) {
+    std::int64_t moment = 0;
+    return CFDictionaryGetNumber(dictionary, key, &moment, kCFNumberSInt64Type) ? std::optional(moment) : std::nullopt;
+}
+
+std::vector<FaxRecipientInstruction> readRecipients(PMTicketRef ticket) {
+    const FaxRecipientList list(arrayOf(ticket, kFaxRecipientListTicketKey));
+    std::vector<FaxRecipientInstruction> recipients;
+    for (CFIndex i = 0; i < list.count(); ++i) {
+        const FaxRecipient* const recipient = list.recipientAtIndex(i);
+        recipients.push_back({utf8Text(DisplayNameFromRecipient(recipient).get()),
+                              utf8Text(CopyDialingStringFromFaxNumber(recipient->faxNumber()).get()),
+                              utf8Text(recipient->organization()), utf8Text(recipient->mailbox())});
+    }
+    return recipients;
+}
+
+FaxInstruction readFax(PMTicketRef ticket) {
+    const CFDictionaryRef options = dictionaryOf(ticket, kFaxOptionsTicketKey);
+    FaxInstruction fax;
+    fax.recipients = readRecipients(ticket);
+    if (flagIn(options, kFaxPrintCoverSheetProperty, kFaxDefaultCoverSheet)) {
+        // The item of a menu whose items have the numbers of paper.
+        const SInt32 item = numberIn(options, kFaxCoverSizeProperty, 1);
+        fax.coverSheet = paperOption(
+            CFSTR("PageSize"), item >= 1 && item <= CountMaps(FaxCoverSizeMap) ? UIToTicket(FaxCoverSizeMap, item) : 1);
+    }
+    fax.hasConfirmation = flagIn(options, kFaxPrintConfirmationSheetProperty, kFaxDefaultConfirmationSheet);
+    fax.speed = numberIn(options, kFaxSendSpeedProperty, kFaxDefaultSendSpeed);
+    fax.resolution = numberIn(options, kFaxResolutionProperty, kFaxDefaultResolution);
+    fax.sendTime = momentIn(options, kFaxSendTimeProperty);
+    fax.hasDialingPrefix = !textIn(options, kFaxDialingPrefixProperty).empty();
+    fax.hasCreditCard = !textIn(options, kFaxCreditCardProperty).empty();
+    return fax;
+}
+
+std::optional<JobNotesInstruction> readNotes(PMTicketRef ticket) {
+    const JobNotesInstruction notes{textOf(ticket, kJobNotesJobNameItem), textOf(ticket, kJobNotesSenderNameItem),
+                                    textOf(ticket, kJobNotesRecipientItem), textOf(ticket, kJobNotesSheetMessageItem),
+                                    textOf(ticket, kJobNotesMessageItem)};
+    return notes == JobNotesInstruction() ? std::nullopt : std::optional(notes);
+}
+
+}  // namespace
+
+void readJob(PMTicketRef ticket, JobInstructions* job) {
+    const CFDictionaryRef type = dictionaryOf(ticket, kJobTypeTicketKey);
+    job->kind = kindOf(numberIn(type, kJobTypeKey, kJobTypeNormal));
+    if (job->kind == JobKind::fax) {
+        job->fax = readFax(ticket);
+    } else if (job->kind == JobKind::delayed) {
+        job->printTime = momentIn(type, kDelayedPrintTimeKey).value_or(0);
+    }
+    job->notes = readNotes(ticket);
+    job->hasJobInstructions = GetTicketNumber(ticket, kEmitTPIFItem, 1) != 0;
+}

@@ -1,0 +1,123 @@
+#include "driver/instructions/read_special_pages.h"
+
+#include "driver/instructions/read_paper.h"
+#include "driver/instructions/ticket_values.h"
+#include "model/page_layers.h"
+#include "model/setting_map.h"
+#include "model/special_page.h"
+#include "model/ticket_items.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr SInt32 kMostShade = 3;
+
+/// Hands over each element that is a dictionary.
+template <typename Take>
+void eachDictionary(CFArrayRef list, Take take) {
+    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
+        const void* const element = CFArrayGetValueAtIndex(list, i);
+        if (CFGetTypeID(element) == CFDictionaryGetTypeID()) {
+            take(static_cast<CFDictionaryRef>(element));
+        }
+    }
+}
+
+Paper paperOf(CFDictionaryRef page) {
+    return readPaper(GetRecordDictionary(page, CFSTR("Stock")));
+}
+
+std::optional<CoverInstruction> readCover(PMTicketRef ticket, CFStringRef item) {
+    const CFDictionaryRef dictionary = dictionaryOf(ticket, item);
+    if (dictionary == nullptr) {
+        return std::nullopt;
+    }
+    const SInt32 sides = Cover(dictionary).sidesImaged();
+    return CoverInstruction{sides == kCoverSide1       ? CoverPrint::side1
+                            : sides == kCoverSide2     ? CoverPrint::side2
+                            : sides == kCoverBothSides ? CoverPrint::both
+                                                       : CoverPrint::blank,
+                            paperOf(dictionary)};
+}
+
+void readInserts(CFArrayRef list, JobInstructions* job) {
+    eachDictionary(list, [job](CFDictionaryRef dictionary) {
+        const Insert insert(dictionary);
+        job->inserts.push_back(
+            {std::max<SInt32>(insert.startPage(), 0), std::max<SInt32>(insert.quantity(), 0), paperOf(dictionary)});
+    });
+    std::ranges::stable_sort(job->inserts, {}, &InsertInstruction::page);
+}
+
+/// Points. A shift that has no option is none.
+ImageShift shiftOf(const _IS_Options& options) {
+    if (options.option == kTicketValueUnset) {
+        return {};
+    }
+    const double unit = options.inches != 0 ? 72 : 72 / 25.4;
+    return {options.x1 * unit, options.x2 * unit};
+}
+
+ExceptionInstruction exceptionOf(CFDictionaryRef dictionary) {
+    const ExceptionPage page(dictionary);
+    ExceptionInstruction exception;
+    exception.paper = paperOf(dictionary);
+    exception.sides = sidesOf(page.plex());
+    exception.shift = shiftOf(page.imageShift());
+    if (page.lightenDarken() != kTicketValueUnset) {
+        exception.lightenDarken = std::clamp(page.lightenDarken(), -kMostShade, kMostShade);
+    }
+    return exception;
+}
+
+/// Of pages that several exceptions have, the last one in the list has them.
+void readExceptions(CFArrayRef list, JobInstructions* job) {
+    std::vector<PageLayer> layers;
+    std::vector<ExceptionInstruction> exceptions;
+    eachDictionary(list, [&](CFDictionaryRef dictionary) {
+        const ExceptionPage page(dictionary);
+        layers.push_back({std::max<SInt32>(page.startPage(), 1), page.endPage()});
+        exceptions.push_back(exceptionOf(dictionary));
+    });
+    for (const VisiblePages& visible : visiblePages(layers)) {
+        job->exceptions.push_back(exceptions[visible.layer]);
+        job->exceptions.back().pages = {visible.first, visible.last};
+    }
+}
+
+void readSeparators(PMTicketRef ticket, JobInstructions* job) {
+    constexpr SInt32 kBlank = 2;
+    constexpr SInt32 kPrinted = 3;
+    const SInt32 option = GetTicketNumber(ticket, kSeparatorOptionItem, 0);
+    job->separators = option == kBlank     ? Separators::blank
+                      : option == kPrinted ? Separators::printed
+                                           : Separators::none;
+    if (job->separators != Separators::none) {
+        job->separatorColor =
+            paperOption(CFSTR("MediaColor"), GetTicketNumber(ticket, kSeparatorColorItem, kStockColorWhite));
+    }
+}
+
+}  // namespace
+
+std::optional<Sides> sidesOf(SInt32 value) {
+    switch (value) {
+        case 1:
+            return Sides::one;
+        case 2:
+            return Sides::longEdge;
+        case 3:
+            return Sides::shortEdge;
+        default:
+            return std::nullopt;
+    }
+}
+
+void readSpecialPages(PMTicketRef ticket, JobInstructions* job) {
+    job->frontCover = readCover(ticket, kFrontCoverItem);
+    job->backCover = readCover(ticket, kBackCoverItem);
+    readInserts(arrayOf(ticket, kInsertListItem), job);
+    readExceptions(arrayOf(ticket, kExceptionListItem), job);
+    readSeparators(ticket, job);
+}
