@@ -65,6 +65,11 @@ static_assert(offsetof(WatermarkRecord, xPosition) == 9808);
 static_assert(offsetof(WatermarkRecord, yPosition) == 9816);
 static_assert(sizeof(WatermarkRecord) == 9824);
 
+/// The box of a text is this much higher than its font's size, whatever the font is; its base line lies this far above
+/// the lower edge. Whoever draws a watermark does so.
+inline constexpr double kTextBoxHeight = 1.17;
+inline constexpr double kTextBaseLine = 0.265;
+
 /// The name by which the record is listed and stored: the text of a text watermark, the file name of an image
 /// watermark; it may be empty. Null when it is no UTF-8.
 [[nodiscard]] CFRef<CFStringRef> CreateWatermarkName(const WatermarkRecord& record);

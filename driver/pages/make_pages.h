@@ -2,15 +2,16 @@
 #pragma once
 
 #include "driver/pages/sheet_geometry.h"
+#include "driver/pages/stored_mark.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
-/// A drawing for each page, such as a watermark.
-struct MarkDrawing {
-    std::string pdf;  // a PDF of one page, whose origin comes into the page's middle
+/// A drawing for each page: its watermark. One behind a page that hides what is behind it comes in front.
+struct PageMark {
+    StoredMark mark;
     bool isOnFirstPageOnly = false;
     bool isBehind = false;
 };
@@ -21,7 +22,7 @@ struct PagesOrder {
     PageLayout layout;
     std::vector<PaperShape> papers;  // of the plan's papers
     std::string faxCover;            // a PDF of one page; empty for a job without one
-    std::optional<MarkDrawing> mark;
+    std::optional<PageMark> mark;
 };
 
 /// Told how far it is, from 0 to 100; false ends the work.

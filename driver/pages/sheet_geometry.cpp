@@ -195,6 +195,19 @@ Matrix operator*(const Matrix& first, const Matrix& second) {
             first.e * second.b + first.f * second.d + second.f};
 }
 
+Matrix inverse(const Matrix& matrix) {
+    const double area = matrix.a * matrix.d - matrix.b * matrix.c;
+    if (area == 0 || !std::isfinite(1 / area)) {
+        return {};
+    }
+    return {matrix.d / area,
+            -matrix.b / area,
+            -matrix.c / area,
+            matrix.a / area,
+            (matrix.c * matrix.f - matrix.d * matrix.e) / area,
+            (matrix.b * matrix.e - matrix.a * matrix.f) / area};
+}
+
 PageLayout layoutOf(const JobInstructions& instructions, const Size& firstPage) {
     const bool isBooklet = instructions.booklet && instructions.kind != JobKind::fax;
     return {instructions.orientation,

@@ -22,6 +22,8 @@ struct Matrix {
 
 /// What the first matrix does, and then the second.
 Matrix operator*(const Matrix& first, const Matrix& second);
+/// What undoes it; of one that cannot be undone, nothing.
+Matrix inverse(const Matrix& matrix);
 
 struct Size {
     double width = 0;

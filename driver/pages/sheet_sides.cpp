@@ -1,37 +1,21 @@
 #include "driver/pages/sheet_sides.h"
 
+#include "driver/pages/pdf_text.h"
+
+#include <qpdf/Pl_Buffer.hh>
 #include <qpdf/QPDFAcroFormDocumentHelper.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
+#include <stdexcept>
 #include <utility>
 
 namespace {
 
 /// Boxes that say what of a page is shown, and how; the sides of sheets have the first only.
 constexpr std::array kOtherBoxes{"/CropBox", "/BleedBox", "/TrimBox", "/ArtBox", "/Rotate", "/UserUnit"};
-
-void append(std::string* content, double number) {
-    std::array<char, 32> digits;
-    const auto end = std::to_chars(digits.begin(), digits.end(), number, std::chars_format::fixed, 5);
-    std::string_view text(digits.begin(), end.ptr);
-    if (text.find('.') != std::string_view::npos) {
-        text = text.substr(0, text.find_last_not_of('0') + 1);
-        text = text.substr(0, text.find_last_not_of('.') + 1);
-    }
-    *content += text == "-0" ? "0" : text;
-    *content += ' ';
-}
-
-void append(std::string* content, const Matrix& matrix) {
-    for (const double number : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}) {
-        append(content, number);
-    }
-    *content += "cm\n";
-}
 
 /// A line inside of a page's edge, as thin on the paper whatever the page's scale is.
 void appendOutline(std::string* content, const Matrix& matrix, const Size& page) {
@@ -97,10 +81,6 @@ SheetSides::SheetSides(QPDF& pdf, const PagesOrder& order) : pdf_(pdf), order_(o
             firstPage_ = cell;
         }
     }
-    if (order.mark) {
-        Size size;
-        mark_ = importForm(order.mark->pdf, &size);
-    }
     if (!order.faxCover.empty()) {
         faxCover_ = importForm(order.faxCover, &faxCoverSize_);
     }
@@ -120,26 +100,55 @@ QPDFObjectHandle SheetSides::make(const Sheet& sheet, bool isSide2) {
         return *page;
     }
     for (std::size_t i = 0; i < placed.size(); ++i) {
-        const PlacedPage& one = placed[i];
-        DocumentPage& page = pages_[static_cast<std::size_t>(one.page)];
-        const std::string name = "/Page" + std::to_string(i);
-        forms.replaceKey(name, formOf(&page));
-        std::string drawing = "q\n";
-        append(&drawing, page.box.toShown() * one.matrix);
-        drawing += name + " Do\nQ\n";
-        std::string mark;
-        if (isMarked(one)) {
-            forms.replaceKey("/Mark", mark_);
-            mark = "q\n";
-            append(&mark, one.mark);
-            mark += "/Mark Do\nQ\n";
-        }
-        content += order_.mark && order_.mark->isBehind ? mark + drawing : drawing + mark;
-        if (one.hasOutline) {
-            appendOutline(&content, one.matrix, page.box.size());
+        content += draw(placed[i], "/Page" + std::to_string(i), &forms);
+        if (placed[i].hasOutline) {
+            appendOutline(&content, placed[i].matrix, sizes_[static_cast<std::size_t>(placed[i].page)]);
         }
     }
     return makePage(paper.size, content, forms);
+}
+
+std::string SheetSides::draw(const PlacedPage& placed, const std::string& name, QPDFObjectHandle* forms) {
+    DocumentPage& page = pages_[static_cast<std::size_t>(placed.page)];
+    const Matrix toSheet = page.box.toShown() * placed.matrix;
+    const auto drawForm = [](const Matrix& matrix, const std::string& form) {
+        std::string drawing = "q\n";
+        append(&drawing, matrix);
+        return drawing + form + " Do\nQ\n";
+    };
+    const std::string drawing = drawForm(toSheet, name);
+    if (!isMarked(placed)) {
+        forms->replaceKey(name, formOf(&page));
+        return drawing;
+    }
+    const double scale = std::hypot(placed.mark.a, placed.mark.b);
+    const PageBackground background =
+        order_.mark->isBehind ? backgroundOf(page.page, page.box) : PageBackground{PageBackground::Place::inFront};
+    if (background.place == PageBackground::Place::behindWhite) {
+        const Matrix toContent = placed.mark * inverse(background.space * toSheet);
+        forms->replaceKey(name, formWithMark(&page, background, toContent, markOf(MarkInk::opaque, scale)));
+        return drawing;
+    }
+    const bool isBehind = background.place == PageBackground::Place::beforeContent;
+    const std::string mark = name + "Mark";
+    forms->replaceKey(name, formOf(&page));
+    forms->replaceKey(mark, markOf(isBehind ? MarkInk::opaque : MarkInk::screened, scale));
+    return isBehind ? drawForm(placed.mark, mark) + drawing : drawing + drawForm(placed.mark, mark);
+}
+
+QPDFObjectHandle SheetSides::markOf(MarkInk ink, double scale) {
+    const long thousandths = std::max(std::lround(scale * 1000), 1L);
+    const auto [known, isNew] = marks_.try_emplace({ink, thousandths});
+    if (isNew) {
+        std::string reason;
+        const auto drawing = drawMark(order_.mark->mark, ink, static_cast<double>(thousandths) / 1000, &reason);
+        if (!drawing) {
+            throw std::runtime_error("the watermark cannot be drawn: " + reason);
+        }
+        Size size;
+        known->second = importForm(*drawing, &size);
+    }
+    return known->second;
 }
 
 bool SheetSides::isMarked(const PlacedPage& placed) const {
@@ -181,24 +190,52 @@ QPDFObjectHandle SheetSides::makePage(const Size& paper, const std::string& cont
     return pdf_.makeIndirectObject(page);
 }
 
+void SheetSides::makeForm(DocumentPage* page, QPDFObjectHandle form) const {
+    QPDFObjectHandle object = page->page.getObjectHandle();
+    QPDFObjectHandle keys = form.getDict();
+    const auto& box = page->box.box;
+    keys.replaceKey("/Type", QPDFObjectHandle::newName("/XObject"));
+    keys.replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
+    keys.replaceKey("/BBox", rectangle(box.llx, box.lly, box.urx, box.ury));
+    keys.removeKey("/Matrix");
+    keys.replaceKey("/Resources", page->page.getAttribute("/Resources", false));
+    if (object.hasKey("/Group")) {
+        keys.replaceKey("/Group", object.getKey("/Group"));
+    }
+}
+
 QPDFObjectHandle SheetSides::formOf(DocumentPage* page) {
     if (page->form.isNull()) {
-        QPDFObjectHandle object = page->page.getObjectHandle();
-        QPDFObjectHandle contents = object.getKey("/Contents");
+        QPDFObjectHandle contents = page->page.getObjectHandle().getKey("/Contents");
         // A single stream is shared as it stands in the file; several are put together.
         page->form = contents.isStream() ? contents.copyStream() : page->page.getFormXObjectForPage(false);
-        QPDFObjectHandle form = page->form.getDict();
-        const auto& box = page->box.box;
-        form.replaceKey("/Type", QPDFObjectHandle::newName("/XObject"));
-        form.replaceKey("/Subtype", QPDFObjectHandle::newName("/Form"));
-        form.replaceKey("/BBox", rectangle(box.llx, box.lly, box.urx, box.ury));
-        form.removeKey("/Matrix");
-        form.replaceKey("/Resources", page->page.getAttribute("/Resources", false));
-        if (object.hasKey("/Group")) {
-            form.replaceKey("/Group", object.getKey("/Group"));
-        }
+        makeForm(page, page->form);
     }
     return page->form;
+}
+
+QPDFObjectHandle SheetSides::formWithMark(DocumentPage* page, const PageBackground& background, const Matrix& mark,
+                                          QPDFObjectHandle markForm) {
+    Pl_Buffer buffer("content");
+    page->page.pipeContents(&buffer);
+    const std::shared_ptr<Buffer> bytes = buffer.getBufferSharedPointer();
+    std::string content(reinterpret_cast<const char*>(bytes->getBuffer()), bytes->getSize());
+    constexpr const char* kName = "/TavroMark";
+    std::string drawing = "\nq\n";
+    append(&drawing, mark);
+    drawing += std::string(kName) + " Do\nQ\n";
+    content.insert(std::min(background.end, content.size()), drawing);
+
+    QPDFObjectHandle form = QPDFObjectHandle::newStream(&pdf_, content);
+    makeForm(page, form);
+    // The page's own resources are shared with other pages.
+    QPDFObjectHandle resources = form.getDict().getKey("/Resources").shallowCopy();
+    QPDFObjectHandle objects = resources.getKey("/XObject");
+    objects = objects.isDictionary() ? objects.shallowCopy() : QPDFObjectHandle::newDictionary();
+    objects.replaceKey(kName, markForm);
+    resources.replaceKey("/XObject", objects);
+    form.getDict().replaceKey("/Resources", resources);
+    return form;
 }
 
 QPDFObjectHandle SheetSides::importForm(const std::string& source, Size* size) {

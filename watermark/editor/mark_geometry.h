@@ -15,11 +15,6 @@ struct PageSize {
     double height = 0;
 };
 
-/// The box of a text is this much higher than its font's size, whatever the font is; its base line lies this far above
-/// the lower edge.
-inline constexpr double kTextBoxHeight = 1.17;
-inline constexpr double kTextBaseLine = 0.265;
-
 /// The page of the job that the record is edited for; Letter when the panel did not know it.
 PageSize PageOfRecord(const WatermarkRecord& record);
 

@@ -1,0 +1,69 @@
+#include "driver/pages/stored_mark.h"
+
+#include "platform/foundation/CFCollections.h"
+#include "platform/printing/text.h"
+#include "watermark/watermark_storage.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// What a record is without the keys that its dictionary lacks.
+WatermarkRecord usualRecord() {
+    WatermarkRecord record = {};
+    record.fontColor = {0.75F, 0.75F, 0.75F, 1};
+    record.fontSize = 72;
+    record.density = 100;
+    record.scale = 100;
+    return record;
+}
+
+double within(double number, double least, double most) {
+    return std::isfinite(number) ? std::clamp(number, least, most) : least;
+}
+
+/// The font's colour, laid on white by its alpha. The editor has taken the density into account: it lightens the colour
+/// that the user chose, which the record keeps too, and stores the result as the font's.
+MarkColor onWhite(const WatermarkColor& color) {
+    const double alpha = within(color.alpha, 0, 1);
+    const auto mixed = [alpha](float ink) { return 1 - alpha * (1 - within(ink, 0, 1)); };
+    return {mixed(color.red), mixed(color.green), mixed(color.blue)};
+}
+
+std::string readFont(CFStringRef store, const char* name) {
+    const auto data = CFRef<CFMutableDataRef>::adopt(CFDataCreateMutable(nullptr, 0));
+    loadFontData(store, makeString(name).get(), data.get());
+    return {reinterpret_cast<const char*>(CFDataGetBytePtr(data.get())),
+            static_cast<std::size_t>(CFDataGetLength(data.get()))};
+}
+
+}  // namespace
+
+std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& name, std::string* reason) {
+    WatermarkRecord record = usualRecord();
+    if (!loadWatermarkData(store, makeString(name).get(), &record)) {
+        *reason = "is not stored";
+        return std::nullopt;
+    }
+    constexpr double kFarthest = 5000;
+    StoredMark mark{record.kind == kImageWatermark ? "" : record.text,
+                    record.filePath,
+                    record.fontName,
+                    {},
+                    onWhite(record.fontColor),
+                    within(record.fontSize, 1, 1000),
+                    within(record.angle, -360, 360),
+                    within(record.density, 0, 100),
+                    within(record.scale, 1, 1000),
+                    within(record.xOffset, -kFarthest, kFarthest),
+                    within(record.yOffset, -kFarthest, kFarthest)};
+    if (!mark.text.empty()) {
+        mark.font = readFont(store, record.fontName);
+        if (mark.font.empty()) {
+            *reason = "its font " + mark.fontName + " is not stored";
+            return std::nullopt;
+        }
+    }
+    return mark;
+}

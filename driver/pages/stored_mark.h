@@ -1,0 +1,32 @@
+// A watermark or an image that the user keeps, with all that is needed to draw it.
+#pragma once
+
+#include "platform/foundation/CFString.h"
+
+#include <optional>
+#include <string>
+
+/// From 0 to 1.
+struct MarkColor {
+    double red;
+    double green;
+    double blue;
+};
+
+struct StoredMark {
+    std::string text;      // of a text; empty for an image
+    std::string filePath;  // of an image
+    std::string fontName;  // its PostScript name
+    std::string font;      // of a text: its font, a Type 42 program
+    MarkColor color;       // of a text, as it looks on white paper: the density is in it
+    double fontSize;       // points
+    double angle;          // degrees, to the left
+    double density;        // percent, of an image
+    double scale;          // percent
+    double xOffset;        // points from the middle of the page, to the right
+    double yOffset;        // the same, upwards
+};
+
+/// The one of that name in a store (watermark/watermark_storage.h); nothing, with the reason, when there is none, or a
+/// text's font is missing.
+std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& name, std::string* reason);
