@@ -99,6 +99,9 @@ struct FinishingInstruction {
     bool hasSlipSheets = false;
     Offset offset = Offset::none;
     int pagesPerSubset = 1;
+    std::string outputTray;  // OutputBin; these three as the PPD names them
+    std::string staples;     // StapleLocation
+    std::string folds;       // TRFoldOptions: folds and holes
 
     bool operator==(const FinishingInstruction&) const = default;
 };

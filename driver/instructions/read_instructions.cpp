@@ -111,6 +111,9 @@ void readFinishing(PMTicketRef ticket, JobInstructions* job) {
         finishing.offset = hasSubsets ? Offset::subsets : Offset::sets;
         finishing.pagesPerSubset = std::max(GetTicketNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1), 1);
     }
+    finishing.outputTray = choice(ticket, CFSTR("OutputBin"));
+    finishing.staples = choice(ticket, CFSTR("StapleLocation"));
+    finishing.folds = choice(ticket, CFSTR("TRFoldOptions"));
     job->isBlackAndWhite = GetTicketNumber(ticket, kFinishingOutputColorItem, kOutputInColor) == kOutputInBlackAndWhite;
 }
 

@@ -100,9 +100,12 @@ TEST(ReadInstructions, BookletsAndFinishing) {
     EXPECT_EQ(read(offset).finishing.offset, Offset::sets);
     const FinishingInstruction finishing =
         read(offset + number(kTavro + "FinishingOffsetEnableSubset", 1) + number(kTavro + "FinishingOptions", 10) +
-             number(kTavro + "FinishingSlipSheet", 2) + text(kTavro + "FinishingCustom", "wire"))
+             number(kTavro + "FinishingSlipSheet", 2) + text(kTavro + "FinishingCustom", "wire") +
+             options(text("OutputBin", "Top") + text("StapleLocation", "2Staples") +
+                     text("TRFoldOptions", "CTriFoldOpt")))
             .finishing;
-    EXPECT_EQ(finishing, (FinishingInstruction{10, "wire", true, Offset::subsets, 5}));
+    EXPECT_EQ(finishing,
+              (FinishingInstruction{10, "wire", true, Offset::subsets, 5, "Top", "2Staples", "CTriFoldOpt"}));
 }
 
 TEST(ReadInstructions, TheKindOfJob) {
