@@ -4,14 +4,18 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <cstdlib>
+#include <csignal>
+#include <cstdint>
 #include <span>
 #include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -71,6 +75,10 @@ public:
         }
         return all;
     }
+    [[nodiscard]] std::int64_t size() const {
+        struct stat status {};
+        return fstat(descriptor_, &status) == 0 ? status.st_size : 0;
+    }
     [[nodiscard]] int descriptor() const { return descriptor_; }
 
 private:
@@ -78,10 +86,35 @@ private:
     bool isWhole_ = false;
 };
 
-/// What Ghostscript says on both its outputs; nothing when it does not run.
+/// Waits for a process that writes to the file. False when it had to be ended, because it goes on for ever.
+bool waitFor(pid_t child, const MemoryFile& output, int patience) {
+    constexpr std::int64_t kMost = std::int64_t(1) << 29;
+    // Debian 12 declares pidfd_open() for C only.
+    const int process = static_cast<int>(syscall(SYS_pidfd_open, child, 0));
+    std::int64_t size = 0;
+    int silence = 0;
+    while (silence < patience && size < kMost) {
+        pollfd end{process, POLLIN, 0};
+        if (poll(&end, 1, 1000) > 0) {
+            break;
+        }
+        silence = output.size() == size ? silence + 1 : 0;
+        size = output.size();
+    }
+    close(process);
+    const bool isEndless = silence >= patience || size >= kMost;
+    if (isEndless) {
+        kill(child, SIGKILL);
+    }
+    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    return !isEndless;
+}
+
+/// What Ghostscript says on both its outputs; nothing, with the reason, when it does not run or come to an end.
 /// It tells where the device does, so that all stands in its order.
 std::optional<std::string> runGhostscript(const char* device, const char* place, const MemoryFile& telling,
-                                          const MemoryFile& job) {
+                                          const MemoryFile& job, int patience, std::string* reason) {
     const MemoryFile output("");
     const std::string deviceOption = std::string("-sDEVICE=") + device;
     const std::string placeOption = std::string("-sTavroPlace=%") + place;
@@ -109,10 +142,12 @@ std::optional<std::string> runGhostscript(const char* device, const char* place,
     const int error = posix_spawnp(&child, words[0], &actions, nullptr, const_cast<char**>(words.data()), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
+        *reason = "Ghostscript (gs) cannot be started: " + std::generic_category().message(error);
         return std::nullopt;
     }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    if (!waitFor(child, output, patience)) {
+        *reason = "its PostScript does not come to an end";
+        return std::nullopt;
     }
     return output.content();
 }
@@ -148,6 +183,7 @@ void trim(std::string* text) {
 
 constexpr std::string_view kSet = "%TavroSet ";
 constexpr std::string_view kPage = "%TavroPage";
+constexpr std::string_view kError = "Error: /";
 constexpr std::string_view kBox = "%%HiResBoundingBox: ";
 
 std::vector<DeviceEvent> eventsIn(std::string_view output) {
@@ -172,7 +208,7 @@ std::vector<DeviceEvent> eventsIn(std::string_view output) {
             DeviceEvent& page = events.back();
             double* numbers[] = {&page.left, &page.bottom, &page.right, &page.top};
             readNumbers(line.substr(kBox.size()), numbers);
-        } else if (line.starts_with("Error: ")) {
+        } else if (line.starts_with(kError)) {
             events.push_back({DeviceEvent::Kind::error, {}, std::string(line), 0, 0, 0, 0, {}});
         }
     }
@@ -185,6 +221,8 @@ void addTexts(std::string_view output, std::vector<DeviceEvent>* events) {
     for (std::string_view line : linesOf(output)) {
         if (line.starts_with(kPage)) {
             texts.emplace_back();
+        } else if (line.starts_with(kError)) {
+            break;  // what follows is the interpreter's
         } else if (!line.starts_with("%Tavro")) {
             std::string& text = texts.back();
             for (const char c : line) {
@@ -212,17 +250,16 @@ void addTexts(std::string_view output, std::vector<DeviceEvent>* events) {
 
 }  // namespace
 
-std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript, std::string* reason) {
+std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript, int patience, std::string* reason) {
     const MemoryFile telling(kTelling);
     const MemoryFile job(postScript);
     if (!telling.isWhole() || !job.isWhole()) {
         *reason = std::generic_category().message(errno);
         return std::nullopt;
     }
-    const auto drawn = runGhostscript("bbox", "stderr", telling, job);
-    const auto read = runGhostscript("txtwrite", "stdout", telling, job);
-    if (!drawn || !read) {
-        *reason = "Ghostscript (gs) is not installed";
+    const auto drawn = runGhostscript("bbox", "stderr", telling, job, patience, reason);
+    const auto read = drawn ? runGhostscript("txtwrite", "stdout", telling, job, patience, reason) : std::nullopt;
+    if (!read) {
         return std::nullopt;
     }
     std::vector<DeviceEvent> events = eventsIn(*drawn);

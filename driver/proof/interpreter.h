@@ -18,5 +18,6 @@ struct DeviceEvent {
     std::string text;  // of a page: what can be read, in one line
 };
 
-/// Runs the PostScript. Nothing, with the reason, when the interpreter cannot be run.
-std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript, std::string* reason);
+/// Runs the PostScript. Nothing, with the reason, when the interpreter cannot be run, or does not come to an end: says
+/// nothing for so many seconds, or tells more than any job has to tell.
+std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript, int patience, std::string* reason);

@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string_view>
@@ -112,7 +113,12 @@ std::vector<std::string> Proof::instruction(const std::string& name) const {
     return values;
 }
 
-std::optional<Proof> readProof(const std::string& path, std::string* reason) {
+std::optional<Proof> readProof(const std::string& path, std::string* reason, int patience) {
+    std::error_code error;
+    if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error)) {
+        *reason = "is no file";  // a device may have no end
+        return std::nullopt;
+    }
     std::ifstream file(path, std::ios::binary);
     std::ostringstream content;
     content << file.rdbuf();
@@ -125,7 +131,7 @@ std::optional<Proof> readProof(const std::string& path, std::string* reason) {
         *reason = "is no job for a PostScript printer";
         return std::nullopt;
     }
-    const auto events = interpret(job->postScript, reason);
+    const auto events = interpret(job->postScript, patience, reason);
     if (!events) {
         return std::nullopt;
     }

@@ -47,6 +47,9 @@ struct Proof {
     [[nodiscard]] std::vector<std::string> instruction(const std::string& name) const;
 };
 
-/// Reads a job in a file. Nothing, with the reason, when it cannot be read or is no job for a PostScript printer. What
-/// the interpreter stumbles over is among the errors.
-std::optional<Proof> readProof(const std::string& path, std::string* reason);
+/// So long may a job be silent until it counts as endless.
+inline constexpr int kPatienceSeconds = 60;
+
+/// Reads a job in a file. Nothing, with the reason, when it cannot be read, is no job for a PostScript printer, or is
+/// silent for so many seconds that it seems to have no end. What the interpreter stumbles over is among the errors.
+std::optional<Proof> readProof(const std::string& path, std::string* reason, int patience = kPatienceSeconds);
