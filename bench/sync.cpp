@@ -116,7 +116,7 @@ bool measure(const char* title, int rounds, const Dialog& dialog, PluginHost& ho
             title, rounds, median(rounds, [&] { host.copyTicketsToControls(); }),
             median(rounds, [&] { host.copyControlsToTickets(); }),
             median(rounds, [&] { summarize(session, dialog.texts); }),
-            median(rounds, [&] { tellLeftOut(session, JobWay::queue, dialog.texts); }));
+            median(rounds, [&] { tellLeftOut(session, 10, JobWay::queue, dialog.texts); }));
     }
     host.stop(noErr);
     return works;

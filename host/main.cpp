@@ -9,6 +9,7 @@
 #include "host/job/job_setup.h"
 #include "host/job/print_without_window.h"
 #include "host/places.h"
+#include "host/proof/print_proof.h"
 #include "host/script/control_listing.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
@@ -61,7 +62,7 @@ ExitStatus afterOutput(const CommandLine& line, ExitStatus status) {
         return status;
     }
     const std::string reason = errno != 0 ? std::strerror(errno) : "not all of it was written";
-    const bool isAskedFor = line.help || line.version || line.listControls || line.check;
+    const bool isAskedFor = line.help || line.version || line.listControls || line.check || !line.proof.empty();
     return fail(
         {status == ExitStatus::success && isAskedFor ? ExitStatus::notSent : status, "standard output: " + reason});
 }
@@ -191,6 +192,17 @@ ExitStatus check(const JobSetup& setup) {
     return fail(bundle ? checkSettings(setup, bundle->get()) : bundle.failure());
 }
 
+/// In the words of the printer that is named, or of the sample, which has all that the maker's printers have.
+ExitStatus proof(const CommandLine& line) {
+    auto printer =
+        line.printer.empty() ? openPPD(line.ppd.empty() ? samplePPDPath() : line.ppd) : openQueue(line.printer);
+    if (!printer) {
+        return fail(printer.failure());
+    }
+    auto bundle = openBundle(hostBundlePath());
+    return fail(bundle ? printProof(line.proof, *printer, bundle->get()) : bundle.failure());
+}
+
 ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, char* programName) {
     openToolbox(programName, line.isScripted());
     askPasswordsInWindows(programName, line.isScripted());
@@ -214,6 +226,9 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
 }
 
 ExitStatus run(const CommandLine& line, char* programName) {
+    if (!line.proof.empty()) {
+        return proof(line);
+    }
     auto parsed = openScript(line.script);
     if (!parsed) {
         return fail(parsed.failure());

@@ -4,10 +4,6 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 
-/// The stores of what a cover sheet can show.
-#define kWatermarkStore CFSTR("com.tavro.printing.watermarks.plist")
-#define kFaxImageStore CFSTR("com.tavro.printing.faximage.plist")
-
 /// Asks for a picture file and puts it into the store; its name there is the file's, and a picture that has the name
 /// already is replaced. Null when the user wants none, or after a notice when the file is no picture.
 CFRef<CFStringRef> RunModalFaxCoverPictureChooser(CFBundleRef bundle);

@@ -13,6 +13,8 @@
 
 /// The store of watermarks.
 #define kWatermarkStore CFSTR("com.tavro.printing.watermarks.plist")
+/// The store of the pictures that a fax's cover sheet can show.
+#define kFaxImageStore CFSTR("com.tavro.printing.faximage.plist")
 
 /// Where a store has its list.
 #define kWatermarkListKey CFSTR("WatermarkListEntries")

@@ -1,6 +1,7 @@
 #include "driver/instructions/read_instructions.h"
 
 #include "driver/instructions/read_job.h"
+#include "driver/instructions/read_page_options.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/read_special_pages.h"
 #include "driver/instructions/ticket_values.h"
@@ -123,6 +124,7 @@ JobInstructions readInstructions(PMTicketRef printSettings, PMTicketRef pageForm
     JobInstructions job;
     readPages(printSettings, pageFormat, &job);
     readLayout(printSettings, &job);
+    readPageOptions(printSettings, &job);
     job.paper = readJobPaper(printSettings);
     job.sides = sidesOf(numberOfChoice(printSettings, CFSTR("Duplex"))).value_or(Sides::one);
     readSpecialPages(printSettings, &job);

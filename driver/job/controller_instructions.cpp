@@ -41,16 +41,12 @@ bool isNothing(const std::string& option) {
     return option.empty() || option == "None" || option == "Auto";
 }
 
-bool isPlain(const Paper& paper) {
-    Paper rest = paper;
-    rest.size.clear();
-    if (rest.color == "White") {
-        rest.color.clear();
-    }
-    if (rest.type == kPlainType) {
-        rest.type.clear();
-    }
-    return rest == Paper();
+/// Whether the options of the PPD say all of it.
+bool isPlain(Paper paper) {
+    paper.size.clear();
+    paper.color.clear();
+    paper.type.clear();
+    return paper == Paper{};
 }
 
 class Writer {

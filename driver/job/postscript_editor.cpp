@@ -40,8 +40,8 @@ const std::string& PageCodes::operator[](std::size_t page) const {
     return codes_[page < numbers_.size() ? numbers_[page] : 0];
 }
 
-PostScriptEditor::PostScriptEditor(std::string header, const PageCodes& codes, Sink sink)
-    : header_(std::move(header)), codes_(codes), sink_(std::move(sink)) {}
+PostScriptEditor::PostScriptEditor(std::string header, const PageCodes& codes, Progress progress, ByteSink& next)
+    : header_(std::move(header)), codes_(codes), progress_(std::move(progress)), next_(next) {}
 
 bool PostScriptEditor::write(std::string_view bytes) {
     while (!bytes.empty() && isTaken_) {
@@ -70,7 +70,7 @@ bool PostScriptEditor::finish() {
 }
 
 bool PostScriptEditor::put(std::string_view text) {
-    isTaken_ = isTaken_ && (text.empty() || sink_(text));
+    isTaken_ = isTaken_ && (text.empty() || next_.write(text));
     return isTaken_;
 }
 
@@ -82,6 +82,8 @@ bool PostScriptEditor::line(std::string_view line) {
     if (line.starts_with("%%Page: ") && bare(line).ends_with(" " + std::to_string(page_ + 1))) {
         ++page_;
         place_ = Place::pageSetup;
+        isEnded_ = progress_ && !progress_(page_);
+        isTaken_ = isTaken_ && !isEnded_;
     } else if (place_ == Place::comments && bare(line) == "%%EndComments") {
         place_ = Place::prolog;
         return put(line) && put(std::exchange(header_, {}));

@@ -2,6 +2,8 @@
 // paper changes.
 #pragma once
 
+#include "platform/files/byte_sink.h"
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -26,18 +28,19 @@ private:
 ///   - what the filter asks of the page device for the whole job goes, as the job says it itself;
 ///   - the header comes behind the comments, between those and the prolog;
 ///   - each page's code comes to the end of its setup.
-class PostScriptEditor {
+class PostScriptEditor : public ByteSink {
 public:
-    /// Takes bytes; false when they cannot be taken.
-    using Sink = std::function<bool(std::string_view)>;
+    /// Told how many pages have begun; false ends the work.
+    using Progress = std::function<bool(std::size_t pages)>;
 
-    PostScriptEditor(std::string header, const PageCodes& codes, Sink sink);
+    PostScriptEditor(std::string header, const PageCodes& codes, Progress progress, ByteSink& next);
 
-    /// False once the sink has said so.
-    bool write(std::string_view bytes);
+    /// False once the next one has taken no more, or the work was ended.
+    bool write(std::string_view bytes) override;
     /// At the end. False as well when the document had not as many pages as there are codes, or no header comments.
     bool finish();
-    [[nodiscard]] std::size_t pageCount() const { return page_; }
+    /// Whether the progress has ended the work.
+    [[nodiscard]] bool isEnded() const { return isEnded_; }
 
 private:
     bool line(std::string_view line);
@@ -47,9 +50,11 @@ private:
 
     std::string header_;
     const PageCodes& codes_;
-    Sink sink_;
+    Progress progress_;
+    ByteSink& next_;
     std::string part_;  // of a line that is not whole yet
     Place place_ = Place::comments;
     std::size_t page_ = 0;  // that have begun
     bool isTaken_ = true;
+    bool isEnded_ = false;
 };

@@ -2,6 +2,7 @@
 
 #include "driver/pages/sheet_sides.h"
 
+#include <qpdf/Pipeline.hh>
 #include <qpdf/QPDFWriter.hh>
 
 #include <stdexcept>
@@ -9,6 +10,24 @@
 namespace {
 
 struct Ended : std::exception {};
+/// The sink took no more.
+struct WriteFault : std::exception {};
+
+/// What qpdf writes, into a sink: its own files lose what a full disk refuses at their end.
+class SinkPipeline : public Pipeline {
+public:
+    explicit SinkPipeline(ByteSink& sink) : Pipeline("pages", nullptr), sink_(sink) {}
+
+    void write(const unsigned char* data, std::size_t size) override {
+        if (!sink_.write({reinterpret_cast<const char*>(data), size})) {
+            throw WriteFault();
+        }
+    }
+    void finish() override {}
+
+private:
+    ByteSink& sink_;
+};
 
 class Reporter : public QPDFWriter::ProgressReporter {
 public:
@@ -43,7 +62,8 @@ void replacePages(QPDF& pdf, const std::vector<QPDFObjectHandle>& pages) {
 
 }  // namespace
 
-bool makePages(const PagesOrder& order, const std::string& output, const PagesProgress& progress, std::string* reason) {
+bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& progress, std::string* reason) {
+    SinkPipeline pipeline(output);
     const std::shared_ptr<QPDF> pdf = openPDF(order.document, reason);
     if (!pdf) {
         return false;
@@ -60,14 +80,18 @@ bool makePages(const PagesOrder& order, const std::string& output, const PagesPr
             }
         }
         replacePages(*pdf, pages);
-        QPDFWriter writer(*pdf, output.c_str());
+        QPDFWriter writer(*pdf);
+        writer.setOutputPipeline(&pipeline);
         writer.setPreserveEncryption(false);  // the filters have no password
-        writer.setDecodeLevel(qpdf_dl_none);  // what is packed stays as it is
+        writer.setDecodeLevel(qpdf_dl_none);  // what is packed stays as it is, and what is not, too
+        writer.setCompressStreams(false);
         writer.registerProgressReporter(std::make_shared<Reporter>(progress));
         writer.write();
         return true;
+    } catch (const WriteFault&) {
+        reason->clear();
     } catch (const Ended&) {
-        *reason = "was ended";
+        *reason = kJobEnded;
     } catch (const std::exception& error) {
         *reason = reasonOf(error);
     }

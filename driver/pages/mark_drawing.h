@@ -8,7 +8,8 @@
 enum class MarkInk {
     /// It covers it. For marks behind a page.
     opaque,
-    /// It leaves it readable: the color is not thinned but broken up, of a text into fine dots, of a picture into narrow
+    /// It leaves it readable: the color is not thinned but broken up, of a text into fine dots, of a picture into
+    /// narrow
     /// strips, which together are as light as the thinned one. No transparency is needed, which would turn the whole
     /// page into one picture on its way to a printer.
     screened,

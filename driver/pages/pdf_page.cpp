@@ -1,13 +1,13 @@
 #include "driver/pages/pdf_page.h"
 
+#include "platform/files/plain_file.h"
+
 #include <qpdf/QPDFExc.hh>
 
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
-#include <system_error>
-
-#include <sys/stat.h>
+#include <cstdint>
 
 namespace {
 
@@ -95,13 +95,8 @@ std::string reasonOf(const std::exception& error) {
 }
 
 std::shared_ptr<QPDF> openPDF(const std::string& path, std::string* reason) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        *reason = std::generic_category().message(errno);
-        return nullptr;
-    }
-    if (!S_ISREG(status.st_mode)) {  // a pipe would wait for its writer
-        *reason = "is not a file";
+    if (!openPlainFile(path, INT64_MAX)) {  // only what is needed of it is read
+        *reason = readFault(errno, INT64_MAX);
         return nullptr;
     }
     try {

@@ -1,6 +1,7 @@
 #include "driver/pages/stored_mark.h"
 
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFString.h"
 #include "platform/printing/text.h"
 #include "watermark/watermark_storage.h"
 
@@ -40,7 +41,8 @@ std::string readFont(CFStringRef store, const char* name) {
 
 }  // namespace
 
-std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& name, std::string* reason) {
+std::optional<StoredMark> readStoredMark(MarkStore kept, const std::string& name, std::string* reason) {
+    const CFStringRef store = kept == MarkStore::watermarks ? kWatermarkStore : kFaxImageStore;
     WatermarkRecord record = usualRecord();
     if (!loadWatermarkData(store, makeString(name).get(), &record)) {
         *reason = "is not stored";
@@ -60,10 +62,6 @@ std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& n
                     within(record.yOffset, -kFarthest, kFarthest)};
     if (!mark.text.empty()) {
         mark.font = readFont(store, record.fontName);
-        if (mark.font.empty()) {
-            *reason = "its font " + mark.fontName + " is not stored";
-            return std::nullopt;
-        }
     }
     return mark;
 }

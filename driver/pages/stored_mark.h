@@ -1,8 +1,6 @@
 // A watermark or an image that the user keeps, with all that is needed to draw it.
 #pragma once
 
-#include "platform/foundation/CFString.h"
-
 #include <optional>
 #include <string>
 
@@ -17,7 +15,7 @@ struct StoredMark {
     std::string text;      // of a text; empty for an image
     std::string filePath;  // of an image
     std::string fontName;  // its PostScript name
-    std::string font;      // of a text: its font, a Type 42 program
+    std::string font;      // of a text: its font, a Type 42 program; empty when it is not stored
     MarkColor color;       // of a text, as it looks on white paper: the density is in it
     double fontSize;       // points
     double angle;          // degrees, to the left
@@ -27,6 +25,7 @@ struct StoredMark {
     double yOffset;        // the same, upwards
 };
 
-/// The one of that name in a store (watermark/watermark_storage.h); nothing, with the reason, when there is none, or a
-/// text's font is missing.
-std::optional<StoredMark> readStoredMark(CFStringRef store, const std::string& name, std::string* reason);
+enum class MarkStore { watermarks, faxPictures };
+
+/// The one of that name; nothing, with the reason, when there is none.
+std::optional<StoredMark> readStoredMark(MarkStore store, const std::string& name, std::string* reason);

@@ -19,8 +19,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-extern char** environ;
-
 namespace {
 
 // Tells of each wish for the page device and of each page. Only what changes how a page is drawn reaches the device,

@@ -270,8 +270,8 @@ void PrintDialog::renewPrinter() {
 
 bool PrintDialog::acceptLeftOut() const {
     const JobWay way = setup_.job.way();
-    std::vector<std::string> sentences = tellLeftOut(*session_, way, bundle_);
-    std::ranges::move(tellJobFaults(setup_.job.document, *session_, way, bundle_), std::back_inserter(sentences));
+    std::vector<std::string> sentences = tellLeftOut(*session_, setup_.job.document.pageCount, way, bundle_);
+    std::ranges::move(tellJobFaults(*session_, way, bundle_), std::back_inserter(sentences));
     if (sentences.empty()) {
         return true;
     }

@@ -43,6 +43,8 @@ constexpr std::array kOptions{
               "write the printer-ready job there instead of sending it"},
     OptionRow{"--check", nullptr, Group::script, &CommandLine::check,
               "print which settings cannot go together, a line each, then leave"},
+    OptionRow{"--proof", "FILE", Group::script, &CommandLine::proof,
+              "print what a job's file puts on each sheet, a line each, then leave"},
     OptionRow{"--print", nullptr, Group::script, &CommandLine::print,
               "print at once what the settings say, without a window"},
     OptionRow{"--script", "FILE.tavro-script", Group::script, &CommandLine::script, "drive the dialog from a file"},
@@ -61,8 +63,8 @@ constexpr const char* kNotes =
     "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
     "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
     "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n"
-    "  A print server that wants a password gets the one that you type, in a window or, with --print, on the terminal,\n"
-    "  where CUPS_USER says who you are to it.\n";
+    "  A print server that wants a password gets the one that you type, in a window or, with --print, on the\n"
+    "  terminal, where CUPS_USER says who you are to it.\n";
 constexpr std::size_t kHelpColumn = 30;
 
 struct ExitStatusRow {
@@ -165,13 +167,18 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (line.print && line.isScripted()) {
         return usage("--print opens no window, so --script and --list-controls do not go with it");
     }
+    if (!line.proof.empty() && (line.check || line.print || line.isScripted() || !line.document.empty())) {
+        return usage(
+            "--proof reads a job that was made, so a document, --check, --print, --script and --list-controls "
+            "do not go with it");
+    }
     for (const std::string& option : line.installed) {
         const std::size_t equals = option.find('=');
         if (equals == 0 || equals == std::string::npos || equals + 1 == option.size()) {
             return usage("--installed " + option + ": is not of the form OPTION=VALUE");
         }
     }
-    if (line.document.empty() && !line.listControls && !line.check) {
+    if (line.document.empty() && !line.listControls && !line.check && line.proof.empty()) {
         return usage("the document is missing");
     }
     return std::nullopt;

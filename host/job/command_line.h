@@ -18,6 +18,7 @@ struct CommandLine {
     std::string jobOut;
     std::string script;
     std::string shots;
+    std::string proof;
     bool check = false;
     bool print = false;
     bool listControls = false;

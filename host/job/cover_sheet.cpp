@@ -1,7 +1,7 @@
 #include "host/job/cover_sheet.h"
 
+#include "driver/pages/stored_mark.h"
 #include "host/job/cover_sheet_form.h"
-#include "host/job/stored_mark.h"
 #include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/DateTimeUtils.h"
@@ -202,7 +202,7 @@ private:
         return picture;
     }
 
-    std::optional<StoredMark> readMark(CFStringRef store, const std::string& name) {
+    std::optional<StoredMark> readMark(MarkStore store, const std::string& name) {
         if (name.empty()) {
             return std::nullopt;
         }
@@ -215,12 +215,12 @@ private:
     }
 
     std::optional<Picture> readPicture() {
-        const auto mark = readMark(kFaxImageStore, content_.image);
+        const auto mark = readMark(MarkStore::faxPictures, content_.image);
         return mark ? readFile(mark->filePath) : std::nullopt;
     }
 
     void drawWatermark() {
-        const auto mark = readMark(kWatermarkStore, content_.watermark);
+        const auto mark = readMark(MarkStore::watermarks, content_.watermark);
         if (!mark) {
             return;
         }

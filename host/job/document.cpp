@@ -1,7 +1,7 @@
 #include "host/job/document.h"
 
 #include "host/script/text.h"
-#include "platform/printing/CGPDFDocument.h"
+#include "platform/printing/text.h"
 
 #include <filesystem>
 
@@ -9,12 +9,11 @@ Result<Document> openDocument(const std::string& path) {
     if (path.empty()) {
         return Document{};
     }
-    Document document{readable(std::filesystem::path(path).filename().string()), fileURL(path), 0};
-    CFStringRef error = nullptr;
-    document.pageCount = CGPDFDocumentCountPages(document.url.get(), &error);
-    const auto owner = CFRef<CFStringRef>::adopt(error);
-    if (document.pageCount < 0) {
-        return Failure{ExitStatus::unusableInput, utf8(error)};
+    std::string reason;
+    auto pages = readDocument(path, &reason);
+    if (!pages) {
+        return Failure{ExitStatus::unusableInput, errorLine(path, reason)};
     }
-    return document;
+    const auto count = static_cast<std::int64_t>(pages->sizes.size());
+    return Document{readable(std::filesystem::path(path).filename().string()), path, std::move(*pages), count};
 }

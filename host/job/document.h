@@ -1,16 +1,16 @@
 // The document that is printed.
 #pragma once
 
+#include "driver/pages/document.h"
 #include "host/settings/result.h"
-#include "platform/foundation/CFRef.h"
-#include "platform/foundation/CFURL.h"
 
 #include <cstdint>
 #include <string>
 
 struct Document {
-    std::string name;  // its file name
-    CFRef<CFURLRef> url;
+    std::string name;  // its file name, as people read it
+    std::string path;
+    DocumentPages pages;
     std::int64_t pageCount = 0;
 };
 

@@ -1,12 +1,11 @@
 #include "host/job/print_job.h"
 
+#include "driver/instructions/read_instructions.h"
+#include "driver/job/prepare_job.h"
 #include "host/job/cover_sheet.h"
-#include "host/job/job_mark.h"
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
-#include "host/settings/job_ticket.h"
 #include "host/settings/output_color.h"
-#include "host/settings/page_range.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/terminal_text.h"
 
@@ -20,19 +19,30 @@ void tell(const char* part, const std::string& fault) {
     printLine(stderr, std::string("tavro-print: ") + part + ": " + fault);
 }
 
-/// Null for a job without one.
-CFRef<CFDataRef> makeCoverSheet(const Document& document, const PrintSession& session, CFBundleRef texts) {
+/// A PDF of one page; empty for a job without one.
+std::string makeCoverSheet(const Document& document, const PrintSession& session, CFBundleRef texts) {
     const auto content = readCoverSheetContent(session.printSettings());
     if (!content) {
         return {};
     }
-    const std::string range = session.pageRange();
-    const std::int64_t pages = range.empty() ? document.pageCount : readPageRange(range, document.pageCount).count;
-    CoverSheet sheet = drawCoverSheet(*content, pages + 1, texts);
+    const JobInstructions job = readInstructions(session.printSettings(), session.pageFormat());
+    CoverSheet sheet = drawCoverSheet(*content, std::ssize(chosenPages(job, document.pageCount)) + 1, texts);
     for (const std::string& fault : sheet.faults) {
         tell("cover sheet", fault);
     }
-    return sheet.pdf;
+    return {reinterpret_cast<const char*>(CFDataGetBytePtr(sheet.pdf.get())),
+            static_cast<std::size_t>(CFDataGetLength(sheet.pdf.get()))};
+}
+
+/// The watermark of the session's settings; nothing, with the fault, for one that cannot be drawn.
+std::optional<PageMark> readMark(const PrintSession& session, std::string* fault) {
+    const auto asked = readInstructions(session.printSettings(), session.pageFormat()).watermark;
+    std::string reason;
+    auto mark = asked ? readPageMark(*asked, &reason) : std::nullopt;
+    if (asked && !mark) {
+        *fault = asked->name + ": " + reason;
+    }
+    return mark;
 }
 
 std::optional<PrintTime> printTimeFromNow(PMTicketRef printSettings) {
@@ -63,11 +73,11 @@ JobOutcome outcomeOf(OSStatus status) {
 
 }  // namespace
 
-std::vector<std::string> tellJobFaults(const Document& document, const PrintSession& session, JobWay way,
-                                       CFBundleRef texts) {
+std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, CFBundleRef texts) {
     std::vector<std::string> sentences;
-    if (const JobMark mark = makeJobMark(document, session, false); mark.fault) {
-        sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Watermark"), *mark.fault).get()));
+    std::string fault;
+    if (!readMark(session, &fault) && !fault.empty()) {
+        sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Watermark"), fault).get()));
     }
     const auto time = printTimeFromNow(session.printSettings());
     if (way == JobWay::queue && time && !time->isAsAsked) {
@@ -78,33 +88,36 @@ std::vector<std::string> tellJobFaults(const Document& document, const PrintSess
 
 JobOutcome sendJob(const Document& document, const Printer& printer, const PrintSession& session,
                    const std::string& jobOut, CFBundleRef texts) {
-    JobTicket settings(session.printSettings());
-    if (const auto passcode = readPasscode(settings.get())) {
-        settings.set(kPMJobPasscodeKey, *passcode);
+    std::string fault;
+    const JobSource source{printer.get(),
+                           session.printSettings(),
+                           session.pageFormat(),
+                           document.path,
+                           document.pages,
+                           makeCoverSheet(document, session, texts),
+                           readMark(session, &fault)};
+    if (!fault.empty()) {
+        tell("watermark", fault);
     }
-    if (leavesOutFold(session)) {
-        settings.choose(kFoldKeyword, CFSTR("None"));
+    PreparedJob job(session.printSettings());
+    if (!prepareJob(source, {}, &job)) {
+        return {job.fault, false, {}};
     }
     if (const CFStringRef correction = findOutputColorCorrection(session)) {
-        settings.choose(kColorCorrectionKeyword, correction);
+        job.settings.choose(utf8(kColorCorrectionKeyword), utf8(correction));
     }
-    const auto coverSheet = makeCoverSheet(document, session, texts);
-    const JobMark mark = makeJobMark(document, session, coverSheet.get() != nullptr);
-    if (mark.fault) {
-        tell("watermark", *mark.fault);
+    if (const auto passcode = readPasscode(job.settings.get())) {
+        job.settings.set(kPMJobPasscodeKey, *passcode);
     }
+    const auto url = fileURL(document.path);
+    const PMJobPages pages{job.pages.descriptor(), job.arePostScript, static_cast<CFIndex>(job.count), url.get()};
     if (!jobOut.empty()) {
-        const OSStatus status =
-            PMPrinterWritePostScriptToURL(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
-                                          mark.setup.get(), document.url.get(), fileURL(jobOut).get());
-        return outcomeOf(status);
+        return outcomeOf(PMPrinterWriteJobToURL(printer.get(), job.settings.get(), &pages, fileURL(jobOut).get()));
     }
-    addPrintTime(&settings);  // a file waits for nobody
+    addPrintTime(&job.settings);  // a file waits for nobody
     SInt32 jobID = 0;
     CFStringRef obstacle = nullptr;
-    JobOutcome outcome =
-        outcomeOf(PMPrinterPrintWithFile(printer.get(), settings.get(), session.pageFormat(), coverSheet.get(),
-                                         mark.setup.get(), document.url.get(), &jobID, &obstacle));
+    JobOutcome outcome = outcomeOf(PMPrinterSendJob(printer.get(), job.settings.get(), &pages, &jobID, &obstacle));
     const auto owner = CFRef<CFStringRef>::adopt(obstacle);
     if (outcome.failure.empty()) {
         const std::string name = jobName(printer.queue(), jobID);

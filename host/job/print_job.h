@@ -12,8 +12,7 @@
 /// What sendJob will not be able to do as the settings say, a sentence in the user's words each: a watermark that
 /// cannot be drawn, and, in a queue, a print time that has passed. sendJob itself tells it on standard error, where
 /// nobody looks who opened the dialog from a desktop. `texts` is the program's own bundle.
-std::vector<std::string> tellJobFaults(const Document& document, const PrintSession& session, JobWay way,
-                                       CFBundleRef texts);
+std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, CFBundleRef texts);
 
 /// What became of a job.
 struct JobOutcome {

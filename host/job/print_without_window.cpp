@@ -31,7 +31,7 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
             return unusable("pages " + range, faultText(pages.fault));
         }
     }
-    for (const std::string& sentence : tellLeftOut(session, setup.way(), texts)) {
+    for (const std::string& sentence : tellLeftOut(session, setup.document.pageCount, setup.way(), texts)) {
         printLine(stderr, "tavro-print: " + sentence);
     }
     const JobOutcome job = sendJob(setup.document, setup.printer, session, setup.jobOut, texts);

@@ -1,8 +1,8 @@
 #include "host/settings/conflicts.h"
 
+#include "driver/job/job_ticket.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/job_hold.h"
-#include "host/settings/job_ticket.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>

@@ -1,170 +1,127 @@
 #include "host/settings/left_out.h"
 
+#include "driver/instructions/read_instructions.h"
+#include "driver/job/controller_instructions.h"
+#include "driver/job/page_codes.h"
+#include "driver/job/printer_abilities.h"
 #include "host/script/text.h"
-#include "host/settings/choice_words.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/output_color.h"
-#include "host/settings/panel_choices.h"
-#include "host/settings/paper_options.h"
 #include "host/settings/texts.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
 
 namespace {
 
-constexpr const char* kFold = "BookletFoldOpt";
-constexpr const char* kFoldAndStaple = "BookletFoldStapleOpt";
+struct NoteRow {
+    PlanNote::Kind kind;
+    const char* text;
+    const char* textOfMany;  // null when it says the same of many
+};
+constexpr std::array kNotes{
+    NoteRow{PlanNote::Kind::noPages, "Sheets No Pages", nullptr},
+    NoteRow{PlanNote::Kind::tooManySheets, "Sheets Too Many Sheets", nullptr},
+    NoteRow{PlanNote::Kind::specialPagesInFax, "Sheets Special Pages in Fax", nullptr},
+    NoteRow{PlanNote::Kind::insertBeyondDocument, "Sheets Insert Beyond", "Sheets Inserts Beyond"},
+    NoteRow{PlanNote::Kind::insertNotPrinted, "Sheets Insert Not Printed", "Sheets Inserts Not Printed"},
+    NoteRow{PlanNote::Kind::insertBesideCover, "Sheets Insert Beside Cover", nullptr},
+    NoteRow{PlanNote::Kind::exceptionBeyondDocument, "Sheets Exception Beyond", "Sheets Exceptions Beyond"},
+    NoteRow{PlanNote::Kind::exceptionOnCover, "Sheets Exception on Cover", nullptr},
+    NoteRow{PlanNote::Kind::coverWithoutPages, "Sheets Cover without Pages", nullptr},
+    NoteRow{PlanNote::Kind::insertInBooklet, "Sheets Inserts in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::exceptionInBooklet, "Sheets Exceptions in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::coversDifferInBooklet, "Sheets Covers Differ in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::separatorsInBooklet, "Sheets Separators in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::slipSheetsInBooklet, "Sheets Slip Sheets in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::subsetsInBooklet, "Sheets Subsets in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::numberUpInBooklet, "Sheets Pages per Sheet in Booklet", nullptr},
+    NoteRow{PlanNote::Kind::separatorsUncollated, "Sheets Separators Uncollated", nullptr},
+    NoteRow{PlanNote::Kind::slipSheetsUncollated, "Sheets Slip Sheets Uncollated", nullptr},
+    NoteRow{PlanNote::Kind::subsetsUncollated, "Sheets Subsets Uncollated", nullptr},
+};
 
 class Sentences {
 public:
-    Sentences(const PrintSession& session, JobWay way, CFBundleRef texts)
-        : session_(session), chosen_(readPanelChoices(session.printSettings())), way_(way), texts_(texts) {}
+    Sentences(const PrintSession& session, std::int64_t pageCount, JobWay way, CFBundleRef texts)
+        : session_(session),
+          job_(readInstructions(session.printSettings(), session.pageFormat())),
+          printer_(abilitiesOf(session.printer().get())),
+          pageCount_(pageCount),
+          way_(way),
+          texts_(texts) {}
 
     std::vector<std::string> make() {
-        tellCovers();
-        tellSpecialPages();
-        tellBooklet();
-        tellPaper();
-        tellFinishing();
-        tellImages();
-        tellJob();
+        if (pageCount_ > 0) {
+            const SheetPlan plan = planSheets(job_, pageCount_);
+            std::ranges::for_each(plan.notes, [this](const PlanNote& note) { tellNote(note); });
+            tellPapers(plan);
+            if (!printer_.readsPostScript && !isUniform(plan, {})) {
+                add("Left Out Other Papers");
+            }
+        }
+        if (job_.isNegative && !printer_.printsNegatives) {
+            add("Left Out Negative");
+        }
+        if (job_.isBlackAndWhite && !offersBlackAndWhite(session_.choices())) {
+            add("Left Out Black and White");
+        }
+        if (!printer_.readsPostScript) {
+            tellController();
+        }
+        tellPrintTime();
         return std::move(sentences_);
     }
 
 private:
-    /// Of the PPD; empty when the printer has no such setting.
-    std::string option(const char* mainKeyword) const { return session_.choice(CFStringMakeConstant(mainKeyword)); }
-
-    void add(const char* text) { sentences_.push_back(utf8(localized(texts_, CFStringMakeConstant(text)).get())); }
-    void add(const char* text, const std::string& value) {
-        sentences_.push_back(utf8(localized(texts_, CFStringMakeConstant(text), value).get()));
-    }
-    void add(const char* one, const char* many, std::size_t count) {
-        if (count == 1) {
-            add(one);
-        } else if (count > 1) {
-            add(many, std::to_string(count));
-        }
+    void add(const char* text, const std::vector<std::string>& values = {}) {
+        sentences_.push_back(utf8(localized(texts_, CFStringMakeConstant(text), values).get()));
     }
 
-    /// Whether paper has a size that is not the job's.
-    bool isOfAnotherSize(SInt32 paperSize) const {
-        return paperSize != 0 && paperSizeOption(paperSize) != option("PageSize");
+    void tellNote(const PlanNote& note) {
+        const auto* const row = std::ranges::find(kNotes, note.kind, &NoteRow::kind);
+        const bool isOfMany = note.count > 1 && row->textOfMany != nullptr;
+        add(isOfMany ? row->textOfMany : row->text,
+            {std::to_string(note.page), std::to_string(pageCount_), std::to_string(note.count)});
     }
 
-    /// The printer is told one kind for both covers, and the paper of the front one.
-    void tellCovers() {
-        const auto& front = chosen_.frontCover;
-        const auto& back = chosen_.backCover;
-        const std::string covers = option("JCLCovers");
-        const bool hasFront = front && !covers.empty() && covers != "None";
-        const bool hasBack = hasFront && back && covers.ends_with("Back");
-        if (front && !hasFront) {
-            add(back ? "Left Out Covers" : "Left Out Front Cover");
-        } else if (back && !hasBack) {
-            add(front ? "Left Out Back Cover" : "Left Out Back Cover Alone");
-        } else if (hasBack && *front != *back) {
-            add("Left Out Difference of Covers");
+    /// Other settings' papers, or other printers'.
+    void tellPapers(const SheetPlan& plan) {
+        std::set<std::string> missing;
+        for (const Paper& paper : plan.papers) {
+            for (const auto& [keyword, option] :
+                 {std::pair{"PageSize", &paper.size}, {"MediaType", &paper.type}, {"MediaColor", &paper.color}}) {
+                if (!option->empty() && !hasOption(session_.printer().get(), keyword, *option)) {
+                    missing.insert(*option);
+                }
+            }
         }
-        if ((hasFront && isOfAnotherSize(front->paper.size)) || (hasBack && isOfAnotherSize(back->paper.size))) {
-            add("Left Out Cover Size");
-        }
-        if ((hasFront && front->paper.hasDetails) || (hasBack && back->paper.hasDetails)) {
-            add("Left Out Cover Paper Details");
+        for (const std::string& option : missing) {
+            add("Left Out Paper", {option});
         }
     }
 
-    void tellSpecialPages() {
-        add("Left Out Insert", "Left Out Inserts", chosen_.insertCount);
-        if (chosen_.exceptionCount == 1) {
-            const PanelChoices::Exception& exception = chosen_.exceptions.front();
-            add(exception.firstPage == exception.lastPage ? "Left Out Exception Page" : "Left Out Exception Pages",
-                pagesOf(exception));
-        } else if (chosen_.exceptionCount > 1) {
-            add("Left Out Exceptions", std::to_string(chosen_.exceptionCount));
-        }
-    }
-
-    /// The pages are not put together; outlines and their order have no meaning then.
-    void tellBooklet() {
-        if (leavesOutFold(session_)) {
-            add(session_.choice(kFoldKeyword) == kFoldAndStaple ? "Left Out Folded and Stapled Booklet"
-                                                                : "Left Out Folded Booklet");
-        } else if (chosen_.isBooklet) {
-            add("Left Out Booklet");
-        }
-        if (isOfAnotherSize(chosen_.bookletSize)) {
-            add("Left Out Booklet Size");
-        }
-    }
-
-    void tellPaper() {
-        if (chosen_.paper.hasDetails) {
-            add("Left Out Paper Details");
-        }
-        if (chosen_.separators != PanelChoices::noSeparators && option("MediaType") == "Transparency") {
-            add("Left Out Separators");
-        }
-    }
-
-    void tellFinishing() {
-        if (const std::string finishing = finishingWords(chosen_, texts_); !finishing.empty()) {
-            add("Left Out Finishing", finishing);
-        }
-        if (chosen_.hasSlipSheets) {
-            add("Left Out Slip Sheets");
-        }
-        if (chosen_.pagesPerSubset > 0) {
-            add("Left Out Subsets");
-        } else if (chosen_.isOffset && option("Jog") != "EndOfSet") {
-            add("Left Out Offset");
-        }
-        if (chosen_.isBlackAndWhite && !offersBlackAndWhite(session_.choices())) {
-            add("Left Out Black and White");
-        }
-    }
-
-    void tellImages() {
-        if (chosen_.isNegative) {
-            add("Left Out Negative");
-        }
-        if (chosen_.isMirrored) {
-            add("Left Out Mirror");
-        }
-        if (chosen_.isRotated) {
-            add("Left Out Rotation");
-        }
-    }
-
-    void tellJob() {
-        switch (chosen_.jobType) {
-            case PanelChoices::normalJob:
-            case PanelChoices::secureJob:  // held by the printer, or not sent at all
+    /// What stands in the instructions for the printer's controller, which such a printer does not get.
+    void tellController() {
+        switch (job_.kind) {
+            case JobKind::fax:
+                add("Left Out Fax");
                 break;
-            case PanelChoices::faxJob:
-                tellFax();
-                break;
-            case PanelChoices::delayedJob:
-                tellPrintTime();
-                break;
-            case PanelChoices::sampleSetJob:
+            case JobKind::sampleSet:
                 add("Left Out Sample Set");
                 break;
-            case PanelChoices::printedAndSavedJob:
+            case JobKind::printAndSave:
                 add("Left Out Saving");
                 break;
-            default:  // one that other editions of the panels know is printed, too
+            case JobKind::save:
                 add("Left Out Saving Only");
                 break;
-        }
-        if (chosen_.hasJobNotes) {
-            add("Left Out Job Notes");
-        }
-    }
-
-    void tellFax() {
-        if (chosen_.faxRecipientCount > 1) {
-            add("Left Out Fax to Many", std::to_string(chosen_.faxRecipientCount));
-        } else {
-            add("Left Out Fax");
+            default:
+                if (needsController(job_)) {
+                    add("Left Out Instructions");
+                }
+                break;
         }
     }
 
@@ -172,12 +129,14 @@ private:
         LongDateTime now = 0;
         GetDateTime(&now);
         if (const auto time = readPrintTime(session_.printSettings(), now); time && way_ == JobWay::file) {
-            add("Left Out Print Time", timeOfDay(time->moment));
+            add("Left Out Print Time", {timeOfDay(time->moment)});
         }
     }
 
     const PrintSession& session_;
-    PanelChoices chosen_;
+    JobInstructions job_;
+    PrinterAbilities printer_;
+    std::int64_t pageCount_;
     JobWay way_;
     CFBundleRef texts_;
     std::vector<std::string> sentences_;
@@ -185,11 +144,7 @@ private:
 
 }  // namespace
 
-bool leavesOutFold(const PrintSession& session) {
-    const std::string fold = session.choice(kFoldKeyword);
-    return (fold == kFold || fold == kFoldAndStaple) && readPanelChoices(session.printSettings()).isBooklet;
-}
-
-std::vector<std::string> tellLeftOut(const PrintSession& session, JobWay way, CFBundleRef texts) {
-    return Sentences(session, way, texts).make();
+std::vector<std::string> tellLeftOut(const PrintSession& session, std::int64_t pageCount, JobWay way,
+                                     CFBundleRef texts) {
+    return Sentences(session, pageCount, way, texts).make();
 }

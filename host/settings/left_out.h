@@ -1,24 +1,18 @@
-// What was chosen, stands in the settings, and is not in the job: nobody shall wait for inserts that never come.
-//
-// The maker's own driver reads the items that the panels leave in the print settings ticket. This program sends the
-// options of the PPD, and adds some of it itself: a watermark, a fax's cover sheet, and, for a queue, a time.
+// What was chosen and is not in the job: nobody shall wait for inserts that never come.
 #pragma once
 
 #include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
-
-/// The PPD's main keyword of folds.
-#define kFoldKeyword CFSTR("TRFoldOptions")
 
 /// Where a job goes.
 enum class JobWay { queue, file };
 
-/// Whether a booklet's fold must be left out: the pages are not put together, so the stack would be folded across them.
-bool leavesOutFold(const PrintSession& session);
-
-/// A sentence in the user's words for each thing that the job leaves out; none when all is in it. `texts` is the
-/// program's own bundle.
-std::vector<std::string> tellLeftOut(const PrintSession& session, JobWay way, CFBundleRef texts);
+/// A sentence in the user's words for each wish that the sheets of a document of so many pages cannot fulfil, or the
+/// printer cannot; none when all is in the job. Of a document that is not known (0 pages) only what the printer cannot.
+/// `texts` is the program's own bundle.
+std::vector<std::string> tellLeftOut(const PrintSession& session, std::int64_t pageCount, JobWay way,
+                                     CFBundleRef texts);

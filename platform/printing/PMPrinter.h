@@ -1,6 +1,7 @@
 // Printers: CUPS queues, and PPD files without a queue; and sending jobs to them.
 #pragma once
 
+#include "platform/files/byte_sink.h"
 #include "platform/printing/PMTicket.h"
 
 using PMPrinter = struct OpaquePMPrinter*;
@@ -64,8 +65,8 @@ OSStatus PMPrinterGetDescriptionURL(PMPrinter printer, CFStringRef type, CFURLRe
 
 /// Puts what the printer does by default into the tickets, leaving alone what they hold already: the PPD's marked
 /// defaults, for a queue its own and what the user has saved for it (lpoptions), in the PPD dictionary; the copies,
-/// page range and orientation that are saved there. Installable options (OptionN) are not settings and stay out. What
-/// else is saved for a queue goes with its jobs by itself.
+/// page range, orientation and page options that are saved there. Installable options (OptionN) are not settings and
+/// stay out. What else is saved for a queue goes with its jobs by itself.
 OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat);
 
 /// What people call a setting: new references to the display texts of a main keyword and of one of its options. A
@@ -117,6 +118,9 @@ struct PMPaper {
 CFIndex PMPrinterCountPapers(PMPrinter printer);
 /// The paper size at a position; its strings are lent as long as the printer lives.
 OSStatus PMPrinterGetIndPaper(PMPrinter printer, CFIndex index, PMPaper* paper);
+/// The paper size that an option of PageSize stands for; one with its own numbers ("Custom.200x300mm") has no strings.
+/// kPMKeyNotFound for any other.
+OSStatus PMPrinterGetPaper(PMPrinter printer, CFStringRef option, PMPaper* paper);
 
 /// Custom page size limits of the PPD at a path, in points. False when it cannot be opened or has no custom sizes.
 Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* minHeight, float* maxWidth,
@@ -126,6 +130,9 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 #define kPMJobNameKey CFSTR("com.apple.print.JobInfo.PMJobName")
 #define kPMCopiesKey CFSTR("com.apple.print.PrintSettings.PMCopies")
 #define kPMPageRangeKey CFSTR("com.apple.print.PrintSettings.PMPageRange")  // "1-3,7"; absent for all pages
+/// How pages are laid on their sheets, as options that CUPS knows (number-up, print-scaling and their kin): a
+/// dictionary of strings.
+#define kPMPageOptionsKey CFSTR("com.tavro.print.PrintSettings.PageOptions")
 /// The digits without which the printer does not print the job. With the item, also an empty one, the job is a secret
 /// one or none.
 #define kPMJobPasscodeKey CFSTR("com.tavro.print.JobInfo.Passcode")
@@ -136,22 +143,41 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 #define kPMOrientationKey CFSTR("com.apple.print.PageFormat.PMOrientation")  // 1 portrait, 2 and 3 landscape
 #define kPMUnadjustedPaperRectKey CFSTR("com.apple.print.PageFormat.PMUnadjustedPaperRect")  // top left bottom right
 
-/// Writes the printer-ready PostScript of a PDF to a file: the CUPS filters with the PPD dictionary's pairs, the
-/// copies, page range and orientation as options, and what else is saved for the printer's queue; no server is needed.
-/// Landscape pages are scaled to fit their sheet. `cover`, a PDF of one page or null, is printed before the document,
-/// upright also when the document's pages are turned; the page range counts the document's pages only. `setup`,
-/// PostScript that ends with a line or null, goes to the end of the job's setup, before its first page. Blocks until it
-/// is written; the file is replaced whole and is private to the user. A passcode goes by no command line, message or
-/// file of others. paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page range,
-/// control characters in an option, or quotation marks where it becomes a printer command, a passcode that is not 4 to
-/// 10 ASCII digits or that the printer has no use for, whichever way it is asked for),
-/// fnfErr for a document that cannot be read, kPMFilterFailed, kPMCannotWriteOutput; always with the reason.
-OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
-                                       CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination);
-/// Sends the same job to the printer's queue: the PDF with its options, or, with a passcode, cover or setup, the
-/// PostScript that a file would get. *jobID is the server's number of the job. *obstacle, a new string, is why the job
-/// waits in its queue for now, as in one that is stopped; null when there is nothing that holds it up. Nothing is sent
-/// to a queue that takes no jobs, or that has another PPD by now: kPMJobNotTaken, kPMPrinterChanged. kPMNoSuchPrinter
-/// for a printer without a queue or whose queue is gone, kPMServerNotResponding, and the failures of a job in a file.
-OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover,
-                                CFDataRef setup, CFURLRef document, SInt32* jobID, CFStringRef* obstacle);
+/// Whether the printer reads PostScript, and no filter of its own makes its jobs.
+Boolean PMPrinterReadsPostScript(PMPrinter printer);
+
+/// A new string: the PostScript that chooses an option of a main keyword in a document, between its comments; of a
+/// custom paper size with its numbers. Without an option the PPD's own default is chosen. kPMKeyNotFound, and nothing
+/// made, for what the printer does not have, or has as a command that stands before the document.
+OSStatus PMPrinterCopyOptionCode(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option, CFStringRef* code);
+
+/// Writes PostScript of the pages of an open PDF, as large as they are, for any printer: comments by the Document
+/// Structuring Conventions, nothing of a printer's own. `resolution` is that of pictures ("600dpi"); `document` is what
+/// messages name. kPMFilterFailed, or kPMCannotWriteOutput when `output` took no more, without a reason.
+OSStatus PMWritePostScript(int pages, CFURLRef document, CFStringRef resolution, ByteSink* output);
+
+/// The pages of a job: sides of its sheets in their order, as large as their paper. Nothing is done to them any more.
+struct PMJobPages {
+    int file;               // the descriptor of an open file, which is read from its beginning
+    Boolean arePostScript;  // as PMWritePostScript writes it; else a PDF
+    CFIndex count;
+    CFURLRef document;  // what was printed: the job's name, and what messages name
+};
+
+/// Writes the job as the printer reads it to a file: the CUPS filters with the PPD dictionary's pairs and the copies as
+/// options, and what else is saved for the printer's queue; no server is needed. Blocks until it is written; the file
+/// is replaced whole and is private to the user. A passcode goes by no command line, message or file of others.
+/// paramErr for settings that no job can have (copies outside 1 to 9999, a malformed page range, control characters in
+/// an option, or quotation marks where it becomes a printer command, a passcode that is not 4 to 10 ASCII digits or
+/// that the printer has no use for, whichever way it is asked for), kPMFilterFailed, kPMCannotWriteOutput; always with
+/// the reason.
+OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages,
+                                CFURLRef destination);
+/// Sends the same job to the printer's queue: the pages with their options, which the server counts, or, with a
+/// passcode, the PostScript that a file would get. *jobID is the server's number of the job. *obstacle, a new string,
+/// is why the job waits in its queue for now, as in one that is stopped; null when there is nothing that holds it up.
+/// Nothing is sent to a queue that takes no jobs, or that has another PPD by now: kPMJobNotTaken, kPMPrinterChanged.
+/// kPMNoSuchPrinter for a printer without a queue or whose queue is gone, kPMServerNotResponding, and the failures of a
+/// job in a file.
+OSStatus PMPrinterSendJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, SInt32* jobID,
+                          CFStringRef* obstacle);

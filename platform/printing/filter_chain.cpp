@@ -54,16 +54,19 @@ std::string pathFor(const FilterFile& file, int descriptor) {
 
 /// The filter's environment, as the scheduler makes it: nothing of the application's own but where things are.
 std::vector<std::string> filterEnvironment(const FilterJob& job, const std::string& workFolder) {
-    return {"PATH=" + serverPrograms() + "/filter:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin",
-            "CUPS_SERVERBIN=" + serverPrograms(),
-            "HOME=" + setting("HOME", "/"),
-            "TMPDIR=" + workFolder,
-            "LANG=en_US.UTF-8",
-            "CHARSET=utf-8",
-            "PRINTER=" + job.printerName,
-            "PPD=" + pathFor(job.ppd, kPPDDescriptor),
-            "CONTENT_TYPE=" + job.contentType,
-            "FINAL_CONTENT_TYPE=" + job.finalContentType};
+    std::vector<std::string> made{"PATH=" + serverPrograms() + "/filter:/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin",
+                                  "CUPS_SERVERBIN=" + serverPrograms(),
+                                  "HOME=" + setting("HOME", "/"),
+                                  "TMPDIR=" + workFolder,
+                                  "LANG=en_US.UTF-8",
+                                  "CHARSET=utf-8",
+                                  "PRINTER=" + job.printerName,
+                                  "CONTENT_TYPE=" + job.contentType,
+                                  "FINAL_CONTENT_TYPE=" + job.finalContentType};
+    if (const std::string ppd = pathFor(job.ppd, kPPDDescriptor); !ppd.empty()) {
+        made.push_back("PPD=" + ppd);
+    }
+    return made;
 }
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {

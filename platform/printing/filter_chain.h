@@ -17,7 +17,7 @@ struct FilterFile {
 };
 
 struct FilterJob {
-    FilterFile ppd;
+    FilterFile ppd;       // none for filters that make a document for any printer
     std::string ppdName;  // for messages
     std::string printerName;
     std::string contentType;       // of the job's document

@@ -7,6 +7,7 @@
 #include <vector>
 
 inline constexpr const char* kPDFType = "application/pdf";
+inline constexpr const char* kPostScriptType = "application/postscript";
 /// PostScript with the printer's own code, which no filter changes any more.
 inline constexpr const char* kReadyType = "application/vnd.cups-postscript";
 

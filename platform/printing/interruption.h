@@ -2,8 +2,8 @@
 #pragma once
 
 /// As long as it lives, SIGINT, SIGTERM and SIGHUP do not end the program, but are kept: what is under way looks, ends,
-/// and takes back what it has begun. The program then ends by the signal, when the object goes; by a second one it ends at
-/// once. Signals that the program treats in a way of its own already are left alone. One at a time.
+/// and takes back what it has begun. The program then ends by the signal, when the object goes; by a second one it ends
+/// at once. Signals that the program treats in a way of its own already are left alone. One at a time.
 class Interruption {
 public:
     Interruption();

@@ -1,6 +1,5 @@
 // A job's way through the filters.
 #include "platform/files/plain_file.h"
-#include "platform/printing/document_pages.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/filter_route.h"
 #include "platform/printing/interruption.h"
@@ -127,17 +126,7 @@ OSStatus runRoute(const FilterRoute& route, const Job& job, FilterJob filterJob,
         return kPMCannotWriteOutput;
     }
     filterJob.document = {job.document, pages.descriptor()};
-    JobCounter counter(output);
-    if (const OSStatus status = runSome(filters.subspan(1), job, filterJob, counter); status != noErr) {
-        return status;
-    }
-    const auto expected = route.finalContentType == kReadyType ? countPages(pages.path()) : std::nullopt;
-    if (expected && counter.pages() < *expected) {
-        return failWith(kPMFilterFailed, job.document,
-                        filters.back() + " wrote " + std::to_string(counter.pages()) + " of " +
-                            std::to_string(*expected) + " pages");
-    }
-    return noErr;
+    return runSome(filters.subspan(1), job, filterJob, output);
 }
 
 /// A missing filter is a matter of the PPD and the machine, not of the document.
@@ -145,50 +134,30 @@ OSStatus failWithoutRoute(const Job& job, const std::string& reason) {
     return failWith(kPMFilterFailed, ppdName(*job.printer), reason);
 }
 
-/// Makes of the file what goes to the printer.
-OSStatus filterForPrinter(const std::string& contentType, const Job& job, const FilterJob& filterJob,
-                          ByteSink& output) {
-    std::string reason;
-    const auto route = findRouteToPrinter(contentType, sizeOf(filterJob.document), job.printer->ppd.filters, &reason);
-    return route ? runRoute(*route, job, filterJob, output) : failWithoutRoute(job, reason);
-}
-
-OSStatus filterPDF(const Job& job, const FilterJob& filterJob, ByteSink& output) {
-    return filterForPrinter(kPDFType, job, filterJob, output);
-}
-
-/// Makes PostScript of the file, with the job's setup in it.
+/// Makes PostScript of the file.
 OSStatus filterToPostScript(const Job& job, const FilterJob& filterJob, ByteSink& output) {
     std::string reason;
-    const auto route = findRoute(kPDFType, kReadyType, &reason);
+    const auto route = findRoute(filterJob.contentType, kReadyType, &reason);
     if (!route) {
         return failWithoutRoute(job, reason);
     }
-    if (job.setup == nullptr) {
-        return runRoute(*route, job, filterJob, output);
-    }
-    SetupInserter inserter(job.setup, output);
-    const OSStatus status = runRoute(*route, job, filterJob, inserter);
-    return status == noErr && !inserter.isDone()
-               ? failWith(kPMFilterFailed, job.document, "the filters wrote no setup for pages")
+    JobCounter counter(output);
+    const OSStatus status = runRoute(*route, job, filterJob, counter);
+    return status == noErr && counter.pages() < job.pageCount
+               ? failWith(kPMFilterFailed, job.document,
+                          route->filters.back() + " wrote " + std::to_string(counter.pages()) + " of " +
+                              std::to_string(job.pageCount) + " pages")
                : status;
 }
 
-/// Makes of the file what goes to a printer with a filter of its own, by way of PostScript, into which the job's setup
-/// goes.
-OSStatus filterThroughPostScript(const Job& job, const FilterJob& filterJob, ByteSink& output) {
-    PrivateFile postScript;
-    const OSStatus status = isKept(postScript) ? filterToPostScript(job, filterJob, postScript) : noErr;
-    if (!isKept(postScript)) {
-        return kPMCannotWriteOutput;
+OSStatus filterForPrinter(const Job& job, const FilterJob& filterJob, ByteSink& output) {
+    if (readsPostScript(*job.printer)) {
+        return filterToPostScript(job, filterJob, output);
     }
-    if (status != noErr) {
-        return status;
-    }
-    FilterJob rest = filterJob;
-    rest.contentType = kReadyType;
-    rest.document = {job.document, postScript.descriptor()};
-    return filterForPrinter(kReadyType, job, rest, output);
+    std::string reason;
+    const auto route =
+        findRouteToPrinter(filterJob.contentType, sizeOf(filterJob.document), job.printer->ppd.filters, &reason);
+    return route ? runRoute(*route, job, filterJob, output) : failWithoutRoute(job, reason);
 }
 
 using Filtering = OSStatus (*)(const Job& job, const FilterJob& filterJob, ByteSink& output);
@@ -199,24 +168,18 @@ OSStatus filterJob(const Job& job, Filtering filter, ByteSink& output) {
     if (const OSStatus status = makePPD(job, &ppd); status != noErr) {
         return status;
     }
-    std::optional<PrivateFile> pages;
-    if (mustPickPages(job)) {
-        if (const OSStatus status = pickPages(job, pages.emplace()); status != noErr) {
-            return status;
-        }
-    }
     JobCounter counter(output);
     const OSStatus status = filter(job,
                                    {ppd.file,
                                     ppdName(*job.printer),
                                     utf8Text(job.printer->name.get()),
-                                    kPDFType,
+                                    job.contentType,
                                     kReadyType,
                                     userName(),
                                     job.request.title,
                                     job.request.copies,
                                     filterOptionsText(filterOptions(job)),
-                                    {job.document, pages ? pages->descriptor() : -1}},
+                                    {{}, job.file}},
                                    counter);
     return status == noErr && counter.bytes() == 0
                ? failWith(kPMFilterFailed, job.document, "the filters wrote nothing")
@@ -232,12 +195,26 @@ bool readsPostScript(const OpaquePMPrinter& printer) {
 }
 
 OSStatus writePrinterJob(const Job& job, ByteSink& output) {
-    if (job.setup == nullptr) {
-        return filterJob(job, filterPDF, output);
-    }
-    return filterJob(job, readsPostScript(*job.printer) ? filterToPostScript : filterThroughPostScript, output);
+    return filterJob(job, filterForPrinter, output);
 }
 
 OSStatus writePostScriptJob(const Job& job, ByteSink& output) {
     return filterJob(job, filterToPostScript, output);
+}
+
+OSStatus PMWritePostScript(int pages, CFURLRef document, CFStringRef resolution, ByteSink* output) {
+    const Interruption interruption;
+    clearLastError();
+    const std::string name = filePath(document);
+    const FilterJob job{{},         name,       "printer",
+                        kPDFType,   kReadyType, userName(),
+                        {},         1,          filterOptionsText({{"Resolution", utf8Text(resolution)}}),
+                        {{}, pages}};
+    std::string reason;
+    const std::string filter = "pdftops";
+    const OSStatus status = runFilters({&filter, 1}, job, *output, &reason);
+    if (isInterrupted()) {
+        return failWith(kPMFilterFailed, name, "was stopped");
+    }
+    return status == noErr || reason.empty() ? status : failWith(status, name, reason);
 }

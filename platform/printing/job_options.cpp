@@ -142,12 +142,9 @@ bool isPageRange(const std::string& text) {
     return text.size() <= 1000 && std::regex_match(text, pattern);
 }
 
-OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const PPDFile& ppd, JobRequest* request) {
+OSStatus readJobRequest(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* request) {
     CFMutableDictionaryRef pairs = nullptr;
-    CFNumberRef orientationItem = nullptr;
-    if (PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs) != noErr ||
-        PMTicketGetCFNumber(pageFormat, kPMTopLevel, kPMTopLevel, kPMOrientationKey, &orientationItem) ==
-            kPMInvalidTicket) {
+    if (PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs) != noErr) {
         return failWith(kPMInvalidTicket, "print job", "its settings are missing");
     }
 
@@ -171,26 +168,20 @@ OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const
     }
     request->holdUntil = string(printSettings, kPMJobHoldUntilTimeKey);
 
-    if (const std::string range = string(printSettings, kPMPageRangeKey); !range.empty()) {
-        if (!isPageRange(range)) {
-            return failWith(paramErr, range, "is not a range of pages");
-        }
-        request->layout.emplace_back(kPageRangesOption, range);
-    }
+    const std::string range = string(printSettings, kPMPageRangeKey);
+    return range.empty() || isPageRange(range) ? noErr : failWith(paramErr, range, "is not a range of pages");
+}
 
+OptionList orientationOptions(PMTicketRef pageFormat) {
     // The numbers of IPP's orientation-requested.
     constexpr const char* kLandscape = "4";
     constexpr const char* kReverseLandscape = "5";
-    const SInt32 orientation = jobOrientation(pageFormat);
-    if (orientation == 2 || orientation == 3) {
-        request->layout.emplace_back(kOrientationOption, orientation == 2 ? kLandscape : kReverseLandscape);
-        // Left alone, the filter turns a tall page back, or cuts what the turned sheet has no room for.
-        request->layout.emplace_back(kAutorotateOption, "false");
-        request->layout.emplace_back(kScalingOption, "fit");
+    const SInt32 orientation = number(pageFormat, kPMOrientationKey).value_or(1);
+    if (orientation != 2 && orientation != 3) {
+        return {};
     }
-    return noErr;
-}
-
-SInt32 jobOrientation(PMTicketRef pageFormat) {
-    return number(pageFormat, kPMOrientationKey).value_or(1);
+    // Left alone, the filter turns a tall page back, or cuts what the turned sheet has no room for.
+    return {{kOrientationOption, orientation == 2 ? kLandscape : kReverseLandscape},
+            {kAutorotateOption, "false"},
+            {kScalingOption, "fit"}};
 }

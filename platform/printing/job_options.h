@@ -30,17 +30,16 @@ struct JobRequest {
     std::string title;
     int copies = 1;
     OptionList choices;                   // the PPD dictionary's pairs
-    OptionList layout;                    // page-ranges, orientation-requested and what goes with it
     std::optional<std::string> passcode;  // 4 to 10 ASCII digits
     OptionList secrets;                   // what is typed into options that nobody else may see, the passcode too
     std::string holdUntil;                // "HH:MM" in UTC; empty for a job that does not wait
 };
 
-/// Reads the tickets. On failure the reason is in PMGetLastErrorText: kPMInvalidTicket, or paramErr for a value that
+/// Reads the ticket. On failure the reason is in PMGetLastErrorText: kPMInvalidTicket, or paramErr for a value that
 /// no job can have: copies outside 1 to 9999, a malformed page range, an option with control characters (they would
 /// become printer commands) or with a name that is no keyword, a passcode that is none, a secret that the printer does
 /// not take. Secrets that are asked for by options of the PPD are taken out of the choices.
-OSStatus readJobRequest(PMTicketRef printSettings, PMTicketRef pageFormat, const PPDFile& ppd, JobRequest* request);
+OSStatus readJobRequest(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* request);
 
-/// The orientation of a page format ticket: 1 portrait, 2 and 3 landscape; 1 when it holds none.
-SInt32 jobOrientation(PMTicketRef pageFormat);
+/// What other programs ask for to turn the pages of a job as a page format ticket says; none for upright pages.
+OptionList orientationOptions(PMTicketRef pageFormat);

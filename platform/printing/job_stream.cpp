@@ -1,15 +1,11 @@
 #include "platform/printing/job_stream.h"
 
-#include "platform/foundation/CFCollections.h"
-
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace {
 
 constexpr std::string_view kPage = "%%Page: ";
-constexpr std::string_view kEndOfSetup = "%%EndSetup";
 
 }  // namespace
 
@@ -27,23 +23,6 @@ bool JobCounter::write(std::string_view bytes) {
         rest.remove_prefix(end + 1);
     }
     return next_.write(bytes);
-}
-
-bool SetupInserter::write(std::string_view bytes) {
-    if (isDone_) {
-        return next_.write(bytes);
-    }
-    head_.append(bytes);
-    for (std::size_t end = 0; (end = head_.find('\n', lineBegin_)) != std::string::npos; lineBegin_ = end + 1) {
-        const std::string_view line = std::string_view(head_).substr(lineBegin_, end - lineBegin_);
-        if (line.starts_with(kEndOfSetup) || line.starts_with(kPage.substr(0, kPage.size() - 1))) {
-            isDone_ = true;
-            head_.insert(lineBegin_, reinterpret_cast<const char*>(CFDataGetBytePtr(setup_)),
-                         static_cast<std::size_t>(CFDataGetLength(setup_)));
-            return next_.write(std::exchange(head_, {}));
-        }
-    }
-    return true;
 }
 
 Packer::Packer(ByteSink& next) : next_(next) {

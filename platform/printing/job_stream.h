@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/files/byte_sink.h"
-#include "platform/foundation/CFBase.h"
 
 #include <cstdint>
 #include <string>
@@ -25,25 +24,6 @@ private:
     std::uintmax_t bytes_ = 0;
     std::size_t pages_ = 0;
     std::string lineStart_;  // as far as it can be a page's
-};
-
-/// Puts PostScript at the end of a document's setup: after everything that chooses the page device, before the first
-/// page.
-class SetupInserter : public ByteSink {
-public:
-    SetupInserter(CFDataRef setup, ByteSink& next) : setup_(setup), next_(next) {}
-
-    bool write(std::string_view bytes) override;
-
-    /// Whether the document had such a place. One that had none has not passed.
-    [[nodiscard]] bool isDone() const { return isDone_; }
-
-private:
-    CFDataRef setup_;  // lent
-    ByteSink& next_;
-    std::string head_;           // of the document, until the place is found
-    std::size_t lineBegin_ = 0;  // of its last line
-    bool isDone_ = false;
 };
 
 /// Packs what passes (gzip), at the level that costs least.

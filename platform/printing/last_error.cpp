@@ -1,6 +1,5 @@
 #include "platform/printing/last_error.h"
 
-#include "platform/foundation/terminal_text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/text.h"
 
@@ -18,14 +17,6 @@ CFRef<CFStringRef>& lastError() {
 
 void clearLastError() {
     lastError() = nullptr;
-}
-
-std::string errorLine(std::string_view subject, std::string_view reason) {
-    std::string text(subject);
-    text.append(": ").append(reason);
-    text = terminalText(utf8Text(makeString(text).get()));  // a file need not be called in UTF-8
-    text.erase(text.find_last_not_of(' ') + 1);
-    return text;
 }
 
 OSStatus failWith(OSStatus status, std::string_view subject, std::string_view reason) {

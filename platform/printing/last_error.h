@@ -9,9 +9,6 @@
 /// Forgets the last reason; every call that may fail begins with it.
 void clearLastError();
 
-/// "SUBJECT: REASON" in one line, control characters made blanks.
-std::string errorLine(std::string_view subject, std::string_view reason);
-
 /// Keeps that line and returns the status.
 OSStatus failWith(OSStatus status, std::string_view subject, std::string_view reason);
 

@@ -1,6 +1,5 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/files/pending_file.h"
-#include "platform/files/plain_file.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/job_sending.h"
@@ -9,10 +8,9 @@
 #include "platform/printing/ready_job.h"
 #include "platform/printing/text.h"
 
-#include <cerrno>
 #include <filesystem>
 
-#include <unistd.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -20,32 +18,34 @@ std::string documentName(const std::string& path) {
     return utf8Text(makeString(std::filesystem::path(path).filename().string()).get());
 }
 
-/// The request of a job for a document that can be read.
-OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover, CFDataRef setup,
-                 CFURLRef document, Job* job) {
-    *job = {printer, filePath(document), {}, jobOrientation(pageFormat), cover, setup};
-    if (printer == nullptr || job->document.empty()) {
-        return failWith(paramErr, "print job", printer == nullptr ? "no printer" : "no document");
+/// The request of a job for pages that can be read.
+OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, Job* job) {
+    struct stat status {};
+    if (printer == nullptr || pages == nullptr || fstat(pages->file, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return failWith(paramErr, "print job", printer == nullptr ? "no printer" : "no pages");
     }
-    if (!openPlainFile(job->document, INT64_MAX)) {
-        return failWith(fnfErr, job->document, readFault(errno, INT64_MAX));
-    }
-    const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &job->request);
-    if (status == noErr && !job->request.secrets.empty() && !readsPostScript(*printer)) {
+    *job = {printer,
+            pages->file,
+            pages->arePostScript ? kPostScriptType : kPDFType,
+            static_cast<std::size_t>(pages->count),
+            filePath(pages->document),
+            {}};
+    const OSStatus read = readJobRequest(printSettings, printer->ppd, &job->request);
+    if (read == noErr && !job->request.secrets.empty() && !readsPostScript(*printer)) {
         return failWith(paramErr, "secure print", "the printer's own filter makes its jobs, and it takes no passcode");
     }
     if (job->request.title.empty()) {
         job->request.title = documentName(job->document);
     }
-    return status;
+    return read;
 }
 
 std::string inBrackets(const std::string& message) {
     return message.empty() ? message : " (" + message + ")";
 }
 
-/// What the queue still has to know of a job that is ready. All that the filters have done, number-up or copies, must
-/// not be done again by anybody, also where the queue does it by default.
+/// What the queue still has to know of a job that is ready. All that the filters have done, copies too, must not be
+/// done again by anybody, also where the queue does it by default.
 OptionList optionsOfReadyJob(const Job& job) {
     OptionList options{{"copies", "1"}, {kNumberUpOption, "1"}};
     for (const auto& [name, value] : filterOptions(job)) {
@@ -84,15 +84,12 @@ OSStatus sendReady(const Job& job, SInt32* jobID) {
     return isKept(postScript) ? status : kPMCannotWriteOutput;
 }
 
-OSStatus sendPDF(const Job& job, SInt32* jobID) {
+/// Sends the pages, of which the server makes the job, and counts what it prints.
+OSStatus sendPages(const Job& job, SInt32* jobID) {
     OptionList options = filterOptions(job);
     setOption(&options, "copies", std::to_string(job.request.copies));
-    if (!mustPickPages(job)) {
-        return send(job, {job.document, kPDFType, job.request.title}, std::move(options), jobID);
-    }
-    PrivateFile pages;
-    const OSStatus status = pickPages(job, pages);
-    return status == noErr ? send(job, {pages.path(), kPDFType, job.request.title}, std::move(options), jobID) : status;
+    return send(job, {"/proc/self/fd/" + std::to_string(job.file), job.contentType, job.request.title},
+                std::move(options), jobID);
 }
 
 /// Whether the queue is as it was when its printer was opened, and takes jobs.
@@ -117,13 +114,16 @@ OSStatus checkQueue(const OpaquePMPrinter& printer, QueueState* state) {
 
 }  // namespace
 
-OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat,
-                                       CFDataRef cover, CFDataRef setup, CFURLRef document, CFURLRef destination) {
+Boolean PMPrinterReadsPostScript(PMPrinter printer) {
+    return printer != nullptr && readsPostScript(*printer);
+}
+
+OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages,
+                                CFURLRef destination) {
     const Interruption interruption;
     clearLastError();
     Job job;
-    if (const OSStatus status = makeJob(printer, printSettings, pageFormat, cover, setup, document, &job);
-        status != noErr) {
+    if (const OSStatus status = makeJob(printer, printSettings, pages, &job); status != noErr) {
         return status;
     }
     const std::string path = filePath(destination);
@@ -141,12 +141,12 @@ OSStatus PMPrinterWritePostScriptToURL(PMPrinter printer, PMTicketRef printSetti
     return status;
 }
 
-OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat, CFDataRef cover,
-                                CFDataRef setup, CFURLRef document, SInt32* jobID, CFStringRef* obstacle) {
+OSStatus PMPrinterSendJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, SInt32* jobID,
+                          CFStringRef* obstacle) {
     const Interruption interruption;
     clearLastError();
     Job job;
-    OSStatus status = makeJob(printer, printSettings, pageFormat, cover, setup, document, &job);
+    OSStatus status = makeJob(printer, printSettings, pages, &job);
     QueueState state;
     if (status == noErr) {
         status = checkQueue(*printer, &state);
@@ -154,7 +154,8 @@ OSStatus PMPrinterPrintWithFile(PMPrinter printer, PMTicketRef printSettings, PM
     if (status != noErr) {
         return status;
     }
-    status = mustBeReady(job) ? sendReady(job, jobID) : sendPDF(job, jobID);
+    // The server would show a secret as an option of the job, and hand it to its filters on their command lines.
+    status = job.request.secrets.empty() ? sendPages(job, jobID) : sendReady(job, jobID);
     if (status == noErr && obstacle != nullptr) {
         *obstacle = state.prints ? nullptr : makeString("the queue is stopped" + inBrackets(state.message)).leak();
     }

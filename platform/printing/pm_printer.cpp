@@ -4,6 +4,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/cups_server.h"
+#include "platform/printing/custom_size.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/printer_record.h"
@@ -129,6 +130,28 @@ OSStatus PMPrinterGetIndPaper(PMPrinter printer, CFIndex index, PMPaper* paper) 
     const auto& strings = printer->papers[position];
     *paper = {strings.name.get(), strings.title.get(), found.width, found.height,
               found.left,         found.bottom,        found.right, found.top};
+    return noErr;
+}
+
+OSStatus PMPrinterGetPaper(PMPrinter printer, CFStringRef option, PMPaper* paper) {
+    if (printer == nullptr || paper == nullptr) {
+        return paramErr;
+    }
+    for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
+        PMPrinterGetIndPaper(printer, i, paper);
+        if (option != nullptr && CFEqual(paper->name, option)) {
+            return noErr;
+        }
+    }
+    const auto size = readCustomSize(utf8Text(option));
+    const auto& limits = printer->ppd.customSizes;
+    if (!size || !limits) {
+        return kPMKeyNotFound;
+    }
+    const double width = size->width * size->pointsPerUnit();
+    const double height = size->height * size->pointsPerUnit();
+    *paper = {
+        nullptr, nullptr, width, height, limits->left, limits->bottom, width - limits->right, height - limits->top};
     return noErr;
 }
 

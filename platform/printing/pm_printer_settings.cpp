@@ -5,6 +5,7 @@
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
+#include "platform/printing/page_options.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/printer_record.h"
 #include "platform/printing/text.h"
@@ -29,6 +30,22 @@ void addNumber(PMTicketRef ticket, CFStringRef key, std::optional<SInt32> value)
     if (value && PMTicketGetCFNumber(ticket, kPMTopLevel, kPMTopLevel, key, &present) == kPMKeyNotFound) {
         const auto number = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &*value));
         PMTicketSetCFNumber(ticket, kPrinterClient, key, number.get(), kPMUnlocked);
+    }
+}
+
+void addPageOptions(PMTicketRef printSettings, const OptionList& options) {
+    const auto saved = CFRef<CFMutableDictionaryRef>::adopt(
+        CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
+    for (const auto& [name, value] : options) {
+        if (isPageOption(name)) {
+            CFDictionarySetValue(saved.get(), makeString(name).get(), makeString(value).get());
+        }
+    }
+    CFDictionaryRef present = nullptr;
+    if (CFDictionaryGetCount(saved.get()) > 0 &&
+        PMTicketGetCFDictionary(printSettings, kPMTopLevel, kPMTopLevel, kPMPageOptionsKey, &present) ==
+            kPMKeyNotFound) {
+        PMTicketSetCFDictionary(printSettings, kPrinterClient, kPMPageOptionsKey, saved.get(), kPMUnlocked);
     }
 }
 
@@ -60,6 +77,7 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
         PMTicketSetCFString(printSettings, kPrinterClient, kPMPageRangeKey, makeString(printer->start.pageRange).get(),
                             kPMUnlocked);
     }
+    addPageOptions(printSettings, printer->start.others);
     addNumber(pageFormat, kPMOrientationKey, printer->start.orientation);
     return noErr;
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <memory>
 #include <span>
 #include <sstream>
@@ -103,7 +104,7 @@ PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installab
     PPDOption made{option.keyword, option.text, static_cast<UInt32>(option.ui), installable, {}, {}};
     for (int i = 0; i < option.num_choices; ++i) {
         const ppd_choice_t& choice = option.choices[i];
-        made.choices.push_back({choice.choice, choice.text, choice.marked != 0});
+        made.choices.push_back({choice.choice, choice.text, choice.marked != 0, textOf(choice.code)});
     }
     made.defaultChoice = made.findChoice(option.defchoice);
     ppd_coption_t* const custom = ppdFindCustomOption(ppd, option.keyword);
@@ -126,6 +127,18 @@ std::vector<PPDPaper> makePapers(const ppd_file_t& ppd, const PPDOption* pageSiz
                           size.width, size.length, size.left, size.bottom, size.right, size.top});
     }
     return papers;
+}
+
+/// A PPD that does not say has them in the usual order.
+std::array<std::size_t, 5> customSizeOrder(ppd_file_t* ppd) {
+    std::array<std::size_t, 5> order{};
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        constexpr std::array kNames{"Width", "Height", "WidthOffset", "HeightOffset", "Orientation"};
+        const ppd_attr_t* const line = ppdFindAttr(ppd, "ParamCustomPageSize", kNames[i]);
+        const int place = line == nullptr ? 0 : std::atoi(textOf(line->value).c_str());
+        order[i] = place >= 1 && place <= static_cast<int>(order.size()) ? static_cast<std::size_t>(place) - 1 : i;
+    }
+    return order;
 }
 
 std::string findPasscodeKeyword(const ppd_file_t& ppd) {
@@ -259,8 +272,10 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
     }
     made.papers = makePapers(*ppd, made.findOption("PageSize"));
     if (ppd->variable_sizes != 0) {  // the limits are filled even without custom sizes
-        made.customSizes =
-            PPDCustomSizes{ppd->custom_min[0], ppd->custom_min[1], ppd->custom_max[0], ppd->custom_max[1]};
+        const auto& margins = ppd->custom_margins;
+        made.customSizes = PPDCustomSizes{ppd->custom_min[0], ppd->custom_min[1], ppd->custom_max[0],
+                                          ppd->custom_max[1], margins[0],         margins[1],
+                                          margins[2],         margins[3],         customSizeOrder(ppd.get())};
     }
     made.constraints = makeConstraints(ppd.get());
     made.filters = makeFilters(ppd.get());

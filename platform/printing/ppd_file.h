@@ -5,6 +5,7 @@
 
 #include "platform/printing/option_list.h"
 
+#include <array>
 #include <map>
 #include <optional>
 #include <string>
@@ -15,7 +16,8 @@
 struct PPDChoice {
     std::string keyword;
     std::string title;
-    bool marked;  // chosen when nothing else is asked for
+    bool marked;       // chosen when nothing else is asked for
+    std::string code;  // as the PPD has it
 };
 
 struct PPDOption {
@@ -41,8 +43,12 @@ struct PPDPaper {
     double left, bottom, right, top;
 };
 
+/// Points.
 struct PPDCustomSizes {
-    float minWidth, minHeight, maxWidth, maxHeight;  // points
+    float minWidth, minHeight, maxWidth, maxHeight;
+    float left, bottom, right, top;  // margins, which nothing is printed on
+    /// Where the code takes the numbers of a size, from 0: its width, its height, two offsets, the orientation.
+    std::array<std::size_t, 5> order;
 };
 
 /// Choices of which a job has all but one at the most, in the PPD's own spelling.

@@ -101,7 +101,7 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
                         "only a queue has defaults of its own");
     }
     JobRequest request;
-    if (const OSStatus status = readJobRequest(printSettings, pageFormat, printer->ppd, &request); status != noErr) {
+    if (const OSStatus status = readJobRequest(printSettings, printer->ppd, &request); status != noErr) {
         return status;
     }
     const std::string destination = utf8Text(printer->id.get());
@@ -110,7 +110,7 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
         return failWith(kPMCannotWriteOutput, destination, "you have no home folder to keep them in");
     }
     OptionList wanted = request.choices;
-    setOptions(&wanted, request.layout);
+    setOptions(&wanted, orientationOptions(pageFormat));
     setOption(&wanted, "copies", std::to_string(request.copies));
     const auto text = readOptionsFile(path);
     if (!text) {

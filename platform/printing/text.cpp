@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <climits>
 
@@ -26,4 +27,12 @@ std::string filePath(CFURLRef url) {
         return {};
     }
     return reinterpret_cast<const char*>(path);
+}
+
+std::string errorLine(std::string_view subject, std::string_view reason) {
+    std::string text(subject);
+    text.append(": ").append(reason);
+    text = terminalText(utf8Text(makeString(text).get()));  // a file need not be called in UTF-8
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text;
 }

@@ -12,3 +12,6 @@ std::string utf8Text(CFStringRef string);
 CFRef<CFStringRef> makeString(std::string_view bytes);
 /// The path of a file address; empty when it is not one.
 std::string filePath(CFURLRef url);
+
+/// "SUBJECT: REASON" in one line, control characters made blanks.
+std::string errorLine(std::string_view subject, std::string_view reason);

@@ -4,7 +4,7 @@ import pathlib
 import re
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-CODE_FOLDERS = ("platform", "model", "core", "ui", "panels", "jobtypes", "watermark", "host", "tests", "bench", "fuzz")
+CODE_FOLDERS = ("platform", "model", "core", "ui", "panels", "jobtypes", "watermark", "driver", "host", "tests", "bench", "fuzz")
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 

@@ -2,7 +2,9 @@
 
 #include "driver/pages/make_pages.h"
 #include "driver/pages/document.h"
+#include "platform/files/pending_file.h"
 #include "tests/driver/pdf_maker.h"
+#include "tests/files/temporary_folder.h"
 #include "tests/support/places.h"
 
 #include <gtest/gtest.h>
@@ -28,7 +30,8 @@ protected:
         order.plan = &plan;
         order.layout = layoutOf(job, pages->sizes.at(0));
         order.papers.assign(plan.papers.size(), paper);
-        if (!makePages(order, output, {}, &reason)) {
+        PendingFile file(output);
+        if (!makePages(order, file, {}, &reason) || !file.commit()) {
             return reason;
         }
         const std::string check = outputOfCommand("qpdf --check '" + output + "'");

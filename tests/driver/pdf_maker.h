@@ -1,8 +1,6 @@
 // PDF documents for tests, written as text: pages as a test wants them, and what readers of PDFs find on them.
 #pragma once
 
-#include "tests/files/temporary_folder.h"
-
 #include <cstdio>
 #include <fstream>
 #include <sstream>

@@ -42,9 +42,11 @@ protected:
 class Interruptions : public Endings {
 protected:
     Interruptions() {
-        const std::string filter = add("cups/filter/pdftopdf", "#!/bin/sh\necho $$ >$TMPDIR/8642\nexec sleep 30\n");
-        fs::permissions(filter, fs::perms(0700));
-        fs::permissions(add("cups/filter/pdftops", "#!/bin/sh\n"), fs::perms(0700));
+        for (const char* name : {"pdftops", "pstops", "pdftopdf"}) {
+            fs::permissions(
+                add((std::string("cups/filter/") + name).c_str(), "#!/bin/sh\necho $$ >$TMPDIR/8642\nexec sleep 30\n"),
+                fs::perms(0700));
+        }
     }
     Run printUntil(int signal) {
         whileRunning = [this, signal](pid_t program) {

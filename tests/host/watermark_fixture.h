@@ -5,6 +5,8 @@
 #include "tests/host/program_fixture.h"
 #include "watermark/watermark_storage.h"
 
+#include <QImage>
+
 /// A page as Ghostscript drew it.
 struct Page {
     int width = 0;
@@ -17,18 +19,13 @@ struct Page {
 };
 
 inline Page readPage(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string kind;
-    std::string comment;
-    Page page;
-    int most = 0;
-    std::getline(file, kind);
-    std::getline(file, comment);
-    file >> page.width >> page.height >> most;
-    file.get();
-    page.pixels.resize(static_cast<std::size_t>(page.width) * page.height * 3);
-    file.read(page.pixels.data(), static_cast<std::streamsize>(page.pixels.size()));
-    EXPECT_TRUE(file && kind == "P6" && most == 255) << path;
+    const QImage image = QImage(QString::fromStdString(path)).convertToFormat(QImage::Format_RGB888);
+    EXPECT_FALSE(image.isNull()) << path;
+    Page page{image.width(), image.height(), {}};
+    for (int y = 0; y < image.height(); ++y) {
+        page.pixels.append(reinterpret_cast<const char*>(image.constScanLine(y)),
+                           3 * static_cast<std::size_t>(page.width));
+    }
     return page;
 }
 
@@ -69,10 +66,14 @@ protected:
         const Run done = run(arguments, {"XDG_DATA_HOME=" + folder.path().string()});
         EXPECT_EQ(done.status, 0) << done.errors;
         errors = done.errors;
-        ghostscript({"-sDEVICE=ppmraw", "-r" + std::to_string(72 * pixelsAPoint), "-o", folder / "page-%d.ppm", job});
+        // As fine as the screen of a watermark needs, and then averaged.
+        constexpr int kFine = 288;
+        ghostscript({"-sDEVICE=png16m", "-r" + std::to_string(kFine),
+                     "-dDownScaleFactor=" + std::to_string(kFine / 72 / pixelsAPoint), "-o", folder / "page-%d.png",
+                     job});
         std::vector<Page> pages;
         for (;;) {
-            const auto page = folder.path() / ("page-" + std::to_string(pages.size() + 1) + ".ppm");
+            const auto page = folder.path() / ("page-" + std::to_string(pages.size() + 1) + ".png");
             if (!std::filesystem::exists(page)) {
                 return pages;
             }

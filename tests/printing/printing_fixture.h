@@ -20,6 +20,9 @@
 #include <string>
 #include <utility>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 inline const std::filesystem::path kSources = sourcePath("");
 inline const std::filesystem::path kZR410 = kSources / "resources/ppd/Tavro-ZR410.ppd";
 inline const std::filesystem::path kZR420 = kSources / "resources/ppd/Tavro-ZR420.ppd";
@@ -118,6 +121,23 @@ public:
 private:
     PMPrinter printer_ = nullptr;
     OSStatus status_ = noErr;
+};
+
+/// The pages of a job, those of a PDF or of a document in PostScript.
+class OpenPages {
+public:
+    explicit OpenPages(const std::filesystem::path& document = kTenPages, CFIndex count = 10)
+        : url_(fileURL(document)),
+          pages_{open(document.c_str(), O_RDONLY | O_CLOEXEC), document.extension() == ".ps", count, url_.get()} {}
+    ~OpenPages() { close(pages_.file); }
+    OpenPages(const OpenPages&) = delete;
+    OpenPages& operator=(const OpenPages&) = delete;
+
+    [[nodiscard]] const PMJobPages* get() const { return &pages_; }
+
+private:
+    CFRef<CFURLRef> url_;
+    PMJobPages pages_;
 };
 
 /// A folder that goes with the object.

@@ -1,4 +1,5 @@
 // Queues, on a print server that each test starts for itself.
+#include "platform/files/pending_file.h"
 #include "platform/printing/CompiledPPD.h"
 #include "platform/printing/server_connection.h"
 #include "tests/printing/printing_fixture.h"
@@ -196,41 +197,46 @@ TEST_F(Queues, BeginWithWhatIsSavedForThem) {
     EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro/none: ")) << text(PMGetLastErrorText());
 }
 
-/// What is saved for a queue happens to its jobs once, whoever makes their PostScript.
+/// What is saved for a queue is in its jobs, but nothing of it is done to their pages again, whoever makes their
+/// PostScript.
 TEST_F(Queues, GiveTheirOwnOptionsToEachJobOnce) {
     const Listener device;
     server.admin("lpadmin -p tavro -v 'socket://" + device.address() +
                  "/?snmp=false&waiteof=false' -o copies-default=3 -o orientation-requested-default=4 "
-                 "-o number-up-default=5");
-    saveOptions("Dest tavro number-up=2 job-priority=77 Duplex=DuplexTumble fit-to-page=true\n");
+                 "-o number-up-default=5 -o page-border-default=double");
+    saveOptions("Dest tavro number-up=2 job-priority=77 Duplex=DuplexTumble fit-to-page=true outputorder=reverse\n");
     const Printer printer(std::string("tavro"));
-    const std::string mark = "% the setup\n";
-    const auto setup = CFRef<CFDataRef>::adopt(
-        CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(mark.data()), static_cast<CFIndex>(mark.size())));
     const Ticket format;
-    format.setNumber(kPMOrientationKey, 1);
-    for (const CFDataRef drawn : {CFDataRef(nullptr), setup.get()}) {
-        const Ticket settings;
-        ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), format.get()), noErr);
-        settings.setNumber(kPMCopiesKey, 2);
+    const Ticket settings;
+    ASSERT_EQ(PMPrinterWriteDefaultSettings(printer.get(), settings.get(), format.get()), noErr);
+    CFDictionaryRef options = nullptr;
+    ASSERT_EQ(PMTicketGetCFDictionary(settings.get(), kPMTopLevel, kPMTopLevel, kPMPageOptionsKey, &options), noErr);
+    EXPECT_EQ(get(options, "number-up"), "2");
+    EXPECT_EQ(get(options, "page-border"), "double");
+    EXPECT_EQ(get(options, "job-priority"), "(null)");
+    settings.setNumber(kPMCopiesKey, 2);
+
+    PendingFile postScript((folder / "pages.ps").string());
+    ASSERT_EQ(PMWritePostScript(OpenPages().get()->file, fileURL(kTenPages).get(), CFSTR("600dpi"), &postScript),
+              noErr);
+    ASSERT_TRUE(postScript.commit());
+    for (const auto& pages : {kTenPages, folder / "pages.ps"}) {
         SInt32 job = 0;
-        ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, drawn,
-                                         fileURL(kTenPages).get(), &job, nullptr),
-                  noErr)
+        ASSERT_EQ(PMPrinterSendJob(printer.get(), settings.get(), OpenPages(pages).get(), &job, nullptr), noErr)
             << text(PMGetLastErrorText());
         const std::string sent = device.receive();
         const std::string file = folder.add("job.ps", sent);
-        ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr, drawn,
-                                                fileURL(kTenPages).get(), fileURL(folder / "file.ps").get()),
+        ASSERT_EQ(PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages(pages).get(),
+                                         fileURL(folder / "file.ps").get()),
                   noErr);
         for (const std::string& each : {sent, readFile(folder / "file.ps")}) {
             EXPECT_EQ(countOf(each, "*NumCopies 2\n"), 1U);
             EXPECT_EQ(countOf(each, "%!PS-Adobe"), 1U);
             EXPECT_EQ(countOf(each, "*Duplex DuplexTumble"), 1U);
-            EXPECT_EQ(countOf(each, mark), drawn == nullptr ? 0U : 1U);
+            EXPECT_LT(each.find("(Page 1)"), each.find("(Page 10)"));
         }
-        EXPECT_EQ(countPages(file), 5U);  // two pages on each
-        EXPECT_EQ(countPages(folder / "file.ps"), 5U);
+        EXPECT_EQ(countPages(file), 10U);
+        EXPECT_EQ(countPages(folder / "file.ps"), 10U);
         EXPECT_EQ(jobPriority(job), 77);
         EXPECT_FALSE(device.hasMore());
     }
@@ -243,26 +249,23 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     set(settings.ppd(), "StapleLocation", "1Staple");
     set(settings.ppd(), "JCLPrintQuality", "Enhanced");
     set(settings.ppd(), "Note", "two words 'quoted'");
-    settings.setString(kPMPageRangeKey, "1-4");
     settings.setNumber(kPMCopiesKey, 2);
     settings.setString(kPMJobNameKey, "Minutes");
     SInt32 job = 0;
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job, nullptr),
-              noErr)
+    ASSERT_EQ(PMPrinterSendJob(printer.get(), settings.get(), OpenPages().get(), &job, nullptr), noErr)
         << text(PMGetLastErrorText());
     EXPECT_GT(job, 0);
     ASSERT_TRUE(server.hasCompleted("tavro-" + std::to_string(job))) << server.log();
-    ASSERT_EQ(PMPrinterWritePostScriptToURL(printer.get(), settings.get(), format.get(), nullptr, nullptr,
-                                            fileURL(kTenPages).get(), fileURL(folder / "file.ps").get()),
-              noErr);
+    ASSERT_EQ(
+        PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages().get(), fileURL(folder / "file.ps").get()),
+        noErr);
     for (const auto& path : {server.printedBy("tavro"), folder / "file.ps"}) {
         const std::string sent = readFile(path);
         for (const char* line : {"%%BeginFeature: *StapleLocation 1Staple\n", "@PJL SET TRPRINTQUALITY=ENHANCED\n",
                                  "*NumCopies 2\n", "@PJL JOB NAME = \"Minutes\""}) {
             EXPECT_NE(sent.find(line), std::string::npos) << path << line;
         }
-        EXPECT_EQ(countPages(path), 4U) << path;
+        EXPECT_EQ(countPages(path), 10U) << path;
     }
 }
 
@@ -341,13 +344,10 @@ TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
     set(settings.ppd(), "Duplex", "DuplexTumble");
     set(settings.ppd(), "JCLPasscode", "None");
     settings.setString(kPMJobPasscodeKey, "8642864286");
-    settings.setString(kPMPageRangeKey, "2-4");
     settings.setNumber(kPMCopiesKey, 2);
     settings.setString(kPMJobNameKey, "Minutes");
     SInt32 job = 0;
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), format.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job, nullptr),
-              noErr)
+    ASSERT_EQ(PMPrinterSendJob(printer.get(), settings.get(), OpenPages().get(), &job, nullptr), noErr)
         << text(PMGetLastErrorText());
     const std::string sent = device.receive();
     for (const char* line :
@@ -355,7 +355,7 @@ TEST_F(Queues, HandAPasscodeToThePrinterAndSeeNoneThemselves) {
         EXPECT_NE(sent.find(line), std::string::npos) << line;
     }
     folder.add("job.ps", sent);
-    EXPECT_EQ(countPages(folder / "job.ps"), 3U);
+    EXPECT_EQ(countPages(folder / "job.ps"), 10U);
     const std::string log = server.log();  // with the command lines of the server's programs
     EXPECT_NE(log.find("argv[5]="), std::string::npos);
     EXPECT_EQ(log.find("8642"), std::string::npos);
@@ -369,9 +369,7 @@ TEST_F(Queues, HoldAJobUntilItsTime) {
     std::strftime(time, sizeof time, "%H:%M", std::gmtime(&then));
     settings.setString(kPMJobHoldUntilTimeKey, time);
     SInt32 job = 0;
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job, nullptr),
-              noErr)
+    ASSERT_EQ(PMPrinterSendJob(printer.get(), settings.get(), OpenPages().get(), &job, nullptr), noErr)
         << text(PMGetLastErrorText());
     cups_job_t* waiting = nullptr;
     const int count = cupsGetJobs2(CUPS_HTTP_DEFAULT, &waiting, "tavro", 0, CUPS_WHICHJOBS_ACTIVE);
@@ -384,9 +382,7 @@ TEST_F(Queues, HoldAJobUntilItsTime) {
     // More than a day ahead, as on a day of 25 hours.
     const std::time_t midnight = std::time(nullptr) / 86400 * 86400;
     settings.setString(kPMJobHoldUntilTimeKey, "47:30");
-    ASSERT_EQ(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job, nullptr),
-              noErr);
+    ASSERT_EQ(PMPrinterSendJob(printer.get(), settings.get(), OpenPages().get(), &job, nullptr), noErr);
     server.stop(SIGTERM);
     const std::string kept = readFile(folder / "server/cache/job.cache");
     EXPECT_NE(kept.find("HoldUntil " + std::to_string(midnight + 47 * 3600 + 1800) + "\n"), std::string::npos) << kept;
@@ -408,15 +404,11 @@ TEST_F(Queues, SayWhyTheyCannotBeUsed) {
     const Ticket settings;
     SInt32 job = 0;
     server.admin("cupsreject tavro");
-    EXPECT_NE(PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job, nullptr),
-              noErr);
+    EXPECT_NE(PMPrinterSendJob(printer.get(), settings.get(), OpenPages().get(), &job, nullptr), noErr);
     EXPECT_TRUE(text(PMGetLastErrorText()).starts_with("tavro: ")) << text(PMGetLastErrorText());
     EXPECT_EQ(job, 0);
     const Printer withoutQueue(kZR420);
-    EXPECT_EQ(PMPrinterPrintWithFile(withoutQueue.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                     fileURL(kTenPages).get(), &job, nullptr),
-              kPMNoSuchPrinter);
+    EXPECT_EQ(PMPrinterSendJob(withoutQueue.get(), settings.get(), OpenPages().get(), &job, nullptr), kPMNoSuchPrinter);
 }
 
 /// A server that misbehaves, before the real one.
@@ -436,8 +428,7 @@ protected:
     }
 
     OSStatus print(const Printer& printer, const std::filesystem::path& document = kTenPages) {
-        return PMPrinterPrintWithFile(printer.get(), settings.get(), settings.get(), nullptr, nullptr,
-                                      fileURL(document).get(), &job, nullptr);
+        return PMPrinterSendJob(printer.get(), settings.get(), OpenPages(document).get(), &job, nullptr);
     }
     /// The numbers of the jobs that the real server has or had.
     std::string jobs() const {

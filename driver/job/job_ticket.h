@@ -1,12 +1,15 @@
 // Print settings that are made for one purpose and forgotten.
 #pragma once
 
-#include "host/script/text.h"
-#include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFString.h"
 #include "platform/printing/PMTicket.h"
+#include "platform/printing/text.h"
 
 #include <string>
+
+/// Who sets an item: the driver.
+#define kDriverClient CFSTR("com.tavro.print.driver")
 
 /// A print settings ticket of its own: what it says of a job beyond the session's settings is not what a settings file
 /// keeps.
@@ -23,13 +26,13 @@ public:
 
     [[nodiscard]] PMTicketRef get() const { return ticket_; }
     void set(CFStringRef key, const std::string& value) {
-        PMTicketSetCFString(ticket_, kHostClient, key, cfString(value).get(), kPMUnlocked);
+        PMTicketSetCFString(ticket_, kDriverClient, key, makeString(value).get(), kPMUnlocked);
     }
     /// Chooses an option of a PPD main keyword.
-    void choose(CFStringRef mainKeyword, CFStringRef option) {
+    void choose(const std::string& mainKeyword, const std::string& option) {
         CFMutableDictionaryRef pairs = nullptr;
         if (PMTicketGetPPDDict(ticket_, kPMTopLevel, &pairs) == noErr) {
-            CFDictionarySetValue(pairs, mainKeyword, option);
+            CFDictionarySetValue(pairs, makeString(mainKeyword).get(), makeString(option).get());
         }
     }
 

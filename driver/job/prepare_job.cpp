@@ -1,0 +1,196 @@
+#include "driver/job/prepare_job.h"
+
+#include "driver/instructions/read_instructions.h"
+#include "driver/instructions/ticket_values.h"
+#include "driver/job/controller_instructions.h"
+#include "driver/job/page_codes.h"
+#include "driver/job/printer_abilities.h"
+#include "model/ppd_access.h"
+#include "platform/foundation/CFURL.h"
+#include "platform/printing/text.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const char* kUniversalExit = "\x1B%-12345X";
+/// Of the work: the pages come first, and take less time than their PostScript.
+constexpr int kPercentOfPages = 30;
+
+std::string choiceOf(PMTicketRef ticket, const char* mainKeyword) {
+    CFStringRef option = nullptr;
+    PPDGetMainKeywordValue(ticket, makeString(mainKeyword).get(), &option);
+    return utf8Text(option);
+}
+
+CFRef<CFURLRef> urlOf(const std::string& path) {
+    return CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
+        nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()), false));
+}
+
+/// Instructions among commands, with the way back to PostScript.
+std::string headerOf(const Instructions& instructions) {
+    if (instructions.empty()) {
+        return {};
+    }
+    std::string header = kUniversalExit;
+    for (const auto& [name, value] : instructions) {
+        header += instructionLine(name, value);
+    }
+    return header + "@PJL ENTER LANGUAGE=POSTSCRIPT\n";
+}
+
+std::size_t countSides(const SheetPlan& plan) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < plan.sheets.size(); ++i) {
+        count += (plan.isSent(i, false) ? 1U : 0U) + (plan.isSent(i, true) ? 1U : 0U);
+    }
+    return count;
+}
+
+PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
+    PMPaper found{};
+    if (PMPrinterGetPaper(printer, makeString(paper.size).get(), &found) != noErr) {
+        return {kUsualPage, 0, 0, kUsualPage.width, kUsualPage.height};
+    }
+    return {{found.width, found.height}, found.left, found.bottom, found.right, found.top};
+}
+
+class JobMaker {
+public:
+    JobMaker(const JobSource& source, const PagesProgress& progress, PreparedJob* job)
+        : source_(source),
+          progress_(progress),
+          abilities_(abilitiesOf(source.printer)),
+          instructions_(readInstructions(source.printSettings, source.pageFormat)),
+          plan_(planSheets(instructions_, std::ssize(source.pages.sizes))),
+          usual_{choiceOf(source.printSettings, kLightnessKeyword),
+                 instructions_.isNegative && abilities_.printsNegatives},
+          job_(*job) {}
+
+    bool make() {
+        if (plan_.sheets.empty()) {
+            return fail("has none of the pages that are chosen");
+        }
+        leaveToPrinter();
+        job_.count = countSides(plan_);
+        if (!needsPostScript()) {
+            return makePDF(&job_.pages, 100);
+        }
+        PrivateFile pages;
+        return makePDF(&pages, kPercentOfPages) && makePostScript(pages);
+    }
+
+private:
+    bool fail(const std::string& reason) {
+        job_.fault = reason.empty() ? std::string() : errorLine(source_.document, reason);
+        return false;
+    }
+
+    /// Chooses options of the PPD for what the printer does, and those that would do again what the pages have.
+    void leaveToPrinter() {
+        const PageLayout usual = layoutOf(instructions_, source_.pages.sizes.at(firstPage()));
+        layout_ = usual;
+        layout_.isMirrored = usual.isMirrored && !abilities_.mirrors;
+        layout_.isRotated = usual.isRotated && !abilities_.rotates;
+        const auto choose = [&](bool isWanted, const char* keyword, const char* option) {
+            if (isWanted) {
+                job_.settings.choose(keyword, option);
+            }
+        };
+        choose(usual.isMirrored && abilities_.mirrors, kMirrorKeyword, "True");
+        choose(usual.isRotated && abilities_.rotates, kRotateKeyword, "True");
+        choose(instructions_.isNegative && abilities_.printsNegatives, kNegativeKeyword, "True");
+        choose(!choiceOf(job_.settings.get(), kCoversKeyword).empty(), kCoversKeyword, "None");
+        // A booklet may have paper of its own, and is two-sided.
+        const Paper& paper = plan_.papers.front();
+        choose(!paper.size.empty(), "PageSize", paper.size.c_str());
+        choose(plan_.sheets.front().sides == Sides::longEdge, "Duplex", "DuplexNoTumble");
+        choose(plan_.sheets.front().sides == Sides::shortEdge, "Duplex", "DuplexTumble");
+    }
+
+    [[nodiscard]] std::size_t firstPage() const {
+        const auto pages = chosenPages(instructions_, std::ssize(source_.pages.sizes));
+        return pages.empty() ? 0 : static_cast<std::size_t>(pages.front());
+    }
+
+    /// A printer with a filter of its own gets pages only.
+    bool needsPostScript() {
+        if (!abilities_.readsPostScript) {
+            return false;
+        }
+        told_ = controllerInstructions(instructions_, plan_);
+        const bool isMoreThanItsKind = told_.size() > 1;
+        if (!needsController(instructions_) && !(instructions_.hasJobInstructions && isMoreThanItsKind)) {
+            told_.clear();
+        }
+        const bool isUncollated = plan_.copies > 1 && !plan_.isCollated;  // which filters of PDF forget
+        return !told_.empty() || !isUniform(plan_, usual_) || isUncollated;
+    }
+
+    bool makePDF(PrivateFile* pages, int percent) {
+        if (!isKept(*pages)) {
+            return failOf(kPMCannotWriteOutput);
+        }
+        PagesOrder order{source_.document, &plan_, layout_, {}, source_.faxCover, source_.mark};
+        for (const Paper& paper : plan_.papers) {
+            order.papers.push_back(shapeOf(source_.printer, paper));
+        }
+        std::string reason;
+        const auto report = [&](int done) { return !progress_ || progress_(done * percent / 100); };
+        if (makePages(order, *pages, report, &reason)) {
+            return true;
+        }
+        job_.isEnded = reason == kJobEnded;
+        return isKept(*pages) ? fail(reason) : failOf(kPMCannotWriteOutput);
+    }
+
+    bool makePostScript(const PrivateFile& pages) {
+        if (!isKept(job_.pages)) {
+            return failOf(kPMCannotWriteOutput);
+        }
+        PageCodes codes;
+        if (!isUniform(plan_, usual_)) {
+            codes = pageCodesOf(plan_, source_.printer, usual_);
+        }
+        while (codes.count() < job_.count) {
+            codes.add({});
+        }
+        const auto report = [&](std::size_t page) {
+            constexpr int kRest = 100 - kPercentOfPages;
+            return !progress_ || progress_(kPercentOfPages + static_cast<int>(kRest * (page - 1) / job_.count));
+        };
+        PostScriptEditor editor(headerOf(told_), codes, report, job_.pages);
+        const OSStatus status =
+            PMWritePostScript(pages.descriptor(), urlOf(source_.document).get(),
+                              makeString(choiceOf(job_.settings.get(), "Resolution")).get(), &editor);
+        job_.isEnded = editor.isEnded();
+        if (!isKept(job_.pages) || status != noErr) {
+            return failOf(status);
+        }
+        job_.arePostScript = true;
+        return editor.finish() || fail("its PostScript has not all of its pages");
+    }
+
+    /// The platform has said why.
+    bool failOf(OSStatus) {
+        job_.fault = utf8Text(PMGetLastErrorText());
+        return false;
+    }
+
+    const JobSource& source_;
+    const PagesProgress& progress_;
+    PrinterAbilities abilities_;
+    JobInstructions instructions_;
+    SheetPlan plan_;
+    UsualChoices usual_;
+    PageLayout layout_;
+    Instructions told_;
+    PreparedJob& job_;
+};
+
+}  // namespace
+
+bool prepareJob(const JobSource& source, const PagesProgress& progress, PreparedJob* job) {
+    return JobMaker(source, progress, job).make();
+}

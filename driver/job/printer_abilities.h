@@ -1,0 +1,25 @@
+// What a printer can do by itself, so that the pages need not.
+#pragma once
+
+#include "driver/job/job_ticket.h"
+#include "platform/printing/PMPrinter.h"
+
+#include <string>
+
+// Main keywords of the maker's PPDs that the driver chooses options of.
+inline constexpr const char* kMirrorKeyword = "TRMirrorPrint";
+inline constexpr const char* kNegativeKeyword = "TRNegativePrint";
+inline constexpr const char* kRotateKeyword = "TRRotate180";
+inline constexpr const char* kLightnessKeyword = "TRImageQuality";
+inline constexpr const char* kCoversKeyword = "JCLCovers";
+
+/// Whether the PPD has the option.
+bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option);
+
+struct PrinterAbilities {
+    bool readsPostScript = true;  // so that code and instructions can stand in front of each page
+    bool mirrors = false;
+    bool rotates = false;
+    bool printsNegatives = false;
+};
+PrinterAbilities abilitiesOf(PMPrinter printer);

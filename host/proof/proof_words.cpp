@@ -1,0 +1,189 @@
+#include "host/proof/proof_words.h"
+
+#include "host/script/text.h"
+#include "host/settings/setting_words.h"
+#include "host/settings/texts.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+/// Parts of names of commands whose values are secret, as HOLDKEY is.
+constexpr std::array<std::string_view, 4> kSecrets{"KEY", "PASS", "CARD", "PREFIX"};
+
+/// Names of folds to their texts.
+struct FoldRow {
+    std::string_view style;
+    const char* text;
+};
+constexpr std::array kFolds{
+    // style, text
+    FoldRow{"Booklet", "Proof Fold Booklet"},
+    FoldRow{"BookletStaple", "Proof Fold Booklet Staple"},
+    FoldRow{"CTri", "Proof Fold C"},
+    FoldRow{"ZTri", "Proof Fold Z"},
+};
+
+bool isNothing(const std::string& value) {
+    return value.empty() || value == "0" || value == "false" || value == "null" || value == "--nostringval--";
+}
+
+/// One line that does nothing to a terminal.
+std::string plain(const std::string& text) {
+    std::string line = readable(text);
+    std::ranges::replace_if(
+        line, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, ' ');
+    return line;
+}
+
+std::string trimmed(const std::string& text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+/// "2" of "Type=1 StapleCount=2" and "StapleCount"; empty when it is not there.
+std::string detail(const std::string& details, const std::string& name) {
+    const std::string all = " " + details + " ";
+    const std::size_t at = all.find(" " + name + "=");
+    return at == std::string::npos ? std::string()
+                                   : all.substr(at + name.size() + 2, all.find(' ', at + 1) - at - name.size() - 2);
+}
+
+class Words {
+public:
+    Words(const Proof& proof, const Printer& printer, CFBundleRef texts)
+        : proof_(proof), printer_(printer), session_(printer, {}, nullptr, {}), texts_(texts) {}
+
+    std::vector<std::string> make() {
+        for (const std::string& command : proof_.commands) {
+            tellCommand(command);
+        }
+        for (const auto& [name, value] : proof_.instructions) {
+            add("Proof Instruction", {name, value});
+        }
+        tellCopies();
+        for (const ProofSheet& sheet : proof_.sheets) {
+            tellSheet(sheet);
+        }
+        tellFinishing();
+        return std::move(lines_);
+    }
+
+private:
+    std::string text(const char* key, const std::vector<std::string>& values = {}) const {
+        return utf8(localized(texts_, CFStringMakeConstant(key), values).get());
+    }
+    void add(const char* key, const std::vector<std::string>& values) { lines_.push_back(plain(text(key, values))); }
+
+    /// Only settings: all other commands say where the job begins and ends.
+    void tellCommand(const std::string& command) {
+        constexpr std::string_view kSet = "SET ";
+        const std::size_t equals = command.find('=');
+        if (!command.starts_with(kSet) || equals == std::string::npos) {
+            return;
+        }
+        const std::string name = trimmed(command.substr(kSet.size(), equals - kSet.size()));
+        const bool isSecret = std::ranges::any_of(
+            kSecrets, [&name](std::string_view part) { return name.find(part) != std::string::npos; });
+        add("Proof Command", {name, isSecret ? text("Proof Secret") : trimmed(command.substr(equals + 1))});
+    }
+
+    void tellCopies() {
+        if (proof_.copies > 1) {
+            add(proof_.isCollated ? "Proof Copies" : "Proof Copies Uncollated", {std::to_string(proof_.copies)});
+        }
+    }
+
+    /// What the printer calls an option; one that it does not have as it stands.
+    std::string option(const char* mainKeyword, const std::string& value) const {
+        const auto words = settingWords(session_, texts_, mainKeyword, value);
+        return words ? words->choice : value;
+    }
+
+    /// The PPD's name of a size; "100 x 200" (points) for one that it has not.
+    std::string sizeWords(const std::string& points) const {
+        char* end = nullptr;
+        const double width = std::strtod(points.c_str(), &end);
+        const double height = std::strtod(end, nullptr);
+        for (CFIndex i = 0; i < PMPrinterCountPapers(printer_.get()); ++i) {
+            PMPaper paper{};
+            if (PMPrinterGetIndPaper(printer_.get(), i, &paper) == noErr && std::abs(paper.width - width) < 1 &&
+                std::abs(paper.height - height) < 1) {
+                return utf8(paper.title);
+            }
+        }
+        return text("Proof Size", {std::to_string(std::lround(width)), std::to_string(std::lround(height))});
+    }
+
+    std::string sideWords(const ProofSide& side) const {
+        constexpr std::size_t kMostText = 60;
+        return side.isBlank        ? text("Proof Blank")
+               : side.text.empty() ? text("Proof Without Text")
+                                   : text("Proof Text", {shortened(side.text, kMostText)});
+    }
+
+    void tellSheet(const ProofSheet& sheet) {
+        std::string paper;
+        const auto join = [&paper](const std::string& words) { paper += (paper.empty() ? "" : ", ") + words; };
+        if (const std::string size = sheet.value("PageSize"); !size.empty()) {
+            join(sizeWords(size));
+        }
+        for (const char* keyword : {"MediaColor", "MediaType"}) {
+            if (const std::string value = sheet.value(keyword); !value.empty()) {
+                join(option(keyword, value));
+            }
+        }
+        const std::string number = std::to_string(++sheets_);
+        paper = paper.empty() ? text("Proof Any Paper") : paper;
+        if (sheet.isTwoSided) {
+            add(sheet.isTumbled ? "Proof Sheet Tumbled" : "Proof Sheet Two Sides",
+                {number, paper, sideWords(sheet.side1), sideWords(sheet.side2)});
+        } else {
+            add("Proof Sheet", {number, paper, sideWords(sheet.side1)});
+        }
+    }
+
+    /// What the page device was asked for; empty for nothing.
+    std::string wish(const char* key) const {
+        const auto found = proof_.finishing.find(key);
+        return found == proof_.finishing.end() || isNothing(found->second) ? std::string() : found->second;
+    }
+
+    void tellFinishing() {
+        const auto tell = [this](const char* key, const char* details, const char* name, const char* words) {
+            if (!wish(key).empty()) {
+                const std::string count = detail(wish(details), name);
+                add(words, {count.empty() ? wish(key) : count});
+            }
+        };
+        tell("Staple", "StapleDetails", "StapleCount", "Proof Staples");
+        tell("Punch", "PunchDetails", "HoleCount", "Proof Holes");
+        if (!wish("Fold").empty()) {
+            const std::string style = detail(wish("FoldDetails"), "FoldStyle");
+            const auto* const row = std::ranges::find(kFolds, style, &FoldRow::style);
+            add("Proof Fold", {row == kFolds.end() ? style : text(row->text)});
+        }
+        if (!wish("Jog").empty()) {
+            add("Proof Offset", {});
+        }
+        if (!wish("OutputType").empty()) {
+            add("Proof Tray", {option("OutputBin", wish("OutputType"))});
+        }
+    }
+
+    const Proof& proof_;
+    const Printer& printer_;
+    PrintSession session_;  // what the printer does by itself
+    CFBundleRef texts_;
+    std::size_t sheets_ = 0;
+    std::vector<std::string> lines_;
+};
+
+}  // namespace
+
+std::vector<std::string> proofWords(const Proof& proof, const Printer& printer, CFBundleRef texts) {
+    return Words(proof, printer, texts).make();
+}
