@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstdio>
 #include <cstring>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -62,6 +63,8 @@ CFTypeID CFStringGetTypeID() {
 CFStringRef CFStringMakeConstant(const char* text) {
     // Never destroyed: constant strings are used until the last static object is gone.
     static auto& constants = *new ConstantStrings;
+    static auto& mutex = *new std::mutex;
+    const std::lock_guard lock(mutex);
     const std::string_view key(text);
     auto found = constants.find(key);
     if (found == constants.end()) {

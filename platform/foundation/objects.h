@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QString>
 
+#include <atomic>
 #include <limits>
 #include <type_traits>
 #include <variant>
@@ -41,13 +42,15 @@ public:
     /// Equal objects have equal hashes.
     virtual CFHashCode hash() const { return reinterpret_cast<std::uintptr_t>(this); }
 
+    // Owners may be in several threads.
     void retain() const {
-        if (count_ != kImmortal) {
-            ++count_;
+        if (count_.load(std::memory_order_relaxed) != kImmortal) {
+            count_.fetch_add(1, std::memory_order_relaxed);
         }
     }
     void release() const {
-        if (count_ != kImmortal && --count_ == 0) {
+        if (count_.load(std::memory_order_relaxed) != kImmortal &&
+            count_.fetch_sub(1, std::memory_order_acq_rel) == 1) {
             delete this;
         }
     }
@@ -64,7 +67,7 @@ protected:
 
 private:
     ObjectKind kind_;
-    mutable CFIndex count_;
+    mutable std::atomic<CFIndex> count_;
 };
 
 struct CFStringObject final : CFObject {

@@ -27,7 +27,8 @@ OSStatus PMPrinterCreateFromPrinterID(CFStringRef printerID, PMPrinter* printer)
 OSStatus PMPrinterRetain(PMPrinter printer);
 OSStatus PMPrinterRelease(PMPrinter printer);
 
-/// Why the last call of this header failed: one line that names the file or queue; lent, null when it did not fail.
+/// Why this thread's last call of this header failed: one line that names the file or queue; lent, null when it did not
+/// fail.
 CFStringRef PMGetLastErrorText();
 
 /// Asks the user for the name and password that the print server `server` (its host name) wants: new strings in *user
@@ -181,3 +182,6 @@ OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, co
 /// job in a file.
 OSStatus PMPrinterSendJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, SInt32* jobID,
                           CFStringRef* obstacle);
+/// Ends what another thread is about with one of the last three: it fails, and has taken back what it had begun.
+/// Nothing when there is none.
+void PMCancelJob();

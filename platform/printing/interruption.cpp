@@ -16,13 +16,19 @@ std::atomic<int> signalThatCame;
 std::atomic<int> event = -1;
 std::array<struct sigaction, kSignals.size()> formerActions;
 
+constexpr int kNoSignal = -1;  // somebody has interrupted
+
+void wake() {
+    const std::uint64_t one = 1;
+    [[maybe_unused]] const ssize_t ignored = write(event, &one, sizeof one);
+}
+
 void keep(int signal) {
-    if (signalThatCame.exchange(signal) != 0) {
+    if (signalThatCame.exchange(signal) > 0) {
         std::signal(signal, SIG_DFL);
         raise(signal);  // when the handler has returned
     }
-    const std::uint64_t one = 1;
-    [[maybe_unused]] const ssize_t ignored = write(event, &one, sizeof one);
+    wake();
 }
 
 }  // namespace
@@ -47,8 +53,15 @@ Interruption::~Interruption() {
         }
     }
     close(event.exchange(-1));
-    if (const int signal = signalThatCame.exchange(0); signal != 0) {
+    if (const int signal = signalThatCame.exchange(0); signal > 0) {
         raise(signal);
+    }
+}
+
+void interrupt() {
+    int none = 0;
+    if (event >= 0 && signalThatCame.compare_exchange_strong(none, kNoSignal)) {
+        wake();
     }
 }
 

@@ -12,7 +12,10 @@ public:
     Interruption& operator=(const Interruption&) = delete;
 };
 
-/// Whether such a signal has come.
+/// Does what a signal does, but ends nothing of the program than what is under way. From any thread.
+void interrupt();
+
+/// Whether such a signal has come, or somebody has interrupted.
 bool isInterrupted();
 
 /// A descriptor that can be read from the moment when one has come; -1 for none. Nobody reads it.

@@ -8,9 +8,10 @@
 
 namespace {
 
+/// Of the thread that made the call.
 CFRef<CFStringRef>& lastError() {
-    static auto* const text = new CFRef<CFStringRef>;
-    return *text;
+    static thread_local CFRef<CFStringRef> text;
+    return text;
 }
 
 }  // namespace

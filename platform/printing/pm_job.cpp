@@ -114,6 +114,10 @@ OSStatus checkQueue(const OpaquePMPrinter& printer, QueueState* state) {
 
 }  // namespace
 
+void PMCancelJob() {
+    interrupt();
+}
+
 Boolean PMPrinterReadsPostScript(PMPrinter printer) {
     return printer != nullptr && readsPostScript(*printer);
 }

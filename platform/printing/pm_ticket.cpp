@@ -7,6 +7,7 @@
 #include "platform/foundation/CFString.h"
 
 #include <limits>
+#include <mutex>
 #include <unordered_map>
 #include <vector>
 
@@ -59,6 +60,7 @@ struct Ticket {
 class TicketTable {
 public:
     PMTicketRef add() {
+        const std::lock_guard lock(mutex_);
         do {
             last_ = last_ == std::numeric_limits<PMTicketRef>::max() ? 1 : last_ + 1;
         } while (tickets_.contains(last_));
@@ -67,13 +69,18 @@ public:
     }
 
     Ticket* find(PMTicketRef handle) {
+        const std::lock_guard lock(mutex_);
         const auto found = tickets_.find(handle);
         return found == tickets_.end() ? nullptr : &found->second;
     }
 
-    bool remove(PMTicketRef handle) { return tickets_.erase(handle) > 0; }
+    bool remove(PMTicketRef handle) {
+        const std::lock_guard lock(mutex_);
+        return tickets_.erase(handle) > 0;
+    }
 
 private:
+    std::mutex mutex_;  // of the table; a ticket is one thread's at a time
     PMTicketRef last_ = 0;
     std::unordered_map<PMTicketRef, Ticket> tickets_;
 };
