@@ -33,6 +33,7 @@ std::string valueText(ControlRef control) {
     switch (GetControlKind(control)) {
         case ControlKind::littleArrows:
         case ControlKind::slider:
+        case ControlKind::progressBar:
             return value + " of " + std::to_string(GetControl32BitMinimum(control)) + " to " +
                    std::to_string(GetControl32BitMaximum(control));
         case ControlKind::popUp:

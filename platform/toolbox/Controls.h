@@ -34,6 +34,7 @@ enum class ControlKind {
     list,
     clock,
     picture,
+    progressBar,
 };
 ControlKind GetControlKind(ControlRef control);
 const char* ControlKindName(ControlKind kind);

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QComboBox>
+#include <QProgressBar>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QSpinBox>
@@ -62,6 +63,8 @@ Range rangeOf(const OpaqueControlRef& control) {
             }
             return {qobject_cast<QAbstractSlider*>(widget)->minimum(),
                     qobject_cast<QAbstractSlider*>(widget)->maximum()};
+        case ControlKind::progressBar:
+            return {qobject_cast<QProgressBar*>(widget)->minimum(), qobject_cast<QProgressBar*>(widget)->maximum()};
         case ControlKind::tabs:
             return {1, qobject_cast<QTabWidget*>(widget) != nullptr ? qobject_cast<QTabWidget*>(widget)->count()
                                                                     : qobject_cast<QTabBar*>(widget)->count()};
@@ -80,6 +83,8 @@ void setLimit(ControlRef control, Limit set) {
         set(*slider);
     } else if (auto* spinBox = qobject_cast<QSpinBox*>(control->widget)) {
         set(*spinBox);
+    } else if (auto* bar = qobject_cast<QProgressBar*>(control->widget)) {
+        set(*bar);
     }
 }
 
@@ -108,6 +113,8 @@ SInt32 GetControl32BitValue(ControlRef control) {
                 return spinBox->value();
             }
             return qobject_cast<QAbstractSlider*>(widget)->value();
+        case ControlKind::progressBar:
+            return qobject_cast<QProgressBar*>(widget)->value();
         case ControlKind::tabs:
             return (qobject_cast<QTabWidget*>(widget) != nullptr ? qobject_cast<QTabWidget*>(widget)->currentIndex()
                                                                  : qobject_cast<QTabBar*>(widget)->currentIndex()) +
@@ -144,6 +151,9 @@ void SetControl32BitValue(ControlRef control, SInt32 value) {
             } else {
                 qobject_cast<QAbstractSlider*>(widget)->setValue(value);
             }
+            break;
+        case ControlKind::progressBar:
+            qobject_cast<QProgressBar*>(widget)->setValue(value);
             break;
         case ControlKind::tabs:
             if (auto* pages = qobject_cast<QTabWidget*>(widget)) {

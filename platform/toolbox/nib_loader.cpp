@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -64,8 +65,9 @@ constexpr std::array kKindNames = {
     KindName{ControlKind::list, "list"},
     KindName{ControlKind::clock, "clock"},
     KindName{ControlKind::picture, "picture"},
+    KindName{ControlKind::progressBar, "progressBar"},
 };
-static_assert(kKindNames.size() == static_cast<std::size_t>(ControlKind::picture) + 1);
+static_assert(kKindNames.size() == static_cast<std::size_t>(ControlKind::progressBar) + 1);
 
 /// Makes our own widgets where the toolbox needs more than Qt's.
 class NibLoader final : public QUiLoader {
@@ -245,6 +247,9 @@ ControlKind kindOfClass(const QWidget* widget) {
     }
     if (qobject_cast<const QSlider*>(widget) != nullptr) {
         return ControlKind::slider;
+    }
+    if (qobject_cast<const QProgressBar*>(widget) != nullptr) {
+        return ControlKind::progressBar;
     }
     if (qobject_cast<const QTabBar*>(widget) != nullptr || qobject_cast<const QTabWidget*>(widget) != nullptr) {
         return ControlKind::tabs;
