@@ -38,6 +38,11 @@ enum HostControl : SInt32 {
     kServerPassword = 112,
     kServerPasswordOK = 113,
     kServerPasswordCancel = 114,
+    // The window that shows how far a job is.
+    kJobProgressTitle = 120,
+    kJobProgressBar = 121,
+    kJobProgressState = 122,
+    kJobProgressCancel = 123,
 };
 
 /// Null when the window has no such control.

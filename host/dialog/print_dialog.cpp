@@ -1,5 +1,6 @@
 #include "host/dialog/print_dialog.h"
 
+#include "host/dialog/job_progress.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/start_marks.h"
 #include "host/dialog/window_place.h"
@@ -291,7 +292,13 @@ void PrintDialog::accept() {
         return;
     }
     script::stopWatchdog();  // a long document may take its time
-    const JobOutcome job = sendJob(setup_.job.document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
+    const Document& document = setup_.job.document;
+    JobWork work(document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
+    // A script's next line shall not meet a window that comes and goes by itself.
+    const JobOutcome job = setup_.scripted ? work.run() : runWithProgress(&work, document, bundle_);
+    if (job.isCancelled) {
+        return;
+    }
     if (!job.failure.empty()) {
         showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
                    cfString(job.failure));

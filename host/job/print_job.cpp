@@ -1,7 +1,6 @@
 #include "host/job/print_job.h"
 
 #include "driver/instructions/read_instructions.h"
-#include "driver/job/prepare_job.h"
 #include "host/job/cover_sheet.h"
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
@@ -68,7 +67,7 @@ std::string jobName(const std::string& queue, SInt32 jobID) {
 }
 
 JobOutcome outcomeOf(OSStatus status) {
-    return {status == noErr ? std::string() : utf8(PMGetLastErrorText()), status == kPMPrinterChanged, {}};
+    return {status == noErr ? std::string() : utf8(PMGetLastErrorText()), status == kPMPrinterChanged, false, {}};
 }
 
 }  // namespace
@@ -86,41 +85,68 @@ std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, 
     return sentences;
 }
 
-JobOutcome sendJob(const Document& document, const Printer& printer, const PrintSession& session,
-                   const std::string& jobOut, CFBundleRef texts) {
+JobWork::JobWork(const Document& document, const Printer& printer, const PrintSession& session,
+                 const std::string& jobOut, CFBundleRef texts)
+    : document_(document),
+      printer_(printer),
+      session_(session),
+      jobOut_(jobOut),
+      faxCover_(makeCoverSheet(document, session, texts)) {
     std::string fault;
-    const JobSource source{printer.get(),
-                           session.printSettings(),
-                           session.pageFormat(),
-                           document.path,
-                           document.pages,
-                           makeCoverSheet(document, session, texts),
-                           readMark(session, &fault)};
+    mark_ = readMark(session, &fault);
     if (!fault.empty()) {
         tell("watermark", fault);
     }
-    PreparedJob job(session.printSettings());
-    if (!prepareJob(source, {}, &job)) {
-        return {job.fault, false, {}};
-    }
     if (const CFStringRef correction = findOutputColorCorrection(session)) {
-        job.settings.choose(utf8(kColorCorrectionKeyword), utf8(correction));
+        colorCorrection_ = utf8(correction);
     }
-    if (const auto passcode = readPasscode(job.settings.get())) {
-        job.settings.set(kPMJobPasscodeKey, *passcode);
+}
+
+void JobWork::cancel() {
+    isCancelled_ = true;
+    PMCancelJob();
+}
+
+JobOutcome JobWork::run() {
+    const JobSource source{printer_.get(), session_.printSettings(), session_.pageFormat(),
+                           document_.path, document_.pages,          faxCover_,
+                           mark_};
+    const auto progress = [this](int percent) {
+        percent_ = percent;
+        return !isCancelled_;
+    };
+    PreparedJob job(session_.printSettings());
+    JobOutcome outcome;
+    if (!prepareJob(source, progress, &job)) {
+        outcome.failure = job.fault;
+    } else {
+        percent_ = 100;
+        outcome = isCancelled_ ? JobOutcome{} : send(&job);
     }
-    const auto url = fileURL(document.path);
-    const PMJobPages pages{job.pages.descriptor(), job.arePostScript, static_cast<CFIndex>(job.count), url.get()};
-    if (!jobOut.empty()) {
-        return outcomeOf(PMPrinterWriteJobToURL(printer.get(), job.settings.get(), &pages, fileURL(jobOut).get()));
+    // What was printed is printed, although somebody has changed his mind meanwhile.
+    outcome.isCancelled = isCancelled_ && (!outcome.failure.empty() || job.isEnded || percent_ < 100);
+    return outcome;
+}
+
+JobOutcome JobWork::send(PreparedJob* job) {
+    if (!colorCorrection_.empty()) {
+        job->settings.choose(utf8(kColorCorrectionKeyword), colorCorrection_);
     }
-    addPrintTime(&job.settings);  // a file waits for nobody
+    if (const auto passcode = readPasscode(job->settings.get())) {
+        job->settings.set(kPMJobPasscodeKey, *passcode);
+    }
+    const auto url = fileURL(document_.path);
+    const PMJobPages pages{job->pages.descriptor(), job->arePostScript, static_cast<CFIndex>(job->count), url.get()};
+    if (!jobOut_.empty()) {
+        return outcomeOf(PMPrinterWriteJobToURL(printer_.get(), job->settings.get(), &pages, fileURL(jobOut_).get()));
+    }
+    addPrintTime(&job->settings);  // a file waits for nobody
     SInt32 jobID = 0;
     CFStringRef obstacle = nullptr;
-    JobOutcome outcome = outcomeOf(PMPrinterSendJob(printer.get(), job.settings.get(), &pages, &jobID, &obstacle));
+    JobOutcome outcome = outcomeOf(PMPrinterSendJob(printer_.get(), job->settings.get(), &pages, &jobID, &obstacle));
     const auto owner = CFRef<CFStringRef>::adopt(obstacle);
     if (outcome.failure.empty()) {
-        const std::string name = jobName(printer.queue(), jobID);
+        const std::string name = jobName(printer_.queue(), jobID);
         printLine(stdout, name);
         outcome.obstacle = obstacle == nullptr ? std::string() : name + ": waits, " + utf8(obstacle);
     }

@@ -1,16 +1,19 @@
 // Sending the job.
 #pragma once
 
+#include "driver/job/prepare_job.h"
 #include "host/job/document.h"
 #include "host/settings/left_out.h"
 #include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
 
+#include <atomic>
+#include <optional>
 #include <string>
 #include <vector>
 
-/// What sendJob will not be able to do as the settings say, a sentence in the user's words each: a watermark that
-/// cannot be drawn, and, in a queue, a print time that has passed. sendJob itself tells it on standard error, where
+/// What the job will not be able to do as the settings say, a sentence in the user's words each: a watermark that
+/// cannot be drawn, and, in a queue, a print time that has passed. The job itself tells it on standard error, where
 /// nobody looks who opened the dialog from a desktop. `texts` is the program's own bundle.
 std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, CFBundleRef texts);
 
@@ -18,13 +21,42 @@ std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, 
 struct JobOutcome {
     std::string failure;  // why it was not sent or written, in a line that names the file or queue; else empty
     bool isPrinterChanged = false;  // the failure: the settings are to be looked at again, with the printer opened anew
+    bool isCancelled = false;       // nothing of it is left
     std::string obstacle;           // why it waits in its queue, in a line; else empty
 };
 
-/// Prints the document with the session's settings: to the printer's queue, whose name for the job ("QUEUE-123") then
+/// The document printed with the session's settings: to the printer's queue, whose name for the job ("QUEUE-123") then
 /// stands on standard output in a line, or, when `jobOut` is not empty, as printer-ready PostScript to that file. The
 /// job has its watermark, and its cover sheet in front if it is a fax that has one. A secure print job is held for its
 /// passcode by the printer, or not sent; a delayed one by the queue, until its time. `texts` is the program's own
-/// bundle. Blocks until it is done.
-JobOutcome sendJob(const Document& document, const Printer& printer, const PrintSession& session,
-                   const std::string& jobOut, CFBundleRef texts);
+/// bundle.
+class JobWork {
+public:
+    /// Takes what needs the session; tells on standard error what cannot be drawn. All arguments but the texts must
+    /// stay as they are as long as it runs.
+    JobWork(const Document& document, const Printer& printer, const PrintSession& session, const std::string& jobOut,
+            CFBundleRef texts);
+
+    /// Does it, in any thread, and blocks until it is done.
+    JobOutcome run();
+
+    // While it runs, from another thread.
+
+    /// Ends it soon: it leaves no file, no job and no process.
+    void cancel();
+    /// How far the pages are, from 0 to 100. Then they are on their way to the printer, which nobody can measure.
+    [[nodiscard]] int percent() const { return percent_; }
+
+private:
+    JobOutcome send(PreparedJob* job);
+
+    const Document& document_;
+    const Printer& printer_;
+    const PrintSession& session_;
+    const std::string& jobOut_;
+    std::string faxCover_;
+    std::optional<PageMark> mark_;
+    std::string colorCorrection_;  // an option of the PPD that the job needs; empty for none
+    std::atomic<int> percent_ = 0;
+    std::atomic<bool> isCancelled_ = false;
+};

@@ -34,7 +34,7 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
     for (const std::string& sentence : tellLeftOut(session, setup.document.pageCount, setup.way(), texts)) {
         printLine(stderr, "tavro-print: " + sentence);
     }
-    const JobOutcome job = sendJob(setup.document, setup.printer, session, setup.jobOut, texts);
+    const JobOutcome job = JobWork(setup.document, setup.printer, session, setup.jobOut, texts).run();
     if (!job.failure.empty()) {
         return {ExitStatus::notSent, job.failure};
     }

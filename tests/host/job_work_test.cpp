@@ -1,0 +1,82 @@
+// A job under way: how far it is, and what is left of it when it is cancelled.
+#include "host/job/print_job.h"
+#include "tests/host/settings_session.h"
+#include "tests/support/places.h"
+#include "tests/support/print_server.h"
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <future>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class JobWorks : public SettingsTest {
+protected:
+    JobWorks() {
+        fs::create_directories(folder / "cups/filter");
+        fs::create_directory(folder / "tmp");
+        setenv("TMPDIR", (folder / "tmp").c_str(), 1);
+    }
+    ~JobWorks() override {
+        unsetenv("TMPDIR");
+        unsetenv("CUPS_SERVERBIN");
+    }
+
+    /// A filter that says who it is, and does not end by itself.
+    void stopIn(const std::string& filter) const {
+        const std::string path = (folder.path() / "cups/filter" / filter).string();
+        std::ofstream(path) << "#!/bin/sh\necho $$ >'" << process() << "'\nexec sleep 30\n";
+        fs::permissions(path, fs::perms::owner_all);
+        setenv("CUPS_SERVERBIN", (folder / "cups").c_str(), 1);
+    }
+    std::string process() const { return folder / "process"; }
+
+    Result<Document> document = openDocument(sourcePath("tests/data/ten-pages.pdf"));
+    std::string jobFile = folder / "job.ps";
+};
+
+}  // namespace
+
+TEST_F(JobWorks, TellHowFarTheyAre) {
+    ASSERT_TRUE(document);
+    const auto settings = session(cover("FrontCover", 1, number("Color", 2)), {});
+    JobWork work(*document, printer, *settings, jobFile, bundle.get());
+    EXPECT_EQ(work.percent(), 0);
+    const JobOutcome outcome = std::async(std::launch::async, [&] { return work.run(); }).get();
+    EXPECT_EQ(outcome.failure, "");
+    EXPECT_FALSE(outcome.isCancelled);
+    EXPECT_EQ(work.percent(), 100);
+    EXPECT_GT(fs::file_size(jobFile), 10'000U);
+}
+
+TEST_F(JobWorks, LeaveNothingWhenTheyAreCancelled) {
+    ASSERT_TRUE(document);
+    // Once while code comes to the pages, and once on the way to the printer.
+    const auto withCover = session(cover("FrontCover", 1, number("Color", 2)), {});
+    const auto plain = session("", {});
+    for (const auto* settings : {withCover.get(), plain.get()}) {
+        for (const char* filter : {"pdftops", "pdftopdf"}) {
+            stopIn(filter);
+        }
+        fs::remove(process());
+        JobWork work(*document, printer, *settings, jobFile, bundle.get());
+        auto outcome = std::async(std::launch::async, [&] { return work.run(); });
+        EXPECT_TRUE(eventually([this] { return fs::exists(process()) && fs::file_size(process()) > 1; }));
+        work.cancel();
+        EXPECT_TRUE(outcome.get().isCancelled);
+        EXPECT_FALSE(fs::exists(jobFile));
+        EXPECT_TRUE(fs::is_empty(folder / "tmp"));
+        int id = 0;
+        std::ifstream(process()) >> id;
+        EXPECT_GT(id, 0);
+        EXPECT_NE(kill(id, 0), 0) << "its filter still runs";
+    }
+    // Before it has begun.
+    JobWork work(*document, printer, *plain, jobFile, bundle.get());
+    work.cancel();
+    EXPECT_TRUE(work.run().isCancelled);
+    EXPECT_FALSE(fs::exists(jobFile));
+}
