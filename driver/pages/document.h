@@ -8,15 +8,18 @@
 #include <vector>
 
 struct DocumentPages {
-    std::vector<Size> sizes;  // as they are shown: turned, and in points
+    std::vector<Size> sizes;  // as they are shown: turned, and in points; kMostPlannedPages at most
     bool isRepaired = false;  // it was damaged, and may lack something
 };
 
-/// The pages of a file. Nothing, with the reason, for a file that is no PDF, has no pages, or must not be printed. A
-/// damaged one is repaired as far as that goes.
+/// The pages of an open plain file. Nothing, with the reason, for a file that is no PDF, has no pages or too many, or
+/// must not be printed. A damaged one is repaired as far as that goes.
 ///
-/// What strangers made is read by a library here: whoever does not trust it calls this in a process of its own.
-std::optional<DocumentPages> readDocument(const std::string& path, std::string* reason);
+/// What strangers made is read by a library here, through memory that ends where the file does: whoever does not trust
+/// it calls this in a process of its own (driver/worker).
+std::optional<DocumentPages> readDocument(int file, std::string* reason);
 
 /// The size of a page whose own makes no sense.
 inline constexpr Size kUsualPage{612, 792};
+/// No side of a page is longer, in points: it is what no paper has, but a plan that is made to fit.
+inline constexpr double kLongestSide = 200 * 72 * 100;

@@ -1,10 +1,14 @@
 #include "driver/pages/make_pages.h"
 
+#include "driver/pages/page_tree.h"
 #include "driver/pages/sheet_sides.h"
+#include "platform/files/plain_file.h"
 
 #include <qpdf/Pipeline.hh>
 #include <qpdf/QPDFWriter.hh>
 
+#include <cerrno>
+#include <cstdint>
 #include <stdexcept>
 
 namespace {
@@ -43,17 +47,9 @@ private:
     const PagesProgress& progress_;
 };
 
-/// The new tree of pages is flat: nothing looks for a page in it.
-void replacePages(QPDF& pdf, const std::vector<QPDFObjectHandle>& pages) {
-    QPDFObjectHandle tree = pdf.makeIndirectObject(QPDFObjectHandle::newDictionary());
-    for (QPDFObjectHandle page : pages) {
-        page.replaceKey("/Parent", tree);
-    }
-    tree.replaceKey("/Type", QPDFObjectHandle::newName("/Pages"));
-    tree.replaceKey("/Kids", QPDFObjectHandle::newArray(pages));
-    tree.replaceKey("/Count", QPDFObjectHandle::newInteger(static_cast<long long>(pages.size())));
-    pdf.getRoot().replaceKey("/Pages", tree);
-    // What else a document has leads to pages that are not printed, and keeps them.
+/// Leaves nothing of the document but what is printed: what else it has leads to its pages, and keeps them.
+void keepOnly(QPDF& pdf, const std::vector<QPDFObjectHandle>& pages) {
+    replacePages(pdf, pages);
     for (const char* const key : {"/Outlines", "/Dests", "/Names", "/OpenAction", "/PageLabels", "/Threads",
                                   "/StructTreeRoot", "/MarkInfo", "/AA", "/PieceInfo"}) {
         pdf.getRoot().removeKey(key);
@@ -64,7 +60,12 @@ void replacePages(QPDF& pdf, const std::vector<QPDFObjectHandle>& pages) {
 
 bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& progress, std::string* reason) {
     SinkPipeline pipeline(output);
-    const std::shared_ptr<QPDF> pdf = openPDF(order.document, reason);
+    if (!openPlainFile(order.document, INT64_MAX)) {  // only what is needed of it is read
+        *reason = readFault(errno, INT64_MAX);
+        return false;
+    }
+    const std::shared_ptr<QPDF> pdf =
+        openPDF([&](QPDF& opened) { opened.processFile(order.document.c_str()); }, reason);
     if (!pdf) {
         return false;
     }
@@ -79,7 +80,7 @@ bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& p
                 }
             }
         }
-        replacePages(*pdf, pages);
+        keepOnly(*pdf, pages);
         QPDFWriter writer(*pdf);
         writer.setOutputPipeline(&pipeline);
         writer.setPreserveEncryption(false);  // the filters have no password

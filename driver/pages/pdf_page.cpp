@@ -1,17 +1,12 @@
 #include "driver/pages/pdf_page.h"
 
-#include "platform/files/plain_file.h"
-
 #include <qpdf/QPDFExc.hh>
 
 #include <algorithm>
-#include <cerrno>
+#include <array>
 #include <cmath>
-#include <cstdint>
 
 namespace {
-
-constexpr double kLargestSide = 200 * 72 * 100;  // points: what no paper has, but a plan that is made to fit
 
 using Rectangle = QPDFObjectHandle::Rectangle;
 
@@ -24,7 +19,7 @@ std::optional<Rectangle> rectangleOf(QPDFObjectHandle box) {
                                             [](double side) { return std::isfinite(side); });
     const double width = sides.urx - sides.llx;
     const double height = sides.ury - sides.lly;
-    return isSane && width >= 1 && height >= 1 && width <= kLargestSide && height <= kLargestSide ? std::optional(sides)
+    return isSane && width >= 1 && height >= 1 && width <= kLongestSide && height <= kLongestSide ? std::optional(sides)
                                                                                                   : std::nullopt;
 }
 
@@ -70,7 +65,7 @@ PageBox boxOf(QPDFPageObjectHelper page) {
     if (unit.isNumber()) {
         const double points = unit.getNumericValue();
         const double longer = std::max(shown.box.urx - shown.box.llx, shown.box.ury - shown.box.lly);
-        shown.unit = std::isfinite(points) && points > 0.001 && points * longer <= kLargestSide ? points : 1;
+        shown.unit = std::isfinite(points) && points > 0.001 && points * longer <= kLongestSide ? points : 1;
     }
     QPDFObjectHandle rotate = page.getAttribute("/Rotate", false);
     if (rotate.isInteger() && rotate.getIntValue() % 90 == 0) {
@@ -94,15 +89,11 @@ std::string reasonOf(const std::exception& error) {
     }
 }
 
-std::shared_ptr<QPDF> openPDF(const std::string& path, std::string* reason) {
-    if (!openPlainFile(path, INT64_MAX)) {  // only what is needed of it is read
-        *reason = readFault(errno, INT64_MAX);
-        return nullptr;
-    }
+std::shared_ptr<QPDF> openPDF(const std::function<void(QPDF&)>& read, std::string* reason) {
     try {
         auto pdf = std::make_shared<QPDF>();
         pdf->setSuppressWarnings(true);
-        pdf->processFile(path.c_str());
+        read(*pdf);
         if (!pdf->allowPrintLowRes()) {
             *reason = "is encrypted and does not allow printing";
             return nullptr;

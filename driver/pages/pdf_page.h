@@ -6,6 +6,10 @@
 #include <qpdf/QPDF.hh>
 #include <qpdf/QPDFPageObjectHelper.hh>
 
+#include <functional>
+#include <memory>
+#include <string>
+
 /// What is shown of a page.
 struct PageBox {
     QPDFObjectHandle::Rectangle box;  // in the page's own units
@@ -19,8 +23,8 @@ struct PageBox {
 
 PageBox boxOf(QPDFPageObjectHelper page);
 
-/// Opens a file that may be printed. Nothing, with the reason, for any other.
-std::shared_ptr<QPDF> openPDF(const std::string& path, std::string* reason);
+/// Opens a document that may be printed; `read` gives it its bytes. Nothing, with the reason, for any other.
+std::shared_ptr<QPDF> openPDF(const std::function<void(QPDF&)>& read, std::string* reason);
 
 /// What went wrong, in the words of a line.
 std::string reasonOf(const std::exception& error);

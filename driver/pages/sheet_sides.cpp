@@ -1,5 +1,6 @@
 #include "driver/pages/sheet_sides.h"
 
+#include "driver/pages/page_tree.h"
 #include "driver/pages/pdf_text.h"
 
 #include <qpdf/Pl_Buffer.hh>
@@ -65,8 +66,8 @@ bool hasAnnotations(QPDFPageObjectHelper page) {
 }  // namespace
 
 SheetSides::SheetSides(QPDF& pdf, const PagesOrder& order) : pdf_(pdf), order_(order) {
+    flattenPages(pdf);
     QPDFPageDocumentHelper document(pdf);
-    document.pushInheritedAttributesToPage();
     std::vector<QPDFPageObjectHelper> pages = document.getAllPages();
     if (std::ranges::any_of(pages, hasAnnotations)) {
         flattenAnnotations(pdf);
@@ -77,6 +78,9 @@ SheetSides::SheetSides(QPDF& pdf, const PagesOrder& order) : pdf_(pdf), order_(o
         sizes_.push_back(pages_.back().box.size());
     }
     for (const std::int32_t cell : order.plan->cells) {
+        if (cell >= std::ssize(pages_)) {
+            throw std::runtime_error("has other pages than when it was opened");
+        }
         if (cell != kBlankCell && (firstPage_ == kBlankCell || cell < firstPage_)) {
             firstPage_ = cell;
         }

@@ -3,6 +3,7 @@
 #include "driver/pages/make_pages.h"
 #include "driver/pages/document.h"
 #include "platform/files/pending_file.h"
+#include "platform/files/plain_file.h"
 #include "tests/driver/pdf_maker.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/places.h"
@@ -20,7 +21,7 @@ protected:
     /// What comes out of the document, in words.
     std::string made(const JobInstructions& job, const PaperShape& paper = kLetter) {
         std::string reason;
-        const auto pages = readDocument(document, &reason);
+        const auto pages = readDocument(openPlainFile(document, INT64_MAX).get(), &reason);
         if (!pages) {
             return reason;
         }
@@ -172,11 +173,36 @@ TEST_F(MakePages, RefusesWhatMustNotBePrinted) {
     EXPECT_EQ(made({}), "612x792: P1@72,694");
 }
 
+TEST_F(MakePages, TreesOfPagesAreWalkedAsFarAsTheyMakeSense) {
+    const auto addTree = [this](const TestPage& page, const std::vector<std::string>& nodes) {
+        std::string tree = pdfOf({page}, "", nodes);
+        tree.replace(tree.find("/Pages 2 0 R"), 12, "/Pages 4 0 R");
+        add(tree);
+    };
+    // Pages at different depths, one of them twice, with what it inherits; entries that are no pages.
+    addTree({""}, {"<</Type/Pages/Count 9000000000/MediaBox[0 0 792 612]/Kids[7 0 R 5 0 R 77 0 R (x)]>>",
+                   "<</Kids[7 0 R<</Type/Page/MediaBox[0 0 612 792]>>]>>"});
+    EXPECT_EQ(made({}), "612x792: P1@514,676\n612x792: P1@514,676\n612x792:");
+    addTree({}, {"<</Kids[2 0 R 4 0 R]>>"});
+    EXPECT_EQ(made({}), "is damaged: some of its pages stand in a circle, or twice");
+    // Libraries go down by calling themselves.
+    for (const int levels : {900, 30000}) {
+        std::vector<std::string> chain;
+        for (int node = 5; node < levels + 4; ++node) {
+            chain.push_back("<</Kids[" + std::to_string(node) + " 0 R]>>");
+        }
+        chain.emplace_back("<</Kids[2 0 R]>>");
+        addTree({}, chain);
+        EXPECT_EQ(made({}), levels == 900 ? "612x792: P1@72,694"
+                                          : "keeps its pages in groups inside of groups, more than 1000 levels deep");
+    }
+}
+
 TEST_F(MakePages, DamagedDocumentsAreRepaired) {
     std::string damaged = pdfOf({{}, {}});
     damaged.replace(damaged.find("startxref\n") + 10, 3, "999");
     add(damaged);
     EXPECT_EQ(made({}), "612x792: P1@72,694\n612x792: P2@72,694");
     std::string reason;
-    EXPECT_TRUE(readDocument(document, &reason)->isRepaired);
+    EXPECT_TRUE(readDocument(openPlainFile(document, INT64_MAX).get(), &reason)->isRepaired);
 }
