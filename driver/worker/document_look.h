@@ -1,0 +1,41 @@
+// Looking at a document in a process of its own: what strangers made may crash the library that reads it, take all
+// memory, or take for ever, but not in the program that the user sees.
+#pragma once
+
+#include "driver/pages/document.h"
+#include "platform/files/descriptor.h"
+
+#include <optional>
+#include <string>
+
+#include <sys/types.h>
+
+/// What looking at a document may take. A million ordinary pages take 0.8 GB and some ten seconds.
+struct LookLimits {
+    int seconds = 30;  // of the processor's time
+    int megabytes = 1024;
+    int patience = 60;  // seconds that are waited for the result
+};
+
+/// A look that goes on while the program does something else. It ends with the object, and with the program.
+class DocumentLook {
+public:
+    /// Opens the file and has the program `worker` (tavro-pages) look at it.
+    DocumentLook(const std::string& worker, const std::string& path, const LookLimits& limits = {});
+    ~DocumentLook();
+    DocumentLook(const DocumentLook&) = delete;
+    DocumentLook& operator=(const DocumentLook&) = delete;
+
+    /// Waits for the result, which is there once. Nothing, with the reason.
+    [[nodiscard]] std::optional<DocumentPages> finish(std::string* reason);
+
+private:
+    int start(int document);
+    int end();
+
+    std::string worker_;
+    LookLimits limits_;
+    std::string fault_;
+    Descriptor report_;
+    pid_t process_ = -1;
+};
