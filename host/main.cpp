@@ -203,7 +203,8 @@ ExitStatus proof(const CommandLine& line) {
     return fail(bundle ? printProof(line.proof, *printer, bundle->get()) : bundle.failure());
 }
 
-ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, char* programName) {
+ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, OpeningDocument* document,
+                     char* programName) {
     openToolbox(programName, line.isScripted());
     askPasswordsInWindows(programName, line.isScripted());
     markStart("toolbox");
@@ -216,6 +217,12 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
         return fail(plugin.failure());
     }
     markStart("plug-in");
+    auto opened = document->finish();
+    if (!opened) {
+        return failToOpen(opened.failure(), line, programName);
+    }
+    job.document = std::move(*opened);
+    markStart("document");
     PrinterChoice choice = choiceOf(job.printer, line);
     auto dialog = PrintDialog::make(bundle->get(), **plugin, {std::move(job), std::move(choice), line.isScripted()});
     if (!dialog) {
@@ -229,6 +236,7 @@ ExitStatus run(const CommandLine& line, char* programName) {
     if (!line.proof.empty()) {
         return proof(line);
     }
+    OpeningDocument document(line.document, pageReaderPath());  // goes on while the rest is opened
     auto parsed = openScript(line.script);
     if (!parsed) {
         return fail(parsed.failure());
@@ -241,13 +249,19 @@ ExitStatus run(const CommandLine& line, char* programName) {
     }
     auto job = openJobSetup(line, samplePPDPath());
     if (!job) {
-        return failToOpen(job.failure(), line, programName);
+        const auto opened = document.finish();
+        return failToOpen(opened ? job.failure() : opened.failure(), line, programName);
     }
     markStart("input");
-    if (line.check) {
-        return check(*job);
+    if (!line.print && !line.check) {
+        return runDialog(line, *parsed, std::move(*job), &document, programName);
     }
-    return line.print ? printAtOnce(*job, programName) : runDialog(line, *parsed, std::move(*job), programName);
+    auto opened = document.finish();
+    if (!opened) {
+        return failToOpen(opened.failure(), line, programName);
+    }
+    job->document = std::move(*opened);
+    return line.check ? check(*job) : printAtOnce(*job, programName);
 }
 
 }  // namespace

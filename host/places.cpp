@@ -34,6 +34,10 @@ std::string hostBundlePath() {
     return firstExisting({"../TavroPrint.bundle", TAVRO_LIBRARY_PLACE "/TavroPrint.bundle"});
 }
 
+std::string pageReaderPath() {
+    return firstExisting({"../lib/tavro-pages", TAVRO_LIBRARY_PLACE "/tavro-pages"});
+}
+
 std::string samplePPDPath() {
     return firstExisting({"../ppd/Tavro-ZR420.ppd", TAVRO_DATA_PLACE "/ppd/tavro/Tavro-ZR420.ppd"});
 }

@@ -7,5 +7,7 @@
 std::string pluginPath();
 /// The program's own bundle, with its windows and texts.
 std::string hostBundlePath();
+/// The program that looks at documents (driver/worker).
+std::string pageReaderPath();
 /// The PPD of the sample printer.
 std::string samplePPDPath();

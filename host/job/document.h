@@ -1,10 +1,11 @@
 // The document that is printed.
 #pragma once
 
-#include "driver/pages/document.h"
+#include "driver/worker/document_look.h"
 #include "host/settings/result.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 struct Document {
@@ -14,6 +15,16 @@ struct Document {
     std::int64_t pageCount = 0;
 };
 
-/// The PDF at the path; an empty path gives a document without a name and pages. The failure says what is wrong with
-/// it.
-Result<Document> openDocument(const std::string& path);
+/// A document that is being looked at, in a process of its own, while the program gets ready.
+class OpeningDocument {
+public:
+    /// Begins with the PDF at the path; an empty path is no document. `pageReader` is the program that looks at it.
+    OpeningDocument(const std::string& path, const std::string& pageReader);
+
+    /// Waits for it, once. No document has no name and no pages. The failure says what is wrong with it.
+    Result<Document> finish();
+
+private:
+    std::string path_;
+    std::optional<DocumentLook> look_;
+};

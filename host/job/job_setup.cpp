@@ -33,10 +33,6 @@ Result<JobSettings> readStartingSettings(const CommandLine& line) {
 }  // namespace
 
 Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& samplePPD) {
-    auto document = openDocument(line.document);
-    if (!document) {
-        return document.failure();
-    }
     auto printer = openChosenPrinter(line, samplePPD);
     if (!printer) {
         return printer.failure();
@@ -49,5 +45,5 @@ Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& sample
     if (!settings) {
         return settings.failure();
     }
-    return JobSetup{*document, *printer, *settings, originOf(line), *installed, line.ticketOut, line.jobOut};
+    return JobSetup{{}, *printer, *settings, originOf(line), *installed, line.ticketOut, line.jobOut};
 }

@@ -22,6 +22,7 @@ struct JobSetup {
     JobWay way() const { return jobOut.empty() ? JobWay::queue : JobWay::file; }
 };
 
-/// Opens everything that the command line names and that may be missing or broken. `samplePPD` is the printer when it
+/// Opens everything that the command line names and that may be missing or broken, but for the document, which is being
+/// looked at meanwhile (OpeningDocument). `samplePPD` is the printer when it
 /// names none and the default queue is none of the maker's. May wait for the print server.
 Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& samplePPD);

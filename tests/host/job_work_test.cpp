@@ -34,7 +34,8 @@ protected:
     }
     std::string process() const { return folder / "process"; }
 
-    Result<Document> document = openDocument(sourcePath("tests/data/ten-pages.pdf"));
+    Result<Document> document =
+        OpeningDocument(sourcePath("tests/data/ten-pages.pdf"), stagePath("lib/tavro-pages")).finish();
     std::string jobFile = folder / "job.ps";
 };
 

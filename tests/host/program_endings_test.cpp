@@ -120,6 +120,24 @@ TEST_F(Interruptions, TakeAllAwayThatWasBegun) {
     EXPECT_TRUE(isEmpty(temporary));
 }
 
+TEST_F(Endings, EndTheLookAtADocument) {
+    const std::string endless = add("endless.pdf", "%PDF-1.6\n");
+    fs::resize_file(endless, std::uintmax_t{5} << 30);
+    for (const int signal : {SIGINT, SIGKILL}) {
+        std::string reader;
+        whileRunning = [&](pid_t program) {
+            const std::string process = "/proc/" + std::to_string(program);
+            EXPECT_TRUE(eventually([&] {
+                std::istringstream(contentOf(process + "/task/" + std::to_string(program) + "/children")) >> reader;
+                return contentOf("/proc/" + reader + "/comm") == "tavro-pages\n";
+            }));
+            kill(program, signal);
+        };
+        EXPECT_EQ(run({"--print", "--ppd", kZR420, "--job-out", jobs + "/job.ps", endless}).status, -signal);
+        EXPECT_TRUE(eventually([&] { return contentOf("/proc/" + reader + "/cmdline").empty(); }));
+    }
+}
+
 TEST_F(Interruptions, LeaveNoCoreFileWithAPasscode) {
     rlimit limit{};
     getrlimit(RLIMIT_CORE, &limit);

@@ -19,10 +19,10 @@ protected:
         EXPECT_EQ(run.output, "");
     }
 
-    /// A copy of what is staged, to be broken: the program, its bundle and the plug-in.
+    /// A copy of what is staged, to be broken: the programs, the bundle and the plug-in.
     std::string copyStage() const {
         const fs::path copy = folder.path() / "stage";
-        for (const char* part : {"bin/tavro-print", "TavroPrint.bundle", "plugins"}) {
+        for (const char* part : {"bin/tavro-print", "lib/tavro-pages", "TavroPrint.bundle", "plugins"}) {
             fs::create_directories((copy / part).parent_path());
             fs::copy(stagePath(part), copy / part, fs::copy_options::recursive);
         }
@@ -116,6 +116,10 @@ TEST_F(Refusals, PartsThatAreMissingOrBroken) {
     expectRefusal(script("ok", {}, {"TAVRO_PLUGIN_DIR=" + folder.path().string()}), 4, "TavroFeatures.plugin");
 
     const std::string stage = copyStage();
+    const std::string pageReader = stage + "/lib/tavro-pages";
+    fs::rename(pageReader, folder / "kept");
+    expectRefusal(runCopy(stage), 4, kTenPages + ": cannot be looked at: ", "lib/tavro-pages: No such file");
+    fs::rename(folder / "kept", pageReader);
     const std::string nib = stage + "/TavroPrint.bundle/Contents/Resources/PrintDialog.nib";
     std::ofstream(nib + "/PrintDialog.ui") << "<ui";
     expectRefusal(runCopy(stage), 4, "PrintDialog.ui", "line");
