@@ -3,6 +3,7 @@
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
 #include "model/page_layers.h"
+#include "model/ppd_access.h"
 #include "model/setting_map.h"
 #include "model/special_page.h"
 #include "model/ticket_items.h"
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr SInt32 kMostShade = 3;
+constexpr const char* kPrintersOwnType = "SystemDefault";  // of MediaType: says nothing
 
 /// Hands over each element that is a dictionary.
 template <typename Take>
@@ -39,6 +41,42 @@ std::optional<CoverInstruction> readCover(PMTicketRef ticket, CFStringRef item) 
                             : sides == kCoverBothSides ? CoverPrint::both
                                                        : CoverPrint::blank,
                             paperOf(dictionary)};
+}
+
+std::string choice(PMTicketRef ticket, const std::string& mainKeyword) {
+    CFStringRef option = nullptr;
+    PPDGetMainKeywordValue(ticket, makeString(mainKeyword).get(), &option);
+    return utf8Text(option);
+}
+
+/// The cover that the printer's own options ask for.
+CoverInstruction coverOfOptions(PMTicketRef ticket, bool isPair, bool isBlank) {
+    const std::string media = isPair ? "JCLFrontBackMedia" : "JCLMedia";
+    Paper paper;
+    paper.color = choice(ticket, media + "Color");
+    paper.type = choice(ticket, media + "Type");
+    if (paper.type == kPrintersOwnType) {
+        paper.type.clear();
+    }
+    return {isBlank ? CoverPrint::blank : CoverPrint::both, paper};
+}
+
+/// The panels' records have the last word. Options without records come from a queue, and of a pair of equal covers
+/// the panels may leave the record of the front one.
+void readCovers(PMTicketRef ticket, JobInstructions* job) {
+    job->frontCover = readCover(ticket, kFrontCoverItem);
+    job->backCover = readCover(ticket, kBackCoverItem);
+    const std::string covers = choice(ticket, "JCLCovers");
+    if (job->backCover || covers.empty() || covers == "None") {
+        return;
+    }
+    const bool isPair = covers.ends_with("Back");
+    if (!job->frontCover) {
+        job->frontCover = coverOfOptions(ticket, isPair, covers.starts_with("Blank"));
+    }
+    if (isPair) {
+        job->backCover = job->frontCover;
+    }
 }
 
 void readInserts(CFArrayRef list, JobInstructions* job) {
@@ -115,8 +153,7 @@ std::optional<Sides> sidesOf(SInt32 value) {
 }
 
 void readSpecialPages(PMTicketRef ticket, JobInstructions* job) {
-    job->frontCover = readCover(ticket, kFrontCoverItem);
-    job->backCover = readCover(ticket, kBackCoverItem);
+    readCovers(ticket, job);
     readInserts(arrayOf(ticket, kInsertListItem), job);
     readExceptions(arrayOf(ticket, kExceptionListItem), job);
     readSeparators(ticket, job);
