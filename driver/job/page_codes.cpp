@@ -19,17 +19,6 @@ std::string codeOf(PMPrinter printer, const char* mainKeyword, const std::string
     return utf8Text(CFRef<CFStringRef>::adopt(code).get());
 }
 
-const char* duplexOf(Sides sides) {
-    switch (sides) {
-        case Sides::longEdge:
-            return "DuplexNoTumble";
-        case Sides::shortEdge:
-            return "DuplexTumble";
-        default:
-            return "None";
-    }
-}
-
 constexpr int kLightest = -3;
 constexpr std::array kLightness{"Lightest", "Lighter", "Light", "Normal", "Dark", "Darker", "Darkest"};
 
@@ -45,7 +34,7 @@ public:
             code += paperCode(sheet.paper);
         }
         if (isFirst || sides_ != sheet.sides) {
-            code += codeOf(printer_, "Duplex", duplexOf(sheet.sides));
+            code += codeOf(printer_, "Duplex", duplexOption(sheet.sides));
         }
         // Code that sets up the printer sets back how dark it prints.
         const std::string lightness = lightnessOf(side);
@@ -94,6 +83,17 @@ private:
 };
 
 }  // namespace
+
+const char* duplexOption(Sides sides) {
+    switch (sides) {
+        case Sides::longEdge:
+            return "DuplexNoTumble";
+        case Sides::shortEdge:
+            return "DuplexTumble";
+        default:
+            return "None";
+    }
+}
 
 PageCodes pageCodesOf(const SheetPlan& plan, PMPrinter printer, const UsualChoices& usual) {
     CodeMaker maker(plan, printer, usual);

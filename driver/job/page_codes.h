@@ -13,6 +13,9 @@ struct UsualChoices {
     bool isNegative = false;  // by the printer, which would make sides black that nothing is printed on
 };
 
+/// The option of Duplex.
+const char* duplexOption(Sides sides);
+
 /// The code of each page that the plan sends: that of its paper, its sides and its lightness, where they differ from
 /// those of the page before; that of the first page is always there.
 PageCodes pageCodesOf(const SheetPlan& plan, PMPrinter printer, const UsualChoices& usual);

@@ -102,11 +102,11 @@ private:
         choose(usual.isRotated && abilities_.rotates, kRotateKeyword, "True");
         choose(instructions_.isNegative && abilities_.printsNegatives, kNegativeKeyword, "True");
         choose(!choiceOf(job_.settings.get(), kCoversKeyword).empty(), kCoversKeyword, "None");
-        // A booklet may have paper of its own, and is two-sided.
-        const Paper& paper = plan_.papers.front();
+        // A booklet may have paper of its own. It is two-sided whatever the job is, and a fax is not.
+        const Paper& paper = plan_.papers[plan_.sheets.front().paper];
         choose(!paper.size.empty(), "PageSize", paper.size.c_str());
-        choose(plan_.sheets.front().sides == Sides::longEdge, "Duplex", "DuplexNoTumble");
-        choose(plan_.sheets.front().sides == Sides::shortEdge, "Duplex", "DuplexTumble");
+        const Sides sides = plan_.sheets.front().sides;
+        choose(sides != instructions_.sides, "Duplex", duplexOption(sides));
     }
 
     [[nodiscard]] std::size_t firstPage() const {
