@@ -56,6 +56,9 @@ private:
         std::string& code = papers_[number];
         if (code.empty()) {
             const Paper& paper = plan_.papers[number];
+            if (!usual_.tray.empty() && usual_.tray != kAnyTray) {
+                code += codeOf(printer_, kTrayKeyword, number == 0 ? usual_.tray : kAnyTray);
+            }
             for (const auto& [keyword, option] :
                  {std::pair{"PageSize", &paper.size}, {"MediaType", &paper.type}, {"MediaColor", &paper.color}}) {
                 code += codeOf(printer_, keyword, *option);

@@ -10,6 +10,7 @@
 /// What a job's pages are printed with where a page has nothing of its own.
 struct UsualChoices {
     std::string lightness;    // TRImageQuality; empty for the PPD's default
+    std::string tray;         // InputSlot, which other paper does not come from; empty for none
     bool isNegative = false;  // by the printer, which would make sides black that nothing is printed on
 };
 

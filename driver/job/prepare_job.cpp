@@ -64,7 +64,7 @@ public:
           abilities_(abilitiesOf(source.printer)),
           instructions_(readInstructions(source.printSettings, source.pageFormat)),
           plan_(planSheets(instructions_, std::ssize(source.pages.sizes))),
-          usual_{choiceOf(source.printSettings, kLightnessKeyword),
+          usual_{choiceOf(source.printSettings, kLightnessKeyword), choiceOf(source.printSettings, kTrayKeyword),
                  instructions_.isNegative && abilities_.printsNegatives},
           job_(*job) {}
 

@@ -12,6 +12,8 @@ inline constexpr const char* kNegativeKeyword = "TRNegativePrint";
 inline constexpr const char* kRotateKeyword = "TRRotate180";
 inline constexpr const char* kLightnessKeyword = "TRImageQuality";
 inline constexpr const char* kCoversKeyword = "JCLCovers";
+inline constexpr const char* kTrayKeyword = "InputSlot";
+inline constexpr const char* kAnyTray = "AutoSelect";  // of InputSlot: the one that has the paper
 
 /// Whether the PPD has the option.
 bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option);
