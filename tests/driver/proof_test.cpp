@@ -1,6 +1,7 @@
 // Jobs read as a printer reads them: small ones, made by hand.
 
 #include "driver/proof/proof.h"
+#include "tests/driver/proof_words.h"
 #include "tests/files/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -17,19 +18,9 @@ protected:
         std::ofstream(folder_ / "job.ps", std::ios::binary) << job;
         return readProof(folder_ / "job.ps", &reason_, 1);
     }
-    /// "Blue[Hello|-]": paper, and what the sides show; "s" behind a sheet that is turned over its short edge.
-    static std::string words(const Proof& proof) {
-        std::string all;
-        for (const ProofSheet& sheet : proof.sheets) {
-            const auto side = [](const ProofSide& printed) { return printed.isBlank ? "-" : printed.text; };
-            all += (all.empty() ? "" : " ") + sheet.value("MediaColor") + "[" + side(sheet.side1);
-            all += (sheet.isTwoSided ? "|" + side(sheet.side2) : "") + (sheet.isTumbled ? "]s" : "]");
-        }
-        return all;
-    }
-    std::string wordsOf(const std::string& postScript) {
+    std::string wordsOfPages(const std::string& postScript) {
         const auto proof = read("%!PS\n" + postScript);
-        return proof ? words(*proof) : reason_;
+        return proof ? wordsOf(*proof) : reason_;
     }
 
     TemporaryFolder folder_;
@@ -58,7 +49,7 @@ TEST_F(Proofs, HaveCommandsInstructionsAndSheets) {
     EXPECT_EQ(proof->setting("LATE"), "1");
     EXPECT_EQ(proof->instruction("job-name"), std::vector<std::string>{"50%\n"});
     EXPECT_EQ(proof->instructions.size(), 1U);
-    EXPECT_EQ(words(*proof), "[one] [two]");
+    EXPECT_EQ(wordsOf(*proof), "[one] [two]");
     EXPECT_EQ(proof->copies, 3);
     EXPECT_FALSE(proof->isCollated);
     EXPECT_EQ(proof->finishing.at("StapleDetails"), "StapleCount=2");
@@ -68,21 +59,21 @@ TEST_F(Proofs, HaveCommandsInstructionsAndSheets) {
 }
 
 TEST_F(Proofs, FollowThePaper) {
-    EXPECT_EQ(wordsOf(kFont + device("/Duplex true/Tumble true/MediaColor(White)") + page("1") + page("2") + page("3") +
-                      device("/MediaColor(Blue)") + page("4") + "showpage\n" + device("/Duplex false/MediaColor null") +
-                      page("5")),
-              "White[1|2]s White[3|-]s Blue[4|-]s [5]")
+    EXPECT_EQ(wordsOfPages(kFont + device("/Duplex true/Tumble true/MediaColor(White)") + page("1") + page("2") +
+                           page("3") + device("/MediaColor(Blue)") + page("4") + "showpage\n" +
+                           device("/Duplex false/MediaColor null") + page("5")),
+              "[1|2]s [3|-]s Blue[4|-]s [5]")
         << "another paper begins a new sheet";
-    EXPECT_EQ(wordsOf(kFont + device("/PageSize[595 842]") + page("1") +
-                      "1 setgray 0 0 300 300 rectfill showpage 0 setgray " + "save " + device("/MediaType(Heavy)") +
-                      page("2") + "restore " + page("3")),
-              "[1] [-] [2] [3]");
+    EXPECT_EQ(wordsOfPages(kFont + device("/PageSize[595 842]") + page("1") +
+                           "1 setgray 0 0 300 300 rectfill showpage 0 setgray " + "save " + page("2") + "restore " +
+                           device("/MediaType(Heavy)") + page("3")),
+              "595x842[1] 595x842[-] 595x842[2] 595x842 Heavy[3]");
 }
 
 TEST_F(Proofs, TellWhatIsWrong) {
     const auto broken = read("%!PS\n" + kFont + page("1") + "nonsense\n" + page("2"));
     ASSERT_TRUE(broken);
-    EXPECT_EQ(words(*broken), "[1]");
+    EXPECT_EQ(wordsOf(*broken), "[1]");
     ASSERT_EQ(broken->errors.size(), 1U);
     EXPECT_NE(broken->errors[0].find("nonsense"), std::string::npos) << broken->errors[0];
 
