@@ -150,9 +150,9 @@ private:
         add("tavro-staples", isNothing(finishing.staples) ? "" : finishing.staples);
         add("tavro-folds", isNothing(finishing.folds) ? "" : finishing.folds);
         add("output-bin", isNothing(finishing.outputTray) ? "" : finishing.outputTray);
-        add("separator-sheets-type", finishing.hasSlipSheets ? "slip-sheets" : "");
-        if (finishing.offset != Offset::none) {
-            const bool hasSubsets = finishing.offset == Offset::subsets;
+        add("separator-sheets-type", find(SheetKind::slipSheet) != sheets_.end() ? "slip-sheets" : "");
+        const bool hasSubsets = finishing.offset == Offset::subsets;
+        if (hasSubsets ? areSubsetsTogether() : finishing.offset == Offset::sets) {
             add("tavro-offset", hasSubsets ? "subsets" : "sets");
             add("tavro-pages-in-subset", hasSubsets ? std::to_string(finishing.pagesPerSubset) : "");
         }
@@ -162,6 +162,11 @@ private:
             add("tavro-booklet-size", job_.booklet->paperSize);
             addIf(job_.booklet->hasOutlines, "tavro-booklet-outlines");
         }
+    }
+
+    /// Where the pages of a subset lie together in each set, and are pages.
+    [[nodiscard]] bool areSubsetsTogether() const {
+        return !job_.booklet && !job_.fax && (plan_.copies == 1 || plan_.isCollated);
     }
 
     void writePaper() {
@@ -287,6 +292,5 @@ bool needsController(const JobInstructions& job) {
                                     job.kind == JobKind::printAndSave || job.kind == JobKind::sampleSet;
     const FinishingInstruction& finishing = job.finishing;
     const bool hasFinishing = finishing.value > kNoFinishing && !finishingsOf(finishing.value).empty();
-    return isDoneByController || hasFinishing || finishing.hasSlipSheets || finishing.offset != Offset::none ||
-           job.notes.has_value();
+    return isDoneByController || hasFinishing || finishing.offset != Offset::none || job.notes.has_value();
 }

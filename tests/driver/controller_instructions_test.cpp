@@ -145,6 +145,10 @@ TEST(ControllerInstructions, SayWhatWasAskedFor) {
               "fax-destination={number=\"*1\"}\n"
               "fax-send-time=2027-09-13T05:20:00\nfax-speed=33600\nfax-resolution=200x200dpi\n"
               "confirmation-sheet-print=false\nfax-cover-sheet=true\nfax-dialing-prefix=true\nfax-credit-card=true\n");
+    JobInstructions folded = jobs[2];
+    folded.finishing = jobs[0].finishing;
+    EXPECT_EQ(lines(tell(folded), "separator-sheets") + lines(tell(folded), "tavro-offset"), "")
+        << "a booklet has none";
     EXPECT_EQ(lines(tell(jobs[2]), "cover-") + lines(tell(jobs[2]), "sides"),
               "cover-back-type=print-both\ncover-back-media-size=A3\ncover-back-media-color=Pink\nsides=two-sided-"
               "short-edge\n");
@@ -175,15 +179,14 @@ TEST(ControllerInstructions, NoTextEndsALine) {
 }
 
 TEST(ControllerInstructions, SomeJobsNeedThem) {
-    std::vector<JobInstructions> jobs(8);
+    std::vector<JobInstructions> jobs(7);
     jobs[0].kind = JobKind::fax;
     jobs[1].kind = JobKind::save;
     jobs[2].kind = JobKind::printAndSave;
     jobs[3].kind = JobKind::sampleSet;
-    jobs[4].finishing.hasSlipSheets = true;
-    jobs[5].finishing.offset = Offset::sets;
-    jobs[6].finishing.value = 1'005'010;
-    jobs[7].notes = JobNotesInstruction{.specialInstructions = "Mind the ink"};
+    jobs[4].finishing.offset = Offset::sets;
+    jobs[5].finishing.value = 1'005'010;
+    jobs[6].notes = JobNotesInstruction{.specialInstructions = "Mind the ink"};
     for (const JobInstructions& job : jobs) {
         EXPECT_TRUE(needsController(job)) << lines(tell(job));
     }
