@@ -1,5 +1,6 @@
 #include "panels/special_pages/special_pages_sync.h"
 
+#include "model/ppd_access.h"
 #include "model/sync_covers.h"
 #include "model/ticket_items.h"
 #include "platform/foundation/CFString.h"
@@ -26,6 +27,13 @@ OSStatus WriteList(const SpecialPageList& list, CFStringRef key, WrittenPages* w
     return status;
 }
 
+/// The layout panel leaves the front one of two equal covers; the printer's option still says that there is a pair.
+bool HasPairOfCovers(PMTicketRef ticket) {
+    CFStringRef covers = nullptr;
+    PPDGetMainKeywordValue(ticket, CFSTR("JCLCovers"), &covers);
+    return CFEqual(covers, CFSTR("BlankFrontBack")) || CFEqual(covers, CFSTR("FrontBack"));
+}
+
 }  // namespace
 
 void ReadSpecialPages(PMTicketRef ticket, SpecialPageRecords* records) {
@@ -35,6 +43,9 @@ void ReadSpecialPages(PMTicketRef ticket, SpecialPageRecords* records) {
     const OSStatus status = PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kJobLevelStockItem, &jobStock);
     records->jobStock = status == noErr ? std::make_unique<Stock>(jobStock) : nullptr;
     SyncCovers(ticket, kCoversFromTicket, &records->frontCover, &records->backCover);
+    if (records->frontCover && !records->backCover && HasPairOfCovers(ticket)) {
+        records->backCover = std::make_unique<Cover>(*records->frontCover);
+    }
 }
 
 OSStatus WriteSpecialPages(SpecialPageRecords* records, PMTicketRef ticket) {

@@ -1,6 +1,7 @@
 // The Special Pages panel between its list, its dialogs and the tickets.
 
 #include "model/page_range.h"
+#include "model/ppd_access.h"
 #include "panels/special_pages/exceptions_dialog.h"
 #include "panels/special_pages/inserts_dialog.h"
 #include "panels/special_pages/page_field.h"
@@ -218,6 +219,16 @@ TEST_F(SpecialPagesPanelTest, DeletesTheSelectedPagesAndNoOthers) {
     EXPECT_EQ(stored(kInsertListKey), -1);
     EXPECT_EQ(stored(kExceptionListKey), -1);
     EXPECT_EQ(sync(false), kPMKeyNotFound) << "the last list's item";
+}
+
+TEST_F(SpecialPagesPanelTest, KeepsBothOfTwoEqualCovers) {
+    putCovers();
+    PPDSetMainKeyword(printer.settings, CFSTR("JCLCovers"), CFSTR("BlankFrontBack"));
+    PMTicketReleaseItem(printer.settings, kPMTopLevel, kBackCoverKey);  // as the layout panel does
+    openPanel();
+    EXPECT_EQ(rows(), "Front Cover; Back Cover; ");
+    sync(false);
+    EXPECT_TRUE(hasCover(kBackCoverKey));
 }
 
 TEST_F(SpecialPagesPanelTest, CancelLeavesTheCoversTheVeryObjects) {
