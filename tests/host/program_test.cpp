@@ -295,6 +295,9 @@ TEST_F(Program, RunsTheExampleOfInsertsAndExceptions) {
     EXPECT_TRUE(hasPair(settings(), "X1", "<integer>13</integer>"));
     EXPECT_TRUE(hasPair(settings(), "EndPage", "<integer>9</integer>"));
     EXPECT_TRUE(hasPair(settings(), "Size", "<integer>75</integer>"));
+
+    runJobExample("production");
+    EXPECT_EQ(papers(), "Blue Green White Pink Goldenrod Yellow ");
 }
 
 TEST_F(Program, RunsTheExampleOfTheSummary) {
