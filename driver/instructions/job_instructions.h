@@ -171,6 +171,9 @@ struct Scaling {
     bool operator==(const Scaling&) const = default;
 };
 
+/// What was asked for; color goes with any color correction of the printer's but the one to black and white.
+enum class OutputColor : std::uint8_t { asPrinter, color, blackAndWhite };
+
 enum class PageSubset : std::uint8_t { all, odd, even };
 
 struct JobInstructions {
@@ -204,7 +207,7 @@ struct JobInstructions {
     std::string separatorColor;                    // MediaColor
 
     FinishingInstruction finishing;
-    bool isBlackAndWhite = false;
+    OutputColor outputColor = OutputColor::asPrinter;
 
     // The job
     JobKind kind = JobKind::print;
@@ -219,3 +222,8 @@ struct JobInstructions {
 /// MediaTypes: transparencies, and what their separators are made of.
 inline constexpr const char* kTransparencyType = "Transparency";
 inline constexpr const char* kPlainType = "Standard";
+
+/// The main keyword of color corrections, and two of its options.
+inline constexpr const char* kColorCorrectionKeyword = "JCLColorCorrection";
+inline constexpr const char* kBlackAndWhiteCorrection = "BlackWhite";
+inline constexpr const char* kAutomaticCorrection = "Auto";

@@ -115,7 +115,10 @@ void readFinishing(PMTicketRef ticket, JobInstructions* job) {
     finishing.outputTray = choice(ticket, CFSTR("OutputBin"));
     finishing.staples = choice(ticket, CFSTR("StapleLocation"));
     finishing.folds = choice(ticket, CFSTR("TRFoldOptions"));
-    job->isBlackAndWhite = GetTicketNumber(ticket, kFinishingOutputColorItem, kOutputInColor) == kOutputInBlackAndWhite;
+    const SInt32 color = GetTicketNumber(ticket, kFinishingOutputColorItem, 0);
+    job->outputColor = color == kOutputInBlackAndWhite ? OutputColor::blackAndWhite
+                       : color == kOutputInColor       ? OutputColor::color
+                                                       : OutputColor::asPrinter;
 }
 
 }  // namespace

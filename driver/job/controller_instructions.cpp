@@ -271,7 +271,7 @@ private:
         addIf(job_.isMirrored, "tavro-mirror");
         add("tavro-rotate", job_.isRotated ? "180" : "");
         add("tavro-watermark", job_.watermark ? job_.watermark->name : "");
-        add("print-color-mode", job_.isBlackAndWhite ? "monochrome" : "");
+        add("print-color-mode", job_.outputColor == OutputColor::blackAndWhite ? "monochrome" : "");
     }
 
     const JobInstructions& job_;

@@ -3,6 +3,7 @@
 #include "driver/instructions/read_instructions.h"
 #include "driver/instructions/ticket_values.h"
 #include "driver/job/controller_instructions.h"
+#include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
 #include "model/ppd_access.h"
@@ -102,6 +103,7 @@ private:
         choose(usual.isRotated && abilities_.rotates, kRotateKeyword, "True");
         choose(instructions_.isNegative && abilities_.printsNegatives, kNegativeKeyword, "True");
         choose(!choiceOf(job_.settings.get(), kCoversKeyword).empty(), kCoversKeyword, "None");
+        chooseColorCorrection(source_.printer, instructions_.outputColor, job_.settings.get());
         // A booklet may have paper of its own. It is two-sided whatever the job is, and a fax is not.
         const Paper& paper = plan_.papers[plan_.sheets.front().paper];
         choose(!paper.size.empty(), "PageSize", paper.size.c_str());

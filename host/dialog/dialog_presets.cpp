@@ -1,9 +1,10 @@
 #include "host/dialog/dialog_presets.h"
 
+#include "driver/instructions/read_instructions.h"
+#include "driver/job/output_color.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/preset_name_dialog.h"
 #include "host/script/text.h"
-#include "host/settings/output_color.h"
 #include "host/settings/preset_content.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
@@ -202,9 +203,9 @@ void DialogPresets::makeDefaults() {
                      localized(bundle_, CFSTR("Preset Cancel Button")))) {
         return;
     }
-    if (const CFStringRef correction = findOutputColorCorrection(session)) {
-        session.setChoice(kColorCorrectionKeyword, correction);
-    }
+    chooseColorCorrection(session.printer().get(),
+                          readInstructions(session.printSettings(), session.pageFormat()).outputColor,
+                          session.printSettings());
     if (PMPrinterSaveDefaultSettings(session.printer().get(), session.printSettings(), session.pageFormat()) != noErr) {
         tell(CFSTR("Preset Defaults Not Saved Header"), utf8(PMGetLastErrorText()));
         return;

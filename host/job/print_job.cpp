@@ -4,7 +4,6 @@
 #include "host/job/cover_sheet.h"
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
-#include "host/settings/output_color.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/terminal_text.h"
 
@@ -97,9 +96,6 @@ JobWork::JobWork(const Document& document, const Printer& printer, const PrintSe
     if (!fault.empty()) {
         tell("watermark", fault);
     }
-    if (const CFStringRef correction = findOutputColorCorrection(session)) {
-        colorCorrection_ = utf8(correction);
-    }
 }
 
 void JobWork::cancel() {
@@ -129,9 +125,6 @@ JobOutcome JobWork::run() {
 }
 
 JobOutcome JobWork::send(PreparedJob* job) {
-    if (!colorCorrection_.empty()) {
-        job->settings.choose(utf8(kColorCorrectionKeyword), colorCorrection_);
-    }
     if (const auto passcode = readPasscode(job->settings.get())) {
         job->settings.set(kPMJobPasscodeKey, *passcode);
     }

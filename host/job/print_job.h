@@ -56,7 +56,6 @@ private:
     const std::string& jobOut_;
     std::string faxCover_;
     std::optional<PageMark> mark_;
-    std::string colorCorrection_;  // an option of the PPD that the job needs; empty for none
     std::atomic<int> percent_ = 0;
     std::atomic<bool> isCancelled_ = false;
 };

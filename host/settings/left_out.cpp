@@ -2,11 +2,11 @@
 
 #include "driver/instructions/read_instructions.h"
 #include "driver/job/controller_instructions.h"
+#include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
-#include "host/settings/output_color.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
@@ -64,7 +64,7 @@ public:
         if (job_.isNegative && !printer_.printsNegatives) {
             add("Left Out Negative");
         }
-        if (job_.isBlackAndWhite && !offersBlackAndWhite(session_.choices())) {
+        if (job_.outputColor == OutputColor::blackAndWhite && !offersBlackAndWhite(session_.printer().get())) {
             add("Left Out Black and White");
         }
         if (!printer_.readsPostScript) {

@@ -44,7 +44,8 @@ std::vector<JobInstructions> jobsWithEverything() {
                         {{50, 60}, {}, Sides::one, {}, {}}};
     print.finishing = {1'005'010, "wire", true, Offset::subsets, 5, "Top", "2Staples", "CTriFoldOpt"};
     print.notes = {"A\r\n@PJL SET COPIES=99", "Ada", "Bo", "Hello", "100 % ink \xE2\x82\xAC"};
-    print.isNegative = print.isMirrored = print.isRotated = print.isBlackAndWhite = true;
+    print.isNegative = print.isMirrored = print.isRotated = true;
+    print.outputColor = OutputColor::blackAndWhite;
     print.watermark = {"DRAFT", false, false};
     JobInstructions fax;
     fax.kind = JobKind::fax;

@@ -34,7 +34,7 @@ TEST(ReadInstructions, ThePagesAndTheirPaper) {
     expected.orientation = Orientation::reverseLandscape;
     expected.paper = {.size = "A4", .color = "Blue", .type = "CardStock", .weight = 160, .name = "Ours"};
     expected.sides = Sides::shortEdge;
-    expected.isBlackAndWhite = true;
+    expected.outputColor = OutputColor::blackAndWhite;
     expected.isNegative = true;
     expected.isRotated = true;
     expected.watermark = {"DRAFT", true, true};

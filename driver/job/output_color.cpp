@@ -1,0 +1,23 @@
+#include "driver/job/output_color.h"
+
+#include "driver/job/printer_abilities.h"
+#include "model/ppd_access.h"
+#include "platform/printing/text.h"
+
+bool offersBlackAndWhite(PMPrinter printer) {
+    return hasOption(printer, kColorCorrectionKeyword, kBlackAndWhiteCorrection);
+}
+
+void chooseColorCorrection(PMPrinter printer, OutputColor asked, PMTicketRef printSettings) {
+    const auto keyword = makeString(kColorCorrectionKeyword);
+    CFStringRef correction = nullptr;
+    PPDGetMainKeywordValue(printSettings, keyword.get(), &correction);
+    const bool isBlackAndWhite = utf8Text(correction) == kBlackAndWhiteCorrection;
+    if (asked == OutputColor::asPrinter || (asked == OutputColor::blackAndWhite) == isBlackAndWhite) {
+        return;
+    }
+    const char* const needed = isBlackAndWhite ? kAutomaticCorrection : kBlackAndWhiteCorrection;
+    if (hasOption(printer, kColorCorrectionKeyword, needed)) {
+        PPDSetMainKeyword(printSettings, keyword.get(), makeString(needed).get());
+    }
+}
