@@ -21,6 +21,7 @@
 #define kFinishingOffsetPagesPerSubsetItem CFSTR("com.tavro.print.FinishingOffsetPagesPerSubset")
 #define kFinishingSlipSheetItem CFSTR("com.tavro.print.FinishingSlipSheet")  // kSlipSheetsOn
 #define kFinishingDuplexItem CFSTR("com.tavro.print.FinishingDuplex")        // of the option map of "Duplex"
+#define kDuplexingItem CFSTR("com.apple.print.PrintSettings.PMDuplexing")    // the same, for applications
 #define kFinishingOutputDestinationItem CFSTR("com.tavro.print.FinishingOutputDestination")  // of "OutputBin"
 #define kFinishingOutputColorItem CFSTR("com.tavro.print.FinishingOutputColor")  // kOutputInBlackAndWhite, …InColor
 #define kFinishingCollateStapleItem CFSTR("com.tavro.print.FinishingCollateStaple")

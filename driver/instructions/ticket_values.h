@@ -8,6 +8,9 @@
 
 #include <string>
 
+/// Who sets an item: the driver.
+#define kDriverClient CFSTR("com.tavro.print.driver")
+
 inline std::string textOf(PMTicketRef ticket, CFStringRef key) {
     CFStringRef value = nullptr;
     PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, key, &value);

@@ -1,15 +1,9 @@
 // Print settings that are made for one purpose and forgotten.
 #pragma once
 
-#include "platform/foundation/CFCollections.h"
-#include "platform/foundation/CFString.h"
-#include "platform/printing/PMTicket.h"
-#include "platform/printing/text.h"
+#include "driver/instructions/ticket_values.h"
 
 #include <string>
-
-/// Who sets an item: the driver.
-#define kDriverClient CFSTR("com.tavro.print.driver")
 
 /// A print settings ticket of its own: what it says of a job beyond the session's settings is not what a settings file
 /// keeps.

@@ -1,7 +1,7 @@
 #include "host/settings/print_session.h"
 
+#include "driver/instructions/panel_items.h"
 #include "host/script/text.h"
-#include "host/settings/output_color.h"
 #include "host/settings/panel_defaults.h"
 #include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
@@ -54,7 +54,7 @@ PrintSession::PrintSession(const Printer& printer, const JobSettings& settings, 
     if (!printer_.queue().empty()) {
         writePanelDefaults(*choices_, printSettings_);
     }
-    writeOutputColor(printSettings_);
+    fillOutputColor(printSettings_);
     PMTicketSetCFString(printSettings_, kHostClient, kPMJobNameKey, cfString(jobName).get(), kPMUnlocked);
     setCopies(copies());
     setOrientation(orientation());

@@ -12,7 +12,6 @@
 namespace {
 
 #define kCreator CFSTR("com.tavro.printingmanager")
-#define kPMDuplexingKey CFSTR("com.apple.print.PrintSettings.PMDuplexing")
 #define kStockSizeKey CFSTR("Size")
 
 #define kMediaColorMainKeyword CFSTR("MediaColor")
@@ -141,7 +140,7 @@ void WriteCollateStaple(const PaperOutputSettings& settings, const PPDKeywordPai
 // ---- Sides and booklet
 
 SInt32 ReadDuplex(PMTicketRef ticket) {
-    for (const CFStringRef key : {kFinishingDuplexItem, kPMDuplexingKey}) {
+    for (const CFStringRef key : {kFinishingDuplexItem, kDuplexingItem}) {
         if (const SInt32 duplex = GetTicketNumber(ticket, key, -1); IsOptionValue(kDuplexMainKeyword, duplex)) {
             return duplex;
         }
@@ -152,7 +151,7 @@ SInt32 ReadDuplex(PMTicketRef ticket) {
 void WriteDuplex(SInt32 duplex, PMTicketRef ticket) {
     WritePPDChoice(duplex, kDuplexMainKeyword, ticket);
     SetTicketNumber(ticket, kCreator, kFinishingDuplexItem, duplex);
-    SetTicketNumber(ticket, kCreator, kPMDuplexingKey, duplex);
+    SetTicketNumber(ticket, kCreator, kDuplexingItem, duplex);
 }
 
 void ReadBooklet(PMTicketRef ticket, PaperOutputSettings* settings) {
