@@ -11,8 +11,6 @@ namespace {
 
 #define kMediaTypeKey CFSTR("MediaType")
 #define kUseJobNameKey CFSTR("UseJobName")
-#define kSavedJobNameKey CFSTR("SavedJobName")
-#define kSavedJobLocationKey CFSTR("SavedJobLocation")
 
 constexpr LongDateTime kSecondsPerDay = 86400;
 

@@ -9,10 +9,12 @@
 
 /// The ticket's item.
 #define kJobTypeTicketKey CFSTR("com.tavro.print.JobType")
-// In its dictionary: a value of JobTypeMap, digits, and seconds since 1904, local time.
+// In its dictionary: a value of JobTypeMap, digits, seconds since 1904 in local time, and two texts.
 #define kJobTypeKey CFSTR("JobType")
 #define kSecurePrintPasswordKey CFSTR("SecurePrintPassword")
 #define kDelayedPrintTimeKey CFSTR("DelayedPrintTime")
+#define kSavedJobNameKey CFSTR("SavedJobName")
+#define kSavedJobLocationKey CFSTR("SavedJobLocation")
 /// The item with the name that the application gave the job.
 #define kJobNameTicketKey CFSTR("com.apple.print.JobInfo.PMJobName")
 

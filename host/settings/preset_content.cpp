@@ -1,53 +1,15 @@
 #include "host/settings/preset_content.h"
 
+#include "driver/instructions/item_use.h"
 #include "host/script/text.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 namespace {
-
-/// What an item is about, from what nobody keeps to what everybody keeps.
-enum class About { document, job, printing };
-
-struct ItemRow {
-    std::string start;
-    About about;
-};
-
-/// Items that are about less than printing, in whichever dictionary they stand.
-const auto& itemRows() {
-    static const std::array kRows{
-        // the beginning of the item's key, what it is about
-        ItemRow{utf8(kPMJobNameKey), About::document},
-        ItemRow{utf8(kPMPageRangeKey), About::document},
-        ItemRow{utf8(kPMJobHoldUntilTimeKey), About::document},
-        ItemRow{"SavedJobName", About::document},
-        ItemRow{"SavedJobLocation", About::document},
-        ItemRow{"com.tavro.print.JobNotesJobName", About::document},
-        ItemRow{utf8(kPMCopiesKey), About::job},
-        ItemRow{utf8(kPMOrientationKey), About::job},
-        ItemRow{"com.tavro.print.JobType", About::job},
-        ItemRow{"com.tavro.print.Fax", About::job},
-        ItemRow{"com.tavro.print.JobNotes", About::job},
-        ItemRow{"com.tavro.print.SpecialPages.", About::job},
-        ItemRow{"com.tavro.print.watermark.", About::job},
-        // The printer's own options for covers.
-        ItemRow{"JCLCovers", About::job},
-        ItemRow{"JCLMedia", About::job},
-        ItemRow{"JCLFrontBackMedia", About::job},
-    };
-    return kRows;
-}
-
-About aboutOf(const std::string& key) {
-    const auto row = std::ranges::find_if(itemRows(), [&](const ItemRow& item) { return key.starts_with(item.start); });
-    return row == itemRows().end() ? About::printing : row->about;
-}
 
 /// What a user types into an option of a printer may be a passcode, whatever the option is called.
 bool isTypedByUser(const std::string& key, CFTypeRef value) {
@@ -70,13 +32,13 @@ void eachItem(CFDictionaryRef items, Take take) {
     }
 }
 
-bool isKept(const std::string& key, CFTypeRef value, About least) {
+bool isKept(const std::string& key, CFTypeRef value, ItemUse least) {
     // A secret is one by its name, in settings of other editions too.
-    return aboutOf(key) >= least && !PMSettingIsSecret(nullptr, cfString(key).get()) && !isTypedByUser(key, value);
+    return useOfItem(key) >= least && !PMSettingIsSecret(nullptr, cfString(key).get()) && !isTypedByUser(key, value);
 }
 
 /// Whether everything below the value is kept.
-bool isKeptWhole(CFTypeRef value, About least) {
+bool isKeptWhole(CFTypeRef value, ItemUse least) {
     bool isWhole = true;
     if (CFGetTypeID(value) == CFDictionaryGetTypeID()) {
         eachItem(static_cast<CFDictionaryRef>(value), [&](const std::string& key, CFTypeRef, CFTypeRef item) {
@@ -91,9 +53,9 @@ bool isKeptWhole(CFTypeRef value, About least) {
     return isWhole;
 }
 
-CFRef<CFTypeRef> copyKept(CFTypeRef value, About least);
+CFRef<CFTypeRef> copyKept(CFTypeRef value, ItemUse least);
 
-CFRef<CFDictionaryRef> copyKeptItems(CFDictionaryRef items, About least) {
+CFRef<CFDictionaryRef> copyKeptItems(CFDictionaryRef items, ItemUse least) {
     if (items == nullptr) {
         return {};
     }
@@ -108,7 +70,7 @@ CFRef<CFDictionaryRef> copyKeptItems(CFDictionaryRef items, About least) {
 }
 
 /// What is kept whole is not copied: lists may be long, and the dialog compares settings at each pause of the user.
-CFRef<CFTypeRef> copyKept(CFTypeRef value, About least) {
+CFRef<CFTypeRef> copyKept(CFTypeRef value, ItemUse least) {
     if (isKeptWhole(value, least)) {
         return CFRef<CFTypeRef>::retain(value);
     }
@@ -123,7 +85,7 @@ CFRef<CFTypeRef> copyKept(CFTypeRef value, About least) {
     return CFRef<CFTypeRef>::retain(kept.get());
 }
 
-JobSettings copyKept(const JobSettings& settings, About least) {
+JobSettings copyKept(const JobSettings& settings, ItemUse least) {
     return {copyKeptItems(settings.printSettings.get(), least), copyKeptItems(settings.pageFormat.get(), least), {}};
 }
 
@@ -167,11 +129,11 @@ bool isSame(CFDictionaryRef one, CFDictionaryRef other) {
 }  // namespace
 
 JobSettings presetContent(const JobSettings& settings) {
-    return copyKept(settings, About::job);
+    return copyKept(settings, ItemUse::job);
 }
 
 JobSettings lastUsedContent(const JobSettings& settings) {
-    return copyKept(settings, About::printing);
+    return copyKept(settings, ItemUse::printing);
 }
 
 bool isSamePreset(const JobSettings& one, const JobSettings& other) {
