@@ -138,11 +138,10 @@ JobInstructions readInstructions(PMTicketRef printSettings, PMTicketRef pageForm
 
 JobSecrets readSecrets(PMTicketRef printSettings) {
     JobSecrets secrets;
-    const CFDictionaryRef type = dictionaryOf(printSettings, kJobTypeTicketKey);
-    const SInt32 jobType = numberIn(type, kJobTypeKey, kJobTypeNormal);
-    if (jobType == kJobTypeSecurePrint) {
-        secrets.passcode = textIn(type, kSecurePrintPasswordKey);
-    } else if (jobType == kJobTypeFax) {
+    const JobKind kind = readJobKind(printSettings);
+    if (kind == JobKind::secure) {
+        secrets.passcode = textIn(dictionaryOf(printSettings, kJobTypeTicketKey), kSecurePrintPasswordKey);
+    } else if (kind == JobKind::fax) {
         const CFDictionaryRef options = dictionaryOf(printSettings, kFaxOptionsTicketKey);
         secrets.creditCard = textIn(options, kFaxCreditCardProperty);
         secrets.dialingPrefix = textIn(options, kFaxDialingPrefixProperty);

@@ -9,10 +9,13 @@
 /// later one has the pages.
 JobInstructions readInstructions(PMTicketRef printSettings, PMTicketRef pageFormat);
 
-/// What a secret is needed for; no other value of this program holds one. Whoever asks wipes what he gets.
+/// What kind of job it is, without the rest.
+JobKind readJobKind(PMTicketRef printSettings);
+
+/// What a secret is needed for; no other value of this program holds one.
 struct JobSecrets {
-    std::string passcode;       // of a secure job; may be empty, or none
-    std::string creditCard;     // of a fax
-    std::string dialingPrefix;  // the same
+    std::optional<std::string> passcode;  // of a secure job, as it stands there: empty when it is missing
+    std::string creditCard;               // of a fax
+    std::string dialingPrefix;            // the same
 };
 JobSecrets readSecrets(PMTicketRef printSettings);

@@ -1,5 +1,6 @@
 #include "driver/instructions/read_job.h"
 
+#include "driver/instructions/read_instructions.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
 #include "jobtypes/fax_numbers.h"
@@ -75,13 +76,16 @@ std::optional<JobNotesInstruction> readNotes(PMTicketRef ticket) {
 
 }  // namespace
 
+JobKind readJobKind(PMTicketRef printSettings) {
+    return kindOf(numberIn(dictionaryOf(printSettings, kJobTypeTicketKey), kJobTypeKey, kJobTypeNormal));
+}
+
 void readJob(PMTicketRef ticket, JobInstructions* job) {
-    const CFDictionaryRef type = dictionaryOf(ticket, kJobTypeTicketKey);
-    job->kind = kindOf(numberIn(type, kJobTypeKey, kJobTypeNormal));
+    job->kind = readJobKind(ticket);
     if (job->kind == JobKind::fax) {
         job->fax = readFax(ticket);
     } else if (job->kind == JobKind::delayed) {
-        job->printTime = momentIn(type, kDelayedPrintTimeKey).value_or(0);
+        job->printTime = momentIn(dictionaryOf(ticket, kJobTypeTicketKey), kDelayedPrintTimeKey).value_or(0);
     }
     job->notes = readNotes(ticket);
     job->hasJobInstructions = GetTicketNumber(ticket, kEmitTPIFItem, 1) != 0;

@@ -1,8 +1,8 @@
 #include "host/dialog/conflict_line.h"
 
+#include "driver/instructions/read_instructions.h"
 #include "host/dialog/notice.h"
 #include "host/settings/dictionary_values.h"
-#include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ bool ConflictLine::takeChanges(const PrintSession& session) {
     PMTicketGetPPDDict(session.printSettings(), kPMTopLevel, &pairs);
     Choices choices = pairsIn(pairs);
     std::ranges::sort(choices);
-    const bool isSecret = readPasscode(session.printSettings()).has_value();
+    const bool isSecret = readJobKind(session.printSettings()) == JobKind::secure;
     if (choices == choices_ && isSecret == isSecret_) {
         return false;
     }

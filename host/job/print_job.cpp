@@ -43,14 +43,15 @@ std::optional<PageMark> readMark(const PrintSession& session, std::string* fault
     return mark;
 }
 
-std::optional<PrintTime> printTimeFromNow(PMTicketRef printSettings) {
+/// Nothing for a job that is not delayed.
+std::optional<PrintTime> printTimeFromNow(std::optional<LongDateTime> asked) {
     LongDateTime now = 0;
     GetDateTime(&now);
-    return readPrintTime(printSettings, now);
+    return asked ? std::optional(findPrintTime(*asked, now)) : std::nullopt;
 }
 
-void addPrintTime(JobTicket* ticket) {
-    const auto time = printTimeFromNow(ticket->get());
+void addPrintTime(std::optional<LongDateTime> asked, JobTicket* ticket) {
+    const auto time = printTimeFromNow(asked);
     if (!time) {
         return;
     }
@@ -77,7 +78,7 @@ std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, 
     if (!readMark(session, &fault) && !fault.empty()) {
         sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Watermark"), fault).get()));
     }
-    const auto time = printTimeFromNow(session.printSettings());
+    const auto time = printTimeFromNow(readInstructions(session.printSettings(), session.pageFormat()).printTime);
     if (way == JobWay::queue && time && !time->isAsAsked) {
         sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Print Time"), timeOfDay(time->moment)).get()));
     }
@@ -90,7 +91,8 @@ JobWork::JobWork(const Document& document, const Printer& printer, const PrintSe
       printer_(printer),
       session_(session),
       jobOut_(jobOut),
-      faxCover_(makeCoverSheet(document, session, texts)) {
+      faxCover_(makeCoverSheet(document, session, texts)),
+      printTime_(readInstructions(session.printSettings(), session.pageFormat()).printTime) {
     std::string fault;
     mark_ = readMark(session, &fault);
     if (!fault.empty()) {
@@ -125,7 +127,7 @@ JobOutcome JobWork::run() {
 }
 
 JobOutcome JobWork::send(PreparedJob* job) {
-    if (const auto passcode = readPasscode(job->settings.get())) {
+    if (const auto passcode = readSecrets(job->settings.get()).passcode) {
         job->settings.set(kPMJobPasscodeKey, *passcode);
     }
     const auto url = fileURL(document_.path);
@@ -133,7 +135,7 @@ JobOutcome JobWork::send(PreparedJob* job) {
     if (!jobOut_.empty()) {
         return outcomeOf(PMPrinterWriteJobToURL(printer_.get(), job->settings.get(), &pages, fileURL(jobOut_).get()));
     }
-    addPrintTime(&job->settings);  // a file waits for nobody
+    addPrintTime(printTime_, &job->settings);  // a file waits for nobody
     SInt32 jobID = 0;
     CFStringRef obstacle = nullptr;
     JobOutcome outcome = outcomeOf(PMPrinterSendJob(printer_.get(), job->settings.get(), &pages, &jobID, &obstacle));

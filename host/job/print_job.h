@@ -56,6 +56,7 @@ private:
     const std::string& jobOut_;
     std::string faxCover_;
     std::optional<PageMark> mark_;
+    std::optional<std::int64_t> printTime_;  // that is asked for
     std::atomic<int> percent_ = 0;
     std::atomic<bool> isCancelled_ = false;
 };

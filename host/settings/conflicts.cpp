@@ -1,8 +1,8 @@
 #include "host/settings/conflicts.h"
 
+#include "driver/instructions/read_instructions.h"
 #include "driver/job/job_ticket.h"
 #include "host/settings/dictionary_values.h"
-#include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
@@ -133,7 +133,7 @@ std::vector<SettingChange> findRemedy(const PrintSession& session, CFBundleRef t
 
 ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep) {
     JobTicket settings(session.printSettings());
-    if (readPasscode(settings.get())) {
+    if (readJobKind(settings.get()) == JobKind::secure) {
         settings.set(kPMJobPasscodeKey, {});  // that it is a secret job is enough
     }
     ConflictReport report;

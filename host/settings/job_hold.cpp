@@ -1,12 +1,7 @@
 #include "host/settings/job_hold.h"
 
-#include "host/settings/dictionary_values.h"
-#include "host/settings/panel_choices.h"
-#include "host/settings/panel_items.h"
-
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -14,14 +9,7 @@ namespace {
 constexpr LongDateTime kMinute = 60;
 constexpr LongDateTime kHour = 3600;
 constexpr LongDateTime kDay = 86400;
-constexpr double kNoTimeBeyond = 1e12;  // the year 33,000
-
-/// Null unless the job is of the type.
-CFDictionaryRef jobOfType(PanelChoices::JobType type, PMTicketRef printSettings) {
-    CFDictionaryRef item = nullptr;
-    PMTicketGetCFDictionary(printSettings, kPMTopLevel, kPMTopLevel, kJobTypeItem, &item);
-    return numberIn(item, kJobTypeEntry) == type ? item : nullptr;
-}
+constexpr LongDateTime kNoTimeBeyond = 1'000'000'000'000;  // the year 33,000
 
 std::string twoFields(int hours, int minutes) {
     std::array<char, 16> text{};
@@ -31,18 +19,10 @@ std::string twoFields(int hours, int minutes) {
 
 }  // namespace
 
-std::optional<std::string> readPasscode(PMTicketRef printSettings) {
-    const CFDictionaryRef job = jobOfType(PanelChoices::secureJob, printSettings);
-    return job == nullptr ? std::nullopt : std::optional(stringIn(job, CFSTR("SecurePrintPassword")));
-}
-
-std::optional<PrintTime> readPrintTime(PMTicketRef printSettings, LongDateTime now) {
-    const CFDictionaryRef job = jobOfType(PanelChoices::delayedJob, printSettings);
-    if (job == nullptr) {
-        return std::nullopt;
+PrintTime findPrintTime(LongDateTime asked, LongDateTime now) {
+    if (asked > kNoTimeBeyond || asked < -kNoTimeBeyond) {
+        asked = 0;
     }
-    const double stored = numberIn(job, CFSTR("DelayedPrintTime")).value_or(0);
-    const LongDateTime asked = std::abs(stored) < kNoTimeBeyond ? static_cast<LongDateTime>(stored) : 0;
     if (asked > now && asked <= now + kDay) {
         return PrintTime{asked, true};
     }

@@ -126,10 +126,10 @@ private:
     }
 
     void tellPrintTime() {
-        LongDateTime now = 0;
-        GetDateTime(&now);
-        if (const auto time = readPrintTime(session_.printSettings(), now); time && way_ == JobWay::file) {
-            add("Left Out Print Time", {timeOfDay(time->moment)});
+        if (job_.printTime && way_ == JobWay::file) {
+            LongDateTime now = 0;
+            GetDateTime(&now);
+            add("Left Out Print Time", {timeOfDay(findPrintTime(*job_.printTime, now).moment)});
         }
     }
 

@@ -1,5 +1,6 @@
 #include "host/settings/summary.h"
 
+#include "driver/instructions/read_instructions.h"
 #include "host/script/text.h"
 #include "host/settings/choice_words.h"
 #include "host/settings/job_hold.h"
@@ -228,7 +229,7 @@ private:
             case PanelChoices::delayedJob: {
                 LongDateTime now = 0;
                 GetDateTime(&now);
-                const auto time = readPrintTime(session_.printSettings(), now);
+                const auto time = chosen_.jobType == PanelChoices::delayedJob ? std::optional(findPrintTime(readInstructions(session_.printSettings(), session_.pageFormat()).printTime.value_or(0), now)) : std::nullopt;
                 add("Summary Print Time", {time ? timeOfDay(time->moment) : std::string()});
                 break;
             }

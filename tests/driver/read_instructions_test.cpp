@@ -135,7 +135,8 @@ TEST(ReadInstructions, TheKindOfJob) {
     const std::string secure = dict(kTavro + "JobType", number("JobType", 6) + text("SecurePrintPassword", "4711"));
     EXPECT_EQ(read(secure).kind, JobKind::secure);
     EXPECT_EQ(readSecrets(TestTicket(secure).get()).passcode, "4711");
-    EXPECT_EQ(readSecrets(TestTicket(kind(1)).get()).passcode, "");
+    EXPECT_EQ(readSecrets(TestTicket(kind(6)).get()).passcode, "") << "stays a secure job";
+    EXPECT_EQ(readSecrets(TestTicket(kind(1)).get()).passcode, std::nullopt);
 
     EXPECT_EQ(read(text(kTavro + "JobNotesMessage", "Mind the ink") + number(kTavro + "EmitTPIF", 0)).notes,
               (JobNotesInstruction{"", "", "", "", "Mind the ink"}));

@@ -1,7 +1,5 @@
-// What a job waits for, as the ticket says it and as a queue understands it.
+// When a delayed job is printed, and how its queue is told.
 #include "host/settings/job_hold.h"
-#include "jobtypes/job_type.h"
-#include "platform/foundation/CFNumber.h"
 
 #include <gtest/gtest.h>
 
@@ -14,27 +12,9 @@ constexpr LongDateTime kDay = 86400;
 
 class JobHolds : public testing::Test {
 protected:
-    JobHolds() { PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &ticket); }
     ~JobHolds() override {
-        PMTicketReleaseAndClear(&ticket);
         unsetenv("TZ");
         tzset();
-    }
-
-    /// Puts the plug-in's own record into the ticket.
-    void put(JobType job) const {
-        const auto dictionary = JobType{}.read(ticket);
-        job.write(dictionary.get(), ticket);
-        put(dictionary.get());
-    }
-    void put(CFDictionaryRef item) const {
-        PMTicketSetCFDictionary(ticket, CFSTR("test"), kJobTypeTicketKey, item, kPMUnlocked);
-    }
-    void putTime(LongDateTime time) const {
-        JobType job;
-        job.jobType = kJobTypeDelayedPrint;
-        job.delayedPrintTime = time;
-        put(job);
     }
 
     static LongDateTime civil(SInt16 year, SInt16 month, SInt16 day, SInt16 hour, SInt16 minute, SInt16 second = 0) {
@@ -60,40 +40,9 @@ protected:
         fields.tm_isdst = -1;
         return holdUntil(moment, std::mktime(&fields));
     }
-
-    PMTicketRef ticket = 0;
 };
 
 }  // namespace
-
-TEST_F(JobHolds, AreThoseOfTheJobsType) {
-    EXPECT_FALSE(readPasscode(ticket) || readPrintTime(ticket, 0));
-    JobType job;
-    job.passcode = CFRef<CFStringRef>::retain(CFSTR("8642"));
-    job.delayedPrintTime = 1000;
-    put(job);
-    EXPECT_FALSE(readPasscode(ticket) || readPrintTime(ticket, 0)) << "a normal job waits for nothing";
-    job.jobType = kJobTypeSecurePrint;
-    put(job);
-    EXPECT_EQ(readPasscode(ticket), "8642");
-    EXPECT_FALSE(readPrintTime(ticket, 0));
-    job.jobType = kJobTypeDelayedPrint;
-    put(job);
-    EXPECT_FALSE(readPasscode(ticket));
-    EXPECT_EQ(readPrintTime(ticket, 0)->moment, 1000);
-}
-
-TEST_F(JobHolds, ASecurePrintJobWithoutAUsablePasscodeStaysOne) {
-    const auto item = CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutable(
-        kCFAllocatorDefault, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
-    const auto type = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &kJobTypeSecurePrint));
-    CFDictionarySetValue(item.get(), CFSTR("JobType"), type.get());
-    put(item.get());
-    EXPECT_EQ(readPasscode(ticket), "");
-    CFDictionarySetValue(item.get(), CFSTR("SecurePrintPassword"), type.get());
-    put(item.get());
-    EXPECT_EQ(readPasscode(ticket), "");
-}
 
 TEST_F(JobHolds, ATimeThatIsNotWithinADayBecomesTheNextSuchTimeOfDay) {
     const LongDateTime now = civil(2026, 11, 21, 17, 30);
@@ -114,11 +63,9 @@ TEST_F(JobHolds, ATimeThatIsNotWithinADayBecomesTheNextSuchTimeOfDay) {
         {INT64_MIN, civil(2026, 11, 22, 0, 0), false},
     };
     for (const auto& row : rows) {
-        putTime(row.asked);
-        const auto time = readPrintTime(ticket, now);
-        ASSERT_TRUE(time) << row.asked;
-        EXPECT_EQ(time->moment, row.moment) << row.asked;
-        EXPECT_EQ(time->isAsAsked, row.isAsAsked) << row.asked;
+        const PrintTime time = findPrintTime(row.asked, now);
+        EXPECT_EQ(time.moment, row.moment) << row.asked;
+        EXPECT_EQ(time.isAsAsked, row.isAsAsked) << row.asked;
     }
     EXPECT_EQ(timeOfDay(civil(2026, 11, 21, 7, 5, 59)), "07:05");
 }
