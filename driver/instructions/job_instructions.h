@@ -113,13 +113,48 @@ struct FaxRecipientInstruction {
     std::string number;  // what is dialled
     std::string organization;
     std::string mailbox;
+    std::string typedNumber;  // the number as people read it
 
     bool operator==(const FaxRecipientInstruction&) const = default;
 };
 
+/// What stands on a fax's cover sheet.
+struct FaxCoverInstruction {
+    struct Sender {
+        std::string name;
+        std::string organization;
+        std::string phone;
+        std::string fax;
+        std::string email;
+
+        bool operator==(const Sender&) const = default;
+    };
+    /// In the user's language; empty when the ticket has none.
+    struct Labels {
+        std::string to;
+        std::string from;
+        std::string phone;
+        std::string fax;
+        std::string notes;
+
+        bool operator==(const Labels&) const = default;
+    };
+
+    std::string paperSize;  // PageSize
+    Labels labels;
+    std::optional<Sender> sender;
+    bool hasRecipients = true;  // names the fax's
+    std::string recipientText;  // the sender's own words in their place
+    std::string notes;
+    std::string watermark;  // the name of a stored one; empty for none
+    std::string image;      // the same
+
+    bool operator==(const FaxCoverInstruction&) const = default;
+};
+
 struct FaxInstruction {
     std::vector<FaxRecipientInstruction> recipients;
-    std::optional<std::string> coverSheet;  // the PageSize of a cover sheet
+    std::optional<FaxCoverInstruction> coverSheet;
     bool hasConfirmation = true;
     int speed = 3;                         // item of its menu
     int resolution = 2;                    // the same

@@ -3,6 +3,7 @@
 #include "driver/instructions/read_instructions.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
+#include "jobtypes/fax_cover_options.h"
 #include "jobtypes/fax_numbers.h"
 #include "jobtypes/fax_options.h"
 #include "jobtypes/fax_recipient_list.h"
@@ -36,16 +37,44 @@ std::optional<std::int64_t> momentIn(CFDictionaryRef dictionary, CFStringRef key
     return CFDictionaryGetNumber(dictionary, key, &moment, kCFNumberSInt64Type) ? std::optional(moment) : std::nullopt;
 }
 
+std::string nameOf(const FaxRecipient& recipient) {
+    const std::string first = utf8Text(recipient.firstName());
+    const std::string last = utf8Text(recipient.lastName());
+    return first + (first.empty() || last.empty() ? "" : " ") + last;
+}
+
 std::vector<FaxRecipientInstruction> readRecipients(PMTicketRef ticket) {
     const FaxRecipientList list(arrayOf(ticket, kFaxRecipientListTicketKey));
     std::vector<FaxRecipientInstruction> recipients;
     for (CFIndex i = 0; i < list.count(); ++i) {
-        const FaxRecipient* const recipient = list.recipientAtIndex(i);
-        recipients.push_back({utf8Text(DisplayNameFromRecipient(recipient).get()),
-                              utf8Text(CopyDialingStringFromFaxNumber(recipient->faxNumber()).get()),
-                              utf8Text(recipient->organization()), utf8Text(recipient->mailbox())});
+        const FaxRecipient& recipient = *list.recipientAtIndex(i);
+        recipients.push_back({nameOf(recipient), utf8Text(CopyDialingStringFromFaxNumber(recipient.faxNumber()).get()),
+                              utf8Text(recipient.organization()), utf8Text(recipient.mailbox()),
+                              utf8Text(recipient.faxNumber())});
     }
     return recipients;
+}
+
+FaxCoverInstruction readFaxCover(CFDictionaryRef dictionary) {
+    const FaxCoverOptions options = FaxCoverOptions::fromDictionary(dictionary);
+    const auto text = [](const FaxCoverOptions::Text& value) { return utf8Text(value.get()); };
+    FaxCoverInstruction cover;
+    cover.paperSize = paperOption(CFSTR("PageSize"), UIToTicket(FaxCoverSizeMap, static_cast<SInt32>(options.size)));
+    cover.labels = {textIn(dictionary, kFaxCoverLocalizedToLabel), textIn(dictionary, kFaxCoverLocalizedFromLabel),
+                    textIn(dictionary, kFaxCoverLocalizedPhoneLabel), textIn(dictionary, kFaxCoverLocalizedFaxLabel),
+                    textIn(dictionary, kFaxCoverLocalizedNotesLabel)};
+    if (options.showSender) {
+        cover.sender = {text(options.senderName), text(options.senderOrganization), text(options.senderPhoneNumber),
+                        text(options.senderFaxNumber), text(options.senderEmailAddress)};
+    }
+    cover.hasRecipients = options.showRecipients == kFaxCoverRecipientList;
+    if (options.showRecipients == kFaxCoverRecipientText) {
+        cover.recipientText = text(options.customRecipientText);
+    }
+    cover.notes = text(options.notes);
+    cover.watermark = text(options.watermarkName);
+    cover.image = text(options.imageName);
+    return cover;
 }
 
 FaxInstruction readFax(PMTicketRef ticket) {
@@ -53,10 +82,7 @@ FaxInstruction readFax(PMTicketRef ticket) {
     FaxInstruction fax;
     fax.recipients = readRecipients(ticket);
     if (flagIn(options, kFaxPrintCoverSheetProperty, kFaxDefaultCoverSheet)) {
-        // The item of a menu whose items have the numbers of paper.
-        const SInt32 item = numberIn(options, kFaxCoverSizeProperty, 1);
-        fax.coverSheet = paperOption(
-            CFSTR("PageSize"), item >= 1 && item <= CountMaps(FaxCoverSizeMap) ? UIToTicket(FaxCoverSizeMap, item) : 1);
+        fax.coverSheet = readFaxCover(options);
     }
     fax.hasConfirmation = flagIn(options, kFaxPrintConfirmationSheetProperty, kFaxDefaultConfirmationSheet);
     fax.speed = numberIn(options, kFaxSendSpeedProperty, kFaxDefaultSendSpeed);

@@ -4,7 +4,7 @@
 
 void planFax(const JobInstructions& job, std::span<const std::int32_t> pages, SheetStack* stack) {
     if (job.fax && job.fax->coverSheet) {
-        stack->add(SheetKind::faxCover, Sides::one, stack->paper({.size = *job.fax->coverSheet}));
+        stack->add(SheetKind::faxCover, Sides::one, stack->paper({.size = job.fax->coverSheet->paperSize}));
     }
     const auto onSide = static_cast<std::size_t>(std::max(job.numberUp, 1));
     const std::uint32_t paper = stack->paper({});

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
+#include <span>
 
 namespace {
 
@@ -34,8 +36,9 @@ std::string isolated(const std::string& number) {
 
 class CoverSheetMaker {
 public:
-    CoverSheetMaker(const CoverSheetContent& content, std::int64_t pageCount, CFBundleRef texts)
-        : content_(content),
+    CoverSheetMaker(const FaxInstruction& fax, std::int64_t pageCount, CFBundleRef texts)
+        : content_(*fax.coverSheet),
+          recipients_(content_.hasRecipients ? std::span(fax.recipients) : std::span<const FaxRecipientInstruction>()),
           pageCount_(pageCount),
           texts_(texts),
           labels_(completeLabels()),
@@ -62,13 +65,13 @@ public:
     }
 
 private:
-    Size size() const { return content_.isA4 ? kA4 : kLetter; }
+    Size size() const { return content_.paperSize == "A4" ? kA4 : kLetter; }
     std::string text(CFStringRef key) const { return utf8(localized(texts_, key).get()); }
     std::string text(CFStringRef key, std::int64_t number) const {
         return utf8(localized(texts_, key, std::to_string(number)).get());
     }
 
-    CoverSheetContent::Labels completeLabels() const {
+    FaxCoverInstruction::Labels completeLabels() const {
         const auto or_ = [this](const std::string& label, CFStringRef key) {
             return label.empty() ? text(key) : label;
         };
@@ -117,23 +120,23 @@ private:
     }
 
     CoverSheetForm::Row recipientRow(std::size_t index) const {
-        const auto& recipient = content_.recipients[index];
+        const auto& recipient = recipients_[index];
         const std::string& label = index == 0 ? labels_.to : std::string();
         std::string name = recipient.name;
         if (!name.empty() && !recipient.organization.empty()) {
             name += ", ";
         }
         name += recipient.organization;
-        const int mostLines = content_.recipients.size() > 1 ? 1 : 2;
-        if (recipient.fax.empty()) {
+        const int mostLines = recipients_.size() > 1 ? 1 : 2;
+        if (recipient.typedNumber.empty()) {
             return form_.makeRow(label, name, mostLines);
         }
-        const std::string number = labels_.fax + " " + isolated(recipient.fax);
+        const std::string number = labels_.fax + " " + isolated(recipient.typedNumber);
         return name.empty() ? form_.makeRow(label, number, 1) : form_.makeRow(label, name, number, mostLines);
     }
 
     CoverSheetForm::Section listSection(double room) const {
-        const std::size_t count = content_.recipients.size();
+        const std::size_t count = recipients_.size();
         CoverSheetForm::Section section;
         while (section.size() < count) {
             section.push_back(recipientRow(section.size()));
@@ -239,16 +242,17 @@ private:
         }
     }
 
-    const CoverSheetContent& content_;
+    const FaxCoverInstruction& content_;
+    std::span<const FaxRecipientInstruction> recipients_;
     std::int64_t pageCount_;
     CFBundleRef texts_;
-    CoverSheetContent::Labels labels_;
+    FaxCoverInstruction::Labels labels_;
     CoverSheetForm form_;
     std::vector<std::string> faults_;
 };
 
 }  // namespace
 
-CoverSheet drawCoverSheet(const CoverSheetContent& content, std::int64_t pageCount, CFBundleRef texts) {
-    return CoverSheetMaker(content, pageCount, texts).make();
+CoverSheet drawCoverSheet(const FaxInstruction& fax, std::int64_t pageCount, CFBundleRef texts) {
+    return CoverSheetMaker(fax, pageCount, texts).make();
 }

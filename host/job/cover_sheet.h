@@ -1,7 +1,7 @@
 // The cover sheet of a fax, drawn into a PDF of one page.
 #pragma once
 
-#include "host/job/cover_sheet_content.h"
+#include "driver/instructions/job_instructions.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFRef.h"
 
@@ -15,7 +15,7 @@ struct CoverSheet {
     std::vector<std::string> faults;
 };
 
-/// Draws the sheet for a fax of that many pages, itself included. What does not fit is left out, and the sheet says
-/// so. `texts` is the program's own bundle; it has the labels that the content lacks. A sheet whose labels run from
-/// right to left is laid out that way.
-CoverSheet drawCoverSheet(const CoverSheetContent& content, std::int64_t pageCount, CFBundleRef texts);
+/// Draws the sheet of a fax that has one and that many pages, itself included. What does not fit is left out, and the
+/// sheet says so. `texts` is the program's own bundle; it has the labels that the fax lacks. A sheet whose labels run
+/// from right to left is laid out that way.
+CoverSheet drawCoverSheet(const FaxInstruction& fax, std::int64_t pageCount, CFBundleRef texts);

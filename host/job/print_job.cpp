@@ -19,12 +19,11 @@ void tell(const char* part, const std::string& fault) {
 
 /// A PDF of one page; empty for a job without one.
 std::string makeCoverSheet(const Document& document, const PrintSession& session, CFBundleRef texts) {
-    const auto content = readCoverSheetContent(session.printSettings());
-    if (!content) {
+    const JobInstructions job = readInstructions(session.printSettings(), session.pageFormat());
+    if (!job.fax || !job.fax->coverSheet) {
         return {};
     }
-    const JobInstructions job = readInstructions(session.printSettings(), session.pageFormat());
-    CoverSheet sheet = drawCoverSheet(*content, std::ssize(chosenPages(job, document.pageCount)) + 1, texts);
+    CoverSheet sheet = drawCoverSheet(*job.fax, std::ssize(chosenPages(job, document.pageCount)) + 1, texts);
     for (const std::string& fault : sheet.faults) {
         tell("cover sheet", fault);
     }

@@ -229,7 +229,12 @@ private:
             case PanelChoices::delayedJob: {
                 LongDateTime now = 0;
                 GetDateTime(&now);
-                const auto time = chosen_.jobType == PanelChoices::delayedJob ? std::optional(findPrintTime(readInstructions(session_.printSettings(), session_.pageFormat()).printTime.value_or(0), now)) : std::nullopt;
+                const auto time =
+                    chosen_.jobType == PanelChoices::delayedJob
+                        ? std::optional(findPrintTime(
+                              readInstructions(session_.printSettings(), session_.pageFormat()).printTime.value_or(0),
+                              now))
+                        : std::nullopt;
                 add("Summary Print Time", {time ? timeOfDay(time->moment) : std::string()});
                 break;
             }

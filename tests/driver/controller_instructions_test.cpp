@@ -49,7 +49,14 @@ std::vector<JobInstructions> jobsWithEverything() {
     print.watermark = {"DRAFT", false, false};
     JobInstructions fax;
     fax.kind = JobKind::fax;
-    fax.fax = {{{"Ada L", "5550", "Tavro", "7"}, {"", "*1", "", ""}}, "A4", false, 3, 2, 3903657600, true, true};
+    fax.fax = {{{"Ada L", "5550", "Tavro", "7"}, {"", "*1", "", ""}},
+               FaxCoverInstruction{.paperSize = "A4"},
+               false,
+               3,
+               2,
+               3903657600,
+               true,
+               true};
     JobInstructions booklet;
     booklet.kind = JobKind::printAndSave;
     booklet.booklet = {true, true, "A3"};

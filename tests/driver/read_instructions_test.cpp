@@ -125,8 +125,8 @@ TEST(ReadInstructions, TheKindOfJob) {
         dict(kTavro + "FaxOptions", flag("CoverSheet", true) + number("Size", 2) + text("CreditCard", "4111") +
                                         flag("ConfirmationSheet", false) + number("SendTime", 3900000000));
     FaxInstruction expected;
-    expected.recipients = {{"Ada L", "55501099", "", "7"}, {}};
-    expected.coverSheet = "A4";
+    expected.recipients = {{"Ada L", "55501099", "", "7", "(555) 010-99"}, {}};
+    expected.coverSheet = FaxCoverInstruction{.paperSize = "A4", .sender = FaxCoverInstruction::Sender{}};
     expected.hasConfirmation = false;
     expected.sendTime = 3900000000;
     expected.hasCreditCard = true;

@@ -223,7 +223,7 @@ TEST(SheetPlan, WhatCannotBeIsNoted) {
     EXPECT_EQ(words(job, 4), "[4 1|2 3]s");
 
     job.kind = JobKind::fax;
-    job.fax = FaxInstruction{.coverSheet = "A4"};
+    job.fax = FaxInstruction{.coverSheet = FaxCoverInstruction{.paperSize = "A4"}};
     job.numberUp = 1;
     EXPECT_EQ(words(job, 2), "fax:A4[-] [1] [2]");
     EXPECT_EQ(notes(job, 2), (std::vector{PlanNote{Kind::specialPagesInFax, 0, 4}}));

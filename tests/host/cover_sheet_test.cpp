@@ -1,6 +1,7 @@
 // The cover sheet of a fax: what is read for it, and the PDF, as the tools of another library see it.
 #include "host/job/cover_sheet.h"
 
+#include "driver/instructions/read_instructions.h"
 #include "host/script/text.h"
 #include "jobtypes/fax_options.h"
 #include "jobtypes/fax_recipient_list.h"
@@ -71,21 +72,22 @@ protected:
         saveWatermarkData(store, &record);
     }
 
-    std::optional<CoverSheetContent> content() const {
+    std::optional<FaxInstruction> fax() const {
         PMTicketSetCFDictionary(ticket, CFSTR("test"), CFSTR("com.tavro.print.JobType"), job.get(), kPMUnlocked);
         PMTicketSetCFDictionary(ticket, CFSTR("test"), kFaxOptionsTicketKey, options.get(), kPMUnlocked);
         const auto list = recipients.toTicket();
         PMTicketSetCFArray(ticket, CFSTR("test"), kFaxRecipientListTicketKey, list.get(), kPMUnlocked);
-        return readCoverSheetContent(ticket);
+        const auto asked = readInstructions(ticket, 0).fax;
+        return asked && asked->coverSheet ? asked : std::nullopt;
     }
 
     /// Draws the sheet of a fax of four pages; its text.
     std::string draw() {
-        const auto read = content();
-        if (!read) {
+        const auto asked = fax();
+        if (!asked) {
             return "(no sheet)";
         }
-        const CoverSheet sheet = drawCoverSheet(*read, 4, bundle.get());
+        const CoverSheet sheet = drawCoverSheet(*asked, 4, bundle.get());
         faults = sheet.faults;
         std::ofstream(file(), std::ios::binary) << bytesOfCF(sheet.pdf.get());
         EXPECT_TRUE(has(outputOf("qpdf --check " + file()), "No syntax or stream encoding errors")) << file();
@@ -107,18 +109,18 @@ protected:
 }  // namespace
 
 TEST_F(CoverSheets, AreForFaxesThatAskForOne) {
-    EXPECT_TRUE(content());
+    EXPECT_TRUE(fax());
     CFDictionarySetValue(job.get(), CFSTR("JobType"), makeCFNumber(std::int64_t{6}).get());
-    EXPECT_FALSE(content());
+    EXPECT_FALSE(fax());
     CFDictionarySetValue(job.get(), CFSTR("JobType"), makeCFNumber(std::int64_t{5}).get());
     set(kFaxPrintCoverSheetProperty, "yes");
-    EXPECT_FALSE(content());
+    EXPECT_FALSE(fax());
     CFDictionarySetValue(options.get(), kFaxPrintCoverSheetProperty, kCFBooleanFalse);
-    EXPECT_FALSE(content());
+    EXPECT_FALSE(fax());
     CFDictionaryRemoveValue(options.get(), kFaxPrintCoverSheetProperty);
-    EXPECT_FALSE(content());
+    EXPECT_FALSE(fax());
     PMTicketReleaseItem(ticket, kPMTopLevel, kFaxOptionsTicketKey);
-    EXPECT_FALSE(readCoverSheetContent(ticket));
+    EXPECT_FALSE(readInstructions(ticket, 0).fax->coverSheet);
 }
 
 TEST_F(CoverSheets, SayWhoSendsWhatToWhom) {
