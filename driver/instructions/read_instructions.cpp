@@ -13,8 +13,10 @@
 #include "platform/printing/PMPrinter.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -121,19 +123,64 @@ void readFinishing(PMTicketRef ticket, JobInstructions* job) {
                                                        : OutputColor::asPrinter;
 }
 
-}  // namespace
-
-JobInstructions readInstructions(PMTicketRef printSettings, PMTicketRef pageFormat) {
+/// All but the lists.
+JobInstructions readFacts(PMTicketRef printSettings, PMTicketRef pageFormat) {
     JobInstructions job;
     readPages(printSettings, pageFormat, &job);
     readLayout(printSettings, &job);
     readPageOptions(printSettings, &job);
     job.paper = readJobPaper(printSettings);
     job.sides = sidesOf(numberOfChoice(printSettings, CFSTR("Duplex"))).value_or(Sides::one);
-    readSpecialPages(printSettings, &job);
+    readCoversAndSeparators(printSettings, &job);
     readFinishing(printSettings, &job);
     readJob(printSettings, &job);
     return job;
+}
+
+/// What was read of a list, if that was the same one. Tickets hold copies that nobody changes, so a list that is
+/// another one has another address as long as the first is retained.
+template <typename Element>
+bool takeList(CFArrayRef list, std::vector<Element> (*read)(CFArrayRef), CFRef<CFArrayRef>* known,
+              std::vector<Element>* was, std::vector<Element>* now) {
+    const bool isKnown = list == known->get();
+    *now = isKnown ? std::move(*was) : read(list);
+    *known = CFRef<CFArrayRef>::retain(list);
+    return isKnown;
+}
+
+}  // namespace
+
+JobInstructions readInstructions(PMTicketRef printSettings, PMTicketRef pageFormat) {
+    return InstructionsReader().read(printSettings, pageFormat);
+}
+
+const JobInstructions& InstructionsReader::read(PMTicketRef printSettings, PMTicketRef pageFormat) {
+    JobInstructions job = readFacts(printSettings, pageFormat);
+    std::vector<InsertInstruction> inserts;
+    std::vector<ExceptionInstruction> exceptions;
+    std::vector<FaxRecipientInstruction> recipients;
+    std::vector<FaxRecipientInstruction> knownRecipients;
+    if (job_.fax) {
+        std::swap(knownRecipients, job_.fax->recipients);
+    }
+    const CFArrayRef recipientList = job.fax ? arrayOf(printSettings, kFaxRecipientListTicketKey) : nullptr;
+    const std::array areKnown{
+        takeList(arrayOf(printSettings, kInsertListItem), readInserts, &inserts_, &job_.inserts, &inserts),
+        takeList(arrayOf(printSettings, kExceptionListItem), readExceptions, &exceptions_, &job_.exceptions,
+                 &exceptions),
+        takeList(recipientList, readFaxRecipients, &recipients_, &knownRecipients, &recipients)};
+    job_.inserts.clear();
+    job_.exceptions.clear();
+    if (job != job_ || std::ranges::find(areKnown, false) != areKnown.end()) {
+        ++version_;
+    }
+    job_ = std::move(job);
+    job_.inserts = std::move(inserts);
+    job_.exceptions = std::move(exceptions);
+    if (job_.fax) {
+        job_.fax->recipients = std::move(recipients);
+    }
+    return job_;
 }
 
 JobSecrets readSecrets(PMTicketRef printSettings) {

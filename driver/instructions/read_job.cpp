@@ -43,18 +43,6 @@ std::string nameOf(const FaxRecipient& recipient) {
     return first + (first.empty() || last.empty() ? "" : " ") + last;
 }
 
-std::vector<FaxRecipientInstruction> readRecipients(PMTicketRef ticket) {
-    const FaxRecipientList list(arrayOf(ticket, kFaxRecipientListTicketKey));
-    std::vector<FaxRecipientInstruction> recipients;
-    for (CFIndex i = 0; i < list.count(); ++i) {
-        const FaxRecipient& recipient = *list.recipientAtIndex(i);
-        recipients.push_back({nameOf(recipient), utf8Text(CopyDialingStringFromFaxNumber(recipient.faxNumber()).get()),
-                              utf8Text(recipient.organization()), utf8Text(recipient.mailbox()),
-                              utf8Text(recipient.faxNumber())});
-    }
-    return recipients;
-}
-
 FaxCoverInstruction readFaxCover(CFDictionaryRef dictionary) {
     const FaxCoverOptions options = FaxCoverOptions::fromDictionary(dictionary);
     const auto text = [](const FaxCoverOptions::Text& value) { return utf8Text(value.get()); };
@@ -80,7 +68,6 @@ FaxCoverInstruction readFaxCover(CFDictionaryRef dictionary) {
 FaxInstruction readFax(PMTicketRef ticket) {
     const CFDictionaryRef options = dictionaryOf(ticket, kFaxOptionsTicketKey);
     FaxInstruction fax;
-    fax.recipients = readRecipients(ticket);
     if (flagIn(options, kFaxPrintCoverSheetProperty, kFaxDefaultCoverSheet)) {
         fax.coverSheet = readFaxCover(options);
     }
@@ -101,6 +88,18 @@ std::optional<JobNotesInstruction> readNotes(PMTicketRef ticket) {
 }
 
 }  // namespace
+
+std::vector<FaxRecipientInstruction> readFaxRecipients(CFArrayRef ticket) {
+    const FaxRecipientList list(ticket);
+    std::vector<FaxRecipientInstruction> recipients;
+    for (CFIndex i = 0; i < list.count(); ++i) {
+        const FaxRecipient& recipient = *list.recipientAtIndex(i);
+        recipients.push_back({nameOf(recipient), utf8Text(CopyDialingStringFromFaxNumber(recipient.faxNumber()).get()),
+                              utf8Text(recipient.organization()), utf8Text(recipient.mailbox()),
+                              utf8Text(recipient.faxNumber())});
+    }
+    return recipients;
+}
 
 JobKind readJobKind(PMTicketRef printSettings) {
     return kindOf(numberIn(dictionaryOf(printSettings, kJobTypeTicketKey), kJobTypeKey, kJobTypeNormal));

@@ -3,5 +3,10 @@
 #include "driver/instructions/job_instructions.h"
 #include "platform/printing/PMTicket.h"
 
-/// The kind of the job, and what goes with it: a fax's recipients, a time, notes.
+#include <vector>
+
+/// The kind of the job, and what goes with it: a fax's options, a time, notes.
 void readJob(PMTicketRef printSettings, JobInstructions* job);
+
+/// Of a ticket's list, which may be null.
+std::vector<FaxRecipientInstruction> readFaxRecipients(CFArrayRef list);

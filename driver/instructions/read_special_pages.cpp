@@ -79,15 +79,6 @@ void readCovers(PMTicketRef ticket, JobInstructions* job) {
     }
 }
 
-void readInserts(CFArrayRef list, JobInstructions* job) {
-    eachDictionary(list, [job](CFDictionaryRef dictionary) {
-        const Insert insert(dictionary);
-        job->inserts.push_back(
-            {std::max<SInt32>(insert.startPage(), 0), std::max<SInt32>(insert.quantity(), 0), paperOf(dictionary)});
-    });
-    std::ranges::stable_sort(job->inserts, {}, &InsertInstruction::page);
-}
-
 /// Points. A shift that has no option is none.
 ImageShift shiftOf(const _IS_Options& options) {
     if (options.option == kTicketValueUnset) {
@@ -107,21 +98,6 @@ ExceptionInstruction exceptionOf(CFDictionaryRef dictionary) {
         exception.lightenDarken = std::clamp(page.lightenDarken(), -kMostShade, kMostShade);
     }
     return exception;
-}
-
-/// Of pages that several exceptions have, the last one in the list has them.
-void readExceptions(CFArrayRef list, JobInstructions* job) {
-    std::vector<PageLayer> layers;
-    std::vector<ExceptionInstruction> exceptions;
-    eachDictionary(list, [&](CFDictionaryRef dictionary) {
-        const ExceptionPage page(dictionary);
-        layers.push_back({std::max<SInt32>(page.startPage(), 1), page.endPage()});
-        exceptions.push_back(exceptionOf(dictionary));
-    });
-    for (const VisiblePages& visible : visiblePages(layers)) {
-        job->exceptions.push_back(exceptions[visible.layer]);
-        job->exceptions.back().pages = {visible.first, visible.last};
-    }
 }
 
 void readSeparators(PMTicketRef ticket, JobInstructions* job) {
@@ -152,9 +128,34 @@ std::optional<Sides> sidesOf(SInt32 value) {
     }
 }
 
-void readSpecialPages(PMTicketRef ticket, JobInstructions* job) {
+std::vector<InsertInstruction> readInserts(CFArrayRef list) {
+    std::vector<InsertInstruction> inserts;
+    eachDictionary(list, [&inserts](CFDictionaryRef dictionary) {
+        const Insert insert(dictionary);
+        inserts.push_back(
+            {std::max<SInt32>(insert.startPage(), 0), std::max<SInt32>(insert.quantity(), 0), paperOf(dictionary)});
+    });
+    std::ranges::stable_sort(inserts, {}, &InsertInstruction::page);
+    return inserts;
+}
+
+std::vector<ExceptionInstruction> readExceptions(CFArrayRef list) {
+    std::vector<PageLayer> layers;
+    std::vector<ExceptionInstruction> asked;
+    eachDictionary(list, [&](CFDictionaryRef dictionary) {
+        const ExceptionPage page(dictionary);
+        layers.push_back({std::max<SInt32>(page.startPage(), 1), page.endPage()});
+        asked.push_back(exceptionOf(dictionary));
+    });
+    std::vector<ExceptionInstruction> exceptions;
+    for (const VisiblePages& visible : visiblePages(layers)) {
+        exceptions.push_back(asked[visible.layer]);
+        exceptions.back().pages = {visible.first, visible.last};
+    }
+    return exceptions;
+}
+
+void readCoversAndSeparators(PMTicketRef ticket, JobInstructions* job) {
     readCovers(ticket, job);
-    readInserts(arrayOf(ticket, kInsertListItem), job);
-    readExceptions(arrayOf(ticket, kExceptionListItem), job);
     readSeparators(ticket, job);
 }

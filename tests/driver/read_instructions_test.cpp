@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 const std::string kTavro = "com.tavro.print.";
@@ -141,4 +143,25 @@ TEST(ReadInstructions, TheKindOfJob) {
     EXPECT_EQ(read(text(kTavro + "JobNotesMessage", "Mind the ink") + number(kTavro + "EmitTPIF", 0)).notes,
               (JobNotesInstruction{"", "", "", "", "Mind the ink"}));
     EXPECT_FALSE(read(number(kTavro + "EmitTPIF", 0)).hasJobInstructions);
+}
+
+TEST(ReadInstructions, AgainFollowsEveryChange) {
+    const auto list = [](const char* item, const std::string& entries) {
+        return entry(kTavro + item, "<array><dict>" + entries + "</dict></array>");
+    };
+    const std::string fax = dict(kTavro + "JobType", number("JobType", 5));
+    const std::string ada = list("FaxRecipientList", text("FirstName", "Ada"));
+    const std::string insert = list("SpecialPages.InsertList", number("StartPage", 3));
+    InstructionsReader reader;
+    std::uint64_t version = reader.version();
+    for (const std::string& items :
+         {insert, list("SpecialPages.InsertList", number("StartPage", 4)),
+          list("SpecialPages.ExceptionList", number("StartPage", 2) + number("EndPage", 3)), fax + ada, ada,
+          fax + list("FaxRecipientList", text("FirstName", "Grace")), fax, insert + number(kTavro + "EmitTPIF", 0)}) {
+        const TestTicket ticket(items);
+        EXPECT_EQ(reader.read(ticket.get(), 0), readInstructions(ticket.get(), 0)) << items;
+        EXPECT_NE(std::exchange(version, reader.version()), reader.version()) << items;
+        EXPECT_EQ(reader.read(ticket.get(), 0), readInstructions(ticket.get(), 0)) << items << " again";
+        EXPECT_EQ(version, reader.version()) << items;
+    }
 }
