@@ -115,7 +115,7 @@ bool measure(const char* title, int rounds, const Dialog& dialog, PluginHost& ho
             "left out %.1f us\n",
             title, rounds, median(rounds, [&] { host.copyTicketsToControls(); }),
             median(rounds, [&] { host.copyControlsToTickets(); }),
-            median(rounds, [&] { summarize(session, dialog.texts); }),
+            median(rounds, [&] { summarize(session, 10, dialog.texts); }),
             median(rounds, [&] { tellLeftOut(session, 10, JobWay::queue, dialog.texts); }));
     }
     host.stop(noErr);

@@ -1,6 +1,5 @@
 #include "host/dialog/dialog_presets.h"
 
-#include "driver/instructions/read_instructions.h"
 #include "driver/job/output_color.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/preset_name_dialog.h"
@@ -203,9 +202,7 @@ void DialogPresets::makeDefaults() {
                      localized(bundle_, CFSTR("Preset Cancel Button")))) {
         return;
     }
-    chooseColorCorrection(session.printer().get(),
-                          readInstructions(session.printSettings(), session.pageFormat()).outputColor,
-                          session.printSettings());
+    chooseColorCorrection(session.printer().get(), session.instructions().outputColor, session.printSettings());
     if (PMPrinterSaveDefaultSettings(session.printer().get(), session.printSettings(), session.pageFormat()) != noErr) {
         tell(CFSTR("Preset Defaults Not Saved Header"), utf8(PMGetLastErrorText()));
         return;

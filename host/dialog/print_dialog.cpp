@@ -212,7 +212,7 @@ void PrintDialog::settle() {
 
 void PrintDialog::showSummary() {
     std::string lines;
-    for (const std::string& line : summarize(*session_, bundle_)) {
+    for (const std::string& line : summarize(*session_, setup_.job.document.pageCount, bundle_)) {
         lines += (lines.empty() ? "" : "\n") + line;
     }
     if (lines != summary_) {

@@ -19,7 +19,7 @@ void tell(const char* part, const std::string& fault) {
 
 /// A PDF of one page; empty for a job without one.
 std::string makeCoverSheet(const Document& document, const PrintSession& session, CFBundleRef texts) {
-    const JobInstructions job = readInstructions(session.printSettings(), session.pageFormat());
+    const JobInstructions& job = session.instructions();
     if (!job.fax || !job.fax->coverSheet) {
         return {};
     }
@@ -33,7 +33,7 @@ std::string makeCoverSheet(const Document& document, const PrintSession& session
 
 /// The watermark of the session's settings; nothing, with the fault, for one that cannot be drawn.
 std::optional<PageMark> readMark(const PrintSession& session, std::string* fault) {
-    const auto asked = readInstructions(session.printSettings(), session.pageFormat()).watermark;
+    const auto& asked = session.instructions().watermark;
     std::string reason;
     auto mark = asked ? readPageMark(*asked, &reason) : std::nullopt;
     if (asked && !mark) {
@@ -77,7 +77,7 @@ std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, 
     if (!readMark(session, &fault) && !fault.empty()) {
         sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Watermark"), fault).get()));
     }
-    const auto time = printTimeFromNow(readInstructions(session.printSettings(), session.pageFormat()).printTime);
+    const auto time = printTimeFromNow(session.instructions().printTime);
     if (way == JobWay::queue && time && !time->isAsAsked) {
         sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Print Time"), timeOfDay(time->moment)).get()));
     }
@@ -91,7 +91,7 @@ JobWork::JobWork(const Document& document, const Printer& printer, const PrintSe
       session_(session),
       jobOut_(jobOut),
       faxCover_(makeCoverSheet(document, session, texts)),
-      printTime_(readInstructions(session.printSettings(), session.pageFormat()).printTime) {
+      printTime_(session.instructions().printTime) {
     std::string fault;
     mark_ = readMark(session, &fault);
     if (!fault.empty()) {

@@ -1,64 +1,57 @@
 #include "host/settings/choice_words.h"
 
+#include "driver/job/instruction_values.h"
 #include "host/script/text.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
-#include <iterator>
+#include <array>
+#include <string_view>
 
 namespace {
 
+constexpr std::string_view kCustom = "tavro-custom";
+
 struct FinishingRow {
-    SInt32 first;  // of the numbers that choose its place on the sheet, or way of folding
-    SInt32 last;
+    std::string_view
+        start;  // of the names of finishings; what follows is the place on the sheet, or the way of folding
     const char* text;
 };
 // clang-format off
-constexpr FinishingRow kFinishing[] = {
-    // first last text
-    {2,      2,   "Finishing Custom"},
-    {3,      3,   "Finishing Signature Booklet"},
-    {10,     13,  "Finishing 1 Staple"},
-    {20,     23,  "Finishing 2 Staples"},
-    {30,     33,  "Finishing Center Staple"},
-    {40,     40,  "Finishing Bind"},
-    {50,     53,  "Finishing 2 Holes"},
-    {60,     63,  "Finishing 3 Holes"},
-    {70,     73,  "Finishing 4 Holes"},
-    {80,     87,  "Finishing Fold"},
-    {90,     91,  "Finishing Half Sheet Fold"},
+constexpr std::array kFinishings{
+    // start                               text
+    FinishingRow{kCustom,                  "Finishing Custom"},
+    FinishingRow{"booklet-maker",          "Finishing Signature Booklet"},
+    FinishingRow{"staple-dual-",           "Finishing 2 Staples"},
+    FinishingRow{"staple-",                "Finishing 1 Staple"},
+    FinishingRow{"tavro-staple-center-",   "Finishing Center Staple"},
+    FinishingRow{"bind-",                  "Finishing Bind"},
+    FinishingRow{"punch-dual-",            "Finishing 2 Holes"},
+    FinishingRow{"punch-triple-",          "Finishing 3 Holes"},
+    FinishingRow{"punch-quad-",            "Finishing 4 Holes"},
+    FinishingRow{"tavro-fold-half-z-",     "Finishing Half Sheet Fold"},
+    FinishingRow{"tavro-fold-",            "Finishing Fold"},
+    FinishingRow{"saddle-stitch",          "Finishing Fold"},
 };
-static_assert(std::size(kFinishing) == 11);
 // clang-format on
 
-constexpr SInt32 kCustomFinishing = 2;
-// Several together: two decimal digits for each, behind a one.
-constexpr SInt32 kSeveral = 1'000'000;
-
-std::string words(SInt32 finishing, CFBundleRef texts) {
-    const auto* const row = std::ranges::find_if(kFinishing, [finishing](const FinishingRow& candidate) {
-        return finishing >= candidate.first && finishing <= candidate.last;
-    });
-    return row == std::end(kFinishing) ? std::string() : utf8(localized(texts, CFStringMakeConstant(row->text)).get());
+std::string words(const std::string& name, CFBundleRef texts) {
+    const auto* const row =
+        std::ranges::find_if(kFinishings, [&name](const FinishingRow& each) { return name.starts_with(each.start); });
+    return row == kFinishings.end() ? std::string() : utf8(localized(texts, CFStringMakeConstant(row->text)).get());
 }
 
 }  // namespace
 
-std::string pagesOf(const PanelChoices::Exception& exception) {
-    const std::string first = std::to_string(exception.firstPage);
-    return exception.lastPage == exception.firstPage ? first : first + "-" + std::to_string(exception.lastPage);
+std::string pagesOf(const PageSpan& pages) {
+    const std::string first = std::to_string(pages.first);
+    return pages.last == pages.first ? first : first + "-" + std::to_string(pages.last);
 }
 
-std::string finishingWords(const PanelChoices& choices, CFBundleRef texts) {
-    if (choices.finishing == kCustomFinishing && !choices.customFinishing.empty()) {
-        return choices.customFinishing;
-    }
-    if (choices.finishing < kSeveral) {
-        return words(choices.finishing, texts);
-    }
+std::string finishingWords(const FinishingInstruction& finishing, CFBundleRef texts) {
     std::string all;
-    for (SInt32 rest = choices.finishing < 2 * kSeveral ? choices.finishing - kSeveral : 0; rest > 0; rest /= 100) {
-        const std::string part = words(rest % 100, texts);
+    for (const std::string& name : finishingsOf(finishing.value)) {
+        const std::string part = name == kCustom && !finishing.custom.empty() ? finishing.custom : words(name, texts);
         all += all.empty() || part.empty() ? part : ", " + part;
     }
     return all;

@@ -5,7 +5,6 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 
-#include <cmath>
 #include <optional>
 #include <string>
 #include <utility>
@@ -36,15 +35,5 @@ inline std::optional<bool> booleanIn(CFDictionaryRef dictionary, CFStringRef key
     const void* const value = CFDictionaryGetValue(dictionary, key);
     return CFGetTypeID(value) == CFBooleanGetTypeID()
                ? std::optional(CFBooleanGetValue(static_cast<CFBooleanRef>(value)))
-               : std::nullopt;
-}
-
-inline std::optional<double> numberIn(CFDictionaryRef dictionary, CFStringRef key) {
-    const void* const value = CFDictionaryGetValue(dictionary, key);
-    double number = 0;
-    return CFGetTypeID(value) == CFNumberGetTypeID() &&
-                   CFNumberGetValue(static_cast<CFNumberRef>(value), kCFNumberDoubleType, &number) &&
-                   std::isfinite(number)
-               ? std::optional(number)
                : std::nullopt;
 }

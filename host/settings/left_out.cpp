@@ -1,6 +1,5 @@
 #include "host/settings/left_out.h"
 
-#include "driver/instructions/read_instructions.h"
 #include "driver/job/controller_instructions.h"
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
@@ -46,7 +45,7 @@ class Sentences {
 public:
     Sentences(const PrintSession& session, std::int64_t pageCount, JobWay way, CFBundleRef texts)
         : session_(session),
-          job_(readInstructions(session.printSettings(), session.pageFormat())),
+          job_(session.instructions()),
           printer_(abilitiesOf(session.printer().get())),
           pageCount_(pageCount),
           way_(way),
@@ -134,7 +133,7 @@ private:
     }
 
     const PrintSession& session_;
-    JobInstructions job_;
+    const JobInstructions& job_;
     PrinterAbilities printer_;
     std::int64_t pageCount_;
     JobWay way_;

@@ -1,7 +1,9 @@
 #include "host/settings/print_session.h"
 
 #include "driver/instructions/panel_items.h"
+#include "driver/plan/sheet_plan.h"
 #include "host/script/text.h"
+#include "host/settings/dictionary_values.h"
 #include "host/settings/panel_defaults.h"
 #include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
@@ -92,6 +94,36 @@ void PrintSession::dropChoicesNotOffered() {
 
 JobSettings PrintSession::copySettings() const {
     return {copyItems(printSettings_), copyItems(pageFormat_), copyItems(printerInfo_)};
+}
+
+const UsualSettings& PrintSession::usual() const {
+    if (!usual_) {
+        PMTicketRef settings = 0;
+        PMTicketRef format = 0;
+        PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &settings);
+        PMTicketCreate(nullptr, kPDE_PMPageFormatKey, &format);
+        PMPrinterWriteDefaultSettings(printer_.get(), settings, format);
+        CFMutableDictionaryRef pairs = nullptr;
+        PMTicketGetPPDDict(settings, kPMTopLevel, &pairs);
+        usual_ = {pairsIn(pairs), numberItem(settings, kPMCopiesKey, 1),
+                  numberItem(format, kPMOrientationKey, kPortrait)};
+        PMTicketReleaseAndClear(&settings);
+        PMTicketReleaseAndClear(&format);
+    }
+    return *usual_;
+}
+
+const JobInstructions& PrintSession::instructions() const {
+    return reader_.read(printSettings_, pageFormat_);
+}
+
+SheetCount PrintSession::countSheets(std::int64_t pageCount) const {
+    if (!counted_ || counted_->version != reader_.version() || counted_->pageCount != pageCount) {
+        const SheetCount count{std::ssize(chosenPages(reader_.last(), pageCount)),
+                               std::ssize(planSheets(reader_.last(), pageCount).sheets)};
+        counted_ = {reader_.version(), pageCount, count};
+    }
+    return counted_->count;
 }
 
 SInt32 PrintSession::copies() const {

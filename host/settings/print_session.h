@@ -1,13 +1,16 @@
 // A print session with its three tickets: what the dialog and the plug-in work on together.
 #pragma once
 
+#include "driver/instructions/read_instructions.h"
 #include "host/settings/ppd_choices.h"
 #include "host/settings/printer.h"
 #include "host/settings/settings_file.h"
 #include "platform/printing/PMSession.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Orientations of the page, as the page format ticket counts them.
@@ -15,6 +18,19 @@ inline constexpr SInt32 kPortrait = 1;
 inline constexpr SInt32 kReverseLandscape = 3;
 
 inline constexpr SInt32 kMostCopies = 9999;
+
+/// One set's.
+struct SheetCount {
+    std::int64_t pages = 0;   // of the document that are printed
+    std::int64_t sheets = 0;  // covers, inserts and separators included
+};
+
+/// What a printer does when nobody chooses.
+struct UsualSettings {
+    std::vector<std::pair<std::string, std::string>> options;  // main keyword and option, in the order of the PPD
+    SInt32 copies;
+    SInt32 orientation;
+};
 
 /// The tickets begin as copies of the settings, completed by what the printer does by default, so nothing that happens
 /// here reaches the settings that they were made from. The getters read an item of a wrong kind, or a number out of
@@ -37,8 +53,15 @@ public:
     /// What the settings chose and the printer does not offer, as "keyword=option": its default stands instead.
     const std::vector<std::string>& choicesNotOffered() const { return choicesNotOffered_; }
 
+    const UsualSettings& usual() const;
+
     /// The tickets as they are now.
     JobSettings copySettings() const;
+    /// What they ask for. Lent: other instructions take their place with the next call.
+    const JobInstructions& instructions() const;
+    /// How many sheets the instructions, as they were when last asked for, make of a document of so many pages. Takes
+    /// time that grows with the document when they, or the number, are others than the last time.
+    SheetCount countSheets(std::int64_t pageCount) const;
 
     SInt32 copies() const;  // 1 to kMostCopies
     void setCopies(SInt32 copies);
@@ -65,4 +88,13 @@ private:
     PMTicketRef printerInfo_ = 0;
     std::optional<PPDChoices> choices_;
     std::vector<std::string> choicesNotOffered_;
+
+    struct Counted {
+        std::uint64_t version;
+        std::int64_t pageCount;
+        SheetCount count;
+    };
+    mutable std::optional<UsualSettings> usual_;  // read when it is first asked for
+    mutable InstructionsReader reader_;
+    mutable std::optional<Counted> counted_;
 };

@@ -1,17 +1,15 @@
 #include "host/settings/summary.h"
 
-#include "driver/instructions/read_instructions.h"
+#include "driver/instructions/panel_items.h"
 #include "host/script/text.h"
 #include "host/settings/choice_words.h"
+#include "host/settings/dictionary_values.h"
 #include "host/settings/job_hold.h"
-#include "host/settings/panel_choices.h"
-#include "host/settings/paper_options.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
-#include "host/settings/ticket_items.h"
-#include "platform/foundation/CFCollections.h"
 
 #include <algorithm>
+#include <cmath>
 #include <initializer_list>
 
 namespace {
@@ -22,43 +20,16 @@ using Options = std::vector<std::pair<std::string, std::string>>;
 Options optionsOf(PMTicketRef printSettings) {
     CFMutableDictionaryRef pairs = nullptr;
     PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs);
-    const auto count = static_cast<std::size_t>(CFDictionaryGetCount(pairs));
-    std::vector<const void*> keys(count);
-    std::vector<const void*> values(count);
-    CFDictionaryGetKeysAndValues(pairs, keys.data(), values.data());
-    Options options;
-    for (std::size_t i = 0; i < count; ++i) {
-        options.emplace_back(utf8(static_cast<CFStringRef>(keys[i])), utf8(static_cast<CFStringRef>(values[i])));
-    }
-    return options;
-}
-
-/// What a printer does when nobody chooses.
-struct Usual {
-    Options options;
-    SInt32 copies;
-    SInt32 orientation;
-};
-
-Usual usualOf(const Printer& printer) {
-    PMTicketRef settings = 0;
-    PMTicketRef format = 0;
-    PMTicketCreate(nullptr, kPDE_PMPrintSettingsKey, &settings);
-    PMTicketCreate(nullptr, kPDE_PMPageFormatKey, &format);
-    PMPrinterWriteDefaultSettings(printer.get(), settings, format);
-    Usual usual{optionsOf(settings), numberItem(settings, kPMCopiesKey, 1),
-                numberItem(format, kPMOrientationKey, kPortrait)};
-    PMTicketReleaseAndClear(&settings);
-    PMTicketReleaseAndClear(&format);
-    return usual;
+    return pairsIn(pairs);
 }
 
 class Summary {
 public:
-    Summary(const PrintSession& session, CFBundleRef texts)
+    Summary(const PrintSession& session, std::int64_t pageCount, CFBundleRef texts)
         : session_(session),
-          chosen_(readPanelChoices(session.printSettings())),
-          usual_(usualOf(session.printer())),
+          pageCount_(pageCount),
+          job_(session.instructions()),
+          usual_(session.usual()),
           changed_(optionsOf(session.printSettings())),
           texts_(texts) {
         std::erase_if(changed_, [this](const auto& option) {
@@ -80,6 +51,7 @@ public:
         if (lines_.empty()) {
             add("Summary Nothing");
         }
+        tellSheets();
         return std::move(lines_);
     }
 
@@ -118,9 +90,8 @@ private:
     /// Without a queue the panel of paper begins with plain paper, whatever the PPD's default
     /// (host/settings/panel_defaults.h).
     bool isBeginningOfPanel(const Options::value_type& option) const {
-        constexpr SInt32 kPlain = 1;
-        return session_.printer().queue().empty() && chosen_.paper.type == kPlain &&
-               option == Options::value_type("MediaType", paperTypeOption(kPlain));
+        return option == Options::value_type("MediaType", kPlainType) && session_.printer().queue().empty() &&
+               panelPaperType(session_.printSettings()) == kPlainType;
     }
 
     std::string option(const char* mainKeyword) const { return session_.choice(CFStringMakeConstant(mainKeyword)); }
@@ -169,26 +140,53 @@ private:
                 : orientation == kReverseLandscape ? "Summary Reverse Landscape"
                                                    : "Summary Landscape");
         }
+        addIf(job_.subset == PageSubset::odd, "Summary Odd Pages");
+        addIf(job_.subset == PageSubset::even, "Summary Even Pages");
+        addIf(job_.isReversed, "Summary Reverse Order");
+        tellLayout();
+    }
+
+    /// A booklet has a layout of its own.
+    void tellLayout() {
+        if (job_.numberUp > 1 && !job_.booklet) {
+            add(job_.hasBorders ? "Summary Pages per Sheet Borders" : "Summary Pages per Sheet",
+                {std::to_string(job_.numberUp)});
+        } else {
+            addIf(job_.hasBorders && !job_.booklet, "Summary Borders");
+        }
+        switch (job_.scaling.kind) {
+            case Scaling::Kind::actualSize:
+                add("Summary Actual Size");
+                break;
+            case Scaling::Kind::fit:
+                add("Summary Fit to Paper");
+                break;
+            case Scaling::Kind::percent:
+                add("Summary Scaled", {std::to_string(std::lround(job_.scaling.percent))});
+                break;
+            case Scaling::Kind::shrink:
+                break;
+        }
     }
 
     void tellPaper() {
         tell({"InputSlot", "MediaColor", "MediaType"});
-        if (chosen_.paper.weight > 0) {
-            add("Summary Paper Weight", {std::to_string(chosen_.paper.weight)});
+        if (job_.paper.weight > 0) {
+            add("Summary Paper Weight", {std::to_string(job_.paper.weight)});
         }
-        if (chosen_.separators != PanelChoices::noSeparators && option("MediaType") == "Transparency") {
-            const bool arePrinted = chosen_.separators == PanelChoices::printedSeparators;
+        if (job_.separators != Separators::none && job_.paper.type == kTransparencyType) {
+            const bool arePrinted = job_.separators == Separators::printed;
             add("Summary Separators", {list({text(arePrinted ? "Summary Printed" : "Summary Blank"),
-                                             words("MediaColor", paperColorOption(chosen_.separatorColor))})});
+                                             words("MediaColor", job_.separatorColor)})});
         }
     }
 
     /// A booklet is always printed on both sides, flipped on the short edge.
     void tellSides() {
-        if (chosen_.isBooklet) {
-            const std::string parts = list({words("PageSize", paperSizeOption(chosen_.bookletSize)),
-                                            chosen_.hasOutlines ? text("Summary Outlines") : "",
-                                            chosen_.isRightToLeft ? text("Summary Right to Left") : ""});
+        if (const auto& booklet = job_.booklet) {
+            const std::string parts =
+                list({words("PageSize", booklet->paperSize), booklet->hasOutlines ? text("Summary Outlines") : "",
+                      booklet->isRightToLeft ? text("Summary Right to Left") : ""});
             if (parts.empty()) {
                 add("Summary Booklet");
             } else {
@@ -203,62 +201,59 @@ private:
 
     void tellFinishing() {
         tell({"StapleLocation", "TRFoldOptions"});
-        if (const std::string finishing = finishingWords(chosen_, texts_); !finishing.empty()) {
-            add("Summary Finishing", {finishing});
+        const FinishingInstruction& finishing = job_.finishing;
+        if (const std::string all = finishingWords(finishing, texts_); !all.empty()) {
+            add("Summary Finishing", {all});
         }
-        addIf(chosen_.hasSlipSheets, "Summary Slip Sheets");
-        if (chosen_.pagesPerSubset > 0) {
-            add("Summary Offset Subsets", {std::to_string(chosen_.pagesPerSubset)});
+        addIf(finishing.hasSlipSheets, "Summary Slip Sheets");
+        if (finishing.offset == Offset::subsets) {
+            add("Summary Offset Subsets", {std::to_string(finishing.pagesPerSubset)});
         } else {
-            addIf(chosen_.isOffset && !isChanged("Jog"), "Summary Offset");
+            addIf(finishing.offset == Offset::sets && !isChanged("Jog"), "Summary Offset");
         }
         tell({"Jog", "OutputBin"});
-        addIf(chosen_.isBlackAndWhite, "Summary Black and White");
-        if (chosen_.isBlackAndWhite || option("JCLColorCorrection") == "BlackWhite") {
-            drop({"JCLColorCorrection"});  // the panel has the last word
+        const bool isBlackAndWhite = job_.outputColor == OutputColor::blackAndWhite;
+        addIf(isBlackAndWhite, "Summary Black and White");
+        if (isBlackAndWhite || option(kColorCorrectionKeyword) == kBlackAndWhiteCorrection) {
+            drop({kColorCorrectionKeyword});  // the panel has the last word
         }
     }
 
     void tellJob() {
-        switch (chosen_.jobType) {
-            case PanelChoices::faxJob:
-                addIf(chosen_.faxRecipientCount == 0, "Summary Fax to Nobody");
-                add("Summary Fax to One", "Summary Fax to Many", chosen_.faxRecipientCount);
-                addIf(chosen_.hasFaxCoverSheet, "Summary Fax Cover Sheet");
+        switch (job_.kind) {
+            case JobKind::fax:
+                addIf(job_.fax->recipients.empty(), "Summary Fax to Nobody");
+                add("Summary Fax to One", "Summary Fax to Many", job_.fax->recipients.size());
+                addIf(job_.fax->coverSheet.has_value(), "Summary Fax Cover Sheet");
                 break;
-            case PanelChoices::delayedJob: {
+            case JobKind::delayed: {
                 LongDateTime now = 0;
                 GetDateTime(&now);
-                const auto time =
-                    chosen_.jobType == PanelChoices::delayedJob
-                        ? std::optional(findPrintTime(
-                              readInstructions(session_.printSettings(), session_.pageFormat()).printTime.value_or(0),
-                              now))
-                        : std::nullopt;
-                add("Summary Print Time", {time ? timeOfDay(time->moment) : std::string()});
+                add("Summary Print Time", {timeOfDay(findPrintTime(job_.printTime.value_or(0), now).moment)});
                 break;
             }
-            case PanelChoices::sampleSetJob:
+            case JobKind::sampleSet:
                 add("Summary Sample Set");
                 break;
-            case PanelChoices::savedJob:
+            case JobKind::save:
                 add("Summary Save");
                 break;
-            case PanelChoices::printedAndSavedJob:
+            case JobKind::printAndSave:
                 add("Summary Print and Save");
                 break;
-            default:
+            case JobKind::print:
+            case JobKind::secure:
                 break;
         }
         // The option is a secret itself.
-        addIf(chosen_.jobType == PanelChoices::secureJob || isChanged("JCLPasscode"), "Summary Secure Print");
+        addIf(job_.kind == JobKind::secure || isChanged("JCLPasscode"), "Summary Secure Print");
         drop({"JCLPasscode"});
     }
 
     /// An item that the panels leave says more than the options that go with it.
     void tellCovers() {
-        const auto& front = chosen_.frontCover;
-        const auto& back = chosen_.backCover;
+        const auto& front = job_.frontCover;
+        const auto& back = job_.backCover;
         if (front && back && *front == *back) {
             add("Summary Covers", {coverWords(*front)});
         } else {
@@ -280,55 +275,56 @@ private:
         tell({"JCLCovers", "JCLMediaColor", "JCLMediaType", "JCLFrontBackMediaColor", "JCLFrontBackMediaType"});
     }
 
-    std::string coverWords(const PanelChoices::Cover& cover) const {
-        const char* const sides = cover.sides == PanelChoices::blankSides  ? "Summary Blank"
-                                  : cover.sides == PanelChoices::bothSides ? "Summary Printed"
-                                                                           : "Summary Printed on One Side";
+    std::string coverWords(const CoverInstruction& cover) const {
+        const char* const sides = cover.print == CoverPrint::blank  ? "Summary Blank"
+                                  : cover.print == CoverPrint::both ? "Summary Printed"
+                                                                    : "Summary Printed on One Side";
         return list({text(sides), paperWords(cover.paper)});
     }
 
     /// What paper has that the job's has not, and its color and type.
-    std::string paperWords(const PanelChoices::Paper& paper) const {
-        const std::string size = paperSizeOption(paper.size);
-        return list({paper.size == PanelChoices::customSize ? text("Summary Custom Size")
-                     : size == option("PageSize")           ? ""
-                                                            : words("PageSize", size),
-                     words("MediaColor", paperColorOption(paper.color)),
-                     words("MediaType", paperTypeOption(paper.type))});
+    std::string paperWords(const Paper& paper) const {
+        return list({paper.size.starts_with("Custom.") ? text("Summary Custom Size")
+                     : paper.size == job_.paper.size   ? ""
+                                                       : words("PageSize", paper.size),
+                     words("MediaColor", paper.color), words("MediaType", paper.type)});
     }
 
     void tellSpecialPages() {
-        add("Summary Insert", "Summary Inserts", chosen_.insertCount);
-        if (chosen_.exceptionCount > chosen_.exceptions.size()) {
-            add("Summary Exceptions", {std::to_string(chosen_.exceptionCount)});
+        constexpr std::size_t kMostExceptions = 3;  // one by one; of more only the number matters to people
+        add("Summary Insert", "Summary Inserts", job_.inserts.size());
+        if (job_.exceptions.size() > kMostExceptions) {
+            add("Summary Exceptions", {std::to_string(job_.exceptions.size())});
             return;
         }
-        for (const PanelChoices::Exception& exception : chosen_.exceptions) {
-            const bool isPage = exception.firstPage == exception.lastPage;
-            const std::string shade = exception.lightenDarken == 0  ? ""
-                                      : exception.lightenDarken < 0 ? text("Summary Lighter")
-                                                                    : text("Summary Darker");
-            const std::string parts = list({paperWords(exception.paper), sidesWords(exception.duplex), shade,
-                                            exception.isMoved ? text("Summary Moved") : ""});
+        for (const ExceptionInstruction& exception : job_.exceptions) {
+            const bool isPage = exception.pages.first == exception.pages.last;
+            const int shade = exception.lightenDarken.value_or(0);
+            const std::string parts =
+                list({paperWords(exception.paper), exception.sides ? sidesWords(*exception.sides) : "",
+                      shade == 0  ? ""
+                      : shade < 0 ? text("Summary Lighter")
+                                  : text("Summary Darker"),
+                      exception.shift != ImageShift() ? text("Summary Moved") : ""});
             add(isPage ? "Summary Exception Page" : "Summary Exception Pages",
-                {pagesOf(exception), parts.empty() ? text("Summary Exception") : parts});
+                {pagesOf(exception.pages), parts.empty() ? text("Summary Exception") : parts});
         }
     }
 
-    std::string sidesWords(SInt32 duplex) const {
-        static constexpr const char* kSides[] = {"", "None", "DuplexNoTumble", "DuplexTumble"};
-        return duplex < static_cast<SInt32>(std::size(kSides)) ? words("Duplex", kSides[duplex]) : std::string();
+    std::string sidesWords(Sides sides) const {
+        return words("Duplex", sides == Sides::one        ? "None"
+                               : sides == Sides::longEdge ? "DuplexNoTumble"
+                                                          : "DuplexTumble");
     }
 
     void tellImages() {
         tell({"Resolution", "TRImageQuality", "TREconomode", "JCLPrintQuality"});
-        addIf(chosen_.isNegative, "Summary Negative");
-        addIf(chosen_.isMirrored, "Summary Mirrored");
-        addIf(chosen_.isRotated, "Summary Rotated");
-        if (!chosen_.watermark.empty()) {
-            add("Summary Watermark",
-                {list({chosen_.watermark, chosen_.isWatermarkOnFirstPageOnly ? text("Summary First Page Only") : "",
-                       chosen_.isWatermarkBehind ? text("Summary Behind the Page") : ""})});
+        addIf(job_.isNegative, "Summary Negative");
+        addIf(job_.isMirrored, "Summary Mirrored");
+        addIf(job_.isRotated, "Summary Rotated");
+        if (const auto& mark = job_.watermark) {
+            add("Summary Watermark", {list({mark->name, mark->isOnFirstPageOnly ? text("Summary First Page Only") : "",
+                                            mark->isBehind ? text("Summary Behind the Page") : ""})});
         }
     }
 
@@ -336,13 +332,35 @@ private:
         for (const auto& changed : changed_) {
             tell(changed);
         }
-        addIf(!chosen_.hasJobInstructions, "Summary No Job Instructions");
-        addIf(chosen_.hasJobNotes, "Summary Job Notes");
+        addIf(!job_.hasJobInstructions, "Summary No Job Instructions");
+        addIf(job_.notes && !(job_.notes->bannerMessage + job_.notes->specialInstructions).empty(),
+              "Summary Job Notes");
+    }
+
+    /// What becomes of it all. A fax has no sheets.
+    void tellSheets() {
+        const SheetCount count = job_.kind == JobKind::fax ? SheetCount{} : session_.countSheets(pageCount_);
+        if (count.sheets == 0) {
+            return;
+        }
+        const bool isPage = count.pages == 1;
+        const bool isSheet = count.sheets == 1;
+        add(isPage && isSheet ? "Summary Page on Sheet"
+            : isPage          ? "Summary Page on Sheets"
+            : isSheet         ? "Summary Pages on Sheet"
+                              : "Summary Pages on Sheets",
+            {std::to_string(count.pages), std::to_string(count.sheets)});
+        if (job_.copies > 1) {
+            lines_.back() =
+                utf8(localized(texts_, CFSTR("Summary Sheets of Copies"), {lines_.back(), std::to_string(job_.copies)})
+                         .get());
+        }
     }
 
     const PrintSession& session_;
-    PanelChoices chosen_;
-    Usual usual_;
+    std::int64_t pageCount_;
+    const JobInstructions& job_;
+    const UsualSettings& usual_;
     Options changed_;  // not told yet
     CFBundleRef texts_;
     std::vector<std::string> lines_;
@@ -350,6 +368,6 @@ private:
 
 }  // namespace
 
-std::vector<std::string> summarize(const PrintSession& session, CFBundleRef texts) {
-    return Summary(session, texts).make();
+std::vector<std::string> summarize(const PrintSession& session, std::int64_t pageCount, CFBundleRef texts) {
+    return Summary(session, pageCount, texts).make();
 }

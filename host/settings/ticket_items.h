@@ -19,29 +19,3 @@ inline SInt32 numberItem(PMTicketRef ticket, CFStringRef key, SInt32 fallback) {
                ? value
                : fallback;
 }
-
-inline bool booleanItem(PMTicketRef ticket, CFStringRef key) {
-    CFBooleanRef value = nullptr;
-    return PMTicketGetCFBoolean(ticket, kPMTopLevel, kPMTopLevel, key, &value) == noErr && CFBooleanGetValue(value);
-}
-
-/// Empty when it is missing.
-inline std::string stringItem(PMTicketRef ticket, CFStringRef key) {
-    CFStringRef value = nullptr;
-    PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, key, &value);
-    return utf8(value);
-}
-
-/// Lent; null when it is missing.
-inline CFDictionaryRef dictionaryItem(PMTicketRef ticket, CFStringRef key) {
-    CFDictionaryRef value = nullptr;
-    PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, key, &value);
-    return value;
-}
-
-/// Lent; null when it is missing.
-inline CFArrayRef arrayItem(PMTicketRef ticket, CFStringRef key) {
-    CFArrayRef value = nullptr;
-    PMTicketGetCFArray(ticket, kPMTopLevel, kPMTopLevel, key, &value);
-    return value;
-}

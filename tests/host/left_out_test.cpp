@@ -2,13 +2,7 @@
 #include "host/settings/left_out.h"
 
 #include "host/job/print_job.h"
-
-#include "host/settings/choice_words.h"
-#include "host/settings/paper_options.h"
 #include "jobtypes/job_type.h"
-#include "model/ppd_option_maps.h"
-#include "model/setting_map.h"
-#include "panels/paper_output/finishing_choices.h"
 #include "tests/host/settings_session.h"
 #include "tests/support/places.h"
 
@@ -79,54 +73,6 @@ TEST_F(LeftOut, ThePrintTimeOfAFile) {
         item("JobType", dictionary(number("JobType", 7) + number("DelayedPrintTime", 18 * 3600 + 30 * 60)));
     EXPECT_EQ(tell(delayed), Sentences{"The job will be written to its file now, not at 18:30."});
     EXPECT_EQ(tell(delayed, "", JobWay::queue), Sentences{});
-}
-
-TEST_F(LeftOut, FinishingHasANameForEveryChoiceOfThePanels) {
-    const auto words = [this](SInt32 finishing) {
-        PanelChoices choices;
-        choices.finishing = finishing;
-        return finishingWords(choices, bundle.get());
-    };
-    for (SInt32 value = -1; value < 120; ++value) {
-        const FinishingChoice* const choice = FindFinishingChoice(value);
-        const bool isNone = choice == nullptr || value <= kFinishingValueNone;
-        EXPECT_EQ(words(value).empty(), isNone) << value;
-        if (choice != nullptr && value > 10) {
-            EXPECT_EQ(words(value) == words(value - 1), choice->kind == FinishingKindOfValue(value - 1)) << value;
-        }
-    }
-    EXPECT_EQ(words(FinishingValueOf({.staple = 21, .punch = 60, .halfSheetFold = 91})),
-              "2 staples, 3 holes, Z fold of half sheets");
-    EXPECT_EQ(words(INT32_MAX), "");
-    EXPECT_EQ(words(INT32_MIN), "");
-}
-
-TEST(PanelChoices, HaveTheJobTypesOfThePanels) {
-    EXPECT_EQ(PanelChoices::normalJob, kJobTypeNormal);
-    EXPECT_EQ(PanelChoices::faxJob, kJobTypeFax);
-    EXPECT_EQ(PanelChoices::secureJob, kJobTypeSecurePrint);
-    EXPECT_EQ(PanelChoices::delayedJob, kJobTypeDelayedPrint);
-    for (const auto& [key, type] : {std::pair{"Save", PanelChoices::savedJob},
-                                    {"Print and Save", PanelChoices::printedAndSavedJob},
-                                    {"SampleSet", PanelChoices::sampleSetJob}}) {
-        EXPECT_EQ(utf8(LocalizedKeyForTicketValue(JobTypeMap, type)), key);
-    }
-}
-
-TEST(PaperOptions, AreThoseOfThePanels) {
-    const struct {
-        CFStringRef mainKeyword;
-        std::string (*option)(SInt32 number);
-    } rows[] = {{CFSTR("PageSize"), paperSizeOption},
-                {CFSTR("MediaColor"), paperColorOption},
-                {CFSTR("MediaType"), paperTypeOption}};
-    for (const auto& row : rows) {
-        const PPDOptionMap* const map = GetPPDOptionMapForMainKeyword(row.mainKeyword);
-        for (SInt32 number = -1; number < 100; ++number) {
-            EXPECT_EQ(row.option(number), utf8(GetPPDOptionKeywordForTicketValue(map, number)))
-                << utf8(row.mainKeyword) << " " << number;
-        }
-    }
 }
 
 TEST_F(LeftOut, IsAlsoWhatTheJobCannotDo) {

@@ -1,7 +1,10 @@
 // The settings in the user's words.
 #include "host/settings/summary.h"
 
+#include "host/settings/choice_words.h"
+#include "panels/paper_output/finishing_choices.h"
 #include "tests/host/settings_session.h"
+#include "tests/support/cf_values.h"
 
 #include <algorithm>
 
@@ -11,8 +14,11 @@ using Lines = std::vector<std::string>;
 
 class SummaryOf : public SettingsTest {
 protected:
-    Lines tell(const std::string& items, const std::string& choices = {}) const {
-        return summarize(*session(items, choices), bundle.get());
+    Lines tell(const std::string& items, const std::string& choices = {}, std::int64_t pageCount = 0) const {
+        return summarize(*session(items, choices), pageCount, bundle.get());
+    }
+    static std::string list(const char* name, const std::string& elements) {
+        return item(std::string("SpecialPages.") + name, "<array>" + elements + "</array>");
     }
 };
 
@@ -52,8 +58,8 @@ TEST_F(SummaryOf, PagesStandsFirst) {
     made->setCopies(3);
     made->setPageRange("1-3,7");
     made->setOrientation(kReverseLandscape);
-    EXPECT_EQ(summarize(*made, bundle.get()), (Lines{"Copies: 3", "Pages: 1-3,7", "Reverse Landscape",
-                                                     "2-Sided Printing: 2-Sided, Flip on Long Edge"}));
+    EXPECT_EQ(summarize(*made, 0, bundle.get()), (Lines{"Copies: 3", "Pages: 1-3,7", "Reverse Landscape",
+                                                        "2-Sided Printing: 2-Sided, Flip on Long Edge"}));
 }
 
 TEST_F(SummaryOf, OneThingIsToldOnce) {
@@ -102,14 +108,11 @@ TEST_F(SummaryOf, OneThingIsToldOnce) {
 
 TEST_F(SummaryOf, WhatNoOptionStandsForIsToldAsWell) {
     const std::string insert = dictionary(number("StartPage", 3));
-    const std::string page =
-        dictionary(number("StartPage", 4) + number("EndPage", 9) + number("SidesImaged", 1) +
-                   number("LightenDarken", -2) + element("Stock", dictionary(number("Color", 2) + number("Type", 12))) +
-                   element("com.tavro.print.ImageShiftOptionsPage", dictionary(number("Option", 2))));
+    const std::string page = dictionary(
+        number("StartPage", 4) + number("EndPage", 9) + number("SidesImaged", 1) + number("LightenDarken", -2) +
+        element("Stock", dictionary(number("Color", 2) + number("Type", 12))) +
+        element("com.tavro.print.ImageShiftOptionsPage", dictionary(number("Option", 1) + number("X1", 500))));
     const std::string other = dictionary(number("StartPage", 2) + number("EndPage", 2));
-    const auto list = [](const char* name, const std::string& elements) {
-        return item(std::string("SpecialPages.") + name, "<array>" + elements + "</array>");
-    };
     const auto mark = [](const std::string& more) {
         return element("com.tavro.print.watermark.Watermark", "<string>Draft</string>") + more;
     };
@@ -124,7 +127,10 @@ TEST_F(SummaryOf, WhatNoOptionStandsForIsToldAsWell) {
         {list("InsertList", insert + insert + insert), {"3 Inserts"}},
         {list("ExceptionList", other + page),
          {"Page 2: exception", "Pages 4-9: Blue, Card Stock, 1-Sided, lighter, image moved"}},
-        {list("ExceptionList", page + page + page + page), {"4 Exceptions"}},
+        {list("ExceptionList", page + other + page + other),
+         {"Page 2: exception", "Pages 4-9: Blue, Card Stock, 1-Sided, lighter, image moved"}},
+        {list("ExceptionList", other + page + dictionary(number("StartPage", 6) + number("EndPage", 6)) + other),
+         {"4 Exceptions"}},
         {item("JobLevelStock", dictionary(number("Weight", 90))), {"Paper Weight: 90 g/m²"}},
         {numberItem("FinishingOptions", 80), {"Finishing: fold"}},
         {numberItem("FinishingSlipSheet", 2), {"Slip Sheets"}},
@@ -180,7 +186,60 @@ TEST_F(SummaryOf, RubbishIsThatOfNothing) {
     EXPECT_EQ(tell(item("SpecialPages.ExceptionList",
                         "<array>" +
                             dictionary(number("StartPage", 4) + number("EndPage", 4) + number("SidesImaged", -9) +
-                                       element("Stock", dictionary(number("Color", 999) + number("Size", 75)))) +
+                                       element("Stock", dictionary(number("Color", 999) + number("Size", 75) +
+                                                                   number("Width", 10000) + number("Length", 20000)))) +
                             "</array>")),
               Lines{"Page 4: custom size"});
+}
+
+TEST_F(SummaryOf, FinishingHasANameForEveryChoiceOfThePanels) {
+    const auto words = [this](int finishing) { return finishingWords({.value = finishing}, bundle.get()); };
+    for (SInt32 value = -1; value < 120; ++value) {
+        const FinishingChoice* const choice = FindFinishingChoice(value);
+        const bool isNone = choice == nullptr || value <= kFinishingValueNone;
+        EXPECT_EQ(words(value).empty(), isNone) << value;
+        if (choice != nullptr && value > 10) {
+            EXPECT_EQ(words(value) == words(value - 1), choice->kind == FinishingKindOfValue(value - 1)) << value;
+        }
+    }
+    EXPECT_EQ(words(FinishingValueOf({.staple = 21, .punch = 60, .halfSheetFold = 91})),
+              "2 staples, 3 holes, Z fold of half sheets");
+    EXPECT_EQ(words(INT32_MAX), "");
+    EXPECT_EQ(words(INT32_MIN), "");
+}
+
+TEST_F(SummaryOf, WhatAQueueSavedForItsPages) {
+    const auto queue = [](const std::string& options) {
+        return item("PrintSettings.PageOptions", dictionary(options));
+    };
+    EXPECT_EQ(tell(queue(choice("number-up", "4") + choice("page-border", "single") + choice("page-set", "odd") +
+                         choice("outputorder", "reverse") + choice("natural-scaling", "75"))),
+              (Lines{"Odd Pages Only", "Last Page First", "Pages per Side: 4, with borders", "Scaling: 75%"}));
+    EXPECT_EQ(tell(queue(choice("booklet", "yes") + choice("number-up", "4") + choice("page-border", "double"))),
+              Lines{"Booklet: page outlines"});
+}
+
+TEST_F(SummaryOf, TheSheetsAreTheLastLine) {
+    const std::string twoSided = choice("Duplex", "DuplexNoTumble");
+    const std::string insert = list("InsertList", dictionary(number("StartPage", 3) + number("Quantity", 2)));
+    const auto last = [](const Lines& lines) { return lines.back(); };
+    EXPECT_EQ(tell("", "", 1), (Lines{"All settings are the printer's defaults.", "1 page on 1 sheet"}));
+    EXPECT_EQ(last(tell("", twoSided, 2)), "2 pages on 1 sheet");
+    EXPECT_EQ(last(tell(cover("FrontCover", 1), "", 1)), "1 page on 2 sheets");
+    EXPECT_EQ(tell(jobType(5) + item("FaxRecipientList", "<array/>"), "", 24), Lines{"Fax"});
+
+    // It follows every change, also of a list alone.
+    const auto made = session(insert, twoSided);
+    const auto sheets = [&](std::int64_t pages) { return summarize(*made, pages, bundle.get()).back(); };
+    EXPECT_EQ(sheets(24), "24 pages on 15 sheets");
+    EXPECT_EQ(sheets(2), "2 pages on 1 sheet");
+    made->setPageRange("3-10");
+    made->setCopies(3);
+    EXPECT_EQ(sheets(24), "8 pages on 7 sheets, in each of 3 copies");
+    const auto none = makeCFArray();
+    PMTicketSetCFArray(made->printSettings(), CFSTR("test"), CFSTR("com.tavro.print.SpecialPages.InsertList"),
+                       none.get(), kPMUnlocked);
+    EXPECT_EQ(sheets(24), "8 pages on 4 sheets, in each of 3 copies");
+    made->setPageRange("99");
+    EXPECT_EQ(sheets(24).find("sheet"), std::string::npos) << "none of them is in the document";
 }
