@@ -60,9 +60,7 @@ void fillSets(PMTicketRef printSettings, SInt32 item) {
 }
 
 void fillOutputColor(PMTicketRef printSettings) {
-    CFStringRef correction = nullptr;
-    PPDGetMainKeywordValue(printSettings, makeString(kColorCorrectionKeyword).get(), &correction);
-    if (utf8Text(correction) == kBlackAndWhiteCorrection &&
+    if (choiceOf(printSettings, makeString(kColorCorrectionKeyword).get()) == kBlackAndWhiteCorrection &&
         GetTicketNumber(printSettings, kFinishingOutputColorItem, 0) == 0) {
         SetTicketNumber(printSettings, kDriverClient, kFinishingOutputColorItem, kOutputInBlackAndWhite);
     }

@@ -20,12 +20,6 @@
 
 namespace {
 
-std::string choice(PMTicketRef ticket, CFStringRef mainKeyword) {
-    CFStringRef option = nullptr;
-    PPDGetMainKeywordValue(ticket, mainKeyword, &option);
-    return utf8Text(option);
-}
-
 /// What the plug-in counts the option by; -1 for none that it knows.
 SInt32 numberOfChoice(PMTicketRef ticket, CFStringRef mainKeyword) {
     CFStringRef option = nullptr;
@@ -70,16 +64,16 @@ Orientation orientationOf(PMTicketRef pageFormat) {
 /// The options of the PPD say what paper the job is on; the panel's own item knows more of it.
 Paper readJobPaper(PMTicketRef ticket) {
     Paper paper = readPaper(dictionaryOf(ticket, kJobLevelStockItem));
-    paper.size = choice(ticket, CFSTR("PageSize"));
-    paper.color = choice(ticket, CFSTR("MediaColor"));
-    paper.type = choice(ticket, CFSTR("MediaType"));
+    paper.size = choiceOf(ticket, CFSTR("PageSize"));
+    paper.color = choiceOf(ticket, CFSTR("MediaColor"));
+    paper.type = choiceOf(ticket, CFSTR("MediaType"));
     return paper;
 }
 
 void readPages(PMTicketRef ticket, PMTicketRef pageFormat, JobInstructions* job) {
     job->pages = spansOf(textOf(ticket, kPMPageRangeKey));
     job->copies = std::max(GetTicketNumber(ticket, kPMCopiesKey, 1), 1);
-    job->isCollated = choice(ticket, CFSTR("Collate")) != "False";
+    job->isCollated = choiceOf(ticket, CFSTR("Collate")) != "False";
     job->orientation = orientationOf(pageFormat);
 }
 
@@ -114,9 +108,9 @@ void readFinishing(PMTicketRef ticket, JobInstructions* job) {
         finishing.offset = hasSubsets ? Offset::subsets : Offset::sets;
         finishing.pagesPerSubset = std::max(GetTicketNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1), 1);
     }
-    finishing.outputTray = choice(ticket, CFSTR("OutputBin"));
-    finishing.staples = choice(ticket, CFSTR("StapleLocation"));
-    finishing.folds = choice(ticket, CFSTR("TRFoldOptions"));
+    finishing.outputTray = choiceOf(ticket, CFSTR("OutputBin"));
+    finishing.staples = choiceOf(ticket, CFSTR("StapleLocation"));
+    finishing.folds = choiceOf(ticket, CFSTR("TRFoldOptions"));
     const SInt32 color = GetTicketNumber(ticket, kFinishingOutputColorItem, 0);
     job->outputColor = color == kOutputInBlackAndWhite ? OutputColor::blackAndWhite
                        : color == kOutputInColor       ? OutputColor::color

@@ -3,7 +3,6 @@
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
 #include "model/page_layers.h"
-#include "model/ppd_access.h"
 #include "model/setting_map.h"
 #include "model/special_page.h"
 #include "model/ticket_items.h"
@@ -43,18 +42,12 @@ std::optional<CoverInstruction> readCover(PMTicketRef ticket, CFStringRef item) 
                             paperOf(dictionary)};
 }
 
-std::string choice(PMTicketRef ticket, const std::string& mainKeyword) {
-    CFStringRef option = nullptr;
-    PPDGetMainKeywordValue(ticket, makeString(mainKeyword).get(), &option);
-    return utf8Text(option);
-}
-
 /// The cover that the printer's own options ask for.
 CoverInstruction coverOfOptions(PMTicketRef ticket, bool isPair, bool isBlank) {
     const std::string media = isPair ? "JCLFrontBackMedia" : "JCLMedia";
     Paper paper;
-    paper.color = choice(ticket, media + "Color");
-    paper.type = choice(ticket, media + "Type");
+    paper.color = choiceOf(ticket, makeString(media + "Color").get());
+    paper.type = choiceOf(ticket, makeString(media + "Type").get());
     if (paper.type == kPrintersOwnType) {
         paper.type.clear();
     }
@@ -66,7 +59,7 @@ CoverInstruction coverOfOptions(PMTicketRef ticket, bool isPair, bool isBlank) {
 void readCovers(PMTicketRef ticket, JobInstructions* job) {
     job->frontCover = readCover(ticket, kFrontCoverItem);
     job->backCover = readCover(ticket, kBackCoverItem);
-    const std::string covers = choice(ticket, "JCLCovers");
+    const std::string covers = choiceOf(ticket, CFSTR("JCLCovers"));
     if (job->backCover || covers.empty() || covers == "None") {
         return;
     }

@@ -2,6 +2,7 @@
 // is the fallback.
 #pragma once
 
+#include "model/ppd_access.h"
 #include "model/record_ticket.h"
 #include "platform/printing/PMTicket.h"
 #include "platform/printing/text.h"
@@ -34,6 +35,13 @@ inline CFArrayRef arrayOf(PMTicketRef ticket, CFStringRef key) {
     CFArrayRef value = nullptr;
     PMTicketGetCFArray(ticket, kPMTopLevel, kPMTopLevel, key, &value);
     return value;
+}
+
+/// The option that is asked for of a PPD's main keyword; empty for none.
+inline std::string choiceOf(PMTicketRef ticket, CFStringRef mainKeyword) {
+    CFStringRef option = nullptr;
+    PPDGetMainKeywordValue(ticket, mainKeyword, &option);
+    return utf8Text(option);
 }
 
 inline SInt32 numberIn(CFDictionaryRef dictionary, CFStringRef key, SInt32 fallback = 0) {

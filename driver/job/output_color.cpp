@@ -1,8 +1,8 @@
 #include "driver/job/output_color.h"
 
+#include "driver/instructions/ticket_values.h"
 #include "driver/job/printer_abilities.h"
 #include "model/ppd_access.h"
-#include "platform/printing/text.h"
 
 bool offersBlackAndWhite(PMPrinter printer) {
     return hasOption(printer, kColorCorrectionKeyword, kBlackAndWhiteCorrection);
@@ -10,9 +10,7 @@ bool offersBlackAndWhite(PMPrinter printer) {
 
 void chooseColorCorrection(PMPrinter printer, OutputColor asked, PMTicketRef printSettings) {
     const auto keyword = makeString(kColorCorrectionKeyword);
-    CFStringRef correction = nullptr;
-    PPDGetMainKeywordValue(printSettings, keyword.get(), &correction);
-    const bool isBlackAndWhite = utf8Text(correction) == kBlackAndWhiteCorrection;
+    const bool isBlackAndWhite = choiceOf(printSettings, keyword.get()) == kBlackAndWhiteCorrection;
     if (asked == OutputColor::asPrinter || (asked == OutputColor::blackAndWhite) == isBlackAndWhite) {
         return;
     }

@@ -6,7 +6,6 @@
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
-#include "model/ppd_access.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/text.h"
 
@@ -19,9 +18,7 @@ constexpr const char* kUniversalExit = "\x1B%-12345X";
 constexpr int kPercentOfPages = 30;
 
 std::string choiceOf(PMTicketRef ticket, const char* mainKeyword) {
-    CFStringRef option = nullptr;
-    PPDGetMainKeywordValue(ticket, makeString(mainKeyword).get(), &option);
-    return utf8Text(option);
+    return choiceOf(ticket, makeString(mainKeyword).get());
 }
 
 CFRef<CFURLRef> urlOf(const std::string& path) {

@@ -250,7 +250,6 @@ private:
         drop({"JCLPasscode"});
     }
 
-    /// An item that the panels leave says more than the options that go with it.
     void tellCovers() {
         const auto& front = job_.frontCover;
         const auto& back = job_.backCover;
@@ -264,15 +263,7 @@ private:
                 add("Summary Back Cover", {coverWords(*back)});
             }
         }
-        const std::string covers = option("JCLCovers");
-        if (front || back || covers.empty() || covers == "None") {
-            drop({"JCLCovers", "JCLMediaColor", "JCLMediaType", "JCLFrontBackMediaColor", "JCLFrontBackMediaType"});
-        } else if (covers.ends_with("Back")) {
-            drop({"JCLMediaColor", "JCLMediaType"});
-        } else {
-            drop({"JCLFrontBackMediaColor", "JCLFrontBackMediaType"});
-        }
-        tell({"JCLCovers", "JCLMediaColor", "JCLMediaType", "JCLFrontBackMediaColor", "JCLFrontBackMediaType"});
+        drop({"JCLCovers", "JCLMediaColor", "JCLMediaType", "JCLFrontBackMediaColor", "JCLFrontBackMediaType"});
     }
 
     std::string coverWords(const CoverInstruction& cover) const {

@@ -99,7 +99,7 @@ TEST_F(SummaryOf, OneThingIsToldOnce) {
          {"Front Cover: blank, Blue", "Back Cover: printed on one side"}},
         {"",
          choice("JCLCovers", "FrontBack") + choice("JCLFrontBackMediaColor", "Blue") + choice("JCLMediaColor", "Red"),
-         {"Covers: Printed Front and Back Covers", "Covers Paper Color: Blue"}},
+         {"Front and Back Covers: printed, Blue"}},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(tell(row.items, row.choices), row.lines) << row.items << row.choices;
