@@ -3,6 +3,7 @@
 #include "driver/worker/page_report.h"
 #include "platform/files/plain_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
