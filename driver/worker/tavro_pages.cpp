@@ -45,12 +45,12 @@ bool isForNobody() {
 
 void limitAll(rlim_t seconds, [[maybe_unused]] rlim_t megabytes) {
     limit(RLIMIT_CPU, seconds, seconds + 1);  // at the soft one the system says why
-#ifndef __SANITIZE_ADDRESS__                  // has taken more already
-    limit(RLIMIT_DATA, megabytes << 20, megabytes << 20);
-#endif
-    limit(RLIMIT_CORE, 1, 1);  // no core, also where cores go to a program
+    limit(RLIMIT_CORE, 1, 1);                 // no core, also where cores go to a program
     limit(RLIMIT_FSIZE, 0, 0);
+#ifndef __SANITIZE_ADDRESS__  // which has taken more memory already, and asks pipes what it may read
+    limit(RLIMIT_DATA, megabytes << 20, megabytes << 20);
     limit(RLIMIT_NOFILE, 0, 0);
+#endif
 }
 
 }  // namespace
