@@ -172,7 +172,10 @@ TEST(ReplacingFiles, KilledInTheMiddleTheOldOrTheNewFileIsThere) {
         EXPECT_EQ(rightsOf(path), 0600u);
     }
     EXPECT_EQ(seen.size(), 2u) << "no round hit a write under way, so nothing was shown";
-    EXPECT_EQ(entriesOf(folder), 1u);
+    // A kill between naming the new file and renaming it leaves that name for the next program to take away.
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        EXPECT_TRUE(entry.path() == path || entry.path().filename().string().starts_with(".tavro-")) << entry.path();
+    }
 }
 
 TEST(ReadingFiles, GivesAllBytesOrTheReason) {
