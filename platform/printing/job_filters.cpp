@@ -31,7 +31,7 @@ std::string userName() {
 std::string choicesByDefault(const Job& job) {
     std::string lines;
     for (const auto& [keyword, secret] : job.request.secrets) {
-        lines += "*Default" + keyword + ": Custom." + secret + "\n";
+        lines.append("*Default").append(keyword).append(": Custom.").append(secret).append("\n");
     }
     if (isUncollated(job.request)) {
         lines += std::string("*Default") + kCollateKeyword + ": False\n";
