@@ -114,14 +114,17 @@ JobOutcome JobWork::run() {
     };
     PreparedJob job(session_.printSettings());
     JobOutcome outcome;
-    if (!prepareJob(source, progress, &job)) {
+    const bool isReady = prepareJob(source, progress, &job);
+    if (isCancelled_) {
+        outcome.isCancelled = true;
+    } else if (!isReady) {
         outcome.failure = job.fault;
     } else {
         percent_ = 100;
-        outcome = isCancelled_ ? JobOutcome{} : send(&job);
+        outcome = send(&job);
+        // What was printed is printed, although somebody has changed his mind meanwhile.
+        outcome.isCancelled = isCancelled_ && !outcome.failure.empty();
     }
-    // What was printed is printed, although somebody has changed his mind meanwhile.
-    outcome.isCancelled = isCancelled_ && (!outcome.failure.empty() || job.isEnded || percent_ < 100);
     return outcome;
 }
 
