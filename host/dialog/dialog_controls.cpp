@@ -2,6 +2,17 @@
 
 #include "host/script/text.h"
 
+WindowRef makeWindow(CFBundleRef bundle, CFStringRef name) {
+    IBNibRef nib = nullptr;
+    if (CreateNibReferenceWithCFBundle(bundle, name, &nib) != noErr) {
+        return nullptr;
+    }
+    WindowRef window = nullptr;
+    const OSStatus status = CreateWindowFromNib(nib, name, &window);
+    DisposeNibReference(nib);
+    return status == noErr ? window : nullptr;
+}
+
 ControlRef hostControl(WindowRef window, HostControl number) {
     const ControlID id{kHostSignature, number};
     ControlRef found = nullptr;

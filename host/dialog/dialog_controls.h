@@ -1,6 +1,7 @@
 // The print dialog's own controls, signature 'Host'. docs/script-language.md lists them for scripts.
 #pragma once
 
+#include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Windows.h"
@@ -44,6 +45,9 @@ enum HostControl : SInt32 {
     kJobProgressState = 122,
     kJobProgressCancel = 123,
 };
+
+/// The window of a nib that has one, both of the name; null when it cannot be made: the toolbox has told why.
+WindowRef makeWindow(CFBundleRef bundle, CFStringRef name);
 
 /// Null when the window has no such control.
 ControlRef hostControl(WindowRef window, HostControl number);

@@ -29,9 +29,8 @@ public:
         outcome_ = promise.get_future();
         std::thread thread([this, promise = std::move(promise)]() mutable {
             LoginDesk::use(&desk_);
-            JobOutcome outcome = work_.run();
-            desk_.leave();
-            promise.set_value(std::move(outcome));
+            promise.set_value(work_.run());
+            desk_.leave();  // who waits for that finds the outcome
         });
         const auto end = std::chrono::steady_clock::now() + kMoment;
         while (std::chrono::steady_clock::now() < end && !desk_.serve(kMoment)) {
@@ -50,13 +49,8 @@ private:
 
     /// Until the job is done. Without the window it goes on all the same.
     void show() {
-        IBNibRef nib = nullptr;
-        if (CreateNibReferenceWithCFBundle(bundle_, CFSTR("JobProgress"), &nib) != noErr) {
-            return;
-        }
-        const OSStatus status = CreateWindowFromNib(nib, CFSTR("JobProgress"), &window_);
-        DisposeNibReference(nib);
-        if (status != noErr) {
+        window_ = makeWindow(bundle_, CFSTR("JobProgress"));
+        if (window_ == nullptr) {
             return;
         }
         setStaticText(hostControl(window_, kJobProgressTitle),

@@ -67,14 +67,9 @@ OSStatus handleCommand(EventHandlerCallRef, EventRef event, void* userData) {
 std::optional<std::string> askPresetName(CFBundleRef bundle, PresetNaming naming, const std::string& name,
                                          const KeptSettings& presets) {
     NameDialog dialog{bundle, naming, name, presets};
-    IBNibRef nib = nullptr;
-    if (CreateNibReferenceWithCFBundle(bundle, CFSTR("PresetName"), &nib) != noErr) {
+    dialog.window = makeWindow(bundle, CFSTR("PresetName"));
+    if (dialog.window == nullptr) {
         return std::nullopt;
-    }
-    const OSStatus status = CreateWindowFromNib(nib, CFSTR("PresetName"), &dialog.window);
-    DisposeNibReference(nib);
-    if (status != noErr) {
-        return std::nullopt;  // the toolbox has told which file does not load, and why
     }
     const bool isSave = naming == PresetNaming::save;
     SetWindowTitleWithCFString(

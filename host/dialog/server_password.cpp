@@ -35,14 +35,9 @@ Boolean ask(CFStringRef server, CFStringRef proposal, Boolean isAgain, CFStringR
             void* bundleOf) {
     const CFBundleRef bundle = (*static_cast<std::function<CFBundleRef()>*>(bundleOf))();
     PasswordWindow dialog;
-    IBNibRef nib = nullptr;
-    if (bundle == nullptr || CreateNibReferenceWithCFBundle(bundle, CFSTR("ServerPassword"), &nib) != noErr) {
+    dialog.window = bundle == nullptr ? nullptr : makeWindow(bundle, CFSTR("ServerPassword"));
+    if (dialog.window == nullptr) {
         return false;
-    }
-    const OSStatus status = CreateWindowFromNib(nib, CFSTR("ServerPassword"), &dialog.window);
-    DisposeNibReference(nib);
-    if (status != noErr) {
-        return false;  // the toolbox has told which file does not load, and why
     }
     setStaticText(
         hostControl(dialog.window, kServerQuestion),
