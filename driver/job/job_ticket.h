@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/instructions/ticket_values.h"
+#include "model/ppd_access.h"
 
 #include <string>
 
@@ -24,10 +25,7 @@ public:
     }
     /// Chooses an option of a PPD main keyword.
     void choose(const std::string& mainKeyword, const std::string& option) {
-        CFMutableDictionaryRef pairs = nullptr;
-        if (PMTicketGetPPDDict(ticket_, kPMTopLevel, &pairs) == noErr) {
-            CFDictionarySetValue(pairs, makeString(mainKeyword).get(), makeString(option).get());
-        }
+        PPDSetMainKeyword(ticket_, makeString(mainKeyword).get(), makeString(option).get());
     }
 
 private:

@@ -82,8 +82,7 @@ bool PostScriptEditor::line(std::string_view line) {
     if (line.starts_with("%%Page: ") && bare(line).ends_with(" " + std::to_string(page_ + 1))) {
         ++page_;
         place_ = Place::pageSetup;
-        isEnded_ = progress_ && !progress_(page_);
-        isTaken_ = isTaken_ && !isEnded_;
+        isTaken_ = isTaken_ && (!progress_ || progress_(page_));
     } else if (place_ == Place::comments && bare(line) == "%%EndComments") {
         place_ = Place::prolog;
         return put(line) && put(std::exchange(header_, {}));

@@ -39,8 +39,6 @@ public:
     bool write(std::string_view bytes) override;
     /// At the end. False as well when the document had not as many pages as there are codes, or no header comments.
     bool finish();
-    /// Whether the progress has ended the work.
-    [[nodiscard]] bool isEnded() const { return isEnded_; }
 
 private:
     bool line(std::string_view line);
@@ -56,5 +54,4 @@ private:
     Place place_ = Place::comments;
     std::size_t page_ = 0;  // that have begun
     bool isTaken_ = true;
-    bool isEnded_ = false;
 };

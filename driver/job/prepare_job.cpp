@@ -6,7 +6,6 @@
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
-#include "platform/foundation/CFURL.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -19,11 +18,6 @@ constexpr int kPercentOfPages = 30;
 
 std::string choiceOf(PMTicketRef ticket, const char* mainKeyword) {
     return choiceOf(ticket, makeString(mainKeyword).get());
-}
-
-CFRef<CFURLRef> urlOf(const std::string& path) {
-    return CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
-        nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()), false));
 }
 
 /// Instructions among commands, with the way back to PostScript.
@@ -81,7 +75,7 @@ public:
 
 private:
     bool fail(const std::string& reason) {
-        job_.fault = reason.empty() ? std::string() : errorLine(source_.document, reason);
+        job_.fault = errorLine(source_.document, reason);
         return false;
     }
 
@@ -129,7 +123,7 @@ private:
 
     bool makePDF(PrivateFile* pages, int percent) {
         if (!isKept(*pages)) {
-            return failOf(kPMCannotWriteOutput);
+            return failAsPlatformSays();
         }
         PagesOrder order{source_.document, &plan_, layout_, {}, source_.faxCover, source_.mark};
         for (const Paper& paper : plan_.papers) {
@@ -140,13 +134,12 @@ private:
         if (makePages(order, *pages, report, &reason)) {
             return true;
         }
-        job_.isEnded = reason == kJobEnded;
-        return isKept(*pages) ? fail(reason) : failOf(kPMCannotWriteOutput);
+        return isKept(*pages) ? fail(reason) : failAsPlatformSays();
     }
 
     bool makePostScript(const PrivateFile& pages) {
         if (!isKept(job_.pages)) {
-            return failOf(kPMCannotWriteOutput);
+            return failAsPlatformSays();
         }
         PageCodes codes;
         if (!isUniform(plan_, usual_)) {
@@ -161,18 +154,16 @@ private:
         };
         PostScriptEditor editor(headerOf(told_), codes, report, job_.pages);
         const OSStatus status =
-            PMWritePostScript(pages.descriptor(), urlOf(source_.document).get(),
+            PMWritePostScript(pages.descriptor(), makeFileURL(source_.document).get(),
                               makeString(choiceOf(job_.settings.get(), "Resolution")).get(), &editor);
-        job_.isEnded = editor.isEnded();
         if (!isKept(job_.pages) || status != noErr) {
-            return failOf(status);
+            return failAsPlatformSays();
         }
         job_.arePostScript = true;
         return editor.finish() || fail("its PostScript has not all of its pages");
     }
 
-    /// The platform has said why.
-    bool failOf(OSStatus) {
+    bool failAsPlatformSays() {
         job_.fault = utf8Text(PMGetLastErrorText());
         return false;
     }

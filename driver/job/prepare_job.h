@@ -29,8 +29,7 @@ struct PreparedJob {
     PrivateFile pages;           // a PDF, or PostScript
     bool arePostScript = false;  // with the printer's code and instructions
     std::size_t count = 0;       // of the pages
-    std::string fault;           // why it is not ready: one line that names the file
-    bool isEnded = false;        // by its progress
+    std::string fault;           // why it is not ready: one line that names the file; may be empty when it was ended
 };
 
 /// Makes a job's pages. What the PPD has options for is left to them, so that its settings are not those of the

@@ -92,7 +92,7 @@ bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& p
     } catch (const WriteFault&) {
         reason->clear();
     } catch (const Ended&) {
-        *reason = kJobEnded;
+        *reason = "was ended";
     } catch (const std::exception& error) {
         *reason = reasonOf(error);
     }

@@ -22,9 +22,6 @@ struct PagesOrder {
 /// Told how far it is, from 0 to 100; false ends the work.
 using PagesProgress = std::function<bool(int percent)>;
 
-/// The reason of work that was ended by its progress.
-inline constexpr const char* kJobEnded = "was ended";
-
 /// Writes the pages as a PDF, in the order of the plan: the sides that it sends. False, with the reason, when the
 /// document cannot be read or the work was ended; without one when `output` took no more.
 bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& progress, std::string* reason);

@@ -32,8 +32,7 @@ OpaquePMPrinter::OpaquePMPrinter(std::shared_ptr<const PPDFile> file, std::strin
     name = makeString(shownName);
     id = destination.empty() ? nullptr : makeString(destination);
     maker = makeString(ppd.attribute("Manufacturer"));
-    ppdURL = CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
-        nullptr, reinterpret_cast<const UInt8*>(ppdPath.data()), static_cast<CFIndex>(ppdPath.size()), false));
+    ppdURL = makeFileURL(ppdPath);
     for (const PPDPaper& paper : ppd.papers) {
         papers.push_back({makeString(paper.keyword), makeString(paper.title)});
     }

@@ -21,6 +21,11 @@ CFRef<CFStringRef> makeString(std::string_view bytes) {
     return CFRef<CFStringRef>::adopt(CFStringCreateWithFileSystemRepresentation(nullptr, std::string(bytes).c_str()));
 }
 
+CFRef<CFURLRef> makeFileURL(const std::string& path) {
+    return CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
+        nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()), false));
+}
+
 std::string filePath(CFURLRef url) {
     UInt8 path[PATH_MAX];
     if (url == nullptr || !CFURLGetFileSystemRepresentation(url, true, path, sizeof path)) {

@@ -10,6 +10,8 @@
 std::string utf8Text(CFStringRef string);
 /// A new string of UTF-8 bytes, or of a path; bytes that are not UTF-8 are taken for ISO Latin 1.
 CFRef<CFStringRef> makeString(std::string_view bytes);
+/// The address of a file.
+CFRef<CFURLRef> makeFileURL(const std::string& path);
 /// The path of a file address; empty when it is not one.
 std::string filePath(CFURLRef url);
 

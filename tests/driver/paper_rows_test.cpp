@@ -82,7 +82,7 @@ protected:
 
     static PMPrinter printer(const char* ppd) {
         PMPrinter printer = nullptr;
-        EXPECT_EQ(PMPrinterCreateFromPPDFile(urlOf(sourcePath(ppd)).get(), &printer), noErr);
+        EXPECT_EQ(PMPrinterCreateFromPPDFile(makeFileURL(sourcePath(ppd)).get(), &printer), noErr);
         return printer;
     }
 
@@ -106,10 +106,11 @@ protected:
                                asked.watermark ? readPageMark(*asked.watermark, &reason) : std::nullopt};
         PreparedJob job(settings.get());
         EXPECT_TRUE(prepareJob(source, {}, &job)) << job.fault;
-        const auto document = urlOf(path("document.pdf"));
+        const auto document = makeFileURL(path("document.pdf"));
         const PMJobPages sides{job.pages.descriptor(), job.arePostScript, static_cast<CFIndex>(job.count),
                                document.get()};
-        EXPECT_EQ(PMPrinterWriteJobToURL(printer, job.settings.get(), &sides, urlOf(path("job.ps")).get()), noErr);
+        EXPECT_EQ(PMPrinterWriteJobToURL(printer, job.settings.get(), &sides, makeFileURL(path("job.ps")).get()),
+                  noErr);
         PMPrinterRelease(printer);
         auto proof = readProof(path("job.ps"), &reason);
         EXPECT_TRUE(proof) << reason;
@@ -142,10 +143,6 @@ protected:
     }
 
 private:
-    static CFRef<CFURLRef> urlOf(const std::string& path) {
-        return CFRef<CFURLRef>::adopt(CFURLCreateFromFileSystemRepresentation(
-            nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()), false));
-    }
     static std::string contentOf(const std::string& path) {
         std::ostringstream content;
         content << std::ifstream(path, std::ios::binary).rdbuf();
