@@ -98,7 +98,7 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
     }
     if (status == HTTP_STATUS_ERROR && !server.isOverdue()) {
         // Who refuses a document in its middle says why and closes; what it said can still be read.
-        IPPMessage(cupsGetResponse(server.get(), nullptr));
+        const IPPMessage answer(cupsGetResponse(server.get(), nullptr));
         status = httpGetStatus(server.get());
     }
     if (status >= HTTP_STATUS_BAD_REQUEST) {
