@@ -159,8 +159,6 @@ struct FaxInstruction {
     int speed = 3;                         // item of its menu
     int resolution = 2;                    // the same
     std::optional<std::int64_t> sendTime;  // seconds since 1904, local time
-    bool hasDialingPrefix = false;
-    bool hasCreditCard = false;
 
     bool operator==(const FaxInstruction&) const = default;
 };

@@ -75,8 +75,6 @@ FaxInstruction readFax(PMTicketRef ticket) {
     fax.speed = numberIn(options, kFaxSendSpeedProperty, kFaxDefaultSendSpeed);
     fax.resolution = numberIn(options, kFaxResolutionProperty, kFaxDefaultResolution);
     fax.sendTime = momentIn(options, kFaxSendTimeProperty);
-    fax.hasDialingPrefix = !textIn(options, kFaxDialingPrefixProperty).empty();
-    fax.hasCreditCard = !textIn(options, kFaxCreditCardProperty).empty();
     return fax;
 }
 

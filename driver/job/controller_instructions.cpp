@@ -117,8 +117,6 @@ private:
         add("fax-resolution", item(kFaxResolutions, fax.resolution));
         add("confirmation-sheet-print", fax.hasConfirmation ? "true" : "false");
         addIf(fax.coverSheet.has_value(), "fax-cover-sheet");
-        addIf(fax.hasDialingPrefix, "fax-dialing-prefix");
-        addIf(fax.hasCreditCard, "fax-credit-card");
     }
 
     void writeNotes() {
@@ -284,6 +282,17 @@ private:
 
 Instructions controllerInstructions(const JobInstructions& job, const SheetPlan& plan) {
     return Writer(job, plan).write();
+}
+
+Instructions secretInstructions(const JobSecrets& secrets) {
+    Instructions all;
+    for (const auto& [name, value] :
+         {std::pair{"fax-dialing-prefix", &secrets.dialingPrefix}, {"fax-credit-card", &secrets.creditCard}}) {
+        if (!value->empty()) {
+            all.emplace_back(name, *value);
+        }
+    }
+    return all;
 }
 
 bool needsController(const JobInstructions& job) {

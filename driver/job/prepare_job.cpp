@@ -9,6 +9,7 @@
 #include "platform/printing/text.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -117,6 +118,7 @@ private:
         if (!needsController(instructions_) && !(instructions_.hasJobInstructions && isMoreThanItsKind)) {
             told_.clear();
         }
+        std::ranges::move(secretInstructions(readSecrets(source_.printSettings)), std::back_inserter(told_));
         const bool isUncollated = plan_.copies > 1 && !plan_.isCollated;  // which filters of PDF forget
         return !told_.empty() || !isUniform(plan_, usual_) || isUncollated;
     }

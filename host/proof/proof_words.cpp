@@ -11,8 +11,12 @@
 
 namespace {
 
-/// Parts of names of commands whose values are secret, as HOLDKEY is.
-constexpr std::array<std::string_view, 4> kSecrets{"KEY", "PASS", "CARD", "PREFIX"};
+/// Parts of names of commands and instructions whose values are secret, as HOLDKEY is.
+constexpr std::array<std::string_view, 6> kSecrets{"KEY", "PASS", "CARD", "PREFIX", "card", "prefix"};
+
+bool isSecret(std::string_view name) {
+    return std::ranges::any_of(kSecrets, [name](std::string_view part) { return name.find(part) != name.npos; });
+}
 
 /// Names of folds to their texts.
 struct FoldRow {
@@ -62,7 +66,7 @@ public:
             tellCommand(command);
         }
         for (const auto& [name, value] : proof_.instructions) {
-            add("Proof Instruction", {name, value});
+            add("Proof Instruction", {name, isSecret(name) ? text("Proof Secret") : value});
         }
         tellCopies();
         for (const ProofSheet& sheet : proof_.sheets) {
@@ -86,9 +90,7 @@ private:
             return;
         }
         const std::string name = trimmed(command.substr(kSet.size(), equals - kSet.size()));
-        const bool isSecret = std::ranges::any_of(
-            kSecrets, [&name](std::string_view part) { return name.find(part) != std::string::npos; });
-        add("Proof Command", {name, isSecret ? text("Proof Secret") : trimmed(command.substr(equals + 1))});
+        add("Proof Command", {name, isSecret(name) ? text("Proof Secret") : trimmed(command.substr(equals + 1))});
     }
 
     void tellCopies() {

@@ -54,9 +54,7 @@ std::vector<JobInstructions> jobsWithEverything() {
                false,
                3,
                2,
-               3903657600,
-               true,
-               true};
+               3903657600};
     JobInstructions booklet;
     booklet.kind = JobKind::printAndSave;
     booklet.booklet = {true, true, "A3"};
@@ -119,6 +117,7 @@ TEST(ControllerInstructions, TheDocumentListsThemAll) {
     for (const JobInstructions& job : jobsWithEverything()) {
         told.merge(namesIn(tell(job)));
     }
+    told.merge(namesIn(secretInstructions({.creditCard = "4111", .dialingPrefix = "9"})));
     EXPECT_EQ(told, documentedNames());
 }
 
@@ -152,7 +151,7 @@ TEST(ControllerInstructions, SayWhatWasAskedFor) {
               "fax-destination={number=5550 name=\"Ada L\" organization=Tavro mailbox=7}\n"
               "fax-destination={number=\"*1\"}\n"
               "fax-send-time=2027-09-13T05:20:00\nfax-speed=33600\nfax-resolution=200x200dpi\n"
-              "confirmation-sheet-print=false\nfax-cover-sheet=true\nfax-dialing-prefix=true\nfax-credit-card=true\n");
+              "confirmation-sheet-print=false\nfax-cover-sheet=true\n");
     JobInstructions folded = jobs[2];
     folded.finishing = jobs[0].finishing;
     EXPECT_EQ(lines(tell(folded), "separator-sheets") + lines(tell(folded), "tavro-offset"), "")

@@ -356,7 +356,7 @@ TEST_F(PaperRow, JobsAndTheirController) {
          jobType(5) + ada + options(kLongEdge) + pages("2-3") +
              dict(kTavro + "FaxOptions", flag("CoverSheet", true) + number("Size", 2) + text("CreditCard", "4111")),
          "595x842[Fax P1] [P2] [P3]",
-         {"fax-destination={number=5550 name=Ada}", "fax-cover-sheet=true", "fax-credit-card=true"}},
+         {"fax-destination={number=5550 name=Ada}", "fax-cover-sheet=true", "fax-credit-card=4111"}},
         {"sample set", jobType(8) + copies(3) + pages("1"), "[P1]", {"proof-print-copies=1", "copies=3"}},
         {"saved", jobType(3) + pages("1"), "[P1]", {"job-save-disposition=save-only"}},
         {"printed and saved", jobType(4) + pages("1"), "[P1]", {"job-save-disposition=print-save"}},

@@ -131,7 +131,6 @@ TEST(ReadInstructions, TheKindOfJob) {
     expected.coverSheet = FaxCoverInstruction{.paperSize = "A4", .sender = FaxCoverInstruction::Sender{}};
     expected.hasConfirmation = false;
     expected.sendTime = 3900000000;
-    expected.hasCreditCard = true;
     EXPECT_EQ(read(fax).fax, expected);
     EXPECT_EQ(readSecrets(TestTicket(fax).get()).creditCard, "4111");
     const std::string secure = dict(kTavro + "JobType", number("JobType", 6) + text("SecurePrintPassword", "4711"));

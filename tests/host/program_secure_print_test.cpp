@@ -1,4 +1,4 @@
-// Where the passcode of a secure print job gets to, and where not.
+// Where the passcode of a secure print job, and the card number of a fax, get to, and where not.
 #include "tests/host/program_fixture.h"
 
 namespace fs = std::filesystem;
@@ -9,11 +9,14 @@ class SecurePrint : public ProgramTest {
 protected:
     /// Prints a secure job with the passcode into a file.
     Run print(const std::string& passcode, const std::string& ppd = kZR420, const Words& environment = {}) const {
-        const std::string ticket =
-            add("ticket.plist",
-                "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>"
-                "<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>6</integer>" +
-                    passcode + "</dict></dict></dict></plist>");
+        return printWith("<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>6</integer>" + passcode +
+                             "</dict>",
+                         ppd, environment);
+    }
+    Run printWith(const std::string& items, const std::string& ppd, const Words& environment) const {
+        const std::string ticket = add("ticket.plist",
+                                       "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>" + items +
+                                           "</dict></dict></plist>");
         return run({"--ppd", ppd, "--script", add("script", "ok\n"), "--ticket-in", ticket, "--job-out",
                     folder / "job.ps", kTenPages},
                    environment);
@@ -38,9 +41,9 @@ TEST_F(SecurePrint, TellsThePrinterAndNobodyElse) {
         fs::permissions(filter, fs::perms(0700));
     }
     const std::string temporary = folder / "tmp";
+    const Words environment{"CUPS_SERVERBIN=" + (folder / "cups"), "TMPDIR=" + temporary};
     for (const char* passcode : {"8642", "8642864286"}) {
-        const Run done =
-            print(element(passcode), kZR420, {"CUPS_SERVERBIN=" + (folder / "cups"), "TMPDIR=" + temporary});
+        const Run done = print(element(passcode), kZR420, environment);
         EXPECT_EQ(done.status, 0) << done.errors;
         EXPECT_EQ(done.output + done.errors, "");
         EXPECT_NE(job().find("@PJL SET HOLD=STORE\n@PJL SET HOLDTYPE=PRIVATE\n@PJL SET HOLDKEY=\"" +
@@ -49,10 +52,20 @@ TEST_F(SecurePrint, TellsThePrinterAndNobodyElse) {
         EXPECT_EQ(fs::status(folder / "job.ps").permissions(), fs::perms(0600));
         EXPECT_TRUE(fs::is_empty(temporary));
     }
+    const Run fax = printWith("<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>5</integer></dict>"
+                              "<key>com.tavro.print.FaxRecipientList</key><array><dict><key>FaxNumber</key>"
+                              "<string>5550</string></dict></array><key>com.tavro.print.FaxOptions</key><dict>"
+                              "<key>CreditCard</key><string>86428642</string></dict>",
+                              kZR420, environment);
+    EXPECT_EQ(fax.status, 0) << fax.errors;
+    EXPECT_NE(job().find("@PJL COMMENT TPIF fax-credit-card=86428642\n"), std::string::npos);
+    const std::string told = run({"--proof", folder / "job.ps"}).output;
+    EXPECT_NE(told.find("5550"), std::string::npos) << told;
+    EXPECT_EQ((fax.output + told).find("8642"), std::string::npos) << told;
     const std::string seen = contentOf(log);
     EXPECT_NE(seen.find("cups/filter/pdftops\n"), std::string::npos);
     EXPECT_NE(seen.find("Duplex="), std::string::npos);
-    EXPECT_EQ(seen.find("8642"), std::string::npos) << "a command line or a file's name holds the passcode";
+    EXPECT_EQ(seen.find("8642"), std::string::npos) << "a command line or a file's name holds a secret";
 }
 
 TEST_F(SecurePrint, RefusesWhatIsNoPasscode) {
