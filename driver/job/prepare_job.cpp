@@ -82,7 +82,8 @@ private:
 
     /// Chooses options of the PPD for what the printer does, and those that would do again what the pages have.
     void leaveToPrinter() {
-        const PageLayout usual = layoutOf(instructions_, source_.pages.sizes.at(firstPage()));
+        const auto firstPage = static_cast<std::size_t>(plan_.firstPage);
+        const PageLayout usual = layoutOf(instructions_, source_.pages.sizes.at(firstPage));
         layout_ = usual;
         layout_.isMirrored = usual.isMirrored && !abilities_.mirrors;
         layout_.isRotated = usual.isRotated && !abilities_.rotates;
@@ -101,11 +102,6 @@ private:
         choose(!paper.size.empty(), "PageSize", paper.size.c_str());
         const Sides sides = plan_.sheets.front().sides;
         choose(sides != instructions_.sides, "Duplex", duplexOption(sides));
-    }
-
-    [[nodiscard]] std::size_t firstPage() const {
-        const auto pages = chosenPages(instructions_, std::ssize(source_.pages.sizes));
-        return pages.empty() ? 0 : static_cast<std::size_t>(pages.front());
     }
 
     /// A printer with a filter of its own gets pages only.

@@ -43,6 +43,8 @@ SheetPlan planSheets(const JobInstructions& instructions, std::int64_t pageCount
         planStack(instructions, pages, pageCount, &stack);
     }
     SheetPlan plan = stack.take();
+    plan.pageCount = std::ssize(pages);
+    plan.firstPage = pages.empty() ? 0 : pages.front();
     if (instructions.isReversed && instructions.kind != JobKind::fax) {
         reverse(&plan.sheets);
     }

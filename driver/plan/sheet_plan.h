@@ -82,6 +82,8 @@ inline constexpr std::int32_t kBlankCell = -1;
 struct SheetPlan {
     int copies = 1;
     bool isCollated = true;             // else each sheet comes out `copies` times before the next
+    std::int64_t pageCount = 0;         // of the document's pages that are printed
+    std::int32_t firstPage = 0;         // of them, from 0
     std::vector<Sheet> sheets;          // of one set, in the order of the stack, the front first
     std::vector<std::int32_t> cells;    // pages of the document, from 0, or kBlankCell
     std::vector<Paper> papers;          // the first is the job's

@@ -13,12 +13,14 @@ constexpr std::size_t kMostSentences = 4;  // in a notice
 
 }  // namespace
 
-ConflictLine::ConflictLine(WindowRef window, CFBundleRef texts) : window_(window), texts_(texts) {}
+ConflictLine::ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pageCount, JobWay way)
+    : window_(window), texts_(texts), pageCount_(pageCount), way_(way) {}
 
 void ConflictLine::forget() {
     choices_.clear();
     changed_.clear();
     report_ = {};
+    leftOut_.clear();
     showReport();
 }
 
@@ -44,8 +46,13 @@ bool ConflictLine::takeChanges(const PrintSession& session) {
 }
 
 void ConflictLine::show(const PrintSession& session) {
-    if (takeChanges(session)) {
+    const bool isChanged = takeChanges(session);
+    if (isChanged) {
         report_ = examineConflicts(session, texts_, changed_);
+    }
+    std::vector<std::string> leftOut = tellLeftOut(session, pageCount_, way_, texts_);
+    if (isChanged || leftOut != leftOut_) {
+        leftOut_ = std::move(leftOut);
         showReport();
     }
 }
@@ -53,16 +60,17 @@ void ConflictLine::show(const PrintSession& session) {
 void ConflictLine::showReport() const {
     const ControlRef text = hostControl(window_, kConflictText);
     const ControlRef button = hostControl(window_, kConflictButton);
-    const bool hasConflict = !report_.sentences.empty();
+    std::vector<std::string> sentences = report_.sentences;
+    sentences.insert(sentences.end(), leftOut_.begin(), leftOut_.end());
     const bool hasRemedy = !report_.remedy.empty();
-    if (hasConflict) {
-        setStaticText(text, cfString(conflictLine(report_, texts_)));
+    if (!sentences.empty()) {
+        setStaticText(text, cfString(firstOf(sentences, texts_)));
     }
     if (hasRemedy) {
         SetControlTitleWithCFString(button, cfString(remedyTitle(report_, texts_)).get());
         HMSetControlHelpContent(button, cfString(remedyText(report_, texts_)).get());
     }
-    SetControlVisibility(text, hasConflict, true);
+    SetControlVisibility(text, !sentences.empty(), true);
     SetControlVisibility(button, hasRemedy, true);
 }
 

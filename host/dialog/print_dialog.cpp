@@ -43,7 +43,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     dialog->makePresets();
-    dialog->conflicts_.emplace(dialog->window_, bundle);
+    dialog->conflicts_.emplace(dialog->window_, bundle, first.document.pageCount, first.way());
     dialog->printer_ = first.printer;
     dialog->installed_ = first.installedOptions;
     const auto start = dialog->startSession(first.settings);

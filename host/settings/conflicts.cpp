@@ -156,16 +156,16 @@ std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std
     return conflicts.empty() ? std::string() : Sentence(texts, conflicts.front()).obstacle();
 }
 
-std::string conflictLine(const ConflictReport& report, CFBundleRef texts) {
-    const std::size_t more = report.sentences.size() - 1;
+std::string firstOf(const std::vector<std::string>& sentences, CFBundleRef texts) {
+    const std::size_t more = sentences.size() - 1;
     switch (more) {
         case 0:
-            return report.sentences[0];
+            return sentences[0];
         case 1:
-            return utf8(localized(texts, CFSTR("Conflict And One More"), {report.sentences[0]}).get());
+            return utf8(localized(texts, CFSTR("Conflict And One More"), {sentences[0]}).get());
         default:
             return utf8(
-                localized(texts, CFSTR("Conflict And More"), {report.sentences[0], std::to_string(more)}).get());
+                localized(texts, CFSTR("Conflict And More"), {sentences[0], std::to_string(more)}).get());
     }
 }
 

@@ -26,8 +26,8 @@ ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, 
 std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std::string& mainKeyword,
                        const std::string& option);
 
-/// The first sentence, and how many more there are.
-std::string conflictLine(const ConflictReport& report, CFBundleRef texts);
+/// The first sentence, and how many more there are of them; one at least.
+std::string firstOf(const std::vector<std::string>& sentences, CFBundleRef texts);
 /// The title, with a mark before its key, of a button that makes the changes: "C&hange Staple", "C&hange 3 Settings".
 std::string remedyTitle(const ConflictReport& report, CFBundleRef texts);
 /// Each change in a line of its own: "Staple: No Staples (Paper and Output)".

@@ -53,7 +53,7 @@ public:
 
     std::vector<std::string> make() {
         if (pageCount_ > 0) {
-            const SheetPlan plan = planSheets(job_, pageCount_);
+            const SheetPlan& plan = session_.plan(pageCount_);
             std::ranges::for_each(plan.notes, [this](const PlanNote& note) { tellNote(note); });
             tellPapers(plan);
             if (!printer_.readsPostScript && !isUniform(plan, {})) {

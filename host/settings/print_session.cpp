@@ -117,13 +117,11 @@ const JobInstructions& PrintSession::instructions() const {
     return reader_.read(printSettings_, pageFormat_);
 }
 
-SheetCount PrintSession::countSheets(std::int64_t pageCount) const {
-    if (!counted_ || counted_->version != reader_.version() || counted_->pageCount != pageCount) {
-        const SheetCount count{std::ssize(chosenPages(reader_.last(), pageCount)),
-                               std::ssize(planSheets(reader_.last(), pageCount).sheets)};
-        counted_ = {reader_.version(), pageCount, count};
+const SheetPlan& PrintSession::plan(std::int64_t pageCount) const {
+    if (!planned_ || planned_->version != reader_.version() || planned_->pageCount != pageCount) {
+        planned_ = {reader_.version(), pageCount, planSheets(reader_.last(), pageCount)};
     }
-    return counted_->count;
+    return planned_->plan;
 }
 
 SInt32 PrintSession::copies() const {

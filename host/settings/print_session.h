@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/instructions/read_instructions.h"
+#include "driver/plan/sheet_plan.h"
 #include "host/settings/ppd_choices.h"
 #include "host/settings/printer.h"
 #include "host/settings/settings_file.h"
@@ -18,12 +19,6 @@ inline constexpr SInt32 kPortrait = 1;
 inline constexpr SInt32 kReverseLandscape = 3;
 
 inline constexpr SInt32 kMostCopies = 9999;
-
-/// One set's.
-struct SheetCount {
-    std::int64_t pages = 0;   // of the document that are printed
-    std::int64_t sheets = 0;  // covers, inserts and separators included
-};
 
 /// What a printer does when nobody chooses.
 struct UsualSettings {
@@ -59,9 +54,9 @@ public:
     JobSettings copySettings() const;
     /// What they ask for. Lent: other instructions take their place with the next call.
     const JobInstructions& instructions() const;
-    /// How many sheets the instructions, as they were when last asked for, make of a document of so many pages. Takes
-    /// time that grows with the document when they, or the number, are others than the last time.
-    SheetCount countSheets(std::int64_t pageCount) const;
+    /// The sheets that the instructions, as they were when last asked for, make of a document of so many pages. Lent
+    /// like them; takes time that grows with the document when they, or the number, are others than the last time.
+    const SheetPlan& plan(std::int64_t pageCount) const;
 
     SInt32 copies() const;  // 1 to kMostCopies
     void setCopies(SInt32 copies);
@@ -89,12 +84,12 @@ private:
     std::optional<PPDChoices> choices_;
     std::vector<std::string> choicesNotOffered_;
 
-    struct Counted {
+    struct Planned {
         std::uint64_t version;
         std::int64_t pageCount;
-        SheetCount count;
+        SheetPlan plan;
     };
     mutable std::optional<UsualSettings> usual_;  // read when it is first asked for
     mutable InstructionsReader reader_;
-    mutable std::optional<Counted> counted_;
+    mutable std::optional<Planned> planned_;
 };

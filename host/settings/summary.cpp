@@ -330,17 +330,17 @@ private:
 
     /// What becomes of it all. A fax has no sheets.
     void tellSheets() {
-        const SheetCount count = job_.kind == JobKind::fax ? SheetCount{} : session_.countSheets(pageCount_);
-        if (count.sheets == 0) {
+        const SheetPlan& plan = session_.plan(pageCount_);
+        if (job_.kind == JobKind::fax || plan.sheets.empty()) {
             return;
         }
-        const bool isPage = count.pages == 1;
-        const bool isSheet = count.sheets == 1;
+        const bool isPage = plan.pageCount == 1;
+        const bool isSheet = plan.sheets.size() == 1;
         add(isPage && isSheet ? "Summary Page on Sheet"
             : isPage          ? "Summary Page on Sheets"
             : isSheet         ? "Summary Pages on Sheet"
                               : "Summary Pages on Sheets",
-            {std::to_string(count.pages), std::to_string(count.sheets)});
+            {std::to_string(plan.pageCount), std::to_string(plan.sheets.size())});
         if (job_.copies > 1) {
             lines_.back() =
                 utf8(localized(texts_, CFSTR("Summary Sheets of Copies"), {lines_.back(), std::to_string(job_.copies)})

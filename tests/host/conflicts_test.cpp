@@ -46,7 +46,7 @@ TEST_F(ConflictSentences, NameBothSidesAndTheirPanels) {
                      "(Paper and Output).",
                      "“2-Sided Printing: 2-Sided, Flip on Long Edge” cannot be used with “Paper Type: Transparency” "
                      "(both in Paper and Output)."}));
-    EXPECT_EQ(conflictLine(found, texts.get()), found.sentences[0] + " And one more conflict.");
+    EXPECT_EQ(firstOf(found.sentences, texts.get()), found.sentences[0] + " And one more problem.");
     EXPECT_EQ(remedyTitle(found, texts.get()), "C&hange 2 Settings");
     EXPECT_EQ(remedyText(found, texts.get()),
               "• 2-Sided Printing: 1-Sided (Paper and Output)\n• Offset: No Offset (Advanced)");
@@ -65,7 +65,7 @@ TEST_F(ConflictSentences, SayWhatIsNotInstalled) {
                      "Capacity Stapler Stacker”.",
                      "“Fold and Punch: 3 Hole Punch” (Paper and Output) cannot be used: “Hole Punch” is not "
                      "installed."}));
-    EXPECT_TRUE(conflictLine(report(), texts.get()).ends_with(". And 2 more conflicts."));
+    EXPECT_TRUE(firstOf(report().sentences, texts.get()).ends_with(". And 2 more problems."));
 
     // The same of a choice that nobody has made yet, alone.
     EXPECT_EQ(obstacle("PageSize", "13x19"), "This printer cannot do this: the printer has “Paper Trays: Two Trays”.");

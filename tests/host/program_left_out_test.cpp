@@ -58,12 +58,17 @@ TEST_F(LeavesOut, WhatItSaysItLeavesOut) {
 TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
     const std::string sentence =
         kHeader + "        The insert after page 99 will be missing: the document has 10 pages.\n";
-    const Run done = script("ok\nexpect window \"Print\"\nanswer other\nok\n",
+    const std::string shown =
+        "expect Host:71 text \"The insert after page 99 will be missing: the document has 10 pages.\"\n";
+    const Run done = script(shown + "ok\nexpect window \"Print\"\nanswer other\nok\n",
                             {"--ticket-in", settings(kInserts), "--job-out", jobFile()});
     EXPECT_EQ(done.status, 0) << done.errors;
     EXPECT_EQ(done.output, sentence + sentence);
     EXPECT_TRUE(fs::exists(jobFile()));
-    const Run left = script("ok\ncancel\n", {"--ticket-in", settings(kInserts), "--job-out", folder / "other.ps"});
+    const Run left = script(
+        "panel Layout\nchoose Tshl:6004 \"On\"\nexpect Host:71 text \"Inserts will be missing: a "
+        "booklet cannot have any.\"\nok\ncancel\n",
+        {"--ticket-in", settings(kInserts), "--job-out", folder / "other.ps"});
     EXPECT_EQ(left.status, 1) << left.errors;
     EXPECT_FALSE(fs::exists(folder / "other.ps"));
 }

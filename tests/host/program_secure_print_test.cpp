@@ -9,14 +9,14 @@ class SecurePrint : public ProgramTest {
 protected:
     /// Prints a secure job with the passcode into a file.
     Run print(const std::string& passcode, const std::string& ppd = kZR420, const Words& environment = {}) const {
-        return printWith("<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>6</integer>" + passcode +
-                             "</dict>",
-                         ppd, environment);
+        return printWith(
+            "<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>6</integer>" + passcode + "</dict>",
+            ppd, environment);
     }
     Run printWith(const std::string& items, const std::string& ppd, const Words& environment) const {
-        const std::string ticket = add("ticket.plist",
-                                       "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>" + items +
-                                           "</dict></dict></plist>");
+        const std::string ticket =
+            add("ticket.plist", "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>" + items +
+                                    "</dict></dict></plist>");
         return run({"--ppd", ppd, "--script", add("script", "ok\n"), "--ticket-in", ticket, "--job-out",
                     folder / "job.ps", kTenPages},
                    environment);
@@ -52,11 +52,12 @@ TEST_F(SecurePrint, TellsThePrinterAndNobodyElse) {
         EXPECT_EQ(fs::status(folder / "job.ps").permissions(), fs::perms(0600));
         EXPECT_TRUE(fs::is_empty(temporary));
     }
-    const Run fax = printWith("<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>5</integer></dict>"
-                              "<key>com.tavro.print.FaxRecipientList</key><array><dict><key>FaxNumber</key>"
-                              "<string>5550</string></dict></array><key>com.tavro.print.FaxOptions</key><dict>"
-                              "<key>CreditCard</key><string>86428642</string></dict>",
-                              kZR420, environment);
+    const Run fax = printWith(
+        "<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>5</integer></dict>"
+        "<key>com.tavro.print.FaxRecipientList</key><array><dict><key>FaxNumber</key>"
+        "<string>5550</string></dict></array><key>com.tavro.print.FaxOptions</key><dict>"
+        "<key>CreditCard</key><string>86428642</string></dict>",
+        kZR420, environment);
     EXPECT_EQ(fax.status, 0) << fax.errors;
     EXPECT_NE(job().find("@PJL COMMENT TPIF fax-credit-card=86428642\n"), std::string::npos);
     const std::string told = run({"--proof", folder / "job.ps"}).output;
