@@ -13,6 +13,8 @@ namespace {
 
 #define kLeftKey CFSTR("PrintDialogLeft")
 #define kTopKey CFSTR("PrintDialogTop")
+#define kWidthKey CFSTR("PrintDialogWidth")
+#define kHeightKey CFSTR("PrintDialogHeight")
 
 CFRef<CFURLRef> preferencesFile(bool makeFolder) {
     FSRef folder{};
@@ -53,12 +55,14 @@ void restoreWindowPlace(WindowRef window) {
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID() || GetWindowContentBounds(window, &bounds) != noErr) {
         return;
     }
-    const auto left = number(static_cast<CFDictionaryRef>(root.get()), kLeftKey);
-    const auto top = number(static_cast<CFDictionaryRef>(root.get()), kTopKey);
+    const auto* const place = static_cast<CFDictionaryRef>(root.get());
+    const auto left = number(place, kLeftKey);
+    const auto top = number(place, kTopKey);
     if (left && top) {
-        const Rect place{*top, *left, static_cast<SInt16>(*top + (bounds.bottom - bounds.top)),
-                         static_cast<SInt16>(*left + (bounds.right - bounds.left))};
-        SetWindowContentBounds(window, &place);
+        const int width = number(place, kWidthKey).value_or(bounds.right - bounds.left);
+        const int height = number(place, kHeightKey).value_or(bounds.bottom - bounds.top);
+        const Rect remembered{*top, *left, static_cast<SInt16>(*top + height), static_cast<SInt16>(*left + width)};
+        SetWindowContentBounds(window, &remembered);
     }
 }
 
@@ -72,6 +76,8 @@ void rememberWindowPlace(WindowRef window) {
         CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
     setNumber(root.get(), kLeftKey, bounds.left);
     setNumber(root.get(), kTopKey, bounds.top);
+    setNumber(root.get(), kWidthKey, static_cast<SInt16>(bounds.right - bounds.left));
+    setNumber(root.get(), kHeightKey, static_cast<SInt16>(bounds.bottom - bounds.top));
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
     SInt32 error = 0;
     CFURLWriteDataAndPropertiesToResource(file.get(), data.get(), nullptr, &error);

@@ -8,7 +8,9 @@ bool isStop(const QWidget* widget) {
     return widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr;
 }
 
-QWidgetList stopsIn(QWidget* widget) {
+}  // namespace
+
+QWidgetList tabStopsIn(QWidget* widget) {
     QWidgetList stops;
     if (isStop(widget)) {
         stops.append(widget);
@@ -21,10 +23,14 @@ QWidgetList stopsIn(QWidget* widget) {
     return stops;
 }
 
-}  // namespace
+void orderTabStops(const QWidgetList& stops) {
+    for (qsizetype i = 1; i < stops.size(); ++i) {
+        QWidget::setTabOrder(stops[i - 1], stops[i]);
+    }
+}
 
 QWidget* tabStopBeforeNextIn(QWidget* container) {
-    if (const QWidgetList stops = stopsIn(container); !stops.isEmpty()) {
+    if (const QWidgetList stops = tabStopsIn(container); !stops.isEmpty()) {
         return stops.last();
     }
     // Qt keeps no place in its order for a widget that takes no focus: the widgets before it in the tree tell.
@@ -34,7 +40,7 @@ QWidget* tabStopBeforeNextIn(QWidget* container) {
             if (sibling == step) {
                 break;
             }
-            const QWidgetList stops = sibling->isWindow() ? QWidgetList() : stopsIn(sibling);
+            const QWidgetList stops = sibling->isWindow() ? QWidgetList() : tabStopsIn(sibling);
             before = stops.isEmpty() ? before : stops.last();
         }
         if (before != nullptr) {
@@ -45,7 +51,7 @@ QWidget* tabStopBeforeNextIn(QWidget* container) {
 }
 
 void putTabStopsBehind(QWidget* before, QWidget* widget) {
-    for (QWidget* stop : stopsIn(widget)) {
+    for (QWidget* stop : tabStopsIn(widget)) {
         if (before != nullptr) {
             QWidget::setTabOrder(before, stop);
         }

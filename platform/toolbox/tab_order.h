@@ -2,6 +2,13 @@
 #pragma once
 
 #include <QWidget>
+#include <QWidgetList>
+
+/// The stops that lie in the widget, itself included, in their order.
+QWidgetList tabStopsIn(QWidget* widget);
+
+/// Has stops of one window follow each other; those that were between them come behind.
+void orderTabStops(const QWidgetList& stops);
 
 /// The stop behind which the stops of a widget belong that is put into the container: the container's last one, else
 /// the one before it. Null when there is none.

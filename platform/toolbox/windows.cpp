@@ -6,6 +6,7 @@
 #include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/return_key.h"
+#include "platform/toolbox/screen_fit.h"
 #include "platform/toolbox/tab_order.h"
 
 #include <QApplication>
@@ -35,10 +36,12 @@ void bringToEnd(OpaqueWindowRef* window) {
     }
 }
 
-/// The rectangle, moved as little as it takes to lie on a screen; a screen may be gone since it was remembered.
+/// The rectangle, moved as little as it takes to lie on a screen, and no larger than that; a screen may be gone since
+/// it was remembered.
 QRect movedOntoScreen(QRect rect) {
     const QScreen* screen = QGuiApplication::screenAt(rect.center());
     const QRect place = (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
+    rect.setSize(rect.size().boundedTo(place.size()));
     rect.moveLeft(std::max(place.left(), std::min(rect.left(), place.right() + 1 - rect.width())));
     rect.moveTop(std::max(place.top(), std::min(rect.top(), place.bottom() + 1 - rect.height())));
     return rect;
@@ -185,10 +188,15 @@ void DisposeWindow(WindowRef window) {
 }
 
 void ShowWindow(WindowRef window) {
-    if (IsValidWindowPtr(window)) {
-        window->widget->show();
-        bringToEnd(window);
+    if (!IsValidWindowPtr(window)) {
+        return;
     }
+    if (!window->widget->isVisible()) {
+        const WindowRef front = FrontNonFloatingWindow();
+        placeOnScreen(window->widget, front == nullptr ? nullptr : front->widget);
+    }
+    window->widget->show();
+    bringToEnd(window);
 }
 
 void HideWindow(WindowRef window) {

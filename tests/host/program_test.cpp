@@ -399,6 +399,30 @@ TEST_F(Program, OffersWhatIsInstalled) {
     EXPECT_NE(contentOf(folder / "all.png"), contentOf(folder / "fewer.png"));
 }
 
+TEST_F(Program, FitsOnASmallScreen) {
+    // A laptop of 1366 by 768 with text at 144 dots an inch.
+    const std::string screen = add("screen.json", R"({"screens":[{"name":"small","x":0,"y":0,"width":911,"height":512,
+                                                     "logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
+    const Run done = run({"--ppd", kZR420, "--script",
+                          add("script",
+                              "shot dialog\npanel \"Special Pages\"\nclick TSPg:100\nshot covers\n"
+                              "command \"ok  \"\nexpect window \"Print\"\nok\n"),
+                          "--shots", folder.path(), "--job-out", folder / "job.ps", kTenPages},
+                         {"QT_QPA_PLATFORM=offscreen:configfile=" + screen});
+    EXPECT_EQ(done.status, 0) << done.errors;
+    for (const char* picture : {"dialog.png", "covers.png"}) {
+        const std::string png = contentOf(folder / picture);
+        const auto number = [&png](std::size_t at) {
+            return png.size() < 24
+                       ? -1
+                       : static_cast<unsigned char>(png[at + 2]) * 256 + static_cast<unsigned char>(png[at + 3]);
+        };
+        EXPECT_GT(number(16), 300) << picture;
+        EXPECT_LE(number(16), 911) << picture;
+        EXPECT_LE(number(20), 480) << picture << ": there is a title bar, too";
+    }
+}
+
 TEST_F(Program, ListsTheControlsOfEveryPanel) {
     const Run list = run({"--ppd", kZR420, "--list-controls"});
     EXPECT_EQ(list.status, 0) << list.errors;
