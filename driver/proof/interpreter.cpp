@@ -29,7 +29,7 @@ userdict begin
 /TavroSay{TavroOut exch writestring}bind def
 /TavroTell{
 dup type/arraytype eq{{TavroTell( )TavroSay}forall}{
-dup type/dicttype eq{{exch TavroTell(=)TavroSay TavroTell( )TavroSay}forall}{
+dup type/dicttype eq{{exch TavroTell(=)TavroSay TavroTell(\t)TavroSay}forall}{
 dup type/stringtype eq{TavroSay}{256 string cvs TavroSay}ifelse}ifelse}ifelse}bind def
 /TavroKnown[/PageSize/BeginPage/EndPage/Install/ImagingBBox]def
 /TavroSetPageDevice systemdict/setpagedevice get def
@@ -179,6 +179,21 @@ void trim(std::string* text) {
     }
 }
 
+/// The entries of a dictionary end with tabs, and come as the interpreter keeps them: in the order of their names then.
+std::string inOrder(std::string_view value) {
+    std::vector<std::string_view> entries;
+    for (std::size_t end = value.find('\t'); end != std::string_view::npos; end = value.find('\t')) {
+        entries.push_back(value.substr(0, end));
+        value.remove_prefix(end + 1);
+    }
+    std::ranges::sort(entries);
+    std::string text;
+    for (const std::string_view entry : entries) {
+        text.append(entry).append(" ");
+    }
+    return text.append(value);
+}
+
 constexpr std::string_view kSet = "%TavroSet ";
 constexpr std::string_view kPage = "%TavroPage";
 constexpr std::string_view kError = "Error: /";
@@ -192,7 +207,7 @@ std::vector<DeviceEvent> eventsIn(std::string_view output) {
             const std::size_t blank = std::min(wish.find(' '), wish.size());
             DeviceEvent event{DeviceEvent::Kind::set,
                               std::string(wish.substr(0, blank)),
-                              std::string(wish.substr(std::min(blank + 1, wish.size()))),
+                              inOrder(wish.substr(std::min(blank + 1, wish.size()))),
                               0,
                               0,
                               0,

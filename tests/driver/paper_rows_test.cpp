@@ -340,7 +340,7 @@ TEST_F(PaperRow, SetsAndFinishing) {
                  text("Jog", "EndOfSet") + text("JCLBanner", "True")) +
              pages("1"),
          "[P1]",
-         {"StapleDetails=StapleCount=2 Type=1", "PunchDetails=Type=1 HoleCount=3", "OutputType=Top", "Jog=3",
+         {"StapleDetails=StapleCount=2 Type=1", "PunchDetails=HoleCount=3 Type=1", "OutputType=Top", "Jog=3",
           "SET TRBANNER=ON"}},
         {"the finishing menu, and words for another maker's",
          item("FinishingOptions", 10) + text(kTavro + "FinishingCustom", "wire") + pages("1"),
