@@ -10,7 +10,8 @@
 /// plain job has but its kind. Never a secret.
 Instructions controllerInstructions(const JobInstructions& job, const SheetPlan& plan);
 
-/// What the controller must know of a fax and nobody else may: for the job itself, and for nothing that shows or keeps it.
+/// What the controller must know of a fax and nobody else may: for the job itself, and for nothing that shows or keeps
+/// it.
 Instructions secretInstructions(const JobSecrets& secrets);
 
 /// Whether there is something that only the controller can do. Such a job carries its instructions always; others when

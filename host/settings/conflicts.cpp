@@ -164,8 +164,7 @@ std::string firstOf(const std::vector<std::string>& sentences, CFBundleRef texts
         case 1:
             return utf8(localized(texts, CFSTR("Conflict And One More"), {sentences[0]}).get());
         default:
-            return utf8(
-                localized(texts, CFSTR("Conflict And More"), {sentences[0], std::to_string(more)}).get());
+            return utf8(localized(texts, CFSTR("Conflict And More"), {sentences[0], std::to_string(more)}).get());
     }
 }
 
