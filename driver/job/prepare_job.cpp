@@ -102,6 +102,9 @@ private:
         choose(!paper.size.empty(), "PageSize", paper.size.c_str());
         const Sides sides = plan_.sheets.front().sides;
         choose(sides != instructions_.sides, "Duplex", duplexOption(sides));
+        if (const auto passcode = readSecrets(source_.printSettings).passcode) {
+            job_.settings.set(kPMJobPasscodeKey, *passcode);
+        }
     }
 
     /// A printer with a filter of its own gets pages only.

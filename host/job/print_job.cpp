@@ -1,6 +1,5 @@
 #include "host/job/print_job.h"
 
-#include "driver/instructions/read_instructions.h"
 #include "host/job/cover_sheet.h"
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
@@ -129,9 +128,6 @@ JobOutcome JobWork::run() {
 }
 
 JobOutcome JobWork::send(PreparedJob* job) {
-    if (const auto passcode = readSecrets(job->settings.get()).passcode) {
-        job->settings.set(kPMJobPasscodeKey, *passcode);
-    }
     const auto url = fileURL(document_.path);
     const PMJobPages pages{job->pages.descriptor(), job->arePostScript, static_cast<CFIndex>(job->count), url.get()};
     if (!jobOut_.empty()) {

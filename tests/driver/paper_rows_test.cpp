@@ -73,7 +73,9 @@ protected:
     static void SetUpTestSuite() {
         folder_ = new TemporaryFolder;
         const TestPage page{.content = "60 60 9 9 re f 0.5 g 300 600 72 72 re f"};
-        std::ofstream(path("document.pdf"), std::ios::binary) << pdfOf(std::vector<TestPage>(6, page));
+        std::vector<TestPage> pages(6, page);
+        pages[5].ground = "1 g 0 0 612 792 re f 0 g\n";  // as many programs begin a page
+        std::ofstream(path("document.pdf"), std::ios::binary) << pdfOf(pages);
         std::ofstream(path("fax.pdf"), std::ios::binary)
             << pdfOf({{"/MediaBox[0 0 612 792]", "BT /F1 36 Tf 72 300 Td (Fax) Tj ET"}});
     }
@@ -86,7 +88,7 @@ protected:
         return printer;
     }
 
-    /// The job of six pages, "P1" to "P6", each with a black corner and a gray square.
+    /// The job of six pages, "P1" to "P6", each with a black corner and a gray square, the last on a white ground.
     static Proof proofOf(const std::string& items, const std::string& formatItems = {}, const char* ppd = kZR420) {
         const TestTicket settings(items);
         const TestTicket format(formatItems);
@@ -122,6 +124,10 @@ protected:
         int paper;
         int square;
 
+        friend std::ostream& operator<<(std::ostream& out, const Grays& grays) {
+            return out << grays.paper << " " << grays.square;
+        }
+
         bool operator==(const Grays& other) const {
             return std::abs(paper - other.paper) < 4 && std::abs(square - other.square) < 4;
         }
@@ -139,7 +145,7 @@ protected:
             const std::size_t place = picture.size() - kWidth * (bottom / 4 + 1) + left / 4;
             return picture.size() > kWidth * kHeight ? static_cast<unsigned char>(picture[place]) : -1;
         };
-        return {at(20, 20), at(336, 636)};
+        return {at(20, 396), at(336, 636)};
     }
 
 private:
@@ -228,6 +234,7 @@ TEST_F(PaperRow, SidesAndPages) {
              exceptions(exception(5, 9, stock(kYellow))),
          "[P2|P3] Blue[-] Yellow[P5|-]"},
         {"odd, reversed", pageOptions(text("page-set", "odd") + text("outputorder", "reverse")), "[P5] [P3] [P1]"},
+        {"even", pageOptions(text("page-set", "even")) + options(kLongEdge), "[P2|P4] [P6|-]"},
         {"copies", copies(3) + pages("1-2"), "[P1] [P2]", {"3 sets"}},
         {"uncollated",
          copies(3) + options(text("Collate", "False")) + pages("1-2"),
@@ -325,6 +332,10 @@ TEST_F(PaperRow, Booklets) {
          booklet + options(text("TRFoldOptions", "BookletFoldStapleOpt")) + pages("1-4"),
          "[P1 P4|P3 P2]s",
          {"Fold=3"}},
+        {"uncollated",
+         booklet + copies(2) + options(text("Collate", "False")),
+         "[P1|P2]s [P3 P6|P5 P4]s",
+         {"2 uncollated"}},
     });
 }
 
@@ -364,6 +375,10 @@ TEST_F(PaperRow, JobsAndTheirController) {
          jobType(7, number("DelayedPrintTime", 3903657600)) + pages("1"),
          "[P1]",
          {"job-hold-until-time=2027-09-13T05:20:00"}},
+        {"secure",
+         jobType(6, text("SecurePrintPassword", "47110815")) + pages("1"),
+         "[P1]",
+         {"SET HOLD=STORE", "SET HOLDTYPE=PRIVATE", "SET HOLDKEY=\"47110815\""}},
         {"notes, without other instructions",
          text(kTavro + "JobNotesMessage", "Mind the ink") + item("EmitTPIF", 0) + pages("1"),
          "[P1]",
@@ -397,7 +412,22 @@ TEST_F(PaperRow, Images) {
          {"tavro-watermark=dialog.png"},
          {0, 60}},
     });
+    proofOf(mark + item("watermark.Option", 1) + pages("5-6"));
+    EXPECT_EQ(graysOf(1), (Grays{239, 128}));
+    EXPECT_EQ(graysOf(2), (Grays{239, 128}));
     unsetenv("XDG_DATA_HOME");
+
+    // The printer is told of black and white by its color correction, which has other uses, too.
+    const auto color = [](const char* chosen, long correction) {
+        return (correction > 0 ? item("FinishingOutputColor", correction) : "") +
+               options(text("JCLColorCorrection", chosen)) + pages("1");
+    };
+    check({
+        {"black and white", color("PressMatch", 1), "[P1]", {"SET TRCOLORCORRECTION=BLACKWHITE"}},
+        {"in color", color("PressMatch", 2), "[P1]", {"SET TRCOLORCORRECTION=PRESSMATCH"}},
+        {"in color again", color("BlackWhite", 2), "[P1]", {"SET TRCOLORCORRECTION=AUTO"}},
+        {"as a queue has it", color("BlackWhite", 0), "[P1]", {"SET TRCOLORCORRECTION=BLACKWHITE"}},
+    });
 
     // A negative page is black where nothing is; a side on which nothing is printed is not.
     proofOf(dict(invert, number("NegativeImage", 1)) + cover("Front", nothing, kBlue) + pages("1-2") +

@@ -11,6 +11,7 @@ struct TestPage {
     std::string keys = "/MediaBox[0 0 612 792]";  // of the page's dictionary
     std::string content = "";                     // beside its number, in 36 points at 72, 72
     std::string resources = "";                   // beside its font
+    std::string ground = "";                      // painted before its number
 };
 
 /// A document whose page n shows "Pn". `catalog` has further keys, and the objects from 4 on are `objects`.
@@ -21,7 +22,8 @@ inline std::string pdfOf(const std::vector<TestPage>& pages, const std::string& 
     all.insert(all.end(), objects.begin(), objects.end());
     std::string kids;
     for (std::size_t i = 0; i < pages.size(); ++i) {
-        const std::string content = "BT /F1 36 Tf 72 72 Td (P" + std::to_string(i + 1) + ") Tj ET\n" + pages[i].content;
+        const std::string content =
+            pages[i].ground + "BT /F1 36 Tf 72 72 Td (P" + std::to_string(i + 1) + ") Tj ET\n" + pages[i].content;
         all.push_back("<</Length " + std::to_string(content.size()) + ">>stream\n" + content + "\nendstream");
         all.push_back("<</Type/Page/Parent 2 0 R" + pages[i].keys + "/Contents " + std::to_string(all.size()) +
                       " 0 R/Resources<</Font<</F1 3 0 R>>" + pages[i].resources + ">>>>");

@@ -54,28 +54,6 @@ TEST_F(PrintsAtOnce, WhatNoPanelWouldHaveLeftAsItIs) {
     EXPECT_NE(job().find("%%BeginFeature: *Duplex DuplexTumble"), std::string::npos);
 }
 
-TEST_F(PrintsAtOnce, TheColorOfThePanelAndNoOtherCorrectionThanTheOneChosen) {
-    const struct {
-        const char* color;
-        const char* correction;
-        const char* printed;
-    } rows[] = {
-        {"1", "PressMatch", "BLACKWHITE"},
-        {"2", "PressMatch", "PRESSMATCH"},
-        {"2", "BlackWhite", "AUTO"},
-        {"", "BlackWhite", "BLACKWHITE"},
-    };
-    for (const auto& row : rows) {
-        const std::string item = "<key>com.tavro.print.FinishingOutputColor</key><integer>" + std::string(row.color);
-        print({"--ticket-in",
-               settings("<key>JCLColorCorrection</key><string>" + std::string(row.correction) + "</string>",
-                        *row.color != '\0' ? item + "</integer>" : ""),
-               "--job-out", folder / "job.ps"});
-        EXPECT_NE(job().find("@PJL SET TRCOLORCORRECTION=" + std::string(row.printed) + "\n"), std::string::npos)
-            << row.color << row.correction;
-    }
-}
-
 TEST_F(PrintsAtOnce, FilesWhoseNamesAreNotUTF8) {
     const std::string name = folder / "caf\xE9";
     for (const auto& [from, ending] : {std::pair{kTenPages, ".pdf"}, {kZR420, ".ppd"}}) {
