@@ -137,11 +137,12 @@ TEST_F(Program, RunsTheExampleOfImageOptions) {
 }
 
 TEST_F(Program, RunsTheExampleOfABooklet) {
-    runExample("booklet");
+    runExample("booklet", "A cover will be blank, because there is no page left for it.");
     EXPECT_TRUE(jobHas("Duplex", "DuplexTumble"));
     EXPECT_TRUE(jobHas("TRFoldOptions", "BookletFoldStapleOpt"));
     const Proof proof = readJob();
-    ASSERT_EQ(proof.sheets.size(), 1U);  // of a document of two pages
+    ASSERT_EQ(proof.sheets.size(), 1U);  // of a document of two pages: its cover
+    EXPECT_EQ(proof.sheets[0].value("MediaColor"), "Blue");
     EXPECT_TRUE(proof.sheets[0].isTumbled && !proof.sheets[0].side1.isBlank && !proof.sheets[0].side2.isBlank);
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletLayout", "<true/>"));
     EXPECT_TRUE(hasPair(settings(), "com.tavro.print.BookletDrawOutlines", "<integer>1</integer>"));
@@ -298,6 +299,15 @@ TEST_F(Program, RunsTheExampleOfInsertsAndExceptions) {
 
     runJobExample("production");
     EXPECT_EQ(papers(), "Blue Green White Pink Goldenrod Yellow ");
+
+    runJobExample("tabs");
+    const Proof tabs = readJob();
+    ASSERT_EQ(tabs.sheets.size(), 1U);
+    EXPECT_EQ(tabs.sheets[0].value("MediaType"), "TabStock");
+    EXPECT_EQ(tabs.instruction("overrides"),
+              Words{"{pages=1-2 media-type=TabStock x-side1-image-shift=-600 x-side2-image-shift=600}"});
+    runExample("transparencies");
+    EXPECT_EQ(papers(), "Clear Yellow Clear Yellow ");
 }
 
 TEST_F(Program, RunsTheExampleOfTheSummary) {
