@@ -2,6 +2,7 @@
 // does.
 #include "driver/proof/proof.h"
 #include "tests/driver/pdf_maker.h"
+#include "tests/driver/proof_words.h"
 #include "tests/host/watermark_fixture.h"
 #include "tests/support/places.h"
 #include "tests/support/print_server.h"
@@ -153,23 +154,6 @@ protected:
     PrintServer server{folder.path() / "server"};
 };
 
-class ProgramWithCountingServer : public ProgramWithQueues {
-protected:
-    ProgramWithCountingServer() : ProgramWithQueues("PageLogFormat %j %P %C\n") {}
-
-    /// The pages that the server has counted for a job, over all copies.
-    int counted(int job) const {
-        std::ifstream log(folder.path() / "server" / "page_log");
-        int pages = 0;
-        int id = 0;
-        int copies = 0;
-        for (std::string page; log >> id >> page >> copies;) {
-            pages += id == job ? copies : 0;
-        }
-        return pages;
-    }
-};
-
 class ProgramWithSmallServer : public ProgramWithQueues {
 protected:
     ProgramWithSmallServer() : ProgramWithQueues("LimitRequestBody 1m\nMaxJobs 2\n") {}
@@ -238,12 +222,12 @@ TEST_F(ProgramWithQueues, SendsThePagesOfTheDocumentThatWereChosen) {
     EXPECT_TRUE(has(printed("tavro", "type Host:31 \"3-9\"\nok\n"), "%%Pages: 4\n"));
 }
 
-TEST_F(ProgramWithCountingServer, HasAllPagesCounted) {
+TEST_F(ProgramWithQueues, HaveAllPagesCounted) {
     printed("tavro");
-    EXPECT_EQ(counted(1), 10);
+    EXPECT_EQ(server.countedPages(1), 10);
     saveOptions("Dest tavro copies=3\n");
     printed("tavro");
-    EXPECT_EQ(counted(2), 30);
+    EXPECT_EQ(server.countedPages(2), 30);
 }
 
 TEST_F(ProgramWithQueues, SaysWhenTheyTakeNoJobs) {
@@ -389,4 +373,37 @@ TEST_F(ReadyJobs, AreWhatAFileWouldGet) {
     std::string script = contentOf(sourcePath("docs/examples/watermark.tavro-script"));
     script.insert(script.rfind("ok"), "set Host:20 2\n");
     expectSameOnBothWays(Words{"--script", add("script", script)}, 10);
+}
+
+TEST_F(ReadyJobs, HaveAllTheirSheetsOnTheirPapers) {
+    server.addQueue("tavro", kZR420);
+    const auto example = [](const char* name) {
+        return "set Host:20 2\n" + contentOf(sourcePath("docs/examples/" + std::string(name) + ".tavro-script"));
+    };
+    std::string booklet = example("production");
+    booklet.replace(booklet.rfind("ok "), std::string::npos, "answer other\nok\n");  // without its inserts
+    const struct {
+        std::string script;
+        int sheets;
+        std::string words;
+        int sides;  // of both copies
+    } rows[] = {
+        {example("production"), 14,
+         "Blue CardStock[-] Green[-] [Page 1|-] Pink[-] Goldenrod[Page 2] Goldenrod[Page 3] Goldenrod[Page 4] "
+         "Goldenrod[Page 5] Goldenrod[Page 6] Goldenrod[Page 7] Goldenrod[Page 8] Goldenrod[Page 9] "
+         "Goldenrod[Page 10] Yellow[-]",
+         30},
+        {booklet, 4,
+         "Blue CardStock[-|-]s [Page 1|Page 2]s [Page 3 Page 10|Page 9 Page 4]s [Page 5 Page 8|Page 7 Page 6]s", 16},
+        {"type Host:31 \"4-6\"\n" + example("transparencies"), 4,
+         "Blue CardStock[-] Clear Transparency[Page 4] Yellow[Page 4] Yellow[Page 5|Page 6]", 10},
+    };
+    int job = 0;
+    for (const auto& row : rows) {
+        expectSameOnBothWays(Words{"--script", add("script", row.script), "--ticket-in",
+                                   sourcePath("docs/examples/different-covers.plist")},
+                             row.sheets);
+        EXPECT_EQ(::wordsOf(proofOf(server.printedBy("tavro"))), row.words);
+        EXPECT_EQ(server.countedPages(++job), row.sides);
+    }
 }

@@ -96,6 +96,7 @@ public:
         std::ofstream(folder_ / "cupsd.conf") << "Listen " << address_ << R"(
 Browsing Off
 LogLevel debug
+PageLogFormat %j %P %C
 DefaultAuthType None
 WebInterface No
 <Location />
@@ -165,6 +166,18 @@ Order deny,allow
     /// Waits until a job ("tavro-3") is through.
     [[nodiscard]] bool hasCompleted(const std::string& job) const {
         return eventually([&] { return admin("lpstat -W completed -o").find(job + " ") != std::string::npos; });
+    }
+
+    /// The pages that the server has counted for a job, over all copies.
+    [[nodiscard]] int countedPages(int job) const {
+        std::ifstream log(folder_ / "page_log");
+        int pages = 0;
+        int id = 0;
+        int copies = 0;
+        for (std::string page; log >> id >> page >> copies;) {
+            pages += id == job ? copies : 0;
+        }
+        return pages;
     }
 
     [[nodiscard]] std::string log() const {
