@@ -2,9 +2,9 @@
 
 #include "driver/pages/page_tree.h"
 #include "driver/pages/pdf_text.h"
+#include "driver/pages/printed_view.h"
 
 #include <qpdf/Pl_Buffer.hh>
-#include <qpdf/QPDFAcroFormDocumentHelper.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
 
 #include <algorithm>
@@ -47,33 +47,12 @@ QPDFObjectHandle rectangle(double llx, double lly, double urx, double ury) {
     return QPDFObjectHandle::newFromRectangle(QPDFObjectHandle::Rectangle(llx, lly, urx, ury));
 }
 
-/// Fields and notes become part of their pages: a page that is drawn by another has none of its own. Links and the like
-/// show nothing.
-void flattenAnnotations(QPDF& pdf) {
-    QPDFPageDocumentHelper document(pdf);
-    QPDFAcroFormDocumentHelper forms(pdf);
-    if (forms.hasAcroForm()) {
-        forms.generateAppearancesIfNeeded();
-    }
-    document.flattenAnnotations(an_print, an_hidden);
-}
-
-bool hasAnnotations(QPDFPageObjectHelper page) {
-    QPDFObjectHandle annotations = page.getObjectHandle().getKey("/Annots");
-    return annotations.isArray() && annotations.getArrayNItems() > 0;
-}
-
 }  // namespace
 
 SheetSides::SheetSides(QPDF& pdf, const PagesOrder& order) : pdf_(pdf), order_(order) {
     flattenPages(pdf);
-    QPDFPageDocumentHelper document(pdf);
-    std::vector<QPDFPageObjectHelper> pages = document.getAllPages();
-    if (std::ranges::any_of(pages, hasAnnotations)) {
-        flattenAnnotations(pdf);
-        pages = document.getAllPages();
-    }
-    for (const QPDFPageObjectHelper& page : pages) {
+    showAsPrinted(pdf);
+    for (const QPDFPageObjectHelper& page : QPDFPageDocumentHelper(pdf).getAllPages()) {
         pages_.push_back({page, boxOf(page), QPDFObjectHandle::newNull(), false});
         sizes_.push_back(pages_.back().box.size());
     }

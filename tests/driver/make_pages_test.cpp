@@ -142,19 +142,33 @@ TEST_F(MakePages, BookletsAreThoseOfThePrintServer) {
 }
 
 TEST_F(MakePages, WhatLiesOnAPageIsPrintedWithIt) {
-    // A stamp that is printed and a note that is not, on a page that is drawn and on one that stays as it is; a layer
-    // that is switched off.
+    // A stamp that is printed and a note that is not, on a page that is drawn and on one that stays as it is, and there
+    // a field that nobody has drawn yet and one that is drawn; a layer that is switched off, and two that are otherwise
+    // on paper.
     const std::string stamp =
         "/Annots[<</Type/Annot/Subtype/Stamp/Rect[100 300 200 350]/F 4/AP<</N 4 0 R>>>>"
         "<</Type/Annot/Subtype/Stamp/Rect[100 500 200 550]/F 2/AP<</N 4 0 R>>>>]";
-    add(pdfOf({{"/MediaBox[0 0 842 1191]" + stamp},
-               {"/MediaBox[0 0 612 792]" + stamp, "/OC /L1 BDC BT /F1 36 Tf 300 72 Td (HIDDEN) Tj ET EMC",
-                "/Properties<</L1 5 0 R>>"}},
-              "/OCProperties<</OCGs[5 0 R]/D<</OFF[5 0 R]>>>>",
-              {"<</Type/XObject/Subtype/Form/BBox[0 0 100 50]/Resources<</Font<</F1 3 0 R>>>>/Length 39>>stream\n"
-               "BT /F1 36 Tf 10 10 Td (STAMP) Tj ET    \nendstream",
-               "<</Type/OCG/Name(L1)>>"}));
-    EXPECT_EQ(made({}), "612x792: STAMP@105,563 P1@81,717\n612x792: STAMP@110,456 P2@72,694");
+    const auto layer = [](const std::string& name) {
+        return "/OC /" + name + " BDC BT /F1 36 Tf 300 72 Td (" + name + ") Tj ET EMC\n";
+    };
+    std::string withField = stamp;
+    withField.insert(withField.size() - 1, " 8 0 R 9 0 R");
+    add(pdfOf(
+        {{"/MediaBox[0 0 842 1191]" + stamp},
+         {"/MediaBox[0 0 612 792]" + withField, layer("HIDDEN") + layer("SCREEN") + layer("PAPER"),
+          "/Properties<</HIDDEN 5 0 R/SCREEN 6 0 R/PAPER 7 0 R>>"}},
+        "/OCProperties<</OCGs[5 0 R 6 0 R 7 0 R]/D<</ON[6 0 R]/OFF[5 0 R 7 0 R]"
+        "/AS[<</Event/Print/Category[/Print]/OCGs[5 0 R 6 0 R 7 0 R]>>]>>>>"
+        "/AcroForm<</NeedAppearances true/Fields[8 0 R 9 0 R]/DR<</Font<</F1 3 0 R>>>>>>",
+        {"<</Type/XObject/Subtype/Form/BBox[0 0 100 50]/Resources<</Font<</F1 3 0 R>>>>/Length 39>>stream\n"
+         "BT /F1 36 Tf 10 10 Td (STAMP) Tj ET    \nendstream",
+         "<</Type/OCG/Name(L1)>>", "<</Type/OCG/Name(L2)/Usage<</Print<</PrintState/OFF>>>>>>",
+         "<</Type/OCG/Name(L3)/Usage<</Print<</PrintState/ON>>>>>>",
+         "<</Type/Annot/Subtype/Widget/FT/Tx/T(a)/V(Ada)/DA(/F1 36 Tf)/Rect[100 600 300 640]/F 4>>",
+         "<</Type/Annot/Subtype/Widget/FT/Tx/T(b)/V(STAMP)/DA(/F1 36 Tf)/Rect[300 300 400 350]/F 4/AP<</N 4 0 R>>>>"}));
+    EXPECT_EQ(made({}),
+              "612x792: STAMP@105,563 P1@81,717\n612x792: Ada@101,161 STAMP@110,456 P2@72,694 STAMP@310,456 "
+              "PAPER@300,694");
 }
 
 TEST_F(MakePages, RefusesWhatMustNotBePrinted) {
