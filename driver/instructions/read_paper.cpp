@@ -41,7 +41,9 @@ int known(SInt32 value) {
 }  // namespace
 
 std::string paperOption(CFStringRef mainKeyword, SInt32 value) {
-    return utf8Text(GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value));
+    const std::string option =
+        utf8Text(GetPPDOptionKeywordForTicketValue(GetPPDOptionMapForMainKeyword(mainKeyword), value));
+    return option.empty() && value > 0 ? std::to_string(value) : option;
 }
 
 Paper readPaper(CFDictionaryRef ticket) {

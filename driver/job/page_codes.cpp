@@ -60,8 +60,10 @@ private:
                 code += codeOf(printer_, kTrayKeyword, number == 0 ? usual_.tray : kAnyTray);
             }
             for (const auto& [keyword, option] :
-                 {std::pair{"PageSize", &paper.size}, {"MediaType", &paper.type}, {"MediaColor", &paper.color}}) {
-                code += codeOf(printer_, keyword, *option);
+                 {std::pair{"PageSize", &Paper::size}, {"MediaType", &Paper::type}, {"MediaColor", &Paper::color}}) {
+                // Else the sheet would be as the one before it.
+                const bool isOffered = hasOption(printer_, keyword, paper.*option);
+                code += codeOf(printer_, keyword, (isOffered ? paper : plan_.papers[0]).*option);
             }
         }
         return code;

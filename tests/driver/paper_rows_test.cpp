@@ -287,6 +287,8 @@ TEST_F(PaperRow, InsertsAndExceptions) {
          options(text("InputSlot", "Tray2")) + pages("1-2") +
              inserts(insert(1, 1, number("Size", 75) + number("Width", 20000) + number("Length", 30000))),
          "tray1[P1] 567x850[-] tray1[P2]"},
+        {"paper that nobody knows is the job's",
+         cover("Front", nothing, kBlue) + inserts(insert(0, 1, number("Color", 77))) + pages("1"), "Blue[-] [-] [P1]"},
         {"paper and sides",
          options(kLongEdge) + exceptions(exception(2, 3, stock(kYellow)) + exception(4, 4, number("SidesImaged", 1)) +
                                          exception(5, 6, number("SidesImaged", 3))),

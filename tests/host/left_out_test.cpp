@@ -65,6 +65,8 @@ TEST_F(LeftOut, WhatTheSheetsCannotBe) {
     EXPECT_EQ(tell(list("InsertList", beyond + beyond + third)).size(), 1U);
     EXPECT_EQ(tell(item("BookletLayout", "<true/>") + list("InsertList", third)), Sentences{inBooklet});
     EXPECT_EQ(tellLeftOut(*session(list("InsertList", beyond), {}), 0, JobWay::file, bundle.get()), Sentences{});
+    EXPECT_EQ(tell(cover("FrontCover", 4, number("Color", 77))),
+              Sentences{"The printer does not offer this paper: 77. Its sheets will be on the paper of the job."});
     EXPECT_EQ(tell(cover("FrontCover", 4, number("Size", 8)) + item("BookletLayout", "<false/>")), Sentences{});
 }
 
