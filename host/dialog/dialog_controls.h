@@ -19,8 +19,17 @@ enum HostControl : SInt32 {
     kCollate = 21,
     kPages = 30,  // radio group: 1 all pages, 2 a range
     kPageRangeField = 31,
+    kPageSubset = 32,
+    kReverseOrder = 33,
     kPaperSize = 40,
     kOrientation = 41,  // its items are the orientations of the page format ticket
+    kPaperSource = 42,
+    kPaperSourceLabel = 43,
+    kScaling = 44,  // these menus have the items of the driver's enumerations, in their order
+    kScalingPercent = 45,
+    kNumberUp = 46,
+    kNumberUpOrder = 47,
+    kBorders = 48,
     kMakersPlace = 50,
     kNoMakersPanels = 51,
     kPrint = 60,

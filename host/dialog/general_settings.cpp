@@ -35,7 +35,9 @@ GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Docu
       texts_(texts),
       pageCount_(document.pageCount),
       changeShared_(std::move(changeShared)),
-      paperSizes_(control(kPaperSize), texts) {
+      paperSizes_(control(kPaperSize), texts),
+      paperSources_(window, texts),
+      pages_(window) {
     static constexpr EventTypeSpec kTyping{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent};
     InstallControlEventHandler(control(kPageRangeField), handleRangeTyping, 1, &kTyping, this, nullptr);
     showDocument(document);
@@ -56,6 +58,7 @@ void GeneralSettings::show(PrintSession& session) {
     }
     session_ = &session;
     paperSizes_.fill(session);
+    paperSources_.fill(session);
     SetControl32BitMinimum(control(kCopies), 1);
     SetControl32BitMaximum(control(kCopies), kMostCopies);
     SetControl32BitValue(control(kCopies), session.copies());
@@ -77,6 +80,8 @@ void GeneralSettings::showShared() {
     showCollating();
     SetControl32BitValue(control(kOrientation), session_->orientation());
     paperSizes_.show(*session_);
+    paperSources_.show(*session_);
+    pages_.show(*session_);
 }
 
 /// A box that cannot be changed for what is not installed is gray, unless that would keep what is not possible.
@@ -105,6 +110,7 @@ bool GeneralSettings::handleHit(SInt32 number) {
         {kCollate, &GeneralSettings::collateChanged},
         {kPages, &GeneralSettings::pagesChanged},
         {kPaperSize, &GeneralSettings::paperSizeChosen},
+        {kPaperSource, &GeneralSettings::paperSourceChosen},
         {kOrientation, &GeneralSettings::orientationChosen},
     };
     // clang-format on
@@ -114,7 +120,7 @@ bool GeneralSettings::handleHit(SInt32 number) {
             return true;
         }
     }
-    return false;
+    return pages_.handleHit(number, session_);
 }
 
 /// Who types a range wants it.
@@ -141,6 +147,12 @@ void GeneralSettings::pagesChanged() {
 void GeneralSettings::paperSizeChosen() {
     if (const std::string size = paperSizes_.chosen(); !size.empty()) {
         changeShared_([&] { session_->setChoice(kPageSizeKeyword, cfString(size).get()); });
+    }
+}
+
+void GeneralSettings::paperSourceChosen() {
+    if (const std::string source = paperSources_.chosen(); !source.empty()) {
+        changeShared_([&] { session_->setChoice(CFSTR("InputSlot"), cfString(source).get()); });
     }
 }
 

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "host/dialog/dialog_controls.h"
+#include "host/dialog/page_settings.h"
 #include "host/dialog/paper_size_menu.h"
+#include "host/dialog/paper_source_menu.h"
 #include "host/job/document.h"
 #include "host/settings/page_range.h"
 #include "host/settings/print_session.h"
@@ -47,6 +49,7 @@ private:
     void collateChanged();
     void pagesChanged();
     void paperSizeChosen();
+    void paperSourceChosen();
     void orientationChosen();
 
     WindowRef window_;
@@ -54,6 +57,8 @@ private:
     std::int64_t pageCount_;
     ChangeShared changeShared_;
     PaperSizeMenu paperSizes_;
+    PaperSourceMenu paperSources_;
+    PageSettings pages_;
     std::string whyNotCollated_;  // with what is installed; empty when it can be done
     std::string whyNotUncollated_;
     PrintSession* session_ = nullptr;  // lent; null before the first one is shown

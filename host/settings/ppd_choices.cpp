@@ -61,6 +61,15 @@ std::size_t PPDChoices::countOptions(const std::string& mainKeyword) const {
     return main ? ppdCountUIOptions(context_, *main) : 0;
 }
 
+std::vector<std::string> PPDChoices::options(const std::string& mainKeyword) const {
+    std::vector<std::string> all;
+    find(mainKeyword, [&](const PPDUIOption&, std::string_view keyword) {
+        all.emplace_back(keyword);
+        return false;
+    });
+    return all;
+}
+
 std::optional<std::size_t> PPDChoices::positionOf(const std::string& mainKeyword, const std::string& option) const {
     return find(mainKeyword, [&](const PPDUIOption&, std::string_view keyword) { return keyword == option; });
 }

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 class PPDChoices {
 public:
@@ -19,6 +20,8 @@ public:
     bool offers(const std::string& mainKeyword, const std::string& option) const;
     /// The number of options of a main keyword; 0 when there is no such keyword.
     std::size_t countOptions(const std::string& mainKeyword) const;
+    /// Its options, in the PPD's order.
+    std::vector<std::string> options(const std::string& mainKeyword) const;
     /// The position of an option among those of its main keyword, from 0.
     std::optional<std::size_t> positionOf(const std::string& mainKeyword, const std::string& option) const;
     /// What is installed, as an option of a main keyword that says it; empty when there is no such keyword.

@@ -1,5 +1,6 @@
 #include "host/settings/print_session.h"
 
+#include "driver/instructions/page_options.h"
 #include "driver/instructions/panel_items.h"
 #include "driver/plan/sheet_plan.h"
 #include "host/script/text.h"
@@ -105,8 +106,10 @@ const UsualSettings& PrintSession::usual() const {
         PMPrinterWriteDefaultSettings(printer_.get(), settings, format);
         CFMutableDictionaryRef pairs = nullptr;
         PMTicketGetPPDDict(settings, kPMTopLevel, &pairs);
+        CFDictionaryRef pages = nullptr;
+        PMTicketGetCFDictionary(settings, kPMTopLevel, kPMTopLevel, kPMPageOptionsKey, &pages);
         usual_ = {pairsIn(pairs), numberItem(settings, kPMCopiesKey, 1),
-                  numberItem(format, kPMOrientationKey, kPortrait)};
+                  numberItem(format, kPMOrientationKey, kPortrait), CFRef<CFDictionaryRef>::retain(pages)};
         PMTicketReleaseAndClear(&settings);
         PMTicketReleaseAndClear(&format);
     }
@@ -152,6 +155,12 @@ SInt32 PrintSession::orientation() const {
 
 void PrintSession::setOrientation(SInt32 orientation) {
     setNumberItem(pageFormat_, kPMOrientationKey, orientation);
+}
+
+void PrintSession::changePages(const std::function<void(JobInstructions& job)>& change) {
+    JobInstructions job = instructions();
+    change(job);
+    writePageOptions(job, usual().pageOptions.get(), printSettings_);
 }
 
 std::string PrintSession::choice(CFStringRef mainKeyword) const {

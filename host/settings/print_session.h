@@ -9,6 +9,7 @@
 #include "platform/printing/PMSession.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -25,6 +26,7 @@ struct UsualSettings {
     std::vector<std::pair<std::string, std::string>> options;  // main keyword and option, in the order of the PPD
     SInt32 copies;
     SInt32 orientation;
+    CFRef<CFDictionaryRef> pageOptions;  // null for none
 };
 
 /// The tickets begin as copies of the settings, completed by what the printer does by default, so nothing that happens
@@ -65,6 +67,8 @@ public:
     void setPageRange(const std::string& range);
     SInt32 orientation() const;
     void setOrientation(SInt32 orientation);
+    /// Changes how the pages lie on their sheets, and which they are: what the page options hold.
+    void changePages(const std::function<void(JobInstructions& job)>& change);
     /// The chosen option of a PPD main keyword; empty when none is.
     std::string choice(CFStringRef mainKeyword) const;
     void setChoice(CFStringRef mainKeyword, CFStringRef option);

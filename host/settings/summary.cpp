@@ -151,9 +151,12 @@ private:
         if (job_.numberUp > 1 && !job_.booklet) {
             add(job_.hasBorders ? "Summary Pages per Sheet Borders" : "Summary Pages per Sheet",
                 {std::to_string(job_.numberUp)});
-        } else {
-            addIf(job_.hasBorders && !job_.booklet, "Summary Borders");
+            return;  // they are made to fit
         }
+        if (job_.booklet) {
+            return;
+        }
+        addIf(job_.hasBorders, "Summary Borders");
         switch (job_.scaling.kind) {
             case Scaling::Kind::actualSize:
                 add("Summary Actual Size");

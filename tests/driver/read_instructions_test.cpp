@@ -1,5 +1,7 @@
 // What is read from tickets: items by their names in settings files, whoever wrote them.
 
+#include "driver/instructions/page_options.h"
+#include "platform/printing/PMPrinter.h"
 #include "tests/driver/settings_maker.h"
 
 #include <gtest/gtest.h>
@@ -142,6 +144,43 @@ TEST(ReadInstructions, TheKindOfJob) {
     EXPECT_EQ(read(text(kTavro + "JobNotesMessage", "Mind the ink") + number(kTavro + "EmitTPIF", 0)).notes,
               (JobNotesInstruction{"", "", "", "", "Mind the ink"}));
     EXPECT_FALSE(read(number(kTavro + "EmitTPIF", 0)).hasJobInstructions);
+}
+
+TEST(ReadInstructions, PageOptionsAsTheyAreWritten) {
+    const std::string name = kTavro + "PrintSettings.PageOptions";
+    const TestTicket settings(
+        dict(name, text("mirror", "true") + text("fitplot", "true") + text("page-border", "double")));
+    JobInstructions job = readInstructions(settings.get(), 0);
+    const JobInstructions before = job;
+    EXPECT_EQ(job.scaling.kind, Scaling::Kind::fit);
+    using enum NumberUpOrder;
+    for (const NumberUpOrder order : {rightDown, downRight, leftDown, downLeft, rightUp, upRight, leftUp, upLeft}) {
+        for (int kind = 0; kind < 4; ++kind) {
+            job.numberUpOrder = order;
+            job.scaling = {static_cast<Scaling::Kind>(kind), kind == 3 ? 140.0 : 100.0};
+            job.numberUp = kind == 0 ? 1 : 16;
+            job.subset = static_cast<PageSubset>(kind % 3);
+            job.isReversed = kind % 2 == 0;
+            job.hasBorders = kind % 2 == 1;
+            writePageOptions(job, nullptr, settings.get());
+            EXPECT_EQ(readInstructions(settings.get(), 0), job) << kind;
+        }
+    }
+    writePageOptions(before, nullptr, settings.get());
+    EXPECT_EQ(readInstructions(settings.get(), 0), before);
+
+    // What says nothing stands there only against a printer's own options.
+    const TestTicket plain("");
+    writePageOptions(JobInstructions(), nullptr, plain.get());
+    CFDictionaryRef options = nullptr;
+    EXPECT_EQ(PMTicketGetCFDictionary(plain.get(), kPMTopLevel, kPMTopLevel, kPMPageOptionsKey, &options),
+              kPMKeyNotFound);
+    const TestTicket queue(dict(name, text("number-up", "4") + text("natural-scaling", "75")));
+    PMTicketGetCFDictionary(queue.get(), kPMTopLevel, kPMTopLevel, kPMPageOptionsKey, &options);
+    const auto usual = CFRef<CFDictionaryRef>::retain(options);
+    writePageOptions(JobInstructions(), usual.get(), queue.get());
+    EXPECT_EQ(readInstructions(queue.get(), 0), JobInstructions());
+    EXPECT_EQ(PMTicketGetCFDictionary(queue.get(), kPMTopLevel, kPMTopLevel, kPMPageOptionsKey, &options), noErr);
 }
 
 TEST(ReadInstructions, AgainFollowsEveryChange) {

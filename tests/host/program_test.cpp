@@ -409,6 +409,25 @@ TEST_F(Program, OffersWhatIsInstalled) {
     EXPECT_NE(contentOf(folder / "all.png"), contentOf(folder / "fewer.png"));
 }
 
+TEST_F(Program, LaysPagesOutAsTheDialogSays) {
+    const std::string settings = folder / "settings.plist";
+    const Run done = script(
+        "choose Host:42 \"Tray 2\"\nchoose Host:44 \"Per Cent\"\nset Host:45 50\nchoose Host:46 "
+        "\"4\"\nexpect Host:44 disabled\nset Host:33 1\nchoose Host:32 \"Even only\"\nok\n",
+        {"--ticket-out", settings, "--job-out", folder / "job.ps"});
+    EXPECT_EQ(done.status, 0) << done.errors;
+    EXPECT_NE(run({"--proof", folder / "job.ps"}).output.find("Page 10"), std::string::npos);
+    EXPECT_EQ(run({"--proof", folder / "job.ps"}).output.find("Page 9"), std::string::npos);
+    const Run again = script(
+        "expect Host:42 text \"Tray 2\"\nexpect Host:45 value 50\nexpect Host:46 text \"4\"\n"
+        "expect Host:33 value 1\nexpect Host:32 text \"Even only\"\nset Host:33 0\nchoose Host:32 "
+        "\"Odd and even\"\nchoose Host:46 \"1\"\nchoose Host:44 \"Shrink If Too Large\"\n"
+        "choose Host:42 \"Automatic\"\nexpect Host:45 hidden\nexpect Host:70 text \"All settings "
+        "are the printer's defaults.\\n10 pages on 10 sheets\"\ncancel\n",
+        {"--ticket-in", settings});
+    EXPECT_EQ(again.status, 1) << again.errors;
+}
+
 TEST_F(Program, FitsOnASmallScreen) {
     // A laptop of 1366 by 768 with text at 144 dots an inch.
     const std::string screen = add("screen.json", R"({"screens":[{"name":"small","x":0,"y":0,"width":911,"height":512,
