@@ -7,13 +7,11 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <csignal>
 #include <cstdint>
 #include <system_error>
 
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -33,17 +31,14 @@ std::string tooLong(int seconds) {
 
 /// Why a process has ended without a report.
 std::string reasonOf(int status, const std::string& worker, const LookLimits& limits) {
-    switch (WIFSIGNALED(status) ? WTERMSIG(status) : 0) {
-        case SIGXCPU:
+    switch (endOf(status)) {
+        case WorkerEnd::ranOutOfTime:
             return tooLong(limits.seconds);
-        case SIGSEGV:
-        case SIGABRT:
-        case SIGILL:
-        case SIGFPE:
+        case WorkerEnd::crashed:
             return "is damaged so that reading it ends in a crash";
-        case SIGBUS:
+        case WorkerEnd::lostDocument:
             return "cannot be read to its end";
-        case 0:
+        case WorkerEnd::returned:
             return "cannot be looked at: " + worker + " ended with status " + std::to_string(WEXITSTATUS(status));
         default:
             return "cannot be looked at: " + worker + " was ended by signal " + std::to_string(WTERMSIG(status));
@@ -62,12 +57,6 @@ DocumentLook::DocumentLook(const std::string& worker, const std::string& path, c
     }
 }
 
-DocumentLook::~DocumentLook() {
-    if (process_ > 0) {
-        end();
-    }
-}
-
 /// 0 or an error number.
 int DocumentLook::start(int document) {
     std::array<int, 2> ends;
@@ -76,47 +65,13 @@ int DocumentLook::start(int document) {
     }
     report_ = Descriptor(ends[0]);
     const Descriptor output(ends[1]);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, document, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, output.get(), STDOUT_FILENO);
-    // What a crash says there is no user's business; the error is one line.
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    sigset_t defaults;
-    sigemptyset(&defaults);
-    for (const int signal : {SIGPIPE, SIGXCPU}) {
-        sigaddset(&defaults, signal);
-    }
-    posix_spawnattr_setsigdefault(&attributes, &defaults);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
-    std::string seconds = std::to_string(limits_.seconds);
-    std::string megabytes = std::to_string(limits_.megabytes);
-    std::array<char*, 4> words{worker_.data(), seconds.data(), megabytes.data(), nullptr};
-    const int error = posix_spawn(&process_, worker_.c_str(), &actions, &attributes, words.data(), environ);
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&actions);
-    if (error != 0) {
-        process_ = -1;
-    }
-    return error;
-}
-
-/// Ends the process, if it has not ended by itself, and gives its status.
-int DocumentLook::end() {
-    int status = 0;
-    kill(process_, SIGKILL);
-    while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
-    }
-    process_ = -1;
-    return status;
+    return process_.start(worker_, {std::to_string(limits_.seconds), std::to_string(limits_.megabytes)}, document,
+                          output.get());
 }
 
 std::optional<DocumentPages> DocumentLook::finish(std::string* reason) {
     *reason = fault_;
-    if (process_ < 0) {
+    if (!process_.isStarted()) {
         return std::nullopt;
     }
     const Clock::time_point deadline = Clock::now() + std::chrono::seconds(limits_.patience);
@@ -135,7 +90,7 @@ std::optional<DocumentPages> DocumentLook::finish(std::string* reason) {
             goesOn = isReport && (size > 0 || (size < 0 && errno == EINTR));
         }
     }
-    const int status = end();
+    const int status = process_.end();
     if (isReport && report.isWhole()) {
         return report.take(reason);
     }

@@ -3,12 +3,11 @@
 #pragma once
 
 #include "driver/pages/document.h"
+#include "driver/worker/worker_process.h"
 #include "platform/files/descriptor.h"
 
 #include <optional>
 #include <string>
-
-#include <sys/types.h>
 
 /// What looking at a document may take. A million ordinary pages take 0.8 GB and some ten seconds.
 struct LookLimits {
@@ -22,7 +21,6 @@ class DocumentLook {
 public:
     /// Opens the file and has the program `worker` (tavro-pages) look at it.
     DocumentLook(const std::string& worker, const std::string& path, const LookLimits& limits = {});
-    ~DocumentLook();
     DocumentLook(const DocumentLook&) = delete;
     DocumentLook& operator=(const DocumentLook&) = delete;
 
@@ -31,11 +29,10 @@ public:
 
 private:
     int start(int document);
-    int end();
 
     std::string worker_;
     LookLimits limits_;
     std::string fault_;
     Descriptor report_;
-    pid_t process_ = -1;
+    WorkerProcess process_;
 };

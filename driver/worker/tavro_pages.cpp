@@ -5,14 +5,10 @@
 // It has only what it needs for that: a document that makes it do something else finds nothing to do it with.
 
 #include "driver/worker/page_report.h"
+#include "driver/worker/worker_limits.h"
 
-#include <poll.h>
-#include <sys/prctl.h>
-#include <sys/resource.h>
 #include <unistd.h>
-#include <algorithm>
 #include <array>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -29,30 +25,6 @@ void endWithoutMemory() {
     _exit(EXIT_SUCCESS);
 }
 
-void limit(__rlimit_resource resource, rlim_t soft, rlim_t hard) {
-    rlimit limits{};
-    getrlimit(resource, &limits);
-    limits.rlim_max = std::min(limits.rlim_max, hard);
-    limits.rlim_cur = std::min(limits.rlim_max, soft);
-    setrlimit(resource, &limits);
-}
-
-/// Whether the program that reads the report has ended, before this one had asked to end with it.
-bool isForNobody() {
-    pollfd report{STDOUT_FILENO, 0, 0};
-    return poll(&report, 1, 0) > 0 && (report.revents & POLLERR) != 0;
-}
-
-void limitAll(rlim_t seconds, [[maybe_unused]] rlim_t megabytes) {
-    limit(RLIMIT_CPU, seconds, seconds + 1);  // at the soft one the system says why
-    limit(RLIMIT_CORE, 1, 1);                 // no core, also where cores go to a program
-    limit(RLIMIT_FSIZE, 0, 0);
-#ifndef __SANITIZE_ADDRESS__  // which has taken more memory already, and asks pipes what it may read
-    limit(RLIMIT_DATA, megabytes << 20, megabytes << 20);
-    limit(RLIMIT_NOFILE, 0, 0);
-#endif
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -62,11 +34,11 @@ int main(int argc, char** argv) {
         std::fputs("usage: tavro-pages SECONDS MEGABYTES <DOCUMENT\n", stderr);
         return 2;
     }
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (isForNobody()) {
+    if (!endWithStarter()) {
         return EXIT_FAILURE;
     }
-    limitAll(static_cast<rlim_t>(seconds), static_cast<rlim_t>(megabytes));
+    limitProcessor(static_cast<int>(seconds));
+    limitWorker({static_cast<int>(megabytes), 0});
     std::snprintf(outOfMemory.data(), outOfMemory.size(), "refused takes more than %ld MB of memory to look at\n",
                   megabytes);
     std::set_new_handler(endWithoutMemory);

@@ -1,0 +1,48 @@
+#include "driver/worker/worker_limits.h"
+
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+#include <algorithm>
+#include <csignal>
+
+namespace {
+
+void limit(__rlimit_resource resource, rlim_t soft, rlim_t hard) {
+    rlimit limits{};
+    getrlimit(resource, &limits);
+    limits.rlim_max = std::min(limits.rlim_max, hard);
+    limits.rlim_cur = std::min(limits.rlim_max, soft);
+    setrlimit(resource, &limits);
+}
+
+}  // namespace
+
+bool endWithStarter() {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // It may have ended before it was asked for that.
+    pollfd output{STDOUT_FILENO, 0, 0};
+    return poll(&output, 1, 0) == 0 || (output.revents & (POLLERR | POLLHUP)) == 0;
+}
+
+void limitProcessor(int seconds) {
+    rusage used{};
+    getrusage(RUSAGE_SELF, &used);
+    rlimit limits{};
+    getrlimit(RLIMIT_CPU, &limits);
+    limits.rlim_cur = std::min(limits.rlim_max, static_cast<rlim_t>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+                                                    static_cast<rlim_t>(seconds));
+    setrlimit(RLIMIT_CPU, &limits);
+}
+
+void limitWorker([[maybe_unused]] const WorkerLimits& limits) {
+    limit(RLIMIT_CORE, 1, 1);
+    limit(RLIMIT_FSIZE, 0, 0);
+#ifndef __SANITIZE_ADDRESS__  // which has taken more memory already, and asks pipes what it may read
+    const rlim_t bytes = static_cast<rlim_t>(limits.megabytes) << 20;
+    const auto files = static_cast<rlim_t>(limits.openFiles);
+    limit(RLIMIT_DATA, bytes, bytes);
+    limit(RLIMIT_NOFILE, files, files);
+#endif
+}

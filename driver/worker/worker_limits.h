@@ -1,0 +1,16 @@
+// What a program that reads strangers' documents may do. It is called first in such a program.
+#pragma once
+
+/// Ends the program with the one that started it, which reads what it writes to standard output. False when that one
+/// has ended already.
+bool endWithStarter();
+
+/// Seconds of the processor, from now on: afterwards the system ends the program with SIGXCPU.
+void limitProcessor(int seconds);
+
+struct WorkerLimits {
+    int megabytes;  // of memory
+    int openFiles;  // beside those that are open
+};
+/// Also takes away the right to write files, and to leave a core, also where cores go to a program.
+void limitWorker(const WorkerLimits& limits);
