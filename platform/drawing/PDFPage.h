@@ -59,6 +59,7 @@ public:
 
 private:
     friend class PDFPage;
+    friend class PixelCanvas;
     struct Lines;
     std::unique_ptr<Lines> lines_;
 };

@@ -52,11 +52,7 @@ PDFPage::PDFPage(const std::string& title, double width, double height)
 PDFPage::~PDFPage() = default;
 
 void PDFPage::draw(const TextBlock& block, double left, double top) {
-    QPointF place(left * kUnitsPerPoint, top * kUnitsPerPoint);
-    for (const auto& line : block.lines_->lines) {
-        line.set.draw(&canvas_->painter, place);
-        place.ry() += line.set.height();
-    }
+    block.lines_->draw(&canvas_->painter, {left * kUnitsPerPoint, top * kUnitsPerPoint});
 }
 
 void PDFPage::drawAround(const std::string& text, const std::string& fontPostScriptName, double size, double x,

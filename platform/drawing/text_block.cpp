@@ -84,6 +84,13 @@ double TextBlock::Lines::heightOf(int count) const {
     return height;
 }
 
+void TextBlock::Lines::draw(QPainter* painter, QPointF place) const {
+    for (const Line& line : lines) {
+        line.set.draw(painter, place);
+        place.ry() += line.set.height();
+    }
+}
+
 void TextBlock::Lines::keep(int count) {
     if (static_cast<std::size_t>(count) < lines.size()) {
         lines.erase(lines.begin() + count, lines.end());

@@ -4,6 +4,7 @@
 #include "platform/drawing/PDFPage.h"
 
 #include <QFont>
+#include <QPainter>
 #include <QString>
 #include <QTextLayout>
 
@@ -14,6 +15,7 @@ struct TextBlock::Lines {
     Lines(const QString& text, const QFont& usedFont, double usedWidth, TextSide usedSide);
 
     [[nodiscard]] double heightOf(int count) const;
+    void draw(QPainter* painter, QPointF place) const;
     void keep(int count);
     /// Keeps the first lines, with an ellipsis at the end of the last. Nothing happens to a shorter text.
     void shortenTo(int count);
