@@ -41,14 +41,6 @@ std::size_t countSides(const SheetPlan& plan) {
     return count;
 }
 
-PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
-    PMPaper found{};
-    if (PMPrinterGetPaper(printer, makeString(paper.size).get(), &found) != noErr) {
-        return {kUsualPage, 0, 0, kUsualPage.width, kUsualPage.height};
-    }
-    return {{found.width, found.height}, found.left, found.bottom, found.right, found.top};
-}
-
 class JobMaker {
 public:
     JobMaker(const JobSource& source, const PagesProgress& progress, PreparedJob* job)

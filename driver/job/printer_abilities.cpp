@@ -15,6 +15,14 @@ bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::str
     return true;
 }
 
+PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
+    PMPaper found{};
+    if (PMPrinterGetPaper(printer, makeString(paper.size).get(), &found) != noErr) {
+        return {kUsualPage, 0, 0, kUsualPage.width, kUsualPage.height};
+    }
+    return {{found.width, found.height}, found.left, found.bottom, found.right, found.top};
+}
+
 PrinterAbilities abilitiesOf(PMPrinter printer) {
     return {PMPrinterReadsPostScript(printer) != 0, hasOption(printer, kMirrorKeyword, "True"),
             hasOption(printer, kRotateKeyword, "True"), hasOption(printer, kNegativeKeyword, "True")};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/job/job_ticket.h"
+#include "driver/pages/document.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <string>
@@ -17,6 +18,9 @@ inline constexpr const char* kAnyTray = "AutoSelect";  // of InputSlot: the one 
 
 /// Whether the PPD has the option.
 bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option);
+
+/// A paper as the printer has it; of a size that it does not know, the usual page, all of which can be printed on.
+PaperShape shapeOf(PMPrinter printer, const Paper& paper);
 
 struct PrinterAbilities {
     bool readsPostScript = true;  // so that code and instructions can stand in front of each page

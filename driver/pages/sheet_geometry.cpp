@@ -249,6 +249,13 @@ std::vector<PlacedPage> placePages(const SheetPlan& plan, const Sheet& sheet, bo
     return placed;
 }
 
+PageOutline outlineOf(const Matrix& matrix) {
+    constexpr double kInset = 2;
+    constexpr double kThickness = 0.5;
+    const double unit = 1 / std::max(std::hypot(matrix.a, matrix.b), 0.001);
+    return {kInset * unit, kThickness * unit};
+}
+
 Matrix placeWholePage(const Size& page, const PageLayout& layout, const PaperShape& paper) {
     PageLayout upright = layout;
     upright.orientation = Orientation::portrait;

@@ -68,6 +68,14 @@ struct PlacedPage {
     bool hasOutline;    // a line around the page
 };
 
+/// A line inside of a page's edge, in the page's own units.
+struct PageOutline {
+    double inset;
+    double thickness;
+};
+/// As thin on the paper whatever the page's scale is.
+PageOutline outlineOf(const Matrix& matrix);
+
 /// The pages on a side of a sheet, blank cells left out, in the order of its cells. `pages` has the sizes of all pages
 /// of the document.
 std::vector<PlacedPage> placePages(const SheetPlan& plan, const Sheet& sheet, bool isSide2, const PageLayout& layout,

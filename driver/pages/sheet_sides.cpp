@@ -18,18 +18,15 @@ namespace {
 /// Boxes that say what of a page is shown, and how; the sides of sheets have the first only.
 constexpr std::array kOtherBoxes{"/CropBox", "/BleedBox", "/TrimBox", "/ArtBox", "/Rotate", "/UserUnit"};
 
-/// A line inside of a page's edge, as thin on the paper whatever the page's scale is.
 void appendOutline(std::string* content, const Matrix& matrix, const Size& page) {
-    constexpr double kInset = 2;
-    constexpr double kWidth = 0.5;
-    const double unit = 1 / std::max(std::hypot(matrix.a, matrix.b), 0.001);
+    const PageOutline outline = outlineOf(matrix);
     *content += "q\n";
     append(content, matrix);
     *content += "0 G ";
-    append(content, kWidth * unit);
+    append(content, outline.thickness);
     *content += "w ";
     for (const double number :
-         {kInset * unit, kInset * unit, page.width - 2 * kInset * unit, page.height - 2 * kInset * unit}) {
+         {outline.inset, outline.inset, page.width - 2 * outline.inset, page.height - 2 * outline.inset}) {
         append(content, number);
     }
     *content += "re S\nQ\n";
@@ -59,9 +56,6 @@ SheetSides::SheetSides(QPDF& pdf, const PagesOrder& order) : pdf_(pdf), order_(o
     for (const std::int32_t cell : order.plan->cells) {
         if (cell >= std::ssize(pages_)) {
             throw std::runtime_error("has other pages than when it was opened");
-        }
-        if (cell != kBlankCell && (firstPage_ == kBlankCell || cell < firstPage_)) {
-            firstPage_ = cell;
         }
     }
     if (!order.faxCover.empty()) {
@@ -135,7 +129,7 @@ QPDFObjectHandle SheetSides::markOf(MarkInk ink, double scale) {
 }
 
 bool SheetSides::isMarked(const PlacedPage& placed) const {
-    return order_.mark && (!order_.mark->isOnFirstPageOnly || placed.page == firstPage_);
+    return order_.mark && (!order_.mark->isOnFirstPageOnly || placed.page == order_.plan->firstPage);
 }
 
 std::optional<QPDFObjectHandle> SheetSides::asItIs(const std::vector<PlacedPage>& placed, const Size& paper) {

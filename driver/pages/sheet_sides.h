@@ -46,5 +46,4 @@ private:
     std::map<std::pair<MarkInk, long>, QPDFObjectHandle> marks_;  // by their ink and scale, in thousandths
     QPDFObjectHandle faxCover_;
     Size faxCoverSize_;
-    std::int32_t firstPage_ = kBlankCell;  // of the document that is printed
 };
