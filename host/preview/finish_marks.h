@@ -1,0 +1,25 @@
+// What the finisher does to a sheet, and where.
+#pragma once
+
+#include "driver/pages/sheet_geometry.h"
+#include "platform/drawing/PixelCanvas.h"
+
+#include <vector>
+
+struct FinishMark {
+    enum class Kind : std::uint8_t {
+        staple,  // from one end of its wire to the other
+        hole,    // its middle is where it begins
+        fold,    // a line across the sheet
+        tape,    // of a binding: a line along the middle of it
+    } kind;
+    CanvasPoint from;
+    CanvasPoint to;
+};
+
+/// In points of side 1, as it stands upright. A booklet has a fold, whether the printer makes it or its reader does.
+/// Where no setting says a place it is the finisher's own: one staple at the upper left, all else at the left edge.
+std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool isBooklet, const Size& paper);
+
+/// Of a binding's tape.
+inline constexpr double kTapeWidth = 20;

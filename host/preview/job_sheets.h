@@ -1,0 +1,26 @@
+// A job as its sheets are shown: all that their pictures and words are made of.
+#pragma once
+
+#include "driver/pages/document.h"
+#include "driver/plan/sheet_plan.h"
+#include "platform/printing/PMPrinter.h"
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+struct JobSheets {
+    SheetPlan plan;
+    PageLayout layout;
+    std::shared_ptr<const std::vector<Size>> pages;  // of the document
+    std::vector<PaperShape> papers;                  // of the plan's papers
+    FinishingInstruction finishing;
+    bool isNegative = false;
+    bool isBlackAndWhite = false;
+    std::optional<WatermarkInstruction> mark;  // one that can be drawn
+    Size faxCover;                             // of the page that is the cover sheet; without one it is empty
+};
+
+/// What becomes of a document on a printer, as the driver makes it. The time grows with the document.
+JobSheets planJobSheets(const JobInstructions& instructions, std::shared_ptr<const std::vector<Size>> pages,
+                        PMPrinter printer);

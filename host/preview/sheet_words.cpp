@@ -1,0 +1,114 @@
+#include "host/preview/sheet_words.h"
+
+#include "host/preview/sheet_picture.h"
+#include "host/script/text.h"
+#include "host/settings/setting_words.h"
+#include "host/settings/texts.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace {
+
+std::string text(CFBundleRef texts, const char* key, const std::vector<std::string>& values = {}) {
+    return utf8(localized(texts, CFStringMakeConstant(key), values).get());
+}
+
+struct KindRow {
+    SheetKind kind;
+    const char* key;  // null for a sheet whose pages say all
+};
+constexpr std::array kKinds{
+    // kind, key
+    KindRow{SheetKind::document, nullptr},
+    KindRow{SheetKind::cover, "Preview Cover"},
+    KindRow{SheetKind::insert, "Preview Insert"},
+    KindRow{SheetKind::separator, "Preview Separator"},
+    KindRow{SheetKind::slipSheet, "Preview Slip Sheet"},
+    KindRow{SheetKind::faxCover, "Preview Fax Cover"},
+};
+
+struct FaultRow {
+    PageFault fault;
+    const char* key;
+};
+constexpr std::array kFaults{
+    // fault, key
+    FaultRow{PageFault::takesTooLong, "Preview Fault Time"},
+    FaultRow{PageFault::crashes, "Preview Fault Crash"},
+    FaultRow{PageFault::takesTooMuchMemory, "Preview Fault Memory"},
+    FaultRow{PageFault::isDamaged, "Preview Fault Damage"},
+    FaultRow{PageFault::needsPassword, "Preview Fault Password"},
+    FaultRow{PageFault::cannotBeDrawn, "Preview Fault Program"},
+};
+
+/// "page 5", "pages 5 and 6", "pages 5 to 8", "pages 1, 8 and 3".
+std::string pagesWords(std::vector<std::int32_t> pages, CFBundleRef texts) {
+    const auto number = [](std::int32_t page) { return std::to_string(page + 1); };
+    if (pages.size() == 1) {
+        return text(texts, "Preview Page", {number(pages.front())});
+    }
+    const bool isRow = std::ranges::adjacent_find(pages, [](auto a, auto b) { return b != a + 1; }) == pages.end();
+    if (pages.size() > 2 && isRow) {
+        return text(texts, "Preview Pages To", {number(pages.front()), number(pages.back())});
+    }
+    std::string first = number(pages.front());
+    for (std::size_t i = 1; i + 1 < pages.size(); ++i) {
+        first = text(texts, "Preview List", {first, number(pages[i])});
+    }
+    return text(texts, "Preview Pages And", {first, number(pages.back())});
+}
+
+std::string contentWords(const JobSheets& job, const Sheet& sheet, bool isSide2, CFBundleRef texts) {
+    std::vector<std::int32_t> pages;
+    for (const std::int32_t cell : job.plan.cellsOf(isSide2 ? sheet.side2 : sheet.side1)) {
+        if (cell != kBlankCell) {
+            pages.push_back(cell);
+        }
+    }
+    const auto* const row = std::ranges::find(kKinds, sheet.kind, &KindRow::kind);
+    const std::string kind = row->key != nullptr ? text(texts, row->key) : std::string();
+    const bool isBlank = pages.empty() && (sheet.kind != SheetKind::faxCover || isSide2);
+    const std::string content = !pages.empty() ? pagesWords(std::move(pages), texts)
+                                : isBlank      ? text(texts, "Preview Blank")
+                                               : std::string();
+    return kind.empty() || content.empty() ? kind + content : text(texts, "Preview List", {kind, content});
+}
+
+/// Paper of the usual type needs no word for it.
+std::string paperWords(const Paper& paper, const PrintSession& session, CFBundleRef texts) {
+    const auto& options = session.usual().options;
+    const auto type = std::ranges::find(options, "MediaType", [](const auto& option) { return option.first; });
+    const std::string usual = type == options.end() ? std::string() : type->second;
+    std::string all;
+    for (const auto& [keyword, option] :
+         {std::pair{"MediaColor", &paper.color}, {"PageSize", &paper.size}, {"MediaType", &paper.type}}) {
+        const bool isUsual = keyword == std::string_view("MediaType") && (*option == kPlainType || *option == usual);
+        const auto words = option->empty() || isUsual ? std::nullopt : settingWords(session, texts, keyword, *option);
+        if (words) {
+            all = all.empty() ? words->choice : text(texts, "Preview List", {all, words->choice});
+        }
+    }
+    return all;
+}
+
+}  // namespace
+
+std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, const PrintSession& session,
+                       CFBundleRef texts) {
+    const Sheet& shown = job.plan.sheets[sheet];
+    const std::string side = text(
+        texts, isSide2 ? "Preview Back" : "Preview Front",
+        {std::to_string(sheet + 1), std::to_string(job.plan.sheets.size()), contentWords(job, shown, isSide2, texts)});
+    const std::string paper = paperWords(job.plan.papers[shown.paper], session, texts);
+    return paper.empty() ? side : text(texts, "Preview Paper", {side, paper});
+}
+
+std::string faultWords(const PictureNeed& need, PageFault fault, CFBundleRef texts) {
+    const auto* const row = std::ranges::find(kFaults, fault, &FaultRow::fault);
+    const std::string what = need.what == PictureNeed::What::page
+                                 ? text(texts, "Preview Fault Page", {std::to_string(need.view.page + 1)})
+                                 : text(texts, "Preview Fault Other");
+    return row == kFaults.end() ? std::string() : text(texts, row->key, {what});
+}

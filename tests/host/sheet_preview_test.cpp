@@ -1,0 +1,211 @@
+// Sheets as the preview shows them: where the job's own pages have their ink, and what there is beside it.
+
+#include "driver/pages/document.h"
+#include "driver/pages/make_pages.h"
+#include "host/preview/page_sources.h"
+#include "host/preview/sheet_words.h"
+#include "platform/files/pending_file.h"
+#include "platform/files/plain_file.h"
+#include "tests/host/settings_session.h"
+#include "tests/support/ink.h"
+
+#include <poll.h>
+
+namespace {
+
+constexpr CanvasColor kYellow{255, 246, 160};
+
+class SheetPreview : public SettingsTest {
+protected:
+    SheetPreview() {
+        const std::string block = "0 g 100 150 90 20 re f 250 500 8 70 re f 0.5 g 300 100 9 9 re f";
+        std::ofstream(document, std::ios::binary)
+            << pdfOf({{"/MediaBox[0 0 612 792]", block}, {"/MediaBox[0 0 792 612]", block}, {}, {}, {}});
+        std::string reason;
+        sizes = std::make_shared<const std::vector<Size>>(
+            readDocument(openPlainFile(document, INT64_MAX).get(), &reason)->sizes);
+        sources.document = DrawnDocument::open(document, {}, &reason);
+        instructions.paper.size = "Letter";
+    }
+
+    JobSheets plan() const { return planJobSheets(instructions, sizes, printer.get()); }
+
+    /// So large that a pixel is a point.
+    static SheetView viewOf(const JobSheets& job, std::size_t sheet, bool isSide2 = false) {
+        SheetView view{sheet, isSide2, 2000, 2000};
+        const SheetPlace place = placeSheet(job, view);
+        const Size& paper = job.papers[job.plan.sheets[sheet].paper].size;
+        const bool isTurned = place.turns % 2 != 0;
+        view.width = static_cast<int>((isTurned ? paper.height : paper.width) + 2 * kSheetMargin);
+        view.height = static_cast<int>((isTurned ? paper.width : paper.height) + 2 * kSheetMargin);
+        return view;
+    }
+
+    /// With all pictures that are needed.
+    Pixels draw(const JobSheets& job, const SheetView& view) {
+        std::vector<PageWish> wishes;
+        for (const PictureNeed& need : picturesOf(job, view)) {
+            wishes.push_back(wishFor(need, sources));
+        }
+        drawer.wish(wishes);
+        for (const PageWish& wish : wishes) {
+            while (!drawer.find(wish).isAsWished) {
+                EXPECT_EQ(drawer.find(wish).fault, PageFault::none);
+                pollfd news{drawer.newsDescriptor(), POLLIN, 0};
+                poll(&news, 1, -1);
+                drawer.takeNews();
+            }
+        }
+        return drawSheet(job, view, picturesIn(drawer, sources), bundle.get());
+    }
+
+    static std::uint32_t valueAt(const Pixels& picture, const SheetPlace& place, double x, double y) {
+        const Matrix& matrix = place.toPicture;
+        const auto column = static_cast<std::size_t>(matrix.a * x + matrix.c * y + matrix.e);
+        const auto row = static_cast<std::size_t>(matrix.b * x + matrix.d * y + matrix.f);
+        return picture.values.at(row * static_cast<std::size_t>(picture.width) + column);
+    }
+    /// What is at points of a sheet that stands upright.
+    std::vector<std::uint32_t> valuesAt(const JobSheets& job, std::size_t sheet, bool isSide2,
+                                        const std::vector<CanvasPoint>& points) {
+        const SheetView view = viewOf(job, sheet, isSide2);
+        const Pixels picture = draw(job, view);
+        std::vector<std::uint32_t> values;
+        for (const CanvasPoint& point : points) {
+            values.push_back(valueAt(picture, placeSheet(job, view), point.x, point.y));
+        }
+        return values;
+    }
+
+    /// Holds the ink of all sides against what Ghostscript finds on the job's pages.
+    void expectInkOfJob(const char* title) {
+        const JobSheets job = plan();
+        PagesOrder order;
+        order.document = document;
+        order.plan = &job.plan;
+        order.layout = job.layout;
+        order.papers = job.papers;
+        const std::string pages = folder / "pages.pdf";
+        PendingFile file(pages);
+        std::string reason;
+        ASSERT_TRUE(makePages(order, file, {}, &reason) && file.commit()) << reason;
+        int page = 0;
+        for (std::size_t sheet = 0; sheet < job.plan.sheets.size(); ++sheet) {
+            for (const bool isSide2 : {false, true}) {
+                if (!job.plan.isSent(sheet, isSide2)) {
+                    continue;
+                }
+                const SheetView view = viewOf(job, sheet, isSide2);
+                const SheetPlace place = placeSheet(job, view);
+                const Pixels picture = draw(job, view);
+                Pixels theirs = drawnByGhostscript(pages, page++);
+                Pixels ours = theirs;
+                for (std::size_t i = 0; i < ours.values.size(); ++i) {
+                    const auto width = static_cast<std::size_t>(ours.width);
+                    ours.values[i] = valueAt(picture, place, static_cast<double>(i % width) + 0.5,
+                                             ours.height - static_cast<double>(i / width) - 0.5);
+                }
+                EXPECT_TRUE(isSamePlace(inkOf(ours), inkOf(theirs)))
+                    << title << ", page " << page << ": " << inkOf(ours) << ", not " << inkOf(theirs);
+            }
+        }
+        EXPECT_GT(page, 0);
+    }
+
+    std::string document = folder / "document.pdf";
+    std::shared_ptr<const std::vector<Size>> sizes;
+    PageSources sources;
+    PageDrawer drawer{stagePath("lib/tavro-pictures")};
+    JobInstructions instructions;
+};
+
+constexpr std::uint32_t valueOf(const CanvasColor& color) {
+    return 0xFF000000U | static_cast<std::uint32_t>(color.red) << 16 | static_cast<std::uint32_t>(color.green) << 8 |
+           color.blue;
+}
+
+bool isDark(std::uint32_t value) {
+    return value >> 24 == 0xFF && (value >> 8 & 0xFF) < 0x70;
+}
+
+}  // namespace
+
+TEST_F(SheetPreview, HasTheInkOfTheJobWhereTheJobHasIt) {
+    expectInkOfJob("plain");
+    instructions.isMirrored = true;
+    expectInkOfJob("mirrored");
+    instructions.isRotated = true;
+    instructions.sides = Sides::longEdge;
+    instructions.exceptions = {{.pages = {1, 2}, .shift = {36, 20}}};
+    expectInkOfJob("mirrored, turned and shifted");
+    instructions = {};
+    instructions.paper.size = "A4";
+    instructions.scaling.kind = Scaling::Kind::fit;
+    instructions.orientation = Orientation::landscape;
+    expectInkOfJob("made to fit");
+    instructions = {};
+    instructions.paper.size = "Letter";
+    instructions.booklet = BookletInstruction{};
+    expectInkOfJob("booklet");
+}
+
+TEST_F(SheetPreview, ShowsPaperAndWhatIsDoneToIt) {
+    instructions.sides = Sides::longEdge;
+    instructions.inserts = {{1, 1, {.color = "Yellow"}}};
+    instructions.exceptions = {
+        {.pages = {2, 3}, .paper = {.size = "9x11", .color = "Yellow", .type = "TabStock"}, .sides = Sides::one}};
+    instructions.finishing.staples = "2Staples";
+    instructions.isNegative = true;
+    JobSheets job = plan();
+    // A printed side is negative, a blank one and the cuts beside tabs are not. Staples are at the back seen right.
+    const std::vector<CanvasPoint> points{{400, 20}, {20, 198}, {592, 198}};
+    const std::vector<std::uint32_t> front = valuesAt(job, 0, false, points);
+    EXPECT_TRUE(isDark(front[0]));
+    EXPECT_FALSE(isDark(front[1]));
+    const std::vector<std::uint32_t> back = valuesAt(job, 0, true, points);
+    EXPECT_EQ(back[0], valueOf({255, 255, 255}));
+    EXPECT_EQ(back[1], back[0]);
+    EXPECT_NE(back[2], back[0]);
+    EXPECT_EQ(valuesAt(job, 1, false, {{300, 400}})[0], valueOf(kYellow));
+
+    instructions.isNegative = false;
+    job = plan();
+    const std::vector<CanvasPoint> tabs{{630, 720}, {630, 560}, {400, 20}};
+    EXPECT_EQ(valuesAt(job, 2, false, tabs),
+              (std::vector<std::uint32_t>{valueOf(kYellow), 0, valueOf(kYellow)}));  // the first tab of a bank
+    EXPECT_EQ(valuesAt(job, 3, false, tabs), (std::vector<std::uint32_t>{0, valueOf(kYellow), valueOf(kYellow)}));
+}
+
+TEST_F(SheetPreview, HasPlacesForPagesThatCannotBeShown) {
+    const JobSheets job = plan();
+    const SheetView view = viewOf(job, 0);
+    const SheetPlace place = placeSheet(job, view);
+    const auto valueWith = [&](const PagePicture& found) {
+        return valueAt(drawSheet(
+                           job, view, [&](const PictureNeed&) { return found; }, bundle.get()),
+                       place, 50, 50);
+    };
+    const std::uint32_t waiting = valueWith({});
+    const std::uint32_t faulty = valueWith({nullptr, false, PageFault::crashes});
+    EXPECT_NE(waiting, valueOf({255, 255, 255}));
+    EXPECT_NE(faulty, valueOf({255, 255, 255}));
+    EXPECT_NE(faulty, waiting);
+    // A picture of another size does, until the right one comes.
+    EXPECT_EQ(valueWith({std::make_shared<const Pixels>(Pixels{1, 1, {0xFF102030}})}), 0xFF102030);
+    EXPECT_EQ(faultWords(picturesOf(job, view).at(0), PageFault::takesTooLong, bundle.get()),
+              "Page 1 takes too long to draw.");
+}
+
+TEST_F(SheetPreview, SaysWhatItShows) {
+    instructions.sides = Sides::longEdge;
+    instructions.numberUp = 4;
+    instructions.inserts = {{5, 1, {.color = "Yellow"}}};
+    const JobSheets job = plan();
+    const auto settings = session("");
+    const auto words = [&](std::size_t sheet, bool isSide2) {
+        return sheetWords(job, sheet, isSide2, *settings, bundle.get());
+    };
+    EXPECT_EQ(words(0, false), "Sheet 1 of 2, front: pages 1 to 4; Letter (8.5 x 11 in)");
+    EXPECT_EQ(words(0, true), "Sheet 1 of 2, back: page 5; Letter (8.5 x 11 in)");
+    EXPECT_EQ(words(1, false), "Sheet 2 of 2, front: insert, blank; Yellow, Letter (8.5 x 11 in)");
+}
