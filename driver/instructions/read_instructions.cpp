@@ -1,7 +1,7 @@
 #include "driver/instructions/read_instructions.h"
 
-#include "driver/instructions/read_job.h"
 #include "driver/instructions/page_options.h"
+#include "driver/instructions/read_job.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/read_special_pages.h"
 #include "driver/instructions/ticket_values.h"
