@@ -55,7 +55,7 @@ public:
 
     bool make() {
         if (plan_.sheets.empty()) {
-            return fail("has none of the pages that are chosen");
+            return failForPages();
         }
         leaveToPrinter();
         job_.count = countSides(plan_);
@@ -66,16 +66,29 @@ public:
         return makePDF(&pages, kPercentOfPages) && makePostScript(pages);
     }
 
+    bool write(ByteSink& output) {
+        if (plan_.sheets.empty()) {
+            return failForPages();
+        }
+        layout_ = usualLayout();
+        return makePDF(output, 100);
+    }
+
 private:
     bool fail(const std::string& reason) {
         job_.fault = errorLine(source_.document, reason);
         return false;
     }
 
+    bool failForPages() { return fail("has none of the pages that are chosen"); }
+
+    [[nodiscard]] PageLayout usualLayout() const {
+        return layoutOf(instructions_, source_.pages.sizes.at(static_cast<std::size_t>(plan_.firstPage)));
+    }
+
     /// Chooses options of the PPD for what the printer does, and those that would do again what the pages have.
     void leaveToPrinter() {
-        const auto firstPage = static_cast<std::size_t>(plan_.firstPage);
-        const PageLayout usual = layoutOf(instructions_, source_.pages.sizes.at(firstPage));
+        const PageLayout usual = usualLayout();
         layout_ = usual;
         layout_.isMirrored = usual.isMirrored && !abilities_.mirrors;
         layout_.isRotated = usual.isRotated && !abilities_.rotates;
@@ -118,16 +131,18 @@ private:
         if (!isKept(*pages)) {
             return failAsPlatformSays();
         }
+        return makePDF(*pages, percent) || (isKept(*pages) ? false : failAsPlatformSays());
+    }
+
+    /// Without a fault when the output took no more.
+    bool makePDF(ByteSink& output, int percent) {
         PagesOrder order{source_.document, &plan_, layout_, {}, source_.faxCover, source_.mark};
         for (const Paper& paper : plan_.papers) {
             order.papers.push_back(shapeOf(source_.printer, paper));
         }
         std::string reason;
         const auto report = [&](int done) { return !progress_ || progress_(done * percent / 100); };
-        if (makePages(order, *pages, report, &reason)) {
-            return true;
-        }
-        return isKept(*pages) ? fail(reason) : failAsPlatformSays();
+        return makePages(order, output, report, &reason) || (reason.empty() ? false : fail(reason));
     }
 
     bool makePostScript(const PrivateFile& pages) {
@@ -176,4 +191,11 @@ private:
 
 bool prepareJob(const JobSource& source, const PagesProgress& progress, PreparedJob* job) {
     return JobMaker(source, progress, job).make();
+}
+
+bool writePages(const JobSource& source, const PagesProgress& progress, ByteSink& output, std::string* fault) {
+    PreparedJob job(source.printSettings);
+    const bool isWritten = JobMaker(source, progress, &job).write(output);
+    *fault = job.fault;
+    return isWritten;
 }

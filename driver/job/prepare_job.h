@@ -5,6 +5,7 @@
 #include "driver/job/job_ticket.h"
 #include "driver/pages/document.h"
 #include "driver/pages/make_pages.h"
+#include "platform/files/byte_sink.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/private_file.h"
 
@@ -36,3 +37,7 @@ struct PreparedJob {
 /// session. Takes time that grows with the document; `progress` hears how far it is and can end it. False with the
 /// fault, or when it was ended.
 bool prepareJob(const JobSource& source, const PagesProgress& progress, PreparedJob* job);
+
+/// Writes one set of a job's pages as a PDF for its readers: nothing is left to a printer, as far as pages can have it.
+/// False with the fault, as above; without one also when `output` took no more.
+bool writePages(const JobSource& source, const PagesProgress& progress, ByteSink& output, std::string* fault);

@@ -34,6 +34,7 @@ enum HostControl : SInt32 {
     kNoMakersPanels = 51,
     kPrint = 60,
     kCancel = 61,
+    kSavePDF = 62,
     kSummaryPlace = 69,
     kSummary = 70,  // text view
     kConflictText = 71,

@@ -13,10 +13,12 @@
 #include "host/settings/summary.h"
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
+#include "platform/toolbox/Navigation.h"
 #include "platform/toolbox/Windows.h"
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <iterator>
 
 namespace {
@@ -43,7 +45,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     dialog->makePresets();
-    dialog->conflicts_.emplace(dialog->window_, bundle, first.document.pageCount, first.way());
+    dialog->conflicts_.emplace(dialog->window_, bundle, first.document.pageCount, first.target.way);
     dialog->printer_ = first.printer;
     dialog->installed_ = first.installedOptions;
     const auto start = dialog->startSession(first.settings);
@@ -75,9 +77,7 @@ std::optional<Failure> PrintDialog::openWindow() {
             return std::nullopt;
         case kNibNotFoundErr: {
             const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyBundleURL(bundle_));
-            std::array<UInt8, 4096> path{};
-            CFURLGetFileSystemRepresentation(url.get(), true, path.data(), static_cast<CFIndex>(path.size()));
-            return unusable(reinterpret_cast<const char*>(path.data()), "its nib PrintDialog is missing");
+            return unusable(pathOf(url.get()), "its nib PrintDialog is missing");
         }
         default:
             // The toolbox has told already which file does not load, and why.
@@ -170,6 +170,10 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
     }
     if (id.id == kConflictButton) {
         remedyChosen();
+        return noErr;
+    }
+    if (id.id == kSavePDF) {
+        savePDF();
         return noErr;
     }
     return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
@@ -269,8 +273,7 @@ void PrintDialog::renewPrinter() {
     }
 }
 
-bool PrintDialog::acceptLeftOut() const {
-    const JobWay way = setup_.job.way();
+bool PrintDialog::acceptLeftOut(JobWay way) const {
     std::vector<std::string> sentences = tellLeftOut(*session_, setup_.job.document.pageCount, way, bundle_);
     std::ranges::move(tellJobFaults(*session_, way, bundle_), std::back_inserter(sentences));
     if (sentences.empty()) {
@@ -288,12 +291,33 @@ void PrintDialog::remedyChosen() {
 
 void PrintDialog::accept() {
     takeMakersSettings();
-    if (!general_->takePageRange() || !conflicts_->acceptConflicts() || !acceptLeftOut()) {
+    const JobTarget& target = setup_.job.target;
+    if (general_->takePageRange() && conflicts_->acceptConflicts() && acceptLeftOut(target.way)) {
+        print(target);
+    }
+}
+
+void PrintDialog::savePDF() {
+    takeMakersSettings();
+    if (!general_->takePageRange() || !acceptLeftOut(JobWay::pdf)) {
         return;
     }
+    const auto kindName = localized(bundle_, CFSTR("PDF Files"));
+    const NavFileKind kind{kindName.get(), CFSTR("*.pdf")};
+    const std::filesystem::path name(setup_.job.document.name);
+    const auto proposed = localized(bundle_, CFSTR("PDF File Name"), name.stem().string());
+    CFURLRef chosen = nullptr;
+    if (NavChooseNewFile(localized(bundle_, CFSTR("Save as PDF Title")).get(), &kind, proposed.get(), &chosen) ==
+        noErr) {
+        const auto file = CFRef<CFURLRef>::adopt(chosen);
+        print({JobWay::pdf, pathOf(file.get())});
+    }
+}
+
+void PrintDialog::print(const JobTarget& target) {
     script::stopWatchdog();  // a long document may take its time
     const Document& document = setup_.job.document;
-    JobWork work(document, session_->printer(), *session_, setup_.job.jobOut, bundle_);
+    JobWork work(document, session_->printer(), *session_, target, bundle_);
     // A script's next line shall not meet a window that comes and goes by itself.
     const JobOutcome job = setup_.scripted ? work.run() : runWithProgress(&work, document, bundle_);
     if (job.isCancelled) {

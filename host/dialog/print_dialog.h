@@ -84,8 +84,11 @@ private:
     void renewPrinter();
     void remedyChosen();
     void accept();
+    void savePDF();
+    /// Makes the job, and ends the dialog unless that fails.
+    void print(const JobTarget& target);
     /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.
-    bool acceptLeftOut() const;
+    bool acceptLeftOut(JobWay way) const;
 
     CFBundleRef bundle_;  // lent
     PluginHost& plugin_;

@@ -41,6 +41,8 @@ constexpr std::array kOptions{
               "write the settings when the dialog ends with Print"},
     OptionRow{"--job-out", "FILE", Group::job, &CommandLine::jobOut,
               "write the printer-ready job there instead of sending it"},
+    OptionRow{"--pdf-out", "FILE.pdf", Group::job, &CommandLine::pdfOut,
+              "write the pages as they will be printed there, as a PDF, instead of sending them"},
     OptionRow{"--check", nullptr, Group::script, &CommandLine::check,
               "print which settings cannot go together, a line each, then leave"},
     OptionRow{"--proof", "FILE", Group::script, &CommandLine::proof,
@@ -157,6 +159,9 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     }
     if (!line.ticketIn.empty() && !line.preset.empty()) {
         return usage("--ticket-in and --preset are two settings to start from");
+    }
+    if (!line.jobOut.empty() && !line.pdfOut.empty()) {
+        return usage("--job-out and --pdf-out are two files for one job");
     }
     if (!line.script.empty() && line.listControls) {
         return usage("--script and --list-controls do not go together");

@@ -16,6 +16,7 @@ struct CommandLine {
     std::string preset;
     std::string ticketOut;
     std::string jobOut;
+    std::string pdfOut;
     std::string script;
     std::string shots;
     std::string proof;

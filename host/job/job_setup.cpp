@@ -30,6 +30,12 @@ Result<JobSettings> readStartingSettings(const CommandLine& line) {
     return line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
 }
 
+JobTarget targetOf(const CommandLine& line) {
+    return !line.pdfOut.empty()   ? JobTarget{JobWay::pdf, line.pdfOut}
+           : !line.jobOut.empty() ? JobTarget{JobWay::file, line.jobOut}
+                                  : JobTarget{};
+}
+
 }  // namespace
 
 Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& samplePPD) {
@@ -45,5 +51,5 @@ Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& sample
     if (!settings) {
         return settings.failure();
     }
-    return JobSetup{{}, *printer, *settings, originOf(line), *installed, line.ticketOut, line.jobOut};
+    return JobSetup{{}, *printer, *settings, originOf(line), *installed, line.ticketOut, targetOf(line)};
 }

@@ -3,7 +3,7 @@
 
 #include "host/job/command_line.h"
 #include "host/job/document.h"
-#include "host/settings/left_out.h"
+#include "host/job/print_job.h"
 #include "host/settings/printer.h"
 #include "host/settings/settings_file.h"
 #include "host/settings/settings_origin.h"
@@ -17,9 +17,7 @@ struct JobSetup {
     SettingsOrigin origin;
     CFRef<CFDictionaryRef> installedOptions;  // main keyword to option keyword; null for the printer's own
     std::string ticketOut;                    // where the settings are written; may be empty
-    std::string jobOut;                       // where the job is written instead of being sent; may be empty
-
-    JobWay way() const { return jobOut.empty() ? JobWay::queue : JobWay::file; }
+    JobTarget target;
 };
 
 /// Opens everything that the command line names and that may be missing or broken, but for the document, which is being

@@ -4,10 +4,12 @@
 #include "host/script/text.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
+#include "platform/files/pending_file.h"
 #include "platform/foundation/terminal_text.h"
 
 #include <cstdio>
 #include <ctime>
+#include <system_error>
 
 namespace {
 
@@ -83,12 +85,12 @@ std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, 
     return sentences;
 }
 
-JobWork::JobWork(const Document& document, const Printer& printer, const PrintSession& session,
-                 const std::string& jobOut, CFBundleRef texts)
+JobWork::JobWork(const Document& document, const Printer& printer, const PrintSession& session, const JobTarget& target,
+                 CFBundleRef texts)
     : document_(document),
       printer_(printer),
       session_(session),
-      jobOut_(jobOut),
+      target_(target),
       faxCover_(makeCoverSheet(document, session, texts)),
       printTime_(session.instructions().printTime) {
     std::string fault;
@@ -111,27 +113,41 @@ JobOutcome JobWork::run() {
         percent_ = percent;
         return !isCancelled_;
     };
-    PreparedJob job(session_.printSettings());
-    JobOutcome outcome;
-    const bool isReady = prepareJob(source, progress, &job);
-    if (isCancelled_) {
-        outcome.isCancelled = true;
-    } else if (!isReady) {
-        outcome.failure = job.fault;
-    } else {
-        percent_ = 100;
-        outcome = send(&job);
-        // What was printed is printed, although somebody has changed his mind meanwhile.
-        outcome.isCancelled = isCancelled_ && !outcome.failure.empty();
-    }
+    JobOutcome outcome = target_.way == JobWay::pdf ? writePDF(source, progress) : print(source, progress);
+    // What was printed is printed, although somebody has changed his mind meanwhile.
+    outcome.isCancelled = isCancelled_ && (outcome.isCancelled || !outcome.failure.empty());
     return outcome;
+}
+
+JobOutcome JobWork::print(const JobSource& source, const PagesProgress& progress) {
+    PreparedJob job(session_.printSettings());
+    const bool isReady = prepareJob(source, progress, &job);
+    if (isCancelled_ || !isReady) {
+        return {isCancelled_ ? std::string() : job.fault, false, isCancelled_, {}};
+    }
+    percent_ = 100;
+    return send(&job);
+}
+
+JobOutcome JobWork::writePDF(const JobSource& source, const PagesProgress& progress) {
+    PendingFile file(target_.file);
+    std::string fault;
+    const bool isWritten = file.error() == 0 && writePages(source, progress, file, &fault);
+    if (isCancelled_) {
+        return {{}, false, true, {}};
+    }
+    if ((!isWritten && !fault.empty()) || (isWritten && file.commit())) {
+        return {fault, false, false, {}};
+    }
+    return {target_.file + ": " + std::generic_category().message(file.error()), false, false, {}};
 }
 
 JobOutcome JobWork::send(PreparedJob* job) {
     const auto url = fileURL(document_.path);
     const PMJobPages pages{job->pages.descriptor(), job->arePostScript, static_cast<CFIndex>(job->count), url.get()};
-    if (!jobOut_.empty()) {
-        return outcomeOf(PMPrinterWriteJobToURL(printer_.get(), job->settings.get(), &pages, fileURL(jobOut_).get()));
+    if (target_.way == JobWay::file) {
+        const auto file = fileURL(target_.file);
+        return outcomeOf(PMPrinterWriteJobToURL(printer_.get(), job->settings.get(), &pages, file.get()));
     }
     addPrintTime(printTime_, &job->settings);  // a file waits for nobody
     SInt32 jobID = 0;

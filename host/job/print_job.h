@@ -25,8 +25,14 @@ struct JobOutcome {
     std::string obstacle;           // why it waits in its queue, in a line; else empty
 };
 
+/// Where a job goes, with the file if it goes into one.
+struct JobTarget {
+    JobWay way = JobWay::queue;
+    std::string file;
+};
+
 /// The document printed with the session's settings: to the printer's queue, whose name for the job ("QUEUE-123") then
-/// stands on standard output in a line, or, when `jobOut` is not empty, as printer-ready PostScript to that file. The
+/// stands on standard output in a line, as printer-ready PostScript to a file, or one set of its pages as a PDF. The
 /// job has its watermark, and its cover sheet in front if it is a fax that has one. A secure print job is held for its
 /// passcode by the printer, or not sent; a delayed one by the queue, until its time. `texts` is the program's own
 /// bundle.
@@ -34,7 +40,7 @@ class JobWork {
 public:
     /// Takes what needs the session; tells on standard error what cannot be drawn. All arguments but the texts must
     /// stay as they are as long as it runs.
-    JobWork(const Document& document, const Printer& printer, const PrintSession& session, const std::string& jobOut,
+    JobWork(const Document& document, const Printer& printer, const PrintSession& session, const JobTarget& target,
             CFBundleRef texts);
 
     /// Does it, in any thread, and blocks until it is done.
@@ -48,12 +54,14 @@ public:
     [[nodiscard]] int percent() const { return percent_; }
 
 private:
+    JobOutcome print(const JobSource& source, const PagesProgress& progress);
     JobOutcome send(PreparedJob* job);
+    JobOutcome writePDF(const JobSource& source, const PagesProgress& progress);
 
     const Document& document_;
     const Printer& printer_;
     const PrintSession& session_;
-    const std::string& jobOut_;
+    const JobTarget& target_;
     std::string faxCover_;
     std::optional<PageMark> mark_;
     std::optional<std::int64_t> printTime_;  // that is asked for

@@ -31,10 +31,10 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
             return unusable("pages " + range, faultText(pages.fault));
         }
     }
-    for (const std::string& sentence : tellLeftOut(session, setup.document.pageCount, setup.way(), texts)) {
+    for (const std::string& sentence : tellLeftOut(session, setup.document.pageCount, setup.target.way, texts)) {
         printLine(stderr, "tavro-print: " + sentence);
     }
-    const JobOutcome job = JobWork(setup.document, setup.printer, session, setup.jobOut, texts).run();
+    const JobOutcome job = JobWork(setup.document, setup.printer, session, setup.target, texts).run();
     if (!job.failure.empty()) {
         return {ExitStatus::notSent, job.failure};
     }

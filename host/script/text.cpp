@@ -27,6 +27,12 @@ CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder) {
         nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()), isFolder));
 }
 
+std::string pathOf(CFURLRef url) {
+    std::array<UInt8, 4096> path{};
+    CFURLGetFileSystemRepresentation(url, true, path.data(), static_cast<CFIndex>(path.size()));
+    return reinterpret_cast<const char*>(path.data());
+}
+
 std::string quoted(const std::string& text) {
     // character, its letter after the backslash
     static constexpr std::array<std::pair<char, char>, 5> kEscapes{

@@ -19,5 +19,8 @@ std::string readable(const std::string& text);
 /// The address of a file or folder by its path.
 CFRef<CFURLRef> fileURL(const std::string& path, bool isFolder = false);
 
+/// The path of a file's address.
+std::string pathOf(CFURLRef url);
+
 /// The text in quotation marks, as a script would write it: \" \\ \n \t \b are escaped.
 std::string quoted(const std::string& text);

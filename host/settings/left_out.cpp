@@ -55,6 +55,10 @@ public:
         if (pageCount_ > 0) {
             const SheetPlan& plan = session_.plan(pageCount_);
             std::ranges::for_each(plan.notes, [this](const PlanNote& note) { tellNote(note); });
+            if (way_ == JobWay::pdf) {
+                tellColors();
+                return std::move(sentences_);
+            }
             tellPapers(plan);
             if (!printer_.readsPostScript && !isUniform(plan, {})) {
                 add("Left Out Other Papers");
@@ -83,6 +87,12 @@ private:
         const bool isOfMany = note.count > 1 && row->textOfMany != nullptr;
         add(isOfMany ? row->textOfMany : row->text,
             {std::to_string(note.page), std::to_string(pageCount_), std::to_string(note.count)});
+    }
+
+    void tellColors() {
+        if (job_.isNegative || job_.outputColor == OutputColor::blackAndWhite) {
+            add("Left Out Colors of PDF");
+        }
     }
 
     /// Other settings' papers, or other printers'.

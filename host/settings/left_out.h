@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-/// Where a job goes.
-enum class JobWay { queue, file };
+/// Where a job goes: to the printer's queue, ready for the printer into a file, or as pages to read into a PDF file.
+enum class JobWay { queue, file, pdf };
 
 /// A sentence in the user's words for each wish that the sheets of a document of so many pages cannot fulfil, or the
 /// printer cannot; none when all is in the job. Of a document that is not known (0 pages) only what the printer cannot.

@@ -2,9 +2,6 @@
 
 #include "host/script/text.h"
 
-#include <array>
-#include <climits>
-
 namespace {
 
 constexpr UInt32 kServerPatience = 500;  // milliseconds
@@ -28,10 +25,8 @@ std::string Printer::queue() const {
 
 std::string Printer::ppdPath() const {
     CFURLRef url = nullptr;
-    std::array<UInt8, PATH_MAX> path{};
     PMPrinterGetDescriptionURL(printer_, kPMPPDDescriptionType, &url);
-    CFURLGetFileSystemRepresentation(url, true, path.data(), static_cast<CFIndex>(path.size()));
-    return reinterpret_cast<const char*>(path.data());
+    return pathOf(url);
 }
 
 bool Printer::isOfMaker() const {

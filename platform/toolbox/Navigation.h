@@ -15,3 +15,7 @@ struct NavFileKind {
 /// caller releases *file; userCanceledErr, and null, when the user wants none. A scripted run gives its files
 /// beforehand (AutomationQueueFile).
 OSStatus NavChooseFile(CFStringRef title, ItemCount kindCount, const NavFileKind* kinds, CFURLRef* file);
+
+/// Asks where to put a new file of the kind, which is proposed under a name; the user is asked before an existing one is
+/// replaced. All else as above.
+OSStatus NavChooseNewFile(CFStringRef title, const NavFileKind* kind, CFStringRef name, CFURLRef* file);

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <deque>
 
@@ -28,22 +29,42 @@ CFRef<CFURLRef> nextArrangedFile() {
     return file;
 }
 
-CFRef<CFURLRef> askUser(CFStringRef title, ItemCount kindCount, const NavFileKind* kinds) {
+QString& lastFolder() {
     static QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    QFileDialog dialog(QApplication::activeWindow(), toQString(title), folder);
-    QStringList filters;
-    for (ItemCount i = 0; i < kindCount; ++i) {
-        filters.append(QStringLiteral("%1 (%2)").arg(toQString(kinds[i].name), toQString(kinds[i].patterns)));
-    }
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(filters);
+    return folder;
+}
+
+QString filterOf(const NavFileKind& kind) {
+    return QStringLiteral("%1 (%2)").arg(toQString(kind.name), toQString(kind.patterns));
+}
+
+CFRef<CFURLRef> run(QFileDialog& dialog) {
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return nullptr;
     }
-    folder = dialog.directory().path();
+    lastFolder() = dialog.directory().path();
     const auto path = toCFString(dialog.selectedFiles().front());
     return CFRef<CFURLRef>::adopt(
         CFURLCreateWithFileSystemPath(kCFAllocatorDefault, path.get(), kCFURLPOSIXPathStyle, false));
+}
+
+CFRef<CFURLRef> askForFile(CFStringRef title, ItemCount kindCount, const NavFileKind* kinds) {
+    QFileDialog dialog(QApplication::activeWindow(), toQString(title), lastFolder());
+    QStringList filters;
+    for (ItemCount i = 0; i < kindCount; ++i) {
+        filters.append(filterOf(kinds[i]));
+    }
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(filters);
+    return run(dialog);
+}
+
+CFRef<CFURLRef> askForNewFile(CFStringRef title, const NavFileKind& kind, CFStringRef name) {
+    QFileDialog dialog(QApplication::activeWindow(), toQString(title), lastFolder(), filterOf(kind));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QFileInfo(toQString(kind.patterns)).suffix());
+    dialog.selectFile(toQString(name));
+    return run(dialog);
 }
 
 }  // namespace
@@ -52,7 +73,15 @@ OSStatus NavChooseFile(CFStringRef title, ItemCount kindCount, const NavFileKind
     if (!file || (kindCount > 0 && !kinds)) {
         return paramErr;
     }
-    *file = (toolboxState().scripted ? nextArrangedFile() : askUser(title, kindCount, kinds)).leak();
+    *file = (toolboxState().scripted ? nextArrangedFile() : askForFile(title, kindCount, kinds)).leak();
+    return *file ? noErr : userCanceledErr;
+}
+
+OSStatus NavChooseNewFile(CFStringRef title, const NavFileKind* kind, CFStringRef name, CFURLRef* file) {
+    if (!file || !kind) {
+        return paramErr;
+    }
+    *file = (toolboxState().scripted ? nextArrangedFile() : askForNewFile(title, *kind, name)).leak();
     return *file ? noErr : userCanceledErr;
 }
 

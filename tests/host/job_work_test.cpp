@@ -36,7 +36,8 @@ protected:
 
     Result<Document> document =
         OpeningDocument(sourcePath("tests/data/ten-pages.pdf"), stagePath("lib/tavro-pages")).finish();
-    std::string jobFile = folder / "job.ps";
+    JobTarget target{JobWay::file, folder / "job.ps"};
+    const std::string& jobFile = target.file;
 };
 
 }  // namespace
@@ -44,7 +45,7 @@ protected:
 TEST_F(JobWorks, TellHowFarTheyAre) {
     ASSERT_TRUE(document);
     const auto settings = session(cover("FrontCover", 1, number("Color", 2)), {});
-    JobWork work(*document, printer, *settings, jobFile, bundle.get());
+    JobWork work(*document, printer, *settings, target, bundle.get());
     EXPECT_EQ(work.percent(), 0);
     const JobOutcome outcome = std::async(std::launch::async, [&] { return work.run(); }).get();
     EXPECT_EQ(outcome.failure, "");
@@ -63,7 +64,7 @@ TEST_F(JobWorks, LeaveNothingWhenTheyAreCancelled) {
             stopIn(filter);
         }
         fs::remove(process());
-        JobWork work(*document, printer, *settings, jobFile, bundle.get());
+        JobWork work(*document, printer, *settings, target, bundle.get());
         auto outcome = std::async(std::launch::async, [&] { return work.run(); });
         EXPECT_TRUE(eventually([this] { return fs::exists(process()) && fs::file_size(process()) > 1; }));
         work.cancel();
@@ -75,9 +76,11 @@ TEST_F(JobWorks, LeaveNothingWhenTheyAreCancelled) {
         EXPECT_GT(id, 0);
         EXPECT_NE(kill(id, 0), 0) << "its filter still runs";
     }
-    // Before it has begun.
-    JobWork work(*document, printer, *plain, jobFile, bundle.get());
-    work.cancel();
-    EXPECT_TRUE(work.run().isCancelled);
-    EXPECT_FALSE(fs::exists(jobFile));
+    for (const JobWay way : {JobWay::file, JobWay::pdf}) {
+        target.way = way;
+        JobWork work(*document, printer, *plain, target, bundle.get());
+        work.cancel();  // before it has begun
+        EXPECT_TRUE(work.run().isCancelled);
+        EXPECT_FALSE(fs::exists(jobFile));
+    }
 }

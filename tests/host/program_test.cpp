@@ -1,5 +1,6 @@
 // What the program does from a script to the settings and the job that it leaves.
 #include "driver/proof/proof.h"
+#include "tests/driver/pdf_maker.h"
 #include "tests/host/program_fixture.h"
 #include "tests/support/places.h"
 
@@ -426,6 +427,26 @@ TEST_F(Program, LaysPagesOutAsTheDialogSays) {
         "are the printer's defaults.\\n10 pages on 10 sheets\"\ncancel\n",
         {"--ticket-in", settings});
     EXPECT_EQ(again.status, 1) << again.errors;
+}
+
+TEST_F(Program, SavesThePagesAsAPDF) {
+    const std::string booklet = "panel Layout\nchoose Tshl:6004 \"On\"\n";
+    const std::string file = folder / "pages.pdf";
+    const Run done = script(booklet + "file pages.pdf\nclick Host:62\n", {"--ticket-out", folder / "settings.plist"});
+    EXPECT_EQ(done.status, 0) << done.errors;
+    EXPECT_EQ(outputOfCommand("pdftotext -f 1 -l 1 '" + file + "' - | tr -s '[:space:]' ' '"), "Page 1 ");
+    EXPECT_EQ(outputOfCommand("pdfinfo '" + file + "' | sed -n 's/^Pages: *//p'"), "6\n");
+
+    // The same without a window; with nobody who names a file there is none.
+    const std::string again = folder / "again.pdf";
+    EXPECT_EQ(run({"--ppd", kZR420, "--print", "--ticket-in", folder / "settings.plist", "--pdf-out", again, kTenPages})
+                  .status,
+              0);
+    EXPECT_EQ(outputOfCommand("pdftotext '" + again + "' -"), outputOfCommand("pdftotext '" + file + "' -"));
+    EXPECT_EQ(script("click Host:62\nexpect window \"Print\"\ncancel\n").status, 1);
+    const Run full = run({"--ppd", kZR420, "--print", "--pdf-out", "/dev/full", kTenPages});
+    EXPECT_EQ(full.status, 5);
+    EXPECT_EQ(full.errors, "tavro-print: /dev/full: Invalid argument\n");
 }
 
 TEST_F(Program, FitsOnASmallScreen) {
