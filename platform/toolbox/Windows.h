@@ -11,7 +11,8 @@
 // registered custom view class) or "kind" (a name of ControlKindName() where the widget's class leaves it open). Texts
 // are keys of the strings table with the nib's name. Class "LittleArrows", with the properties minimum, maximum, value
 // and singleStep, is two small buttons that step a value. A pop-up with the property "actsAtOnce" has items that do
-// more than set a value: neither the wheel nor keys go through them while its menu is closed.
+// more than set a value: neither the wheel nor keys go through them while its menu is closed. A text view's property
+// "lines" says how many lines it shows at least.
 
 using IBNibRef = struct OpaqueIBNibRef*;
 inline constexpr OSStatus kNibNotFoundErr = -10960;

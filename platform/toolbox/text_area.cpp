@@ -25,6 +25,17 @@ TextArea::TextArea(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
 }
 
+QSize TextArea::sizeHint() const {
+    const QSize usual = QPlainTextEdit::sizeHint();
+    return property("lines").isValid() ? QSize(usual.width(), minimumSizeHint().height()) : usual;
+}
+
+QSize TextArea::minimumSizeHint() const {
+    const QSize least = QPlainTextEdit::minimumSizeHint();
+    const int around = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
+    return {least.width(), std::max(least.height(), property("lines").toInt() * fontMetrics().lineSpacing() + around)};
+}
+
 ControlEditTextSelectionRec TextArea::selection() const {
     return {textCursor().selectionStart(), textCursor().selectionEnd()};
 }

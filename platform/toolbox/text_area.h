@@ -5,9 +5,13 @@
 
 #include <QPlainTextEdit>
 
+/// The nib's property "lines" says how many lines there is at least room for.
 class TextArea final : public QPlainTextEdit, public TextEntry {
 public:
     explicit TextArea(QWidget* parent = nullptr);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
     ControlEditTextSelectionRec selection() const override;
     void setSelection(ControlEditTextSelectionRec selection) override;
