@@ -16,6 +16,6 @@ struct NavFileKind {
 /// beforehand (AutomationQueueFile).
 OSStatus NavChooseFile(CFStringRef title, ItemCount kindCount, const NavFileKind* kinds, CFURLRef* file);
 
-/// Asks where to put a new file of the kind, which is proposed under a name; the user is asked before an existing one is
-/// replaced. All else as above.
+/// Asks where to put a new file of the kind, which is proposed under a name; the user is asked before an existing one
+/// is replaced. All else as above.
 OSStatus NavChooseNewFile(CFStringRef title, const NavFileKind* kind, CFStringRef name, CFURLRef* file);
