@@ -1,27 +1,8 @@
 #include "platform/printing/ppd_cache.h"
 
-#include <sys/stat.h>
+#include "platform/files/file_stamp.h"
 
 namespace {
-
-/// What a file is known by; a file that is replaced or written to becomes another one.
-struct FileStamp {
-    dev_t device;
-    ino_t number;
-    off_t size;
-    std::int64_t seconds;
-    std::int64_t nanoseconds;
-
-    bool operator==(const FileStamp&) const = default;
-};
-
-std::optional<FileStamp> stampOf(const std::string& path) {
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0) {
-        return std::nullopt;
-    }
-    return FileStamp{status.st_dev, status.st_ino, status.st_size, status.st_mtim.tv_sec, status.st_mtim.tv_nsec};
-}
 
 struct OpenPPD {
     FileStamp stamp;
