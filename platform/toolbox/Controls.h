@@ -105,6 +105,7 @@ void SetControl32BitMinimum(ControlRef control, SInt32 minimum);
 SInt32 GetControl32BitMaximum(ControlRef control);
 /// The range of a pop-up is its menu's; setting its maximum does nothing.
 void SetControl32BitMaximum(ControlRef control, SInt32 maximum);
+/// The title of a custom view is what assistive technologies say in its place.
 OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title);
 OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 

@@ -53,12 +53,21 @@ inline constexpr UInt32 kEventMenuEnableItems = 8;  // the menu is about to be s
 inline constexpr OSType kEventClassMouse = FourCharCode("mous");
 inline constexpr UInt32 kEventMouseEntered = 8;
 inline constexpr UInt32 kEventMouseExited = 9;
-inline constexpr UInt32 kEventMouseWheelMoved = 10;  // over a field that has the focus
+inline constexpr UInt32 kEventMouseWheelMoved = 10;  // over a field that has the focus, or a pane
 inline constexpr OSType kEventClassWindow = FourCharCode("wind");
 inline constexpr UInt32 kEventWindowShown = 24;  // the first frame after showing is on the screen
 inline constexpr UInt32 kEventWindowClose = 72;
 inline constexpr OSType kEventClassKeyboard = FourCharCode("keyb");
-inline constexpr UInt32 kEventRawKeyDown = 1;  // from a field of one line: the keys Up and Down
+// From a field of one line: the keys Up and Down; of a whole number: Return. From a pane: the keys that move. A pane
+// that hears of them when it is shown takes the focus, also by a click.
+inline constexpr UInt32 kEventRawKeyDown = 1;
+inline constexpr UniChar kHomeCharCode = 0x01;
+inline constexpr UniChar kEndCharCode = 0x04;
+inline constexpr UniChar kPageUpCharCode = 0x0B;
+inline constexpr UniChar kPageDownCharCode = 0x0C;
+inline constexpr UniChar kReturnCharCode = 0x0D;
+inline constexpr UniChar kLeftArrowCharCode = 0x1C;
+inline constexpr UniChar kRightArrowCharCode = 0x1D;
 inline constexpr UniChar kUpArrowCharCode = 0x1E;
 inline constexpr UniChar kDownArrowCharCode = 0x1F;
 inline constexpr OSType kEventClassHIObject = FourCharCode("hiob");

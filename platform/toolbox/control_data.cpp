@@ -133,6 +133,8 @@ OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title) {
         button->setText(text);
     } else if (auto* group = qobject_cast<QGroupBox*>(control->widget)) {
         group->setTitle(text);
+    } else if (control->kind == ControlKind::customView) {
+        control->widget->setAccessibleName(text);
     } else if (!setText(control->widget, text)) {
         return errDataNotSupported;
     }
@@ -175,6 +177,8 @@ OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title) {
         text = withoutMnemonic(button->text());
     } else if (const auto* group = qobject_cast<const QGroupBox*>(control->widget)) {
         text = withoutMnemonic(group->title());
+    } else if (control->kind == ControlKind::customView) {
+        text = control->widget->accessibleName();
     } else {
         text = textOf(control->widget).value_or(QString());
     }

@@ -11,7 +11,6 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 #include <algorithm>
-#include <cstdlib>
 
 ControlEditTextSelectionRec EditField::selection() const {
     if (hasSelectedText()) {
@@ -37,19 +36,7 @@ bool EditField::sendStepKey(const QKeyEvent& key) {
     if (control == nullptr || !steps || (key.modifiers() & ~Qt::KeypadModifier)) {
         return false;
     }
-    const UniChar character = key.key() == Qt::Key_Up ? kUpArrowCharCode : kDownArrowCharCode;
-    return ScopedEvent(kEventClassKeyboard, kEventRawKeyDown)
-               .with(kEventParamDirectObject, typeControlRef, ControlRef(control))
-               .with(kEventParamKeyUnicodes, typeUnicodeText, character)
-               .sendTo(control) == noErr;
-}
-
-bool EditField::sendNotch(SInt32 notch) {
-    OpaqueControlRef* control = OpaqueControlRef::of(this);
-    return control != nullptr && ScopedEvent(kEventClassMouse, kEventMouseWheelMoved)
-                                         .with(kEventParamDirectObject, typeControlRef, ControlRef(control))
-                                         .with(kEventParamMouseWheelDelta, typeSInt32, notch)
-                                         .sendTo(control) == noErr;
+    return sendKey(control, key.key() == Qt::Key_Up ? kUpArrowCharCode : kDownArrowCharCode);
 }
 
 void EditField::sendFocus(ControlPartCode part, Qt::FocusReason reason) {
@@ -158,7 +145,7 @@ void EditField::contextMenuEvent(QContextMenuEvent* event) {
 
 void EditField::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    wheelRest_ = 0;
+    wheel_.forget();
     sendFocus(kControlEditTextPart, event->reason());
 }
 
@@ -172,15 +159,5 @@ void EditField::wheelEvent(QWheelEvent* event) {
         event->ignore();
         return;
     }
-    // Fine wheels send parts of a notch.
-    constexpr int kNotch = QWheelEvent::DefaultDeltasPerStep;
-    wheelRest_ += event->angleDelta().y();
-    const QPointer<QWidget> alive(this);
-    bool taken = true;
-    while (alive && taken && std::abs(wheelRest_) >= kNotch) {
-        const SInt32 notch = wheelRest_ > 0 ? 1 : -1;
-        wheelRest_ -= notch * kNotch;
-        taken = sendNotch(notch);
-    }
-    event->setAccepted(taken);
+    event->setAccepted(wheel_.turn(OpaqueControlRef::of(this), *event));
 }

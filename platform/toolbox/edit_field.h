@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/toolbox/text_entry.h"
+#include "platform/toolbox/user_input.h"
 
 #include <QLineEdit>
 
@@ -30,8 +31,7 @@ private:
     void showComposition(QInputMethodEvent& event) override { QLineEdit::inputMethodEvent(&event); }
     /// Tells the handlers; false when none of them took it.
     bool sendStepKey(const QKeyEvent& key);
-    bool sendNotch(SInt32 notch);
     void sendFocus(ControlPartCode part, Qt::FocusReason reason);
 
-    int wheelRest_ = 0;  // what has been turned of the next notch
+    WheelNotches wheel_;
 };

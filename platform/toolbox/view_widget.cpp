@@ -10,6 +10,35 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
+#include <QWheelEvent>
+#include <algorithm>
+#include <array>
+
+namespace {
+
+struct KeyRow {
+    Qt::Key key;
+    UniChar character;
+};
+constexpr std::array kMovingKeys{
+    // key, character
+    KeyRow{Qt::Key_Left, kLeftArrowCharCode}, KeyRow{Qt::Key_Right, kRightArrowCharCode},
+    KeyRow{Qt::Key_Up, kUpArrowCharCode},     KeyRow{Qt::Key_Down, kDownArrowCharCode},
+    KeyRow{Qt::Key_PageUp, kPageUpCharCode},  KeyRow{Qt::Key_PageDown, kPageDownCharCode},
+    KeyRow{Qt::Key_Home, kHomeCharCode},      KeyRow{Qt::Key_End, kEndCharCode},
+};
+
+bool takesKeys(const OpaqueControlRef& control) {
+    return control.hasHandlerFor(kEventClassKeyboard, kEventRawKeyDown);
+}
+
+bool sendMovingKey(OpaqueControlRef* control, const QKeyEvent& key) {
+    const auto* const row = std::ranges::find(kMovingKeys, key.key(), &KeyRow::key);
+    return row != kMovingKeys.end() && !(key.modifiers() & ~Qt::KeypadModifier) && takesKeys(*control) &&
+           sendKey(control, row->character);
+}
+
+}  // namespace
 
 bool drawControl(ControlRef control, QPainter& painter) {
     if (!control->viewClass && !control->hasHandlerFor(kEventClassControl, kEventControlDraw)) {
@@ -75,6 +104,9 @@ void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
 void ViewWidget::keyPressEvent(QKeyEvent* event) {
     const bool presses = isReturn(*event) || (event->key() == Qt::Key_Space && event->modifiers() == Qt::NoModifier);
     OpaqueControlRef* control = OpaqueControlRef::of(this);
+    if (control && sendMovingKey(control, *event)) {
+        return;
+    }
     if (control && presses && !event->isAutoRepeat() && focusPolicy() != Qt::NoFocus &&
         isHot(QRectF(rect()).center())) {
         control->userHit();
@@ -83,9 +115,15 @@ void ViewWidget::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+void ViewWidget::wheelEvent(QWheelEvent* event) {
+    OpaqueControlRef* control = OpaqueControlRef::of(this);
+    const bool isHeard = control && control->hasHandlerFor(kEventClassMouse, kEventMouseWheelMoved);
+    event->setAccepted(isHeard && wheel_.turn(control, *event));
+}
+
 void ViewWidget::showEvent(QShowEvent* event) {
     const OpaqueControlRef* control = OpaqueControlRef::of(this);
     const bool pressable = control && (control->command != 0 || control->viewClass);
-    setFocusPolicy(pressable ? Qt::TabFocus : Qt::NoFocus);
+    setFocusPolicy(control && takesKeys(*control) ? Qt::StrongFocus : pressable ? Qt::TabFocus : Qt::NoFocus);
     QWidget::showEvent(event);
 }

@@ -1,6 +1,8 @@
 // The widget behind user panes and custom views.
 #pragma once
 
+#include "platform/toolbox/user_input.h"
+
 #include <QWidget>
 
 class ViewWidget final : public QWidget {
@@ -12,6 +14,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
@@ -19,4 +22,5 @@ private:
     bool isHot(QPointF place) const;
 
     bool pressed_ = false;
+    WheelNotches wheel_;
 };
