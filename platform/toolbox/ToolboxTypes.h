@@ -23,12 +23,13 @@ struct HIPoint {
     double x;
     double y;
 };
+struct HISize {
+    double width;
+    double height;
+};
 struct HIRect {
     HIPoint origin;
-    struct {
-        double width;
-        double height;
-    } size;
+    HISize size;
 };
 
 inline constexpr OSStatus controlHandleInvalidErr = -30599;

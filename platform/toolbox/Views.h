@@ -24,6 +24,10 @@ OSStatus HIObjectRegisterSubclass(CFStringRef classID, CFStringRef baseClassID, 
 using CGImageRef = struct OpaqueCGImageRef*;
 /// A new picture from a file; "name@2x.type" beside it is used on dense screens. Null when it cannot be read.
 CGImageRef CGImageCreateWithURL(CFURLRef url);
+/// A new picture of pixels, which are copied: rows from the top, each pixel 0xAARRGGBB with its colors multiplied by
+/// its alpha. A pixel counts as a point. Null without pixels. The platform's call takes a provider of bytes and what
+/// they mean.
+CGImageRef CGImageCreate(ByteCount width, ByteCount height, const UInt32* pixels);
 void CGImageRelease(CGImageRef image);
 /// Natural size in points.
 ByteCount CGImageGetWidth(CGImageRef image);

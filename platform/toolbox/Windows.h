@@ -41,8 +41,16 @@ OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
 OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title);
 /// The content's rectangle on the screen.
 OSStatus GetWindowContentBounds(WindowRef window, Rect* bounds);
-/// Moves and sizes the window; a rectangle that lies off the screen is moved onto it.
+/// Moves and sizes the window; a rectangle that lies off the screen is moved onto it. A window that fills its screen
+/// goes on doing so.
 OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds);
+/// The smallest content that has room for all controls that are shown; the platform's call tells the largest, too.
+OSStatus GetWindowResizeLimits(WindowRef window, HISize* smallest);
+/// Where the content of a window has room on the window's screen; the platform's call takes a display. A screen that
+/// nobody sees has room for all.
+OSStatus GetAvailableWindowPositioningBounds(WindowRef window, Rect* bounds);
+/// How many pixels of the screen a point of the window has; the platform's call tells a mode, too. 1 for none.
+double HIWindowGetScaleFactor(WindowRef window);
 
 // The buttons that Return and Escape press; errUnknownControl when the window has none. A nib names them by the
 // commands 'ok  ' and 'not!'. While another button has the focus, Return presses that one.
@@ -57,7 +65,7 @@ OSStatus RunAppModalLoopForWindow(WindowRef window);
 /// presses its cancel button, or sends the command 'not!' when it has none; when nobody ends the loop then, it ends.
 OSStatus QuitAppModalLoopForWindow(WindowRef window);
 
-// ---- Timers
+// ---- Timers, and what else the event loop waits for
 
 using EventLoopTimerRef = struct OpaqueEventLoopTimer*;
 using EventLoopTimerUPP = void (*)(EventLoopTimerRef timer, void* userData);
@@ -68,3 +76,10 @@ OSStatus InstallEventLoopTimer(double delay, double interval, EventLoopTimerUPP 
 /// is open.
 OSStatus InstallEventLoopIdleTimer(double delay, EventLoopTimerUPP routine, void* userData, EventLoopTimerRef* timer);
 OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer);
+
+using EventLoopDescriptorRef = struct OpaqueEventLoopDescriptor*;
+using EventLoopDescriptorUPP = void (*)(int descriptor, void* userData);
+/// Calls the routine again and again while the descriptor, which must stay open, has something to read.
+OSStatus InstallEventLoopDescriptor(int descriptor, EventLoopDescriptorUPP routine, void* userData,
+                                    EventLoopDescriptorRef* watch);
+OSStatus RemoveEventLoopDescriptor(EventLoopDescriptorRef watch);

@@ -52,6 +52,15 @@ CGImageRef CGImageCreateWithURL(CFURLRef url) {
     return new OpaqueCGImageRef(image, dense);
 }
 
+CGImageRef CGImageCreate(ByteCount width, ByteCount height, const UInt32* pixels) {
+    if (width == 0 || height == 0 || pixels == nullptr) {
+        return nullptr;
+    }
+    const QImage lent(reinterpret_cast<const uchar*>(pixels), static_cast<int>(width), static_cast<int>(height),
+                      QImage::Format_ARGB32_Premultiplied);
+    return new OpaqueCGImageRef(lent.copy(), {});
+}
+
 void CGImageRelease(CGImageRef image) {
     delete image;
 }

@@ -20,16 +20,6 @@ constexpr int kFrame = 2;         // what a window manager puts beside a window
 constexpr int kTitleBar = 36;     // and above it
 constexpr int kNarrowMargin = 6;  // around a window that has no room to give away
 
-/// Qt's offscreen platform has a screen that nobody sees, and that is smaller than most, unless somebody describes one.
-bool isScreenSeen() {
-    return QGuiApplication::platformName() != QLatin1String("offscreen") ||
-           qgetenv("QT_QPA_PLATFORM").contains("configfile");
-}
-
-QSize roomFor(const QWidget* window) {
-    return window->screen()->availableGeometry().size() - QSize(2 * kFrame, kTitleBar + kFrame);
-}
-
 bool fits(const QSize& size, const QSize& room) {
     return size.width() <= room.width() && size.height() <= room.height();
 }
@@ -89,7 +79,7 @@ void makeScrolling(QWidget* window, QBoxLayout* rows) {
 /// No larger than its screen.
 void fit(QWidget* window) {
     auto* const rows = qobject_cast<QVBoxLayout*>(window->layout());
-    const QSize room = roomFor(window);
+    const QSize room = roomOnScreen(window).size();
     QSize wanted = window->testAttribute(Qt::WA_Resized) ? window->size() : window->sizeHint();
     if (rows == nullptr || fits(wanted, room)) {
         return;
@@ -115,6 +105,17 @@ void centerOver(QWidget* window, const QWidget* parent) {
 }
 
 }  // namespace
+
+bool isScreenSeen() {
+    return QGuiApplication::platformName() != QLatin1String("offscreen") ||
+           qgetenv("QT_QPA_PLATFORM").contains("configfile");
+}
+
+QRect roomOnScreen(const QWidget* window) {
+    constexpr int kEndless = 30000;
+    return isScreenSeen() ? window->screen()->availableGeometry().adjusted(kFrame, kTitleBar, -kFrame, -kFrame)
+                          : QRect(0, 0, kEndless, kEndless);
+}
 
 void placeOnScreen(QWidget* window, const QWidget* parent) {
     if (parent != nullptr) {

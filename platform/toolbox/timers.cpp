@@ -1,9 +1,10 @@
-// Timers of the event loop.
+// Timers of the event loop, and descriptors that it waits for.
 
 #include "platform/toolbox/Windows.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QSocketNotifier>
 #include <QTimer>
 #include <chrono>
 #include <memory>
@@ -97,5 +98,31 @@ OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer) {
     // Its routine may be running: the record goes when that has returned.
     QMetaObject::invokeMethod(
         &timer->timer, [timer] { delete timer; }, Qt::QueuedConnection);
+    return noErr;
+}
+
+struct OpaqueEventLoopDescriptor {
+    QSocketNotifier notifier;
+};
+
+OSStatus InstallEventLoopDescriptor(int descriptor, EventLoopDescriptorUPP routine, void* userData,
+                                    EventLoopDescriptorRef* watch) {
+    if (descriptor < 0 || routine == nullptr || watch == nullptr) {
+        return paramErr;
+    }
+    *watch = new OpaqueEventLoopDescriptor{QSocketNotifier(descriptor, QSocketNotifier::Read)};
+    QObject::connect(&(*watch)->notifier, &QSocketNotifier::activated, &(*watch)->notifier,
+                     [descriptor, routine, userData] { routine(descriptor, userData); });
+    return noErr;
+}
+
+OSStatus RemoveEventLoopDescriptor(EventLoopDescriptorRef watch) {
+    if (watch == nullptr) {
+        return paramErr;
+    }
+    watch->notifier.setEnabled(false);
+    // As with timers: its routine may be running.
+    QMetaObject::invokeMethod(
+        &watch->notifier, [watch] { delete watch; }, Qt::QueuedConnection);
     return noErr;
 }

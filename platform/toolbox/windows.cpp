@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
+#include <QLayout>
 #include <QPushButton>
 #include <QScreen>
 #include <QToolButton>
@@ -41,7 +42,9 @@ void bringToEnd(OpaqueWindowRef* window) {
 QRect movedOntoScreen(QRect rect) {
     const QScreen* screen = QGuiApplication::screenAt(rect.center());
     const QRect place = (screen != nullptr ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    rect.setSize(rect.size().boundedTo(place.size()));
+    if (isScreenSeen()) {
+        rect.setSize(rect.size().boundedTo(place.size()));
+    }
     rect.moveLeft(std::max(place.left(), std::min(rect.left(), place.right() + 1 - rect.width())));
     rect.moveTop(std::max(place.top(), std::min(rect.top(), place.bottom() + 1 - rect.height())));
     return rect;
@@ -259,9 +262,40 @@ OSStatus SetWindowContentBounds(WindowRef window, const Rect* bounds) {
     if (!IsValidWindowPtr(window) || bounds == nullptr) {
         return errInvalidWindowRef;
     }
+    QWidget* const widget = window->widget;
+    if (widget->isMaximized() || widget->isFullScreen()) {
+        return noErr;
+    }
     const QRect wanted(bounds->left, bounds->top, bounds->right - bounds->left, bounds->bottom - bounds->top);
-    window->widget->setGeometry(movedOntoScreen(wanted));
+    if (QLayout* const layout = widget->layout()) {
+        layout->activate();  // controls that have been hidden hold it no wider
+    }
+    widget->setGeometry(movedOntoScreen(wanted));
     return noErr;
+}
+
+OSStatus GetWindowResizeLimits(WindowRef window, HISize* smallest) {
+    if (!IsValidWindowPtr(window) || smallest == nullptr) {
+        return errInvalidWindowRef;
+    }
+    const QLayout* const layout = window->widget->layout();
+    const QSize least = layout != nullptr ? layout->totalMinimumSize() : window->widget->minimumSize();
+    *smallest = {static_cast<double>(least.width()), static_cast<double>(least.height())};
+    return noErr;
+}
+
+OSStatus GetAvailableWindowPositioningBounds(WindowRef window, Rect* bounds) {
+    if (!IsValidWindowPtr(window) || bounds == nullptr) {
+        return errInvalidWindowRef;
+    }
+    const QRect room = roomOnScreen(window->widget);
+    *bounds = {static_cast<SInt16>(room.y()), static_cast<SInt16>(room.x()),
+               static_cast<SInt16>(room.y() + room.height()), static_cast<SInt16>(room.x() + room.width())};
+    return noErr;
+}
+
+double HIWindowGetScaleFactor(WindowRef window) {
+    return IsValidWindowPtr(window) ? window->widget->devicePixelRatioF() : 1;
 }
 
 OSStatus GetWindowDefaultButton(WindowRef window, ControlRef* button) {

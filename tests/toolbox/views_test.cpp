@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 #include <QWindow>
 #include <span>
 
@@ -97,6 +98,19 @@ TEST_F(PicturesTest, AreDrawnPixelByPixelAndSharpOnDenseScreens) {
     CGImageRelease(picture);
     picture = CGImageCreateWithURL(urlOf(bundle.contents() / "Resources/a.b.png").get());
     EXPECT_GT(drawn(2, draw).pixelColor(6, 1).red(), 100) << "the one picture there is, at twice its size";
+}
+
+TEST_F(PicturesTest, CanBeMadeOfPixels) {
+    const std::vector<UInt32> pixels{0xFFFF0000, 0xFF00FF00, 0xFF0000FF, 0x00000000};
+    CGImageRelease(picture);
+    picture = CGImageCreate(2, 2, pixels.data());
+    const HIRect corner{{0, 0}, {1, 1}};
+    const QImage screen =
+        drawn(2, [&](auto, auto) { return HIViewDrawCGImage(HIViewGetDrawContext(control(1)), &corner, picture); });
+    EXPECT_EQ(screen.pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_EQ(screen.pixelColor(1, 0), QColor(Qt::green));
+    EXPECT_EQ(screen.pixelColor(0, 1), QColor(Qt::blue));
+    EXPECT_EQ(screen.pixelColor(1, 1), QColor(Qt::yellow)) << "clear";
 }
 
 TEST_F(PicturesTest, ErasingUncoversWhatLiesBehindTheView) {
@@ -191,6 +205,52 @@ protected:
 
     ViewLog* log = nullptr;
 };
+
+TEST_F(NibWindowTest, PanesHearKeysAndTheWheelAndNumbersReturn) {
+    open(widget("QPushButton", 1, property("command", "string", "ok  ")) + widget("QLineEdit", 2) +
+         widget("QWidget", 3, property("kind", "string", "customView")) + widget("QSpinBox", 4));
+    std::vector<int> heard;
+    const auto listen = [&](EventHandlerCallRef, EventRef event) {
+        UniChar key = 0;
+        SInt32 notch = 0;
+        GetEventParameter(event, kEventParamKeyUnicodes, typeUnicodeText, nullptr, sizeof key, nullptr, &key);
+        GetEventParameter(event, kEventParamMouseWheelDelta, typeSInt32, nullptr, sizeof notch, nullptr, &notch);
+        heard.push_back(key + notch);
+        return noErr;
+    };
+    const TestHandler keys(GetControlEventTarget(control(3)), kEventClassKeyboard, kEventRawKeyDown, listen);
+    const TestHandler wheel(GetControlEventTarget(control(3)), kEventClassMouse, kEventMouseWheelMoved, listen);
+    const TestHandler number(GetControlEventTarget(control(4)), kEventClassKeyboard, kEventRawKeyDown, listen);
+    int pressed = 0;
+    const TestHandler button(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
+                             [&](auto, auto) { return ++pressed, noErr; });
+    ShowWindow(window);
+    SetKeyboardFocus(window, control(2));
+    const auto turn = [&](int angle) {
+        QWheelEvent event(QPointF(1, 1), QPointF(1, 1), {}, {0, angle}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(control(3)->widget, &event);
+    };
+    turn(-60);
+    turn(-60);
+    EXPECT_EQ(heard, std::vector{-1}) << "two halves of a notch, without the focus";
+    heard.clear();
+    sendMouse(window, QEvent::MouseButtonPress, control(3)->widget->geometry().center());
+    ControlRef focused = nullptr;
+    GetKeyboardFocus(window, &focused);
+    EXPECT_EQ(focused, control(3));
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_PageDown, Qt::Key_End, Qt::Key_A}) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(control(3)->widget, &event);
+    }
+    EXPECT_EQ(heard, (std::vector<int>{kLeftArrowCharCode, kPageDownCharCode, kEndCharCode}));
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(control(4)->widget, &event);
+    EXPECT_EQ(heard.back(), kReturnCharCode);
+    EXPECT_EQ(pressed, 0);
+    EXPECT_EQ(SetControlTitleWithCFString(control(3), CFSTR("Sheet 1")), noErr);
+    EXPECT_EQ(control(3)->widget->accessibleName(), QStringLiteral("Sheet 1"));
+}
 
 TEST_F(CustomViewTest, LivesAndDrawsAsItsClassWants) {
     EXPECT_EQ(log->views, 1);
