@@ -2,10 +2,13 @@
 
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
 #include "platform/printing/text.h"
+#include "watermark/preference_files.h"
 #include "watermark/watermark_storage.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace {
@@ -39,10 +42,14 @@ std::string readFont(CFStringRef store, const char* name) {
             static_cast<std::size_t>(CFDataGetLength(data.get()))};
 }
 
+CFStringRef fileOf(MarkStore kept) {
+    return kept == MarkStore::watermarks ? kWatermarkStore : kFaxImageStore;
+}
+
 }  // namespace
 
 std::optional<StoredMark> readStoredMark(MarkStore kept, const std::string& name, std::string* reason) {
-    const CFStringRef store = kept == MarkStore::watermarks ? kWatermarkStore : kFaxImageStore;
+    const CFStringRef store = fileOf(kept);
     WatermarkRecord record = usualRecord();
     if (!loadWatermarkData(store, makeString(name).get(), &record)) {
         *reason = "is not stored";
@@ -64,4 +71,13 @@ std::optional<StoredMark> readStoredMark(MarkStore kept, const std::string& name
         mark.font = readFont(store, record.fontName);
     }
     return mark;
+}
+
+std::optional<FileStamp> stampOfStore(MarkStore store) {
+    const auto url = CFRef<CFURLRef>::adopt(CopyPreferenceFileURL(fileOf(store)));
+    std::array<UInt8, 4096> path{};
+    if (!CFURLGetFileSystemRepresentation(url.get(), true, path.data(), static_cast<CFIndex>(path.size()))) {
+        return std::nullopt;
+    }
+    return stampOf(reinterpret_cast<const char*>(path.data()));
 }

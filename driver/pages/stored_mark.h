@@ -1,6 +1,8 @@
 // A watermark or an image that the user keeps, with all that is needed to draw it.
 #pragma once
 
+#include "platform/files/file_stamp.h"
+
 #include <optional>
 #include <string>
 
@@ -29,3 +31,6 @@ enum class MarkStore { watermarks, faxPictures };
 
 /// The one of that name; nothing, with the reason, when there is none.
 std::optional<StoredMark> readStoredMark(MarkStore store, const std::string& name, std::string* reason);
+
+/// Another one when the store has been written since; nothing when there is none.
+std::optional<FileStamp> stampOfStore(MarkStore store);

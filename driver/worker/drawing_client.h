@@ -27,6 +27,7 @@ enum class PageFault : std::uint8_t {
     takesTooMuchMemory,
     isDamaged,  // it, or its document; or there is no such page
     needsPassword,
+    isGone,         // its document's file is not there any more; for who opens documents to say
     cannotBeDrawn,  // by no fault of the document's: the program cannot be started, or was ended
 };
 

@@ -20,6 +20,8 @@ struct PagePicture {
     std::shared_ptr<const Pixels> pixels;  // null while there is none
     bool isAsWished = false;               // else it is of another size, for as long as there is no better one
     PageFault fault = PageFault::none;
+
+    bool operator==(const PagePicture&) const = default;
 };
 
 class PageDrawer {

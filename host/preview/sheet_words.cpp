@@ -3,6 +3,7 @@
 #include "host/preview/sheet_picture.h"
 #include "host/script/text.h"
 #include "host/settings/setting_words.h"
+#include "host/settings/summary.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
@@ -40,6 +41,7 @@ constexpr std::array kFaults{
     FaultRow{PageFault::takesTooMuchMemory, "Preview Fault Memory"},
     FaultRow{PageFault::isDamaged, "Preview Fault Damage"},
     FaultRow{PageFault::needsPassword, "Preview Fault Password"},
+    FaultRow{PageFault::isGone, "Preview Fault Gone"},
     FaultRow{PageFault::cannotBeDrawn, "Preview Fault Program"},
 };
 
@@ -76,16 +78,18 @@ std::string contentWords(const JobSheets& job, const Sheet& sheet, bool isSide2,
     return kind.empty() || content.empty() ? kind + content : text(texts, "Preview List", {kind, content});
 }
 
-/// Paper of the usual type needs no word for it.
-std::string paperWords(const Paper& paper, const PrintSession& session, CFBundleRef texts) {
+/// Paper of the usual type needs no word for it, nor what is as it is with `other` paper.
+std::string paperWords(const Paper& paper, const Paper& other, const PrintSession& session, CFBundleRef texts) {
     const auto& options = session.usual().options;
     const auto type = std::ranges::find(options, "MediaType", [](const auto& option) { return option.first; });
     const std::string usual = type == options.end() ? std::string() : type->second;
     std::string all;
-    for (const auto& [keyword, option] :
-         {std::pair{"MediaColor", &paper.color}, {"PageSize", &paper.size}, {"MediaType", &paper.type}}) {
-        const bool isUsual = keyword == std::string_view("MediaType") && (*option == kPlainType || *option == usual);
-        const auto words = option->empty() || isUsual ? std::nullopt : settingWords(session, texts, keyword, *option);
+    for (const auto& [keyword, part] :
+         {std::pair{"MediaColor", &Paper::color}, {"PageSize", &Paper::size}, {"MediaType", &Paper::type}}) {
+        const std::string& option = paper.*part;
+        const bool isUsual = keyword == std::string_view("MediaType") && (option == kPlainType || option == usual);
+        const bool isTold = !option.empty() && !isUsual && option != other.*part;
+        const auto words = isTold ? settingWords(session, texts, keyword, option) : std::nullopt;
         if (words) {
             all = all.empty() ? words->choice : text(texts, "Preview List", {all, words->choice});
         }
@@ -101,8 +105,51 @@ std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, co
     const std::string side = text(
         texts, isSide2 ? "Preview Back" : "Preview Front",
         {std::to_string(sheet + 1), std::to_string(job.plan.sheets.size()), contentWords(job, shown, isSide2, texts)});
-    const std::string paper = paperWords(job.plan.papers[shown.paper], session, texts);
+    const std::string paper = paperWords(job.plan.papers[shown.paper], {}, session, texts);
     return paper.empty() ? side : text(texts, "Preview Paper", {side, paper});
+}
+
+std::string stackWords(const JobSheets& job, const PrintSession& session, CFBundleRef texts) {
+    constexpr std::size_t kMostPapers = 3;  // one by one
+    const SheetPlan& plan = job.plan;
+    if (plan.sheets.empty()) {
+        return {};
+    }
+    if (session.instructions().kind == JobKind::fax) {
+        const std::size_t pages = plan.sheets.size();
+        return pages == 1 ? text(texts, "Preview Fax of Page")
+                          : text(texts, "Preview Fax of Pages", {std::to_string(pages)});
+    }
+    std::vector<std::size_t> counts(plan.papers.size());
+    for (const Sheet& sheet : plan.sheets) {
+        ++counts[sheet.paper];
+    }
+    std::string all = pagesOnSheets(plan, texts);
+    std::size_t told = 0;
+    std::size_t rest = 0;
+    for (std::size_t i = 1; i < counts.size(); ++i) {
+        const std::string words = paperWords(plan.papers[i], plan.papers.front(), session, texts);
+        if (counts[i] == 0) {
+            continue;
+        }
+        if (words.empty() || told == kMostPapers) {
+            rest += counts[i];
+            continue;
+        }
+        all = text(texts, told++ == 0 ? "Preview Other Paper" : "Preview More Paper",
+                   {all, std::to_string(counts[i]), words});
+    }
+    if (rest > 0) {
+        all = text(texts, "Preview Rest of Papers", {all, std::to_string(rest)});
+    }
+    return ofCopies(all, plan.copies, texts);
+}
+
+std::string sideWords(const JobSheets& job, std::size_t sheet, bool isSide2, CFBundleRef texts) {
+    const char* const key = job.plan.sheets[sheet].sides == Sides::one ? "Preview Of"
+                            : isSide2                                  ? "Preview Of Back"
+                                                                       : "Preview Of Front";
+    return text(texts, key, {std::to_string(job.plan.sheets.size())});
 }
 
 std::string faultWords(const PictureNeed& need, PageFault fault, CFBundleRef texts) {

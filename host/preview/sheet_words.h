@@ -15,5 +15,12 @@ struct PictureNeed;
 std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, const PrintSession& session,
                        CFBundleRef texts);
 
+/// What lies in the output tray: "24 pages on 14 sheets, 3 of them Yellow". Paper other than the job's is told by what
+/// it has that the job's has not; a fax has pages only. Empty for a job without sheets.
+std::string stackWords(const JobSheets& job, const PrintSession& session, CFBundleRef texts);
+
+/// "of 14, back": what stands behind the number of the sheet.
+std::string sideWords(const JobSheets& job, std::size_t sheet, bool isSide2, CFBundleRef texts);
+
 /// Why a page cannot be shown, in a sentence.
 std::string faultWords(const PictureNeed& need, PageFault fault, CFBundleRef texts);

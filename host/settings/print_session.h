@@ -56,6 +56,8 @@ public:
     JobSettings copySettings() const;
     /// What they ask for. Lent: other instructions take their place with the next call.
     const JobInstructions& instructions() const;
+    /// Another number than before when the instructions, as they were when last asked for, are others.
+    std::uint64_t version() const { return reader_.version(); }
     /// The sheets that the instructions, as they were when last asked for, make of a document of so many pages. Lent
     /// like them; takes time that grows with the document when they, or the number, are others than the last time.
     const SheetPlan& plan(std::int64_t pageCount) const;

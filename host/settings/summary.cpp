@@ -337,18 +337,7 @@ private:
         if (job_.kind == JobKind::fax || plan.sheets.empty()) {
             return;
         }
-        const bool isPage = plan.pageCount == 1;
-        const bool isSheet = plan.sheets.size() == 1;
-        add(isPage && isSheet ? "Summary Page on Sheet"
-            : isPage          ? "Summary Page on Sheets"
-            : isSheet         ? "Summary Pages on Sheet"
-                              : "Summary Pages on Sheets",
-            {std::to_string(plan.pageCount), std::to_string(plan.sheets.size())});
-        if (job_.copies > 1) {
-            lines_.back() =
-                utf8(localized(texts_, CFSTR("Summary Sheets of Copies"), {lines_.back(), std::to_string(job_.copies)})
-                         .get());
-        }
+        lines_.push_back(ofCopies(pagesOnSheets(plan, texts_), job_.copies, texts_));
     }
 
     const PrintSession& session_;
@@ -364,4 +353,22 @@ private:
 
 std::vector<std::string> summarize(const PrintSession& session, std::int64_t pageCount, CFBundleRef texts) {
     return Summary(session, pageCount, texts).make();
+}
+
+std::string pagesOnSheets(const SheetPlan& plan, CFBundleRef texts) {
+    const bool isPage = plan.pageCount == 1;
+    const bool isSheet = plan.sheets.size() == 1;
+    const char* const key = isPage && isSheet ? "Summary Page on Sheet"
+                            : isPage          ? "Summary Page on Sheets"
+                            : isSheet         ? "Summary Pages on Sheet"
+                                              : "Summary Pages on Sheets";
+    return utf8(localized(texts, CFStringMakeConstant(key),
+                          {std::to_string(plan.pageCount), std::to_string(plan.sheets.size())})
+                    .get());
+}
+
+std::string ofCopies(const std::string& sheets, int copies, CFBundleRef texts) {
+    return copies <= 1
+               ? sheets
+               : utf8(localized(texts, CFSTR("Summary Sheets of Copies"), {sheets, std::to_string(copies)}).get());
 }

@@ -4,6 +4,7 @@
 #include "driver/pages/make_pages.h"
 #include "host/preview/page_sources.h"
 #include "host/preview/sheet_words.h"
+#include "host/preview/shown_side.h"
 #include "platform/files/pending_file.h"
 #include "platform/files/plain_file.h"
 #include "tests/host/settings_session.h"
@@ -208,4 +209,23 @@ TEST_F(SheetPreview, SaysWhatItShows) {
     EXPECT_EQ(words(0, false), "Sheet 1 of 2, front: pages 1 to 4; Letter (8.5 x 11 in)");
     EXPECT_EQ(words(0, true), "Sheet 1 of 2, back: page 5; Letter (8.5 x 11 in)");
     EXPECT_EQ(words(1, false), "Sheet 2 of 2, front: insert, blank; Yellow, Letter (8.5 x 11 in)");
+    EXPECT_EQ(sideWords(job, 0, true, bundle.get()), "of 2, back");
+    EXPECT_EQ(stackWords(job, *settings, bundle.get()), "5 pages on 2 sheets, 1 of them Yellow");
+}
+
+TEST_F(SheetPreview, IsTurnedOverSideBySideAndStaysAtItsPage) {
+    instructions.sides = Sides::longEdge;
+    instructions.inserts = {{2, 1, {.color = "Yellow"}}};
+    const SheetPlan before = plan().plan;  // pages 1 and 2, the insert, 3 and 4, 5
+    EXPECT_EQ(turned(before, {0, true}, 1), (ShownSide{1, false}));
+    EXPECT_EQ(turned(before, {2, false}, -1).sheet, 1u);
+    EXPECT_EQ(turned(before, {0, true}, -5), ShownSide());
+    EXPECT_EQ(turned(before, {}, 50), lastSide(before));
+
+    instructions.sides = Sides::one;
+    const SheetPlan after = plan().plan;
+    EXPECT_EQ(sideInstead(before, {2, true}, after), (ShownSide{4, false})) << "page 4";
+    EXPECT_EQ(sideInstead(after, {4, false}, before), (ShownSide{2, true}));
+    EXPECT_EQ(sideInstead(after, {2, false}, before), (ShownSide{2, false})) << "the insert has no page";
+    EXPECT_EQ(sideInstead(before, {2, true}, SheetPlan()), ShownSide());
 }
