@@ -170,7 +170,7 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
                 script::Runner::Options{line.script, kSecondsWithoutProgress,
                                         static_cast<int>(ExitStatus::scriptFailed)},
                 script::Stage{dialog.window(), line.shots, stdout, [&dialog] { dialog.settle(); }, nullptr,
-                              [&dialog] { return dialog.conflicts(); }},
+                              [&dialog] { return dialog.conflicts(); }, [&dialog] { dialog.finishPictures(); }},
                 [&dialog](bool failed) {
                     dialog.end({failed ? ExitStatus::scriptFailed : ExitStatus::cancelled, {}});
                 });
@@ -224,7 +224,8 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
     job.document = std::move(*opened);
     markStart("document");
     PrinterChoice choice = choiceOf(job.printer, line);
-    auto dialog = PrintDialog::make(bundle->get(), **plugin, {std::move(job), std::move(choice), line.isScripted()});
+    auto dialog = PrintDialog::make(bundle->get(), **plugin,
+                                    {std::move(job), std::move(choice), pageDrawerPath(), line.isScripted()});
     if (!dialog) {
         return fail(dialog.failure());
     }

@@ -38,6 +38,10 @@ std::string pageReaderPath() {
     return firstExisting({"../lib/tavro-pages", TAVRO_LIBRARY_PLACE "/tavro-pages"});
 }
 
+std::string pageDrawerPath() {
+    return firstExisting({"../lib/tavro-pictures", TAVRO_LIBRARY_PLACE "/tavro-pictures"});
+}
+
 std::string samplePPDPath() {
     return firstExisting({"../ppd/Tavro-ZR420.ppd", TAVRO_DATA_PLACE "/ppd/tavro/Tavro-ZR420.ppd"});
 }

@@ -9,5 +9,7 @@ std::string pluginPath();
 std::string hostBundlePath();
 /// The program that looks at documents (driver/worker).
 std::string pageReaderPath();
+/// The program that draws pages (driver/worker).
+std::string pageDrawerPath();
 /// The PPD of the sample printer.
 std::string samplePPDPath();

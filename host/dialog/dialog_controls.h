@@ -39,6 +39,17 @@ enum HostControl : SInt32 {
     kSummary = 70,  // text view
     kConflictText = 71,
     kConflictButton = 72,
+    // The column that shows what will come out.
+    kPreviewPlace = 80,
+    kPreviewSheet = 81,
+    kPreviewFirst = 82,
+    kPreviewBack = 83,
+    kPreviewNumber = 84,
+    kPreviewCount = 85,
+    kPreviewForward = 86,
+    kPreviewLast = 87,
+    kPreviewStack = 88,
+    kShowPreview = 89,
     // The dialog that asks for the name of a preset.
     kPresetName = 100,
     kPresetNameOK = 101,

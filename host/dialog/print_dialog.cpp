@@ -46,6 +46,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     dialog->makePresets();
     dialog->conflicts_.emplace(dialog->window_, bundle, first.document.pageCount, first.target.way);
+    dialog->preview_.emplace(dialog->window_, bundle, first.document, dialog->setup_.pageDrawer);
     dialog->printer_ = first.printer;
     dialog->installed_ = first.installedOptions;
     const auto start = dialog->startSession(first.settings);
@@ -109,6 +110,7 @@ void PrintDialog::makePresets() {
 
 PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     plugin_.stop(noErr);
+    preview_->forget();
     session_ = std::make_unique<PrintSession>(printer_, settings, installed_.get(), setup_.job.document.name);
     general_->show(*session_);
     conflicts_->forget();
@@ -124,6 +126,7 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     presets_->begin(*session_);
     showSummary();
     conflicts_->show(*session_);
+    preview_->show(*session_);
     return start;
 }
 
@@ -153,6 +156,9 @@ OSStatus PrintDialog::handleEvent(EventHandlerCallRef, EventRef event, void* sel
 OSStatus PrintDialog::handleHit(ControlRef control) {
     ControlID id{};
     GetControlID(control, &id);
+    if (id.signature == kHostSignature && preview_->handleHit(id.id)) {
+        return noErr;  // to look changes nothing
+    }
     if (control != panelSelector()) {
         presets_->touch();
     }
@@ -194,10 +200,16 @@ OSStatus PrintDialog::handleCommand(OSType command) {
 
 void PrintDialog::handleShown() {
     markStart("first-frame");
-    if (startIsMeasured()) {
+    if (startIsMeasured() && !firstPictureIsMeasured()) {
         end({ExitStatus::cancelled, {}});
         return;
     }
+    preview_->begin([this] {
+        markStart("first-picture");
+        if (startIsMeasured()) {
+            end({ExitStatus::cancelled, {}});
+        }
+    });
     presets_->refresh();
     sweepTemporaryFolder();
     if (auto shown = std::exchange(shown_, nullptr)) {
@@ -211,6 +223,13 @@ void PrintDialog::settle() {
         general_->takePages();
         presets_->settle(*session_, GetControl32BitValue(panelSelector()));
         showSummary();
+        preview_->show(*session_);
+    }
+}
+
+void PrintDialog::finishPictures() {
+    if (!outcome_ && FrontNonFloatingWindow() == window_) {
+        preview_->finish();
     }
 }
 
@@ -360,8 +379,14 @@ void PrintDialog::print(const JobTarget& target) {
 
 PrintDialog::Outcome PrintDialog::run(std::function<void()> shown) {
     shown_ = std::move(shown);
-    if (!setup_.scripted) {
-        restoreWindowPlace(window_);
+    if (setup_.scripted) {
+        preview_->arrange(true);
+    } else {
+        const WindowPlace place = rememberedPlace(window_);
+        preview_->arrange(place.hasPreview);
+        if (place.bounds) {
+            SetWindowContentBounds(window_, &*place.bounds);
+        }
     }
     RunAppModalLoopForWindow(window_);
     Outcome outcome = outcome_.value_or(Outcome{ExitStatus::cancelled, {}});
@@ -375,7 +400,7 @@ void PrintDialog::end(Outcome outcome) {
     }
     outcome_ = std::move(outcome);
     if (!setup_.scripted && !startIsMeasured()) {
-        rememberWindowPlace(window_);
+        rememberPlace(window_, preview_->isWanted());
     }
     HideWindow(window_);
     QuitAppModalLoopForWindow(window_);

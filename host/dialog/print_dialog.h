@@ -6,6 +6,7 @@
 #include "host/dialog/dialog_presets.h"
 #include "host/dialog/general_settings.h"
 #include "host/dialog/plugin_host.h"
+#include "host/dialog/preview_column.h"
 #include "host/dialog/printer_menu.h"
 #include "host/job/job_setup.h"
 #include "host/settings/print_session.h"
@@ -22,6 +23,7 @@ public:
     struct Setup {
         JobSetup job;
         PrinterChoice printerChoice;  // of the job's printer, which is shown first
+        std::string pageDrawer;       // the program that draws pages
         bool scripted = false;
     };
 
@@ -52,6 +54,8 @@ public:
 
     /// Brings what the window says about the settings up to date: done whenever the user pauses.
     void settle();
+    /// Waits for what the window still lacks: the preview's picture.
+    void finishPictures();
 
 private:
     PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup);
@@ -102,6 +106,7 @@ private:
     std::string summary_;               // as it is shown
     std::unique_ptr<PrintSession> session_;
     std::optional<ConflictLine> conflicts_;
+    std::optional<PreviewColumn> preview_;
     std::function<void()> shown_;
     EventLoopTimerRef pause_ = nullptr;
     std::optional<Outcome> outcome_;

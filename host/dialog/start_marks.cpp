@@ -3,10 +3,15 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 bool startIsMeasured() {
     static const bool measured = std::getenv("TAVRO_START_MARKS") != nullptr;
     return measured;
+}
+
+bool firstPictureIsMeasured() {
+    return startIsMeasured() && std::getenv("TAVRO_START_MARKS") == std::string_view("first-picture");
 }
 
 void markStart(const char* name) {

@@ -15,6 +15,7 @@ namespace {
 #define kTopKey CFSTR("PrintDialogTop")
 #define kWidthKey CFSTR("PrintDialogWidth")
 #define kHeightKey CFSTR("PrintDialogHeight")
+#define kPreviewKey CFSTR("PrintDialogPreview")
 
 CFRef<CFURLRef> preferencesFile(bool makeFolder) {
     FSRef folder{};
@@ -41,19 +42,20 @@ void setNumber(CFMutableDictionaryRef dictionary, CFStringRef key, SInt16 value)
 
 }  // namespace
 
-void restoreWindowPlace(WindowRef window) {
+WindowPlace rememberedPlace(WindowRef window) {
+    WindowPlace remembered;
     const auto file = preferencesFile(false);
     CFDataRef bytes = nullptr;
     SInt32 error = 0;
     if (!file || !CFURLCreateDataAndPropertiesFromResource(nullptr, file.get(), &bytes, nullptr, nullptr, &error)) {
-        return;
+        return remembered;
     }
     const auto data = CFRef<CFDataRef>::adopt(bytes);
     const auto root = CFRef<CFTypeRef>::adopt(
         CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, nullptr));
     Rect bounds{};
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID() || GetWindowContentBounds(window, &bounds) != noErr) {
-        return;
+        return remembered;
     }
     const auto* const place = static_cast<CFDictionaryRef>(root.get());
     const auto left = number(place, kLeftKey);
@@ -61,12 +63,13 @@ void restoreWindowPlace(WindowRef window) {
     if (left && top) {
         const int width = number(place, kWidthKey).value_or(bounds.right - bounds.left);
         const int height = number(place, kHeightKey).value_or(bounds.bottom - bounds.top);
-        const Rect remembered{*top, *left, static_cast<SInt16>(*top + height), static_cast<SInt16>(*left + width)};
-        SetWindowContentBounds(window, &remembered);
+        remembered.bounds = {*top, *left, static_cast<SInt16>(*top + height), static_cast<SInt16>(*left + width)};
     }
+    remembered.hasPreview = number(place, kPreviewKey) != 0;
+    return remembered;
 }
 
-void rememberWindowPlace(WindowRef window) {
+void rememberPlace(WindowRef window, bool hasPreview) {
     const auto file = preferencesFile(true);
     Rect bounds{};
     if (!file || GetWindowContentBounds(window, &bounds) != noErr) {
@@ -78,6 +81,7 @@ void rememberWindowPlace(WindowRef window) {
     setNumber(root.get(), kTopKey, bounds.top);
     setNumber(root.get(), kWidthKey, static_cast<SInt16>(bounds.right - bounds.left));
     setNumber(root.get(), kHeightKey, static_cast<SInt16>(bounds.bottom - bounds.top));
+    setNumber(root.get(), kPreviewKey, hasPreview ? 1 : 0);
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
     SInt32 error = 0;
     CFURLWriteDataAndPropertiesToResource(file.get(), data.get(), nullptr, &error);

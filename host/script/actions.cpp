@@ -194,6 +194,9 @@ public:
         if (front == nullptr) {
             return "no window is open";
         }
+        if (stage_.finish) {
+            stage_.finish();
+        }
         const std::filesystem::path folder = stage_.shotsFolder.empty() ? "." : stage_.shotsFolder;
         std::error_code error;
         std::filesystem::create_directories(folder, error);

@@ -69,6 +69,7 @@ std::string textOf(ControlRef control) {
         case ControlKind::checkBox:
         case ControlKind::radioButton:
         case ControlKind::groupBox:
+        case ControlKind::customView:
             CopyControlTitleAsCFString(control, &text);
             break;
         default:

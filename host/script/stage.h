@@ -23,6 +23,8 @@ struct Stage {
     std::function<std::optional<std::string>(const Own&)> perform;
     /// A sentence for each conflict between the settings, when the program knows of any.
     std::function<std::vector<std::string>()> conflicts = nullptr;
+    /// Waits until the front window shows all that it is going to show; called before a picture of it is taken.
+    std::function<void()> finish = nullptr;
 };
 
 /// The signature and number of a shell's panel selector, and the signature of its panels' panes, which are numbered as

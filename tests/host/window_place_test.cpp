@@ -5,10 +5,10 @@
 
 namespace {
 
-class WindowPlace : public NibWindowTest {
+class WindowPlaceTest : public NibWindowTest {
 protected:
-    WindowPlace() { setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1); }
-    ~WindowPlace() override { unsetenv("XDG_CONFIG_HOME"); }
+    WindowPlaceTest() { setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1); }
+    ~WindowPlaceTest() override { unsetenv("XDG_CONFIG_HOME"); }
 
     Rect bounds() const {
         Rect rect{};
@@ -27,24 +27,29 @@ protected:
 
 }  // namespace
 
-TEST_F(WindowPlace, IsTheOneOfTheLastTime) {
+TEST_F(WindowPlaceTest, IsTheOneOfTheLastTime) {
     open("");
     const Rect place{60, 80, 160, 280};
     SetWindowContentBounds(window, &place);
-    rememberWindowPlace(window);
+    rememberPlace(window, false);
     const Rect elsewhere{0, 0, 100, 200};
     SetWindowContentBounds(window, &elsewhere);
-    restoreWindowPlace(window);
-    EXPECT_EQ(bounds().left, 80);
-    EXPECT_EQ(bounds().top, 60);
+    const WindowPlace last = rememberedPlace(window);
+    EXPECT_FALSE(last.hasPreview);
+    ASSERT_TRUE(last.bounds);
+    EXPECT_EQ(last.bounds->left, 80);
+    EXPECT_EQ(last.bounds->top, 60);
 }
 
-TEST_F(WindowPlace, IsMovedBackFromAScreenThatIsGone) {
+TEST_F(WindowPlaceTest, IsMovedBackFromAScreenThatIsGone) {
     open("");
     const Rect place{0, 0, 100, 200};
     SetWindowContentBounds(window, &place);
     remember(30000, -20000);
-    restoreWindowPlace(window);
+    const WindowPlace last = rememberedPlace(window);
+    EXPECT_TRUE(last.hasPreview);
+    ASSERT_TRUE(last.bounds);
+    SetWindowContentBounds(window, &*last.bounds);
     EXPECT_GE(bounds().top, 0);
     EXPECT_LT(bounds().left, 10000);
     EXPECT_EQ(bounds().right - bounds().left, 200);
