@@ -17,7 +17,10 @@
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
+#include <array>
 #include <limits>
+
+#include <unistd.h>
 
 namespace {
 
@@ -156,6 +159,34 @@ TEST_F(AutomationTest, IdleTimersFireOncePerPause) {
     RemoveEventLoopTimer(timer);
     QTest::qWait(60);
     EXPECT_EQ(pauses, 2);
+}
+
+TEST_F(AutomationTest, DescriptorsAreHeardOfUntilTheyAreRemoved) {
+    struct Reader {
+        std::string text;
+        EventLoopDescriptorRef watch = nullptr;
+    } reader;
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    ASSERT_EQ(InstallEventLoopDescriptor(
+                  ends[0],
+                  [](int descriptor, void* data) {
+                      auto& heard = *static_cast<Reader*>(data);
+                      char letter = 0;
+                      EXPECT_EQ(read(descriptor, &letter, 1), 1);
+                      heard.text += letter;
+                      if (letter == '.') {
+                          RemoveEventLoopDescriptor(heard.watch);
+                      }
+                  },
+                  &reader, &reader.watch),
+              noErr);
+    EXPECT_EQ(write(ends[1], "ab.c", 4), 4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return reader.text.size() == 3; }));
+    QTest::qWait(20);
+    EXPECT_EQ(reader.text, "ab.");
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST_F(AutomationTest, ValuesChangeByClicksAndKeys) {
