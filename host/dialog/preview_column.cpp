@@ -110,14 +110,14 @@ void PreviewColumn::show(const PrintSession& session) {
     if (!drawer_ || !isShown()) {
         return;
     }
-    const SheetPlan before = isFilled() ? plan() : SheetPlan();
-    if (!job_.update(session)) {
+    const std::optional<SheetPlan> before = job_.update(session);
+    if (!before) {
         return;
     }
     setStaticText(control(kPreviewStack), cfString(stackWords(job_.sheets(), session, texts_)));
     SetControl32BitMaximum(control(kPreviewNumber),
                            static_cast<SInt32>(std::max<std::size_t>(plan().sheets.size(), 1)));
-    go(sideInstead(before, side_, plan()));
+    go(sideInstead(*before, side_, plan()));
 }
 
 void PreviewColumn::forget() {

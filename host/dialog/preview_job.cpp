@@ -13,25 +13,26 @@ std::shared_ptr<const std::vector<Size>> lentPages(const Document& document) {
 
 }  // namespace
 
-bool PreviewJob::update(const PrintSession& session) {
+std::optional<SheetPlan> PreviewJob::update(const PrintSession& session) {
     const bool isOtherFile = openDocument();
     const bool hasMark = sheets_.mark.has_value() || mark_.has_value() || fax_.has_value();
     const auto marks = hasMark ? stampOfStore(MarkStore::watermarks) : std::nullopt;
     const bool isOtherStore = hasMark && marks != marks_;
     if (version_ == session.version() && !isOtherFile && !isOtherStore) {
-        return false;
+        return std::nullopt;
     }
     if (isOtherStore) {
         mark_.reset();
         fax_.reset();
     }
     const JobInstructions& job = session.instructions();
+    SheetPlan before = std::move(sheets_.plan);
     sheets_ = planJobSheets(job, lentPages(document_), session.printer().get());
     version_ = session.version();
     drawMark();
     drawFaxCover(job);
     marks_ = mark_ || fax_ ? stampOfStore(MarkStore::watermarks) : std::nullopt;
-    return true;
+    return before;
 }
 
 /// True when the file is another one than before.

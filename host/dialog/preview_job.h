@@ -17,8 +17,8 @@ public:
 
     /// Makes the sheets anew when the session's instructions, the document's file or the watermark are others than the
     /// last time, and costs next to nothing otherwise. The instructions are those that the session was last asked for.
-    /// True when there is something new.
-    bool update(const PrintSession& session);
+    /// The plan of before when there is something new.
+    std::optional<SheetPlan> update(const PrintSession& session);
     /// Another session follows.
     void forget() { version_.reset(); }
 
