@@ -13,6 +13,10 @@
 // and singleStep, is two small buttons that step a value. A pop-up with the property "actsAtOnce" has items that do
 // more than set a value: neither the wheel nor keys go through them while its menu is closed. A text view's property
 // "lines" says how many lines it shows at least.
+//
+// A window or control with the property "keys", a list of texts such as "TFup Ctrl+PgDown", sends these commands itself
+// when the user presses the keys. A pop-up with the property "itemKeys", such as "Ctrl+", picks one of its first nine
+// items when the user presses that with a digit. Both work wherever the focus is in the window.
 
 using IBNibRef = struct OpaqueIBNibRef*;
 inline constexpr OSStatus kNibNotFoundErr = -10960;
@@ -53,7 +57,8 @@ OSStatus GetAvailableWindowPositioningBounds(WindowRef window, Rect* bounds);
 double HIWindowGetScaleFactor(WindowRef window);
 
 // The buttons that Return and Escape press; errUnknownControl when the window has none. A nib names them by the
-// commands 'ok  ' and 'not!'. While another button has the focus, Return presses that one.
+// commands 'ok  ' and 'not!'. While another button has the focus, Return presses that one. F1 sends the command 'Thlp'
+// to the window, as its Help button does.
 OSStatus GetWindowDefaultButton(WindowRef window, ControlRef* button);
 OSStatus GetWindowCancelButton(WindowRef window, ControlRef* button);
 

@@ -4,6 +4,7 @@
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/plain_labels.h"
+#include "platform/toolbox/return_key.h"
 #include "platform/toolbox/wheel.h"
 
 #include <QApplication>
@@ -70,6 +71,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     static QApplication* application = new QApplication(*argc, argv);
     application->setQuitOnLastWindowClosed(false);
     restrictWheelToFocus(application);
+    letReturnPressToolButtons(application);
     keepLabelsPlain(application);
     if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
         QApplication::setPalette(darkPalette());

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QShortcut>
 #include <QStyle>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -65,6 +66,7 @@ public:
         connect(browser_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
         connect(browser_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
         connect(browser_, &QTextBrowser::sourceChanged, this, [this] { setWindowTitle(browser_->documentTitle()); });
+        new QShortcut(QKeySequence::Cancel, this, this, &QWidget::close);
         back->setEnabled(false);
         forward->setEnabled(false);
 

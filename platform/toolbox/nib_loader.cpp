@@ -7,6 +7,7 @@
 #include "platform/toolbox/data_browser_view.h"
 #include "platform/toolbox/edit_field.h"
 #include "platform/toolbox/little_arrows.h"
+#include "platform/toolbox/nib_keys.h"
 #include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/number_box.h"
 #include "platform/toolbox/objects.h"
@@ -117,12 +118,7 @@ private:
 };
 
 OSType codeOf(const QVariant& property) {
-    const QByteArray text = property.toString().toLatin1();
-    OSType code = 0;
-    for (qsizetype i = 0; i < 4 && text.size() == 4; ++i) {
-        code = (code << 8) | static_cast<unsigned char>(text[i]);
-    }
-    return code;
+    return codeOf(property.toString());
 }
 
 ControlKind kindOf(const QWidget* widget) {
@@ -150,6 +146,7 @@ void makeControl(QWidget* widget) {
     if (control->kind == ControlKind::customView) {
         attachViewClass(control, widget->property("viewClass").toString());
     }
+    connectKeys(control);
 }
 
 /// Return presses the button that has the focus, else 'ok  '; buttons take the focus by Tab only, so that a click on
@@ -296,6 +293,6 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
         makeControl(widget);
     }
     nameByLabels(window);
-    new OpaqueControlRef(window, ControlKind::userPane);
+    connectKeys(new OpaqueControlRef(window, ControlKind::userPane));
     return window;
 }

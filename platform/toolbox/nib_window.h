@@ -3,8 +3,8 @@
 
 #include <QDialog>
 
-/// A dialog whose title bar and Escape key do not close it but tell its window object that the user wants that. Return
-/// presses the button that has the focus, of whatever kind, else the default button.
+/// A dialog whose title bar and Escape key do not close it but tell its window object that the user wants that, and
+/// whose help key sends the command 'Thlp'.
 class NibWindow final : public QDialog {
 public:
     explicit NibWindow(QWidget* parent = nullptr) : QDialog(parent) {}

@@ -169,6 +169,15 @@ void OpaqueControlRef::userText(const QString& text) {
         .sendTo(this);
 }
 
+OSType codeOf(const QString& text) {
+    const QByteArray letters = text.toLatin1();
+    OSType code = 0;
+    for (qsizetype i = 0; i < 4 && letters.size() == 4; ++i) {
+        code = (code << 8) | static_cast<unsigned char>(letters[i]);
+    }
+    return code;
+}
+
 QString toQString(CFStringRef string) {
     QString text(static_cast<qsizetype>(CFStringGetLength(string)), Qt::Uninitialized);
     if (!text.isEmpty()) {

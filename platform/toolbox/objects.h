@@ -224,6 +224,8 @@ struct OpaqueWindowRef final : QObject, OpaqueEventTargetRef {
     OSStatus handleByDefault(EventRef event) override;
     /// The user closes the window: presses its cancel button, or sends 'not!'.
     void userCloses();
+    /// The user asks for what no control stands for.
+    void sendCommand(OSType command);
 
     QWidget* const widget;
     std::vector<QEventLoop*> modalLoops;  // innermost last
@@ -241,4 +243,6 @@ ToolboxState& toolboxState();
 
 QString toQString(CFStringRef string);
 CFRef<CFStringRef> toCFString(const QString& string);
+/// The code of four characters; 0 for a text of another length.
+OSType codeOf(const QString& text);
 QString filePath(CFURLRef url);

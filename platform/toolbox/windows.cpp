@@ -5,7 +5,6 @@
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/nib_window.h"
 #include "platform/toolbox/objects.h"
-#include "platform/toolbox/return_key.h"
 #include "platform/toolbox/screen_fit.h"
 #include "platform/toolbox/tab_order.h"
 
@@ -13,15 +12,16 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QLayout>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
-#include <QToolButton>
 #include <algorithm>
 
 namespace {
 
 constexpr OSType kCommandOK = FourCharCode("ok  ");
 constexpr OSType kCommandCancel = FourCharCode("not!");
+constexpr OSType kCommandHelp = FourCharCode("Thlp");
 
 /// All windows that live, the one that was in front last at the end.
 std::vector<OpaqueWindowRef*>& livingWindows() {
@@ -82,10 +82,9 @@ void NibWindow::closeEvent(QCloseEvent* event) {
 }
 
 void NibWindow::keyPressEvent(QKeyEvent* event) {
-    // Push buttons do it by themselves.
-    auto* focused = qobject_cast<QToolButton*>(focusWidget());
-    if (focused != nullptr && isReturn(*event)) {
-        focused->click();
+    OpaqueWindowRef* window = OpaqueWindowRef::of(this);
+    if (window != nullptr && event->matches(QKeySequence::HelpContents)) {
+        window->sendCommand(kCommandHelp);
     } else {
         QDialog::keyPressEvent(event);
     }
@@ -162,8 +161,12 @@ void OpaqueWindowRef::userCloses() {
         }
         return;
     }
+    sendCommand(kCommandCancel);
+}
+
+void OpaqueWindowRef::sendCommand(OSType command) {
     ScopedEvent(kEventClassCommand, kEventCommandProcess)
-        .with(kEventParamDirectObject, typeHICommand, HICommand{0, kCommandCancel, nullptr, 0, nullptr})
+        .with(kEventParamDirectObject, typeHICommand, HICommand{0, command, nullptr, 0, nullptr})
         .sendTo(this);
 }
 

@@ -7,6 +7,7 @@
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <QApplication>
+#include <QTest>
 #include <QTextBrowser>
 #include <QTextDocument>
 #include <QTimer>
@@ -62,6 +63,9 @@ TEST_F(HelpTest, OneViewerShowsAnchorsAndPages) {
     EXPECT_EQ(first->window()->windowTitle(), QStringLiteral("Start"));
     first->backward();
     EXPECT_EQ(first->window()->windowTitle(), QStringLiteral("Page"));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(first->window()));
+    QTest::keyClick(first->window()->windowHandle(), Qt::Key_Escape);
+    EXPECT_EQ(browser(), nullptr);
 }
 
 TEST_F(HelpTest, NothingOutsideOfTheBookIsShown) {

@@ -90,6 +90,44 @@ TEST_F(WindowsTest, ReturnPressesTheFocusedButtonElseTheDefaultOneAndEscapeCance
     EXPECT_EQ(commands.size(), 6U);
 }
 
+TEST_F(WindowsTest, KeysOfTheNibWorkWhereverTheFocusIs) {
+    open(widget("QSpinBox", 1) +
+         widget("QWidget", 2,
+                "<property name=\"keys\" stdset=\"0\"><stringlist><string>next Ctrl+PgDown</string></stringlist>"
+                "</property>") +
+         widget("QComboBox", 3,
+                property("itemKeys", "string", "Ctrl+") + "<item>" + property("text", "string", "One") +
+                    "</item><item>" + property("text", "string", "Two") + "</item>"));
+    std::vector<std::string> commands;
+    const TestHandler handler(GetWindowEventTarget(window), kEventClassCommand, kEventCommandProcess,
+                              [&](auto, EventRef event) {
+                                  commands.push_back(FourCharCodeText(commandOf(event)));
+                                  return noErr;
+                              });
+    int hits = 0;
+    const TestHandler picked(GetControlEventTarget(control(3)), kEventClassControl, kEventControlHit, [&](auto, auto) {
+        ++hits;
+        return noErr;
+    });
+    later([&] {
+        control(1)->widget->setFocus();
+        QWindow* const handle = window->widget->windowHandle();
+        QTest::keyClick(handle, Qt::Key_PageDown, Qt::ControlModifier);
+        QTest::keyClick(handle, Qt::Key_F1);
+        for (const Qt::Key key : {Qt::Key_3, Qt::Key_2}) {
+            QTest::keyClick(handle, key, Qt::ControlModifier);
+        }
+        // What cannot be used takes no keys.
+        control(2)->widget->setEnabled(false);
+        QTest::keyClick(handle, Qt::Key_PageDown, Qt::ControlModifier);
+        QuitAppModalLoopForWindow(window);
+    });
+    RunAppModalLoopForWindow(window);
+    EXPECT_EQ(commands, (std::vector<std::string>{"next", "Thlp"}));
+    EXPECT_EQ(hits, 1) << "there is no third item";
+    EXPECT_EQ(GetControl32BitValue(control(3)), 2);
+}
+
 TEST_F(WindowsTest, ALoopThatNobodyEndsEndsWithEscape) {
     open(widget("QLineEdit", 3));
     int cancels = 0;
