@@ -4,16 +4,27 @@
 #include "platform/foundation/CFString.h"
 
 #include <cstdlib>
+#include <iterator>
 #include <new>
 #include <optional>
 
 namespace {
 
-constexpr const char* PanelInterfaces[] = {
-    "GetPaperOutputPanelInterface", "GetSpecialPagesPanelInterface", "GetImageOptionsPanelInterface",
-    "GetLayoutPanelInterface",      "GetWatermarkPanelInterface",    "GetAdvancedPanelInterface",
-    "GetAboutPanelInterface",
+struct BuiltInPanel {
+    const char* getter;
+    const char* helpPage;
 };
+constexpr BuiltInPanel kBuiltInPanels[] = {
+    // name of the getter               page of the help book
+    {"GetPaperOutputPanelInterface", "paper-output.html"},
+    {"GetSpecialPagesPanelInterface", "special-pages.html"},
+    {"GetImageOptionsPanelInterface", "image-options.html"},
+    {"GetLayoutPanelInterface", "layout.html"},
+    {"GetWatermarkPanelInterface", "watermark.html"},
+    {"GetAdvancedPanelInterface", "advanced.html"},
+    {"GetAboutPanelInterface", "about.html"},
+};
+static_assert(std::size(kBuiltInPanels) == 7);
 
 /// A copy of the panel's table. The object that the getter makes is of no further use and goes.
 std::optional<PDEInterfaceTable> CopyPanelTable(CFBundleRef bundle, const char* getterName) {
@@ -32,7 +43,7 @@ std::optional<PDEInterfaceTable> CopyPanelTable(CFBundleRef bundle, const char* 
     return table;
 }
 
-void LoadPanel(PDEShellContext* context, const PDEInterfaceTable& table) {
+void LoadPanel(PDEShellContext* context, const PDEInterfaceTable& table, const char* helpPage) {
     context->panels.reserve(context->panels.size() + 1);
     PMPDEContext panelContext = nullptr;
     OSType creator = 0;
@@ -44,9 +55,10 @@ void LoadPanel(PDEShellContext* context, const PDEInterfaceTable& table) {
         return;
     }
     const auto number = static_cast<SInt16>(context->panels.size() + 1);
-    context->panels.push_back(
-        {table, panelContext, CFRef<CFStringRef>::adopt(CFStringCreateCopy(kCFAllocatorDefault, title)),
-         CFRef<CFStringRef>::adopt(CFStringCreateCopy(kCFAllocatorDefault, kind)), nullptr, number});
+    context->panels.push_back({table, panelContext,
+                               CFRef<CFStringRef>::adopt(CFStringCreateCopy(kCFAllocatorDefault, title)),
+                               CFRef<CFStringRef>::adopt(CFStringCreateCopy(kCFAllocatorDefault, kind)),
+                               CFStringMakeConstant(helpPage), nullptr, number});
 }
 
 }  // namespace
@@ -54,9 +66,9 @@ void LoadPanel(PDEShellContext* context, const PDEInterfaceTable& table) {
 void LoadBuiltInPanels(PDEShellContext* context) {
     try {
         context->panels.reserve(10);
-        for (const char* getterName : PanelInterfaces) {
-            if (const auto table = CopyPanelTable(context->bundle.get(), getterName)) {
-                LoadPanel(context, *table);
+        for (const BuiltInPanel& panel : kBuiltInPanels) {
+            if (const auto table = CopyPanelTable(context->bundle.get(), panel.getter)) {
+                LoadPanel(context, *table, panel.helpPage);
             }
         }
     } catch (const std::bad_alloc&) {

@@ -26,8 +26,9 @@ struct PanelRecord {
     PMPDEContext context;
     CFRef<CFStringRef> title;
     CFRef<CFStringRef> kind;
-    ControlRef pane;  // ('TSgb', number); null before Initialize
-    SInt16 number;    // from 1, without gaps; kNoPanel for a record that is passed over
+    CFStringRef helpPage;  // of the help book; a constant
+    ControlRef pane;       // ('TSgb', number); null before Initialize
+    SInt16 number;         // from 1, without gaps; kNoPanel for a record that is passed over
 };
 inline constexpr SInt16 kNoPanel = -1;
 

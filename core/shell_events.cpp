@@ -46,12 +46,24 @@ OSStatus ControlHit(PDEShellContext* context, EventRef event) {
     }
 }
 
+OSStatus DisplayHelpOfShownPanel(PDEShellContext* context) {
+    OSStatus status = eventNotHandledErr;
+    context->forEachPanel([&](const PanelRecord& panel) {
+        if (panel.number == gCurrentPanel) {
+            status = DisplayHelp(context->bundle.get(), nullptr, panel.helpPage);
+        }
+    });
+    return status;
+}
+
 OSStatus Command(PDEShellContext* context, EventRef event) {
     HICommand command{};
     GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
     switch (command.commandID) {
         case FourCharCode("help"):
             return DisplayHelp(context->bundle.get(), nullptr, nullptr);
+        case FourCharCode("Thlp"):
+            return DisplayHelpOfShownPanel(context);
         case FourCharCode("TFup"):
             SelectNextPanel(context);
             return eventNotHandledErr;

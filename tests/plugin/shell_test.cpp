@@ -130,6 +130,10 @@ TEST_F(Shell, ShowsOnePanelAtATimeInARing) {
     expectShown(last - 1);
     EXPECT_EQ(command(FourCharCode("none")), eventNotHandledErr);
     EXPECT_EQ(command(FourCharCode("help")), noErr);
+    for (const std::string& name : names) {
+        choose(name);
+        EXPECT_EQ(command(FourCharCode("Thlp")), noErr) << "no page for " << name;
+    }
     EXPECT_FALSE(IsControlVisible(shell(1966)));
     EXPECT_FALSE(IsControlVisible(shell(1967)));
 
