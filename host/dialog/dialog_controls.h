@@ -15,6 +15,7 @@ enum HostControl : SInt32 {
     kDocumentPages = 2,
     kPrinterMenu = 10,
     kPresetMenu = 12,
+    kPresetActions = 13,
     kCopies = 20,
     kCollate = 21,
     kPages = 30,  // radio group: 1 all pages, 2 a range

@@ -1,6 +1,7 @@
 #include "host/dialog/dialog_presets.h"
 
 #include "driver/job/output_color.h"
+#include "host/dialog/dialog_controls.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/preset_name_dialog.h"
 #include "host/script/text.h"
@@ -34,8 +35,10 @@ std::string keyOf(const PrintSession& session) {
 
 }  // namespace
 
-DialogPresets::DialogPresets(ControlRef popUp, CFBundleRef bundle, Dialog dialog, SettingsOrigin origin)
-    : bundle_(bundle), dialog_(std::move(dialog)), menu_(popUp, bundle) {
+DialogPresets::DialogPresets(WindowRef window, CFBundleRef bundle, Dialog dialog, SettingsOrigin origin)
+    : bundle_(bundle),
+      dialog_(std::move(dialog)),
+      menu_(hostControl(window, kPresetMenu), hostControl(window, kPresetActions), bundle) {
     content_.origin = std::move(origin);
 }
 
@@ -58,8 +61,16 @@ void DialogPresets::settle(const PrintSession& session, SInt32 panel) {
     }
     if (const bool isChanged = !isSamePreset(now, *unchanged_); isChanged != content_.isChanged) {
         content_.isChanged = isChanged;
+        if (isChanged) {
+            forgetChanged();
+        }
         menu_.show(content_);
     }
+}
+
+void DialogPresets::forgetChanged() {
+    left_.reset();
+    content_.canGoBack = false;
 }
 
 void DialogPresets::refresh() {
@@ -76,28 +87,48 @@ void DialogPresets::refresh() {
     menu_.show(content_);
 }
 
-void DialogPresets::act() {
+void DialogPresets::choose() {
     const PresetMenuItem item = menu_.chosen();
     menu_.revert();
-    switch (item.kind) {
-        case PresetMenuItem::Kind::origin:
-            if (content_.isChanged || item.origin != content_.origin) {
-                startFrom(item.origin);
-            }
-            return;
-        case PresetMenuItem::Kind::save:
-            return save();
-        case PresetMenuItem::Kind::rename:
-            return rename();
-        case PresetMenuItem::Kind::remove:
-            return remove();
-        case PresetMenuItem::Kind::makeDefaults:
-            return makeDefaults();
-        case PresetMenuItem::Kind::shown:
-        case PresetMenuItem::Kind::unreadable:
-        case PresetMenuItem::Kind::separator:
-            return;
+    if (item.kind != PresetMenuItem::Kind::origin) {
+        return;
     }
+    settle(dialog_.session(), panel_);  // with what was changed just before
+    if (content_.isChanged) {
+        left_ = {content_.origin, dialog_.session().copySettings(), *unchanged_};
+        content_.canGoBack = true;
+    } else if (item.origin == content_.origin) {
+        return;
+    }
+    if (!startFrom(item.origin)) {
+        forgetChanged();
+        menu_.show(content_);
+    }
+}
+
+bool DialogPresets::act(OSType command) {
+    const auto action = presetActionOf(command);
+    if (!action) {
+        return false;
+    }
+    switch (*action) {
+        case PresetMenuItem::Kind::goBack:
+            goBack();
+            break;
+        case PresetMenuItem::Kind::save:
+            save();
+            break;
+        case PresetMenuItem::Kind::rename:
+            rename();
+            break;
+        case PresetMenuItem::Kind::remove:
+            remove();
+            break;
+        default:
+            makeDefaults();
+            break;
+    }
+    return true;
 }
 
 /// The last used settings say nothing about copies and orientation: these stay as they are.
@@ -117,7 +148,7 @@ Result<JobSettings> DialogPresets::settingsOf(const Origin& origin, const PrintS
     return settings;
 }
 
-void DialogPresets::startFrom(const Origin& origin) {
+bool DialogPresets::startFrom(const Origin& origin) {
     Result<JobSettings> settings = settingsOf(origin, dialog_.session());
     if (settings) {
         content_.origin = origin;
@@ -126,9 +157,11 @@ void DialogPresets::startFrom(const Origin& origin) {
         tell(CFSTR("Preset Not Read Header"), settings.failure().line);
     }
     refresh();  // other dialogs may have kept some, or deleted this one
+    return static_cast<bool>(settings);
 }
 
 JobSettings DialogPresets::settingsForOtherPrinter(const PrintSession& session) {
+    forgetChanged();
     const bool isTheSameThere =
         content_.origin.kind == Origin::Kind::printerDefaults || content_.origin.kind == Origin::Kind::preset;
     if (isTheSameThere && !content_.isChanged) {
@@ -211,10 +244,21 @@ void DialogPresets::makeDefaults() {
     const JobSettings shown = session.copySettings();
     dialog_.renewPrinter();
     startFrom({Origin::Kind::printerDefaults, {}});
-    const std::optional<JobSettings> defaults = presetContent(dialog_.session().copySettings());
-    dialog_.start(shown);
-    unchanged_ = defaults;
+    showAsChangeOf(presetContent(dialog_.session().copySettings()), shown);
+}
+
+void DialogPresets::showAsChangeOf(const JobSettings& unchanged, const JobSettings& settings) {
+    dialog_.start(settings);
+    unchanged_ = unchanged;
     settle(dialog_.session(), panel_);
+}
+
+void DialogPresets::goBack() {
+    const Changed changed = *left_;
+    forgetChanged();
+    content_.origin = changed.origin;
+    showAsChangeOf(changed.unchanged, changed.settings);
+    refresh();
 }
 
 void DialogPresets::tell(CFStringRef header, const std::string& line) const {

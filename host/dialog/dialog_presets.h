@@ -1,5 +1,5 @@
-// What the dialog's menu of settings does: it starts from kept settings, keeps those that are shown, and says whether
-// they have been changed since.
+// What the dialog's menus of settings do: they start from kept settings, keep those that are shown, go back to those
+// that were changed, and say whether they have been changed since.
 #pragma once
 
 #include "host/dialog/preset_menu.h"
@@ -20,8 +20,9 @@ public:
         std::function<void()> renewPrinter;
     };
 
-    /// The control and the bundle of its texts and windows must outlive this. `origin` is that of the first session.
-    DialogPresets(ControlRef popUp, CFBundleRef bundle, Dialog dialog, SettingsOrigin origin);
+    /// The dialog's window and the bundle of its texts and windows must outlive this. `origin` is that of the first
+    /// session.
+    DialogPresets(WindowRef window, CFBundleRef bundle, Dialog dialog, SettingsOrigin origin);
 
     /// Fills the menu with the presets that there are now; those that cannot be read are told on standard error.
     void refresh();
@@ -33,25 +34,39 @@ public:
     /// is shown: a panel that is shown for the first time may write its settings in other words, which is no change.
     void settle(const PrintSession& session, SInt32 panel);
 
-    /// Does what the user has chosen in the menu.
-    void act();
+    /// Starts from what the user has chosen in the pop-up.
+    void choose();
+    /// Does what the user has picked in the other menu; false for a command that is none of its items'.
+    bool act(OSType command);
     /// What another printer starts from: the same preset or its own defaults, or, when the settings are others, these.
     [[nodiscard]] JobSettings settingsForOtherPrinter(const PrintSession& session);
     /// The job has been sent: its settings are the printer's last used ones.
     void rememberSent(const PrintSession& session) const;
 
 private:
-    /// Begins anew with settings of the origin, if they can be read.
-    void startFrom(const SettingsOrigin& origin);
+    /// Begins anew with settings of the origin; false when they cannot be read, which the user is then told.
+    bool startFrom(const SettingsOrigin& origin);
     [[nodiscard]] Result<JobSettings> settingsOf(const SettingsOrigin& origin, const PrintSession& session) const;
     /// The settings that are shown are those of the origin now.
     void adopt(const SettingsOrigin& origin);
 
-    // What the menu's last items do
+    /// The settings are shown as a change of others.
+    void showAsChangeOf(const JobSettings& unchanged, const JobSettings& settings);
+    void forgetChanged();
+
+    // What the items of the other menu do
+    void goBack();
     void save();
     void rename();
     void remove();
     void makeDefaults();
+
+    /// The settings as the user has changed them, and what they were before.
+    struct Changed {
+        SettingsOrigin origin;
+        JobSettings settings;
+        JobSettings unchanged;
+    };
 
     void tell(CFStringRef header, const std::string& line) const;
 
@@ -63,6 +78,7 @@ private:
     const KeptSettings presets_ = namedPresets();
     const KeptSettings lastUsed_ = lastUsedSettings();
     std::optional<JobSettings> unchanged_;  // what the session began with; none before it has settled once
+    std::optional<Changed> left_;           // for others, and not changed since
     SInt32 panel_ = 0;                      // that was shown when it settled last
     bool isTouched_ = false;                // since then
 };

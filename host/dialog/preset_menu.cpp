@@ -5,6 +5,7 @@
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -14,6 +15,26 @@ using Origin = SettingsOrigin;
 bool isBefore(const std::string& left, const std::string& right) {
     const auto order = CFStringCompare(cfString(left).get(), cfString(right).get(), kCFCompareLocalized);
     return order == kCFCompareEqualTo ? left < right : order == kCFCompareLessThan;
+}
+
+struct ActionRow {
+    Item::Kind kind;
+    OSType command;
+    const char* title;
+};
+constexpr std::array kActions{
+    // kind, command, title
+    ActionRow{Item::Kind::goBack, FourCharCode("PSbk"), "Preset Go Back"},
+    ActionRow{Item::Kind::save, FourCharCode("PSsv"), "Preset Save"},
+    ActionRow{Item::Kind::rename, FourCharCode("PSrn"), "Preset Rename"},
+    ActionRow{Item::Kind::remove, FourCharCode("PSdl"), "Preset Delete"},
+    ActionRow{Item::Kind::makeDefaults, FourCharCode("PSdf"), "Preset Make Defaults"},
+};
+static_assert(kActions.size() == 5);
+
+OSType commandOf(Item::Kind kind) {
+    const auto* const row = std::ranges::find(kActions, kind, &ActionRow::kind);
+    return row == kActions.end() ? 0 : row->command;
 }
 
 /// Whether the menu has an item for the settings' origin; another dialog may have deleted the preset.
@@ -34,7 +55,6 @@ bool hasItem(const PresetMenuContent& content) {
 }  // namespace
 
 std::vector<Item> presetMenuItems(const PresetMenuContent& content) {
-    const bool isPreset = content.origin.kind == Origin::Kind::preset;
     std::vector<Item> items;
     if (content.isChanged || !hasItem(content)) {
         items.push_back({Item::Kind::shown, content.origin});
@@ -42,7 +62,9 @@ std::vector<Item> presetMenuItems(const PresetMenuContent& content) {
     }
     items.push_back({Item::Kind::origin, {Origin::Kind::printerDefaults, {}}});
     items.push_back({Item::Kind::origin, {Origin::Kind::lastUsed, {}}, content.hasLastUsed});
-    items.push_back({Item::Kind::separator, {}});
+    if (!content.presets.empty() || !content.unreadable.empty()) {
+        items.push_back({Item::Kind::separator, {}});
+    }
     std::vector<std::string> names = content.presets;
     std::ranges::sort(names, isBefore);
     for (const std::string& name : names) {
@@ -51,7 +73,14 @@ std::vector<Item> presetMenuItems(const PresetMenuContent& content) {
     for (const std::string& file : content.unreadable) {
         items.push_back({Item::Kind::unreadable, {Origin::Kind::elsewhere, file}, false});
     }
-    if (items.back().kind != Item::Kind::separator) {
+    return items;
+}
+
+std::vector<Item> presetActionItems(const PresetMenuContent& content) {
+    const bool isPreset = content.origin.kind == Origin::Kind::preset;
+    std::vector<Item> items;
+    if (content.canGoBack) {
+        items.push_back({Item::Kind::goBack, {}});
         items.push_back({Item::Kind::separator, {}});
     }
     items.push_back({Item::Kind::save, {}});
@@ -59,6 +88,11 @@ std::vector<Item> presetMenuItems(const PresetMenuContent& content) {
     items.push_back({Item::Kind::remove, {}, isPreset});
     items.push_back({Item::Kind::makeDefaults, {}, content.hasQueue});
     return items;
+}
+
+std::optional<Item::Kind> presetActionOf(OSType command) {
+    const auto* const row = std::ranges::find(kActions, command, &ActionRow::command);
+    return row == kActions.end() ? std::nullopt : std::optional(row->kind);
 }
 
 std::string PresetMenu::text(CFStringRef key) const {
@@ -95,18 +129,11 @@ std::string PresetMenu::title(const Item& item, bool isChanged) const {
             return originTitle(item.origin, kOneLine);
         case Item::Kind::unreadable:
             return text(CFSTR("Preset Unreadable"), shortened(item.origin.name));
-        case Item::Kind::save:
-            return text(CFSTR("Preset Save"));
-        case Item::Kind::rename:
-            return text(CFSTR("Preset Rename"));
-        case Item::Kind::remove:
-            return text(CFSTR("Preset Delete"));
-        case Item::Kind::makeDefaults:
-            return text(CFSTR("Preset Make Defaults"));
         case Item::Kind::separator:
-            break;
+            return {};
+        default:
+            return text(CFStringMakeConstant(std::ranges::find(kActions, item.kind, &ActionRow::kind)->title));
     }
-    return {};
 }
 
 void PresetMenu::show(const PresetMenuContent& content) {
@@ -117,14 +144,20 @@ void PresetMenu::show(const PresetMenuContent& content) {
     });
     shownItem_ = static_cast<SInt32>(place - items_.begin()) + 1;
 
-    const MenuRef menu = GetControlPopupMenuHandle(popUp_);
+    fill(popUp_, items_, content.isChanged);
+    revert();
+    fill(actions_, presetActionItems(content), content.isChanged);
+}
+
+void PresetMenu::fill(ControlRef control, const std::vector<Item>& items, bool isChanged) const {
+    const MenuRef menu = GetControlPopupMenuHandle(control);
     DeleteMenuItems(menu, 1, CountMenuItems(menu));
-    for (const Item& item : items_) {
+    for (const Item& item : items) {
         const MenuItemAttributes attributes = (item.isEnabled ? 0 : kMenuItemAttrDisabled) |
                                               (item.kind == Item::Kind::separator ? kMenuItemAttrSeparator : 0);
-        AppendMenuItemTextWithCFString(menu, cfString(title(item, content.isChanged)).get(), attributes, 0, nullptr);
+        AppendMenuItemTextWithCFString(menu, cfString(title(item, isChanged)).get(), attributes, commandOf(item.kind),
+                                       nullptr);
     }
-    revert();
 }
 
 Item PresetMenu::chosen() const {

@@ -1,11 +1,12 @@
-// The menu of settings to start from: the printer's defaults, the last used ones, presets, and what can be done with
-// them.
+// The menu of settings to start from, the printer's defaults, the last used ones and presets, and beside it the menu of
+// what can be done with them.
 #pragma once
 
 #include "host/settings/settings_origin.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Controls.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ struct PresetMenuContent {
     std::vector<std::string> unreadable;  // names of files
     bool hasLastUsed = false;
     bool hasQueue = false;
+    bool canGoBack = false;  // to settings that were changed
 };
 
 struct PresetMenuItem {
@@ -23,6 +25,7 @@ struct PresetMenuItem {
         shown,  // the settings as they are, which no other item stands for
         origin,
         unreadable,
+        goBack,
         save,
         rename,
         remove,
@@ -38,15 +41,20 @@ struct PresetMenuItem {
 /// The menu's items, presets sorted as the user's language has it. The settings that are shown are those of the first
 /// item of kind `shown`, else those of the item with their origin.
 std::vector<PresetMenuItem> presetMenuItems(const PresetMenuContent& content);
+/// What can be done, in the order of the other menu.
+std::vector<PresetMenuItem> presetActionItems(const PresetMenuContent& content);
+/// What the command of one of these items stands for; nothing for any other command.
+std::optional<PresetMenuItem::Kind> presetActionOf(OSType command);
 
 class PresetMenu {
 public:
-    /// The control and the bundle of its texts must outlive this.
-    PresetMenu(ControlRef popUp, CFBundleRef texts) : popUp_(popUp), texts_(texts) {}
+    /// The pop-up, the button with the other menu, and the bundle of their texts must outlive this.
+    PresetMenu(ControlRef popUp, ControlRef actions, CFBundleRef texts)
+        : popUp_(popUp), actions_(actions), texts_(texts) {}
 
-    /// Fills the menu, and shows the settings' origin on the control.
+    /// Fills the menus, and shows the settings' origin on the pop-up.
     void show(const PresetMenuContent& content);
-    /// What the user has chosen.
+    /// What the user has chosen in the pop-up.
     [[nodiscard]] PresetMenuItem chosen() const;
     /// Shows the settings' origin again.
     void revert();
@@ -57,7 +65,10 @@ private:
     [[nodiscard]] std::string originTitle(const SettingsOrigin& origin, std::size_t most) const;
     [[nodiscard]] std::string title(const PresetMenuItem& item, bool isChanged) const;
 
+    void fill(ControlRef control, const std::vector<PresetMenuItem>& items, bool isChanged) const;
+
     ControlRef popUp_;
+    ControlRef actions_;
     CFBundleRef texts_;
     std::vector<PresetMenuItem> items_;
     SInt32 shownItem_ = 1;  // from 1

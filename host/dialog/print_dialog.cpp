@@ -98,7 +98,7 @@ void PrintDialog::installHandlers() {
 }
 
 void PrintDialog::makePresets() {
-    presets_.emplace(control(kPresetMenu), bundle_,
+    presets_.emplace(window_, bundle_,
                      DialogPresets::Dialog{[this]() -> PrintSession& {
                                                takeMakersSettings();
                                                return *session_;
@@ -171,7 +171,7 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
         return noErr;
     }
     if (id.id == kPresetMenu) {
-        presets_->act();
+        presets_->choose();
         return noErr;
     }
     if (id.id == kConflictButton) {
@@ -194,7 +194,7 @@ OSStatus PrintDialog::handleCommand(OSType command) {
             end({ExitStatus::cancelled, {}});
             return noErr;
         default:
-            return eventNotHandledErr;
+            return presets_->act(command) ? noErr : eventNotHandledErr;
     }
 }
 

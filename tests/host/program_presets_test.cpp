@@ -50,7 +50,7 @@ choose Tshl:632 "On"
 choose Tshl:621 "180 degrees"
 )script";
 
-constexpr const char* kSaveAs = "\nchoose Host:12 \"Save as Preset…\"\ntype Host:100 \"Mine\"\nclick Host:101\n";
+constexpr const char* kSaveAs = "\nchoose Host:13 \"Save as Preset…\"\ntype Host:100 \"Mine\"\nclick Host:101\n";
 
 class ProgramPresets : public ProgramTest {
 protected:
@@ -153,22 +153,22 @@ TEST_F(ProgramPresets, AreNamedReplacedAndDeletedByTheUser) {
         longName += "ö";
     }
     const Run done = print(
-        "set Host:20 4\nchoose Host:12 \"Save as Preset…\"\ntype Host:100 \"  a/b & c \"\nclick Host:101\n"
+        "set Host:20 4\nchoose Host:13 \"Save as Preset…\"\ntype Host:100 \"  a/b & c \"\nclick Host:101\n"
         "expect Host:12 text \"a/b & c\"\n"
         // In use already: the user may go back, or replace it.
-        "set Host:20 5\nchoose Host:12 \"Save as Preset…\"\ntype Host:100 \"Handouts\"\nanswer alternate\n"
+        "set Host:20 5\nchoose Host:13 \"Save as Preset…\"\ntype Host:100 \"Handouts\"\nanswer alternate\n"
         "click Host:101\nexpect window \"Save as Preset\"\nclick Host:101\nexpect Host:12 text \"Handouts\"\n"
         "choose Host:12 \"a/b & c\"\nexpect Host:20 value 4\n"
         "choose Host:12 \"Handouts\"\nexpect Host:20 value 5\n"
         // Another one that differs in case only; its own name again is no other one's.
-        "choose Host:12 \"Rename…\"\nexpect window \"Rename Preset\"\nclick Host:101\n"
-        "choose Host:12 \"Save as Preset…\"\ntype Host:100 \"handouts\"\nclick Host:101\n"
-        "choose Host:12 \"Rename…\"\ntype Host:100 \"" +
+        "choose Host:13 \"Rename…\"\nexpect window \"Rename Preset\"\nclick Host:101\n"
+        "choose Host:13 \"Save as Preset…\"\ntype Host:100 \"handouts\"\nclick Host:101\n"
+        "choose Host:13 \"Rename…\"\ntype Host:100 \"" +
         longName +
         "\"\nclick Host:101\nexpect window \"Print\"\nexpect Host:20 value 5\n"
-        "choose Host:12 \"Delete…\"\nexpect Host:12 text \"Unsaved Settings\"\nexpect Host:20 value 5\n"
-        "choose Host:12 \"Handouts\"\nanswer alternate\nchoose Host:12 \"Delete…\"\nexpect Host:12 text \"Handouts\"\n"
-        "choose Host:12 \"Save as Preset…\"\nclick Host:102\nexpect Host:12 text \"Handouts\"\n"
+        "choose Host:13 \"Delete…\"\nexpect Host:12 text \"Unsaved Settings\"\nexpect Host:20 value 5\n"
+        "choose Host:12 \"Handouts\"\nanswer alternate\nchoose Host:13 \"Delete…\"\nexpect Host:12 text \"Handouts\"\n"
+        "choose Host:13 \"Save as Preset…\"\nclick Host:102\nexpect Host:12 text \"Handouts\"\n"
         // What the document alone has stays with it.
         "type Host:31 \"2-3\"\nchoose Host:12 \"a/b & c\"\nexpect Host:30 value 2\nexpect Host:31 text \"2-3\"\nok");
     EXPECT_EQ(done.errors, "");
@@ -268,9 +268,9 @@ set Host:20 2
 panel "Paper and Output"
 choose Tshl:111 "Collated, 2 Staples"
 answer alternate
-choose Host:12 "Use as This Printer's Defaults…"
+choose Host:13 "Use as This Printer's Defaults…"
 expect Host:12 text "Printer's Defaults (changed)"
-choose Host:12 "Use as This Printer's Defaults…"
+choose Host:13 "Use as This Printer's Defaults…"
 expect Host:12 text "Printer's Defaults"
 expect Tshl:111 text "Collated, 2 Staples"
 panel "Special Pages"
@@ -278,7 +278,7 @@ click TSPg:200
 type TSPg:3003 "2"
 item TSPg:3020 Sclr 3
 command "ok  "
-choose Host:12 "Use as This Printer's Defaults…"
+choose Host:13 "Use as This Printer's Defaults…"
 expect Host:12 text "Printer's Defaults (changed)"
 expect TSPg:1000 rows 1
 )script");
