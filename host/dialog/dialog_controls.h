@@ -66,6 +66,14 @@ enum HostControl : SInt32 {
     kJobProgressBar = 121,
     kJobProgressState = 122,
     kJobProgressCancel = 123,
+    // The window that asks for a paper size.
+    kCustomWidth = 130,
+    kCustomLength = 131,
+    kCustomWidthLimits = 132,
+    kCustomLengthLimits = 133,
+    kCustomUnit = 134,
+    kCustomOK = 135,
+    kCustomCancel = 136,
 };
 
 /// The window of a nib that has one, both of the name; null when it cannot be made: the toolbox has told why.

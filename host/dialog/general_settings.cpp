@@ -1,5 +1,6 @@
 #include "host/dialog/general_settings.h"
 
+#include "host/dialog/custom_size_dialog.h"
 #include "host/dialog/notice.h"
 #include "host/script/text.h"
 #include "host/settings/conflicts.h"
@@ -145,7 +146,12 @@ void GeneralSettings::pagesChanged() {
 }
 
 void GeneralSettings::paperSizeChosen() {
-    if (const std::string size = paperSizes_.chosen(); !size.empty()) {
+    std::string size = paperSizes_.chosen();
+    if (paperSizes_.isSizeWanted()) {
+        paperSizes_.show(*session_);  // until there is an answer
+        size = askCustomSize(texts_, *session_).value_or(std::string());
+    }
+    if (!size.empty()) {
         changeShared_([&] { session_->setChoice(kPageSizeKeyword, cfString(size).get()); });
     }
 }

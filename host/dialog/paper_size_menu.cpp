@@ -2,7 +2,9 @@
 
 #include "host/script/text.h"
 #include "host/settings/conflicts.h"
+#include "host/settings/custom_paper.h"
 #include "host/settings/setting_words.h"
+#include "host/settings/texts.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
@@ -29,6 +31,8 @@ void PaperSizeMenu::fill(const PrintSession& session) {
         }
     }
     sizesOfPrinter_ = options_.size();
+    takesCustom_ = customPaperLimits(session.printer()).has_value();
+    addSizeItem();
 }
 
 void PaperSizeMenu::show(const PrintSession& session) {
@@ -42,7 +46,12 @@ void PaperSizeMenu::show(const PrintSession& session) {
 
 std::string PaperSizeMenu::chosen() const {
     const SInt32 item = GetControl32BitValue(popUp_);
-    return item < 1 ? std::string() : options_.at(static_cast<std::size_t>(item) - 1);
+    const bool isSize = item >= 1 && static_cast<std::size_t>(item) <= options_.size();
+    return isSize ? options_[static_cast<std::size_t>(item) - 1] : std::string();
+}
+
+bool PaperSizeMenu::isSizeWanted() const {
+    return takesCustom_ && GetControl32BitValue(popUp_) == static_cast<SInt32>(options_.size()) + 1;
 }
 
 void PaperSizeMenu::add(CFStringRef title, const std::string& option) {
@@ -56,9 +65,17 @@ void PaperSizeMenu::addCustom(const PrintSession& session, const std::string& op
     if (!words) {
         return;
     }
-    if (options_.size() > sizesOfPrinter_) {
-        DeleteMenuItems(GetControlPopupMenuHandle(popUp_), static_cast<MenuItemIndex>(options_.size()), 1);
-        options_.pop_back();
-    }
+    const MenuRef menu = GetControlPopupMenuHandle(popUp_);
+    const auto last = static_cast<MenuItemIndex>(sizesOfPrinter_);
+    DeleteMenuItems(menu, last + 1, CountMenuItems(menu) - last);
+    options_.resize(sizesOfPrinter_);
     add(cfString(words->choice).get(), option);
+    addSizeItem();
+}
+
+void PaperSizeMenu::addSizeItem() {
+    if (takesCustom_) {
+        AppendMenuItemTextWithCFString(GetControlPopupMenuHandle(popUp_),
+                                       localized(texts_, CFSTR("Custom Size Item")).get(), 0, 0, nullptr);
+    }
 }

@@ -1,4 +1,4 @@
-// The menu of paper sizes: those of the printer, and a custom one that was chosen elsewhere.
+// The menu of paper sizes: those of the printer, one of the user's own, and an item that asks for such a one.
 #pragma once
 
 #include "host/settings/print_session.h"
@@ -18,15 +18,19 @@ public:
     void fill(const PrintSession& session);
     /// Shows the size that the session asks for.
     void show(const PrintSession& session);
-    /// The option of "PageSize" that is shown; empty when none is.
+    /// The option of "PageSize" that is chosen; empty when none is.
     std::string chosen() const;
+    /// Whether the user wants to be asked for a size.
+    bool isSizeWanted() const;
 
 private:
     void add(CFStringRef title, const std::string& option);
     void addCustom(const PrintSession& session, const std::string& option);
+    void addSizeItem();
 
     ControlRef popUp_;
     CFBundleRef texts_;
     std::vector<std::string> options_;  // in the order of the menu's items
     std::size_t sizesOfPrinter_ = 0;    // the first ones
+    bool takesCustom_ = false;          // the last item then asks for a size
 };

@@ -178,21 +178,15 @@ void PrintSession::setChoice(CFStringRef mainKeyword, CFStringRef option) {
 }
 
 void PrintSession::updatePaperRectangle() {
-    const auto chosen = cfString(choice(CFSTR("PageSize")));
-    for (CFIndex i = 0; i < PMPrinterCountPapers(printer_.get()); ++i) {
-        PMPaper paper{};
-        PMPrinterGetIndPaper(printer_.get(), i, &paper);
-        if (!CFEqual(paper.name, chosen.get())) {
-            continue;
-        }
-        const std::array<double, 4> sides{0, 0, paper.height, paper.width};  // top, left, bottom, right
-        const auto rectangle =
-            CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 4, &kCFTypeArrayCallBacks));
-        for (const double side : sides) {
-            CFArrayAppendValue(rectangle.get(),
-                               CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &side)).get());
-        }
-        PMTicketSetCFArray(pageFormat_, kHostClient, kPMUnadjustedPaperRectKey, rectangle.get(), kPMUnlocked);
+    PMPaper paper{};
+    if (PMPrinterGetPaper(printer_.get(), cfString(choice(CFSTR("PageSize"))).get(), &paper) != noErr) {
         return;
     }
+    const std::array<double, 4> sides{0, 0, paper.height, paper.width};  // top, left, bottom, right
+    const auto rectangle = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 4, &kCFTypeArrayCallBacks));
+    for (const double side : sides) {
+        CFArrayAppendValue(rectangle.get(),
+                           CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &side)).get());
+    }
+    PMTicketSetCFArray(pageFormat_, kHostClient, kPMUnadjustedPaperRectKey, rectangle.get(), kPMUnlocked);
 }

@@ -75,7 +75,7 @@ public:
     std::string choice(CFStringRef mainKeyword) const;
     void setChoice(CFStringRef mainKeyword, CFStringRef option);
 
-    /// Writes the rectangle of the chosen paper size into the page format ticket. A size that the printer does not list
+    /// Writes the rectangle of the chosen paper size into the page format ticket. A size that the printer does not have
     /// leaves it as it is.
     void updatePaperRectangle();
 

@@ -228,6 +228,7 @@ TEST_F(PaperRow, SidesAndPages) {
     check({
         {"one side", "", "[P1] [P2] [P3] [P4] [P5] [P6]", {"!tavro-job-kind"}, {60, 60}},
         {"long edge", options(kLongEdge), "[P1|P2] [P3|P4] [P5|P6]"},
+        {"a size of its own", options(text("PageSize", "Custom.200x300mm")) + pages("1"), "567x850[P1]"},
         {"short edge", options(text("Duplex", "DuplexTumble")) + pages("1-3"), "[P1|P2]s [P3|-]s"},
         {"numbers are the document's",
          options(kLongEdge) + pages("2-3,5") + inserts(insert(1, 1) + insert(3, 1, kBlue)) +

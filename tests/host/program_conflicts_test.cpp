@@ -91,7 +91,7 @@ TEST_F(ProgramConflicts, BetweenPanelsEndInBoth) {
 
 TEST_F(ProgramConflicts, OfSettingsFilesAndMissingPartsEndToo) {
     expectEnded(
-        "expect conflicts 2\nexpect Host:40 items 39\nclick Host:72\nexpect Host:40 items 39\n"
+        "expect conflicts 2\nexpect Host:40 items 40\nclick Host:72\nexpect Host:40 items 40\n"
         "choose Host:40 \"A4 (210 x 297 mm)\"\nset Host:40 39\n",
         {"--ticket-in", ticket("<key>PageSize</key><string>Custom.1400x800</string><key>MediaType</key>"
                                "<string>Envelopes</string><key>InputSlot</key><string>Tray2</string>")});

@@ -1,6 +1,7 @@
 // What the program does from a script to the settings and the job that it leaves.
 #include "driver/proof/proof.h"
 #include "tests/driver/pdf_maker.h"
+#include "tests/driver/proof_words.h"
 #include "tests/host/program_fixture.h"
 #include "tests/support/places.h"
 
@@ -353,6 +354,30 @@ TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {
         more);
     EXPECT_EQ(second.status, 0) << second.errors;
     EXPECT_EQ(settings(), written);
+}
+
+TEST_F(Program, AsksForAPaperSizeOfTheUsersOwn) {
+    const Run run = script(
+        "choose Host:40 \"Custom Size…\"\nexpect window \"Custom Paper Size\"\n"
+        "choose Host:134 \"Millimeters\"\nexpect Host:130 text \"215.9\"\nexpect Host:132 text \"101.6 to 330.2 mm\"\n"
+        "type Host:130 \"101.5\"\nexpect Host:135 disabled\n"
+        "expect Host:132 text \"Too small. Use 101.6 to 330.2 mm.\"\ntype Host:131 \"1e2\"\n"
+        "expect Host:133 text \"This is no number. Use 152.4 to 482.6 mm.\"\n"
+        "type Host:130 \"205.5\"\ntype Host:131 \"300\"\nchoose Host:134 \"Inches\"\n"
+        "expect Host:130 text \"8.09\"\nchoose Host:134 \"Points\"\nexpect Host:132 text \"288 to 936 pt\"\n"
+        "type Host:130 \"600\"\nclick Host:136\nexpect Host:40 text \"Letter (8.5 x 11 in)\"\n"
+        "choose Host:40 \"Custom Size…\"\nchoose Host:134 \"Millimeters\"\ntype Host:130 \"205.5\"\n"
+        "type Host:131 \"300\"\nclick Host:135\nexpect Host:40 text \"205.5 × 300 mm\"\n"
+        "expect Host:70 text \"Paper Size: 205.5 × 300 mm\\n10 pages on 10 sheets\"\nok",
+        outputs());
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_TRUE(hasPair(settings(), "PageSize", "<string>Custom.205.5x300mm</string>")) << settings();
+    EXPECT_TRUE(wordsOf(readJob()).starts_with("583x850[")) << wordsOf(readJob());
+    fs::rename(folder / "settings.plist", folder / "before.plist");
+    Words again = outputs();
+    again.insert(again.end(), {"--ppd", kZR420, "--ticket-in", folder / "before.plist", "--print", kTenPages});
+    EXPECT_EQ(ProgramTest::run(again).status, 0);
+    EXPECT_TRUE(wordsOf(readJob()).starts_with("583x850[")) << wordsOf(readJob());
 }
 
 TEST_F(Program, KeepsTheDialogOpenForARangeThatTheDocumentDoesNotHave) {
