@@ -112,6 +112,7 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     plugin_.stop(noErr);
     preview_->forget();
     session_ = std::make_unique<PrintSession>(printer_, settings, installed_.get(), setup_.job.document.name);
+    followDocument(session_.get(), setup_.job.document);
     general_->show(*session_);
     conflicts_->forget();
     // For others the plug-in would say in its own words, on standard error, what the window tells.

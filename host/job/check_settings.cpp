@@ -17,7 +17,8 @@ void tellWhatIsNotOffered(const PrintSession& session) {
 }  // namespace
 
 Failure checkSettings(const JobSetup& setup, CFBundleRef texts) {
-    const PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
+    PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
+    followDocument(&session, setup.document);
     tellWhatIsNotOffered(session);
     const ConflictReport report = examineConflicts(session, texts, {});
     for (const std::string& sentence : report.sentences) {

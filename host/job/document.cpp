@@ -1,9 +1,16 @@
 #include "host/job/document.h"
 
 #include "host/script/text.h"
+#include "host/settings/document_paper.h"
 #include "platform/printing/text.h"
 
 #include <filesystem>
+
+void followDocument(PrintSession* session, const Document& document) {
+    if (!document.pages.sizes.empty()) {
+        followDocument(session, document.pages.sizes.front());
+    }
+}
 
 OpeningDocument::OpeningDocument(const std::string& path, const std::string& pageReader) : path_(path) {
     if (!path.empty()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/worker/document_look.h"
+#include "host/settings/print_session.h"
 #include "host/settings/result.h"
 
 #include <cstdint>
@@ -14,6 +15,9 @@ struct Document {
     DocumentPages pages;
     std::int64_t pageCount = 0;
 };
+
+/// Makes the session one for the document, if there is one: its paper may be the document's (document_paper.h).
+void followDocument(PrintSession* session, const Document& document);
 
 /// A document that is being looked at, in a process of its own, while the program gets ready.
 class OpeningDocument {

@@ -23,7 +23,8 @@ const char* faultText(PageRangeFault fault) {
 }  // namespace
 
 Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
-    const PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
+    PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
+    followDocument(&session, setup.document);
     warnOfSettings(session, texts);
     if (const std::string range = session.pageRange(); !range.empty()) {
         const PageRange pages = readPageRange(range, setup.document.pageCount);

@@ -5,6 +5,7 @@
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
 #include "host/script/text.h"
+#include "host/settings/document_paper.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
 
@@ -63,6 +64,7 @@ public:
             if (!printer_.readsPostScript && !isUniform(plan, {})) {
                 add("Left Out Other Papers");
             }
+            tellShrinking();
         }
         if (job_.isNegative && !printer_.printsNegatives) {
             add("Left Out Negative");
@@ -108,6 +110,15 @@ private:
         }
         for (const std::string& option : missing) {
             add("Left Out Paper", {option});
+        }
+    }
+
+    /// What the user could only change by another printer. Smaller paper than there is was chosen.
+    void tellShrinking() {
+        const bool isSingle = job_.numberUp <= 1 && !job_.booklet;
+        const bool isShrunk = isSingle && job_.scaling.kind == Scaling::Kind::shrink;
+        if (isShrunk && session_.firstPage() && !hasPaperFor(session_, *session_.firstPage())) {
+            add("Left Out Page Size");
         }
     }
 

@@ -52,6 +52,7 @@ PrintSession::PrintSession(const Printer& printer, const JobSettings& settings, 
     printerInfo_ = makeTicket(session_, kPDE_PMPrinterInfoKey, settings.printerInfo);
     PMPrinterWriteInfoTicket(printer_.get(), installedOptions, printerInfo_);
     choices_.emplace(printerInfo_);
+    isPaperChosen_ = !choice(CFSTR("PageSize")).empty();
     dropChoicesNotOffered();
     PMPrinterWriteDefaultSettings(printer_.get(), printSettings_, pageFormat_);
     if (!printer_.queue().empty()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "driver/instructions/read_instructions.h"
+#include "driver/pages/sheet_geometry.h"
 #include "driver/plan/sheet_plan.h"
 #include "host/settings/ppd_choices.h"
 #include "host/settings/printer.h"
@@ -50,6 +51,12 @@ public:
     /// What the settings chose and the printer does not offer, as "keyword=option": its default stands instead.
     const std::vector<std::string>& choicesNotOffered() const { return choicesNotOffered_; }
 
+    /// Whether the settings say which paper the job is on; else it is the printer's default, or the document's.
+    bool isPaperChosen() const { return isPaperChosen_; }
+    /// Of the document, as a reader sees it; nothing as long as no document is known.
+    const std::optional<Size>& firstPage() const { return firstPage_; }
+    void setFirstPage(const Size& size) { firstPage_ = size; }
+
     const UsualSettings& usual() const;
 
     /// The tickets as they are now.
@@ -89,6 +96,8 @@ private:
     PMTicketRef printerInfo_ = 0;
     std::optional<PPDChoices> choices_;
     std::vector<std::string> choicesNotOffered_;
+    bool isPaperChosen_ = false;
+    std::optional<Size> firstPage_;
 
     struct Planned {
         std::uint64_t version;

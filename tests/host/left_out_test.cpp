@@ -2,6 +2,7 @@
 #include "host/settings/left_out.h"
 
 #include "host/job/print_job.h"
+#include "host/settings/document_paper.h"
 #include "jobtypes/job_type.h"
 #include "tests/host/settings_session.h"
 #include "tests/support/places.h"
@@ -68,6 +69,19 @@ TEST_F(LeftOut, WhatTheSheetsCannotBe) {
     EXPECT_EQ(tell(cover("FrontCover", 4, number("Color", 77))),
               Sentences{"The printer does not offer this paper: 77. Its sheets will be on the paper of the job."});
     EXPECT_EQ(tell(cover("FrontCover", 4, number("Size", 8)) + item("BookletLayout", "<false/>")), Sentences{});
+}
+
+TEST_F(LeftOut, TheSizeOfPagesThatNoPaperHolds) {
+    const auto tellOf = [&](const Size& page, const std::string& items = {}) {
+        const auto shown = session(items, choice("PageSize", "A5"));
+        followDocument(shown.get(), page);
+        EXPECT_EQ(shown->choice(CFSTR("PageSize")), "A5") << "is chosen";
+        return tellLeftOut(*shown, 24, JobWay::file, bundle.get());
+    };
+    EXPECT_EQ(tellOf({936, 1368}), Sentences{}) << "a custom size";
+    EXPECT_EQ(tellOf({1684, 2384}), Sentences{"The printer has no paper as large as the document’s pages: they will be "
+                                              "shrunk to fit."});
+    EXPECT_EQ(tellOf({1684, 2384}, item("BookletLayout", "<true/>")), Sentences{}) << "is always made to fit";
 }
 
 TEST_F(LeftOut, ThePrintTimeOfAFile) {

@@ -380,6 +380,26 @@ TEST_F(Program, AsksForAPaperSizeOfTheUsersOwn) {
     EXPECT_TRUE(wordsOf(readJob()).starts_with("583x850[")) << wordsOf(readJob());
 }
 
+TEST_F(Program, BeginsWithThePaperOfTheDocument) {
+    const TestPage page{.keys = "/MediaBox[0 0 841.89 595.28]"};
+    const std::string document = add("plan.pdf", pdfOf({page}));
+    const auto drive = [&](const std::string& lines, const Words& more = {}) {
+        Words words{"--ppd", kZR420, "--script", add("script", lines), document};
+        words.insert(words.end(), more.begin(), more.end());
+        const Run done = run(words);
+        EXPECT_EQ(done.errors, "");
+    };
+    const std::string unchanged = "\nexpect Host:12 text \"Printer's Defaults\"\n";
+    drive("expect Host:40 text \"A4 (210 x 297 mm)\"" + unchanged + "ok", outputs());
+    EXPECT_EQ(wordsOf(readJob()), "595x842[P1]");
+    drive("choose Host:40 \"Legal (8.5 x 14 in)\"\nok", outputs());
+    fs::rename(folder / "settings.plist", folder / "before.plist");
+    drive(
+        "expect Host:40 text \"Legal (8.5 x 14 in)\"\nchoose Host:12 \"Printer's Defaults\"\n"
+        "expect Host:40 text \"A4 (210 x 297 mm)\"\ncancel",
+        {"--ticket-in", folder / "before.plist"});
+}
+
 TEST_F(Program, KeepsTheDialogOpenForARangeThatTheDocumentDoesNotHave) {
     const Run run = script("type Host:31 \"8-12\"\nok\nexpect window Print\ncancel", outputs());
     EXPECT_EQ(run.status, 1) << run.errors;
