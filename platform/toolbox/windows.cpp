@@ -11,8 +11,8 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
-#include <QLayout>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
 #include <QScreen>
 #include <algorithm>

@@ -89,7 +89,7 @@ TEST_F(Completion, OffersThePresetsOfTheUser) {
     EXPECT_EQ(offers("--preset "), Offers{});
     for (const char* name : {"Draft", "Drafts & <more>", "Handouts"}) {
         ASSERT_EQ(
-            script("choose Host:12 \"Save as Preset…\"\ntype Host:100 \"" + std::string(name) + "\"\nclick Host:101")
+            script("choose Host:13 \"Save as Preset…\"\ntype Host:100 \"" + std::string(name) + "\"\nclick Host:101")
                 .status,
             1);
     }
