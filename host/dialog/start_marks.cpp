@@ -11,7 +11,8 @@ bool startIsMeasured() {
 }
 
 bool firstPictureIsMeasured() {
-    return startIsMeasured() && std::getenv("TAVRO_START_MARKS") == std::string_view("first-picture");
+    const char* const wanted = std::getenv("TAVRO_START_MARKS");
+    return wanted != nullptr && std::string_view(wanted) == "first-picture";
 }
 
 void markStart(const char* name) {

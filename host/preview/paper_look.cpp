@@ -68,9 +68,9 @@ std::vector<double> holePlaces(int count, double edge) {
     constexpr double kMostOfEdge = 0.9;
     const double gap = count == 3 ? kInchGap : kMetricGap;
     const double span = std::min(gap * (count - 1), edge * kMostOfEdge);
-    std::vector<double> places;
-    for (int i = 0; i < count; ++i) {
-        places.push_back(count > 1 ? span * i / (count - 1) - span / 2 : 0);
+    std::vector<double> places(static_cast<std::size_t>(std::max(count, 0)));
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        places[i] = count > 1 ? span * static_cast<double>(i) / (count - 1) - span / 2 : 0;
     }
     return places;
 }
