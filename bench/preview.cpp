@@ -67,12 +67,13 @@ void measureChange(const std::string& worker, PMPrinter printer, const PageSourc
             job.inserts = {{round + 20, 1, {.color = "Yellow"}}};
             const SheetView view{0, false, kWidth, kHeight};
             std::vector<PageWish> wishes;
-            for (const PictureNeed& need : picturesOf(planJobSheets(job, pages, printer), view)) {
+            for (const PictureNeed& need :
+                 picturesOf(sheetsOfJob(job, planSheets(job, kPages), pages, printer), view)) {
                 wishes.push_back(wishFor(need, sources));
             }
             await(drawer, wishes);
             times.push_back(bench::microseconds([&] {
-                const JobSheets sheets = planJobSheets(job, pages, printer);
+                const JobSheets sheets = sheetsOfJob(job, planSheets(job, kPages), pages, printer);
                 drawSheet(sheets, view, picturesIn(drawer, sources), nullptr);
             }));
         }

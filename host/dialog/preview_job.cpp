@@ -27,7 +27,7 @@ std::optional<SheetPlan> PreviewJob::update(const PrintSession& session) {
     }
     const JobInstructions& job = session.instructions();
     SheetPlan before = std::move(sheets_.plan);
-    sheets_ = planJobSheets(job, lentPages(document_), session.printer().get());
+    sheets_ = sheetsOfJob(job, session.plan(document_.pageCount), lentPages(document_), session.printer().get());
     version_ = session.version();
     drawMark();
     drawFaxCover(job);

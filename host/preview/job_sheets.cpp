@@ -2,10 +2,10 @@
 
 #include "driver/job/printer_abilities.h"
 
-JobSheets planJobSheets(const JobInstructions& instructions, std::shared_ptr<const std::vector<Size>> pages,
-                        PMPrinter printer) {
+JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
+                      std::shared_ptr<const std::vector<Size>> pages, PMPrinter printer) {
     JobSheets job;
-    job.plan = planSheets(instructions, std::ssize(*pages));
+    job.plan = std::move(plan);
     const auto firstPage = static_cast<std::size_t>(job.plan.firstPage);
     job.layout = layoutOf(instructions, firstPage < pages->size() ? (*pages)[firstPage] : kUsualPage);
     job.pages = std::move(pages);

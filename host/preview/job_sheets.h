@@ -21,6 +21,7 @@ struct JobSheets {
     Size faxCover;                             // of the page that is the cover sheet; without one it is empty
 };
 
-/// What becomes of a document on a printer, as the driver makes it. The time grows with the document.
-JobSheets planJobSheets(const JobInstructions& instructions, std::shared_ptr<const std::vector<Size>> pages,
-                        PMPrinter printer);
+/// What becomes of a document on a printer, as the driver makes it; the plan is that of the instructions for so many
+/// pages.
+JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
+                      std::shared_ptr<const std::vector<Size>> pages, PMPrinter printer);

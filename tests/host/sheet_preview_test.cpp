@@ -29,7 +29,9 @@ protected:
         instructions.paper.size = "Letter";
     }
 
-    JobSheets plan() const { return planJobSheets(instructions, sizes, printer.get()); }
+    JobSheets plan() const {
+        return sheetsOfJob(instructions, planSheets(instructions, std::ssize(*sizes)), sizes, printer.get());
+    }
 
     /// So large that a pixel is a point.
     static SheetView viewOf(const JobSheets& job, std::size_t sheet, bool isSide2 = false) {

@@ -55,8 +55,9 @@ int main(int argc, char** argv) {
     const PrintSession session(*printer, *settings, nullptr, "job");
     const auto texts =
         CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
-    JobSheets job = planJobSheets(session.instructions(),
-                                  std::make_shared<const std::vector<Size>>(std::move(pages->sizes)), printer->get());
+    const JobInstructions& instructions = session.instructions();
+    JobSheets job = sheetsOfJob(instructions, session.plan(std::ssize(pages->sizes)),
+                                std::make_shared<const std::vector<Size>>(pages->sizes), printer->get());
     if (job.mark && !(sources.mark = drawnWatermark(*job.mark, &reason))) {
         fail(reason);
     }
