@@ -167,23 +167,22 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
         general_->showShared();  // one of the maker's controls: it may have written a setting that stands here too
         return eventNotHandledErr;
     }
-    if (id.id == kPrinterMenu) {
-        printerChosen();
-        return noErr;
+    switch (id.id) {
+        case kPrinterMenu:
+            printerChosen();
+            return noErr;
+        case kPresetMenu:
+            presets_->choose();
+            return noErr;
+        case kConflictButton:
+            remedyChosen();
+            return noErr;
+        case kSavePDF:
+            savePDF();
+            return noErr;
+        default:
+            return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
     }
-    if (id.id == kPresetMenu) {
-        presets_->choose();
-        return noErr;
-    }
-    if (id.id == kConflictButton) {
-        remedyChosen();
-        return noErr;
-    }
-    if (id.id == kSavePDF) {
-        savePDF();
-        return noErr;
-    }
-    return general_->handleHit(id.id) ? noErr : eventNotHandledErr;
 }
 
 OSStatus PrintDialog::handleCommand(OSType command) {
@@ -220,8 +219,8 @@ void PrintDialog::handleShown() {
 
 void PrintDialog::settle() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
-        takeMakersSettings();
         general_->takePages();
+        takeMakersSettings();
         presets_->settle(*session_, GetControl32BitValue(panelSelector()));
         showSummary();
         preview_->show(*session_);

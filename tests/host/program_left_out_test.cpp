@@ -66,7 +66,9 @@ TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
     EXPECT_EQ(done.output, sentence + sentence);
     EXPECT_TRUE(fs::exists(jobFile()));
     const Run left = script(
-        "panel Layout\nchoose Tshl:6004 \"On\"\nexpect Host:71 text \"Inserts will be missing: a "
+        "type Host:31 \"5-6\"\nexpect Host:71 text \"The insert after page 99 will be missing: the document has 10 "
+        "pages. And one more problem.\"\nset Host:30 1\npanel Layout\nchoose Tshl:6004 \"On\"\nexpect Host:71 text "
+        "\"Inserts will be missing: a "
         "booklet cannot have any.\"\nok\ncancel\n",
         {"--ticket-in", settings(kInserts), "--job-out", folder / "other.ps"});
     EXPECT_EQ(left.status, 1) << left.errors;
