@@ -1,7 +1,7 @@
 #include "host/dialog/paper_size_menu.h"
 
+#include "host/dialog/option_item.h"
 #include "host/script/text.h"
-#include "host/settings/conflicts.h"
 #include "host/settings/custom_paper.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
@@ -23,12 +23,8 @@ void PaperSizeMenu::fill(const PrintSession& session) {
     for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
         PMPaper paper{};
         PMPrinterGetIndPaper(printer, i, &paper);
-        add(paper.title, utf8(paper.name));
-        const std::string obstacle = obstacleOf(session, texts_, kPageSize, options_.back());
-        if (!obstacle.empty()) {
-            DisableMenuItem(menu, CountMenuItems(menu));
-            HMSetMenuItemHelpContent(menu, CountMenuItems(menu), cfString(obstacle).get());
-        }
+        options_.push_back(utf8(paper.name));
+        appendOption(menu, paper.title, session, kPageSize, options_.back(), texts_);
     }
     sizesOfPrinter_ = options_.size();
     takesCustom_ = customPaperLimits(session.printer()).has_value();
@@ -54,11 +50,6 @@ bool PaperSizeMenu::isSizeWanted() const {
     return takesCustom_ && GetControl32BitValue(popUp_) == static_cast<SInt32>(options_.size()) + 1;
 }
 
-void PaperSizeMenu::add(CFStringRef title, const std::string& option) {
-    AppendMenuItemTextWithCFString(GetControlPopupMenuHandle(popUp_), title, 0, 0, nullptr);
-    options_.push_back(option);
-}
-
 /// Takes the place of the one before.
 void PaperSizeMenu::addCustom(const PrintSession& session, const std::string& option) {
     const auto words = settingWords(session, texts_, kPageSize, option);
@@ -69,7 +60,8 @@ void PaperSizeMenu::addCustom(const PrintSession& session, const std::string& op
     const auto last = static_cast<MenuItemIndex>(sizesOfPrinter_);
     DeleteMenuItems(menu, last + 1, CountMenuItems(menu) - last);
     options_.resize(sizesOfPrinter_);
-    add(cfString(words->choice).get(), option);
+    AppendMenuItemTextWithCFString(menu, cfString(words->choice).get(), 0, 0, nullptr);
+    options_.push_back(option);
     addSizeItem();
 }
 

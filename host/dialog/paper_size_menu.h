@@ -24,7 +24,6 @@ public:
     bool isSizeWanted() const;
 
 private:
-    void add(CFStringRef title, const std::string& option);
     void addCustom(const PrintSession& session, const std::string& option);
     void addSizeItem();
 

@@ -1,7 +1,7 @@
 #include "host/dialog/paper_source_menu.h"
 
+#include "host/dialog/option_item.h"
 #include "host/script/text.h"
-#include "host/settings/conflicts.h"
 #include "host/settings/setting_words.h"
 #include "platform/toolbox/Menus.h"
 
@@ -20,11 +20,7 @@ void PaperSourceMenu::fill(const PrintSession& session) {
     options_ = session.choices().options(kInputSlot);
     for (const std::string& option : options_) {
         const auto words = settingWords(session, texts_, kInputSlot, option);
-        AppendMenuItemTextWithCFString(menu, cfString(words ? words->choice : option).get(), 0, 0, nullptr);
-        if (const std::string obstacle = obstacleOf(session, texts_, kInputSlot, option); !obstacle.empty()) {
-            DisableMenuItem(menu, CountMenuItems(menu));
-            HMSetMenuItemHelpContent(menu, CountMenuItems(menu), cfString(obstacle).get());
-        }
+        appendOption(menu, cfString(words ? words->choice : option).get(), session, kInputSlot, option, texts_);
     }
     for (const HostControl control : {kPaperSource, kPaperSourceLabel}) {
         SetControlVisibility(hostControl(window_, control), options_.size() > 1, true);
