@@ -99,12 +99,16 @@ void centerOver(QWidget* window, const QWidget* parent) {
     const QRect place = parent->screen()->availableGeometry();
     QRect rect(QPoint(0, 0), window->testAttribute(Qt::WA_Resized) ? window->size() : window->sizeHint());
     rect.moveCenter(parent->frameGeometry().center());
-    rect.moveLeft(std::max(place.left(), std::min(rect.left(), place.right() + 1 - rect.width() - kFrame)));
-    rect.moveTop(std::max(place.top(), std::min(rect.top(), place.bottom() + 1 - rect.height() - kTitleBar)));
-    window->move(rect.topLeft());
+    window->move(movedInto(place.adjusted(0, 0, -kFrame, -kTitleBar), rect).topLeft());
 }
 
 }  // namespace
+
+QRect movedInto(const QRect& place, QRect rect) {
+    rect.moveLeft(std::max(place.left(), std::min(rect.left(), place.right() + 1 - rect.width())));
+    rect.moveTop(std::max(place.top(), std::min(rect.top(), place.bottom() + 1 - rect.height())));
+    return rect;
+}
 
 bool isScreenSeen() {
     return QGuiApplication::platformName() != QLatin1String("offscreen") ||

@@ -10,6 +10,9 @@ class QWidget;
 /// that nobody has moved yet is over its middle.
 void placeOnScreen(QWidget* window, const QWidget* parent);
 
+/// The rectangle, moved as little as it takes to lie in the place; of one that is larger the beginning does.
+QRect movedInto(const QRect& place, QRect rect);
+
 /// Qt's offscreen platform has a screen that nobody sees, and that is smaller than most, unless somebody describes one.
 bool isScreenSeen();
 

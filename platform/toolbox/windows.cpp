@@ -45,9 +45,7 @@ QRect movedOntoScreen(QRect rect) {
     if (isScreenSeen()) {
         rect.setSize(rect.size().boundedTo(place.size()));
     }
-    rect.moveLeft(std::max(place.left(), std::min(rect.left(), place.right() + 1 - rect.width())));
-    rect.moveTop(std::max(place.top(), std::min(rect.top(), place.bottom() + 1 - rect.height())));
-    return rect;
+    return movedInto(place, rect);
 }
 
 /// The first push button of the window that is a control with that command.
