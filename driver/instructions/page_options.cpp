@@ -83,10 +83,6 @@ void readPageOptions(PMTicketRef printSettings, JobInstructions* job) {
 
 namespace {
 
-const char* scalingWord(Scaling::Kind kind) {
-    return kind == Scaling::Kind::actualSize ? "none" : kind == Scaling::Kind::fit ? "fit" : "auto";
-}
-
 const char* subsetWord(PageSubset subset) {
     return subset == PageSubset::odd ? "odd" : subset == PageSubset::even ? "even" : "all";
 }
@@ -128,13 +124,15 @@ void writePageOptions(const JobInstructions& job, CFDictionaryRef usual, PMTicke
     writer.write(kPageBorder, !job.hasBorders, !job.hasBorders ? "none" : hadBorder ? border : "single");
     writer.write(kPageSet, job.subset == PageSubset::all, subsetWord(job.subset));
     writer.write(kOutputOrder, !job.isReversed, job.isReversed ? "reverse" : "normal");
-    writer.write(kPrintScaling, std::string_view(scalingWord(job.scaling.kind)) == "auto",
-                 scalingWord(job.scaling.kind));
+    using enum Scaling::Kind;
+    const Scaling::Kind scaling = job.scaling.kind;
+    const bool isForced = scaling == actualSize || scaling == fit;
+    writer.write(kPrintScaling, !isForced, !isForced ? "auto" : scaling == fit ? "fit" : "none");
     for (const CFStringRef other :
          {kNaturalScaling, CFSTR("fit-to-page"), CFSTR("fitplot"), CFSTR("fill"), CFSTR("scaling")}) {
         writer.drop(other);
     }
-    if (job.scaling.kind == Scaling::Kind::percent) {
+    if (scaling == percent) {
         writer.write(kNaturalScaling, false, std::to_string(std::lround(job.scaling.percent)));
     }
     if (CFDictionaryGetCount(writer.options()) == 0 && usual == nullptr) {

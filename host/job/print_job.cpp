@@ -24,7 +24,7 @@ std::string makeCoverSheet(const Document& document, const PrintSession& session
     if (!job.fax || !job.fax->coverSheet) {
         return {};
     }
-    CoverSheet sheet = drawCoverSheet(*job.fax, std::ssize(chosenPages(job, document.pageCount)) + 1, texts);
+    CoverSheet sheet = drawCoverSheet(*job.fax, session.plan(document.pageCount).pageCount + 1, texts);
     for (const std::string& fault : sheet.faults) {
         tell("cover sheet", fault);
     }
@@ -136,10 +136,10 @@ JobOutcome JobWork::writePDF(const JobSource& source, const PagesProgress& progr
     if (isCancelled_) {
         return {{}, false, true, {}};
     }
-    if ((!isWritten && !fault.empty()) || (isWritten && file.commit())) {
-        return {fault, false, false, {}};
+    if (fault.empty() && (!isWritten || !file.commit())) {
+        fault = target_.file + ": " + std::generic_category().message(file.error());
     }
-    return {target_.file + ": " + std::generic_category().message(file.error()), false, false, {}};
+    return {fault, false, false, {}};
 }
 
 JobOutcome JobWork::send(PreparedJob* job) {
