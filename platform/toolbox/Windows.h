@@ -4,7 +4,7 @@
 #include "platform/foundation/CFBase.h"
 #include "platform/toolbox/ToolboxTypes.h"
 
-// ---- Nibs: Resources/NAME.nib/WINDOW.ui
+// ---- Nibs: Resources/NAME.nib/WINDOW.ui, a Designer file, which the project's build compiles to WINDOW.window
 //
 // A widget becomes a control when it carries one of the dynamic properties "signature" (four characters) and "number",
 // "command" (four characters), "signature2" (a second signature under which the number is found), "viewClass" (a

@@ -41,11 +41,11 @@ OSStatus CreateWindowFromNib(IBNibRef nib, CFStringRef name, WindowRef* window) 
     if (nib == nullptr || name == nullptr || window == nullptr) {
         return paramErr;
     }
-    const QString path = QDir(nib->folder).filePath(toQString(name) + QStringLiteral(".ui"));
+    const QString path = QDir(nib->folder).filePath(toQString(name));
     QString reason;
     QWidget* widget = loadNibWindow(path, nib->bundle.get(), nib->name, &reason);
     if (widget == nullptr) {
-        printLine(stderr, (path + QStringLiteral(": ") + reason).toStdString());
+        printLine(stderr, reason.toStdString());
         return kNibWindowNotFoundErr;
     }
     *window = new OpaqueWindowRef(widget);

@@ -5,21 +5,15 @@
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/clock.h"
 #include "platform/toolbox/data_browser_view.h"
-#include "platform/toolbox/edit_field.h"
 #include "platform/toolbox/little_arrows.h"
+#include "platform/toolbox/nib_builder.h"
 #include "platform/toolbox/nib_keys.h"
-#include "platform/toolbox/nib_window.h"
-#include "platform/toolbox/number_box.h"
 #include "platform/toolbox/objects.h"
-#include "platform/toolbox/pop_up_button.h"
-#include "platform/toolbox/text_area.h"
 #include "platform/toolbox/view_classes.h"
-#include "platform/toolbox/view_widget.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QDateTimeEdit>
 #include <QFile>
 #include <QGroupBox>
@@ -34,7 +28,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
-#include <QUiLoader>
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -70,134 +63,53 @@ constexpr std::array kKindNames = {
 };
 static_assert(kKindNames.size() == static_cast<std::size_t>(ControlKind::progressBar) + 1);
 
-/// Makes our own widgets where the toolbox needs more than Qt's.
-class NibLoader final : public QUiLoader {
-public:
-    /// One loader serves all nibs. A new one loads every Designer plug-in that it finds in the library paths, and with
-    /// one of those comes Qt Quick, which takes longer than our windows; they need none, so it finds none.
-    static NibLoader& shared() {
-        static NibLoader* loader = [] {
-            const QStringList paths = QCoreApplication::libraryPaths();
-            QCoreApplication::setLibraryPaths({});
-            auto* made = new NibLoader;
-            QCoreApplication::setLibraryPaths(paths);
-            return made;
-        }();
-        return *loader;
-    }
-
-    QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override {
-        QWidget* widget = nullptr;
-        if (parent == nullptr) {
-            widget = new NibWindow;
-        } else if (className == QLatin1String("QWidget")) {
-            widget = new ViewWidget(parent);
-        } else if (className == QLatin1String("QLineEdit")) {
-            widget = new EditField(parent);
-        } else if (className == QLatin1String("QPlainTextEdit")) {
-            widget = new TextArea(parent);
-        } else if (className == QLatin1String("QComboBox")) {
-            widget = new PopUpButton(parent);
-        } else if (className == QLatin1String("QSpinBox")) {
-            widget = new NumberBox(parent);
-        } else if (className == QLatin1String("QTreeView")) {
-            widget = new DataBrowserView(parent);
-        } else if (className == QLatin1String("QTabBar")) {
-            widget = new QTabBar(parent);
-        } else if (className == QLatin1String("LittleArrows")) {
-            widget = new LittleArrows(parent);
-        } else {
-            return QUiLoader::createWidget(className, parent, name);
-        }
-        widget->setObjectName(name);
-        return widget;
-    }
-
-private:
-    NibLoader() { setTranslationEnabled(false); }
-};
-
-OSType codeOf(const QVariant& property) {
-    return codeOf(property.toString());
+OSType codeIn(const NibElement& element, const char* property) {
+    const QVariant* const code = element.find(property);
+    return code == nullptr ? 0 : codeOf(code->toString());
 }
 
-ControlKind kindOf(const QWidget* widget) {
-    const QByteArray named = widget->property("kind").toString().toLatin1();
-    for (const KindName& row : kKindNames) {
-        if (named == row.name) {
-            return row.kind;
+ControlKind kindOf(const QWidget* widget, const NibElement& element) {
+    if (const QVariant* const named = element.find("kind")) {
+        const QByteArray name = named->toString().toLatin1();
+        for (const KindName& row : kKindNames) {
+            if (name == row.name) {
+                return row.kind;
+            }
         }
     }
-    return widget->property("viewClass").isValid() ? ControlKind::customView : kindOfClass(widget);
+    return element.find("viewClass") != nullptr ? ControlKind::customView : kindOfClass(widget);
 }
 
 /// Makes the widget a control when the nib says that it is one.
-void makeControl(QWidget* widget) {
-    // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): a child that Qt lists is there, whatever casts say of it
-    const bool isControl = widget->property("signature").isValid() || widget->property("command").isValid() ||
-                           widget->property("viewClass").isValid();
-    if (!isControl) {
+void makeControl(QWidget* widget, const NibElement& element) {
+    const QVariant* const number = element.find("number");
+    const QVariant* const viewClass = element.find("viewClass");
+    if (element.find("signature") == nullptr && element.find("command") == nullptr && viewClass == nullptr) {
         return;
     }
-    auto* control = new OpaqueControlRef(widget, kindOf(widget));
-    control->id = {codeOf(widget->property("signature")), widget->property("number").toInt()};
-    control->secondSignature = codeOf(widget->property("signature2"));
-    control->command = codeOf(widget->property("command"));
+    auto* control = new OpaqueControlRef(widget, kindOf(widget, element));
+    control->id = {codeIn(element, "signature"), number == nullptr ? 0 : number->toInt()};
+    control->secondSignature = codeIn(element, "signature2");
+    control->command = codeIn(element, "command");
     if (control->kind == ControlKind::customView) {
-        attachViewClass(control, widget->property("viewClass").toString());
+        attachViewClass(control, viewClass == nullptr ? QString() : viewClass->toString());
     }
     connectKeys(control);
 }
 
 /// Return presses the button that has the focus, else 'ok  '; buttons take the focus by Tab only, so that a click on
 /// one does not make a field give up what is being typed.
-void prepareButton(QPushButton* button) {
+void prepareButton(QPushButton* button, const NibElement& element) {
     button->setAutoDefault(true);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setDefault(codeOf(button->property("command")) == FourCharCode("ok  "));
+    button->setDefault(codeIn(element, "command") == FourCharCode("ok  "));
 }
 
-/// Replaces the keys in a widget's texts by the texts of the strings table.
-class Localizer {
-public:
-    Localizer(CFBundleRef bundle, const QString& table) : bundle_(bundle), table_(toCFString(table)) {}
-
-    void localize(QWidget* widget) const {
-        static constexpr std::array kProperties = {
-            "text",      "title",          "windowTitle",           "toolTip",
-            "whatsThis", "accessibleName", "accessibleDescription", "placeholderText"};
-        for (const char* name : kProperties) {
-            const QString key = widget->property(name).toString();
-            if (!key.isEmpty()) {
-                widget->setProperty(name, text(key));
-            }
-        }
-        if (QStringList headers = widget->property("headers").toStringList(); !headers.isEmpty()) {
-            std::ranges::transform(headers, headers.begin(), [this](const QString& key) { return text(key); });
-            widget->setProperty("headers", headers);
-        }
-        if (auto* popUp = qobject_cast<QComboBox*>(widget)) {
-            for (int i = 0; i < popUp->count(); ++i) {
-                popUp->setItemText(i, text(popUp->itemText(i)));
-            }
-        }
-        if (auto* tabs = qobject_cast<QTabWidget*>(widget)) {
-            for (int i = 0; i < tabs->count(); ++i) {
-                tabs->setTabText(i, text(tabs->tabText(i)));
-            }
-        }
-    }
-
-private:
-    QString text(const QString& key) const {
-        return toQString(CFRef<CFStringRef>::adopt(
-                             CFBundleCopyLocalizedString(bundle_, toCFString(key).get(), nullptr, table_.get()))
-                             .get());
-    }
-
-    CFBundleRef bundle_;
-    CFRef<CFStringRef> table_;
-};
+/// The text of a key in a bundle's strings table.
+QString textOf(CFBundleRef bundle, CFStringRef table, const QString& key) {
+    return toQString(
+        CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(bundle, toCFString(key).get(), nullptr, table)).get());
+}
 
 /// A list is called by the label that leads to it, as Qt has it for fields and pop-ups.
 void nameByLabels(const QWidget* window) {
@@ -210,6 +122,25 @@ void nameByLabels(const QWidget* window) {
             list->setAccessibleName(name);
         }
     }
+}
+
+/// The window's tree: compiled by the build, else from its Designer file. `path` has neither's ending; the reason
+/// begins with that of the file.
+std::optional<NibWindowTree> readNibWindow(const QString& path, QString* reason) {
+    std::optional<NibWindowTree> tree;
+    QFile file(path + QStringLiteral(".window"));
+    if (file.open(QIODevice::ReadOnly)) {
+        tree = readCompiledWindow(file.readAll(), reason);
+    } else {
+        file.setFileName(path + QStringLiteral(".ui"));
+        if (file.open(QIODevice::ReadOnly)) {
+            tree = readDesignerFile(&file, reason);
+        } else {
+            *reason = file.errorString();
+        }
+    }
+    reason->prepend(file.fileName() + QStringLiteral(": "));
+    return tree;
 }
 
 }  // namespace
@@ -268,30 +199,26 @@ const char* ControlKindName(ControlKind kind) {
 }
 
 QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& table, QString* reason) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *reason = file.errorString();
+    const std::optional<NibWindowTree> tree = readNibWindow(path, reason);
+    if (!tree) {
         return nullptr;
     }
-    NibLoader& loader = NibLoader::shared();
-    QWidget* window = loader.load(&file);
-    if (window == nullptr) {
-        *reason = loader.errorString();
-        return nullptr;
-    }
-    const Localizer localizer(bundle, table);
-    localizer.localize(window);
-    for (QWidget* widget : window->findChildren<QWidget*>()) {
-        localizer.localize(widget);
-        if (auto* button = qobject_cast<QPushButton*>(widget)) {
-            prepareButton(button);
-        } else if (auto* browser = dynamic_cast<DataBrowserView*>(widget)) {
-            browser->readColumns();
-        } else if (auto* clock = qobject_cast<QDateTimeEdit*>(widget)) {
-            prepareClock(clock);
-        }
-        makeControl(widget);
-    }
+    const CFRef<CFStringRef> tableName = toCFString(table);
+    QWidget* const window =
+        buildNibWindow(*tree, {[&](const QString& key) { return textOf(bundle, tableName.get(), key); },
+                               [](QWidget* widget, const NibElement& element) {
+                                   if (widget->isWindow()) {
+                                       return;
+                                   }
+                                   if (auto* button = qobject_cast<QPushButton*>(widget)) {
+                                       prepareButton(button, element);
+                                   } else if (auto* browser = dynamic_cast<DataBrowserView*>(widget)) {
+                                       browser->readColumns();
+                                   } else if (auto* clock = qobject_cast<QDateTimeEdit*>(widget)) {
+                                       prepareClock(clock);
+                                   }
+                                   makeControl(widget, element);
+                               }});
     nameByLabels(window);
     connectKeys(new OpaqueControlRef(window, ControlKind::userPane));
     return window;

@@ -6,8 +6,9 @@
 class QString;
 class QWidget;
 
-/// Loads the file and makes controls of its widgets; texts come from the bundle's strings table of the nib's name.
-/// Null, with the reason, when the file cannot be read or does not parse.
+/// Loads PATH.window, which is compiled, or else the Designer file PATH.ui, and makes controls of its widgets; texts
+/// come from the bundle's strings table of the nib's name. Null, with the file and the reason, when it cannot be read
+/// or does not parse.
 QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& table, QString* reason);
 
 /// What a widget's class says that it is.

@@ -122,8 +122,8 @@ TEST_F(Refusals, PartsThatAreMissingOrBroken) {
     expectRefusal(runCopy(stage), 4, kTenPages + ": cannot be looked at: ", "lib/tavro-pages: No such file");
     fs::rename(folder / "kept", pageReader);
     const std::string nib = stage + "/TavroPrint.bundle/Contents/Resources/PrintDialog.nib";
-    std::ofstream(nib + "/PrintDialog.ui") << "<ui";
-    expectRefusal(runCopy(stage), 4, "PrintDialog.ui", "line");
+    std::ofstream(nib + "/PrintDialog.window") << "TVNW";
+    expectRefusal(runCopy(stage), 4, "PrintDialog.window", "no window of this version");
     fs::remove_all(nib);
     expectRefusal(runCopy(stage), 4, "TavroPrint.bundle", "nib");
     std::ofstream(stage + "/plugins/TavroFeatures.plugin/Contents/Linux/TavroFeatures") << "no library";

@@ -19,10 +19,13 @@ namespace {
 
 /// A bundle and the sources that are served by it.
 struct Served {
-    const char* bundle;  // path in the stage
+    const char* bundle;     // path in the stage
+    const char* nibFolder;  // path in the sources
     QStringList sources;
 
     QString resources() const { return QString::fromStdString(stagePath(std::string(bundle) + "/Contents/Resources")); }
+    /// As Designer has them: what is served is compiled.
+    QString nibs() const { return QString::fromStdString(sourcePath(nibFolder)); }
     QStringList languages() const {
         return QDir(resources()).entryList({QStringLiteral("*.lproj")}, QDir::Dirs, QDir::Name);
     }
@@ -32,11 +35,13 @@ struct Served {
 };
 
 const Served kPlugIn{"plugins/TavroFeatures.plugin",
+                     "resources/nibs",
                      {QStringLiteral("model"), QStringLiteral("core"), QStringLiteral("ui"), QStringLiteral("panels"),
                       QStringLiteral("jobtypes"), QStringLiteral("watermark")}};
 const Served kEditor{"plugins/TavroFeatures.plugin/Contents/PlugIns/WatermarkEditor.bundle",
+                     "resources/watermark_editor",
                      {QStringLiteral("watermark/editor")}};
-const Served kHost{"TavroPrint.bundle", {QStringLiteral("host")}};
+const Served kHost{"TavroPrint.bundle", "resources/host/nibs", {QStringLiteral("host")}};
 
 std::string Listed(const QSet<QString>& names) {
     QStringList sorted = names.values();
@@ -70,7 +75,7 @@ TEST_P(Resources, TextsAreThoseAskedFor) {
     const QSet<QString> named = LiteralsInSources(GetParam().sources);
     KeysByTable asked = TextKeysInSources(GetParam().sources);
     asked[QStringLiteral("Localizable")];
-    for (const NibWindow& window : NibWindowsBelow(GetParam().resources())) {
+    for (const NibWindow& window : NibWindowsBelow(GetParam().nibs())) {
         asked[window.nib] += window.texts;
     }
     ASSERT_FALSE(asked.isEmpty());
@@ -189,7 +194,7 @@ TEST(PlugInResources, PapersHaveTheirIcons) {
 }
 
 TEST_P(Resources, WindowsParse) {
-    for (const NibWindow& window : NibWindowsBelow(GetParam().resources())) {
+    for (const NibWindow& window : NibWindowsBelow(GetParam().nibs())) {
         EXPECT_EQ(window.error.toStdString(), "") << window.nib.toStdString() << '/' << window.window.toStdString();
         QSet<QString> seen;
         for (const QString& control : window.controls) {
@@ -280,7 +285,7 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
         }
     }
     QMap<QString, QSet<QString>> present;
-    for (const NibWindow& window : NibWindowsBelow(kPlugIn.resources())) {
+    for (const NibWindow& window : NibWindowsBelow(kPlugIn.nibs())) {
         present[window.nib + QLatin1Char('/') + window.window] = {window.controls.begin(), window.controls.end()};
     }
     EXPECT_EQ(expected.keys(), present.keys());

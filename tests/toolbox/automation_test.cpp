@@ -353,14 +353,15 @@ TEST_F(AutomationTest, TypingReplacesTheTextKeyByKey) {
 }
 
 TEST_F(AutomationTest, RowsAreSelectedAsTheListAllows) {
-    std::string rows;
+    show({});
+    auto* const list = new QListWidget(window->widget);
+    list->setGeometry(0, 0, 200, 100);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (int i = 1; i <= 30; ++i) {
-        rows += item("row " + std::to_string(i));
+        list->addItem(QStringLiteral("row %1").arg(i));
     }
-    show(widget(
-        "QListWidget", 1,
-        rectangle(0, 0, 200, 100) + property("selectionMode", "enum", "QAbstractItemView::ExtendedSelection") + rows));
-    auto* list = qobject_cast<QListWidget*>(control(1)->widget);
+    list->show();
+    (new OpaqueControlRef(list, ControlKind::list))->id = {kTest, 1};
     EXPECT_EQ(AutomationCountRows(control(1)), 30);
     const UInt32 far[] = {1, 30};
     EXPECT_EQ(AutomationSelectRows(control(1), 2, far), noErr);
@@ -382,9 +383,11 @@ TEST_F(AutomationTest, RowsAreSelectedAsTheListAllows) {
 }
 
 TEST_F(AutomationTest, ScrolledOutControlsAreScrolledTo) {
-    show("<widget class=\"QScrollArea\" name=\"area\">" + rectangle(0, 0, 200, 100) +
-         "<widget class=\"QWidget\" name=\"inner\">" + rectangle(0, 0, 180, 900) +
-         widget("QPushButton", 1, rectangle(0, 800, 80, 30)) + "</widget></widget>");
+    show(widget("QWidget", 2, rectangle(0, 0, 180, 900) + widget("QPushButton", 1, rectangle(0, 800, 80, 30))));
+    auto* const area = new QScrollArea(window->widget);
+    area->setGeometry(0, 0, 200, 100);
+    area->setWidget(control(2)->widget);
+    area->show();
     listen(1);
     EXPECT_EQ(AutomationClick(control(1)), noErr);
     EXPECT_EQ(heard(), "hit 0; ");

@@ -2,9 +2,12 @@
 
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
+#include "tests/support/places.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
 #include <QTest>
+#include <fstream>
+#include <iterator>
 
 namespace {
 
@@ -54,6 +57,29 @@ TEST_F(WindowsTest, BrokenAndMissingNibsAreRefused) {
     EXPECT_NE(errors.find("Broken.nib/Window.ui: "), std::string::npos) << errors;
     EXPECT_NE(errors.find("Broken.nib/Missing.ui: "), std::string::npos) << errors;
     DisposeNibReference(nib);
+}
+
+TEST_F(WindowsTest, DamagedCompiledNibsAreRefused) {
+    std::ifstream file(stagePath("plugins/TavroFeatures.plugin/Contents/Resources/Layout.nib/Layout.window"));
+    const std::string whole{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_GT(whole.size(), 1000U);
+    const auto load = [this](const std::string& content) {
+        bundle.add("Resources/Compiled.nib/Window.window", content);
+        IBNibRef nib = nullptr;
+        EXPECT_EQ(CreateNibReferenceWithCFBundle(bundle.bundle(), CFSTR("Compiled"), &nib), noErr);
+        WindowRef made = nullptr;
+        const OSStatus status = CreateWindowFromNib(nib, CFSTR("Window"), &made);
+        DisposeWindow(made);
+        DisposeNibReference(nib);
+        return status;
+    };
+    EXPECT_EQ(load(whole), noErr);
+    testing::internal::CaptureStderr();
+    for (std::size_t size = 0; size < whole.size(); size += 97) {
+        EXPECT_EQ(load(whole.substr(0, size)), kNibWindowNotFoundErr) << size;
+    }
+    const std::string errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("Window.window: it is damaged"), std::string::npos) << errors;
 }
 
 TEST_F(WindowsTest, ReturnPressesTheFocusedButtonElseTheDefaultOneAndEscapeCancel) {

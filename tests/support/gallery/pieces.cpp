@@ -97,7 +97,7 @@ std::vector<std::string> pieceNames() {
 std::vector<std::string> nibWindowNames(CFBundleRef bundle) {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(resourcesOf(bundle))) {
-        if (entry.path().extension() == ".ui") {
+        if (entry.path().extension() == ".window" || entry.path().extension() == ".ui") {
             names.push_back((entry.path().parent_path().stem() / entry.path().stem()).string());
         }
     }
