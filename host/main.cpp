@@ -16,6 +16,7 @@
 #include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
+#include "platform/fonts/font_faces.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 
@@ -32,6 +33,7 @@
 #include <cstring>
 #include <exception>
 #include <initializer_list>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -205,9 +207,6 @@ ExitStatus proof(const CommandLine& line) {
 
 ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, OpeningDocument* document,
                      char* programName) {
-    openToolbox(programName, line.isScripted());
-    askPasswordsInWindows(programName, line.isScripted());
-    markStart("toolbox");
     auto bundle = openBundle(hostBundlePath());
     if (!bundle) {
         return fail(bundle.failure());
@@ -245,8 +244,15 @@ ExitStatus run(const CommandLine& line, char* programName) {
     if (!line.print && !line.check && !line.isScripted() && !hasDisplay()) {
         return fail({ExitStatus::usage, "there is no display; --print and --script do without one"});
     }
-    if (!line.print && !line.check && !line.isScripted()) {
-        askPasswordsInWindows(programName, false);
+    std::optional<FontsAhead> fonts;
+    if (!line.print && !line.check) {
+        fonts.emplace();
+        if (line.ppd.empty()) {
+            askForPrinterAhead(line.printer);
+        }
+        openToolbox(programName, line.isScripted());
+        markStart("toolbox");
+        askPasswordsInWindows(programName, line.isScripted());
     }
     auto job = openJobSetup(line, samplePPDPath());
     if (!job) {

@@ -45,6 +45,10 @@ Result<Printer> openQueue(const std::string& queue) {
     return opened(status, printer);
 }
 
+void askForPrinterAhead(const std::string& queue) {
+    PMServerAskAhead(queue.empty() ? nullptr : cfString(queue).get(), kServerPatience);
+}
+
 Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
     CFStringRef name = nullptr;
     if (PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr) {

@@ -140,3 +140,5 @@ std::vector<FontFace> InstalledFontFaces() {
     });
     return faces;
 }
+
+FontsAhead::FontsAhead() : reader_([] { FcInit(); }) {}

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 /// How a face's outlines are kept.
@@ -32,3 +33,13 @@ std::optional<FontFace> FindFontFace(const std::string& postScriptName);
 /// Every face that has a PostScript name, sorted by family, style and PostScript name. A name that several files have
 /// is there once, with the face that FindFontFace takes.
 std::vector<FontFace> InstalledFontFaces();
+
+/// Begins to read the desktop's font cache, which whoever shows text waits for, in a thread of its own. The end of the
+/// object's life waits for it.
+class FontsAhead {
+public:
+    FontsAhead();
+
+private:
+    std::jthread reader_;
+};

@@ -40,6 +40,11 @@ using PMPasswordProc = Boolean (*)(CFStringRef server, CFStringRef proposal, Boo
 /// question on the terminal. What is given is kept in memory only.
 void PMServerSetPasswordProc(PMPasswordProc ask, void* context);
 
+/// Begins to ask the server for a queue or an instance of one (null: for the user's default one) that is about to be
+/// opened: the next PMServerCopyDefaultPrinterID and PMPrinterCreateFromPrinterID wait for what is left. Does not
+/// block.
+void PMServerAskAhead(CFStringRef printerID, UInt32 timeoutMilliseconds);
+
 /// Where the user prints by default: a new string, the name of a queue or of an instance. kPMNoDefaultPrinter, or
 /// kPMServerNotResponding when no server answers in time.
 OSStatus PMServerCopyDefaultPrinterID(UInt32 timeoutMilliseconds, CFStringRef* printerID);

@@ -15,6 +15,7 @@
 #include <iterator>
 #include <string_view>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 
@@ -24,31 +25,59 @@ using DefaultQueue = ServerAnswer<std::string>;
 using FetchedQueue = ServerAnswer<QueueDescription>;
 using ExaminedQueue = ServerAnswer<QueueState>;
 
-/// Asks in a thread of its own, which may outlive the one that waits for the answer. A password is asked for at the
-/// desk.
+/// A question that one thread puts to the server while another waits for the answer, or has stopped waiting. Passwords
+/// are asked for at its desk.
 template <typename Answer>
-std::future<Answer> askAside(std::function<Answer()> ask, const std::shared_ptr<LoginDesk>& desk) {
-    std::promise<Answer> promise;
-    std::future<Answer> answer = promise.get_future();
-    std::thread([ask = std::move(ask), promise = std::move(promise), desk]() mutable {
-        LoginDesk::use(desk.get());
+class Question {
+public:
+    std::future<Answer> answer() { return promise_.get_future(); }
+
+    /// For the thread that asks.
+    void put(const std::function<Answer()>& ask) {
+        LoginDesk::use(&desk_);
         try {
-            promise.set_value(ask());
+            promise_.set_value(ask());
         } catch (...) {
-            promise.set_exception(std::current_exception());
+            promise_.set_exception(std::current_exception());
         }
-        desk->leave();
-    }).detach();
-    return answer;
+        desk_.leave();
+    }
+
+    /// For the one who waits: whether the answer came within its limit.
+    bool serve(int timeoutMilliseconds) {
+        return desk_.serve(std::chrono::milliseconds(timeoutMilliseconds) + kServerGrace);
+    }
+    /// Nobody is to be asked for a password.
+    void closeDesk() { desk_.close(); }
+
+private:
+    std::promise<Answer> promise_;
+    LoginDesk desk_;
+};
+
+/// What is awaited of a question.
+template <typename Answer>
+struct Asked {
+    std::shared_ptr<Question<Answer>> question = std::make_shared<Question<Answer>>();
+    std::future<Answer> answer = question->answer();
+
+    Answer await(int timeoutMilliseconds) {
+        return question->serve(timeoutMilliseconds) ? answer.get()
+                                                    : Answer{kPMServerNotResponding, ServerConnection::silence(), {}};
+    }
+};
+
+/// Asks in a thread of its own, which may outlive the one that waits for the answer.
+template <typename Answer>
+void askAside(const Asked<Answer>& asked, std::function<Answer()> ask) {
+    std::thread([question = asked.question, ask = std::move(ask)] { question->put(ask); }).detach();
 }
 
 template <typename Answer>
 Answer answerInTime(std::function<Answer()> ask, int timeoutMilliseconds) {
-    const auto desk = std::make_shared<LoginDesk>();
-    std::future<Answer> answer = askAside(std::move(ask), desk);
-    return desk->serve(std::chrono::milliseconds(timeoutMilliseconds) + kServerGrace)
-               ? answer.get()
-               : Answer{kPMServerNotResponding, ServerConnection::silence(), {}};
+    Asked<Answer> asked;
+    askAside(asked, std::move(ask));
+    return asked.await(timeoutMilliseconds);
 }
 
 /// Whether the last request got what it asked for; a server without queues, or without a default one, says "not found".
@@ -254,20 +283,65 @@ ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
     return examined;
 }
 
+// ---- Ahead
+
+/// What was asked for before it is needed; taken once.
+struct AskedAhead {
+    std::optional<Asked<DefaultQueue>> defaultQueue;  // nothing where the queue was named
+    std::string name;                                 // of the queue; empty until it is known
+    std::optional<Asked<FetchedQueue>> queue;
+};
+
+AskedAhead& askedAhead() {
+    static AskedAhead asked;
+    return asked;
+}
+
 }  // namespace
 
+void askAhead(const std::string& destination, int timeoutMilliseconds) {
+    AskedAhead& ahead = askedAhead();
+    ahead = {std::nullopt, destination, Asked<FetchedQueue>()};
+    const auto queue = ahead.queue->question;
+    if (!destination.empty()) {
+        askAside<FetchedQueue>(*ahead.queue, [destination] { return askForQueue(destination); });
+        return;
+    }
+    ahead.defaultQueue.emplace();
+    std::thread([name = ahead.defaultQueue->question, queue, timeoutMilliseconds] {
+        std::string found;
+        name->put([timeoutMilliseconds, &found] {
+            DefaultQueue answer = askForUsersDefault(timeoutMilliseconds);
+            found = answer.value;
+            return answer;
+        });
+        queue->put([&found] { return found.empty() ? FetchedQueue{kPMNoSuchPrinter, {}, {}} : askForQueue(found); });
+    }).detach();
+}
+
 std::future<QueueNames> listQueues(int timeoutMilliseconds) {
-    const auto desk = std::make_shared<LoginDesk>();
-    desk->close();  // nobody shall be asked for a password by a menu
-    return askAside<QueueNames>([timeoutMilliseconds] { return askForQueues(timeoutMilliseconds); }, desk);
+    Asked<QueueNames> asked;
+    asked.question->closeDesk();  // nobody shall be asked for a password by a menu
+    askAside<QueueNames>(asked, [timeoutMilliseconds] { return askForQueues(timeoutMilliseconds); });
+    return std::move(asked.answer);
 }
 
 ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds) {
+    AskedAhead& ahead = askedAhead();
+    if (auto asked = std::exchange(ahead.defaultQueue, std::nullopt)) {
+        DefaultQueue answer = asked->await(timeoutMilliseconds);
+        ahead.name = answer.value;
+        return answer;
+    }
     return answerInTime<DefaultQueue>([timeoutMilliseconds] { return askForUsersDefault(timeoutMilliseconds); },
                                       timeoutMilliseconds);
 }
 
 ServerAnswer<QueueDescription> fetchQueue(const std::string& destination) {
+    AskedAhead ahead = std::exchange(askedAhead(), {});
+    if (ahead.queue && ahead.name == destination) {
+        return ahead.queue->await(serverPatience().questionMilliseconds);
+    }
     return answerInTime<FetchedQueue>([destination] { return askForQueue(destination); },
                                       serverPatience().questionMilliseconds);
 }

@@ -30,6 +30,10 @@ using QueueNames = ServerAnswer<std::vector<std::string>>;
 /// Begins to ask for them. kPMServerNotResponding when the server is silent.
 std::future<QueueNames> listQueues(int timeoutMilliseconds);
 
+/// Begins to ask for a queue or an instance (the empty string: for the user's default one, and then for it), so that
+/// the next findDefaultQueue and fetchQueue of that name find the answer on its way. The limit is the default queue's.
+void askAhead(const std::string& destination, int timeoutMilliseconds);
+
 /// The user's default queue or instance; the empty string when there is none. kPMServerNotResponding.
 ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds);
 

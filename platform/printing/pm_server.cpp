@@ -12,6 +12,10 @@ struct OpaquePMPrinterList {
     std::chrono::steady_clock::time_point deadline;
 };
 
+void PMServerAskAhead(CFStringRef printerID, UInt32 timeoutMilliseconds) {
+    askAhead(printerID == nullptr ? std::string() : utf8Text(printerID), static_cast<int>(timeoutMilliseconds));
+}
+
 OSStatus PMServerCopyDefaultPrinterID(UInt32 timeoutMilliseconds, CFStringRef* printerID) {
     clearLastError();
     if (printerID == nullptr) {

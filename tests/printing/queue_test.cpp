@@ -146,6 +146,30 @@ TEST_F(Queues, AreListedWithTheUsersInstances) {
     EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), kPMNoDefaultPrinter);
 }
 
+TEST_F(Queues, AreAskedForAhead) {
+    server.addQueue("another", kZR410);
+    saveOptions("Default tavro/draft copies=3\n");
+    PMServerAskAhead(nullptr, 3000);
+    CFStringRef name = nullptr;
+    ASSERT_EQ(PMServerCopyDefaultPrinterID(3000, &name), noErr);
+    const auto owner = CFRef<CFStringRef>::adopt(name);
+    EXPECT_EQ(text(name), "tavro/draft");
+    const auto opened = [](CFStringRef queue) {
+        PMPrinter printer = nullptr;
+        const OSStatus status = PMPrinterCreateFromPrinterID(queue, &printer);
+        const std::string title = status == noErr ? text(PMPrinterGetID(printer)) : std::to_string(status);
+        PMPrinterRelease(printer);
+        return title;
+    };
+    EXPECT_EQ(opened(name), "tavro/draft");
+    EXPECT_EQ(opened(name), "tavro/draft") << "asked for anew";
+    PMServerAskAhead(CFSTR("tavro"), 3000);
+    EXPECT_EQ(opened(CFSTR("another")), "another") << "another one than was asked for";
+    PMServerAskAhead(CFSTR("gone"), 3000);
+    EXPECT_EQ(opened(CFSTR("gone")), std::to_string(kPMNoSuchPrinter));
+    PMServerAskAhead(nullptr, 3000);  // nobody comes for the answer
+}
+
 TEST_F(Queues, BeginWithWhatIsSavedForThem) {
     server.admin("lpadmin -p tavro -o copies-default=4 -o sides-default=two-sided-short-edge");
     saveOptions(
