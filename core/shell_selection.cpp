@@ -17,6 +17,16 @@ void HidePane(ControlRef pane) {
     DeactivateControl(pane);
 }
 
+/// Whether the keys go to a control of the shown panel.
+bool PanelHasFocus(const PDEShellContext& context) {
+    ControlRef control = nullptr;
+    GetKeyboardFocus(GetControlOwner(context.container), &control);
+    while (control != nullptr && control != context.container) {
+        control = GetSuperControl(control);
+    }
+    return control != nullptr;
+}
+
 /// Selects the panel that is `steps` behind the one shown, in a ring.
 void StepPanel(PDEShellContext* context, int steps) {
     const int count = static_cast<int>(context->panels.size());
@@ -36,6 +46,7 @@ void selectPanel(SInt16 number, PDEShellContext* context) {
             panel.table.operations.Sync(panel.context, context->session, false);
         }
     });
+    const bool leavesFocus = number != gCurrentPanel && PanelHasFocus(*context);
     HideControl(context->container);
     context->forEachPanel([context, number](PanelRecord& panel) {
         if (panel.number != lastTabIndex) {
@@ -50,6 +61,10 @@ void selectPanel(SInt16 number, PDEShellContext* context) {
     });
     lastTabIndex = number;
     ShowControl(context->container);
+    if (leavesFocus) {
+        // Else the keys would go to what comes after the panel in the window.
+        SetKeyboardFocus(GetControlOwner(context->selector), context->selector);
+    }
 }
 
 void SelectNextPanel(PDEShellContext* context) {

@@ -128,6 +128,19 @@ TEST_F(Shell, ShowsOnePanelAtATimeInARing) {
     expectShown(last);
     EXPECT_EQ(command(FourCharCode("TFdn")), eventNotHandledErr);
     expectShown(last - 1);
+    const auto hasFocus = [this](ControlRef control) {
+        ControlRef focused = nullptr;
+        GetKeyboardFocus(window, &focused);
+        return focused == control;
+    };
+    choose("Layout");
+    SetKeyboardFocus(window, shell(6004));
+    ASSERT_TRUE(hasFocus(shell(6004)));
+    command(FourCharCode("TFdn"));
+    EXPECT_TRUE(hasFocus(shell(kSelector))) << "the panel that had the keys is hidden";
+    SetKeyboardFocus(window, control(2));
+    command(FourCharCode("TFup"));
+    EXPECT_TRUE(hasFocus(control(2)));
     EXPECT_EQ(command(FourCharCode("none")), eventNotHandledErr);
     EXPECT_EQ(command(FourCharCode("help")), noErr);
     for (const std::string& name : names) {
