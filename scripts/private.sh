@@ -1,0 +1,51 @@
+# A folder, a print server and a screen for this run alone, taken away at its end. To be sourced by bash.
+# shellcheck shell=bash
+
+work=$(mktemp -d)
+processes=()  # ended last to first
+cleanup() {
+  local i process
+  for ((i = ${#processes[@]} - 1; i >= 0; --i)); do
+    process=${processes[i]}
+    kill "$process"
+    wait "$process" || true  # it writes its files until it ends
+  done
+  rm -rf "$work"
+}
+trap cleanup EXIT
+
+# A print server of our own, without queues.
+start_server() {
+  local port=$((20000 + RANDOM % 20000))
+  mkdir -p "$work"/{root,cache,state,spool/tmp}
+  chmod 755 "$work"
+  printf '%s\n' "Listen 127.0.0.1:$port" "Browsing Off" "DefaultAuthType None" "WebInterface No" \
+    "<Location />" "Order allow,deny" "Allow all" "</Location>" \
+    "<Policy default>" "<Limit All>" "Order deny,allow" "</Limit>" "</Policy>" >"$work/cupsd.conf"
+  printf '%s\n' "FileDevice Yes" "SystemGroup root" "Group nogroup" "ServerRoot $work/root" "CacheDir $work/cache" \
+    "StateDir $work/state" "RequestRoot $work/spool" "TempDir $work/spool/tmp" "ErrorLog $work/error_log" \
+    "AccessLog $work/access_log" "PageLog $work/page_log" >"$work/cups-files.conf"
+  /usr/sbin/cupsd -f -c "$work/cupsd.conf" -s "$work/cups-files.conf" &
+  processes+=($!)
+  export CUPS_SERVER=127.0.0.1:$port
+  for _ in $(seq 50); do
+    if lpstat -r 2>/dev/null | grep -q "is running"; then
+      break
+    fi
+    sleep 0.1
+  done
+}
+
+# start_screen WIDTHxHEIGHT
+start_screen() {
+  Xvfb -displayfd 3 -screen 0 "$1x24" 3>"$work/display" 2>/dev/null &
+  processes+=($!)
+  for _ in $(seq 100); do
+    if [ -s "$work/display" ]; then
+      break
+    fi
+    sleep 0.1
+  done
+  DISPLAY=:$(cat "$work/display")
+  export DISPLAY
+}
