@@ -111,6 +111,10 @@ OSStatus PMPrinterCopyConflicts(PMPrinter printer, PMTicketRef printSettings, PM
 /// stay where something else can give way.
 OSStatus PMPrinterCopyRemedy(PMPrinter printer, PMTicketRef printSettings, PMTicketRef printerInfo, CFArrayRef keep,
                              CFDictionaryRef* changes);
+/// A new string: the option of a main keyword that stands against nothing, while all else stays; null when there is
+/// none, or when the keyword says what is installed.
+OSStatus PMPrinterCopyOptionWithoutConflict(PMPrinter printer, PMTicketRef printSettings, PMTicketRef printerInfo,
+                                            CFStringRef mainKeyword, CFStringRef* option);
 
 /// One paper size of a printer, in points, origin at the lower left corner.
 struct PMPaper {

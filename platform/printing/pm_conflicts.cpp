@@ -124,3 +124,18 @@ OSStatus PMPrinterCopyRemedy(PMPrinter printer, PMTicketRef printSettings, PMTic
     *changes = made.leak();
     return noErr;
 }
+
+OSStatus PMPrinterCopyOptionWithoutConflict(PMPrinter printer, PMTicketRef printSettings, PMTicketRef printerInfo,
+                                            CFStringRef mainKeyword, CFStringRef* option) {
+    clearLastError();
+    if (printer == nullptr || mainKeyword == nullptr || option == nullptr) {
+        return failWith(paramErr, "remedy", "no printer, no main keyword, or no place for the option");
+    }
+    PPDSettings settings;
+    if (const OSStatus status = readSettings(printer, printSettings, printerInfo, &settings); status != noErr) {
+        return status;
+    }
+    const auto found = choiceWithoutConflict(printer->ppd, settings, utf8Text(mainKeyword));
+    *option = found ? makeString(*found).leak() : nullptr;
+    return noErr;
+}

@@ -117,35 +117,40 @@ public:
     /// Settles one conflict by one more change; false when there is no way.
     bool settle(const PPDConflict& conflict) {
         if (conflict.size() == 1) {
-            return accept(conflict.front(), nearestSize(ppd_, settings_).value_or(""));
+            return change(conflict.front());
         }
-        // Those that may be changed at all, the most welcome first.
+        // Those that may be changed, the most welcome first.
         std::vector<std::string> keywords;
-        std::ranges::copy_if(conflict, std::back_inserter(keywords), [&](const std::string& keyword) {
-            const PPDOption* const option = ppd_.findOption(keyword);
-            return option != nullptr && !option->installable && !changes_.contains(keyword);
-        });
+        std::ranges::copy_if(conflict, std::back_inserter(keywords),
+                             [&](const std::string& keyword) { return !changes_.contains(keyword); });
         std::ranges::stable_sort(keywords, {}, [&](const std::string& keyword) {
             return std::pair(keep_.contains(keyword), isPaper(keyword));
         });
-        return std::ranges::any_of(keywords,
-                                   [&](const std::string& keyword) { return change(*ppd_.findOption(keyword)); });
+        return std::ranges::any_of(keywords, [&](const std::string& keyword) { return change(keyword); });
+    }
+
+    /// Takes the first choice of the keyword that stands against nothing; false when there is none, or when it says
+    /// what is installed.
+    bool change(const std::string& keyword) {
+        if (const auto size = keyword == "PageSize" ? nearestSize(ppd_, settings_) : std::nullopt) {
+            return accept(keyword, *size);
+        }
+        const PPDOption* const option = ppd_.findOption(keyword);
+        if (option == nullptr || option->installable) {
+            return false;
+        }
+        if (option->defaultChoice && accept(option->keyword, option->choices[*option->defaultChoice].keyword)) {
+            return true;
+        }
+        return std::ranges::any_of(option->choices, [&](const PPDChoice& choice) {
+            return choice.keyword != kCustom && accept(option->keyword, choice.keyword);
+        });
     }
 
     const PPDSettings& settings() const { return settings_; }
     const PPDSettings& changes() const { return changes_; }
 
 private:
-    /// Takes the first choice that stands against nothing.
-    bool change(const PPDOption& option) {
-        if (option.defaultChoice && accept(option.keyword, option.choices[*option.defaultChoice].keyword)) {
-            return true;
-        }
-        return std::ranges::any_of(option.choices, [&](const PPDChoice& choice) {
-            return choice.keyword != kCustom && accept(option.keyword, choice.keyword);
-        });
-    }
-
     bool accept(const std::string& keyword, const std::string& option) {
         PPDSettings tried = settings_;
         tried[keyword] = option;
@@ -195,4 +200,11 @@ std::optional<PPDSettings> resolveConflicts(const PPDFile& ppd, const PPDSetting
             return std::nullopt;
         }
     }
+}
+
+std::optional<std::string> choiceWithoutConflict(const PPDFile& ppd, const PPDSettings& settings,
+                                                 const std::string& keyword) {
+    static const std::set<std::string> kKeepNone;
+    Resolution resolution(ppd, settings, kKeepNone);
+    return resolution.change(keyword) ? std::optional(resolution.changes().begin()->second) : std::nullopt;
 }

@@ -25,3 +25,9 @@ std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& se
 /// and the paper is the last thing to be changed.
 std::optional<PPDSettings> resolveConflicts(const PPDFile& ppd, const PPDSettings& settings,
                                             const std::set<std::string>& keep);
+
+/// The choice of a main keyword that stands against nothing of the other settings: of a custom size that the printer
+/// cannot take the nearest one, else the default before others. Nothing when none is found, or when the keyword says
+/// what is installed.
+std::optional<std::string> choiceWithoutConflict(const PPDFile& ppd, const PPDSettings& settings,
+                                                 const std::string& keyword);

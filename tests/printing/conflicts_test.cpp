@@ -64,6 +64,16 @@ protected:
         return changes;
     }
 
+    /// What the one keyword can be changed to; empty for nothing.
+    std::string wayOut(const char* keyword) const {
+        CFStringRef option = nullptr;
+        EXPECT_EQ(
+            PMPrinterCopyOptionWithoutConflict(printer.get(), settings.get(), info.get(), cf(keyword).get(), &option),
+            noErr);
+        const auto owner = CFRef<CFStringRef>::adopt(option);
+        return option == nullptr ? std::string() : text(option);
+    }
+
     Printer printer;
     Ticket settings;
     Ticket info;
@@ -84,11 +94,14 @@ TEST_F(Conflicts, NameBothSidesOnce) {
     EXPECT_EQ(remedy({"MediaType"}), (Changes{{"Duplex", "None"}}));
     EXPECT_EQ(remedy({"MediaType", "Duplex"}), (Changes{{"Duplex", "None"}}));
     EXPECT_EQ(remedy(), (Changes{{"Duplex", "None"}}));
+    EXPECT_EQ(wayOut("Duplex"), "None");
+    EXPECT_EQ(wayOut("MediaType"), "SystemDefault");
 }
 
 TEST_F(Conflicts, WithWhatIsInstalledLeaveItAlone) {
     install("Option2", "LCSS");
     choose("StapleLocation", "4Staples");
+    EXPECT_EQ(wayOut("Option2"), "");
     EXPECT_EQ(found(), "StapleLocation=4Staples/Option2=LCSS*");
     EXPECT_EQ(remedy({"StapleLocation"}), (Changes{{"StapleLocation", "None"}}));
     install("Option2", "Sausages");  // as if it were not there
@@ -127,6 +140,7 @@ TEST_F(Conflicts, OfCustomSizesEndAtTheNearest) {
         choose("PageSize", row.asked);
         EXPECT_EQ(found(), row.nearest == nullptr ? "" : std::string("PageSize=") + row.asked);
         EXPECT_EQ(remedy({"PageSize"}), row.nearest == nullptr ? Changes() : (Changes{{"PageSize", row.nearest}}));
+        EXPECT_EQ(wayOut("PageSize"), row.nearest == nullptr ? "Letter" : row.nearest);
     }
 }
 
@@ -199,6 +213,7 @@ TEST_F(ConflictsOfAnotherPPD, MayHaveManySidesOfAnyChoice) {
               "Duplex=DuplexTumble/Jog=EndOfSet; Duplex=DuplexTumble/MediaType=Bond/TREconomode=True; "
               "JCLBanner=TRUE/PageSize=A4");
     EXPECT_EQ(remedy({"Duplex"}), (Changes{{"JCLBanner", "False"}, {"Jog", "None"}, {"TREconomode", "False"}}));
+    EXPECT_EQ(wayOut("jclbanner"), "False");
 }
 
 // ---- The print server's library as the judge
