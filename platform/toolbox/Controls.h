@@ -112,6 +112,11 @@ OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title);
 /// The text beside the pointer when it rests on the control, and for assistive technologies; the platform's record of
 /// contents holds no more here. Empty or null for none.
 OSStatus HMSetControlHelpContent(ControlRef control, CFStringRef content);
+/// Says that something is wrong with the control: by a sign in a button, check box or pop-up that has no picture of its
+/// own, and by the reason in front of its help. Null or empty for nothing. Not of the platform.
+OSStatus SetControlAlert(ControlRef control, CFStringRef reason);
+/// Has assistive technologies say at once what a static text shows. Not of the platform, either.
+OSStatus AnnounceControl(ControlRef text);
 /// Shows a text at the control for a while, once what is going on has come to its end; not when the control is hidden
 /// by then. The platform's call takes a place on the screen.
 OSStatus HMDisplayTag(ControlRef control, CFStringRef content);

@@ -52,6 +52,8 @@ Boolean IsMenuItemEnabled(MenuRef menu, MenuItemIndex item);
 /// The text beside the pointer when it rests on the item, and for assistive technologies; the platform's record of
 /// contents holds no more here. Empty or null for none.
 OSStatus HMSetMenuItemHelpContent(MenuRef menu, MenuItemIndex item, CFStringRef content);
+/// A sign beside the item that something is wrong there. Not of the platform, which takes a picture.
+OSStatus SetMenuItemAlert(MenuRef menu, MenuItemIndex item, Boolean alert);
 /// A check mark beside the item.
 void CheckMenuItem(MenuRef menu, MenuItemIndex item, Boolean checked);
 Boolean IsMenuItemChecked(MenuRef menu, MenuItemIndex item);

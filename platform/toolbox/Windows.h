@@ -12,7 +12,7 @@
 // are keys of the strings table with the nib's name. Class "LittleArrows", with the properties minimum, maximum, value
 // and singleStep, is two small buttons that step a value. A pop-up with the property "actsAtOnce" has items that do
 // more than set a value: neither the wheel nor keys go through them while its menu is closed. A text view's property
-// "lines" says how many lines it shows at least.
+// "lines" says how many lines it shows at least. A static text with a command sends it when it is clicked.
 //
 // A window or control with the property "keys", a list of texts such as "TFup Ctrl+PgDown", sends these commands itself
 // when the user presses the keys. A pop-up with the property "itemKeys", such as "Ctrl+", picks one of its first nine

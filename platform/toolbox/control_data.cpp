@@ -1,6 +1,7 @@
 // The texts and other data of controls.
 
 #include "platform/foundation/CFString.h"
+#include "platform/toolbox/alerts.h"
 #include "platform/toolbox/clock.h"
 #include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/objects.h"
@@ -145,8 +146,8 @@ OSStatus HMSetControlHelpContent(ControlRef control, CFStringRef content) {
     if (control == nullptr) {
         return controlHandleInvalidErr;
     }
-    control->widget->setToolTip(toQString(content));
-    control->widget->setAccessibleDescription(toQString(content));
+    const QString text = toQString(content);
+    setHelp(*control, {text, text});
     return noErr;
 }
 

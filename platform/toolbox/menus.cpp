@@ -3,10 +3,12 @@
 #include "platform/toolbox/Menus.h"
 
 #include "platform/foundation/CFString.h"
+#include "platform/toolbox/alerts.h"
 #include "platform/toolbox/objects.h"
 
 #include <QAction>
 #include <QComboBox>
+#include <QIcon>
 #include <QMenu>
 #include <QToolButton>
 #include <algorithm>
@@ -120,6 +122,11 @@ void OpaqueMenuRef::aboutToShow() {
         .sendTo(this);
 }
 
+bool OpaqueMenuRef::hasAlert(std::size_t row) const {
+    return items[row].alert || (control_ != nullptr && !control_->alert.isEmpty() &&
+                                GetControl32BitValue(control_) == static_cast<SInt32>(row + 1));
+}
+
 int OpaqueMenuRef::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(items.size());
 }
@@ -131,6 +138,9 @@ QVariant OpaqueMenuRef::data(const QModelIndex& index, int role) const {
     }
     if (role == Qt::DisplayRole) {
         return items[row].text;
+    }
+    if (role == Qt::DecorationRole && hasAlert(row)) {
+        return alertSign();
     }
     // The role by which a pop-up's view recognises a separator.
     if (role == Qt::AccessibleDescriptionRole && items[row].separator) {
@@ -350,6 +360,12 @@ Boolean IsMenuItemEnabled(MenuRef menu, MenuItemIndex item) {
 
 OSStatus HMSetMenuItemHelpContent(MenuRef menu, MenuItemIndex item, CFStringRef content) {
     return changeItem(menu, item, [content](MenuItem& record) { record.help = toQString(content); });
+}
+
+OSStatus SetMenuItemAlert(MenuRef menu, MenuItemIndex item, Boolean alert) {
+    const MenuItem* const record = itemAt(menu, item);
+    const bool isSame = record != nullptr && record->alert == (alert != 0);
+    return isSame ? noErr : changeItem(menu, item, [alert](MenuItem& changed) { changed.alert = alert != 0; });
 }
 
 void CheckMenuItem(MenuRef menu, MenuItemIndex item, Boolean checked) {

@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QEvent>
 #include <QFile>
 #include <QGroupBox>
 #include <QLabel>
@@ -80,6 +81,22 @@ ControlKind kindOf(const QWidget* widget, const NibElement& element) {
     return element.find("viewClass") != nullptr ? ControlKind::customView : kindOfClass(widget);
 }
 
+/// Hits a static text when the user clicks it.
+class TextClick final : public QObject {
+public:
+    explicit TextClick(OpaqueControlRef* control) : QObject(control), control_(control) {}
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::MouseButtonRelease) {
+            control_->userHit();
+        }
+        return false;
+    }
+
+private:
+    OpaqueControlRef* const control_;
+};
+
 /// Makes the widget a control when the nib says that it is one.
 void makeControl(QWidget* widget, const NibElement& element) {
     const QVariant* const number = element.find("number");
@@ -91,6 +108,9 @@ void makeControl(QWidget* widget, const NibElement& element) {
     control->id = {codeIn(element, "signature"), number == nullptr ? 0 : number->toInt()};
     control->secondSignature = codeIn(element, "signature2");
     control->command = codeIn(element, "command");
+    if (control->kind == ControlKind::staticText && control->command != 0) {
+        widget->installEventFilter(new TextClick(control));
+    }
     if (control->kind == ControlKind::customView) {
         attachViewClass(control, viewClass == nullptr ? QString() : viewClass->toString());
     }

@@ -27,7 +27,7 @@ Arrangement& arrangement() {
 }
 
 QMessageBox::Icon iconOf(CFOptionFlags level) {
-    switch (level) {
+    switch (level & ~kCFUserNotificationDefaultIsCancelFlag) {
         case kCFUserNotificationStopAlertLevel:
             return QMessageBox::Critical;
         case kCFUserNotificationCautionAlertLevel:
@@ -72,7 +72,9 @@ CFOptionFlags askUser(const Notice& notice) {
         shown.push_back(title.isEmpty() ? box.addButton(QMessageBox::Ok) : box.addButton(title, button.role));
     }
     const auto escape =
-        std::ranges::find(notice.buttons, kCFUserNotificationAlternateResponse, &NoticeButton::response);
+        (notice.level & kCFUserNotificationDefaultIsCancelFlag) != 0
+            ? notice.buttons.begin()
+            : std::ranges::find(notice.buttons, kCFUserNotificationAlternateResponse, &NoticeButton::response);
     box.setDefaultButton(static_cast<QPushButton*>(shown.front()));
     box.setEscapeButton(shown[escape == notice.buttons.end() ? 0 : escape - notice.buttons.begin()]);
     box.exec();

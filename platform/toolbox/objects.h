@@ -115,6 +115,12 @@ struct MenuRelease {
 };
 using MenuHold = std::unique_ptr<OpaqueMenuRef, MenuRelease>;
 
+/// What stands beside the pointer, and is said by assistive technologies.
+struct ControlHelp {
+    QString tip;
+    QString description;
+};
+
 /// Whose widget a control is: a nib's or the toolbox's own, or that of a window that was adopted for a script
 /// (AutomationAdoptFrontWindow), which nobody here listens to.
 enum class ControlOrigin { own, adopted };
@@ -151,6 +157,9 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     std::map<std::pair<OSType, OSType>, QByteArray> properties;
     ControlEditTextValidationUPP validation = nullptr;
     MenuHold menu;  // pop-ups and bevel buttons
+    // While there is an alert: its reason, and the help that the widget shows behind that.
+    QString alert;
+    ControlHelp help;
     // Custom views: the class, and the record that its construct handler made.
     const OpaqueHIObjectClassRef* viewClass = nullptr;
     void* viewRecord = nullptr;
@@ -171,6 +180,7 @@ struct MenuItem {
     bool checked = false;
     MenuHold submenu = nullptr;
     QString help = {};
+    bool alert = false;
 };
 
 /// A menu is the model of its pop-up, or the source of its button's menu: the items exist once.
@@ -194,6 +204,8 @@ struct OpaqueMenuRef final : QAbstractListModel, OpaqueEventTargetRef {
     void attach();
     /// The menu is about to open.
     void aboutToShow();
+    /// Whether the item carries the sign of an alert: its own, or its pop-up's, which shows it.
+    bool hasAlert(std::size_t row) const;
 
     /// Puts the item before the row.
     void insert(int row, MenuItem item);

@@ -10,6 +10,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -128,6 +129,26 @@ TEST_F(ControlsTest, HelpIsShownAndSpoken) {
     EXPECT_EQ(popUp->itemData(0, Qt::ToolTipRole).toString(), "");
     EXPECT_EQ(popUp->itemData(1, Qt::ToolTipRole).toString(), "Not installed");
     EXPECT_EQ(popUp->itemData(1, Qt::AccessibleDescriptionRole).toString(), "Not installed");
+
+    // An alert stands in front of the help, which may change behind it, and at the item that the pop-up shows.
+    EXPECT_EQ(HMSetControlHelpContent(control(2), CFSTR("Changes the staples")), noErr);
+    SetControlAlert(control(2), CFSTR("Not with holes"));
+    EXPECT_EQ(button->accessibleDescription(), "Not with holes\nChanges the staples");
+    EXPECT_EQ(HMSetControlHelpContent(control(2), CFSTR("Staples")), noErr);
+    EXPECT_EQ(button->toolTip(), "Not with holes\nStaples");
+    EXPECT_FALSE(qobject_cast<const QPushButton*>(button)->icon().isNull());
+    SetControlAlert(control(2), nullptr);
+    EXPECT_EQ(button->toolTip(), "Staples");
+    EXPECT_TRUE(qobject_cast<const QPushButton*>(button)->icon().isNull());
+    SetControlAlert(control(1), CFSTR("Not with staples"));
+    EXPECT_FALSE(popUp->itemIcon(0).isNull());
+    SetControl32BitValue(control(1), 2);
+    EXPECT_TRUE(popUp->itemIcon(0).isNull());
+    EXPECT_FALSE(popUp->itemIcon(1).isNull());
+    SetControlAlert(control(1), nullptr);
+    EXPECT_EQ(SetMenuItemAlert(menu, 1, true), noErr);
+    EXPECT_FALSE(popUp->itemIcon(0).isNull());
+    EXPECT_EQ(SetMenuItemAlert(menu, 3, true), menuItemNotFoundErr);
 
     // What a printer calls its options is no page that shows other files.
     QToolTip::showText(QPoint(), QStringLiteral("<img src='none.png' width='999' height='999'>"), control(2)->widget);

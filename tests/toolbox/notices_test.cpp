@@ -19,11 +19,11 @@ namespace {
 
 constexpr CFOptionFlags kNone = 77;
 
-CFOptionFlags ask(CFStringRef alternate, CFStringRef other = nullptr, CFStringRef defaultTitle = CFSTR("Go")) {
+CFOptionFlags ask(CFStringRef alternate, CFStringRef other = nullptr, CFStringRef defaultTitle = CFSTR("Go"),
+                  CFOptionFlags level = kCFUserNotificationCautionAlertLevel) {
     CFOptionFlags response = kNone;
-    EXPECT_EQ(CFUserNotificationDisplayAlert(0, kCFUserNotificationCautionAlertLevel, nullptr, nullptr, nullptr,
-                                             CFSTR("Really?"), CFSTR("<b>All</b> is lost."), defaultTitle, alternate,
-                                             other, &response),
+    EXPECT_EQ(CFUserNotificationDisplayAlert(0, level, nullptr, nullptr, nullptr, CFSTR("Really?"),
+                                             CFSTR("<b>All</b> is lost."), defaultTitle, alternate, other, &response),
               noErr);
     return response;
 }
@@ -90,6 +90,10 @@ protected:
 TEST_F(ShownNoticeTest, EscapeIsTheAlternateAnswerOrElseTheDefault) {
     whenShown(escape());
     EXPECT_EQ(ask(CFSTR("Stop"), CFSTR("Help")), kCFUserNotificationAlternateResponse);
+    whenShown(escape());
+    EXPECT_EQ(ask(CFSTR("Repair"), CFSTR("Print"), CFSTR("Back"),
+                  kCFUserNotificationCautionAlertLevel | kCFUserNotificationDefaultIsCancelFlag),
+              kCFUserNotificationDefaultResponse);
     for (const CFStringRef other : {CFStringRef{}, CFSTR("Print")}) {
         whenShown(escape());
         EXPECT_EQ(ask(nullptr, other, nullptr), kCFUserNotificationDefaultResponse);
