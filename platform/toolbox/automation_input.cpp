@@ -2,13 +2,14 @@
 
 #include "platform/toolbox/automation_input.h"
 
+#include "platform/toolbox/screen_fit.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QRadioButton>
-#include <QScrollArea>
 #include <QStyleOptionButton>
 #include <QWindow>
 
@@ -19,14 +20,6 @@ bool isBlocked(const QWidget* widget) {
     const QWindow* front = modal ? modal->windowHandle() : nullptr;
     const QWindow* own = widget->window()->windowHandle();
     return front && own && own != front && !front->isAncestorOf(own, QWindow::IncludeTransients);
-}
-
-void scrollTo(QWidget* widget) {
-    for (QWidget* above = widget->parentWidget(); above && !widget->isWindow(); above = above->parentWidget()) {
-        if (auto* area = qobject_cast<QScrollArea*>(above)) {
-            area->ensureWidgetVisible(widget);
-        }
-    }
 }
 
 bool isInFront(const QWidget* widget, QPoint place) {

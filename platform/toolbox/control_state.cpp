@@ -2,6 +2,7 @@
 
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/screen_fit.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -100,6 +101,7 @@ OSStatus SetKeyboardFocus(WindowRef window, ControlRef control) {
         return paramErr;
     }
     control->widget->setFocus(Qt::OtherFocusReason);
+    scrollTo(control->widget);
     return noErr;
 }
 

@@ -135,3 +135,11 @@ void placeOnScreen(QWidget* window, const QWidget* parent) {
         centerOver(window, parent);
     }
 }
+
+void scrollTo(QWidget* widget) {
+    for (QWidget* above = widget->parentWidget(); above && !widget->isWindow(); above = above->parentWidget()) {
+        if (auto* area = qobject_cast<QScrollArea*>(above)) {
+            area->ensureWidgetVisible(widget);
+        }
+    }
+}

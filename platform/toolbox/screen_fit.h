@@ -18,3 +18,6 @@ bool isScreenSeen();
 
 /// Where a window's content has room on its screen. One that nobody sees has room for all.
 QRect roomOnScreen(const QWidget* window);
+
+/// Brings the widget into sight where it lies in an area that scrolls.
+void scrollTo(QWidget* widget);
