@@ -2,25 +2,39 @@
 
 #include "driver/instructions/read_instructions.h"
 #include "host/dialog/notice.h"
+#include "host/script/stage.h"
+#include "host/script/text.h"
 #include "host/settings/dictionary_values.h"
+#include "host/settings/remedy_words.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
 constexpr std::size_t kMostSentences = 4;  // in a notice
 
+/// A title in which '&' marks no key.
+CFRef<CFStringRef> literal(std::string title) {
+    for (std::size_t at = 0; (at = title.find('&', at)) != std::string::npos; at += 2) {
+        title.insert(at, 1, '&');
+    }
+    return cfString(title);
+}
+
 }  // namespace
 
 ConflictLine::ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pageCount, JobWay way)
-    : window_(window), texts_(texts), pageCount_(pageCount), way_(way) {}
+    : window_(window), texts_(texts), pageCount_(pageCount), way_(way), marks_(window, texts) {}
 
 void ConflictLine::forget() {
-    choices_.clear();
+    options_.clear();
     changed_.clear();
     report_ = {};
+    remedies_ = {};
     leftOut_.clear();
+    marks_.show({});
     showReport();
 }
 
@@ -28,19 +42,19 @@ void ConflictLine::forget() {
 bool ConflictLine::takeChanges(const PrintSession& session) {
     CFMutableDictionaryRef pairs = nullptr;
     PMTicketGetPPDDict(session.printSettings(), kPMTopLevel, &pairs);
-    Choices choices = pairsIn(pairs);
-    std::ranges::sort(choices);
+    Choices options = pairsIn(pairs);
+    std::ranges::sort(options);
     const bool isSecret = readJobKind(session.printSettings()) == JobKind::secure;
-    if (choices == choices_ && isSecret == isSecret_) {
+    if (options == options_ && isSecret == isSecret_) {
         return false;
     }
     Choices changes;
-    std::ranges::set_difference(choices, choices_, std::back_inserter(changes));
-    if (!choices_.empty() && !changes.empty()) {
+    std::ranges::set_difference(options, options_, std::back_inserter(changes));
+    if (!options_.empty() && !changes.empty()) {
         changed_.clear();
         std::ranges::transform(changes, std::back_inserter(changed_), [](const auto& change) { return change.first; });
     }
-    choices_ = std::move(choices);
+    options_ = std::move(options);
     isSecret_ = isSecret;
     return true;
 }
@@ -49,7 +63,15 @@ void ConflictLine::show(const PrintSession& session) {
     const bool isChanged = takeChanges(session);
     if (isChanged) {
         report_ = examineConflicts(session, texts_, changed_);
+        remedies_ = {};
+        for (std::size_t i = 0; i < std::min(report_.ways.size(), remedies_.size()); ++i) {
+            remedies_[i] = {report_.ways[i]};
+        }
+        if (report_.ways.empty()) {
+            remedies_[0] = report_.remedy;
+        }
     }
+    marks_.show(report_.conflicts);  // also at controls that have just been made
     std::vector<std::string> leftOut = tellLeftOut(session, pageCount_, way_, texts_);
     if (isChanged || leftOut != leftOut_) {
         leftOut_ = std::move(leftOut);
@@ -58,44 +80,72 @@ void ConflictLine::show(const PrintSession& session) {
 }
 
 void ConflictLine::showReport() const {
-    const ControlRef text = hostControl(window_, kConflictText);
-    const ControlRef button = hostControl(window_, kConflictButton);
-    std::vector<std::string> sentences = report_.sentences;
+    std::vector<std::string> sentences = report_.sentences();
     sentences.insert(sentences.end(), leftOut_.begin(), leftOut_.end());
-    const bool hasRemedy = !report_.remedy.empty();
-    if (!sentences.empty()) {
-        setStaticText(text, cfString(firstOf(sentences, texts_)));
+    const std::string line = sentences.empty() ? std::string() : firstOf(sentences, texts_);
+    const ControlRef text = hostControl(window_, kConflictText);
+    const bool isNews = !line.empty() && script::textOf(text) != line;
+    setStaticText(text, cfString(line));
+    SetControlVisibility(text, !line.empty(), true);
+    const ControlRef sign = hostControl(window_, kConflictSign);
+    SetControlAlert(sign, cfString(report_.conflicts.empty() ? "" : report_.conflicts.front().sentence).get());
+    SetControlVisibility(sign, !report_.conflicts.empty(), true);
+    showButton(kConflictButton, remedies_[0]);
+    showButton(kOtherRemedy, remedies_[1]);
+    if (isNews) {
+        AnnounceControl(text);
     }
-    if (hasRemedy) {
-        SetControlTitleWithCFString(button, cfString(remedyTitle(report_, texts_)).get());
-        HMSetControlHelpContent(button, cfString(remedyText(report_, texts_)).get());
-    }
-    SetControlVisibility(text, !sentences.empty(), true);
-    SetControlVisibility(button, hasRemedy, true);
 }
 
-bool ConflictLine::acceptConflicts() const {
-    if (report_.sentences.empty()) {
-        return true;
+void ConflictLine::showButton(HostControl number, const std::vector<SettingChange>& changes) const {
+    const ControlRef button = hostControl(window_, number);
+    if (!changes.empty()) {
+        SetControlTitleWithCFString(button, literal(shortened(nameOfChanges(changes, texts_))).get());
+        HMSetControlHelpContent(button, cfString(listOfChanges(changes, texts_)).get());
     }
-    std::vector<std::string> sentences = report_.sentences;
+    SetControlVisibility(button, !changes.empty(), true);
+}
+
+void ConflictLine::goToConflict() const {
+    if (!report_.conflicts.empty()) {
+        marks_.goTo(report_.conflicts.front());
+    }
+}
+
+std::vector<SettingChange> ConflictLine::remedyOf(HostControl button) const {
+    return remedies_[button == kConflictButton ? 0 : 1];
+}
+
+ConflictLine::Answer ConflictLine::askAboutConflicts() const {
+    if (report_.conflicts.empty()) {
+        return Answer::print;
+    }
+    std::vector<std::string> sentences = report_.sentences();
     if (sentences.size() > kMostSentences) {
         const std::size_t more = sentences.size() - kMostSentences;
         sentences.resize(kMostSentences);
         sentences.push_back(utf8(localized(texts_, CFSTR("Conflict Notice More"), std::to_string(more)).get()));
     }
-    std::string message = listed(texts_, sentences);
-    message +=
-        "\n\n" + utf8(report_.remedy.empty()
-                          ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
-                          : localized(texts_, CFSTR("Conflict Notice Remedy"), remedyText(report_, texts_)).get());
-    if (goesOnDespiteNotice(localized(texts_, CFSTR("Conflict Notice Header")), cfString(message),
-                            localized(texts_, CFSTR("Conflict Notice Back")),
-                            localized(texts_, CFSTR("Conflict Notice Print")))) {
-        return true;
+    const auto& remedy = report_.remedy;
+    const std::string name = remedy.empty() ? std::string() : nameOfChanges(remedy, texts_);
+    const std::string message =
+        listed(texts_, sentences) + "\n\n" +
+        utf8(remedy.empty()
+                 ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
+                 : localized(texts_, CFSTR("Conflict Notice Remedy"), {name, listOfChanges(remedy, texts_)}).get());
+    switch (askDespiteNotice(localized(texts_, CFSTR("Conflict Notice Header")), cfString(message),
+                             localized(texts_, CFSTR("Conflict Notice Back")),
+                             localized(texts_, CFSTR("Conflict Notice Print")),
+                             remedy.empty() ? CFRef<CFStringRef>() : cfString(name))) {
+        case NoticeAnswer::goOn:
+            return Answer::print;
+        case NoticeAnswer::putRight:
+            return Answer::printWithRemedy;
+        default:
+            break;
     }
-    if (!report_.remedy.empty()) {
+    if (!remedy.empty()) {
         SetKeyboardFocus(window_, hostControl(window_, kConflictButton));
     }
-    return false;
+    return Answer::goBack;
 }

@@ -1,10 +1,13 @@
 // The line of the dialog that tells of settings that cannot go together, or not with the document or the printer, and
-// the button beside it that ends conflicts.
+// the buttons beside it that end conflicts.
 #pragma once
 
+#include "host/dialog/conflict_marks.h"
 #include "host/dialog/dialog_controls.h"
 #include "host/settings/conflicts.h"
 #include "host/settings/left_out.h"
+
+#include <array>
 
 class ConflictLine {
 public:
@@ -13,30 +16,40 @@ public:
     ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pageCount, JobWay way);
 
     /// Shows what is wrong with the session's settings, and what of them will not be in the job; nothing when all is
-    /// well. What changed since the last time is what the user wants; the remedy changes something else.
+    /// well. What changed since the last time is what the user wants; the remedy that is offered first changes
+    /// something else.
     void show(const PrintSession& session);
     /// Another session follows.
     void forget();
 
     const ConflictReport& report() const { return report_; }
 
-    /// Tells the user what is wrong, if anything is, and asks whether to print it all the same. When the answer is no,
-    /// the button of the remedy has the keys.
-    bool acceptConflicts() const;
+    /// Brings the user to the first conflict.
+    void goToConflict() const;
+    /// The changes that one of the two buttons stands for.
+    std::vector<SettingChange> remedyOf(HostControl button) const;
+
+    enum class Answer { goBack, print, printWithRemedy };
+    /// Tells the user what is wrong, if anything is, and asks what to do. When it is to go back, the button of the
+    /// remedy has the keys; the last answer means the remedy of the whole report.
+    Answer askAboutConflicts() const;
 
 private:
     using Choices = std::vector<std::pair<std::string, std::string>>;
 
     bool takeChanges(const PrintSession& session);
     void showReport() const;
+    void showButton(HostControl number, const std::vector<SettingChange>& changes) const;
 
     WindowRef window_;
     CFBundleRef texts_;
     std::int64_t pageCount_;
     JobWay way_;
-    Choices choices_;  // of the PPD dictionary, as they were shown
+    ConflictMarks marks_;
+    Choices options_;  // of the PPD dictionary, as they were shown
     bool isSecret_ = false;
     std::vector<std::string> changed_;  // main keywords that changed last
     ConflictReport report_;
+    std::array<std::vector<SettingChange>, 2> remedies_;  // of the two buttons; empty for none
     std::vector<std::string> leftOut_;
 };

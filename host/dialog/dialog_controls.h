@@ -40,6 +40,8 @@ enum HostControl : SInt32 {
     kSummary = 70,  // text view
     kConflictText = 71,
     kConflictButton = 72,
+    kConflictSign = 73,
+    kOtherRemedy = 74,
     // The column that shows what will come out.
     kPreviewPlace = 80,
     kPreviewSheet = 81,
@@ -85,3 +87,6 @@ ControlRef hostControl(WindowRef window, HostControl number);
 void setStaticText(ControlRef label, const CFRef<CFStringRef>& text);
 std::string fieldText(ControlRef field);
 void setFieldText(ControlRef field, const CFRef<CFStringRef>& text);
+
+/// Shows one of the maker's panels, by its number, as if the user had chosen it.
+void showPanel(WindowRef window, SInt32 number);

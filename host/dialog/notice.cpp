@@ -25,6 +25,19 @@ bool askByNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& mes
 
 bool goesOnDespiteNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
                          const CFRef<CFStringRef>& goBack, const CFRef<CFStringRef>& goOn) {
-    return answerTo(kCFUserNotificationCautionAlertLevel, header, message, goBack.get(), nullptr, goOn.get()) ==
-           kCFUserNotificationOtherResponse;
+    return askDespiteNotice(header, message, goBack, goOn, {}) == NoticeAnswer::goOn;
+}
+
+NoticeAnswer askDespiteNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
+                              const CFRef<CFStringRef>& goBack, const CFRef<CFStringRef>& goOn,
+                              const CFRef<CFStringRef>& putRight) {
+    switch (answerTo(kCFUserNotificationCautionAlertLevel | kCFUserNotificationDefaultIsCancelFlag, header, message,
+                     goBack.get(), putRight.get(), goOn.get())) {
+        case kCFUserNotificationOtherResponse:
+            return NoticeAnswer::goOn;
+        case kCFUserNotificationAlternateResponse:
+            return NoticeAnswer::putRight;
+        default:
+            return NoticeAnswer::goBack;
+    }
 }

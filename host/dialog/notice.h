@@ -16,3 +16,9 @@ bool askByNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& mes
 /// on all the same, by the other button.
 bool goesOnDespiteNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
                          const CFRef<CFStringRef>& goBack, const CFRef<CFStringRef>& goOn);
+
+enum class NoticeAnswer { goBack, goOn, putRight };
+/// The same with a third button, unless its title is null, that puts it right before the user goes on.
+NoticeAnswer askDespiteNotice(const CFRef<CFStringRef>& header, const CFRef<CFStringRef>& message,
+                              const CFRef<CFStringRef>& goBack, const CFRef<CFStringRef>& goOn,
+                              const CFRef<CFStringRef>& putRight);

@@ -25,6 +25,7 @@ namespace {
 
 constexpr OSType kCommandOK = FourCharCode("ok  ");
 constexpr OSType kCommandCancel = FourCharCode("not!");
+constexpr OSType kCommandShowConflict = FourCharCode("Cshw");
 
 constexpr double kSecondsOfPause = 0.1;
 
@@ -175,7 +176,8 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
             presets_->choose();
             return noErr;
         case kConflictButton:
-            remedyChosen();
+        case kOtherRemedy:
+            remedyChosen(conflicts_->remedyOf(static_cast<HostControl>(id.id)));
             return noErr;
         case kSavePDF:
             savePDF();
@@ -192,6 +194,9 @@ OSStatus PrintDialog::handleCommand(OSType command) {
             return noErr;
         case kCommandCancel:
             end({ExitStatus::cancelled, {}});
+            return noErr;
+        case kCommandShowConflict:
+            conflicts_->goToConflict();
             return noErr;
         default:
             return presets_->act(command) ? noErr : eventNotHandledErr;
@@ -303,15 +308,27 @@ bool PrintDialog::acceptLeftOut(JobWay way) const {
                                localized(bundle_, CFSTR("Left Out Print")));
 }
 
-void PrintDialog::remedyChosen() {
-    changeShared([this] { applyRemedy(conflicts_->report().remedy, session_.get()); });
+void PrintDialog::remedyChosen(const std::vector<SettingChange>& changes) {
+    changeShared([&] { applyRemedy(changes, session_.get()); });
     takeMakersSettings();
+}
+
+bool PrintDialog::acceptConflicts() {
+    switch (conflicts_->askAboutConflicts()) {
+        case ConflictLine::Answer::print:
+            return true;
+        case ConflictLine::Answer::printWithRemedy:
+            remedyChosen(conflicts_->report().remedy);
+            return true;
+        default:
+            return false;
+    }
 }
 
 void PrintDialog::accept() {
     takeMakersSettings();
     const JobTarget& target = setup_.job.target;
-    if (general_->takePageRange() && conflicts_->acceptConflicts() && acceptLeftOut(target.way)) {
+    if (general_->takePageRange() && acceptConflicts() && acceptLeftOut(target.way)) {
         print(target);
     }
 }

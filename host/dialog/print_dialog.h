@@ -50,7 +50,7 @@ public:
     void end(Outcome outcome);
 
     /// A sentence for each conflict between the settings, as they were when the user last paused.
-    const std::vector<std::string>& conflicts() const { return conflicts_->report().sentences; }
+    std::vector<std::string> conflicts() const { return conflicts_->report().sentences(); }
 
     /// Brings what the window says about the settings up to date: done whenever the user pauses.
     void settle();
@@ -86,8 +86,10 @@ private:
     void printerChosen();
     /// Goes on with the printer's present defaults, when it can still be opened.
     void renewPrinter();
-    void remedyChosen();
+    void remedyChosen(const std::vector<SettingChange>& changes);
     void accept();
+    /// Asks about conflicts. False when the user wants to go back.
+    bool acceptConflicts();
     void savePDF();
     /// Makes the job, and ends the dialog unless that fails.
     void print(const JobTarget& target);

@@ -21,15 +21,15 @@ Failure checkSettings(const JobSetup& setup, CFBundleRef texts) {
     followDocument(&session, setup.document);
     tellWhatIsNotOffered(session);
     const ConflictReport report = examineConflicts(session, texts, {});
-    for (const std::string& sentence : report.sentences) {
-        printLine(stdout, sentence);
+    for (const Conflict& conflict : report.conflicts) {
+        printLine(stdout, conflict.sentence);
     }
-    return {report.sentences.empty() ? ExitStatus::success : ExitStatus::unusableInput, {}};
+    return {report.conflicts.empty() ? ExitStatus::success : ExitStatus::unusableInput, {}};
 }
 
 void warnOfSettings(const PrintSession& session, CFBundleRef texts) {
     tellWhatIsNotOffered(session);
-    for (const std::string& sentence : examineConflicts(session, texts, {}).sentences) {
+    for (const std::string& sentence : examineConflicts(session, texts, {}).sentences()) {
         printLine(stderr, "tavro-print: " + sentence);
     }
 }

@@ -6,11 +6,12 @@
 #include "host/settings/texts.h"
 
 #include <algorithm>
-#include <numeric>
+#include <iterator>
 
 namespace {
 
 struct Side {
+    std::string mainKeyword;
     std::string option;
     SettingWords words;
     bool isInstalled;
@@ -91,7 +92,7 @@ private:
 Side readSide(const PrintSession& session, CFBundleRef texts, CFDictionaryRef side) {
     const std::string keyword = stringIn(side, kPMSettingKeywordKey);
     const std::string option = stringIn(side, kPMSettingOptionKey);
-    return {option, settingWords(session, texts, keyword, option).value_or(SettingWords{keyword, option, {}}),
+    return {keyword, option, settingWords(session, texts, keyword, option).value_or(SettingWords{keyword, option, {}}),
             booleanIn(side, kPMSettingIsInstalledKey).value_or(false)};
 }
 
@@ -111,6 +112,12 @@ std::vector<std::vector<Side>> findConflicts(const PrintSession& session, CFBund
     return conflicts;
 }
 
+SettingChange changeTo(const PrintSession& session, CFBundleRef texts, const std::string& keyword,
+                       const std::string& option) {
+    const auto words = settingWords(session, texts, keyword, option);
+    return {keyword, option, words.value_or(SettingWords{keyword, option, {}})};
+}
+
 std::vector<SettingChange> findRemedy(const PrintSession& session, CFBundleRef texts, PMTicketRef settings,
                                       const std::vector<std::string>& keep) {
     const auto kept = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
@@ -122,14 +129,37 @@ std::vector<SettingChange> findRemedy(const PrintSession& session, CFBundleRef t
     const auto owner = CFRef<CFDictionaryRef>::adopt(changes);
     std::vector<SettingChange> remedy;
     for (const auto& [keyword, option] : pairsIn(changes)) {
-        const auto words = settingWords(session, texts, keyword, option);
-        remedy.push_back({keyword, option, words.value_or(SettingWords{keyword, option, {}})});
+        remedy.push_back(changeTo(session, texts, keyword, option));
     }
     std::ranges::sort(remedy, {}, [](const SettingChange& change) { return change.words.title; });
     return remedy;
 }
 
+/// What each side of a conflict could be instead. That which the remedy changes, too, comes first.
+std::vector<SettingChange> findWays(const PrintSession& session, CFBundleRef texts, PMTicketRef settings,
+                                    const Conflict& conflict, const std::vector<SettingChange>& remedy) {
+    std::vector<SettingChange> ways;
+    for (const auto& [keyword, chosen] : conflict.chosen) {
+        CFStringRef option = nullptr;
+        PMPrinterCopyOptionWithoutConflict(session.printer().get(), settings, session.printerInfo(),
+                                           cfString(keyword).get(), &option);
+        if (const auto owner = CFRef<CFStringRef>::adopt(option)) {
+            ways.push_back(changeTo(session, texts, keyword, utf8(option)));
+        }
+    }
+    std::stable_partition(ways.begin(), ways.end(), [&](const SettingChange& way) {
+        return std::ranges::find(remedy, way.mainKeyword, &SettingChange::mainKeyword) != remedy.end();
+    });
+    return ways;
+}
+
 }  // namespace
+
+std::vector<std::string> ConflictReport::sentences() const {
+    std::vector<std::string> all;
+    std::ranges::transform(conflicts, std::back_inserter(all), &Conflict::sentence);
+    return all;
+}
 
 ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep) {
     JobTicket settings(session.printSettings());
@@ -138,10 +168,16 @@ ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, 
     }
     ConflictReport report;
     for (const auto& sides : findConflicts(session, texts, settings.get())) {
-        report.sentences.push_back(Sentence(texts, sides).text());
+        Conflict& conflict = report.conflicts.emplace_back(Conflict{Sentence(texts, sides).text(), {}});
+        for (const Side& side : sides) {
+            if (!side.isInstalled) {
+                conflict.chosen.emplace_back(side.mainKeyword, side.option);
+            }
+        }
     }
-    if (!report.sentences.empty()) {
+    if (!report.conflicts.empty()) {
         report.remedy = findRemedy(session, texts, settings.get(), keep);
+        report.ways = findWays(session, texts, settings.get(), report.conflicts.front(), report.remedy);
     }
     return report;
 }
@@ -166,26 +202,4 @@ std::string firstOf(const std::vector<std::string>& sentences, CFBundleRef texts
         default:
             return utf8(localized(texts, CFSTR("Conflict And More"), {sentences[0], std::to_string(more)}).get());
     }
-}
-
-std::string remedyTitle(const ConflictReport& report, CFBundleRef texts) {
-    if (report.remedy.size() != 1) {
-        return utf8(localized(texts, CFSTR("Remedy Several"), std::to_string(report.remedy.size())).get());
-    }
-    std::string title = report.remedy[0].words.title;
-    for (std::size_t at = 0; (at = title.find('&', at)) != std::string::npos; at += 2) {
-        title.insert(at, 1, '&');  // else it would mark a key
-    }
-    return utf8(localized(texts, CFSTR("Remedy One"), title).get());
-}
-
-std::string remedyText(const ConflictReport& report, CFBundleRef texts) {
-    std::vector<std::string> changes;
-    for (const SettingChange& change : report.remedy) {
-        const auto& [title, choice, panel] = change.words;
-        changes.push_back(utf8(panel.empty()
-                                   ? localized(texts, CFSTR("Remedy Change"), {title, choice}).get()
-                                   : localized(texts, CFSTR("Remedy Change Panel"), {title, choice, panel}).get()));
-    }
-    return listed(texts, changes);
 }

@@ -5,6 +5,7 @@
 #include "host/settings/setting_words.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 struct SettingChange {
@@ -13,9 +14,17 @@ struct SettingChange {
     SettingWords words;
 };
 
+struct Conflict {
+    std::string sentence;
+    std::vector<std::pair<std::string, std::string>> chosen;  // main keywords and options: not what is installed
+};
+
 struct ConflictReport {
-    std::vector<std::string> sentences;  // one a conflict
-    std::vector<SettingChange> remedy;   // ends all of them; empty when nothing is known that does
+    std::vector<Conflict> conflicts;
+    std::vector<SettingChange> ways;    // each of them ends the first conflict; the one that fits best comes first
+    std::vector<SettingChange> remedy;  // all together end all conflicts; empty when nothing is known that does
+
+    std::vector<std::string> sentences() const;
 };
 
 /// Looks at the session's settings, its kind of job and what the printer has installed. The settings of the main
@@ -28,7 +37,3 @@ std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std
 
 /// The first sentence, and how many more there are of them; one at least.
 std::string firstOf(const std::vector<std::string>& sentences, CFBundleRef texts);
-/// The title, with a mark before its key, of a button that makes the changes: "C&hange Staple", "C&hange 3 Settings".
-std::string remedyTitle(const ConflictReport& report, CFBundleRef texts);
-/// Each change in a line of its own: "Staple: No Staples (Paper and Output)".
-std::string remedyText(const ConflictReport& report, CFBundleRef texts);

@@ -1,6 +1,7 @@
 #include "host/settings/setting_words.h"
 
 #include "host/script/text.h"
+#include "host/settings/setting_place.h"
 #include "host/settings/texts.h"
 
 #include <algorithm>
@@ -8,35 +9,6 @@
 #include <string_view>
 
 namespace {
-
-struct PanelRow {
-    std::string_view mainKeyword;
-    const char* panel;  // key of the panel's title
-};
-// clang-format off
-constexpr PanelRow kPanels[] = {
-    // main keyword             panel
-    {"MediaType",               "Panel Paper and Output"},
-    {"MediaColor",              "Panel Paper and Output"},
-    {"Duplex",                  "Panel Paper and Output"},
-    {"StapleLocation",          "Panel Paper and Output"},
-    {"TRFoldOptions",           "Panel Paper and Output"},
-    {"OutputBin",               "Panel Paper and Output"},
-    {"JCLColorCorrection",      "Panel Paper and Output"},
-    {"JCLPasscode",             "Panel Paper and Output"},
-    {"JCLCovers",               "Panel Special Pages"},
-    {"JCLMediaType",            "Panel Special Pages"},
-    {"JCLMediaColor",           "Panel Special Pages"},
-    {"JCLFrontBackMediaType",   "Panel Special Pages"},
-    {"JCLFrontBackMediaColor",  "Panel Special Pages"},
-    {"Resolution",              "Panel Image Options"},
-    {"TRImageQuality",          "Panel Image Options"},
-    {"TREconomode",             "Panel Image Options"},
-    {"JCLBanner",               "Panel Advanced"},
-    {"Jog",                     "Panel Advanced"},
-};
-static_assert(std::size(kPanels) == 18);
-// clang-format on
 
 struct TrayRow {
     std::string_view option;  // of "OutputBin"
@@ -80,6 +52,8 @@ std::optional<SettingWords> settingWords(const PrintSession& session, CFBundleRe
 }
 
 std::string panelOfSetting(CFBundleRef bundle, const std::string& mainKeyword) {
-    const auto* const row = std::ranges::find(kPanels, std::string_view(mainKeyword), &PanelRow::mainKeyword);
-    return row == std::end(kPanels) ? std::string() : utf8(localized(bundle, CFStringMakeConstant(row->panel)).get());
+    const SettingPlace* const place = placeOfSetting(mainKeyword);
+    return place == nullptr || place->panel == nullptr
+               ? std::string()
+               : utf8(localized(bundle, CFStringMakeConstant(place->panel)).get());
 }

@@ -2,6 +2,7 @@
 #include "host/settings/conflicts.h"
 
 #include "host/settings/dictionary_values.h"
+#include "host/settings/remedy_words.h"
 #include "tests/support/cf_values.h"
 #include "tests/support/places.h"
 
@@ -21,6 +22,13 @@ protected:
         session->setChoice(makeCFString(keyword).get(), makeCFString(option).get());
     }
     ConflictReport report(const Texts& keep = {}) const { return examineConflicts(*session, texts.get(), keep); }
+    Texts names(const std::vector<SettingChange>& changes) const {
+        Texts all;
+        for (const SettingChange& change : changes) {
+            all.push_back(nameOfChange(change, texts.get()));
+        }
+        return all;
+    }
     std::string obstacle(const char* keyword, const char* option) const {
         return obstacleOf(*session, texts.get(), keyword, option);
     }
@@ -35,20 +43,21 @@ protected:
 }  // namespace
 
 TEST_F(ConflictSentences, NameBothSidesAndTheirPanels) {
-    EXPECT_EQ(report().sentences, Texts());
+    EXPECT_EQ(report().sentences(), Texts());
     choose("MediaType", "Transparency");
     choose("Duplex", "DuplexNoTumble");
     choose("OutputBin", "Top");
     choose("Jog", "EndOfSet");
     const ConflictReport found = report({"MediaType"});
-    EXPECT_EQ(found.sentences,
+    EXPECT_EQ(found.sentences(),
               (Texts{"“Offset: Offset Each Set” (Advanced) cannot be used with “Output Tray: Top Tray” "
                      "(Paper and Output).",
                      "“2-Sided Printing: 2-Sided, Flip on Long Edge” cannot be used with “Paper Type: Transparency” "
                      "(both in Paper and Output)."}));
-    EXPECT_EQ(firstOf(found.sentences, texts.get()), found.sentences[0] + " And one more problem.");
-    EXPECT_EQ(remedyTitle(found, texts.get()), "C&hange 2 Settings");
-    EXPECT_EQ(remedyText(found, texts.get()),
+    EXPECT_EQ(firstOf(found.sentences(), texts.get()), found.sentences()[0] + " And one more problem.");
+    EXPECT_EQ(names(found.ways), (Texts{"Remove the Offset", "Change Output Tray to Automatic"}));
+    EXPECT_EQ(nameOfChanges(found.remedy, texts.get()), "Change 2 Settings");
+    EXPECT_EQ(listOfChanges(found.remedy, texts.get()),
               "• 2-Sided Printing: 1-Sided (Paper and Output)\n• Offset: No Offset (Advanced)");
 }
 
@@ -59,13 +68,14 @@ TEST_F(ConflictSentences, SayWhatIsNotInstalled) {
     choose("TRFoldOptions", "3HolePunch");
     choose("StapleLocation", "4Staples");
     choose("PageSize", "SRA3");
-    EXPECT_EQ(report().sentences,
+    EXPECT_EQ(report().sentences(),
               (Texts{"“Paper Size: SRA3 (320 x 450 mm)” cannot be used: the printer has “Paper Trays: Two Trays”.",
                      "“Staple: 4 Staples” (Paper and Output) cannot be used: the printer has “Finisher: Light "
                      "Capacity Stapler Stacker”.",
                      "“Fold and Punch: 3 Hole Punch” (Paper and Output) cannot be used: “Hole Punch” is not "
                      "installed."}));
-    EXPECT_TRUE(firstOf(report().sentences, texts.get()).ends_with(". And 2 more problems."));
+    EXPECT_EQ(names(report().ways), Texts{"Use Letter (8.5 x 11 in)"}) << "what is installed stays";
+    EXPECT_TRUE(firstOf(report().sentences(), texts.get()).ends_with(". And 2 more problems."));
 
     // The same of a choice that nobody has made yet, alone.
     EXPECT_EQ(obstacle("PageSize", "13x19"), "This printer cannot do this: the printer has “Paper Trays: Two Trays”.");
@@ -81,19 +91,17 @@ TEST_F(ConflictSentences, TellThatFoldedBookletsTakeNoStaples) {
             install("Option2", "HCSS_BK");
             choose("StapleLocation", "1Staple");
             choose("TRFoldOptions", fold);
-            EXPECT_EQ(report().sentences.size(), 1u) << model << fold;
-            EXPECT_EQ(remedyText(report({"TRFoldOptions"}), texts.get()), "Staple: No Staples (Paper and Output)");
+            EXPECT_EQ(report().sentences().size(), 1u) << model << fold;
+            EXPECT_EQ(names(report({"TRFoldOptions"}).ways), (Texts{"Remove the Staples", "Remove Folds and Holes"}));
+            EXPECT_EQ(names(report({"StapleLocation"}).ways), (Texts{"Remove Folds and Holes", "Remove the Staples"}));
         }
     }
 }
 
 TEST_F(ConflictSentences, TellNearestSizesAndKeepSecrets) {
     choose("PageSize", "Custom.400x600mm");
-    EXPECT_EQ(report().sentences, Texts{"“Paper Size: 400 × 600 mm” is too large or too small for this printer."});
-    EXPECT_EQ(remedyTitle(report(), texts.get()), "C&hange Paper Size");
-    EXPECT_EQ(remedyText(report(), texts.get()), "Paper Size: 330.2 × 482.6 mm");
-    EXPECT_EQ(remedyTitle({{}, {{"Fold", "None", {"Fold & Punch", "None", ""}}}}, texts.get()),
-              "C&hange Fold && Punch");
+    EXPECT_EQ(report().sentences(), Texts{"“Paper Size: 400 × 600 mm” is too large or too small for this printer."});
+    EXPECT_EQ(names(report().ways), Texts{"Use 330.2 × 482.6 mm"});
 
     install("Option4", "False");
     const auto job = makeCFDictionary();
@@ -101,8 +109,8 @@ TEST_F(ConflictSentences, TellNearestSizesAndKeepSecrets) {
     CFDictionarySetValue(job.get(), CFSTR("SecurePrintPassword"), CFSTR("4711"));
     PMTicketSetCFDictionary(session->printSettings(), CFSTR("test"), CFSTR("com.tavro.print.JobType"), job.get(),
                             kPMUnlocked);
-    EXPECT_EQ(report().sentences, Texts{"“Secure Print Passcode: With Passcode” (Paper and Output) cannot be used: "
-                                        "“Hard Disk” is not installed."});
+    EXPECT_EQ(report().sentences(), Texts{"“Secure Print Passcode: With Passcode” (Paper and Output) cannot be used: "
+                                          "“Hard Disk” is not installed."});
     CFStringRef passcode = nullptr;
     EXPECT_EQ(PMTicketGetCFString(session->printSettings(), kPMTopLevel, kPMTopLevel, kPMJobPasscodeKey, &passcode),
               kPMKeyNotFound);

@@ -1,6 +1,12 @@
-// Conflicts in the dialog: told, ended with one click, and gone for good.
+// Conflicts in the dialog: told where they are, ended with one click, and gone for good.
+#include "host/script/script_parser.h"
+#include "host/script/text.h"
+#include "host/settings/setting_place.h"
+#include "host/settings/texts.h"
 #include "tests/host/program_fixture.h"
 #include "tests/support/places.h"
+
+#include <regex>
 
 namespace {
 
@@ -56,12 +62,12 @@ TEST_F(ProgramConflicts, RunTheExampleOfTheDocumentation) {
 TEST_F(ProgramConflicts, EndWithTheSettingThatWasNotChosenLast) {
     expectEnded(
         "panel \"Paper and Output\"\nchoose Tshl:111 \"Collated, 2 Staples\"\nchoose Tshl:110 \"Top Tray\"\n"
-        "expect conflicts 1\nexpect Host:72 text \"Change Staple\"\nclick Host:72\n"
+        "expect conflicts 1\nexpect Host:72 text \"Remove the Staples\"\nclick Host:72\n"
         "expect Tshl:111 text \"Collated\"\n");
     EXPECT_TRUE(kept("StapleLocation", "None") && kept("OutputBin", "Top"));
     expectEnded(
         "panel \"Paper and Output\"\nchoose Tshl:110 \"Top Tray\"\nchoose Tshl:111 \"Collated, 2 Staples\"\n"
-        "expect Host:72 text \"Change Output Tray\"\nclick Host:72\nexpect Tshl:110 text \"Automatic\"\n");
+        "expect Host:72 text \"Change Output Tray to Automatic\"\nclick Host:72\nexpect Tshl:110 text \"Automatic\"\n");
     EXPECT_TRUE(kept("StapleLocation", "2Staples") && kept("OutputBin", "Auto"));
 }
 
@@ -75,7 +81,7 @@ TEST_F(ProgramConflicts, BetweenPanelsEndInBoth) {
         "panel Layout\nchoose Tshl:6004 \"On\"\nclick Tshl:6013\nset Tshl:1000 3\ncommand \"ok  \"\n";
     const std::string staples = "panel \"Paper and Output\"\nchoose Tshl:111 \"Collated, 2 Staples\"\n";
     const Run done = script(staples + booklet +
-                                "expect conflicts 1\nexpect Host:72 text \"Change Staple\"\n"
+                                "expect conflicts 1\nexpect Host:72 text \"Remove the Staples\"\n"
                                 "panel \"Paper and Output\"\nexpect conflicts 1\nclick Host:72\n"
                                 "expect Tshl:111 text \"Collated\"\nexpect no conflicts\nanswer other\nok\n",
                             {"--ticket-out", settings(), "--job-out", folder / "job.ps"});
@@ -85,13 +91,14 @@ TEST_F(ProgramConflicts, BetweenPanelsEndInBoth) {
     expectEnded(
         "panel Layout\nchoose Tshl:6004 \"On\"\nclick Tshl:6013\nset Tshl:1000 3\ncommand \"ok  \"\n"
         "panel \"Paper and Output\"\nitem Tshl:104 Styp 2\nexpect conflicts 2\n"
-        "expect Host:72 text \"Change 2 Settings\"\nclick Host:72\npanel Layout\nexpect Tshl:6004 text \"Off\"\n");
+        "expect Host:72 text \"Print on One Side\"\nclick Host:72\nexpect conflicts 1\n"
+        "expect Host:72 text \"Remove Folds and Holes\"\nclick Host:72\npanel Layout\nexpect Tshl:6004 text \"Off\"\n");
     EXPECT_TRUE(kept("Duplex", "None") && kept("TRFoldOptions", "None") && kept("MediaType", "Transparency"));
 }
 
 TEST_F(ProgramConflicts, OfSettingsFilesAndMissingPartsEndToo) {
     expectEnded(
-        "expect conflicts 2\nexpect Host:40 items 40\nclick Host:72\nexpect Host:40 items 40\n"
+        "expect conflicts 2\nexpect Host:40 items 40\nclick Host:72\nclick Host:72\nexpect Host:40 items 40\n"
         "choose Host:40 \"A4 (210 x 297 mm)\"\nset Host:40 39\n",
         {"--ticket-in", ticket("<key>PageSize</key><string>Custom.1400x800</string><key>MediaType</key>"
                                "<string>Envelopes</string><key>InputSlot</key><string>Tray2</string>")});
@@ -125,6 +132,15 @@ TEST_F(ProgramConflicts, AreAskedAboutBeforePrinting) {
     EXPECT_EQ(contentOf(folder / "job.ps"), "");
     EXPECT_EQ(script(conflict + "answer other\nok\n", out).status, 0);
     EXPECT_NE(contentOf(folder / "job.ps").find("%%BeginFeature: *Duplex DuplexNoTumble"), std::string::npos);
+    // Or changed first, by a button that says how.
+    const Run changed = script(conflict + "answer alternate\nok\n", out);
+    EXPECT_EQ(changed.status, 0);
+    EXPECT_NE(changed.output.find("“Change Paper Type to Printer Default” changes this, and prints:"),
+              std::string::npos)
+        << changed.output;
+    const std::string job = contentOf(folder / "job.ps");
+    EXPECT_NE(job.find("%%BeginFeature: *MediaType SystemDefault"), std::string::npos);
+    EXPECT_NE(job.find("%%BeginFeature: *Duplex DuplexNoTumble"), std::string::npos);
 
     const Run wrong = script(conflict + "expect no conflicts\n", out);
     EXPECT_EQ(wrong.status, 3);
@@ -137,4 +153,37 @@ TEST_F(ProgramConflicts, GrayWhatCannotBeChosen) {
     EXPECT_EQ(script(large).status, 1);  // the script ends with the dialog open
     EXPECT_EQ(script(large, {"--installed", "Option1=False"}).status, 3);
     EXPECT_EQ(script("choose Host:40 \"A3 (297 x 420 mm)\"\n", {"--installed", "Option1=False"}).status, 1);
+}
+
+TEST_F(ProgramConflicts, HavePlacesInTheDialog) {
+    std::string controls;
+    std::string panel = "\n";  // of the dialog's left side
+    std::istringstream lines(run({"--ppd", kZR420, "--installed", "Option2=HCSS_BK", "--list-controls"}).output);
+    for (std::string line; std::getline(lines, line);) {
+        panel = line.starts_with("panel ") ? line.substr(line.find('"')) + "\n" : panel;
+        controls += panel + line.substr(0, line.find(" value")) + " \n";
+    }
+    const auto texts =
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+    for (const SettingPlace& place : settingPlaces()) {
+        const std::string title =
+            place.panel == nullptr
+                ? ""
+                : "\"" + utf8(localized(texts.get(), CFStringMakeConstant(place.panel)).get()) + "\"";
+        const std::string name = script::controlNameText({place.signature, place.number, {}});
+        const std::regex row(title + "\n[^\n]* " + name + " ");
+        EXPECT_TRUE(std::regex_search(controls, row)) << place.mainKeyword << " " << name << " in " << title;
+    }
+}
+
+TEST_F(ProgramConflicts, LeadToTheirSettings) {
+    const std::string conflict =
+        "panel Advanced\nchoose Tshl:634 \"Offset Each Set\"\npanel \"Paper and Output\"\n"
+        "choose Tshl:110 \"Top Tray\"\npanel Layout\n";
+    for (const char* way : {"click Host:71\n", "click Host:73\n"}) {
+        EXPECT_EQ(script(conflict + way + "expect Tshl:16 text \"Advanced\"\n").status, 1) << way;
+    }
+    // The other side may give way as well.
+    expectEnded(conflict + "expect Host:72 text \"Remove the Offset\"\nclick Host:74\nexpect Host:73 hidden\n");
+    EXPECT_TRUE(kept("Jog", "EndOfSet") && kept("OutputBin", "Auto"));
 }

@@ -1,0 +1,63 @@
+#include "host/settings/setting_place.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr OSType kDialog = FourCharCode("Host");
+constexpr OSType kPanels = FourCharCode("Tshl");
+constexpr OSType kSpecialPages = FourCharCode("TSPg");
+
+// clang-format off
+constexpr SettingPlace kPlaces[] = {
+    // main keyword               options    panel                     signature      number
+    {"PageSize",               "",        nullptr,                  kDialog,       40},
+    {"InputSlot",              "",        nullptr,                  kDialog,       42},
+    {"Collate",                "",        nullptr,                  kDialog,       21},
+    {"Collate",                "",        "Panel Paper and Output", kPanels,       111},
+    {"MediaType",              "",        "Panel Paper and Output", kPanels,       104},
+    {"MediaColor",             "",        "Panel Paper and Output", kPanels,       104},
+    {"Duplex",                 "",        "Panel Paper and Output", kPanels,       113},
+    {"StapleLocation",         "",        "Panel Paper and Output", kPanels,       111},
+    {"TRFoldOptions",          "Booklet", "Panel Paper and Output", kPanels,       112},
+    {"TRFoldOptions",          "Booklet", "Panel Layout",           kPanels,       6013},
+    {"TRFoldOptions",          "",        "Panel Paper and Output", kPanels,       111},
+    {"OutputBin",              "",        "Panel Paper and Output", kPanels,       110},
+    {"JCLColorCorrection",     "",        "Panel Paper and Output", kPanels,       115},
+    {"JCLPasscode",            "",        "Panel Paper and Output", kPanels,       102},
+    {"JCLCovers",              "",        "Panel Special Pages",    kSpecialPages, 100},
+    {"JCLMediaType",           "",        "Panel Special Pages",    kSpecialPages, 100},
+    {"JCLMediaColor",          "",        "Panel Special Pages",    kSpecialPages, 100},
+    {"JCLFrontBackMediaType",  "",        "Panel Special Pages",    kSpecialPages, 100},
+    {"JCLFrontBackMediaColor", "",        "Panel Special Pages",    kSpecialPages, 100},
+    {"Resolution",             "",        "Panel Image Options",    kPanels,       941},
+    {"TRImageQuality",         "",        "Panel Image Options",    kPanels,       981},
+    {"TREconomode",            "",        "Panel Image Options",    kPanels,       988},
+    {"JCLBanner",              "",        "Panel Advanced",         kPanels,       632},
+    {"Jog",                    "",        "Panel Advanced",         kPanels,       634},
+};
+static_assert(std::size(kPlaces) == 24);
+// clang-format on
+
+}  // namespace
+
+std::span<const SettingPlace> settingPlaces() {
+    return kPlaces;
+}
+
+std::vector<SettingPlace> placesOfOption(std::string_view mainKeyword, std::string_view option) {
+    std::vector<SettingPlace> own;
+    std::vector<SettingPlace> ofAll;
+    for (const SettingPlace& place : kPlaces) {
+        if (place.mainKeyword == mainKeyword && option.starts_with(place.options)) {
+            (place.options.empty() ? ofAll : own).push_back(place);
+        }
+    }
+    return own.empty() ? ofAll : own;
+}
+
+const SettingPlace* placeOfSetting(std::string_view mainKeyword) {
+    const auto* const place = std::ranges::find(kPlaces, mainKeyword, &SettingPlace::mainKeyword);
+    return place == std::end(kPlaces) ? nullptr : place;
+}
