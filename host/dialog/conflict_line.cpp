@@ -4,7 +4,6 @@
 #include "host/dialog/notice.h"
 #include "host/script/stage.h"
 #include "host/script/text.h"
-#include "host/settings/dictionary_values.h"
 #include "host/settings/remedy_words.h"
 #include "host/settings/texts.h"
 
@@ -26,29 +25,28 @@ CFRef<CFStringRef> literal(std::string title) {
 }  // namespace
 
 ConflictLine::ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pageCount, JobWay way)
-    : window_(window), texts_(texts), pageCount_(pageCount), way_(way), marks_(window, texts) {}
+    : window_(window), texts_(texts), pageCount_(pageCount), way_(way), marks_(window, texts), changes_(texts) {}
 
 void ConflictLine::forget() {
     options_.clear();
     changed_.clear();
+    changes_.forget();
     report_ = {};
     remedies_ = {};
     leftOut_.clear();
+    told_.clear();
     marks_.show({});
     showReport();
 }
 
 /// False when everything is as it was shown.
 bool ConflictLine::takeChanges(const PrintSession& session) {
-    CFMutableDictionaryRef pairs = nullptr;
-    PMTicketGetPPDDict(session.printSettings(), kPMTopLevel, &pairs);
-    Choices options = pairsIn(pairs);
-    std::ranges::sort(options);
+    OptionsThen options = optionsNow(session);
     const bool isSecret = readJobKind(session.printSettings()) == JobKind::secure;
     if (options == options_ && isSecret == isSecret_) {
         return false;
     }
-    Choices changes;
+    OptionsThen changes;
     std::ranges::set_difference(options, options_, std::back_inserter(changes));
     if (!options_.empty() && !changes.empty()) {
         changed_.clear();
@@ -57,6 +55,12 @@ bool ConflictLine::takeChanges(const PrintSession& session) {
     options_ = std::move(options);
     isSecret_ = isSecret;
     return true;
+}
+
+void ConflictLine::lookForChanges(const PrintSession& session) {
+    ControlRef selector = nullptr;
+    GetControlByID(window_, &script::kPanelSelector, &selector);
+    changes_.look(session, GetControl32BitValue(selector), selector == nullptr ? "" : script::textOf(selector));
 }
 
 void ConflictLine::show(const PrintSession& session) {
@@ -73,8 +77,9 @@ void ConflictLine::show(const PrintSession& session) {
     }
     marks_.show(report_.conflicts);  // also at controls that have just been made
     std::vector<std::string> leftOut = tellLeftOut(session, pageCount_, way_, texts_);
-    if (isChanged || leftOut != leftOut_) {
+    if (isChanged || leftOut != leftOut_ || changes_.sentence() != told_) {
         leftOut_ = std::move(leftOut);
+        told_ = changes_.sentence();
         showReport();
     }
 }
@@ -82,7 +87,10 @@ void ConflictLine::show(const PrintSession& session) {
 void ConflictLine::showReport() const {
     std::vector<std::string> sentences = report_.sentences();
     sentences.insert(sentences.end(), leftOut_.begin(), leftOut_.end());
-    const std::string line = sentences.empty() ? std::string() : firstOf(sentences, texts_);
+    std::string line = told_;
+    if (!sentences.empty()) {
+        line += (line.empty() ? "" : " ") + firstOf(sentences, texts_);
+    }
     const ControlRef text = hostControl(window_, kConflictText);
     const bool isNews = !line.empty() && script::textOf(text) != line;
     setStaticText(text, cfString(line));
@@ -90,6 +98,7 @@ void ConflictLine::showReport() const {
     const ControlRef sign = hostControl(window_, kConflictSign);
     SetControlAlert(sign, cfString(report_.conflicts.empty() ? "" : report_.conflicts.front().sentence).get());
     SetControlVisibility(sign, !report_.conflicts.empty(), true);
+    SetControlVisibility(hostControl(window_, kUndoChange), !told_.empty(), true);
     showButton(kConflictButton, remedies_[0]);
     showButton(kOtherRemedy, remedies_[1]);
     if (isNews) {
@@ -112,7 +121,8 @@ void ConflictLine::goToConflict() const {
     }
 }
 
-std::vector<SettingChange> ConflictLine::remedyOf(HostControl button) const {
+std::vector<SettingChange> ConflictLine::takeRemedy(HostControl button) {
+    changes_.forget();
     return remedies_[button == kConflictButton ? 0 : 1];
 }
 

@@ -1,7 +1,8 @@
 // The line of the dialog that tells of settings that cannot go together, or not with the document or the printer, and
-// the buttons beside it that end conflicts.
+// of what has changed by itself; beside it are the buttons that put it right.
 #pragma once
 
+#include "host/dialog/change_watch.h"
 #include "host/dialog/conflict_marks.h"
 #include "host/dialog/dialog_controls.h"
 #include "host/settings/conflicts.h"
@@ -15,8 +16,12 @@ public:
     /// this.
     ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pageCount, JobWay way);
 
-    /// Shows what is wrong with the session's settings, and what of them will not be in the job; nothing when all is
-    /// well. What changed since the last time is what the user wants; the remedy that is offered first changes
+    /// The user has used a control of the window.
+    void used(const ControlID& control) { changes_.used(control); }
+    /// Looks what has changed by itself since the last time. To be called before the user does anything, too.
+    void lookForChanges(const PrintSession& session);
+    /// Shows that, what is wrong with the session's settings, and what of them will not be in the job; nothing when all
+    /// is well. What changed since the last time is what the user wants; the remedy that is offered first changes
     /// something else.
     void show(const PrintSession& session);
     /// Another session follows.
@@ -26,8 +31,10 @@ public:
 
     /// Brings the user to the first conflict.
     void goToConflict() const;
-    /// The changes that one of the two buttons stands for.
-    std::vector<SettingChange> remedyOf(HostControl button) const;
+    /// The changes that one of the two buttons stands for. The user wants them: what else they bring about is not told.
+    std::vector<SettingChange> takeRemedy(HostControl button);
+    /// What Undo goes back to.
+    ChangeWatch::Before takeBackChange() { return changes_.takeBack(); }
 
     enum class Answer { goBack, print, printWithRemedy };
     /// Tells the user what is wrong, if anything is, and asks what to do. When it is to go back, the button of the
@@ -35,8 +42,6 @@ public:
     Answer askAboutConflicts() const;
 
 private:
-    using Choices = std::vector<std::pair<std::string, std::string>>;
-
     bool takeChanges(const PrintSession& session);
     void showReport() const;
     void showButton(HostControl number, const std::vector<SettingChange>& changes) const;
@@ -46,10 +51,12 @@ private:
     std::int64_t pageCount_;
     JobWay way_;
     ConflictMarks marks_;
-    Choices options_;  // of the PPD dictionary, as they were shown
+    ChangeWatch changes_;
+    OptionsThen options_;  // as they were shown
     bool isSecret_ = false;
     std::vector<std::string> changed_;  // main keywords that changed last
     ConflictReport report_;
     std::array<std::vector<SettingChange>, 2> remedies_;  // of the two buttons; empty for none
     std::vector<std::string> leftOut_;
+    std::string told_;  // what has changed by itself
 };

@@ -42,6 +42,7 @@ enum HostControl : SInt32 {
     kConflictButton = 72,
     kConflictSign = 73,
     kOtherRemedy = 74,
+    kUndoChange = 75,
     // The column that shows what will come out.
     kPreviewPlace = 80,
     kPreviewSheet = 81,

@@ -253,6 +253,11 @@ void DialogPresets::showAsChangeOf(const JobSettings& unchanged, const JobSettin
     settle(dialog_.session(), panel_);
 }
 
+void DialogPresets::putBack(const JobSettings& settings) {
+    const JobSettings unchanged = unchanged_ ? *unchanged_ : presetContent(settings);
+    showAsChangeOf(unchanged, settings);
+}
+
 void DialogPresets::goBack() {
     const Changed changed = *left_;
     forgetChanged();

@@ -38,6 +38,8 @@ public:
     void choose();
     /// Does what the user has picked in the other menu; false for a command that is none of its items'.
     bool act(OSType command);
+    /// Goes back to settings that this session had before.
+    void putBack(const JobSettings& settings);
     /// What another printer starts from: the same preset or its own defaults, or, when the settings are others, these.
     [[nodiscard]] JobSettings settingsForOtherPrinter(const PrintSession& session);
     /// The job has been sent: its settings are the printer's last used ones.

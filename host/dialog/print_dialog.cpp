@@ -127,6 +127,9 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     }
     presets_->begin(*session_);
     showSummary();
+    if (IsWindowVisible(window_)) {
+        conflicts_->lookForChanges(*session_);
+    }
     conflicts_->show(*session_);
     preview_->show(*session_);
     return start;
@@ -161,6 +164,7 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
     if (id.signature == kHostSignature && preview_->handleHit(id.id)) {
         return noErr;  // to look changes nothing
     }
+    conflicts_->used(id);
     if (control != panelSelector()) {
         presets_->touch();
     }
@@ -177,7 +181,10 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
             return noErr;
         case kConflictButton:
         case kOtherRemedy:
-            remedyChosen(conflicts_->remedyOf(static_cast<HostControl>(id.id)));
+            remedyChosen(conflicts_->takeRemedy(static_cast<HostControl>(id.id)));
+            return noErr;
+        case kUndoChange:
+            undoChange();
             return noErr;
         case kSavePDF:
             savePDF();
@@ -215,6 +222,7 @@ void PrintDialog::handleShown() {
             end({ExitStatus::cancelled, {}});
         }
     });
+    conflicts_->lookForChanges(*session_);
     presets_->refresh();
     sweepTemporaryFolder();
     if (auto shown = std::exchange(shown_, nullptr)) {
@@ -261,6 +269,7 @@ void PrintDialog::takeMakersSettings() {
     plugin_.copyControlsToTickets();
     session_->updatePaperRectangle();
     general_->showShared();
+    conflicts_->lookForChanges(*session_);
     conflicts_->show(*session_);
 }
 
@@ -311,6 +320,19 @@ bool PrintDialog::acceptLeftOut(JobWay way) const {
 void PrintDialog::remedyChosen(const std::vector<SettingChange>& changes) {
     changeShared([&] { applyRemedy(changes, session_.get()); });
     takeMakersSettings();
+}
+
+void PrintDialog::undoChange() {
+    const ChangeWatch::Before before = conflicts_->takeBackChange();
+    // First, since a panel that is shown might change the settings again.
+    if (before.panel != GetControl32BitValue(panelSelector())) {
+        showPanel(window_, before.panel);
+    }
+    presets_->putBack(before.settings);
+    ControlRef used = nullptr;
+    if (before.control && GetControlByID(window_, &*before.control, &used) == noErr) {
+        SetKeyboardFocus(window_, used);
+    }
 }
 
 bool PrintDialog::acceptConflicts() {

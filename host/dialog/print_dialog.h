@@ -87,6 +87,8 @@ private:
     /// Goes on with the printer's present defaults, when it can still be opened.
     void renewPrinter();
     void remedyChosen(const std::vector<SettingChange>& changes);
+    /// Takes back what the line tells has changed by itself, with what brought it about.
+    void undoChange();
     void accept();
     /// Asks about conflicts. False when the user wants to go back.
     bool acceptConflicts();

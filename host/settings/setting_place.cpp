@@ -61,3 +61,11 @@ const SettingPlace* placeOfSetting(std::string_view mainKeyword) {
     const auto* const place = std::ranges::find(kPlaces, mainKeyword, &SettingPlace::mainKeyword);
     return place == std::end(kPlaces) ? nullptr : place;
 }
+
+bool isChangedBy(std::string_view mainKeyword, OSType signature, SInt32 number) {
+    return std::ranges::any_of(kPlaces, [&](const SettingPlace& place) {
+        // All controls of the special pages work on one list.
+        return place.mainKeyword == mainKeyword && place.signature == signature &&
+               (place.number == number || signature == kSpecialPages);
+    });
+}

@@ -24,3 +24,6 @@ std::vector<SettingPlace> placesOfOption(std::string_view mainKeyword, std::stri
 
 /// The first place of a main keyword, whatever its option is; null for one that the dialog does not show.
 const SettingPlace* placeOfSetting(std::string_view mainKeyword);
+
+/// Whether the control is there to change the setting.
+bool isChangedBy(std::string_view mainKeyword, OSType signature, SInt32 number);

@@ -1,4 +1,4 @@
-// Conflicts in the dialog: told where they are, ended with one click, and gone for good.
+// Conflicts in the dialog: told where they are, ended with one click, and gone for good. And what changes by itself.
 #include "host/script/script_parser.h"
 #include "host/script/text.h"
 #include "host/settings/setting_place.h"
@@ -186,4 +186,30 @@ TEST_F(ProgramConflicts, LeadToTheirSettings) {
     // The other side may give way as well.
     expectEnded(conflict + "expect Host:72 text \"Remove the Offset\"\nclick Host:74\nexpect Host:73 hidden\n");
     EXPECT_TRUE(kept("Jog", "EndOfSet") && kept("OutputBin", "Auto"));
+}
+
+TEST_F(ProgramConflicts, AreNotTheOnlyThingThatIsTold) {
+    const std::string changed =
+        "expect Host:71 text \"This also changed “Staple” from “2 Staples” to “No Staples”.\"\n";
+    const std::string shown =
+        "expect Host:71 text \"Showing Layout changed “2-Sided Printing” from “2-Sided, Flip on Short Edge” to "
+        "“2-Sided, "
+        "Flip on Long Edge”.\"\n";
+    const Run done = script(
+        // What stands at one control may change all of it.
+        "panel \"Paper and Output\"\nchoose Tshl:111 \"Hole Punch\"\nchoose Tshl:111 \"Collated, 2 Staples\"\n"
+        "item Tshl:104 Styp 2\nexpect Host:71 hidden\nchoose Tshl:104 \"Default Paper\"\n"
+        // Undo brings both back, and what the user does next ends it.
+        "set Host:21 0\n" +
+            changed + "click Host:75\nexpect Host:21 value 1\nexpect Tshl:111 text \"Collated, 2 Staples\"\n" +
+            "expect Host:75 hidden\nexpect Host:71 hidden\nset Host:21 0\n" + changed +
+            "set Host:20 3\nexpect Host:75 hidden\n" +
+            // A panel that changes what is shown elsewhere is left again, or it would do so once more.
+            "choose Tshl:113 \"2-Sided, Flip on Short Edge\"\nexpect Host:75 hidden\npanel Layout\n" + shown +
+            "panel Advanced\npanel Layout\n" + shown +
+            "click Host:75\nexpect Tshl:16 text \"Paper and Output\"\n"
+            "expect Tshl:113 text \"2-Sided, Flip on Short Edge\"\nexpect Host:20 value 3\npanel Advanced\n"
+            "expect Host:71 hidden\nok\n",
+        {"--job-out", folder / "job.ps"});
+    EXPECT_EQ(done.status, 0) << done.errors;
 }

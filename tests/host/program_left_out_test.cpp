@@ -68,8 +68,9 @@ TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
     const Run left = script(
         "type Host:31 \"5-6\"\nexpect Host:71 text \"The insert after page 99 will be missing: the document has 10 "
         "pages. And one more problem.\"\nset Host:30 1\npanel Layout\nchoose Tshl:6004 \"On\"\nexpect Host:71 text "
-        "\"Inserts will be missing: a "
-        "booklet cannot have any.\"\nok\ncancel\n",
+        "\"This also changed “2-Sided Printing” from “1-Sided” to “2-Sided, Flip on Short Edge”. Inserts will be "
+        "missing: "
+        "a booklet cannot have any.\"\nok\ncancel\n",
         {"--ticket-in", settings(kInserts), "--job-out", folder / "other.ps"});
     EXPECT_EQ(left.status, 1) << left.errors;
     EXPECT_FALSE(fs::exists(folder / "other.ps"));
