@@ -166,6 +166,16 @@ OSStatus PMPrinterCopyOptionCode(PMPrinter printer, CFStringRef mainKeyword, CFS
 /// messages name. kPMFilterFailed, or kPMCannotWriteOutput when `output` took no more, without a reason.
 OSStatus PMWritePostScript(int pages, CFURLRef document, CFStringRef resolution, ByteSink* output);
 
+/// Whether the installed filters make a PDF of documents of a MIME type ("image/png").
+Boolean PMCanWritePDF(CFStringRef contentType);
+/// Writes a PDF of an open document of such a type, through these filters. What has no paper of its own, a text or a
+/// picture, is laid on paper of that size in points. `document` is what messages name. Failures as above.
+OSStatus PMWritePDF(int file, CFURLRef document, CFStringRef contentType, double width, double height,
+                    ByteSink* output);
+/// The same by one program that takes arguments as filters do; `setting` is handed to it as its options.
+OSStatus PMWritePDFByProgram(int file, CFURLRef document, CFStringRef contentType, CFStringRef program,
+                             CFStringRef setting, ByteSink* output);
+
 /// The pages of a job: sides of its sheets in their order, as large as their paper. Nothing is done to them any more.
 struct PMJobPages {
     int file;               // the descriptor of an open file, which is read from its beginning

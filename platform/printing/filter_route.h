@@ -7,6 +7,8 @@
 #include <vector>
 
 inline constexpr const char* kPDFType = "application/pdf";
+/// With pages that are ready for the paper.
+inline constexpr const char* kPrintablePDFType = "application/vnd.cups-pdf";
 inline constexpr const char* kPostScriptType = "application/postscript";
 /// PostScript with the printer's own code, which no filter changes any more.
 inline constexpr const char* kReadyType = "application/vnd.cups-postscript";
