@@ -7,6 +7,7 @@
 #include "host/job/check_settings.h"
 #include "host/job/command_line.h"
 #include "host/job/job_setup.h"
+#include "host/job/open_document.h"
 #include "host/job/print_without_window.h"
 #include "host/places.h"
 #include "host/proof/print_proof.h"
@@ -181,12 +182,31 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
     });
 }
 
-ExitStatus printAtOnce(const JobSetup& setup, char* programName) {
+DocumentPrograms documentPrograms() {
+    return {pageReaderPath(), converterPath()};
+}
+
+/// Each document is a job of its own. One that fails keeps none of the others from being printed.
+ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument* first, char* programName) {
     openToolbox(programName, true);  // cover sheets are drawn with its fonts
     auto bundle = openBundle(hostBundlePath());
-    const ExitStatus status = fail(bundle ? printWithoutWindow(setup, bundle->get()) : bundle.failure());
+    if (!bundle) {
+        return fail(bundle.failure());
+    }
+    ExitStatus worst = ExitStatus::success;
+    for (std::size_t i = 0; i < line.documents.size(); ++i) {
+        std::optional<OpeningDocument> next;
+        OpeningDocument* const document = i == 0 ? first : &next.emplace(line.documents[i], documentPrograms());
+        auto opened = openForJob(setup, document);
+        if (opened) {
+            setup.document = std::move(*opened);
+        }
+        const ExitStatus status =
+            opened ? fail(printWithoutWindow(setup, bundle->get())) : failToOpen(opened.failure(), line, programName);
+        worst = std::max(worst, status);
+    }
     sweepTemporaryFolder();
-    return status;
+    return worst;
 }
 
 ExitStatus check(const JobSetup& setup) {
@@ -216,7 +236,7 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
         return fail(plugin.failure());
     }
     markStart("plug-in");
-    auto opened = document->finish();
+    auto opened = openForJob(job, document);
     if (!opened) {
         return failToOpen(opened.failure(), line, programName);
     }
@@ -236,7 +256,11 @@ ExitStatus run(const CommandLine& line, char* programName) {
     if (!line.proof.empty()) {
         return proof(line);
     }
-    OpeningDocument document(line.document, pageReaderPath());  // goes on while the rest is opened
+    if (const auto missing = findMissing(line.documents)) {
+        return failToOpen(*missing, line, programName);
+    }
+    // Goes on while the rest is opened.
+    OpeningDocument document(line.documents.empty() ? std::string() : line.documents.front(), documentPrograms());
     auto parsed = openScript(line.script);
     if (!parsed) {
         return fail(parsed.failure());
@@ -256,19 +280,22 @@ ExitStatus run(const CommandLine& line, char* programName) {
     }
     auto job = openJobSetup(line, samplePPDPath());
     if (!job) {
-        const auto opened = document.finish();
+        const auto opened = document.isToBePrepared() ? Result<Document>(Document{}) : document.finish();
         return failToOpen(opened ? job.failure() : opened.failure(), line, programName);
     }
     markStart("input");
     if (!line.print && !line.check) {
         return runDialog(line, *parsed, std::move(*job), &document, programName);
     }
-    auto opened = document.finish();
+    if (line.print) {
+        return printAtOnce(line, std::move(*job), &document, programName);
+    }
+    auto opened = openForJob(*job, &document);
     if (!opened) {
         return failToOpen(opened.failure(), line, programName);
     }
     job->document = std::move(*opened);
-    return line.check ? check(*job) : printAtOnce(*job, programName);
+    return check(*job);
 }
 
 }  // namespace

@@ -38,6 +38,10 @@ std::string pageReaderPath() {
     return firstExisting({"../lib/tavro-pages", TAVRO_LIBRARY_PLACE "/tavro-pages"});
 }
 
+std::string converterPath() {
+    return firstExisting({"../lib/tavro-convert", TAVRO_LIBRARY_PLACE "/tavro-convert"});
+}
+
 std::string pageDrawerPath() {
     return firstExisting({"../lib/tavro-pictures", TAVRO_LIBRARY_PLACE "/tavro-pictures"});
 }

@@ -9,6 +9,8 @@ std::string pluginPath();
 std::string hostBundlePath();
 /// The program that looks at documents (driver/worker).
 std::string pageReaderPath();
+/// The program that makes PDFs of other documents (driver/worker).
+std::string converterPath();
 /// The program that draws pages (driver/worker).
 std::string pageDrawerPath();
 /// The PPD of the sample printer.

@@ -136,7 +136,7 @@ private:
 
     /// Without a fault when the output took no more.
     bool makePDF(ByteSink& output, int percent) {
-        PagesOrder order{source_.document, &plan_, layout_, {}, source_.faxCover, source_.mark};
+        PagesOrder order{source_.content, source_.password, &plan_, layout_, {}, source_.faxCover, source_.mark};
         for (const Paper& paper : plan_.papers) {
             order.papers.push_back(shapeOf(source_.printer, paper));
         }

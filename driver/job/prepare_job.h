@@ -17,7 +17,9 @@ struct JobSource {
     PMPrinter printer;  // lent, like the tickets
     PMTicketRef printSettings;
     PMTicketRef pageFormat;
-    std::string document;          // the file of a PDF
+    std::string document;          // what lines call it, and the job if nothing else does
+    std::string content;           // the file of its PDF
+    std::string password;          // of it; empty for none
     const DocumentPages& pages;    // of it
     std::string faxCover;          // a PDF of one page; empty for a job without one
     std::optional<PageMark> mark;  // on its pages

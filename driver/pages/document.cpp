@@ -78,14 +78,16 @@ std::vector<Size> sizesOf(QPDF& pdf) {
 
 }  // namespace
 
-std::optional<DocumentPages> readDocument(int file, std::string* reason) {
+std::optional<DocumentPages> readDocument(int file, std::string* reason, const std::string& password) {
     const MappedFile mapped(file);
     if (mapped.error() != 0) {
         *reason = "cannot be read: " + std::generic_category().message(mapped.error());
         return std::nullopt;
     }
     const std::shared_ptr<QPDF> pdf = openPDF(
-        [&](QPDF& opened) { opened.processMemoryFile("document", mapped.content().data(), mapped.content().size()); },
+        [&](QPDF& opened) {
+            opened.processMemoryFile("document", mapped.content().data(), mapped.content().size(), password.c_str());
+        },
         reason);
     if (!pdf) {
         return std::nullopt;

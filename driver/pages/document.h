@@ -12,12 +12,15 @@ struct DocumentPages {
     bool isRepaired = false;  // it was damaged, and may lack something
 };
 
+/// The reason of a document that needs a password, or another one than it was given.
+inline constexpr const char* kNeedsPassword = "is protected by a password";
+
 /// The pages of an open plain file. Nothing, with the reason, for a file that is no PDF, has no pages or too many, or
 /// must not be printed. A damaged one is repaired as far as that goes.
 ///
 /// What strangers made is read by a library here, through memory that ends where the file does: whoever does not trust
 /// it calls this in a process of its own (driver/worker).
-std::optional<DocumentPages> readDocument(int file, std::string* reason);
+std::optional<DocumentPages> readDocument(int file, std::string* reason, const std::string& password = {});
 
 /// The size of a page whose own makes no sense.
 inline constexpr Size kUsualPage{612, 792};

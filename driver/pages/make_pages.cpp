@@ -65,7 +65,7 @@ bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& p
         return false;
     }
     const std::shared_ptr<QPDF> pdf =
-        openPDF([&](QPDF& opened) { opened.processFile(order.document.c_str()); }, reason);
+        openPDF([&](QPDF& opened) { opened.processFile(order.document.c_str(), order.password.c_str()); }, reason);
     if (!pdf) {
         return false;
     }

@@ -12,6 +12,7 @@
 
 struct PagesOrder {
     std::string document;             // the file of the PDF
+    std::string password;             // of it; empty for none
     const SheetPlan* plan = nullptr;  // of the document's pages
     PageLayout layout;
     std::vector<PaperShape> papers;  // of the plan's papers

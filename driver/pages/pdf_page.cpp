@@ -81,7 +81,7 @@ std::string reasonOf(const std::exception& error) {
     }
     switch (known->getErrorCode()) {
         case qpdf_e_password:
-            return "is encrypted; it needs a password";
+            return kNeedsPassword;
         case qpdf_e_system:
             return "cannot be read: " + known->getMessageDetail();
         default:
@@ -94,8 +94,8 @@ std::shared_ptr<QPDF> openPDF(const std::function<void(QPDF&)>& read, std::strin
         auto pdf = std::make_shared<QPDF>();
         pdf->setSuppressWarnings(true);
         read(*pdf);
-        if (!pdf->allowPrintLowRes()) {
-            *reason = "is encrypted and does not allow printing";
+        if (!pdf->allowPrintLowRes() && !pdf->ownerPasswordMatched()) {
+            *reason = "is protected: whoever made it does not allow printing";
             return nullptr;
         }
         return pdf;

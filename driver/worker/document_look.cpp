@@ -1,7 +1,6 @@
 #include "driver/worker/document_look.h"
 
 #include "driver/worker/page_report.h"
-#include "platform/files/plain_file.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +9,8 @@
 #include <cstdint>
 #include <system_error>
 
-#include <fcntl.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -47,26 +46,29 @@ std::string reasonOf(int status, const std::string& worker, const LookLimits& li
 
 }  // namespace
 
-DocumentLook::DocumentLook(const std::string& worker, const std::string& path, const LookLimits& limits)
+DocumentLook::DocumentLook(const std::string& worker, int document, const std::string& password,
+                           const LookLimits& limits)
     : worker_(worker), limits_(limits) {
-    const Descriptor document = openPlainFile(path, INT64_MAX);  // only what is needed of it is read
-    if (!document) {
-        fault_ = readFault(errno, INT64_MAX);
-    } else if (const int error = start(document.get()); error != 0) {
+    if (const int error = start(document, password); error != 0) {
         fault_ = "cannot be looked at: " + worker + ": " + std::generic_category().message(error);
     }
 }
 
 /// 0 or an error number.
-int DocumentLook::start(int document) {
+int DocumentLook::start(int document, const std::string& password) {
     std::array<int, 2> ends;
-    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
         return errno;
     }
     report_ = Descriptor(ends[0]);
-    const Descriptor output(ends[1]);
+    const Descriptor other(ends[1]);
+    // What is longer than a socket holds is no password.
+    if (!password.empty() && send(ends[0], password.data(), password.size(), MSG_DONTWAIT | MSG_NOSIGNAL) < 0) {
+        return errno;
+    }
+    shutdown(ends[0], SHUT_WR);
     return process_.start(worker_, {std::to_string(limits_.seconds), std::to_string(limits_.megabytes)}, document,
-                          output.get());
+                          other.get());
 }
 
 std::optional<DocumentPages> DocumentLook::finish(std::string* reason) {

@@ -19,16 +19,20 @@ struct LookLimits {
 /// A look that goes on while the program does something else. It ends with the object, and with the program.
 class DocumentLook {
 public:
-    /// Opens the file and has the program `worker` (tavro-pages) look at it.
-    DocumentLook(const std::string& worker, const std::string& path, const LookLimits& limits = {});
+    /// Has the program `worker` (tavro-pages) look at an open plain file. The password reaches it in no way that others
+    /// can see.
+    DocumentLook(const std::string& worker, int document, const std::string& password = {},
+                 const LookLimits& limits = {});
     DocumentLook(const DocumentLook&) = delete;
     DocumentLook& operator=(const DocumentLook&) = delete;
 
+    /// Readable when the result is there, or a part of it; -1 when there will be none.
+    [[nodiscard]] int descriptor() const { return report_.get(); }
     /// Waits for the result, which is there once. Nothing, with the reason.
     [[nodiscard]] std::optional<DocumentPages> finish(std::string* reason);
 
 private:
-    int start(int document);
+    int start(int document, const std::string& password);
 
     std::string worker_;
     LookLimits limits_;

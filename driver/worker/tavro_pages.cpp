@@ -2,11 +2,14 @@
 //
 // usage: tavro-pages SECONDS MEGABYTES <DOCUMENT: what it may take of processor and memory
 //
+// A standard output that is a socket has the document's password for it, up to its end.
+//
 // It has only what it needs for that: a document that makes it do something else finds nothing to do it with.
 
 #include "driver/worker/page_report.h"
 #include "driver/worker/worker_limits.h"
 
+#include <sys/socket.h>
 #include <unistd.h>
 #include <array>
 #include <cstdio>
@@ -23,6 +26,16 @@ std::array<char, 100> outOfMemory;
 void endWithoutMemory() {
     [[maybe_unused]] const ssize_t ignored = write(STDOUT_FILENO, outOfMemory.data(), std::strlen(outOfMemory.data()));
     _exit(EXIT_SUCCESS);
+}
+
+std::string passwordFromStarter() {
+    std::string password;
+    std::array<char, 4096> bytes;
+    for (ssize_t count = 1; count > 0;) {
+        count = recv(STDOUT_FILENO, bytes.data(), bytes.size(), 0);  // of a pipe there is nothing
+        password.append(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return password;
 }
 
 }  // namespace
@@ -43,7 +56,7 @@ int main(int argc, char** argv) {
                   megabytes);
     std::set_new_handler(endWithoutMemory);
     std::string reason;
-    const auto pages = readDocument(STDIN_FILENO, &reason);
+    const auto pages = readDocument(STDIN_FILENO, &reason, passwordFromStarter());
     // What the library has read of a large document takes long to give back.
     _exit(writePageReport(pages, reason, stdout) ? EXIT_SUCCESS : EXIT_FAILURE);
 }

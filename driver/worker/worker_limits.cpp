@@ -3,9 +3,7 @@
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
-#include <unistd.h>
 #include <algorithm>
-#include <csignal>
 
 namespace {
 
@@ -19,11 +17,11 @@ void limit(__rlimit_resource resource, rlim_t soft, rlim_t hard) {
 
 }  // namespace
 
-bool endWithStarter() {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+bool endWithStarter(int signal, int output) {
+    prctl(PR_SET_PDEATHSIG, signal);
     // It may have ended before it was asked for that.
-    pollfd output{STDOUT_FILENO, 0, 0};
-    return poll(&output, 1, 0) == 0 || (output.revents & (POLLERR | POLLHUP)) == 0;
+    pollfd ours{output, 0, 0};
+    return poll(&ours, 1, 0) == 0 || (ours.revents & (POLLERR | POLLHUP)) == 0;
 }
 
 void limitProcessor(int seconds) {

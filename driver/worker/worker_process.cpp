@@ -8,13 +8,17 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-int WorkerProcess::start(std::string program, std::vector<std::string> arguments, int input, int output) {
+int WorkerProcess::start(std::string program, std::vector<std::string> arguments, int input, int output, int messages) {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
     posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    // What a crash says there is no user's business; the error is one line.
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    if (messages >= 0) {
+        posix_spawn_file_actions_adddup2(&actions, messages, STDERR_FILENO);
+    } else {
+        // What a crash says there is no user's business; the error is one line.
+        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    }
     posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
@@ -40,9 +44,22 @@ int WorkerProcess::start(std::string program, std::vector<std::string> arguments
 }
 
 int WorkerProcess::end() {
-    int status = 0;
     if (process_ > 0) {
         kill(process_, SIGKILL);
+    }
+    return wait();
+}
+
+void WorkerProcess::stop() {
+    if (process_ > 0) {
+        kill(process_, SIGTERM);
+        wait();
+    }
+}
+
+int WorkerProcess::wait() {
+    int status = 0;
+    if (process_ > 0) {
         while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
         }
         process_ = -1;

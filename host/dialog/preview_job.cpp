@@ -37,12 +37,12 @@ std::optional<SheetPlan> PreviewJob::update(const PrintSession& session) {
 
 /// True when the file is another one than before.
 bool PreviewJob::openDocument() {
-    const auto file = stampOf(document_.path);
+    const auto file = stampOf(document_.content());
     if (isOpened_ && file == file_) {
         return false;
     }
     std::string reason;
-    sources_.document = DrawnDocument::open(document_.path, {}, &reason);
+    sources_.document = DrawnDocument::open(document_.content(), document_.password, &reason);
     file_ = file;
     isOpened_ = true;
     return true;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include <unistd.h>
+
 namespace {
 
 enum class Group { printer, settings, job, script, program };
@@ -58,10 +60,13 @@ constexpr std::array kOptions{
     OptionRow{"--version", nullptr, Group::program, &CommandLine::version, "print the version, then leave"},
 };
 
-constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT.pdf\n";
+constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT...\n";
 constexpr const char* kNotes =
     "\n"
     "Notes:\n"
+    "  A document is a PDF, or what the print server's filters make one of: PNG, JPEG, GIF and TIFF pictures, text in\n"
+    "  UTF-8, PostScript; with LibreOffice also office documents. - is standard input. Each document is a job.\n"
+    "  The password of a protected document is asked for, in a window or, without one, on the terminal.\n"
     "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
     "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
     "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n"
@@ -105,10 +110,8 @@ public:
                 }
             } else if (argument.empty()) {
                 return usage("the document's name is empty");
-            } else if (!line->document.empty()) {
-                return usage(argument + ": there is one document only");
             } else {
-                line->document = argument;
+                line->documents.push_back(argument);
             }
         }
         return std::nullopt;
@@ -172,7 +175,7 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (line.print && line.isScripted()) {
         return usage("--print opens no window, so --script and --list-controls do not go with it");
     }
-    if (!line.proof.empty() && (line.check || line.print || line.isScripted() || !line.document.empty())) {
+    if (!line.proof.empty() && (line.check || line.print || line.isScripted() || !line.documents.empty())) {
         return usage(
             "--proof reads a job that was made, so a document, --check, --print, --script and --list-controls "
             "do not go with it");
@@ -183,7 +186,20 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
             return usage("--installed " + option + ": is not of the form OPTION=VALUE");
         }
     }
-    if (line.document.empty() && !line.listControls && !line.check && line.proof.empty()) {
+    if (line.documents.size() > 1 && (!line.jobOut.empty() || !line.pdfOut.empty())) {
+        return usage("--job-out and --pdf-out name the file of one job, and each of the " +
+                     std::to_string(line.documents.size()) + " documents becomes one");
+    }
+    if (line.documents.size() > 1 && (line.check || line.listControls)) {
+        return usage("--check and --list-controls look at one document only");
+    }
+    if (std::ranges::count(line.documents, "-") > 1) {
+        return usage("-: standard input is one document only");
+    }
+    if (std::ranges::count(line.documents, "-") == 1 && isatty(STDIN_FILENO) != 0) {
+        return usage("-: is standard input, and it is a terminal; a document comes there from a file or a program");
+    }
+    if (line.documents.empty() && !line.listControls && !line.check && line.proof.empty()) {
         return usage("the document is missing");
     }
     return std::nullopt;

@@ -8,7 +8,7 @@
 #include <vector>
 
 struct CommandLine {
-    std::string document;
+    std::vector<std::string> documents;
     std::string ppd;
     std::string printer;
     std::vector<std::string> installed;  // as it stands there: Option2=HCSS

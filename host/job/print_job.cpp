@@ -106,8 +106,14 @@ void JobWork::cancel() {
 }
 
 JobOutcome JobWork::run() {
-    const JobSource source{printer_.get(), session_.printSettings(), session_.pageFormat(),
-                           document_.path, document_.pages,          faxCover_,
+    const JobSource source{printer_.get(),
+                           session_.printSettings(),
+                           session_.pageFormat(),
+                           document_.path,
+                           document_.content(),
+                           document_.password,
+                           document_.pages,
+                           faxCover_,
                            mark_};
     const auto progress = [this](int percent) {
         percent_ = percent;
@@ -119,11 +125,20 @@ JobOutcome JobWork::run() {
     return outcome;
 }
 
+std::string JobWork::changeOfDocument() const {
+    return !document_.file || document_.file->isIntact()
+               ? std::string()
+               : document_.path + ": has been written to since it was opened; open it again to print what it has now";
+}
+
 JobOutcome JobWork::print(const JobSource& source, const PagesProgress& progress) {
     PreparedJob job(session_.printSettings());
     const bool isReady = prepareJob(source, progress, &job);
     if (isCancelled_ || !isReady) {
         return {isCancelled_ ? std::string() : job.fault, false, isCancelled_, {}};
+    }
+    if (std::string change = changeOfDocument(); !change.empty()) {
+        return {std::move(change), false, false, {}};
     }
     percent_ = 100;
     return send(&job);
@@ -135,6 +150,9 @@ JobOutcome JobWork::writePDF(const JobSource& source, const PagesProgress& progr
     const bool isWritten = file.error() == 0 && writePages(source, progress, file, &fault);
     if (isCancelled_) {
         return {{}, false, true, {}};
+    }
+    if (isWritten && fault.empty()) {
+        fault = changeOfDocument();
     }
     if (fault.empty() && (!isWritten || !file.commit())) {
         fault = target_.file + ": " + std::generic_category().message(file.error());

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] int percent() const { return percent_; }
 
 private:
+    /// A large document is no copy, and may have become another one; in the words of a line then.
+    [[nodiscard]] std::string changeOfDocument() const;
     JobOutcome print(const JobSource& source, const PagesProgress& progress);
     JobOutcome send(PreparedJob* job);
     JobOutcome writePDF(const JobSource& source, const PagesProgress& progress);

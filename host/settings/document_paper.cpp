@@ -1,6 +1,7 @@
 #include "host/settings/document_paper.h"
 
 #include "driver/job/job_ticket.h"
+#include "driver/pages/document.h"
 #include "host/script/text.h"
 #include "host/settings/custom_paper.h"
 #include "platform/foundation/CFCollections.h"
@@ -70,6 +71,12 @@ void followDocument(PrintSession* session, const Size& firstPage) {
         session->setChoice(CFSTR("PageSize"), paper);
         session->updatePaperRectangle();
     }
+}
+
+Size paperOf(const PrintSession& session) {
+    PMPaper paper{};
+    PMPrinterGetPaper(session.printer().get(), cfString(session.choice(CFSTR("PageSize"))).get(), &paper);
+    return paper.width > 0 && paper.height > 0 ? Size{paper.width, paper.height} : kUsualPage;
 }
 
 bool hasPaperFor(const PrintSession& session, const Size& page) {

@@ -7,5 +7,8 @@
 /// there is, the paper becomes the document's own, if the printer has it.
 void followDocument(PrintSession* session, const Size& firstPage);
 
+/// The paper that the session's job is on, in points; the usual one where the printer says nothing.
+Size paperOf(const PrintSession& session);
+
 /// Whether a page lies on some paper of the printer, upright or on its side, without being shrunk.
 bool hasPaperFor(const PrintSession& session, const Size& page);

@@ -3,6 +3,7 @@
 
 #include "driver/worker/document_look.h"
 #include "driver/worker/page_report.h"
+#include "platform/files/plain_file.h"
 #include "tests/driver/pdf_maker.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/places.h"
@@ -38,7 +39,7 @@ protected:
     /// "COUNT pages", or the reason that there are none.
     std::string look(const std::string& program, const LookLimits& limits = {}) const {
         std::string reason;
-        DocumentLook look(program, document, limits);
+        DocumentLook look(program, openPlainFile(document, INT64_MAX).get(), password, limits);
         const auto pages = look.finish(&reason);
         return pages ? std::to_string(pages->sizes.size()) + " pages" : reason;
     }
@@ -52,6 +53,7 @@ protected:
 
     TemporaryFolder folder;
     std::string document = folder / "document.pdf";
+    std::string password;
     std::string standIn = folder / "stand-in";
     std::string worker = stagePath("lib/tavro-pages");
 };
@@ -74,7 +76,7 @@ std::string believed(const std::string& text) {
 TEST_F(DocumentLooks, FindTheSizesThatPagesHave) {
     add(pdfOf({{}, {}, {"/MediaBox[0 0 595.2756 841.8898]/UserUnit 1.1"}, {"/MediaBox[0 0 9 99]/Rotate 90"}}));
     std::string reason;
-    DocumentLook look(worker, document);
+    DocumentLook look(worker, openPlainFile(document, INT64_MAX).get());
     const auto pages = look.finish(&reason);
     ASSERT_TRUE(pages) << reason;
     EXPECT_EQ(pages->sizes, (std::vector<Size>{kUsualPage, kUsualPage, {595.2756 * 1.1, 841.8898 * 1.1}, {99, 9}}));
@@ -93,7 +95,6 @@ TEST_F(DocumentLooks, HaveLimits) {
 }
 
 TEST_F(DocumentLooks, TellWhyThereIsNoAnswer) {
-    EXPECT_EQ(look(worker), "No such file or directory");
     add("");
     EXPECT_EQ(look(worker).substr(0, 24), "is no PDF or is damaged:");
     const std::string none = folder / "none";
@@ -104,10 +105,24 @@ TEST_F(DocumentLooks, TellWhyThereIsNoAnswer) {
     EXPECT_EQ(lookBy("exec cat /dev/zero"), "cannot be looked at: what " + standIn + " says of it makes no sense");
 }
 
+TEST_F(DocumentLooks, OpenWhatAPasswordOpens) {
+    const std::string plain = folder / "plain.pdf";
+    add(pdfOf({{}, {}}));
+    std::filesystem::rename(document, plain);
+    outputOfCommand("qpdf --encrypt user owner 256 --print=none -- '" + plain + "' '" + document + "'");
+    EXPECT_EQ(look(worker), kNeedsPassword);
+    password = "wrong";
+    EXPECT_EQ(look(worker), kNeedsPassword);
+    password = "user";
+    EXPECT_EQ(look(worker), "is protected: whoever made it does not allow printing");
+    password = "owner";
+    EXPECT_EQ(look(worker), "2 pages");
+}
+
 TEST_F(DocumentLooks, EndWithWhoeverWantsThem) {
     add("");
     std::filesystem::resize_file(document, std::uintmax_t{5} << 30);
-    const DocumentLook unwanted(worker, document);
+    const DocumentLook unwanted(worker, openPlainFile(document, INT64_MAX).get());
 }
 
 TEST(PageReports, AreNotBelievedWhatNoDocumentHas) {

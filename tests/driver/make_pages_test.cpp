@@ -21,13 +21,14 @@ protected:
     /// What comes out of the document, in words.
     std::string made(const JobInstructions& job, const PaperShape& paper = kLetter) {
         std::string reason;
-        const auto pages = readDocument(openPlainFile(document, INT64_MAX).get(), &reason);
+        const auto pages = readDocument(openPlainFile(document, INT64_MAX).get(), &reason, password);
         if (!pages) {
             return reason;
         }
         const SheetPlan plan = planSheets(job, std::ssize(pages->sizes));
         PagesOrder order;
         order.document = document;
+        order.password = password;
         order.plan = &plan;
         order.layout = layoutOf(job, pages->sizes.at(0));
         order.papers.assign(plan.papers.size(), paper);
@@ -43,6 +44,7 @@ protected:
     TemporaryFolder folder;
     std::string document = folder / "document.pdf";
     std::string output = folder / "pages.pdf";
+    std::string password;
 };
 
 }  // namespace
@@ -180,9 +182,12 @@ TEST_F(MakePages, RefusesWhatMustNotBePrinted) {
     const std::string whole = folder / "whole.pdf";
     std::filesystem::rename(document, whole);
     outputOfCommand("qpdf --encrypt '' owner 256 --print=none -- '" + whole + "' '" + document + "'");
-    EXPECT_EQ(made({}), "is encrypted and does not allow printing");
+    EXPECT_EQ(made({}), "is protected: whoever made it does not allow printing");
     outputOfCommand("qpdf --encrypt user owner 256 -- '" + whole + "' '" + document + "'");
-    EXPECT_EQ(made({}), "is encrypted; it needs a password");
+    EXPECT_EQ(made({}), kNeedsPassword);
+    password = "user";
+    EXPECT_EQ(made({}), "612x792: P1@72,694");
+    password.clear();
     outputOfCommand("qpdf --encrypt '' owner 256 --modify=none -- '" + whole + "' '" + document + "'");
     EXPECT_EQ(made({}), "612x792: P1@72,694");
 }

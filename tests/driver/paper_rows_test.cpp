@@ -103,6 +103,8 @@ protected:
                                settings.get(),
                                format.get(),
                                path("document.pdf"),
+                               path("document.pdf"),
+                               {},
                                *pages,
                                hasFaxCover ? contentOf(path("fax.pdf")) : std::string(),
                                asked.watermark ? readPageMark(*asked.watermark, &reason) : std::nullopt};

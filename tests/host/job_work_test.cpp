@@ -35,7 +35,7 @@ protected:
     std::string process() const { return folder / "process"; }
 
     Result<Document> document =
-        OpeningDocument(sourcePath("tests/data/ten-pages.pdf"), stagePath("lib/tavro-pages")).finish();
+        OpeningDocument(sourcePath("tests/data/ten-pages.pdf"), {stagePath("lib/tavro-pages"), {}}).finish();
     JobTarget target{JobWay::file, folder / "job.ps"};
     const std::string& jobFile = target.file;
 };

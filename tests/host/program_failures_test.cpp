@@ -23,7 +23,8 @@ protected:
     /// A copy of what is staged, to be broken: the programs, the bundle and the plug-in.
     std::string copyStage() const {
         const fs::path copy = folder.path() / "stage";
-        for (const char* part : {"bin/tavro-print", "lib/tavro-pages", "TavroPrint.bundle", "plugins"}) {
+        for (const char* part :
+             {"bin/tavro-print", "lib/tavro-convert", "lib/tavro-pages", "TavroPrint.bundle", "plugins"}) {
             fs::create_directories((copy / part).parent_path());
             fs::copy(stagePath(part), copy / part, fs::copy_options::recursive);
         }
@@ -56,9 +57,10 @@ TEST_F(Refusals, Usage) {
     expectRefusal(run({"--ppd", kZR420, "--printer", "office", kTenPages}), 2, "--printer");
     expectRefusal(run({"--script", "a", "--script", "b", kTenPages}), 2, "--script", "twice");
     expectRefusal(run({"--help=all"}), 2, "--help");
-    expectRefusal(run({kTenPages, kTenPages}), 2, kTenPages);
-    expectRefusal(run({"--", "--ppd", kTenPages}), 2, kTenPages);
+    expectRefusal(run({kTenPages, kTenPages, "--job-out", "job.ps"}), 2, "2 documents");
+    expectRefusal(run({"--check", "-", kTenPages}), 2, "one document");
     expectRefusal(run({"--ppd", kZR420, kTenPages}), 2, "display");
+    expectRefusal(run({"--print", "--", "--ppd", kTenPages}), 4, "--ppd", "No such file");
     expectRefusal(script("ok", {"--installed", "Option2"}), 2, "Option2");
     expectRefusal(script("ok", {"--installed", "Option2=Many"}), 2, "Option2=Many", "Tavro ZR420");
 }

@@ -1,0 +1,105 @@
+#include "driver/worker/conversion_plan.h"
+
+#include "driver/worker/office_types.h"
+#include "platform/printing/PMPrinter.h"
+#include "platform/printing/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <sstream>
+
+#include <unistd.h>
+
+namespace {
+
+using Way = ConversionPlan::Way;
+
+struct NameRow {
+    const char* name;
+    const char* atServer;
+};
+constexpr std::array kOtherNames{
+    // type, what the print server calls it
+    NameRow{"image/x-eps", "application/postscript"},
+    NameRow{"image/svg+xml-compressed", "image/svg+xml"},
+};
+
+struct RefusalRow {
+    const char* beginning;
+    const char* reason;
+};
+constexpr std::array kRefusals{
+    // how its type begins, what it is
+    RefusalRow{"video/", "is a film"},
+    RefusalRow{"audio/", "is a sound recording"},
+    RefusalRow{"font/", "is a font"},
+    RefusalRow{"application/x-executable", "is a program"},
+    RefusalRow{"application/x-sharedlib", "is a program"},
+    RefusalRow{"application/x-pie-executable", "is a program"},
+    RefusalRow{"application/x-ms-dos-executable", "is a program"},
+    RefusalRow{"application/vnd.microsoft.portable-executable", "is a program"},
+    RefusalRow{"application/x-zerosize", "is empty"},
+    RefusalRow{"application/zip", "is an archive of files, which have to be unpacked first"},
+    RefusalRow{"application/gzip", "is an archive of files, which have to be unpacked first"},
+    RefusalRow{"application/x-tar", "is an archive of files, which have to be unpacked first"},
+    RefusalRow{"application/x-7z-compressed", "is an archive of files, which have to be unpacked first"},
+    RefusalRow{"application/vnd.rar", "is an archive of files, which have to be unpacked first"},
+    RefusalRow{"application/x-rar", "is an archive of files, which have to be unpacked first"},
+};
+
+const char* nameAtServer(const std::string& type) {
+    const auto row = std::ranges::find_if(kOtherNames, [&type](const NameRow& each) { return type == each.name; });
+    return row == kOtherNames.end() ? type.c_str() : row->atServer;
+}
+
+/// Pictures, films and the like that are written as text are not meant to be read as such.
+bool isReadAsText(const FileKind& kind) {
+    return kind.type().starts_with("text/") || kind.type().starts_with("application/");
+}
+
+std::string refusalOf(const FileKind& kind) {
+    for (const std::string& type : kind.types) {
+        const auto row = std::ranges::find_if(kRefusals, [&type](const RefusalRow& each) {
+            return type.starts_with(each.beginning);
+        });
+        if (row != kRefusals.end()) {
+            return std::string(row->reason) + ", and cannot be printed";
+        }
+    }
+    return kind.words.empty() ? "is a file of an unknown kind, and cannot be printed"
+                              : "is a file of a kind that cannot be printed (" + kind.words + ")";
+}
+
+}  // namespace
+
+ConversionPlan planConversion(const FileKind& kind) {
+    for (const std::string& type : kind.types) {
+        if (type == "application/pdf") {
+            return {Way::copy, type, {}};
+        }
+        if (isOfficeType(type)) {
+            return officeProgram().empty()
+                       ? ConversionPlan{Way::none, type, "can be printed only where LibreOffice is installed"}
+                       : ConversionPlan{Way::office, type, {}};
+        }
+        const char* const name = nameAtServer(type);
+        if ((type != "text/plain" || isReadAsText(kind)) && PMCanWritePDF(makeString(name).get())) {
+            return {Way::filters, name, {}};
+        }
+    }
+    return {Way::none, kind.type(), refusalOf(kind)};
+}
+
+std::string officeProgram() {
+    const char* const folders = std::getenv("PATH");
+    std::istringstream places(folders == nullptr ? "/usr/local/bin:/usr/bin:/bin" : folders);
+    for (std::string folder; std::getline(places, folder, ':');) {
+        for (const char* name : {"/soffice", "/libreoffice"}) {
+            if (folder.starts_with('/') && access((folder + name).c_str(), X_OK) == 0) {
+                return folder + name;
+            }
+        }
+    }
+    return {};
+}
