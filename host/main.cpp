@@ -28,12 +28,14 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -225,8 +227,24 @@ ExitStatus proof(const CommandLine& line) {
     return fail(bundle ? printProof(line.proof, *printer, bundle->get()) : bundle.failure());
 }
 
-ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job, OpeningDocument* document,
-                     char* programName) {
+/// The dialog waits for a document that is looked at a moment only, and for one that is made into a PDF not at all.
+/// What a script prints is there first.
+std::optional<Failure> openFirst(const CommandLine& line, JobSetup* job, OpeningDocument* document) {
+    const std::chrono::milliseconds patience(document->isPrepared() ? 0 : 300);
+    if (!line.isScripted() && (!document->advance(patience) || document->isLocked())) {
+        job->document = document->document();
+        return std::nullopt;
+    }
+    auto opened = openForJob(*job, document);
+    if (!opened) {
+        return opened.failure();
+    }
+    job->document = std::move(*opened);
+    return std::nullopt;
+}
+
+ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job,
+                     std::unique_ptr<OpeningDocument> document, char* programName) {
     auto bundle = openBundle(hostBundlePath());
     if (!bundle) {
         return fail(bundle.failure());
@@ -236,15 +254,17 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
         return fail(plugin.failure());
     }
     markStart("plug-in");
-    auto opened = openForJob(job, document);
-    if (!opened) {
-        return failToOpen(opened.failure(), line, programName);
+    if (const auto failure = openFirst(line, &job, document.get())) {
+        return failToOpen(*failure, line, programName);
     }
-    job.document = std::move(*opened);
     markStart("document");
     PrinterChoice choice = choiceOf(job.printer, line);
     auto dialog = PrintDialog::make(bundle->get(), **plugin,
-                                    {std::move(job), std::move(choice), pageDrawerPath(), line.isScripted()});
+                                    {std::move(job),
+                                     std::move(choice),
+                                     pageDrawerPath(),
+                                     {line.documents, std::move(document), documentPrograms()},
+                                     line.isScripted()});
     if (!dialog) {
         return fail(dialog.failure());
     }
@@ -260,7 +280,8 @@ ExitStatus run(const CommandLine& line, char* programName) {
         return failToOpen(*missing, line, programName);
     }
     // Goes on while the rest is opened.
-    OpeningDocument document(line.documents.empty() ? std::string() : line.documents.front(), documentPrograms());
+    auto document = std::make_unique<OpeningDocument>(line.documents.empty() ? std::string() : line.documents.front(),
+                                                      documentPrograms());
     auto parsed = openScript(line.script);
     if (!parsed) {
         return fail(parsed.failure());
@@ -280,17 +301,18 @@ ExitStatus run(const CommandLine& line, char* programName) {
     }
     auto job = openJobSetup(line, samplePPDPath());
     if (!job) {
-        const auto opened = document.isToBePrepared() ? Result<Document>(Document{}) : document.finish();
+        const auto opened = document->isToBePrepared() ? Result<Document>(Document{}) : document->finish();
         return failToOpen(opened ? job.failure() : opened.failure(), line, programName);
     }
     markStart("input");
     if (!line.print && !line.check) {
-        return runDialog(line, *parsed, std::move(*job), &document, programName);
+        prepareFor(*job, document.get());
+        return runDialog(line, *parsed, std::move(*job), std::move(document), programName);
     }
     if (line.print) {
-        return printAtOnce(line, std::move(*job), &document, programName);
+        return printAtOnce(line, std::move(*job), document.get(), programName);
     }
-    auto opened = openForJob(*job, &document);
+    auto opened = openForJob(*job, document.get());
     if (!opened) {
         return failToOpen(opened.failure(), line, programName);
     }

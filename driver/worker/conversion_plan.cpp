@@ -58,11 +58,17 @@ bool isReadAsText(const FileKind& kind) {
     return kind.type().starts_with("text/") || kind.type().starts_with("application/");
 }
 
+/// What filters there are for, though perhaps not here.
+constexpr std::array kUsual{"image/png", "image/jpeg", "image/gif", "image/tiff", "application/postscript",
+                            "text/plain"};
+
 std::string refusalOf(const FileKind& kind) {
+    if (std::ranges::any_of(kUsual, [&kind](const char* type) { return kind.type() == type; })) {
+        return "can be printed only where the print server's filters for it are installed (cups-filters)";
+    }
     for (const std::string& type : kind.types) {
-        const auto row = std::ranges::find_if(kRefusals, [&type](const RefusalRow& each) {
-            return type.starts_with(each.beginning);
-        });
+        const auto row = std::ranges::find_if(
+            kRefusals, [&type](const RefusalRow& each) { return type.starts_with(each.beginning); });
         if (row != kRefusals.end()) {
             return std::string(row->reason) + ", and cannot be printed";
         }

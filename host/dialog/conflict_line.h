@@ -16,6 +16,7 @@ public:
     /// this.
     ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pageCount, JobWay way);
 
+    void setPageCount(std::int64_t pageCount) { pageCount_ = pageCount; }
     /// The user has used a control of the window.
     void used(const ControlID& control) { changes_.used(control); }
     /// Looks what has changed by itself since the last time. To be called before the user does anything, too.

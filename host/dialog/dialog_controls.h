@@ -13,6 +13,7 @@ inline constexpr OSType kHostSignature = FourCharCode("Host");
 enum HostControl : SInt32 {
     kDocumentName = 1,
     kDocumentPages = 2,
+    kDocumentMenu = 3,  // of several documents
     kPrinterMenu = 10,
     kPresetMenu = 12,
     kPresetActions = 13,
@@ -69,6 +70,12 @@ enum HostControl : SInt32 {
     kJobProgressBar = 121,
     kJobProgressState = 122,
     kJobProgressCancel = 123,
+    // The window that asks for the password of a document.
+    kDocumentPasswordQuestion = 140,
+    kDocumentPassword = 141,
+    kDocumentPasswordFault = 142,
+    kDocumentPasswordOK = 143,
+    kDocumentPasswordCancel = 144,
     // The window that asks for a paper size.
     kCustomWidth = 130,
     kCustomLength = 131,

@@ -34,7 +34,6 @@ GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Docu
                                  ChangeShared changeShared)
     : window_(window),
       texts_(texts),
-      pageCount_(document.pageCount),
       changeShared_(std::move(changeShared)),
       paperSizes_(control(kPaperSize), texts),
       paperSources_(window, texts),
@@ -46,11 +45,23 @@ GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Docu
 
 // ---- Showing
 
-void GeneralSettings::showDocument(const Document& document) const {
+void GeneralSettings::showDocument(const Document& document) {
+    pageCount_ = document.pageCount;
     setStaticText(control(kDocumentName), cfString(shortened(document.name)));
-    setStaticText(control(kDocumentPages),
-                  pageCount_ == 1 ? localized(texts_, CFSTR("One Page"))
-                                  : localized(texts_, CFSTR("Number of Pages"), std::to_string(pageCount_)));
+    tell({});
+}
+
+void GeneralSettings::tell(const std::string& sentence) {
+    if (!sentence.empty()) {
+        setStaticText(control(kDocumentPages), cfString(sentence));
+        return;
+    }
+    const auto pages = pageCount_ == 1 ? localized(texts_, CFSTR("One Page"))
+                                       : localized(texts_, CFSTR("Number of Pages"), std::to_string(pageCount_));
+    setStaticText(control(kDocumentPages), documentCount_ <= 1
+                                               ? pages
+                                               : localized(texts_, CFSTR("Pages and Documents"),
+                                                           {utf8(pages.get()), std::to_string(documentCount_)}));
 }
 
 void GeneralSettings::show(PrintSession& session) {
@@ -172,20 +183,27 @@ PageRangeFault GeneralSettings::takePages() {
         session_->setPageRange({});
         return PageRangeFault::none;
     }
-    const PageRange range = readPageRange(fieldText(control(kPageRangeField)), pageCount_);
+    // What is beyond a document is known when that is there.
+    const PageRange range =
+        readPageRange(fieldText(control(kPageRangeField)), pageCount_ > 0 ? pageCount_ : kMostPlannedPages);
     if (range.fault == PageRangeFault::none) {
         session_->setPageRange(range.pages);
     }
     return range.fault;
 }
 
-bool GeneralSettings::takePageRange() {
+std::string GeneralSettings::takePagesOrFault() {
     const PageRangeFault fault = takePages();
-    if (fault == PageRangeFault::none) {
+    return fault == PageRangeFault::none ? std::string()
+                                         : utf8(localized(texts_, faultText(fault), std::to_string(pageCount_)).get());
+}
+
+bool GeneralSettings::takePageRange() {
+    const std::string fault = takePagesOrFault();
+    if (fault.empty()) {
         return true;
     }
-    showNotice(kCFUserNotificationCautionAlertLevel, localized(texts_, CFSTR("Page Range Header")),
-               localized(texts_, faultText(fault), std::to_string(pageCount_)));
+    showNotice(kCFUserNotificationCautionAlertLevel, localized(texts_, CFSTR("Page Range Header")), cfString(fault));
     SetKeyboardFocus(window_, control(kPageRangeField));
     return false;
 }

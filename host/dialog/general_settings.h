@@ -22,6 +22,13 @@ public:
     /// The window and the bundle of its texts must outlive this. Shows the document.
     GeneralSettings(WindowRef window, CFBundleRef texts, const Document& document, ChangeShared changeShared);
 
+    /// Shows another document, or more of it.
+    void showDocument(const Document& document);
+    /// How many are printed.
+    void setDocumentCount(std::size_t count) { documentCount_ = count; }
+    /// Says something in the place of its pages; empty for the pages.
+    void tell(const std::string& sentence);
+
     /// Shows a session's settings from now on. The pages to print are the document's: they stay from session to
     /// session.
     void show(PrintSession& session);
@@ -33,6 +40,8 @@ public:
 
     /// Takes the pages to print into the session, unless they make no sense.
     PageRangeFault takePages();
+    /// The same, and why they make no sense; empty when they do.
+    std::string takePagesOrFault();
     /// The same; false when they make no sense, which the user is then told.
     bool takePageRange();
 
@@ -40,7 +49,6 @@ private:
     static OSStatus handleRangeTyping(EventHandlerCallRef next, EventRef event, void* self);
 
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
-    void showDocument(const Document& document) const;
     void showPageRange(const std::string& range) const;
     void showCollating();
 
@@ -54,7 +62,8 @@ private:
 
     WindowRef window_;
     CFBundleRef texts_;
-    std::int64_t pageCount_;
+    std::int64_t pageCount_ = 0;
+    std::size_t documentCount_ = 1;
     ChangeShared changeShared_;
     PaperSizeMenu paperSizes_;
     PaperSourceMenu paperSources_;

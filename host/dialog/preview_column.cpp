@@ -19,7 +19,8 @@ PreviewColumn::PreviewColumn(WindowRef window, CFBundleRef texts, const Document
     : window_(window),
       texts_(texts),
       drawerPath_(std::move(drawer)),
-      hasDocument_(document.pageCount > 0),
+      document_(document),
+      hasDocument_(!document.path.empty()),
       job_(document, texts),
       width_(kUsualWidth) {
     static constexpr EventTypeSpec kOfSheet[] = {{kEventClassControl, kEventControlDraw},
@@ -107,7 +108,7 @@ void PreviewColumn::begin(std::function<void()> whenDrawn) {
 void PreviewColumn::show(const PrintSession& session) {
     session_ = &session;
     showBox();
-    if (!drawer_ || !isShown()) {
+    if (!drawer_ || !isShown() || document_.pageCount == 0) {
         return;
     }
     const std::optional<SheetPlan> before = job_.update(session);
@@ -118,6 +119,20 @@ void PreviewColumn::show(const PrintSession& session) {
     SetControl32BitMaximum(control(kPreviewNumber),
                            static_cast<SInt32>(std::max<std::size_t>(plan().sheets.size(), 1)));
     go(sideInstead(*before, side_, plan()));
+}
+
+void PreviewColumn::showDocument(const PrintSession& session) {
+    job_.forget();
+    if (drawer_) {
+        show(session);
+        go({});  // also to no side at all
+    }
+}
+
+void PreviewColumn::tell(const std::string& sentence) {
+    if (!sentence.empty() || document_.pageCount == 0) {
+        setStaticText(control(kPreviewStack), cfString(sentence));
+    }
 }
 
 void PreviewColumn::forget() {

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 class PreviewColumn {
 public:
@@ -30,6 +31,10 @@ public:
     void begin(std::function<void()> whenDrawn);
     /// Shows the session, which is lent until forget(). Costs next to nothing when nothing has changed.
     void show(const PrintSession& session);
+    /// Another document, or more of it.
+    void showDocument(const PrintSession& session);
+    /// Says something in the place of the sheets; empty for nothing.
+    void tell(const std::string& sentence);
     /// Another session follows.
     void forget();
     /// Takes what the user did with one of the column's controls; false for any other control.
@@ -43,7 +48,9 @@ private:
 
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
     const SheetPlan& plan() const { return job_.sheets().plan; }
-    bool isFilled() const { return drawer_ && session_ != nullptr && !plan().sheets.empty(); }
+    bool isFilled() const {
+        return drawer_ && session_ != nullptr && document_.pageCount > 0 && !plan().sheets.empty();
+    }
 
     // Room
     bool hasRoom() const;
@@ -69,7 +76,8 @@ private:
     WindowRef window_;
     CFBundleRef texts_;
     std::string drawerPath_;
-    bool hasDocument_;
+    const Document& document_;
+    bool hasDocument_;  // or will have one
     PreviewJob job_;
     bool isWanted_ = true;
     double widthNeeded_ = 0;                 // by a window with this column

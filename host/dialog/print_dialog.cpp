@@ -8,6 +8,7 @@
 #include "host/script/stage.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
+#include "host/settings/document_paper.h"
 #include "host/settings/left_out.h"
 #include "host/settings/remedy.h"
 #include "host/settings/summary.h"
@@ -54,6 +55,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     if (start == PluginHost::Start::refused && first.printer.isOfMaker()) {
         return Failure{ExitStatus::unusableInput, plugin.path() + ": its settings panels do not start"};
     }
+    dialog->makeDocuments();
     markStart("panels");
     return dialog;
 }
@@ -107,6 +109,55 @@ void PrintDialog::makePresets() {
                                            [this](const JobSettings& settings) { startSession(settings); },
                                            [this] { renewPrinter(); }},
                      setup_.job.origin);
+}
+
+void PrintDialog::makeDocuments() {
+    setup_.documents.scripted = setup_.scripted;
+    general_->setDocumentCount(setup_.documents.paths.size());
+    general_->showDocument(setup_.job.document);
+    preparedFor_ = paperOf(*session_);
+    documents_.emplace(window_, bundle_, std::move(setup_.documents),
+                       DialogDocuments::Dialog{[this] { return preparedFor_ = paperOf(*session_); },
+                                               [this](const Document& document) { showDocument(document); },
+                                               [this](const std::string& sentence) { tellOfDocument(sentence); },
+                                               [this](const Failure& failure) {
+                                                   end({failure.status, failure.line});
+                                               }});
+}
+
+/// The paper may follow the document, unless the user has chosen another one meanwhile.
+void PrintDialog::showDocument(const Document& document) {
+    setup_.job.document = document;
+    isOtherFileTold_ = false;
+    const Size paper = paperOf(*session_);
+    const bool isPaperKept = paper.width != preparedFor_.width || paper.height != preparedFor_.height;
+    changeShared([&] {
+        session_->setJobName(document.name);
+        if (isPaperKept && document.pageCount > 0) {
+            session_->setFirstPage(document.pages.sizes.front());
+        } else {
+            followDocument(session_.get(), document);
+        }
+    });
+    general_->setDocumentCount(documents_->count());
+    general_->showDocument(setup_.job.document);
+    conflicts_->setPageCount(document.pageCount);
+    conflicts_->show(*session_);
+    showSummary();
+    preview_->showDocument(*session_);
+}
+
+void PrintDialog::tellOfDocument(const std::string& sentence) {
+    general_->tell(sentence);
+    preview_->tell(sentence);
+}
+
+void PrintDialog::tellOfOtherFile() {
+    const auto& file = setup_.job.document.file;
+    if (!isOtherFileTold_ && file && file->isOutdated()) {
+        isOtherFileTold_ = true;
+        general_->tell(utf8(localized(bundle_, CFSTR("Document Outdated")).get()));
+    }
 }
 
 PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
@@ -164,8 +215,11 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
     if (id.signature == kHostSignature && preview_->handleHit(id.id)) {
         return noErr;  // to look changes nothing
     }
-    conflicts_->used(id);
-    if (control != panelSelector()) {
+    const bool isDocumentMenu = id.signature == kHostSignature && id.id == kDocumentMenu;
+    if (!isDocumentMenu) {
+        conflicts_->used(id);
+    }
+    if (control != panelSelector() && !isDocumentMenu) {
         presets_->touch();
     }
     if (id.signature != kHostSignature) {
@@ -173,6 +227,9 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
         return eventNotHandledErr;
     }
     switch (id.id) {
+        case kDocumentMenu:
+            documents_->choose();
+            return noErr;
         case kPrinterMenu:
             printerChosen();
             return noErr;
@@ -223,6 +280,7 @@ void PrintDialog::handleShown() {
         }
     });
     conflicts_->lookForChanges(*session_);
+    documents_->begin();
     presets_->refresh();
     sweepTemporaryFolder();
     if (auto shown = std::exchange(shown_, nullptr)) {
@@ -237,6 +295,7 @@ void PrintDialog::settle() {
         presets_->settle(*session_, GetControl32BitValue(panelSelector()));
         showSummary();
         preview_->show(*session_);
+        tellOfOtherFile();
     }
 }
 
@@ -350,14 +409,14 @@ bool PrintDialog::acceptConflicts() {
 void PrintDialog::accept() {
     takeMakersSettings();
     const JobTarget& target = setup_.job.target;
-    if (general_->takePageRange() && acceptConflicts() && acceptLeftOut(target.way)) {
+    if (hasDocument() && general_->takePageRange() && acceptConflicts() && acceptLeftOut(target.way)) {
         print(target);
     }
 }
 
 void PrintDialog::savePDF() {
     takeMakersSettings();
-    if (!general_->takePageRange() || !acceptLeftOut(JobWay::pdf)) {
+    if (!hasDocument() || !general_->takePageRange() || !acceptLeftOut(JobWay::pdf)) {
         return;
     }
     const auto kindName = localized(bundle_, CFSTR("PDF Files"));
@@ -372,12 +431,65 @@ void PrintDialog::savePDF() {
     }
 }
 
-void PrintDialog::print(const JobTarget& target) {
-    script::stopWatchdog();  // a long document may take its time
+bool PrintDialog::hasDocument() {
+    if (documents_->count() == 0) {
+        return true;
+    }
+    std::string fault;
+    const auto brought = documents_->bring(documents_->shown(), &fault);
+    if (brought == DialogDocuments::Brought::failed) {
+        showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")), cfString(fault));
+    }
+    if (brought == DialogDocuments::Brought::failed && (setup_.scripted || documents_->count() == 1)) {
+        end({ExitStatus::unusableInput, fault});
+    }
+    return brought == DialogDocuments::Brought::ready;
+}
+
+JobOutcome PrintDialog::printShown(const JobTarget& target) {
     const Document& document = setup_.job.document;
     JobWork work(document, session_->printer(), *session_, target, bundle_);
     // A script's next line shall not meet a window that comes and goes by itself.
-    const JobOutcome job = setup_.scripted ? work.run() : runWithProgress(&work, document, bundle_);
+    return setup_.scripted ? work.run() : runWithProgress(&work, document, bundle_);
+}
+
+/// One that fails keeps none of the others from being printed. Those that are printed are not printed by another try.
+JobOutcome PrintDialog::printAll(const JobTarget& target) {
+    JobOutcome all;
+    const auto add = [](std::string* lines, const std::string& line) {
+        *lines += (lines->empty() || line.empty() ? "" : "\n") + line;
+    };
+    std::vector<bool> printed(documents_->count());
+    for (std::size_t i = 0; i < printed.size() && !all.isCancelled && !all.isPrinterChanged; ++i) {
+        std::string fault;
+        const auto brought = documents_->bring(i, &fault);
+        all.isCancelled = brought == DialogDocuments::Brought::cancelled;
+        if (brought == DialogDocuments::Brought::ready) {
+            fault = general_->takePagesOrFault();
+            if (!fault.empty()) {
+                fault.insert(0, setup_.job.document.name + ": ");
+            }
+        }
+        if (brought == DialogDocuments::Brought::ready && fault.empty()) {
+            const JobOutcome one = printShown(target);
+            fault = one.failure;
+            all.isPrinterChanged = one.isPrinterChanged;
+            all.isCancelled = one.isCancelled;
+            add(&all.obstacle, one.obstacle);
+            printed[i] = fault.empty() && !one.isCancelled;
+        }
+        add(&all.failure, fault);
+    }
+    if (!setup_.scripted && std::ranges::find(printed, false) != printed.end()) {
+        documents_->drop(printed);
+    }
+    return all;
+}
+
+void PrintDialog::print(const JobTarget& target) {
+    script::stopWatchdog();  // a long document may take its time
+    const bool isOneJob = target.way == JobWay::pdf || documents_->count() <= 1;
+    const JobOutcome job = isOneJob ? printShown(target) : printAll(target);
     if (job.isCancelled) {
         return;
     }

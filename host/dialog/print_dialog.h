@@ -3,6 +3,7 @@
 
 #include "host/dialog/conflict_line.h"
 #include "host/dialog/dialog_controls.h"
+#include "host/dialog/dialog_documents.h"
 #include "host/dialog/dialog_presets.h"
 #include "host/dialog/general_settings.h"
 #include "host/dialog/plugin_host.h"
@@ -21,9 +22,10 @@
 class PrintDialog {
 public:
     struct Setup {
-        JobSetup job;
+        JobSetup job;                 // its document is what there is of the first one
         PrinterChoice printerChoice;  // of the job's printer, which is shown first
         std::string pageDrawer;       // the program that draws pages
+        DialogDocuments::Setup documents;
         bool scripted = false;
     };
 
@@ -70,6 +72,11 @@ private:
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
 
     void makePresets();
+    void makeDocuments();
+    void showDocument(const Document& document);
+    void tellOfDocument(const std::string& sentence);
+    /// Tells when the document's file is not any more what is shown, and printed.
+    void tellOfOtherFile();
     /// Makes a session for the printer from the settings, and starts the maker's panels on it.
     PluginHost::Start startSession(const JobSettings& settings);
     /// Changes the session's settings: the maker's panels write all of theirs first, and read the changed ones
@@ -93,8 +100,12 @@ private:
     /// Asks about conflicts. False when the user wants to go back.
     bool acceptConflicts();
     void savePDF();
-    /// Makes the job, and ends the dialog unless that fails.
+    /// Makes the job, or one of each document, and ends the dialog unless that fails.
     void print(const JobTarget& target);
+    JobOutcome printShown(const JobTarget& target);
+    JobOutcome printAll(const JobTarget& target);
+    /// Waits for the document that is shown; false when it does not come.
+    bool hasDocument();
     /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.
     bool acceptLeftOut(JobWay way) const;
 
@@ -104,10 +115,13 @@ private:
     WindowRef window_ = nullptr;
     std::optional<GeneralSettings> general_;
     std::optional<PrinterMenu> printers_;
+    std::optional<DialogDocuments> documents_;
     std::optional<DialogPresets> presets_;
     Printer printer_;
     CFRef<CFDictionaryRef> installed_;  // options of the printer, on top of its own; may be null
-    std::string summary_;               // as it is shown
+    Size preparedFor_;                  // the paper of documents that have none of their own
+    bool isOtherFileTold_ = false;
+    std::string summary_;  // as it is shown
     std::unique_ptr<PrintSession> session_;
     std::optional<ConflictLine> conflicts_;
     std::optional<PreviewColumn> preview_;

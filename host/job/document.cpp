@@ -60,6 +60,7 @@ OpeningDocument::OpeningDocument(const std::string& path, DocumentPrograms progr
 void OpeningDocument::prepare(const Size& paper) {
     if (isToBePrepared_) {
         isToBePrepared_ = false;
+        isPrepared_ = true;
         const bool isInFile = file_->original() >= 0;
         conversion_ =
             std::make_unique<DocumentConversion>(programs_.converter, isInFile ? file_->original() : STDIN_FILENO,
@@ -105,8 +106,8 @@ void OpeningDocument::unlock(const std::string& password) {
 /// At what is printed, or, as long as that is copied, at what the copy is made of.
 void OpeningDocument::look() {
     const Descriptor made = file_->isMade() ? openPlainFile(file_->path(), INT64_MAX) : Descriptor();
-    look_ = std::make_unique<DocumentLook>(programs_.pageReader, made ? made.get() : file_->original(),
-                                           document_.password);
+    look_ =
+        std::make_unique<DocumentLook>(programs_.pageReader, made ? made.get() : file_->original(), document_.password);
 }
 
 void OpeningDocument::fail(const std::string& reason) {

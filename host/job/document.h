@@ -51,6 +51,8 @@ public:
     [[nodiscard]] const Document& document() const { return document_; }
     /// Whether it has to be made into a PDF, which prepare() begins. Else it will soon be there, or be refused.
     [[nodiscard]] bool isToBePrepared() const { return isToBePrepared_; }
+    /// Whether that was begun.
+    [[nodiscard]] bool isPrepared() const { return isPrepared_; }
     /// For paper of that size, in points, if it has none of its own.
     void prepare(const Size& paper);
 
@@ -77,6 +79,7 @@ private:
     Document document_;
     std::shared_ptr<DocumentFile> file_;
     bool isToBePrepared_ = false;
+    bool isPrepared_ = false;
     bool isLocked_ = false;
     std::unique_ptr<DocumentConversion> conversion_;
     std::unique_ptr<DocumentLook> look_;

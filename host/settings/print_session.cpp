@@ -59,10 +59,14 @@ PrintSession::PrintSession(const Printer& printer, const JobSettings& settings, 
         writePanelDefaults(*choices_, printSettings_);
     }
     fillOutputColor(printSettings_);
-    PMTicketSetCFString(printSettings_, kHostClient, kPMJobNameKey, cfString(jobName).get(), kPMUnlocked);
+    setJobName(jobName);
     setCopies(copies());
     setOrientation(orientation());
     updatePaperRectangle();
+}
+
+void PrintSession::setJobName(const std::string& name) {
+    PMTicketSetCFString(printSettings_, kHostClient, kPMJobNameKey, cfString(name).get(), kPMUnlocked);
 }
 
 PrintSession::~PrintSession() {

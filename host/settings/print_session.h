@@ -57,6 +57,9 @@ public:
     const std::optional<Size>& firstPage() const { return firstPage_; }
     void setFirstPage(const Size& size) { firstPage_ = size; }
 
+    /// What the job is called.
+    void setJobName(const std::string& name);
+
     const UsualSettings& usual() const;
 
     /// The tickets as they are now.

@@ -75,8 +75,8 @@ OSStatus PMWritePDF(int file, CFURLRef document, CFStringRef contentType, double
     if (!isKept(paper)) {
         return kPMCannotWriteOutput;
     }
-    const FilterJob job{{{}, paper.descriptor()}, name, "printer", type, route->finalContentType, {}, {}, 1, {},
-                        {{}, file}};
+    const FilterJob job{
+        {{}, paper.descriptor()}, {}, "printer", type, route->finalContentType, {}, {}, 1, {}, {{}, file}};
     return run(route->filters, job, name, *output);
 }
 
@@ -84,6 +84,6 @@ OSStatus PMWritePDFByProgram(int file, CFURLRef document, CFStringRef contentTyp
                              CFStringRef setting, ByteSink* output) {
     const std::string name = filePath(document);
     const std::string filter = utf8Text(program);
-    const FilterJob job{{}, name, "printer", utf8Text(contentType), kPDFType, {}, {}, 1, utf8Text(setting), {{}, file}};
+    const FilterJob job{{}, {}, "printer", utf8Text(contentType), kPDFType, {}, {}, 1, utf8Text(setting), {{}, file}};
     return run({&filter, 1}, job, name, *output);
 }

@@ -271,7 +271,7 @@ std::string failureOf(const Filter& filter, const FilterJob& job) {
     }
     if (WIFSIGNALED(filter.status)) {
         return filter.program + " was stopped by signal " + std::to_string(WTERMSIG(filter.status)) +
-               "; it read this document and the PPD " + job.ppdName;
+               "; it read this document" + (job.ppdName.empty() ? "" : " and the PPD " + job.ppdName);
     }
     return filter.program + " ended with status " + std::to_string(WEXITSTATUS(filter.status));
 }

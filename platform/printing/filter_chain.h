@@ -18,7 +18,7 @@ struct FilterFile {
 
 struct FilterJob {
     FilterFile ppd;       // none for filters that make a document for any printer
-    std::string ppdName;  // for messages
+    std::string ppdName;  // for messages; empty for one that is no printer's
     std::string printerName;
     std::string contentType;       // of the job's document
     std::string finalContentType;  // what the last filter writes

@@ -54,6 +54,36 @@ TEST_F(JobWorks, TellHowFarTheyAre) {
     EXPECT_GT(fs::file_size(jobFile), 10'000U);
 }
 
+// Whatever becomes of the file: what was shown is printed, or the job is refused.
+TEST_F(JobWorks, PrintTheDocumentAsItWasOpened) {
+    const std::string path = folder / "mine.pdf";
+    const std::string ten = sourcePath("tests/data/ten-pages.pdf");
+    fs::copy_file(ten, path);
+    const auto settings = session("", {});
+    auto opened = OpeningDocument(path, {stagePath("lib/tavro-pages"), {}}).finish();
+    EXPECT_FALSE(opened->file->isOutdated());
+    std::ofstream(path, std::ios::trunc) << "%PDF-1.4 of somebody else";
+    EXPECT_TRUE(opened->file->isOutdated());
+    EXPECT_EQ(JobWork(*opened, printer, *settings, target, bundle.get()).run().failure, "");
+    fs::remove(path);
+    EXPECT_EQ(JobWork(*opened, printer, *settings, target, bundle.get()).run().failure, "");
+
+    // One that is too large for a copy is read where it is.
+    fs::copy_file(ten, path);
+    Document large = *opened;
+    const auto file = DocumentFile::open(path);
+    file->beginCopy(1000);
+    EXPECT_TRUE(file->settle());
+    large.file = file;
+    fs::rename(path, folder / "elsewhere.pdf");
+    EXPECT_EQ(JobWork(large, printer, *settings, target, bundle.get()).run().failure, "");
+    fs::remove(jobFile);
+    std::ofstream(folder / "elsewhere.pdf", std::ios::app) << "%";
+    const std::string failure = JobWork(large, printer, *settings, target, bundle.get()).run().failure;
+    EXPECT_NE(failure.find("has been written to since it was opened"), std::string::npos) << failure;
+    EXPECT_FALSE(fs::exists(jobFile));
+}
+
 TEST_F(JobWorks, LeaveNothingWhenTheyAreCancelled) {
     ASSERT_TRUE(document);
     // Once while code comes to the pages, and once on the way to the printer.
