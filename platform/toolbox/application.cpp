@@ -3,6 +3,7 @@
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/own_style.h"
 #include "platform/toolbox/plain_labels.h"
 #include "platform/toolbox/return_key.h"
 #include "platform/toolbox/wheel.h"
@@ -73,6 +74,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     restrictWheelToFocus(application);
     letReturnPressToolButtons(application);
     keepLabelsPlain(application);
+    improveOwnStyle(application);
     if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
         QApplication::setPalette(darkPalette());
     }

@@ -377,4 +377,21 @@ TEST_F(ControlsTest, PropertiesAndDataKnowTheirSizes) {
     EXPECT_EQ(SetControlData(nullptr, 0, kControlEditTextCFStringTag, sizeof string, &string), controlHandleInvalidErr);
 }
 
+/// The frame is what makes an empty box a box.
+TEST_F(ControlsTest, EmptyBoxesAndFieldsAreSeenInDarkColors) {
+    open(widget("QCheckBox", 1) + widget("QRadioButton", 2) + widget("QLineEdit", 3) + widget("QComboBox", 4) +
+         widget("QPlainTextEdit", 5));
+    for (const QColor color : {QColor(0x2B, 0x2D, 0x30), QColor(Qt::black)}) {
+        window->widget->setPalette(QPalette(color));
+        for (const int number : {1, 2, 3, 4, 5}) {
+            const QImage picture = control(number)->widget->grab().toImage();
+            int lightest = 0;
+            for (int x = 0; x < picture.width(); ++x) {
+                lightest = std::max(lightest, picture.pixelColor(x, picture.height() / 2).lightness());
+            }
+            EXPECT_GT(lightest, color.lightness() + 40) << number << " on " << color.name().toStdString();
+        }
+    }
+}
+
 }  // namespace

@@ -1,0 +1,116 @@
+#include "platform/toolbox/own_style.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QPainter>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleOption>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr std::array kFrames{QStyle::PE_IndicatorCheckBox,  QStyle::PE_IndicatorRadioButton,
+                             QStyle::PE_FrameLineEdit,      QStyle::PE_Frame,
+                             QStyle::PE_PanelButtonCommand, QStyle::PE_PanelButtonTool};
+constexpr std::array kControls{QStyle::CC_ComboBox, QStyle::CC_SpinBox, QStyle::CC_Slider};
+
+bool isDark(const QPalette& palette) {
+    return palette.window().color().lightness() < palette.windowText().color().lightness();
+}
+
+QColor outlineIn(const QPalette& palette) {
+    constexpr int kTextParts = 9;  // of 20; the rest is the window's
+    const QColor window = palette.window().color();
+    const QColor text = palette.windowText().color();
+    const auto mix = [](int one, int other) { return (one * kTextParts + other * (20 - kTextParts)) / 20; };
+    return {mix(text.red(), window.red()), mix(text.green(), window.green()), mix(text.blue(), window.blue())};
+}
+
+/// Qt's style makes an outline of the window's color, darkened by this.
+constexpr int kDarkening = 140;
+
+constexpr int kMenuArrow = 8;
+constexpr int kBelowTitle = 3;
+
+class OwnStyle final : public QProxyStyle {
+public:
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        if (option != nullptr && isDark(option->palette) && element == PE_FrameGroupBox) {
+            // The title stands above the frame, as far as Qt's style has it.
+            const auto* const box = qobject_cast<const QGroupBox*>(widget);
+            const int title = std::max(pixelMetric(PM_IndicatorHeight, option, widget), option->fontMetrics.height());
+            const int top = box != nullptr && !box->title().isEmpty() ? title + kBelowTitle : 0;
+            painter->setPen(outlineIn(option->palette));
+            painter->drawRect(option->rect.adjusted(0, top, -1, -1));
+            return;
+        }
+        const bool isFrame = std::ranges::find(kFrames, element) != kFrames.end();
+        const Outlined outlined(isFrame ? option : nullptr, &palettes_);
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        const bool isFrame = std::ranges::find(kControls, control) != kControls.end();
+        const Outlined outlined(isFrame ? option : nullptr, &palettes_);
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                           const QWidget* widget) const override {
+        QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+        const auto* const button = qstyleoption_cast<const QStyleOptionToolButton*>(option);
+        if (type == CT_ToolButton && button != nullptr && (button->features & QStyleOptionToolButton::HasMenu) &&
+            !button->text.isEmpty()) {
+            size.rwidth() += 2 * kMenuArrow;  // the text stands in the middle
+        }
+        return size;
+    }
+
+private:
+    /// Two that belong together: what Qt draws is kept by the palette, so each gets one other only.
+    using Palettes = std::pair<QPalette, QPalette>;
+
+    /// An option with a window's color from which Qt makes the outline that is wanted, for a scope.
+    class Outlined {
+    public:
+        Outlined(const QStyleOption* option, Palettes* palettes)
+            : option_(const_cast<QStyleOption*>(option)) {  // its owner's, and given back as it was
+            if (option_ == nullptr || !isDark(option_->palette) ||
+                option_->palette.cacheKey() == palettes->second.cacheKey()) {
+                option_ = nullptr;
+                return;
+            }
+            if (option_->palette.cacheKey() != palettes->first.cacheKey()) {
+                *palettes = {option_->palette, option_->palette};
+                palettes->second.setColor(QPalette::Window, outlineIn(option_->palette).lighter(kDarkening));
+            }
+            kept_ = std::exchange(option_->palette, palettes->second);
+        }
+        ~Outlined() {
+            if (option_ != nullptr) {
+                option_->palette = kept_;
+            }
+        }
+        Outlined(const Outlined&) = delete;
+        Outlined& operator=(const Outlined&) = delete;
+
+    private:
+        QStyleOption* option_;
+        QPalette kept_;
+    };
+
+    mutable Palettes palettes_;
+};
+
+}  // namespace
+
+void improveOwnStyle(QApplication* application) {
+    if (QApplication::style()->name() == QLatin1String("fusion")) {
+        application->setStyle(new OwnStyle);
+    }
+}
