@@ -5,6 +5,8 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/toolbox/Controls.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr UInt32 kBaseVersion = 1;
@@ -79,8 +81,9 @@ PluginHost::Start PluginHost::start(ControlRef place, PMPrintSession session) {
     session_ = session;
     Rect bounds{};
     GetControlBounds(place, &bounds);
-    bounds.right = static_cast<SInt16>(bounds.left + static_cast<SInt16>(width));
-    bounds.bottom = static_cast<SInt16>(bounds.top + static_cast<SInt16>(height));
+    // With large text the place is larger than the plug-in asks for, and so is all that it puts there.
+    bounds.right = std::max(bounds.right, static_cast<SInt16>(bounds.left + static_cast<SInt16>(width)));
+    bounds.bottom = std::max(bounds.bottom, static_cast<SInt16>(bounds.top + static_cast<SInt16>(height)));
     CreateUserPaneControl(GetControlOwner(place), &bounds, kControlSupportsEmbedding, &pane_);
     EmbedControl(pane_, place);
 

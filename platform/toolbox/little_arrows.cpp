@@ -10,11 +10,13 @@
 #include <QStylePainter>
 #include <QTimerEvent>
 #include <QWheelEvent>
+#include <algorithm>
 
 namespace {
 
 constexpr int kWidth = 17;
-constexpr int kHalfHeight = 11;
+constexpr int kBesideText = 8;
+constexpr int kLeastHeight = 22;
 constexpr int kArrowSize = 8;
 constexpr int kRepeatInterval = 50;  // ms
 
@@ -27,7 +29,7 @@ LittleArrows::LittleArrows(QWidget* parent) : QAbstractSlider(parent) {
 }
 
 QSize LittleArrows::sizeHint() const {
-    return {kWidth, 2 * kHalfHeight};
+    return {kWidth, std::max(kLeastHeight, fontMetrics().height() + kBesideText)};  // as high as their field
 }
 
 QRect LittleArrows::partRect(ControlPartCode part) const {

@@ -9,6 +9,7 @@
 #include "platform/toolbox/nib_builder.h"
 #include "platform/toolbox/nib_keys.h"
 #include "platform/toolbox/objects.h"
+#include "platform/toolbox/text_scale.h"
 #include "platform/toolbox/view_classes.h"
 
 #include <QAbstractItemView>
@@ -239,6 +240,7 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
                                    }
                                    makeControl(widget, element);
                                }});
+    followTextSize(window);
     nameByLabels(window);
     connectKeys(new OpaqueControlRef(window, ControlKind::userPane));
     return window;

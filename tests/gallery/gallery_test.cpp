@@ -31,7 +31,7 @@ TEST_F(GalleryTest, DrawsEveryWindow) {
     for (std::string name; std::getline(names, name);) {
         std::ranges::replace(name, '/', '-');
         QSize sizes[2];
-        for (const std::string variant : {"light", "dark", "2x", "long"}) {
+        for (const std::string variant : {"light", "dark", "2x", "long", "large"}) {
             const QImage picture(QString::fromStdString(folder / "pictures/" + variant + "/" + name + ".png"));
             ASSERT_FALSE(picture.isNull()) << variant << " " << name;
             sizes[variant == "2x"] = variant == "light" || variant == "2x" ? picture.size() : sizes[variant == "2x"];
@@ -62,10 +62,15 @@ std::string repeated(std::string letters) {
     return twice;
 }
 
-TEST_F(GalleryTest, EveryControlHasANameAndAPlaceInTheOrderOfKeys) {
+TEST_F(GalleryTest, EveryControlHasANameAndAPlaceAlsoWithLargeText) {
     const Run audit = gallery({"--audit", folder / "audit"});
     ASSERT_EQ(audit.status, 0) << audit.errors;
     EXPECT_EQ(audit.output.find(": fault: "), std::string::npos) << audit.output;
+    const std::string screen = add("screen.json", R"({"screens":[{"name":"large text","x":0,"y":0,"width":3000,
+        "height":2000,"logicalDpi":144,"logicalBaseDpi":144,"dpr":1}]})");
+    const Run large = gallery({"--audit", folder / "large"}, {"QT_QPA_PLATFORM=offscreen:configfile=" + screen});
+    EXPECT_EQ(large.status, 0) << large.errors;
+    EXPECT_EQ(large.output.find(": fault: "), std::string::npos) << large.output;
 
     auto letters = lettersOf(audit.output);
     EXPECT_GT(letters.size(), 50u);

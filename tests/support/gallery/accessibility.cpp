@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTabBar>
@@ -102,6 +103,43 @@ void addOrderFaults(QWidget* window, std::vector<std::string>* lines) {
     } while (step != window);
 }
 
+/// Whether all of it lies in what it lies in; what scrolls shows it.
+bool isInSight(const QWidget* widget) {
+    for (const QWidget* around = widget->parentWidget(); around != nullptr; around = around->parentWidget()) {
+        if (isAnyOf<QScrollArea>(around)) {
+            return true;
+        }
+        if (!around->rect().contains({widget->mapTo(around, QPoint()), widget->size()})) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool hasRoomForWords(const QWidget* widget) {
+    const auto* const label = qobject_cast<const QLabel*>(widget);
+    const bool hasLine = (label != nullptr && !label->wordWrap()) || isAnyOf<QAbstractButton>(widget);
+    return !hasLine || widget->width() >= std::min(widget->minimumSizeHint().width(), widget->maximumWidth());
+}
+
+void addPlaceFaults(const QWidget* window, std::vector<std::string>* lines) {
+    const std::vector<QWidget*> controls = shownControls(window);
+    for (const QWidget* widget : window->findChildren<QWidget*>()) {
+        const bool isPart =
+            isAnyOf<QAbstractScrollArea, QAbstractSpinBox, QComboBox, QLineEdit>(widget->parentWidget());
+        if (widget->isVisible() && !isPart && !(isInSight(widget) && hasRoomForWords(widget))) {
+            lines->push_back("fault: cut off: " + describe(widget));
+        }
+    }
+    for (auto one = controls.begin(); one != controls.end(); ++one) {
+        for (auto other = one + 1; other != controls.end(); ++other) {
+            if (!(*one)->isAncestorOf(*other) && placeOf(*one).intersects(placeOf(*other))) {
+                lines->push_back("fault: " + describe(*one) + " lies over " + describe(*other));
+            }
+        }
+    }
+}
+
 QString shownText(const QWidget* widget) {
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
         return label->buddy() != nullptr && label->buddy()->isVisible() ? label->text() : QString();
@@ -154,6 +192,7 @@ std::vector<std::string> auditFrontWindow() {
         }
     }
     addOrderFaults(window, &lines);
+    addPlaceFaults(window, &lines);
     lines.push_back("keys: " + letters(window));
     return lines;
 }

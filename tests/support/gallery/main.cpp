@@ -34,7 +34,7 @@ constexpr const char* kHelp =
     "  --script FILE             drive the gallery from a file; it may say: open NAME, audit NAME\n"
     "  --shots DIR               where the script's pictures go\n"
     "  --audit DIR               print what everything lacks for use without a mouse or without seeing it\n"
-    "  --render DIR              pictures of everything: light, dark, 2x, long words\n"
+    "  --render DIR              pictures of everything: light, dark, 2x, long words, large text\n"
     "  --bundle DIR              the plug-in's bundle; else the built one\n";
 
 struct Options {

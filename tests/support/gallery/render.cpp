@@ -30,6 +30,7 @@ constexpr Variant kVariants[] = {
     {"dark", "TAVRO_COLOR_SCHEME", "dark", false},
     {"2x", "QT_SCALE_FACTOR", "2", false},
     {"long", "TAVRO_COLOR_SCHEME", "light", true},
+    {"large", "QT_QPA_PLATFORM", "offscreen:configfile=%/screen.json", false},  // % is the folder
 };
 // clang-format on
 
@@ -102,6 +103,9 @@ int renderAll(const std::string& folder, const std::vector<std::string>& names, 
     fs::create_directories(folder);
     const std::string script = (fs::path(folder) / "everything.tavro-script").string();
     writeScript(script, names, "shot");
+    std::ofstream(fs::path(folder) / "screen.json")
+        << R"({"screens":[{"name":"large text","x":0,"y":0,"width":3000,"height":2000,"logicalDpi":144,)"
+        << R"("logicalBaseDpi":144,"dpr":1}]})";
     for (const Variant& variant : kVariants) {
         std::vector<std::string> words = arguments;
         words.insert(words.end(), {"--script", script, "--shots", (fs::path(folder) / variant.name).string()});
@@ -110,7 +114,11 @@ int renderAll(const std::string& folder, const std::vector<std::string>& names, 
         }
         const char* const former = std::getenv(variant.variable);
         const std::string kept = former != nullptr ? former : "";
-        setenv(variant.variable, variant.value, 1);
+        std::string value = variant.value;
+        if (const std::size_t place = value.find('%'); place != std::string::npos) {
+            value.replace(place, 1, folder);
+        }
+        setenv(variant.variable, value.c_str(), 1);
         const int status = runThisProgram(std::move(words));
         kept.empty() ? unsetenv(variant.variable) : setenv(variant.variable, kept.c_str(), 1);
         if (status != EXIT_SUCCESS) {
