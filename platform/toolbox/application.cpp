@@ -2,6 +2,7 @@
 
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
+#include "platform/toolbox/help_key.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/own_style.h"
 #include "platform/toolbox/plain_labels.h"
@@ -73,6 +74,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     application->setQuitOnLastWindowClosed(false);
     restrictWheelToFocus(application);
     letReturnPressToolButtons(application);
+    letHelpKeyReachHelp(application);
     keepLabelsPlain(application);
     improveOwnStyle(application);
     if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {

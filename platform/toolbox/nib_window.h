@@ -3,8 +3,7 @@
 
 #include <QDialog>
 
-/// A dialog whose title bar and Escape key do not close it but tell its window object that the user wants that, and
-/// whose help key sends the command 'Thlp'.
+/// A dialog whose title bar and Escape key do not close it but tell its window object that the user wants that.
 class NibWindow final : public QDialog {
 public:
     explicit NibWindow(QWidget* parent = nullptr) : QDialog(parent) {}
@@ -12,7 +11,6 @@ public:
 protected:
     void reject() override;
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
 

@@ -57,7 +57,13 @@ QString literal(CFStringRef title) {
 }
 
 CFOptionFlags askUser(const Notice& notice) {
-    QMessageBox box(iconOf(notice.level), {}, toQString(notice.header), {}, QApplication::activeWindow());
+    // Also of a program that is behind another one just now.
+    const WindowRef front = FrontNonFloatingWindow();
+    QWidget* const active = QApplication::activeWindow();
+    QMessageBox box(iconOf(notice.level), {}, toQString(notice.header), {},
+                    active != nullptr || front == nullptr ? active : front->widget);
+    // Without a title of its own a notice has the program's file name.
+    box.setWindowTitle(box.parentWidget() != nullptr ? box.parentWidget()->windowTitle() : box.text());
     box.setTextFormat(Qt::PlainText);
     box.setInformativeText(toQString(notice.message));
     // What is read aloud when the box appears, which Qt announces.

@@ -237,11 +237,14 @@ struct OpaqueWindowRef final : QObject, OpaqueEventTargetRef {
     /// The user closes the window: presses its cancel button, or sends 'not!'.
     void userCloses();
     /// The user asks for what no control stands for.
-    void sendCommand(OSType command);
+    OSStatus sendCommand(OSType command);
 
     QWidget* const widget;
     std::vector<QEventLoop*> modalLoops;  // innermost last
 };
+
+/// All windows that live, the one that was in front last at the end.
+std::vector<OpaqueWindowRef*>& livingWindows();
 
 // ---- State of the process
 

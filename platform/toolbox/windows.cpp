@@ -11,7 +11,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
-#include <QKeyEvent>
 #include <QLayout>
 #include <QPushButton>
 #include <QScreen>
@@ -21,13 +20,6 @@ namespace {
 
 constexpr OSType kCommandOK = FourCharCode("ok  ");
 constexpr OSType kCommandCancel = FourCharCode("not!");
-constexpr OSType kCommandHelp = FourCharCode("Thlp");
-
-/// All windows that live, the one that was in front last at the end.
-std::vector<OpaqueWindowRef*>& livingWindows() {
-    static std::vector<OpaqueWindowRef*> windows;
-    return windows;
-}
 
 void bringToEnd(OpaqueWindowRef* window) {
     auto& windows = livingWindows();
@@ -66,6 +58,11 @@ OSStatus findButton(WindowRef window, OSType command, ControlRef* result) {
 
 }  // namespace
 
+std::vector<OpaqueWindowRef*>& livingWindows() {
+    static std::vector<OpaqueWindowRef*> windows;
+    return windows;
+}
+
 // ---- What the user does to a window
 
 void NibWindow::reject() {
@@ -77,15 +74,6 @@ void NibWindow::reject() {
 void NibWindow::closeEvent(QCloseEvent* event) {
     event->ignore();
     reject();
-}
-
-void NibWindow::keyPressEvent(QKeyEvent* event) {
-    OpaqueWindowRef* window = OpaqueWindowRef::of(this);
-    if (window != nullptr && event->matches(QKeySequence::HelpContents)) {
-        window->sendCommand(kCommandHelp);
-    } else {
-        QDialog::keyPressEvent(event);
-    }
 }
 
 void NibWindow::showEvent(QShowEvent* event) {
@@ -162,8 +150,8 @@ void OpaqueWindowRef::userCloses() {
     sendCommand(kCommandCancel);
 }
 
-void OpaqueWindowRef::sendCommand(OSType command) {
-    ScopedEvent(kEventClassCommand, kEventCommandProcess)
+OSStatus OpaqueWindowRef::sendCommand(OSType command) {
+    return ScopedEvent(kEventClassCommand, kEventCommandProcess)
         .with(kEventParamDirectObject, typeHICommand, HICommand{0, command, nullptr, 0, nullptr})
         .sendTo(this);
 }

@@ -127,6 +127,7 @@ TEST_F(ShownNoticeTest, CanBeReadAloud) {
         const QAccessibleInterface* const read = QAccessible::queryAccessibleInterface(&box);
         EXPECT_EQ(read->text(QAccessible::Name), QStringLiteral("Really?"));
         EXPECT_EQ(read->text(QAccessible::Description), QStringLiteral("<b>All</b> is lost."));
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Really?")) << "not the program's file name";
         userPresses(&box, Qt::Key_Return);
     });
     ask(CFSTR("Stop"));

@@ -1,11 +1,14 @@
 // Windows from nibs: texts, buttons, modal loops that nest, end twice or lose their window.
 
 #include "platform/toolbox/Automation.h"
+#include "platform/toolbox/Notices.h"
 #include "platform/toolbox/objects.h"
 #include "tests/support/places.h"
 #include "tests/toolbox/toolbox_fixture.h"
 
+#include <QApplication>
 #include <QTest>
+#include <QTimer>
 #include <fstream>
 #include <iterator>
 
@@ -166,6 +169,33 @@ TEST_F(WindowsTest, ALoopThatNobodyEndsEndsWithEscape) {
     EXPECT_EQ(cancels, 1);
     EXPECT_EQ(QuitAppModalLoopForWindow(window), noErr);
     EXPECT_EQ(QuitAppModalLoopForWindow(nullptr), errInvalidWindowRef);
+}
+
+/// A notice has no help of its own, nor has every dialog: the one behind them has.
+TEST_F(WindowsTest, HelpIsThatOfTheNearestWindow) {
+    open(buttons());
+    window->widget->setWindowTitle(QStringLiteral("Behind"));
+    int helps = 0;
+    const TestHandler handler(GetWindowEventTarget(window), kEventClassCommand, kEventCommandProcess,
+                              [&](auto, EventRef event) {
+                                  helps += commandOf(event) == FourCharCode("Thlp") ? 1 : 0;
+                                  return commandOf(event) == FourCharCode("Thlp") ? noErr : eventNotHandledErr;
+                              });
+    toolboxState().scripted = false;
+    later([&] {
+        QTimer::singleShot(0, [] {
+            QWidget* const notice = QApplication::activeModalWidget();
+            EXPECT_EQ(notice->windowTitle(), QStringLiteral("Behind"));
+            QTest::keyClick(notice->windowHandle(), Qt::Key_F1);
+            QTest::keyClick(notice->windowHandle(), Qt::Key_Escape);
+        });
+        CFUserNotificationDisplayAlert(0, 0, nullptr, nullptr, nullptr, CFSTR("Really?"), nullptr, nullptr, nullptr,
+                                       nullptr, nullptr);
+        QuitAppModalLoopForWindow(window);
+    });
+    RunAppModalLoopForWindow(window);
+    toolboxState().scripted = true;
+    EXPECT_EQ(helps, 1);
 }
 
 TEST_F(WindowsTest, LoopsNestAndSurviveTheirWindow) {

@@ -1,6 +1,7 @@
 #include "tests/support/gallery/accessibility.h"
 
 #include "host/script/text.h"
+#include "platform/toolbox/objects.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -13,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -140,6 +142,24 @@ void addPlaceFaults(const QWidget* window, std::vector<std::string>* lines) {
     }
 }
 
+/// A dialog begins where something is typed or chosen, not at a button that ends it. The gallery's own window, with a
+/// panel in it, is none.
+void addFocusFaults(const QWidget* window, std::vector<std::string>* lines) {
+    const auto ends = [](const QWidget* widget) {
+        const OSType command = GetControlCommandID(OpaqueControlRef::of(widget));
+        return command == FourCharCode("ok  ") || command == FourCharCode("not!") || command == FourCharCode("Thlp");
+    };
+    const auto isChoice = [&](const QWidget* control) {
+        return control->isEnabled() && isReachable(control) && !ends(control);
+    };
+    const QWidget* const focused = window->focusWidget();
+    const bool isWell = focused != nullptr && focused->isEnabled() &&
+                        (!ends(focused) || std::ranges::none_of(shownControls(window), isChoice));
+    if (!isWell && window->findChild<QWidget*>("pieces") == nullptr) {
+        lines->push_back("fault: no field has the focus");
+    }
+}
+
 QString shownText(const QWidget* widget) {
     if (const auto* label = qobject_cast<const QLabel*>(widget)) {
         return label->buddy() != nullptr && label->buddy()->isVisible() ? label->text() : QString();
@@ -193,6 +213,7 @@ std::vector<std::string> auditFrontWindow() {
     }
     addOrderFaults(window, &lines);
     addPlaceFaults(window, &lines);
+    addFocusFaults(window, &lines);
     lines.push_back("keys: " + letters(window));
     return lines;
 }
