@@ -116,7 +116,8 @@ PrinterChoice choiceOf(const Printer& printer, const CommandLine& line) {
     if (!printer.queue().empty()) {
         return {PrinterChoice::Kind::queue, printer.queue()};
     }
-    return {PrinterChoice::Kind::ppd, line.ppd.empty() ? samplePPDPath() : line.ppd};
+    return line.ppd.empty() ? PrinterChoice{PrinterChoice::Kind::sample, samplePPDPath()}
+                            : PrinterChoice{PrinterChoice::Kind::ppd, line.ppd};
 }
 
 void openToolbox(char* programName, bool scripted) {

@@ -15,6 +15,7 @@ enum HostControl : SInt32 {
     kDocumentPages = 2,
     kDocumentMenu = 3,  // of several documents
     kPrinterMenu = 10,
+    kPrinterNote = 11,  // hidden when there is nothing to say
     kPresetMenu = 12,
     kPresetActions = 13,
     kCopies = 20,

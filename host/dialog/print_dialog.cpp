@@ -42,8 +42,11 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     markStart("window");
     dialog->installHandlers();
     const JobSetup& first = dialog->setup_.job;
-    dialog->printers_.emplace(dialog->control(kPrinterMenu), bundle, dialog->setup_.printerChoice,
-                              first.printer.name());
+    const PrinterChoice& choice = dialog->setup_.printerChoice;
+    dialog->printers_.emplace(dialog->control(kPrinterMenu), bundle, choice,
+                              choice.kind == PrinterChoice::Kind::sample
+                                  ? utf8(localized(bundle, CFSTR("Sample Printer"), first.printer.name()).get())
+                                  : first.printer.name());
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     dialog->makePresets();
@@ -176,6 +179,7 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     if (!hasPanels) {
         setStaticText(control(kNoMakersPanels), localized(bundle_, CFSTR("No Maker's Panels"), printer_.name()));
     }
+    showPrinterNote();
     presets_->begin(*session_);
     showSummary();
     if (IsWindowVisible(window_)) {
@@ -303,6 +307,22 @@ void PrintDialog::finishPictures() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
         preview_->finish();
     }
+}
+
+/// What Print does where there is no queue.
+void PrintDialog::showPrinterNote() const {
+    const JobTarget& target = setup_.job.target;
+    const bool isNowhere = target.way == JobWay::queue && printer_.queue().empty();
+    const bool isSample = printers_->settled().kind == PrinterChoice::Kind::sample;
+    const auto note =
+        isNowhere ? localized(bundle_, isSample ? CFSTR("Printer Is Sample") : CFSTR("Printer Without Queue"))
+        : target.way == JobWay::queue ? CFRef<CFStringRef>()
+                                      : localized(bundle_, CFSTR("Printer Writes File"),
+                                                  shortened(std::filesystem::path(target.file).filename().string()));
+    setStaticText(control(kPrinterNote), note);
+    SetControlVisibility(control(kPrinterNote), static_cast<bool>(note), true);
+    // Who asks for the settings in a file has a use for Print all the same.
+    isNowhere&& setup_.job.ticketOut.empty() ? DisableControl(control(kPrint)) : EnableControl(control(kPrint));
 }
 
 void PrintDialog::showSummary() {

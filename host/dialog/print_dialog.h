@@ -82,6 +82,7 @@ private:
     /// Changes the session's settings: the maker's panels write all of theirs first, and read the changed ones
     /// afterwards.
     void changeShared(const std::function<void()>& change);
+    void showPrinterNote() const;
     /// Shows what the settings ask for beside what the printer does by itself.
     void showSummary();
     /// Which of the maker's panels is shown; null when there are none.

@@ -9,9 +9,9 @@
 #include <functional>
 #include <vector>
 
-/// A printer that may be chosen: a queue, or a PPD without one.
+/// A printer that may be chosen: a queue, or a PPD without one, be it the program's own sample.
 struct PrinterChoice {
-    enum class Kind { queue, ppd } kind;
+    enum class Kind { queue, ppd, sample } kind;
     std::string name;  // of the queue, or the path of the PPD
 
     bool operator==(const PrinterChoice&) const = default;

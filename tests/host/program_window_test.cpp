@@ -19,6 +19,19 @@ TEST_F(ProgramWindow, OffersWhatIsInstalled) {
     EXPECT_NE(contentOf(folder / "all.png"), contentOf(folder / "fewer.png"));
 }
 
+/// Without a queue there is the sample, which looks like a printer.
+TEST_F(ProgramWindow, SaysWhatPrintDoesWithoutAQueue) {
+    const Run sample = run({"--script",
+                            add("sample",
+                                "expect Host:10 text \"Tavro ZR420 (sample)\"\nexpect Host:60 disabled\n"
+                                "expect Host:11 text \"A sample cannot print.\"\ncancel\n"),
+                            kTenPages});
+    EXPECT_EQ(sample.status, 1) << sample.errors;
+    const Run file = script("expect Host:60 enabled\nexpect Host:11 text \"Prints into “job.ps”.\"\ncancel",
+                            {"--job-out", folder / "job.ps"});
+    EXPECT_EQ(file.status, 1) << file.errors;
+}
+
 TEST_F(ProgramWindow, FitsOnASmallScreen) {
     // A laptop of 1366 by 768 with text at 144 dots an inch.
     const std::string screen = add("screen.json", R"({"screens":[{"name":"small","x":0,"y":0,"width":911,"height":512,
