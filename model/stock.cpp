@@ -2,6 +2,10 @@
 
 #include "model/record_ticket.h"
 
+#include <array>
+#include <charconv>
+#include <cmath>
+
 namespace {
 
 bool HasModulusInTicket(SInt32 type) {
@@ -162,6 +166,19 @@ Stock StockWithDetails(CFDictionaryRef ticket) {
     stock.setCustomNameOnly(CFDictionaryGetValue(ticket, CFSTR("CustomNameOnly")) == kCFBooleanTrue);
     stock.setComment(text(CFSTR("CustomComment")));
     return stock;
+}
+
+std::string CustomSizeOption(const Stock& stock) {
+    constexpr double kPointsInUnit = 72.0 / 2540;  // a hundredth of a millimetre
+    if (stock.width() <= 0 || stock.length() <= 0) {
+        return {};
+    }
+    const auto points = [](SInt32 length) {
+        std::array<char, 32> text{};
+        const double hundredths = std::round(length * kPointsInUnit * 100);
+        return std::string(text.data(), std::to_chars(text.begin(), text.end(), hundredths / 100).ptr);
+    };
+    return "Custom." + points(stock.width()) + "x" + points(stock.length());
 }
 
 void DefaultStock(Stock* stock, JobContext context) {

@@ -8,6 +8,8 @@
 #include "model/ticket_access.h"
 #include "platform/foundation/CFRef.h"
 
+#include <string>
+
 /// The size, beside those of the option map of "PageSize", that width and length give.
 inline constexpr SInt32 kStockSizeCustom = 75;
 /// The colour, beside those of the option map of "MediaColor", that has a name instead.
@@ -148,6 +150,10 @@ private:
 
 /// The stock with all that a ticket's dictionary says, as Stock::asTicket writes it.
 [[nodiscard]] Stock StockWithDetails(CFDictionaryRef ticket);
+
+/// The option of PageSize for a size of the user's own, in points to the hundredth: "Custom.283.46x566.93". Empty
+/// without a width and a length.
+[[nodiscard]] std::string CustomSizeOption(const Stock& stock);
 
 /// Makes the stock the default of a job or cover (size, colour and type 1) or of an insert or exception (the job's
 /// paper). Coating, finish, grain and comment stay as they are.

@@ -26,8 +26,14 @@ std::u16string WithModulus(std::u16string name, SInt32 modulus) {
 
 /// A custom size is none of the map's, so the PPD's own word for it is not found by its value.
 std::u16string SizeText(CFBundleRef bundle, const Stock& stock) {
-    return stock.size() == kStockSizeCustom ? Localized(bundle, CFSTR("StockSizeCustom"))
-                                            : Text(GetPPDOptionAliasForTicketValue(CFSTR("PageSize"), stock.size()));
+    if (stock.size() != kStockSizeCustom) {
+        return Text(GetPPDOptionAliasForTicketValue(CFSTR("PageSize"), stock.size()));
+    }
+    const auto option = CFRef<CFStringRef>::adopt(
+        CFStringCreateWithCString(nullptr, CustomSizeOption(stock).c_str(), kCFStringEncodingUTF8));
+    const auto numbers = CFRef<CFStringRef>::adopt(PMCopyCustomPaperText(option.get()));
+    std::u16string text = Localized(bundle, CFSTR("StockSizeCustom"));
+    return numbers ? std::move(text) + u" (" + Text(numbers.get()) + u')' : text;
 }
 
 /// The paper's color or type in the PPD's words; what the record does not hold was set beside it.

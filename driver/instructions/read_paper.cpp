@@ -4,19 +4,8 @@
 #include "model/ppd_option_maps.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
-
-/// A custom size as options name one, in points.
-std::string customSize(const Stock& stock) {
-    constexpr double kPointsInUnit = 72.0 / 2540;  // a hundredth of a millimetre
-    if (stock.width() <= 0 || stock.length() <= 0) {
-        return {};
-    }
-    const auto points = [](SInt32 length) { return std::to_string(std::lround(length * kPointsInUnit)); };
-    return "Custom." + points(stock.width()) + "x" + points(stock.length());
-}
 
 /// Types that no option of the PPD stands for have one that they are made of.
 std::string typeOption(const Stock& stock) {
@@ -49,7 +38,8 @@ std::string paperOption(CFStringRef mainKeyword, SInt32 value) {
 Paper readPaper(CFDictionaryRef ticket) {
     const Stock stock = StockWithDetails(ticket);
     Paper paper;
-    paper.size = stock.size() == kStockSizeCustom ? customSize(stock) : paperOption(CFSTR("PageSize"), stock.size());
+    paper.size =
+        stock.size() == kStockSizeCustom ? CustomSizeOption(stock) : paperOption(CFSTR("PageSize"), stock.size());
     paper.color =
         paperOption(CFSTR("MediaColor"), stock.color() == kStockColorCustom ? kStockColorOther : stock.color());
     paper.type = typeOption(stock);

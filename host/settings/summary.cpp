@@ -278,9 +278,7 @@ private:
 
     /// What paper has that the job's has not, and its color and type.
     std::string paperWords(const Paper& paper) const {
-        return list({paper.size.starts_with("Custom.") ? text("Summary Custom Size")
-                     : paper.size == job_.paper.size   ? ""
-                                                       : words("PageSize", paper.size),
+        return list({paper.size == job_.paper.size ? "" : words("PageSize", paper.size),
                      words("MediaColor", paper.color), words("MediaType", paper.type)});
     }
 

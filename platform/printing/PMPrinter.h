@@ -131,6 +131,9 @@ OSStatus PMPrinterGetIndPaper(PMPrinter printer, CFIndex index, PMPaper* paper);
 /// The paper size that an option of PageSize stands for; one with its own numbers ("Custom.200x300mm") has no strings.
 /// kPMKeyNotFound for any other.
 OSStatus PMPrinterGetPaper(PMPrinter printer, CFStringRef option, PMPaper* paper);
+/// A new string: the numbers of such a size for people ("200 × 300 mm"), those in points in the units of their country.
+/// Null for any other option.
+CFStringRef PMCopyCustomPaperText(CFStringRef option);
 
 /// Custom page size limits of the PPD at a path, in points. False when it cannot be opened or has no custom sizes.
 Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* minHeight, float* maxWidth,

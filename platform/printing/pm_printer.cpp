@@ -154,6 +154,11 @@ OSStatus PMPrinterGetPaper(PMPrinter printer, CFStringRef option, PMPaper* paper
     return noErr;
 }
 
+CFStringRef PMCopyCustomPaperText(CFStringRef option) {
+    const auto size = readCustomSize(utf8Text(option));
+    return size ? makeString(customSizeText(*size)).leak() : nullptr;
+}
+
 Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* minHeight, float* maxWidth,
                                 float* maxHeight) {
     std::string reason;

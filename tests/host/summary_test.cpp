@@ -126,9 +126,9 @@ TEST_F(SummaryOf, WhatNoOptionStandsForIsToldAsWell) {
         {list("InsertList", insert), {"1 Insert"}},
         {list("InsertList", insert + insert + insert), {"3 Inserts"}},
         {list("ExceptionList", other + page),
-         {"Page 2: exception", "Pages 4-9: Blue, Card Stock, 1-Sided, lighter, image moved"}},
+         {"Page 2: exception", "Pages 4-9: Blue, Card Stock, 1-Sided, lighter, image shifted"}},
         {list("ExceptionList", page + other + page + other),
-         {"Page 2: exception", "Pages 4-9: Blue, Card Stock, 1-Sided, lighter, image moved"}},
+         {"Page 2: exception", "Pages 4-9: Blue, Card Stock, 1-Sided, lighter, image shifted"}},
         {list("ExceptionList", other + page + dictionary(number("StartPage", 6) + number("EndPage", 6)) + other),
          {"4 Exceptions"}},
         {item("JobLevelStock", dictionary(number("Weight", 90))), {"Paper Weight: 90 g/m²"}},
@@ -189,7 +189,7 @@ TEST_F(SummaryOf, RubbishIsThatOfNothing) {
                                        element("Stock", dictionary(number("Color", 999) + number("Size", 75) +
                                                                    number("Width", 10000) + number("Length", 20000)))) +
                             "</array>")),
-              Lines{"Page 4: custom size"});
+              Lines{"Page 4: 100 × 200 mm"});
 }
 
 TEST_F(SummaryOf, FinishingHasANameForEveryChoiceOfThePanels) {

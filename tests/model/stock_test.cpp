@@ -192,9 +192,10 @@ TEST(Stock, HasADefaultForEachPartOfAJob) {
 class StockSummary : public testing::Test {
 protected:
     void SetUp() override {
-        bundle.add("Resources/en.lproj/Localizable.strings",
-                   R"("StockSize" = "Size"; "StockColor" = "Color"; "StockType" = "Type"; ":" = ": ";)"
-                   R"("StockTypePrecutTab" = "Precut Tab"; "Unknown Option Set" = "As set";)");
+        bundle.add(
+            "Resources/en.lproj/Localizable.strings",
+            R"("StockSize" = "Size"; "StockColor" = "Color"; "StockType" = "Type"; ":" = ": ";)"
+            R"("StockTypePrecutTab" = "Precut Tab"; "Unknown Option Set" = "As set"; "StockSizeCustom" = "Custom";)");
         ASSERT_EQ(PPDCreateGlobalUIDictionary(ppd.get()), noErr);
     }
     void TearDown() override { PPDReleaseGlobalUIDictionary(); }
@@ -216,7 +217,12 @@ TEST_F(StockSummary, ShowsWhatThePartOfTheJobSets) {
     DefaultStock(&stock, JobContext::insert);
     EXPECT_EQ(summary(JobContext::insert, stock), "");
     EXPECT_EQ(summary(JobContext::job, stock), "Color: As set|Type: As set") << "the job's lines are always there";
-    stock.setSize(kStockSizeCustom);
+    stock.setWidth(21590);
+    stock.setLength(27940);
+    EXPECT_EQ(summary(JobContext::insert, stock), "Size: Custom (215.9 × 279.4 mm)");
+    EXPECT_EQ(CustomSizeOption(stock), "Custom.612x792");
+    stock.setWidth(10000);
+    EXPECT_EQ(CustomSizeOption(stock), "Custom.283.46x792");
     stock.setType(kStockTypeTransparency);
     stock.setCustomNameOnly(true);
     EXPECT_EQ(summary(JobContext::job, stock), "");
