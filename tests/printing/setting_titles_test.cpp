@@ -24,7 +24,7 @@ std::string titles(const Printer& printer, const std::string& keyword, const std
 
 TEST(SettingTitles, AreThePPDsDisplayTexts) {
     const Printer printer(kZR420);
-    EXPECT_EQ(titles(printer, "MediaType", "CardStock2"), "Paper Type = Card Stock, Side 2");
+    EXPECT_EQ(titles(printer, "MediaType", "CardStock2"), "Paper Type = Card Stock (One Side Printed)");
     EXPECT_EQ(titles(printer, "Option2", "LCSS"), "Finisher = Light Capacity Stapler Stacker");
     EXPECT_EQ(titles(printer, "MediaType", "Silk"), "(none)");
     EXPECT_EQ(titles(printer, "MediaType", "Custom.Silk"), "(none)");

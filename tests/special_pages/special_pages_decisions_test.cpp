@@ -166,7 +166,7 @@ TEST(SpecialPagesDescriptions, LeaveOutWhatIsNotSetOrHasNoName) {
     page.stock().setColor(3);
     EXPECT_EQ(description(CreateExceptionAttributesDescription(bundle, page)),
               "2-Sided, Flip on Short Edge;  Color: Yellow");
-    EXPECT_EQ(description(CreateImageShiftDescription(bundle, page.imageShift())), "Image not moved");
+    EXPECT_EQ(description(CreateImageShiftDescription(bundle, page.imageShift())), "Image shift: None");
 }
 
 }  // namespace
