@@ -9,6 +9,9 @@
 #include "ui/localization.h"
 #include "ui/text_input.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr SInt32 kPasscode = 20001;
@@ -20,9 +23,12 @@ constexpr SInt32 kHintPicture = 20009;
 constexpr SInt32 kLongestPasscode = 10;
 constexpr CFIndex kShortestConfirmed = 4;
 
+#define kPasscodesDiffer CFSTR("Passcodes Differ")
+
 struct SecurePrintContext {
     DialogWindow window;
     bool accepted;
+    CFStringRef refusedKey = nullptr;  // of what was entered last; null when all of it went in
 
     /// The fields are known under two signatures: under the dialog's to the limits of what may be typed, under this one
     /// to what reads and fills them.
@@ -46,6 +52,19 @@ CFRef<CFStringRef> CopyText(CFBundleRef bundle, CFStringRef key) {
 void UpdateConfirmation(const DialogWindow& window) {
     const auto passcode = CopyASCIIDigits(window.copyText(kPasscode).get());
     window.enable(kConfirmation, PasscodeCanBeConfirmed(CFStringGetLength(passcode.get())));
+}
+
+/// Says below the fields what the passcode lacks, or what of it was not taken.
+void ShowFault(SecurePrintContext& context) {
+    const CFStringRef fault =
+        PasscodeFault(context.copyDigits(kPasscode).get(), context.copyDigits(kConfirmation).get());
+    const CFStringRef refused = std::exchange(context.refusedKey, nullptr);
+    const CFStringRef key = refused != nullptr ? refused : fault;
+    const auto text = key != nullptr ? CopyText(context.window.bundle(), key) : CFRef<CFStringRef>();
+    const bool isOfConfirmation = key != nullptr && CFEqual(key, kPasscodesDiffer);
+    HIViewSetFieldMessage(context.window.control(kPasscode), text.get(), key != nullptr && !isOfConfirmation);
+    HIViewSetFieldMessage(context.window.control(kConfirmation), isOfConfirmation ? text.get() : nullptr,
+                          isOfConfirmation);
 }
 
 /// Whether the dialog may close: the job goes without a passcode, or with one that was typed twice.
@@ -88,6 +107,7 @@ OSStatus SecurePrintEventHandler(EventHandlerCallRef, EventRef event, void* user
     auto& context = *static_cast<SecurePrintContext*>(userData);
     if (GetEventClass(event) == kEventClassTextInputChange) {
         UpdateConfirmation(context.window);
+        ShowFault(context);
         return eventNotHandledErr;
     }
     return HandleCommand(context, CommandOf(event));
@@ -100,6 +120,20 @@ void InitializeSecurePrintSetup(SecurePrintContext& context, CFStringRef passcod
     for (const SInt32 number : {kPasscode, kConfirmation}) {
         LimitInputLengthAndCharacters(window.control(number), kLongestPasscode,
                                       CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit));
+        KeepAllowedInput(
+            window.control(number),
+            [](const RefusedInput& refused, void* userData) {
+                auto& dialog = *static_cast<SecurePrintContext*>(userData);
+                dialog.refusedKey = CFStringGetLength(refused.characters) > 0 ? CFSTR("Passcode Not Digits")
+                                    : refused.isTooLong                       ? CFSTR("Passcode Too Long")
+                                                                              : nullptr;
+                if (dialog.refusedKey != nullptr) {
+                    const CFStringRef key = dialog.refusedKey;
+                    ShowFault(dialog);
+                    dialog.refusedKey = key;  // for the rest of the text, which may go in now
+                }
+            },
+            &context);
         if (passcode != nullptr) {
             SetControlData(context.field(number), kControlEntireControl, kControlEditTextCFStringTag, sizeof passcode,
                            &passcode);
@@ -115,6 +149,16 @@ void InitializeSecurePrintSetup(SecurePrintContext& context, CFStringRef passcod
 }
 
 }  // namespace
+
+CFStringRef PasscodeFault(CFStringRef passcode, CFStringRef confirmation) {
+    const CFIndex length = CFStringGetLength(passcode);
+    if (length > 0 && !PasscodeCanBeConfirmed(length)) {
+        return CFSTR("Passcode Too Short");
+    }
+    const CFIndex typed = std::min(CFStringGetLength(confirmation), length);
+    const auto start = CFRef<CFStringRef>::adopt(CFStringCreateWithSubstring(nullptr, passcode, {0, typed}));
+    return CFEqual(start.get(), confirmation) ? nullptr : kPasscodesDiffer;
+}
 
 bool PasscodeCanBeConfirmed(CFIndex length) {
     return length >= kShortestConfirmed;

@@ -9,5 +9,9 @@
 /// Returns the status of loading the nib; a dialog that could not be shown changes nothing.
 OSStatus RunModalSecurePrintSetup(CFBundleRef bundle, CFRef<CFStringRef>* passcode);
 
+/// The key of the text that says what is wrong with what was typed so far, in ASCII digits; null while nothing is. The
+/// second field is wrong only when it can no longer become the first one.
+CFStringRef PasscodeFault(CFStringRef passcode, CFStringRef confirmation);
+
 /// Whether a passcode of that many digits can be confirmed.
 bool PasscodeCanBeConfirmed(CFIndex length);

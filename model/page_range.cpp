@@ -44,7 +44,7 @@ private:
 
 class Parser {
 public:
-    explicit Parser(bool asRanges) : asRanges_(asRanges) {}
+    Parser(bool asRanges, bool tells) : asRanges_(asRanges), tells_(tells) {}
 
     /// The text ends with a comma.
     OSStatus parse(std::u16string_view text) {
@@ -137,7 +137,9 @@ private:
     OSStatus complete(SInt32 first, SInt32 last) {
         state_ = State::start;
         if (last < first) {
-            std::fprintf(stderr, "%d-%d\n", first, last);
+            if (tells_) {
+                std::fprintf(stderr, "%d-%d\n", first, last);
+            }
             return kPageRangeErrOrder;
         }
         append(first, last);
@@ -160,6 +162,7 @@ private:
     }
 
     const bool asRanges_;
+    const bool tells_;
     State state_ = State::start;
     SInt32 first_ = 0;  // in the states number and openEnd
     std::vector<PageRange> ranges_;
@@ -172,10 +175,21 @@ OSStatus CreatePageRangesBySeparatingString(CFStringRef text, Boolean asRanges, 
         return paramErr;
     }
     CodeUnits units(text);
-    Parser parser(asRanges);
+    Parser parser(asRanges, true);
     const OSStatus status = parser.parse(units.get());
     if (status == noErr) {
         *ranges = std::move(parser.ranges());
     }
     return status;
+}
+
+OSStatus CheckPageRanges(CFStringRef text) {
+    if (text == nullptr) {
+        return paramErr;
+    }
+    CodeUnits units(text);
+    Parser parser(true, false);
+    const OSStatus status = parser.parse(units.get());
+    const bool hasPageZero = std::ranges::find(parser.ranges(), 0, &PageRange::first) != parser.ranges().end();
+    return status == noErr && hasPageZero ? OSStatus{kPageRangeErrPageNumber} : status;
 }

@@ -34,3 +34,6 @@ enum PageRangeError : OSStatus {
 ///
 /// Returns 0, a PageRangeError, or paramErr when an argument is null; *ranges is replaced only when it is 0.
 OSStatus CreatePageRangesBySeparatingString(CFStringRef text, Boolean asRanges, std::vector<PageRange>* ranges);
+
+/// What is wrong with a text while it is being typed, page 0 included: the same codes, and nothing is written.
+OSStatus CheckPageRanges(CFStringRef text);

@@ -4,13 +4,13 @@
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Events.h"
-#include "platform/toolbox/Notices.h"
 #include "ui/draw_image.h"
 #include "ui/help.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
 #include "ui/nib_window.h"
 #include "ui/spin_control.h"
+#include "ui/text_input.h"
 
 #include <string>
 
@@ -25,6 +25,8 @@ constexpr ControlID kUnitsID = {kSignature, 1004};
 constexpr ControlID kModulusID = {kSignature, 1005};
 
 constexpr EventTypeSpec kCommandEvents[] = {{kEventClassCommand, kEventCommandProcess}};
+constexpr EventTypeSpec kTextChanges[] = {{kEventClassTextInputChange, kEventInputHasText},
+                                          {kEventClassTextInputChange, kEventInputIsEmpty}};
 constexpr EventTypeSpec kDrawEvents[] = {{kEventClassControl, kEventControlDraw}};
 
 struct TabStockSetupContext {
@@ -68,6 +70,20 @@ SInt32 Millimeters(const TabStockSetupContext& context) {
     return MillimetersFromTabShift(context.units, SpinControlInput(context.shift));
 }
 
+bool CanAccept(const TabStockSetupContext& context) {
+    return Choice(context) != TabShiftChoice::custom || SpinControlIsInputValid(context.shift);
+}
+
+void EnableOK(const TabStockSetupContext& context) {
+    ControlRef okButton = nullptr;
+    GetWindowDefaultButton(context.window.get(), &okButton);
+    if (CanAccept(context)) {
+        EnableControl(okButton);
+    } else {
+        DisableControl(okButton);
+    }
+}
+
 /// A shift is asked for with the choice of one only.
 void EnableShift(const TabStockSetupContext& context) {
     const bool enabled = Choice(context) == TabShiftChoice::custom;
@@ -78,6 +94,12 @@ void EnableShift(const TabStockSetupContext& context) {
             DisableControl(control);
         }
     }
+    EnableOK(context);
+}
+
+OSStatus ShiftTyped(EventHandlerCallRef, EventRef, void* userData) {
+    EnableOK(*static_cast<const TabStockSetupContext*>(userData));
+    return eventNotHandledErr;
 }
 
 OSStatus End(TabStockSetupContext* context, SInt16 result) {
@@ -86,13 +108,7 @@ OSStatus End(TabStockSetupContext* context, SInt16 result) {
 }
 
 OSStatus Accept(TabStockSetupContext* context) {
-    if (Choice(*context) == TabShiftChoice::custom && !SpinControlIsInputValid(context->shift)) {
-        CFOptionFlags response = 0;
-        CFUserNotificationDisplayAlert(0, kCFUserNotificationCautionAlertLevel, nullptr, nullptr, nullptr,
-                                       CopyLocalizedText(context->bundle, CFSTR("Invalid Tab Shift Header")).get(),
-                                       CopyLocalizedText(context->bundle, CFSTR("Invalid Tab Shift Message")).get(),
-                                       nullptr, nullptr, nullptr, &response);
-        SetSpinControlValue(context->shift, GetControl32BitValue(context->shift), true);
+    if (!CanAccept(*context)) {
         return SetKeyboardFocus(context->window.get(), context->field);
     }
     SetTabShift(context->options, Choice(*context), Millimeters(*context));
@@ -170,6 +186,8 @@ OSStatus InitializeTabStockSetupDialog(TabStockSetupContext* context) {
     ShowShift(context, units, choice == TabShiftChoice::none ? 0 : context->options->x1);
     EnableShift(*context);
     InstallControlEventHandler(context->picture, DrawPicture, std::size(kDrawEvents), kDrawEvents, context, nullptr);
+    InstallWindowEventHandler(context->window.get(), ShiftTyped, std::size(kTextChanges), kTextChanges, context,
+                              nullptr);
     return InstallWindowEventHandler(context->window.get(), TabStockSetupEventHandler, std::size(kCommandEvents),
                                      kCommandEvents, context, nullptr);
 }

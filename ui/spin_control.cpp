@@ -11,6 +11,7 @@
 #include "ui/localization.h"
 #include "ui/message_text.h"
 #include "ui/spin_text.h"
+#include "ui/text_input.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -64,11 +65,6 @@ SpinTextFormat TextFormat(ControlRef arrows) {
     return format;
 }
 
-void SetValid(ControlRef arrows, bool valid) {
-    const SInt32 flag = valid ? 1 : 0;
-    SetControlProperty(arrows, kSpinControlCreator, kSpinControlValidTag, sizeof flag, &flag);
-}
-
 /// The number that the field's text is.
 std::optional<SInt32> InputValue(ControlRef field, ControlRef arrows) {
     CFStringRef data = nullptr;
@@ -78,6 +74,34 @@ std::optional<SInt32> InputValue(ControlRef field, ControlRef arrows) {
     }
     const auto text = CFRef<CFStringRef>::adopt(data);
     return SpinTextValue(text.get(), TextFormat(arrows));
+}
+
+// ---- What may stand in the field
+
+/// The pattern with the smallest, the largest and the present value in its places.
+CFRef<CFStringRef> CopyRangeMessage(ControlRef arrows, CFStringRef patternKey) {
+    const auto text = [arrows](SInt32 value) {
+        return CFRef<CFStringRef>::adopt(CreateSpinText(value, TextFormat(arrows)));
+    };
+    const auto pattern = CopyLocalizedText(GetPDEBundle(), patternKey);
+    return CopyFilledInMessage(pattern.get(),
+                               {text(GetControl32BitMinimum(arrows)).get(), text(GetControl32BitMaximum(arrows)).get(),
+                                text(GetControl32BitValue(arrows)).get()});
+}
+
+/// Has the field say which values it takes, as a fault while something else stands there.
+void ShowLimits(ControlRef field, ControlRef arrows, bool isValid) {
+    const auto message = CopyRangeMessage(arrows, isValid ? CFSTR("Spin Control Limits") : CFSTR("Spin Control Fault"));
+    HIViewSetFieldMessage(field, message.get(), !isValid);
+    SendInputChange(field);
+}
+
+void SetValid(ControlRef arrows, bool valid) {
+    const SInt32 flag = valid ? 1 : 0;
+    SetControlProperty(arrows, kSpinControlCreator, kSpinControlValidTag, sizeof flag, &flag);
+    if (ControlRef field = Related(arrows, kSpinControlFieldTag)) {
+        ShowLimits(field, arrows, valid);
+    }
 }
 
 // ---- What follows a value
@@ -122,14 +146,7 @@ std::u16string EventCharacters(EventRef event, EventParamName name) {
 
 /// Tells at the field which values it takes, and that it has one of them again.
 void TellRange(ControlRef field, ControlRef arrows) {
-    const auto text = [arrows](SInt32 value) {
-        return CFRef<CFStringRef>::adopt(CreateSpinText(value, TextFormat(arrows)));
-    };
-    const auto pattern = CopyLocalizedText(GetPDEBundle(), CFSTR("Spin Control Range"));
-    HMDisplayTag(field, CopyFilledInMessage(pattern.get(), {text(GetControl32BitMinimum(arrows)).get(),
-                                                            text(GetControl32BitMaximum(arrows)).get(),
-                                                            text(GetControl32BitValue(arrows)).get()})
-                            .get());
+    HMDisplayTag(field, CopyRangeMessage(arrows, CFSTR("Spin Control Range")).get());
 }
 
 OSStatus HandleFocus(EventRef event) {
@@ -175,6 +192,14 @@ std::u16string WithLocaleDecimalSign(const std::u16string& text) {
         localized += kDecimalSigns.find(unit) == std::u16string_view::npos ? std::u16string(1, unit) : DecimalSign();
     }
     return localized;
+}
+
+/// A number that is copied from a page comes with blanks, and with the end of its line.
+std::u16string WithoutBlanksAround(const std::u16string& text) {
+    constexpr std::u16string_view kBlanks = u" \u00A0\u2007\u202F\u3000";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    return first == std::u16string::npos ? std::u16string()
+                                         : text.substr(first, text.find_last_not_of(kBlanks) + 1 - first);
 }
 
 OSStatus HandleKey(EventRef event) {
@@ -251,17 +276,6 @@ Boolean SpinControlIsInputValid(ControlRef arrows) {
     return PropertyOr(arrows, kSpinControlValidTag, 1) != 0;
 }
 
-Boolean SpinControlTakeInput(ControlRef arrows) {
-    const bool isValid = SpinControlIsInputValid(arrows);
-    ControlRef field = Related(arrows, kSpinControlFieldTag);
-    if (!isValid && field != nullptr) {
-        SetSpinControlValue(arrows, GetControl32BitValue(arrows), false);
-        SetKeyboardFocus(GetControlOwner(field), field);
-        TellRange(field, arrows);
-    }
-    return isValid;
-}
-
 // ---- Text
 
 Boolean SpinControlValidateInput(const UniChar* characters, CFIndex length) {
@@ -298,11 +312,15 @@ OSStatus SpinControlTextInputEventHandler(EventHandlerCallRef next, EventRef eve
     // the sign is more likely to part thousands.
     if (ControlRef arrows = Related(field, kSpinControlArrowsTag); arrows && TextFormat(arrows).decimals > 0) {
         text = WithLocaleDecimalSign(text);
-        SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, text.size() * sizeof(char16_t),
-                          text.data());
     }
-    if (!SpinControlValidateInput(text.data(), static_cast<CFIndex>(text.size()))) {
+    text = WithoutBlanksAround(text);
+    SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, text.size() * sizeof(char16_t),
+                      text.data());
+    if (text.empty() || !SpinControlValidateInput(text.data(), static_cast<CFIndex>(text.size()))) {
         SysBeep(1);
+        if (ControlRef arrows = Related(field, kSpinControlArrowsTag)) {
+            TellRange(field, arrows);
+        }
         return noErr;
     }
     const OSStatus status = CallNextEventHandler(next, event);

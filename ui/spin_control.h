@@ -43,11 +43,9 @@ OSStatus SetSpinControlValue(ControlRef arrows, SInt32 value, Boolean flag);
 void ShowSpinControlInput(ControlRef arrows, SInt32 value);
 /// The number that stands in the field, in range or not; the arrows' value when there is none.
 SInt32 SpinControlInput(ControlRef arrows);
-/// Whether the text that the user last entered was a number in range. A dialog asks this on OK.
+/// Whether the text that the user last entered was a number in range. A dialog's OK is for those only. Word of each
+/// change goes to the window (SendInputChange() in ui/text_input.h).
 Boolean SpinControlIsInputValid(ControlRef arrows);
-/// The same for a dialog without words of its own: what was invalid gives way to the arrows' value, the field has the
-/// focus, and the user is told at it which values it takes.
-Boolean SpinControlTakeInput(ControlRef arrows);
 
 /// Whether the field may take the characters: all are control characters, or all are decimal digits, the decimal sign
 /// of the user's locale or "-".

@@ -268,6 +268,10 @@ void KeepAllowedInput(ControlRef field, RefusedInputProc tell, void* userData) {
     InstallTextHandler(field, KeepAllowedInputHandler);
 }
 
+void SendInputChange(ControlRef field) {
+    SendWord(field, WindowTarget(field));
+}
+
 // ---- Digits
 
 void FilterNumericInput(ControlRef field) {

@@ -44,6 +44,9 @@ using RefusedInputProc = void (*)(const RefusedInput& refused, void* userData);
 /// refused.
 void KeepAllowedInput(ControlRef field, RefusedInputProc tell, void* userData);
 
+/// Sends word of a change to the field's window, for fields whose text is taken elsewhere.
+void SendInputChange(ControlRef field);
+
 /// Lets only decimal digits into the field. Word of changes goes to its window.
 void FilterNumericInput(ControlRef field);
 OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, void* userData);

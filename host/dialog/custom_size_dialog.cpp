@@ -48,8 +48,8 @@ public:
         : bundle_(bundle),
           window_(window),
           limits_(limits),
-          width_{kCustomWidth, kCustomWidthLimits, &limits_.width},
-          length_{kCustomLength, kCustomLengthLimits, &limits_.length} {
+          width_{kCustomWidth, &limits_.width},
+          length_{kCustomLength, &limits_.length} {
         const MenuRef menu = GetControlPopupMenuHandle(hostControl(window_, kCustomUnit));
         for (const LengthUnit unit : units_) {
             const auto title = localized(bundle_, CFStringMakeConstant(textsOf(unit).title));
@@ -78,7 +78,6 @@ public:
 private:
     struct Side {
         HostControl field;
-        HostControl label;
         const PaperSide* limits;
     };
 
@@ -116,8 +115,7 @@ private:
                                     {lengthText(unit_, side.limits->minimum, LengthRounding::up),
                                      lengthText(unit_, side.limits->maximum, LengthRounding::down),
                                      utf8(localized(bundle_, CFStringMakeConstant(textsOf(unit_).name)).get())});
-        setStaticText(hostControl(window_, side.label), text);
-        HMSetControlHelpContent(hostControl(window_, side.field), text.get());
+        HIViewSetFieldMessage(hostControl(window_, side.field), text.get(), fault != LengthFault::none);
         return fault == LengthFault::none;
     }
 

@@ -24,6 +24,7 @@ enum HostControl : SInt32 {
     kPageRangeField = 31,
     kPageSubset = 32,
     kReverseOrder = 33,
+    kPageRangeMessage = 34,  // what is wrong with the range
     kPaperSize = 40,
     kOrientation = 41,  // its items are the orientations of the page format ticket
     kPaperSource = 42,

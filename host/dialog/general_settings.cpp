@@ -1,7 +1,6 @@
 #include "host/dialog/general_settings.h"
 
 #include "host/dialog/custom_size_dialog.h"
-#include "host/dialog/notice.h"
 #include "host/script/text.h"
 #include "host/settings/conflicts.h"
 #include "host/settings/page_range.h"
@@ -86,6 +85,7 @@ void GeneralSettings::showPageRange(const std::string& range) const {
     SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
     setFieldText(control(kPageRangeField),
                  CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, cfString(range).get())));
+    showPageFault();
 }
 
 void GeneralSettings::showShared() {
@@ -136,9 +136,12 @@ bool GeneralSettings::handleHit(SInt32 number) {
 }
 
 /// Who types a range wants it.
-OSStatus GeneralSettings::handleRangeTyping(EventHandlerCallRef, EventRef, void* self) {
-    SetControl32BitValue(static_cast<GeneralSettings*>(self)->control(kPages), kSomePages);
-    return eventNotHandledErr;
+OSStatus GeneralSettings::handleRangeTyping(EventHandlerCallRef next, EventRef event, void* self) {
+    const auto& settings = *static_cast<const GeneralSettings*>(self);
+    SetControl32BitValue(settings.control(kPages), kSomePages);
+    const OSStatus status = CallNextEventHandler(next, event);  // the field takes the text
+    settings.showPageFault();
+    return status;
 }
 
 void GeneralSettings::copiesChanged() {
@@ -154,6 +157,7 @@ void GeneralSettings::pagesChanged() {
     if (GetControl32BitValue(control(kPages)) == kSomePages) {
         SetKeyboardFocus(window_, control(kPageRangeField));
     }
+    showPageFault();
 }
 
 void GeneralSettings::paperSizeChosen() {
@@ -183,9 +187,7 @@ PageRangeFault GeneralSettings::takePages() {
         session_->setPageRange({});
         return PageRangeFault::none;
     }
-    // What is beyond a document is known when that is there.
-    const PageRange range =
-        readPageRange(fieldText(control(kPageRangeField)), pageCount_ > 0 ? pageCount_ : kMostPlannedPages);
+    const PageRange range = typedPages();
     if (range.fault == PageRangeFault::none) {
         session_->setPageRange(range.pages);
     }
@@ -198,12 +200,25 @@ std::string GeneralSettings::takePagesOrFault() {
                                          : utf8(localized(texts_, faultText(fault), std::to_string(pageCount_)).get());
 }
 
+PageRange GeneralSettings::typedPages() const {
+    // What is beyond a document is known when that is there.
+    return readPageRange(fieldText(control(kPageRangeField)), pageCount_ > 0 ? pageCount_ : kMostPlannedPages);
+}
+
+/// A field in which nobody has typed yet is empty, not wrong.
+void GeneralSettings::showPageFault() const {
+    const bool isAsked = GetControl32BitValue(control(kPages)) == kSomePages;
+    const bool isEmpty = fieldText(control(kPageRangeField)).empty();
+    const PageRangeFault fault = isAsked ? typedPages().fault : PageRangeFault::none;
+    const bool isFault = fault != PageRangeFault::none;
+    const auto text = isFault ? localized(texts_, faultText(fault), std::to_string(pageCount_)) : CFRef<CFStringRef>();
+    HIViewSetFieldMessage(control(kPageRangeField), text.get(), isFault && !isEmpty);
+}
+
 bool GeneralSettings::takePageRange() {
-    const std::string fault = takePagesOrFault();
-    if (fault.empty()) {
+    if (takePages() == PageRangeFault::none) {
         return true;
     }
-    showNotice(kCFUserNotificationCautionAlertLevel, localized(texts_, CFSTR("Page Range Header")), cfString(fault));
     SetKeyboardFocus(window_, control(kPageRangeField));
     return false;
 }

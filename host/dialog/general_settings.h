@@ -42,7 +42,7 @@ public:
     PageRangeFault takePages();
     /// The same, and why they make no sense; empty when they do.
     std::string takePagesOrFault();
-    /// The same; false when they make no sense, which the user is then told.
+    /// The same; false when they make no sense, which their field says, and then has the focus.
     bool takePageRange();
 
 private:
@@ -50,6 +50,8 @@ private:
 
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
     void showPageRange(const std::string& range) const;
+    void showPageFault() const;
+    PageRange typedPages() const;
     void showCollating();
 
     // What the user does

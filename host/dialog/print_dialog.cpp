@@ -294,7 +294,7 @@ void PrintDialog::handleShown() {
 
 void PrintDialog::settle() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
-        general_->takePages();
+        enablePrinting(general_->takePages() == PageRangeFault::none);
         takeMakersSettings();
         presets_->settle(*session_, GetControl32BitValue(panelSelector()));
         showSummary();
@@ -312,17 +312,22 @@ void PrintDialog::finishPictures() {
 /// What Print does where there is no queue.
 void PrintDialog::showPrinterNote() const {
     const JobTarget& target = setup_.job.target;
-    const bool isNowhere = target.way == JobWay::queue && printer_.queue().empty();
     const bool isSample = printers_->settled().kind == PrinterChoice::Kind::sample;
     const auto note =
-        isNowhere ? localized(bundle_, isSample ? CFSTR("Printer Is Sample") : CFSTR("Printer Without Queue"))
+        isNowhere() ? localized(bundle_, isSample ? CFSTR("Printer Is Sample") : CFSTR("Printer Without Queue"))
         : target.way == JobWay::queue ? CFRef<CFStringRef>()
                                       : localized(bundle_, CFSTR("Printer Writes File"),
                                                   shortened(std::filesystem::path(target.file).filename().string()));
     setStaticText(control(kPrinterNote), note);
     SetControlVisibility(control(kPrinterNote), static_cast<bool>(note), true);
+    enablePrinting(true);
+}
+
+void PrintDialog::enablePrinting(bool hasPages) const {
     // Who asks for the settings in a file has a use for Print all the same.
-    isNowhere&& setup_.job.ticketOut.empty() ? DisableControl(control(kPrint)) : EnableControl(control(kPrint));
+    const bool canPrint = hasPages && (!isNowhere() || !setup_.job.ticketOut.empty());
+    canPrint ? EnableControl(control(kPrint)) : DisableControl(control(kPrint));
+    hasPages ? EnableControl(control(kSavePDF)) : DisableControl(control(kSavePDF));
 }
 
 void PrintDialog::showSummary() {

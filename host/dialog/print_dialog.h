@@ -83,6 +83,9 @@ private:
     /// afterwards.
     void changeShared(const std::function<void()>& change);
     void showPrinterNote() const;
+    /// Print and its kin are for pages that there are, and for where they can go.
+    void enablePrinting(bool hasPages) const;
+    bool isNowhere() const { return setup_.job.target.way == JobWay::queue && printer_.queue().empty(); }
     /// Shows what the settings ask for beside what the printer does by itself.
     void showSummary();
     /// Which of the maker's panels is shown; null when there are none.

@@ -2,6 +2,7 @@
 
 #include "panels/paper_output/finishing_window.h"
 #include "ui/spin_control.h"
+#include "ui/text_input.h"
 
 #include <algorithm>
 
@@ -22,9 +23,16 @@ private:
         const bool asksForPages = value(kChoice) == kOffsetItemSubsets;
         enable(kPagesField, asksForPages);
         enable(kPages, asksForPages);
+        ControlRef okButton = nullptr;
+        GetWindowDefaultButton(get(), &okButton);
+        mayEnd() ? EnableControl(okButton) : DisableControl(okButton);
     }
     bool mayEnd() const override {
-        return value(kChoice) != kOffsetItemSubsets || SpinControlTakeInput(control(kPages));
+        return value(kChoice) != kOffsetItemSubsets || SpinControlIsInputValid(control(kPages));
+    }
+    static OSStatus pagesTyped(EventHandlerCallRef, EventRef, void* self) {
+        static_cast<OffsetDialog*>(self)->changed();
+        return eventNotHandledErr;
     }
 };
 
@@ -44,6 +52,8 @@ OSStatus OffsetDialog::ask(FinishingSettings* settings) {
     if (const OSStatus status = CreateSpinControl(pages); status != noErr) {
         return status;
     }
+    handle({kEventClassTextInputChange, kEventInputIsEmpty}, pagesTyped, this);
+    handle({kEventClassTextInputChange, kEventInputHasText}, pagesTyped, this);
     SetSpinControlValue(pages, ShownPagesPerSubset(*settings), true);
     setValue(kChoice, OffsetItem(*settings));
     changed();

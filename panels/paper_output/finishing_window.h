@@ -22,7 +22,7 @@ protected:
 private:
     /// The user has changed a control.
     virtual void changed() {}
-    /// Whether OK may end the dialog; when not, the user has been told why.
+    /// Whether OK may end the dialog; when not, a field says why.
     virtual bool mayEnd() const { return true; }
     /// The file of the picture on a pane, constant; null for none.
     virtual CFStringRef picture(SInt32) const { return nullptr; }

@@ -46,10 +46,10 @@ struct InsertsDialog {
     ControlRef okButton;
 };
 
-/// OK is for a place that is known.
+/// OK is for a place that is known, and as many sheets as there may be.
 void EnableOK(const InsertsDialog& dialog) {
-    SetControlEnabled(dialog.okButton,
-                      GetControl32BitValue(dialog.place) == kBeforePageOne || !IsPageFieldEmpty(dialog.pagesField));
+    const bool hasPlace = GetControl32BitValue(dialog.place) == kBeforePageOne || !IsPageFieldEmpty(dialog.pagesField);
+    SetControlEnabled(dialog.okButton, hasPlace && SpinControlIsInputValid(dialog.quantity));
 }
 
 void ShowPlace(const InsertsDialog& dialog) {
@@ -112,9 +112,6 @@ bool GetPages(const InsertsDialog& dialog, std::vector<PageRange>* pages) {
 
 OSStatus Accept(InsertsDialog* dialog) {
     if (!SpinControlIsInputValid(dialog->quantity)) {
-        TellSpecialPagesLimit(dialog->window.bundle(), CFSTR("Invalid Quantity Title"),
-                              CFSTR("Invalid Quantity Message"), GetControl32BitMaximum(dialog->quantity));
-        SetSpinControlValue(dialog->quantity, GetControl32BitValue(dialog->quantity), true);
         return SetKeyboardFocus(dialog->window.get(), dialog->window.find(kQuantityField));
     }
     std::vector<PageRange> pages;

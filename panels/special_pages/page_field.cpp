@@ -44,6 +44,21 @@ OSStatus GetRanges(ControlRef field, bool asRanges, std::vector<PageRange>* rang
     return hasPageZero ? OSStatus{kPageRangeErrPageNumber} : noErr;
 }
 
+/// Once the text has gone in, or was refused.
+OSStatus ShowFault(EventHandlerCallRef next, EventRef event, void* userData) {
+    const ControlRef field = GetEventControl(event);
+    const auto bundle = static_cast<CFBundleRef>(userData);
+    const CFRef<CFStringRef> before = CopyText(field);
+    const OSStatus status = CallNextEventHandler(next, event);
+    const bool isRefused = CFEqual(CopyText(field).get(), before.get());
+    const auto plain = CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(kCFAllocatorDefault, CopyText(field).get()));
+    const OSStatus fault = IsPageFieldEmpty(field) ? OSStatus{noErr} : CheckPageRanges(plain.get());
+    HIViewSetFieldMessage(
+        field, CopySpecialPagesFault(bundle, isRefused && fault == noErr ? OSStatus{kPageRangeErrSyntax} : fault).get(),
+        fault != noErr);
+    return status;
+}
+
 }  // namespace
 
 void PreparePageField(ControlRef field, CFBundleRef bundle) {
@@ -52,12 +67,15 @@ void PreparePageField(ControlRef field, CFBundleRef bundle) {
     // Newer, so it sees the text first.
     InstallControlEventHandler(field, RefuseLongPageLists, std::size(kText), kText,
                                const_cast<void*>(static_cast<const void*>(bundle)), nullptr);
+    InstallControlEventHandler(field, ShowFault, std::size(kText), kText,
+                               const_cast<void*>(static_cast<const void*>(bundle)), nullptr);
 }
 
 void SetPageFieldText(ControlRef field, CFStringRef text) {
     const auto localized = CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(kCFAllocatorDefault, text));
     const CFStringRef data = localized.get();
     SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data);
+    HIViewSetFieldMessage(field, nullptr, false);
 }
 
 bool IsPageFieldEmpty(ControlRef field) {

@@ -10,8 +10,9 @@
 /// would leave out pages that nobody sees.
 inline constexpr SInt32 kLongestPageList = 30000;
 
-/// Lets only what page lists are made of into the field. Word of changes goes to its window (ui/text_input.h). The
-/// bundle is that of the notice's texts, lent as long as the field lives.
+/// Lets only what page lists are made of into the field, which says what is wrong with the list as it is typed. Word of
+/// changes goes to its window (ui/text_input.h). The bundle is that of the notice's texts, lent as long as the field
+/// lives.
 void PreparePageField(ControlRef field, CFBundleRef bundle);
 
 /// Shows the page list, which is in plain ASCII, with the user's digits.

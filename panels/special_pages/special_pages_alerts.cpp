@@ -53,6 +53,11 @@ void SpecialPagesUserNotification(CFBundleRef bundle, OSStatus code) {
     }
 }
 
+CFRef<CFStringRef> CopySpecialPagesFault(CFBundleRef bundle, OSStatus code) {
+    const Alert* const alert = std::ranges::find(kAlerts, code, &Alert::code);
+    return alert == std::end(kAlerts) ? nullptr : CopyLocalizedText(bundle, CFStringMakeConstant(alert->message));
+}
+
 void TellSpecialPagesLimit(CFBundleRef bundle, CFStringRef titleKey, CFStringRef messageKey, SInt32 limit) {
     std::u16string message = Text(CopyLocalizedText(bundle, messageKey).get());
     const auto number = CFRef<CFStringRef>::adopt(CreateLocalizedCFStringFromNumberWithDecimals(limit, 0));

@@ -121,6 +121,11 @@ OSStatus AnnounceControl(ControlRef text);
 /// by then. The platform's call takes a place on the screen.
 OSStatus HMDisplayTag(ControlRef control, CFStringRef content);
 
+/// Says at a field which values it takes or, as a fault, why it does not take what stands in it: in the label that the
+/// nib has for it (property "messageOf": the field's object name), in its help text, and with a frame and a mark for a
+/// fault. Null for what the label says in the nib. Not of the platform, whose fields only beep.
+OSStatus HIViewSetFieldMessage(ControlRef field, CFStringRef message, Boolean isFault);
+
 // ---- Action procedures: called while the user holds the mouse on a part of the control
 
 inline constexpr ControlPartCode kControlUpButtonPart = 20;    // little arrows

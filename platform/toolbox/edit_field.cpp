@@ -9,6 +9,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -152,6 +153,18 @@ void EditField::focusInEvent(QFocusEvent* event) {
 void EditField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     sendFocus(kControlFocusNoPart, event->reason());
+}
+
+void EditField::paintEvent(QPaintEvent* event) {
+    QLineEdit::paintEvent(event);
+    if (property("fault").toBool()) {
+        constexpr QColor kOnLight(0xC0, 0x1C, 0x28);
+        constexpr QColor kOnDark(0xFF, 0x7B, 0x72);
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().base().color().lightness() > 128 ? kOnLight : kOnDark, 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 2, 2);
+    }
 }
 
 void EditField::wheelEvent(QWheelEvent* event) {

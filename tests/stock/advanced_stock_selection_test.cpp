@@ -82,7 +82,8 @@ TEST_F(AdvancedStockSelectionTest, AGivenUpCustomSizeIsNotShown) {
                                 EXPECT_EQ(chosen(window, kSize), 1);
                                 choose(window, kSize, kStockSizeCustom);
                                 EXPECT_EQ(chosen(window, kSize), kStockSizeCustom);
-                                EXPECT_EQ(text(window, kSummary), "Size: Custom\nColor: White\nType: Plain Paper");
+                                EXPECT_EQ(text(window, kSummary),
+                                          "Size: Custom (6 × 11 in)\nColor: White\nType: Plain Paper");
                                 clickOK(window);
                             },
                             [](WindowRef custom) { clickCancel(custom); },

@@ -187,7 +187,7 @@ TEST_F(StockMenuTest, ACustomSizeIsAskedForAndGivenUpQuietly) {
     EXPECT_EQ(stock.size(), kStockSizeCustom);
     EXPECT_EQ(stock.width(), 17780);
     EXPECT_EQ(stock.length(), 27940);
-    EXPECT_EQ(summary(), "Size: Custom\nColor: White\nType: Plain Paper");
+    EXPECT_EQ(summary(), "Size: Custom (7 × 11 in)\nColor: White\nType: Plain Paper");
     EXPECT_EQ(seenByOwner, (std::vector<OSType>{kStockCommandSize, kStockCommandSize}));
 }
 

@@ -7,6 +7,7 @@
 #include <qtestspontaneevent.h>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
@@ -183,6 +184,11 @@ TEST_F(ControlsTest, NumbersTakeNoSignThatPartsThousands) {
     qobject_cast<QSpinBox*>(control(1)->widget)->selectAll();
     QTest::keyClicks(control(1)->widget, QStringLiteral("1,5"));
     EXPECT_EQ(text(control(1)), "15") << "what is read is what stands there";
+    EXPECT_EQ(QToolTip::text(), QStringLiteral("0 – 9999")) << "said where it is refused";
+    qobject_cast<QSpinBox*>(control(1)->widget)->selectAll();
+    QGuiApplication::clipboard()->setText(QStringLiteral(" \uFF14\uFF12\n"));
+    QTest::keySequence(control(1)->widget, QKeySequence::Paste);
+    EXPECT_EQ(GetControl32BitValue(control(1)), 42) << "as it is copied from a page";
 }
 
 TEST_F(ControlsTest, LookUpsFindBothSignaturesAndRefuseTheUnknown) {
