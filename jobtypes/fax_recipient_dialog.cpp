@@ -85,6 +85,7 @@ SInt16 RecipientDialog::run() {
     showFaxNumberHint(false);
     LimitInputLengthAndCharacters(window_.control(kMailbox), kLongestMailbox,
                                   CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit));
+    KeepAllowedInput(window_.control(kMailbox), nullptr, nullptr);
     window_.showPicture(kPicture, CFSTR("PBEntry.gif"));
     if (edited_) {
         showRecipient();

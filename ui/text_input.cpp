@@ -1,11 +1,15 @@
 #include "ui/text_input.h"
 
+#include "model/plugin_state.h"
 #include "platform/foundation/CFCharacterSet.h"
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/code_points.h"
+#include "ui/localization.h"
+#include "ui/message_text.h"
+#include "ui/number_text.h"
 
 #include <algorithm>
 #include <optional>
@@ -86,9 +90,22 @@ bool IsEditingAction(const std::u16string& text) {
 
 // ---- Answers
 
-OSStatus Refuse() {
+/// Says at the field what it takes: the pattern with the number in it, if it has a place for one.
+OSStatus Refuse(ControlRef field, CFStringRef patternKey, SInt32 number = 0) {
     SysBeep(1);
+    const auto text = CFRef<CFStringRef>::adopt(CreateLocalizedCFStringFromNumberWithDecimals(number, 0));
+    HMDisplayTag(field, CopyFilledInMessage(CopyLocalizedText(GetPDEBundle(), patternKey).get(), {text.get()}).get());
     return noErr;
+}
+
+#define kTooLong CFSTR("Input Too Long")
+#define kOtherCharacters CFSTR("Input Other Characters")
+#define kDigitsOnly CFSTR("Input Digits Only")
+
+/// What to say of a text that is not of the set.
+CFStringRef OtherThan(CFCharacterSetRef set) {
+    const bool hasDigits = CFEqual(set, CFCharacterSetGetPredefined(kCFCharacterSetDecimalDigit));
+    return hasDigits ? kDigitsOnly : kOtherCharacters;
 }
 
 void SendWord(ControlRef field, EventTargetRef target) {
@@ -162,16 +179,23 @@ OSStatus KeepAllowedInputHandler(EventHandlerCallRef, EventRef event, void*) {
     const SortedText sorted = Sort(text, *set);
     const SInt32 limit = Property<SInt32>(field, kLengthTag).value_or(0);
     const bool isTooLong = limit > 0 && WouldExceed(field, sorted.allowed, limit);
-    if (const auto teller = Property<RefusedInputTeller>(field, kTellerTag); teller && teller->tell != nullptr) {
+    const auto teller = Property<RefusedInputTeller>(field, kTellerTag);
+    const bool isTold = teller && teller->tell != nullptr;
+    if (isTold) {
         const auto others = CFRef<CFStringRef>::adopt(CFStringCreateWithCharacters(
             kCFAllocatorDefault, sorted.others.data(), static_cast<CFIndex>(sorted.others.size())));
         teller->tell({others.get(), isTooLong}, teller->userData);
     }
-    if (isTooLong || sorted.allowed.empty()) {
-        return Refuse();
-    }
-    if (!sorted.others.empty()) {
+    if (isTold && (isTooLong || !sorted.others.empty())) {
         SysBeep(1);
+    } else if (isTooLong) {
+        Refuse(field, kTooLong, limit);
+    } else if (!AllCodePoints(sorted.others,
+                              [](UInt32 c) { return IsMember(kCFCharacterSetWhitespaceAndNewline, c); })) {
+        Refuse(field, OtherThan(*set));
+    }
+    if (isTooLong || sorted.allowed.empty()) {
+        return noErr;
     }
     SetEventParameter(event, kEventParamTextInputSendText, typeUnicodeText, sorted.allowed.size() * sizeof(char16_t),
                       sorted.allowed.data());
@@ -204,7 +228,7 @@ OSStatus InputLengthLimitHandler(EventHandlerCallRef next, EventRef event, void*
     const std::u16string text = TextOf(event);
     const auto limit = Property<SInt32>(field, kLengthLimitTag);
     if (limit && !IsEditingAction(text) && WouldExceed(field, text, *limit)) {
-        return Refuse();
+        return Refuse(field, kTooLong, *limit);
     }
     return PassOn(next, event, field, GetControlEventTarget);
 }
@@ -251,11 +275,11 @@ OSStatus LimitInputEventHandler(EventHandlerCallRef next, EventRef event, void*)
     if (!IsEditingAction(text)) {
         const SInt32 limit = Property<SInt32>(field, kLengthTag).value_or(0);
         if (limit > 0 && WouldExceed(field, text, limit)) {
-            return Refuse();
+            return Refuse(field, kTooLong, limit);
         }
         const auto set = Property<CFCharacterSetRef>(field, kCharacterSetTag);
         if (set && !AllCodePoints(text, [&](UInt32 c) { return CFCharacterSetIsLongCharacterMember(*set, c); })) {
-            return Refuse();
+            return Refuse(field, OtherThan(*set));
         }
     }
     return PassOn(next, event, field, WindowTarget);
@@ -282,7 +306,7 @@ OSStatus NumericInputFilterHandler(EventHandlerCallRef next, EventRef event, voi
     const std::u16string text = TextOf(event);
     const auto isDigit = [](UInt32 c) { return IsMember(kCFCharacterSetDecimalDigit, c); };
     if (!IsEditingAction(text) && !AllCodePoints(text, isDigit)) {
-        return Refuse();
+        return Refuse(FieldOf(event), kDigitsOnly);
     }
     return PassOn(next, event, FieldOf(event), WindowTarget);
 }
@@ -294,7 +318,8 @@ OSStatus PageRangeInputEventHandler(EventHandlerCallRef next, EventRef event, vo
     const auto string = CFRef<CFStringRef>::adopt(
         CFStringCreateWithCharacters(kCFAllocatorDefault, text.data(), static_cast<CFIndex>(text.size())));
     if (!PageRangeValidateInput(string.get())) {
-        return Refuse();
+        SysBeep(1);  // the dialogs say at the field what a page list is
+        return noErr;
     }
     return PassOn(next, event, FieldOf(event), WindowTarget);
 }

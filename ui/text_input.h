@@ -2,10 +2,10 @@
 //
 // Each handler looks at text ('text', 2) before the field takes it: typed, pasted or composed. Text of control
 // characters alone stands for an editing action (deletion, cut, undo) and always passes. Refused text makes the
-// system beep and never reaches the field; text that passes is in the field when the handler sends its word of it:
-// an event of class 'TPDE' and kind 'ICno' when the field is now empty, 'ICso' when it is not, with the field as the
-// direct object. Lengths are in UTF-16 code units, of the text as it will be once the selection has been replaced.
-// Digits are the decimal digits of every script.
+// system beep, never reaches the field, and has a tag there say what the field takes; text that passes is in the field
+// when the handler sends its word of it: an event of class 'TPDE' and kind 'ICno' when the field is now empty, 'ICso'
+// when it is not, with the field as the direct object. Lengths are in UTF-16 code units, of the text as it will be once
+// the selection has been replaced. Digits are the decimal digits of every script.
 #pragma once
 
 #include "platform/toolbox/Controls.h"

@@ -10,6 +10,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QToolTip>
 #include <memory>
 
 namespace {
@@ -88,6 +89,8 @@ TEST_F(TextInputTest, LengthHoldsOnEveryRoadAndTheFieldHearsOfEachChange) {
     compose("x");
     EXPECT_EQ(content(), "abc");
     EXPECT_EQ(takeWords(), Words{});
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(QToolTip::text().isEmpty()) << "the field says why";
 
     key(Qt::Key_Backspace);
     compose("z");
