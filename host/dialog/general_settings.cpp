@@ -48,6 +48,7 @@ void GeneralSettings::showDocument(const Document& document) {
     pageCount_ = document.pageCount;
     setStaticText(control(kDocumentName), cfString(shortened(document.name)));
     tell({});
+    showPageFault();
 }
 
 void GeneralSettings::tell(const std::string& sentence) {
