@@ -8,10 +8,12 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 
+#include <utility>
 #include <vector>
 
 namespace {
 
+CFRef<CFURLRef> gProfile;  // which the first query reads: many printers have none
 CFRef<CFDictionaryRef> gDatabase;
 
 /// A dictionary inside another one; null when the key holds none.
@@ -57,24 +59,26 @@ CFArrayRef CreateSelection(CFDictionaryRef all, CFStringRef property, Condition 
 }
 
 CFDictionaryRef GetFeatures() {
+    if (const CFRef<CFURLRef> profile = std::exchange(gProfile, {})) {
+        const auto root = CFRef<CFTypeRef>::adopt(CreatePropertiesFromXMLFile(profile.get()));
+        if (CFGetTypeID(root.get()) == CFDictionaryGetTypeID()) {
+            gDatabase = CFRef<CFDictionaryRef>::retain(static_cast<CFDictionaryRef>(root.get()));
+        }
+    }
     return GetDictionary(gDatabase.get(), CFSTR("Features"));
 }
 
 }  // namespace
 
 void TDPInitialize() {
-    if (gDatabase) {
-        return;
-    }
-    const auto url = CFRef<CFURLRef>::adopt(
-        CFBundleCopyResourceURL(GetPDEBundle(), CFSTR("Device Profile"), CFSTR("plist"), nullptr));
-    const auto root = CFRef<CFTypeRef>::adopt(url ? CreatePropertiesFromXMLFile(url.get()) : nullptr);
-    if (CFGetTypeID(root.get()) == CFDictionaryGetTypeID()) {
-        gDatabase = CFRef<CFDictionaryRef>::retain(static_cast<CFDictionaryRef>(root.get()));
+    if (!gDatabase && !gProfile) {
+        gProfile = CFRef<CFURLRef>::adopt(
+            CFBundleCopyResourceURL(GetPDEBundle(), CFSTR("Device Profile"), CFSTR("plist"), nullptr));
     }
 }
 
 void TDPFinalize() {
+    gProfile = nullptr;
     gDatabase = nullptr;
 }
 

@@ -15,7 +15,8 @@
 #define kTDPSyntaxName CFSTR("Name")
 #define kTDPSyntaxNumber CFSTR("Number")
 
-/// Loads the database from the plug-in's bundle unless it is loaded. A missing or damaged file leaves it unloaded.
+/// Finds the database in the plug-in's bundle unless it is loaded; the first query reads it. A missing or damaged file
+/// leaves it unloaded.
 void TDPInitialize();
 void TDPFinalize();
 
