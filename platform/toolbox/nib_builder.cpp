@@ -168,6 +168,10 @@ private:
             QFont font = widget->font();
             font.setBold(property.value.toBool());
             widget->setFont(font);
+        } else if (auto* const popUp = dynamic_cast<PopUpButton*>(widget);
+                   popUp != nullptr && name == "sizeAdjustPolicy" &&
+                   property.value == static_cast<int>(QComboBox::AdjustToMinimumContentsLengthWithIcon)) {
+            popUp->holdWidth();
         } else {
             widget->setProperty(name.constData(), property.isText ? texts(property.value) : property.value);
         }

@@ -3,7 +3,11 @@
 #include "platform/toolbox/objects.h"
 
 #include <QKeyEvent>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -38,6 +42,21 @@ void PopUpButton::showPopup() {
         control->menu->aboutToShow();
     }
     QComboBox::showPopup();
+}
+
+QSize PopUpButton::heldSize() const {
+    constexpr int kLeastHeight = 14;  // these are Qt's own
+    constexpr int kAroundText = 2;
+    constexpr int kBesideIcon = 4;
+    const QFontMetrics metrics = fontMetrics();
+    const int text = metrics.horizontalAdvance(u'X') * minimumContentsLength();
+    const QSize icon = iconSize();
+    const int height = static_cast<int>(std::ceil(QFontMetricsF(metrics).height()));
+    const QSize contents(text + icon.width() + kBesideIcon,
+                         std::max({height, kLeastHeight, icon.height()}) + kAroundText);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, contents, this);
 }
 
 void PopUpButton::keyPressEvent(QKeyEvent* event) {

@@ -11,10 +11,19 @@ public:
 
     void showPopup() override;
 
+    /// Makes it as wide as its minimum contents length says, with room for an icon, whatever its items are. Qt's policy
+    /// of that name makes the list of the items at once, which most pop-ups never show.
+    void holdWidth() { holdsWidth_ = true; }
+    QSize sizeHint() const override { return holdsWidth_ ? heldSize() : QComboBox::sizeHint(); }
+    QSize minimumSizeHint() const override { return holdsWidth_ ? heldSize() : QComboBox::minimumSizeHint(); }
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
     bool actsAtOnce() const { return property("actsAtOnce").toBool(); }
+    QSize heldSize() const;
+
+    bool holdsWidth_ = false;
 };
