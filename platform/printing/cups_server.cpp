@@ -247,8 +247,18 @@ FetchedQueue askForQueue(const std::string& destination) {
         return {answer.status, answer.reason, {}};
     }
     FetchedQueue fetched = fetchPPD(server, queue);
-    fetched.value.options = defaultsIn(answer.value.get());
-    setOptions(&fetched.value.options, saved.optionsOf(destination));
+    if (fetched.status != noErr) {
+        return fetched;
+    }
+    const std::string path = fetched.value.ppd->path();
+    std::string reason;
+    fetched.value.file = openPPDFile(path, &reason);
+    if (!fetched.value.file) {
+        return {kPMUnusableDescription, "its PPD " + reason, {}};
+    }
+    OptionList options = defaultsIn(answer.value.get());
+    setOptions(&options, saved.optionsOf(destination));
+    fetched.value.start = sortOptions(*fetched.value.file, path, options);
     return fetched;
 }
 

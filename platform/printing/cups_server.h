@@ -6,8 +6,9 @@
 #pragma once
 
 #include "platform/foundation/CFBase.h"
-#include "platform/printing/option_list.h"
+#include "platform/printing/ppd_cache.h"
 #include "platform/printing/private_file.h"
+#include "platform/printing/starting_options.h"
 
 #include <chrono>
 #include <future>
@@ -39,8 +40,9 @@ ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds);
 
 /// What a server, and the user's settings for it, know of a queue.
 struct QueueDescription {
-    std::shared_ptr<PrivateFile> ppd;  // a copy
-    OptionList options;                // the server's own defaults with the user's (lpoptions) on top
+    std::shared_ptr<PrivateFile> ppd;     // a copy
+    std::shared_ptr<const PPDFile> file;  // the copy, read
+    StartingOptions start;                // the server's own defaults with the user's (lpoptions) on top
 };
 
 /// Fetches the description of a queue ("queue") or of an instance of one ("queue/instance"). kPMNoSuchPrinter,

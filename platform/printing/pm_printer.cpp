@@ -66,15 +66,9 @@ OSStatus PMPrinterCreateFromPrinterID(CFStringRef destination, PMPrinter* printe
     if (answer.status != noErr) {
         return failWith(answer.status, name, answer.reason);
     }
-    const std::string path = answer.value.ppd->path();
-    std::string reason;
-    auto ppd = openPPDFile(path, &reason);
-    if (!ppd) {
-        return failWith(kPMUnusableDescription, name, "its PPD " + reason);
-    }
-    *printer = new OpaquePMPrinter(std::move(ppd), path, name);
+    *printer = new OpaquePMPrinter(answer.value.file, answer.value.ppd->path(), name);
     (*printer)->ppdCopy = answer.value.ppd;
-    (*printer)->start = sortOptions((*printer)->ppd, path, answer.value.options);
+    (*printer)->start = answer.value.start;
     return noErr;
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/files/file_stamp.h"
 
+#include <mutex>
+
 namespace {
 
 struct OpenPPD {
@@ -9,15 +11,22 @@ struct OpenPPD {
     std::weak_ptr<const PPDFile> file;
 };
 
-std::map<std::string, OpenPPD>& openPPDs() {
-    static auto* const all = new std::map<std::string, OpenPPD>;
-    return *all;
+struct OpenPPDs {
+    std::mutex mutex;
+    std::map<std::string, OpenPPD> all;
+};
+
+OpenPPDs& openPPDs() {
+    static auto* const open = new OpenPPDs;
+    return *open;
 }
 
 }  // namespace
 
 std::shared_ptr<const PPDFile> openPPDFile(const std::string& path, std::string* reason) {
-    auto& all = openPPDs();
+    OpenPPDs& open = openPPDs();
+    const std::lock_guard lock(open.mutex);
+    auto& all = open.all;
     std::erase_if(all, [](const auto& entry) { return entry.second.file.expired(); });
     const auto stamp = stampOf(path);  // before it is read: a file that changes meanwhile is read again next time
     if (const auto known = all.find(path); known != all.end() && known->second.stamp == stamp) {

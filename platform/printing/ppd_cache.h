@@ -6,5 +6,5 @@
 #include <memory>
 
 /// The PPD at the path as readPPDFile() reads it; the same object as long as somebody holds it and the file is the
-/// same. Null with the reason. For one thread only.
+/// same. Null with the reason.
 std::shared_ptr<const PPDFile> openPPDFile(const std::string& path, std::string* reason);
