@@ -98,13 +98,17 @@ std::optional<std::string> askForDefault(ServerConnection& server) {
     return name == nullptr ? std::string() : std::string(ippGetString(name, 0, nullptr));
 }
 
-DefaultQueue askForUsersDefault(int timeoutMilliseconds) {
+/// A conversation that may go on with a further question.
+using Conversation = std::optional<ServerConnection>;
+
+DefaultQueue askForUsersDefault(Conversation* server, int timeoutMilliseconds) {
     if (std::string saved = SavedDestinations::read().defaultName(); !saved.empty()) {
         return {noErr, {}, std::move(saved)};
     }
-    ServerConnection server(timeoutMilliseconds);
-    auto name = server.get() == nullptr ? std::nullopt : askForDefault(server);
-    return name ? DefaultQueue{noErr, {}, std::move(*name)} : DefaultQueue{kPMServerNotResponding, server.fault(), {}};
+    server->emplace(timeoutMilliseconds);
+    auto name = (*server)->get() == nullptr ? std::nullopt : askForDefault(**server);
+    return name ? DefaultQueue{noErr, {}, std::move(*name)}
+                : DefaultQueue{kPMServerNotResponding, (*server)->fault(), {}};
 }
 
 std::vector<std::string> namesIn(ipp_t* answer) {
@@ -235,13 +239,18 @@ ServerAnswer<IPPMessage> askAboutQueue(ServerConnection& server, const std::stri
     return {noErr, {}, std::move(answer)};
 }
 
-FetchedQueue askForQueue(const std::string& destination) {
+FetchedQueue askForQueue(Conversation* conversation, const std::string& destination) {
     const std::string queue = queueOf(destination);
     const SavedDestinations saved = SavedDestinations::read();
     if (destination != queue && !saved.knows(destination)) {
         return {kPMNoSuchPrinter, "no options are saved under this name (lpoptions)", {}};
     }
-    ServerConnection server(serverPatience().questionMilliseconds);
+    if (*conversation) {
+        (*conversation)->allow(serverPatience().questionMilliseconds);
+    } else {
+        conversation->emplace(serverPatience().questionMilliseconds);
+    }
+    ServerConnection& server = **conversation;
     const auto answer = askAboutQueue(server, queue, {"printer-defaults"});
     if (answer.status != noErr) {
         return {answer.status, answer.reason, {}};
@@ -314,18 +323,24 @@ void askAhead(const std::string& destination, int timeoutMilliseconds) {
     ahead = {std::nullopt, destination, Asked<FetchedQueue>()};
     const auto queue = ahead.queue->question;
     if (!destination.empty()) {
-        askAside<FetchedQueue>(*ahead.queue, [destination] { return askForQueue(destination); });
+        askAside<FetchedQueue>(*ahead.queue, [destination] {
+            Conversation server;
+            return askForQueue(&server, destination);
+        });
         return;
     }
     ahead.defaultQueue.emplace();
     std::thread([name = ahead.defaultQueue->question, queue, timeoutMilliseconds] {
         std::string found;
-        name->put([timeoutMilliseconds, &found] {
-            DefaultQueue answer = askForUsersDefault(timeoutMilliseconds);
+        Conversation server;
+        name->put([timeoutMilliseconds, &found, &server] {
+            DefaultQueue answer = askForUsersDefault(&server, timeoutMilliseconds);
             found = answer.value;
             return answer;
         });
-        queue->put([&found] { return found.empty() ? FetchedQueue{kPMNoSuchPrinter, {}, {}} : askForQueue(found); });
+        queue->put([&found, &server] {
+            return found.empty() ? FetchedQueue{kPMNoSuchPrinter, {}, {}} : askForQueue(&server, found);
+        });
     }).detach();
 }
 
@@ -343,8 +358,12 @@ ServerAnswer<std::string> findDefaultQueue(int timeoutMilliseconds) {
         ahead.name = answer.value;
         return answer;
     }
-    return answerInTime<DefaultQueue>([timeoutMilliseconds] { return askForUsersDefault(timeoutMilliseconds); },
-                                      timeoutMilliseconds);
+    return answerInTime<DefaultQueue>(
+        [timeoutMilliseconds] {
+            Conversation server;
+            return askForUsersDefault(&server, timeoutMilliseconds);
+        },
+        timeoutMilliseconds);
 }
 
 ServerAnswer<QueueDescription> fetchQueue(const std::string& destination) {
@@ -352,8 +371,12 @@ ServerAnswer<QueueDescription> fetchQueue(const std::string& destination) {
     if (ahead.queue && ahead.name == destination) {
         return ahead.queue->await(serverPatience().questionMilliseconds);
     }
-    return answerInTime<FetchedQueue>([destination] { return askForQueue(destination); },
-                                      serverPatience().questionMilliseconds);
+    return answerInTime<FetchedQueue>(
+        [destination] {
+            Conversation server;
+            return askForQueue(&server, destination);
+        },
+        serverPatience().questionMilliseconds);
 }
 
 ServerAnswer<QueueState> examineQueue(const std::string& queue, const std::shared_ptr<PrivateFile>& ppd) {
