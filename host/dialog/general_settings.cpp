@@ -15,6 +15,7 @@ namespace {
 // The items of the radio group of pages.
 constexpr SInt32 kAllPages = 1;
 constexpr SInt32 kSomePages = 2;
+constexpr SInt32 kCurrentPageOnly = 3;
 
 CFStringRef faultText(PageRangeFault fault) {
     switch (fault) {
@@ -47,6 +48,9 @@ GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Docu
 void GeneralSettings::showDocument(const Document& document) {
     pageCount_ = document.pageCount;
     setStaticText(control(kDocumentName), cfString(shortened(document.name)));
+    SetControlTitleWithCFString(control(kCurrentPage),
+                                localized(texts_, CFSTR("Current Page"), std::to_string(currentPage_)).get());
+    SetControlVisibility(control(kCurrentPage), currentPage_ > 0 && currentPage_ <= pageCount_, true);
     tell({});
     showPageFault();
 }
@@ -184,8 +188,8 @@ void GeneralSettings::orientationChosen() {
 }
 
 PageRangeFault GeneralSettings::takePages() {
-    if (GetControl32BitValue(control(kPages)) == kAllPages) {
-        session_->setPageRange({});
+    if (const SInt32 pages = GetControl32BitValue(control(kPages)); pages != kSomePages) {
+        session_->setPageRange(pages == kCurrentPageOnly ? std::to_string(currentPage_) : std::string());
         return PageRangeFault::none;
     }
     const PageRange range = typedPages();

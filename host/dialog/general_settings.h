@@ -26,6 +26,8 @@ public:
     void showDocument(const Document& document);
     /// How many are printed.
     void setDocumentCount(std::size_t count) { documentCount_ = count; }
+    /// The page that the user was looking at, which is offered if the document has it; 0 for none.
+    void setCurrentPage(int page) { currentPage_ = page; }
     /// Says something in the place of its pages; empty for the pages.
     void tell(const std::string& sentence);
 
@@ -66,6 +68,7 @@ private:
     CFBundleRef texts_;
     std::int64_t pageCount_ = 0;
     std::size_t documentCount_ = 1;
+    int currentPage_ = 0;
     ChangeShared changeShared_;
     PaperSizeMenu paperSizes_;
     PaperSourceMenu paperSources_;

@@ -117,6 +117,7 @@ void PrintDialog::makePresets() {
 void PrintDialog::makeDocuments() {
     setup_.documents.scripted = setup_.scripted;
     general_->setDocumentCount(setup_.documents.paths.size());
+    general_->setCurrentPage(setup_.job.currentPage);
     general_->showDocument(setup_.job.document);
     preparedFor_ = paperOf(*session_);
     documents_.emplace(window_, bundle_, std::move(setup_.documents),

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 #include <unistd.h>
 
@@ -45,6 +46,8 @@ constexpr std::array kOptions{
               "write the printer-ready job there instead of sending it"},
     OptionRow{"--pdf-out", "FILE.pdf", Group::job, &CommandLine::pdfOut,
               "write the pages as they will be printed there, as a PDF, instead of sending them"},
+    OptionRow{"--current-page", "PAGE", Group::job, &CommandLine::currentPage,
+              "the page that the user looks at, which the dialog then offers to print"},
     OptionRow{"--check", nullptr, Group::script, &CommandLine::check,
               "print which settings cannot go together, a line each, then leave"},
     OptionRow{"--proof", "FILE", Group::script, &CommandLine::proof,
@@ -166,6 +169,12 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (!line.jobOut.empty() && !line.pdfOut.empty()) {
         return usage("--job-out and --pdf-out are two files for one job");
     }
+    if (!line.currentPage.empty() && pageNumber(line.currentPage) == 0) {
+        return usage("--current-page " + line.currentPage + ": is not the number of a page");
+    }
+    if (!line.currentPage.empty() && (line.documents.size() > 1 || line.print || line.check)) {
+        return usage("--current-page is an offer of the dialog, for one document");
+    }
     if (!line.script.empty() && line.listControls) {
         return usage("--script and --list-controls do not go together");
     }
@@ -206,6 +215,12 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
 }
 
 }  // namespace
+
+int pageNumber(const std::string& text) {
+    int page = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), page);
+    return error == std::errc() && end == text.data() + text.size() && page > 0 ? page : 0;
+}
 
 Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments) {
     CommandLine line;

@@ -17,6 +17,7 @@ struct CommandLine {
     std::string ticketOut;
     std::string jobOut;
     std::string pdfOut;
+    std::string currentPage;
     std::string script;
     std::string shots;
     std::string proof;
@@ -29,6 +30,9 @@ struct CommandLine {
     /// Nobody is at the screen.
     bool isScripted() const { return !script.empty() || listControls; }
 };
+
+/// A page of a document by its number, from 1; 0 for what is none.
+int pageNumber(const std::string& text);
 
 /// Reads the arguments behind the program's name. The failure is one line without the program's name.
 Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments);

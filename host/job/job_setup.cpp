@@ -51,5 +51,6 @@ Result<JobSetup> openJobSetup(const CommandLine& line, const std::string& sample
     if (!settings) {
         return settings.failure();
     }
-    return JobSetup{{}, *printer, *settings, originOf(line), *installed, line.ticketOut, targetOf(line)};
+    return JobSetup{{},         *printer,       *settings,      originOf(line),
+                    *installed, line.ticketOut, targetOf(line), pageNumber(line.currentPage)};
 }

@@ -18,6 +18,7 @@ struct JobSetup {
     CFRef<CFDictionaryRef> installedOptions;  // main keyword to option keyword; null for the printer's own
     std::string ticketOut;                    // where the settings are written; may be empty
     JobTarget target;
+    int currentPage = 0;  // of the document, which the user was looking at; 0 when nobody has said
 };
 
 /// Opens everything that the command line names and that may be missing or broken, but for the document, which is being

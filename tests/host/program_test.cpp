@@ -330,6 +330,16 @@ TEST_F(Program, RunsTheExampleOfAWatermark) {
     }
 }
 
+TEST_F(Program, OffersThePageThatTheUserLooksAt) {
+    auto options = outputs();
+    options.insert(options.end(), {"--current-page", "4"});
+    const Run run = script("expect Host:35 enabled\nset Host:30 3\nok", options);
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_TRUE(hasPair(settings(), "com.apple.print.PrintSettings.PMPageRange", "<string>4</string>"));
+    EXPECT_EQ(script("expect Host:35 hidden\ncancel", {"--current-page", "11"}).status, 1) << "ten pages";
+    EXPECT_EQ(script("cancel", {"--current-page", "0"}).status, 2);
+}
+
 TEST_F(Program, WritesItsOwnSettingsAndStartsFromThem) {
     const Run first = script(
         "set Host:20 3\nclick Host:21\nexpect Host:21 value 0\nset Host:41 2\nchoose Host:40 \"A4 (210 x 297 mm)\"\n"
