@@ -1,8 +1,7 @@
 #include "core/feature_database.h"
 
-#include "model/plugin_state.h"
+#include "tests/plugin/profile_fixture.h"
 #include "tests/printing/printing_fixture.h"
-#include "tests/support/test_bundle.h"
 
 #include <gtest/gtest.h>
 #include <vector>
@@ -41,20 +40,7 @@ constexpr char kProfile[] = R"(<?xml version="1.0" encoding="UTF-8"?><plist vers
   <key>Odd</key><string>no dictionary</string>
 </dict></dict></plist>)";
 
-class FeatureDatabase : public testing::Test {
-protected:
-    void load(const std::string& profile) {
-        bundle_.add("Resources/Device Profile.plist", profile);
-        SetPDEBundle(bundle_.bundle());
-        TDPInitialize();
-    }
-    void TearDown() override {
-        TDPFinalize();
-        SetPDEBundle(nullptr);
-    }
-
-    TestBundle bundle_;
-};
+using FeatureDatabase = ProfileTest;
 
 /// The dictionaries of an array that the test owns.
 std::vector<CFDictionaryRef> elements(CFArrayRef array) {

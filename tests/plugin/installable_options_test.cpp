@@ -1,9 +1,8 @@
 #include "core/installable_options.h"
 
-#include "core/feature_database.h"
 #include "core/model_features.h"
-#include "model/plugin_state.h"
 #include "tests/model/session.h"
+#include "tests/plugin/profile_fixture.h"
 #include "tests/support/places.h"
 #include "tests/support/test_bundle.h"
 
@@ -168,20 +167,7 @@ std::vector<std::string> rowsOf(const InstalledFeature* row) {
     return rows;
 }
 
-class ModelsOfTheProfile : public testing::Test {
-protected:
-    void load(const std::string& profile) {
-        bundle_.add("Resources/Device Profile.plist", profile);
-        SetPDEBundle(bundle_.bundle());
-        TDPInitialize();
-    }
-    void TearDown() override {
-        TDPFinalize();
-        SetPDEBundle(nullptr);
-    }
-
-    TestBundle bundle_;
-};
+using ModelsOfTheProfile = ProfileTest;
 
 TEST_F(ModelsOfTheProfile, TheOfficeModelsAreThoseOfTheFixedTable) {
     std::ifstream file(sourcePath("resources/device/Device Profile.plist"));
