@@ -23,16 +23,13 @@ std::string number(double value) {
 
 /// A printer that has the paper and nothing else: by no other way do all filters hear of a size.
 std::string paperOnly(double width, double height) {
-    std::string ppd =
+    const std::string ppd =
         "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: \"1.0\"\n*LanguageVersion: English\n"
         "*LanguageEncoding: ISOLatin1\n*PCFileName: \"PAPER.PPD\"\n*Manufacturer: \"Paper\"\n*Product: \"(Paper)\"\n"
         "*ModelName: \"Paper\"\n*ShortNickName: \"Paper\"\n*NickName: \"Paper\"\n*PSVersion: \"(3010.000) 0\"\n"
-        "*LanguageLevel: \"3\"\n*ColorDevice: True\n*DefaultColorSpace: RGB\n";
-    for (const char* keyword : {"PageSize", "PageRegion"}) {
-        const std::string name(keyword);
-        ppd += "*OpenUI *" + name + ": PickOne\n*Default" + name + ": Job\n*" + name + " Job: \"\"\n*CloseUI: *" +
-               name + "\n";
-    }
+        "*LanguageLevel: \"3\"\n*ColorDevice: True\n*DefaultColorSpace: RGB\n"
+        "*OpenUI *PageSize: PickOne\n*DefaultPageSize: Job\n*PageSize Job: \"\"\n*CloseUI: *PageSize\n"
+        "*OpenUI *PageRegion: PickOne\n*DefaultPageRegion: Job\n*PageRegion Job: \"\"\n*CloseUI: *PageRegion\n";
     return ppd + "*DefaultImageableArea: Job\n*ImageableArea Job: \"" + number(kMargin) + " " + number(kMargin) + " " +
            number(width - kMargin) + " " + number(height - kMargin) +
            "\"\n*DefaultPaperDimension: Job\n*PaperDimension Job: \"" + number(width) + " " + number(height) + "\"\n";
