@@ -401,8 +401,8 @@ TEST_F(PaperRow, JobsAndTheirController) {
 TEST_F(PaperRow, Images) {
     WatermarkRecord picture{};
     picture.kind = kImageWatermark;
-    std::string("dialog.png").copy(picture.fileName, sizeof picture.fileName - 1);
-    sourcePath("docs/images/dialog.png").copy(picture.filePath, sizeof picture.filePath - 1);
+    std::string("gray.png").copy(picture.fileName, sizeof picture.fileName - 1);
+    sourcePath("tests/data/gray.png").copy(picture.filePath, sizeof picture.filePath - 1);
     picture.scale = picture.density = 100;
     setenv("XDG_DATA_HOME", path("data").c_str(), 1);
     saveWatermarkData(kWatermarkStore, &picture);
@@ -414,7 +414,7 @@ TEST_F(PaperRow, Images) {
         {"watermark of the first page",
          mark + item("watermark.FirstPageOnly", 1) + pages("2-3"),
          "[P2] [P3]",
-         {"tavro-watermark=dialog.png"},
+         {"tavro-watermark=gray.png"},
          {0, 60}},
     });
     proofOf(mark + item("watermark.Option", 1) + pages("5-6"));
