@@ -168,10 +168,11 @@ private:
             QFont font = widget->font();
             font.setBold(property.value.toBool());
             widget->setFont(font);
-        } else if (auto* const popUp = dynamic_cast<PopUpButton*>(widget);
-                   popUp != nullptr && name == "sizeAdjustPolicy" &&
+        } else if (name == "sizeAdjustPolicy" &&
                    property.value == static_cast<int>(QComboBox::AdjustToMinimumContentsLengthWithIcon)) {
-            popUp->holdWidth();
+            if (auto* const popUp = dynamic_cast<PopUpButton*>(widget)) {
+                popUp->holdWidth();
+            }
         } else {
             widget->setProperty(name.constData(), property.isText ? texts(property.value) : property.value);
         }
