@@ -2,7 +2,6 @@
 
 #include "core/feature_database.h"
 #include "platform/foundation/CFNumber.h"
-#include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 
 #include <algorithm>
@@ -13,20 +12,6 @@ namespace {
 
 CFDictionaryRef DictionaryOf(CFTypeRef value) {
     return CFGetTypeID(value) == CFDictionaryGetTypeID() ? static_cast<CFDictionaryRef>(value) : nullptr;
-}
-
-bool HasModel(CFDictionaryRef feature, CFStringRef model) {
-    const CFTypeRef models = TDPGetFeatureProperty(feature, CFSTR("Models"));
-    if (CFGetTypeID(models) != CFArrayGetTypeID()) {
-        return false;
-    }
-    const auto* const list = static_cast<CFArrayRef>(models);
-    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
-        if (CFEqual(CFArrayGetValueAtIndex(list, i), model)) {
-            return true;
-        }
-    }
-    return false;
 }
 
 /// Calls `use` with each key of the dictionary that is a string, and its value.
@@ -45,11 +30,11 @@ void ForEach(CFDictionaryRef dictionary, Use use) {
 
 }  // namespace
 
-ModelFeatures::ModelFeatures(CFStringRef model) {
+ModelFeatures::ModelFeatures(CFStringRef model) : model_(CFRef<CFStringRef>::retain(model)) {
     const auto features = CFRef<CFArrayRef>::adopt(TDPGetFeaturesWithProperty(CFSTR("Models")));
     for (CFIndex i = 0; i < CFArrayGetCount(features.get()); ++i) {
         const auto* const feature = static_cast<CFDictionaryRef>(CFArrayGetValueAtIndex(features.get(), i));
-        if (HasModel(feature, model)) {
+        if (isOfModel(feature)) {
             isKnown_ = true;
             addOption(feature);
         }
@@ -62,6 +47,24 @@ ModelFeatures::ModelFeatures(CFStringRef model) {
     };
     std::ranges::sort(rows_, order);
     rows_.push_back({});
+}
+
+bool ModelFeatures::has(CFStringRef feature) const {
+    return isOfModel(TDPGetFeature(feature));
+}
+
+bool ModelFeatures::isOfModel(CFDictionaryRef feature) const {
+    const CFTypeRef models = TDPGetFeatureProperty(feature, CFSTR("Models"));
+    if (CFGetTypeID(models) != CFArrayGetTypeID()) {
+        return false;
+    }
+    const auto* const list = static_cast<CFArrayRef>(models);
+    for (CFIndex i = 0; i < CFArrayGetCount(list); ++i) {
+        if (CFEqual(CFArrayGetValueAtIndex(list, i), model_.get())) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void ModelFeatures::addOption(CFDictionaryRef feature) {

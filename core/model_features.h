@@ -9,6 +9,7 @@
 
 #include "core/installable_options.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFRef.h"
 
 #include <deque>
 #include <string>
@@ -23,14 +24,18 @@ public:
 
     /// Whether the database has anything of the model.
     bool isKnown() const { return isKnown_; }
+    /// Whether the model has a feature of the database, such as a window of the plug-in that only some models have.
+    bool has(CFStringRef feature) const;
     /// The rows, sorted by option, keyword and feature key, and the one that ends them; valid as long as this object.
     const InstalledFeature* table() const { return rows_.data(); }
 
 private:
+    bool isOfModel(CFDictionaryRef feature) const;
     void addOption(CFDictionaryRef feature);
     void addKeyword(const char* mainKeyword, CFStringRef keyword, CFDictionaryRef installs);
     const char* keep(CFTypeRef string);
 
+    CFRef<CFStringRef> model_;
     bool isKnown_ = false;
     std::deque<std::string> texts_;  // which the rows point to
     std::vector<InstalledFeature> rows_;

@@ -89,3 +89,7 @@ void UnloadPrinterFeatures() {
     PPDReleaseGlobalUIDictionary();
     TDPFinalize();
 }
+
+bool HasModelFeature(CFStringRef feature) {
+    return gModelFeatures && gModelFeatures->has(feature);
+}

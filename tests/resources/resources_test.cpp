@@ -22,6 +22,7 @@ struct Served {
     const char* bundle;     // path in the stage
     const char* nibFolder;  // path in the sources
     QStringList sources;
+    bool hasDeviceProfile = false;
 
     QString resources() const { return QString::fromStdString(stagePath(std::string(bundle) + "/Contents/Resources")); }
     /// As Designer has them: what is served is compiled.
@@ -37,7 +38,8 @@ struct Served {
 const Served kPlugIn{"plugins/TavroFeatures.plugin",
                      "resources/nibs",
                      {QStringLiteral("model"), QStringLiteral("core"), QStringLiteral("ui"), QStringLiteral("panels"),
-                      QStringLiteral("jobtypes"), QStringLiteral("watermark")}};
+                      QStringLiteral("jobtypes"), QStringLiteral("watermark")},
+                     true};
 const Served kEditor{"plugins/TavroFeatures.plugin/Contents/PlugIns/WatermarkEditor.bundle",
                      "resources/watermark_editor",
                      {QStringLiteral("watermark/editor")}};
@@ -74,7 +76,7 @@ TEST_P(Resources, TextsAreThoseAskedFor) {
     // A key may reach its look-up by way of a constant or a function, so a key is in use when a source names it at all.
     const QSet<QString> named = LiteralsInSources(GetParam().sources);
     KeysByTable asked = TextKeysInSources(GetParam().sources);
-    asked[QStringLiteral("Localizable")];
+    asked[QStringLiteral("Localizable")] += GetParam().hasDeviceProfile ? InDeviceProfile("Name") : QSet<QString>();
     for (const NibWindow& window : NibWindowsBelow(GetParam().nibs())) {
         asked[window.nib] += window.texts;
     }
@@ -131,7 +133,8 @@ TEST_P(Resources, TheBundleReadsItsTexts) {
 }
 
 TEST_P(Resources, PicturesAreThoseAskedFor) {
-    const QSet<QString> asked = InEachColor(PicturesInSources(GetParam().sources));
+    QSet<QString> asked = InEachColor(PicturesInSources(GetParam().sources));
+    asked += GetParam().hasDeviceProfile ? InDeviceProfile("Picture") : QSet<QString>();
     QSet<QString> present;
     QDirIterator files(GetParam().resources(), {QStringLiteral("*.gif"), QStringLiteral("*.png")}, QDir::Files,
                        QDirIterator::Subdirectories);

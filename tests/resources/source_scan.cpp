@@ -123,6 +123,16 @@ QSet<QString> LiteralsInSources(const QStringList& folders) {
     return {literals.begin(), literals.end()};
 }
 
+QSet<QString> InDeviceProfile(const QString& key) {
+    const QRegularExpression entry(QStringLiteral("<key>%1</key><string>([^<]*)</string>").arg(key));
+    const QString profile = Read(QString::fromStdString(sourcePath("resources/device/Device Profile.plist")));
+    QSet<QString> values;
+    for (auto matches = entry.globalMatch(profile); matches.hasNext();) {
+        values.insert(matches.next().captured(1));
+    }
+    return values;
+}
+
 QSet<QString> PicturesInSources(const QStringList& folders) {
     static const QRegularExpression picture(QStringLiteral(R"(.\.(gif|png)$)"));
     QSet<QString> pictures = LiteralsInSources(folders);

@@ -13,6 +13,9 @@ using KeysByTable = QMap<QString, QSet<QString>>;
 /// and in the rows of setting maps and of installed features.
 KeysByTable TextKeysInSources(const QStringList& folders);
 
+/// The values that the device profile has for a key, such as the text keys of "Name".
+QSet<QString> InDeviceProfile(const QString& key);
+
 /// The picture files that the C++ sources below the folders name.
 QSet<QString> PicturesInSources(const QStringList& folders);
 
