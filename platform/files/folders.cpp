@@ -1,9 +1,13 @@
 #include "platform/files/folders.h"
 
+#include "platform/foundation/CFString.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -50,6 +54,24 @@ bool makeFolder(const std::string& path) {
     return mkdir(path.c_str(), 0700) == 0 || isFolder(path);
 }
 
+bool isPlainFile(const std::string& path) {
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// Where files of the product's own may lie, the user's first.
+std::vector<std::string> dataFolders() {
+    std::vector<std::string> folders{folderPath(kPlaces[1])};
+    const char* const listed = std::getenv("XDG_DATA_DIRS");
+    std::istringstream system(listed != nullptr && *listed != '\0' ? listed : "/usr/local/share:/usr/share");
+    for (std::string folder; std::getline(system, folder, ':');) {
+        if (folder.starts_with('/')) {
+            folders.push_back(folder + "/tavro");
+        }
+    }
+    return folders;
+}
+
 }  // namespace
 
 OSStatus FSFindFolder(SInt16 domain, OSType kind, Boolean create, FSRef* folder) {
@@ -73,4 +95,20 @@ OSStatus FSpDirCreate(CFURLRef folder) {
     }
     const auto* const name = reinterpret_cast<const char*>(path);
     return mkdir(name, 0700) == 0 || isFolder(name) ? noErr : fnfErr;
+}
+
+CFURLRef FSCopyDataFileURL(CFStringRef name) {
+    char text[sizeof(FSRef::path)];
+    if (!CFStringGetCString(name, text, sizeof text, kCFStringEncodingUTF8)) {
+        return nullptr;
+    }
+    for (const std::string& folder : dataFolders()) {
+        const std::string path = folder + '/' + text;
+        if (!folder.empty() && isPlainFile(path)) {
+            return CFURLCreateFromFileSystemRepresentation(kCFAllocatorDefault,
+                                                           reinterpret_cast<const UInt8*>(path.data()),
+                                                           static_cast<CFIndex>(path.size()), false);
+        }
+    }
+    return nullptr;
 }

@@ -17,3 +17,7 @@ OSStatus FSFindFolder(SInt16 domain, OSType kind, Boolean create, FSRef* folder)
 /// Makes the folder at the address (0700) inside one that exists; a folder that is there stays as it is. fnfErr when
 /// there is none afterwards.
 OSStatus FSpDirCreate(CFURLRef folder);
+
+/// The first plain file with that name, which may begin with folders, below the user's data folder or the system's:
+/// "tavro" in $XDG_DATA_DIRS, else in /usr/local/share and /usr/share. A new URL; null when there is none.
+CFURLRef FSCopyDataFileURL(CFStringRef name);

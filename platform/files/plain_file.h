@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/files/descriptor.h"
+#include "platform/files/read_fault.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 
@@ -18,6 +19,3 @@ Descriptor openPlainFile(const std::string& path, std::int64_t maximum);
 
 /// All bytes of a plain file. Null on failure, with errno set as above.
 CFRef<CFMutableDataRef> readPlainFile(const std::string& path, std::int64_t maximum);
-
-/// Why a file could not be read, for people: the error number (errno.h) of a call with that maximum.
-std::string readFault(int error, std::int64_t maximum);

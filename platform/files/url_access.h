@@ -7,7 +7,7 @@
 inline constexpr CFIndex kMaximumFileBytes = CFIndex{256} * 1024 * 1024;
 
 /// Reads the plain file at the address into new data. False when it cannot be read, with a POSIX error number (errno.h)
-/// in *error: EINVAL for a pipe, a socket or a device, which nobody waits for; readFault (plain_file.h) has its words.
+/// in *error: EINVAL for a pipe, a socket or a device, which nobody waits for; readFault (read_fault.h) has its words.
 /// The property arguments of the platform's call are not supported and must be null.
 Boolean CFURLCreateDataAndPropertiesFromResource(CFAllocatorRef allocator, CFURLRef url, CFDataRef* data,
                                                  CFDictionaryRef* properties, CFArrayRef desiredProperties,
