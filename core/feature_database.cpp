@@ -1,13 +1,18 @@
 #include "core/feature_database.h"
 
 #include "model/plugin_state.h"
+#include "platform/files/read_fault.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/CFURL.h"
+#include "platform/foundation/terminal_text.h"
 
+#include <cstdio>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -58,14 +63,54 @@ CFArrayRef CreateSelection(CFDictionaryRef all, CFStringRef property, Condition 
     return selection;
 }
 
-CFDictionaryRef GetFeatures() {
+CFDictionaryRef GetRoot() {
     if (const CFRef<CFURLRef> profile = std::exchange(gProfile, {})) {
         const auto root = CFRef<CFTypeRef>::adopt(CreatePropertiesFromXMLFile(profile.get()));
         if (CFGetTypeID(root.get()) == CFDictionaryGetTypeID()) {
             gDatabase = CFRef<CFDictionaryRef>::retain(static_cast<CFDictionaryRef>(root.get()));
         }
     }
-    return GetDictionary(gDatabase.get(), CFSTR("Features"));
+    return gDatabase.get();
+}
+
+CFDictionaryRef GetFeatures() {
+    return GetDictionary(GetRoot(), CFSTR("Features"));
+}
+
+/// The dictionary that a file holds; null, and the reason printed, when it holds none.
+CFRef<CFDictionaryRef> ReadProfile(CFURLRef file) {
+    CFDataRef data = nullptr;
+    CFStringRef error = nullptr;
+    SInt32 fault = 0;
+    CFRef<CFTypeRef> root;
+    if (CFURLCreateDataAndPropertiesFromResource(kCFAllocatorDefault, file, &data, nullptr, nullptr, &fault)) {
+        const auto owned = CFRef<CFDataRef>::adopt(data);
+        root = CFRef<CFTypeRef>::adopt(
+            CFPropertyListCreateFromXMLData(kCFAllocatorDefault, data, kCFPropertyListImmutable, &error));
+    }
+    const auto reason = CFRef<CFStringRef>::adopt(error);
+    if (CFGetTypeID(root.get()) == CFDictionaryGetTypeID()) {
+        return CFRef<CFDictionaryRef>::retain(static_cast<CFDictionaryRef>(root.get()));
+    }
+    UInt8 path[sizeof(FSRef::path)] = {};
+    CFURLGetFileSystemRepresentation(file, true, path, sizeof path);
+    char text[256] = "it holds no dictionary";
+    CFStringGetCString(reason.get(), text, sizeof text, kCFStringEncodingUTF8);
+    printLine(stderr, reinterpret_cast<const char*>(path) + std::string(": ") +
+                          (fault != 0 ? readFault(fault, kMaximumFileBytes) : text));
+    return {};
+}
+
+/// A new dictionary of the entries of both; those of `additions` go before.
+CFRef<CFMutableDictionaryRef> CopyWith(CFDictionaryRef dictionary, CFDictionaryRef additions) {
+    auto all = CFRef<CFMutableDictionaryRef>::adopt(
+        dictionary != nullptr ? CFDictionaryCreateMutableCopy(kCFAllocatorDefault, 0, dictionary)
+                              : CFDictionaryCreateMutable(kCFAllocatorDefault, 0, &kCFTypeDictionaryKeyCallBacks,
+                                                          &kCFTypeDictionaryValueCallBacks));
+    for (const Entry& entry : GetEntries(additions)) {
+        CFDictionarySetValue(all.get(), entry.key, entry.dictionary);
+    }
+    return all;
 }
 
 }  // namespace
@@ -80,6 +125,24 @@ void TDPInitialize() {
 void TDPFinalize() {
     gProfile = nullptr;
     gDatabase = nullptr;
+}
+
+bool TDPAddProfile(CFURLRef file) {
+    const CFRef<CFDictionaryRef> added = ReadProfile(file);
+    if (!added) {
+        return false;
+    }
+    const auto root = CopyWith(GetRoot(), nullptr);
+    for (const CFStringRef part : {CFSTR("Features"), CFSTR("Models")}) {
+        const auto merged = CopyWith(GetDictionary(root.get(), part), GetDictionary(added.get(), part));
+        CFDictionarySetValue(root.get(), part, merged.get());
+    }
+    gDatabase = CFRef<CFDictionaryRef>::retain(root.get());
+    return true;
+}
+
+CFDictionaryRef TDPGetModel(CFStringRef name) {
+    return GetDictionary(GetDictionary(GetRoot(), CFSTR("Models")), name);
 }
 
 CFDictionaryRef TDPGetFeature(CFStringRef name) {

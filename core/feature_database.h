@@ -2,7 +2,8 @@
 //
 // Its root has "Features", a dictionary of feature dictionaries by name. A feature has "Properties" (name to value) and
 // "Syntax", which says how its value is written: under "Keyword" a dictionary of keyword dictionaries (each with its
-// own "Properties" and perhaps "Default": true), under "Name" or "Number" a dictionary that may hold "Default".
+// own "Properties" and perhaps "Default": true), under "Name" or "Number" a dictionary that may hold "Default". Beside
+// "Features" the root may have "Models", dictionaries of what is true of a model as a whole (core/model_features.h).
 //
 // Everything that is handed out is lent and valid until TDPFinalize, arrays apart, which are new. While the database is
 // not loaded, nothing is found.
@@ -19,9 +20,14 @@
 /// leaves it unloaded.
 void TDPInitialize();
 void TDPFinalize();
+/// Takes over the features and models of another file of that form, in the place of those of the same names; what was
+/// lent before is no longer valid. False, and nothing is changed, when it cannot be read: the reason is then printed.
+bool TDPAddProfile(CFURLRef file);
 
 /// A feature by name; null when there is none.
 CFDictionaryRef TDPGetFeature(CFStringRef name);
+/// What is said of a model by its name without the maker's; null when nothing is.
+CFDictionaryRef TDPGetModel(CFStringRef name);
 /// A new array of the features that have the property with that value; with any value when it is null.
 CFArrayRef TDPGetFeaturesWithPropertyAndValue(CFStringRef property, CFTypeRef value);
 CFArrayRef TDPGetFeaturesWithProperty(CFStringRef property);

@@ -38,5 +38,8 @@ Boolean getInstallableOptionTicketValue(CFStringRef featureKey, SInt32* value);
 /// name, the constant CFSTR("STRING NOT FOUND"), which is not to be released; compare the pointers to tell.
 CFStringRef CopyLocalizedStringForInstalledFeatureFromPlugin(CFStringRef featureKey, CFBundleRef bundle);
 
-/// The file name of the picture of the device as it is installed, constant; null when the cache lacks Option1.
+/// The file name of the picture of the device as it is installed, constant or the feature database's. A model's
+/// "Pictures" in the database are dictionaries, each with its file's name under "Picture" and the options with which it
+/// is the one under their main keywords; the first that fits is taken. Where there are none, the pictures are those of
+/// the office models. Null when the cache lacks Option1.
 CFStringRef GetDeviceMimic();

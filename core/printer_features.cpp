@@ -2,8 +2,8 @@
 
 #include "core/feature_database.h"
 #include "core/installable_options.h"
-#include "core/model_features.h"
 #include "core/panel_interface.h"
+#include "core/printer_model.h"
 #include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/ticket_access.h"
@@ -11,7 +11,6 @@
 #include <array>
 #include <cstdio>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -46,19 +45,6 @@ std::string ModelOf(PPDContext context) {
     return name;
 }
 
-std::optional<ModelFeatures> gModelFeatures;
-
-/// The features of the printer's model. The two office models have theirs in code, and so has, as the nearest, a model
-/// that the database does not know.
-const InstalledFeature* TableOf(PPDContext context) {
-    const std::string model = ModelOf(context);
-    if (model == "ZR410" || model == "ZR420") {
-        return InstalledFeatures;
-    }
-    gModelFeatures.emplace(CFStringMakeConstant(model.c_str()));
-    return gModelFeatures->isKnown() ? gModelFeatures->table() : InstalledFeatures;
-}
-
 }  // namespace
 
 OSStatus LoadPrinterFeatures(PMPrintSession session) {
@@ -75,8 +61,9 @@ OSStatus LoadPrinterFeatures(PMPrintSession session) {
     }
     const OpenPPD ppd(context);
     PPDCreateGlobalUIDictionary(context);
-    LoadInstallableOptions(printerInfo, context, TableOf(context));
-    if (!IsTavroPrinter(context)) {
+    const bool isOurs = IsTavroPrinter(context);
+    LoadInstallableOptions(printerInfo, context, isOurs ? LoadPrinterModel(ModelOf(context)) : InstalledFeatures);
+    if (!isOurs) {
         std::fputs("Initialize() not a Tavro PDE.\n", stderr);
         return kPMInvalidPDEContext;
     }
@@ -85,11 +72,7 @@ OSStatus LoadPrinterFeatures(PMPrintSession session) {
 
 void UnloadPrinterFeatures() {
     UnloadInstallableOptions();
-    gModelFeatures.reset();
+    UnloadPrinterModel();
     PPDReleaseGlobalUIDictionary();
     TDPFinalize();
-}
-
-bool HasModelFeature(CFStringRef feature) {
-    return gModelFeatures && gModelFeatures->has(feature);
 }

@@ -7,6 +7,7 @@
 #include "platform/toolbox/Events.h"
 #include "ui/image_import_manager.h"
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -17,18 +18,20 @@ inline constexpr SInt32 kShellPane = 10;
 inline constexpr SInt32 kPanelContainer = 15;
 inline constexpr SInt32 kPanelSelector = 16;
 inline constexpr SInt32 kPanelArea = 17;
+inline constexpr SInt32 kUnknownModelText = 18;
 inline constexpr SInt32 kPreviousPanel = 1966;
 inline constexpr SInt32 kNextPanel = 1967;
 
 /// One built-in panel.
 struct PanelRecord {
+    const char* getter;  // its name; a constant
     PDEInterfaceTable table;
     PMPDEContext context;
     CFRef<CFStringRef> title;
     CFRef<CFStringRef> kind;
     CFStringRef helpPage;  // of the help book; a constant
     ControlRef pane;       // ('TSgb', number); null before Initialize
-    SInt16 number;         // from 1, without gaps; kNoPanel for a record that is passed over
+    SInt16 number;         // from 1, without gaps; kNoPanel for one that the model has not, until Terminate
 };
 inline constexpr SInt16 kNoPanel = -1;
 
@@ -55,7 +58,12 @@ struct PDEShellContext {
     EventHandlerRef defaultButtonHandlerRef;
     EventHandlerRef cancelButtonHandlerRef;
 
-    /// Calls `action` for every panel, in the order of loading.
+    SInt16 panelCount() const {
+        return static_cast<SInt16>(
+            std::ranges::count_if(panels, [](const PanelRecord& panel) { return panel.number != kNoPanel; }));
+    }
+
+    /// Calls `action` for every panel, in the order of their numbers.
     template <typename Action>
     void forEachPanel(Action action) {
         for (PanelRecord& panel : panels) {

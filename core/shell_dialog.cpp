@@ -1,9 +1,12 @@
 #include "core/shell_dialog.h"
 
+#include "core/printer_model.h"
 #include "core/shell_events.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Menus.h"
 #include "platform/toolbox/Windows.h"
+#include "ui/localization.h"
+#include "ui/message_text.h"
 #include "ui/nib_window.h"
 
 #include <cstdio>
@@ -51,6 +54,18 @@ void PrepareStepButton(ControlRef button, CFStringRef imageName, PDEShellContext
     SetControlData(button, kControlEntireControl, kControlContentTag, sizeof image, &image);
     InstallControlEventHandler(button, pdeShellEventHandler, std::size(kHits), kHits, context, nullptr);
     HideControl(button);
+}
+
+/// Says that the panels are another model's, where they are.
+void ShowUnknownModel(ControlRef label, CFBundleRef bundle) {
+    const CFStringRef model = UnknownModelName();
+    SetControlVisibility(label, model != nullptr, false);
+    if (model != nullptr) {
+        const auto pattern = CopyLocalizedText(bundle, CFSTR("Unknown Model"));
+        const auto message = CopyFilledInMessage(pattern.get(), {model});
+        const CFStringRef text = message.get();
+        SetControlData(label, kControlEntireControl, kControlStaticTextCFStringTag, sizeof text, &text);
+    }
 }
 
 /// Moves the shell pane from the nib's window into the dialog, on the parent pane's top left corner.
@@ -115,6 +130,7 @@ OSStatus BuildShellPane(PDEShellContext* context) {
     FillSelector(context);
     PrepareStepButton(FindShellControl(window.get(), kPreviousPanel), CFSTR("MacUp.png"), context);
     PrepareStepButton(FindShellControl(window.get(), kNextPanel), CFSTR("MacDown.png"), context);
+    ShowUnknownModel(FindShellControl(window.get(), kUnknownModelText), context->bundle.get());
     // Last, because it gives everything in the pane its final place.
     EmbedShellPane(context);
 

@@ -2,6 +2,7 @@
 
 #include "core/built_in_panels.h"
 #include "core/printer_features.h"
+#include "core/printer_model.h"
 #include "core/shell_context.h"
 #include "core/shell_dialog.h"
 #include "core/shell_selection.h"
@@ -91,6 +92,7 @@ OSStatus Initialize(PMPDEContext opaque, PMPDEFlags* flags, PMPDERef reference, 
     if (const OSStatus status = LoadPrinterFeatures(session); status != noErr) {
         return status;
     }
+    ChoosePanels(context, ListOfModel(CFSTR("Panels")));
     AttachToDialog(parentPane, context);
     RegisterMyHelpBook(*context);
     if (const OSStatus status = CreatePanelPanes(context); status != noErr) {
@@ -153,7 +155,7 @@ OSStatus Open(PMPDEContext opaque) {
         }
         context->opened = true;
     }
-    if (lastTabIndex < 1 || lastTabIndex > static_cast<SInt32>(context->panels.size())) {
+    if (lastTabIndex < 1 || lastTabIndex > context->panelCount()) {
         lastTabIndex = 1;
     }
     selectPanel(lastTabIndex, context);
@@ -176,7 +178,9 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus dialogStatus) {
     if (context == nullptr) {
         return kPMInvalidPDEContext;
     }
-    context->forEachPanel([=](PanelRecord& panel) { panel.table.operations.Terminate(panel.context, dialogStatus); });
+    for (const PanelRecord& panel : context->panels) {
+        panel.table.operations.Terminate(panel.context, dialogStatus);
+    }
     const OSStatus status = DetachFromDialog(context);
     delete context;
     gContext = nullptr;

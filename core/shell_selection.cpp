@@ -29,7 +29,7 @@ bool PanelHasFocus(const PDEShellContext& context) {
 
 /// Selects the panel that is `steps` behind the one shown, in a ring.
 void StepPanel(PDEShellContext* context, int steps) {
-    const int count = static_cast<int>(context->panels.size());
+    const int count = context->panelCount();
     if (count == 0) {
         return;
     }

@@ -65,6 +65,28 @@ foreach(trays IN ITEMS 2 4)
   tavro_picture("Str_${trays}T_HCSS+BK.gif" device "${hidden}, .lcss { display: none }")
 endforeach()
 
+# The production printer: with four trays or eight, with catch trays, the finisher, its booklet maker, and the stacker.
+foreach(trays IN ITEMS 4 8)
+  set(feeder_4 ".feeder, ")
+  set(feeder_8 "")
+  set(hidden ${feeder_${trays}})
+  set(aside_4 -20)
+  set(aside_8 0)
+  set(aside ${aside_${trays}})
+  math(EXPR catch "${aside} + 37")
+  math(EXPR finisher "${aside} + 20")
+  tavro_picture("ZR840_${trays}T.gif"         device-production "${hidden}.finisher, .booklet, .stacker { display: none }
+.device { transform: translate(${catch}px, 0) }")
+  tavro_picture("ZR840_${trays}T_PSF.gif"     device-production "${hidden}.catch, .booklet, .stacker { display: none }
+.device { transform: translate(${finisher}px, 0) }")
+  tavro_picture("ZR840_${trays}T_PSF+BM.gif"  device-production "${hidden}.catch, .stacker { display: none }
+.device { transform: translate(${finisher}px, 0) }")
+  tavro_picture("ZR840_${trays}T_PSF+HCS.gif" device-production "${hidden}.catch, .booklet { display: none }
+.device { transform: translate(${aside}px, 0) }")
+  tavro_picture("ZR840_${trays}T_PSF+BM+HCS.gif" device-production "${hidden}.catch { display: none }
+.device { transform: translate(${aside}px, 0) }")
+endforeach()
+
 # Paper. A colour is its name in the files, what faces the viewer, and what turns away.
 set(stock_colors
   # name     front    back

@@ -1,6 +1,8 @@
 // Settings that are looked at and not printed.
 #include "tests/host/program_fixture.h"
 
+#include <regex>
+
 namespace {
 
 class ChecksSettings : public ProgramTest {
@@ -24,6 +26,29 @@ protected:
         return run(arguments);
     }
 };
+
+// As docs/models.md tells it: a PPD and a file, and nothing else.
+TEST_F(ProgramTest, AModelIsAddedWithAPPDAndAFile) {
+    const std::string ppd = folder / "MX900.ppd";
+    std::ofstream(ppd) << std::regex_replace(contentOf(sourcePath("resources/ppd/Tavro-ZR840.ppd")),
+                                             std::regex("ZR840"), "MX900");
+    const std::string unknown = run({"--ppd", ppd, "--list-controls"}).output;
+    EXPECT_NE(unknown.find("\"This printer is a MX900, a model that is not known here."), std::string::npos) << unknown;
+    EXPECT_NE(unknown.find("panel 7 \"About\""), std::string::npos);
+
+    const std::filesystem::path models = folder.path() / ".local/share/tavro/models";
+    std::filesystem::create_directories(models);
+    std::filesystem::copy_file(sourcePath("docs/examples/model/MX900.plist"), models / "MX900.plist");
+    const Run listed = run({"--ppd", ppd, "--installed", "Option2=PSF", "--list-controls"});
+    EXPECT_EQ(listed.errors, "");
+    for (const char* line : {"panel 2 \"Layout\"", "panel 4 \"About\"", "\"1 Staple…\" command Stp1",
+                             "\"Collated, 1 Staple\"", "\"Bind…\" command Bind"}) {
+        EXPECT_NE(listed.output.find(line), std::string::npos) << line;
+    }
+    for (const char* line : {"panel 5", "\"2 Staples…\"", "a model that is not known", "Booklet Maker Tray"}) {
+        EXPECT_EQ(listed.output.find(line), std::string::npos) << line;
+    }
+}
 
 }  // namespace
 

@@ -1,15 +1,10 @@
 #include "core/installable_options.h"
 
-#include "core/model_features.h"
 #include "tests/model/session.h"
-#include "tests/plugin/profile_fixture.h"
 #include "tests/support/places.h"
 #include "tests/support/test_bundle.h"
 
 #include <gtest/gtest.h>
-#include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
@@ -153,59 +148,6 @@ TEST_F(InstallableOptions, APrinterWithoutAFinisherOptionHasAPictureToo) {
     EXPECT_EQ(option(CFSTR("Option1")), "True");
     EXPECT_EQ(option(CFSTR("Option2")), "(none)");
     EXPECT_EQ(text(GetDeviceMimic()), "Str_4T.gif");
-}
-
-/// The rows of a table in words, sorted.
-std::vector<std::string> rowsOf(const InstalledFeature* row) {
-    std::vector<std::string> rows;
-    for (; row->featureKey != nullptr; ++row) {
-        rows.push_back(std::string(row->featureKey) + " " + row->mainKeyword + "=" + row->optionKeyword + " " +
-                       (row->localizationKey == nullptr ? "-" : row->localizationKey) + " " +
-                       std::to_string(row->ticketValue));
-    }
-    std::ranges::sort(rows);
-    return rows;
-}
-
-using ModelsOfTheProfile = ProfileTest;
-
-TEST_F(ModelsOfTheProfile, TheOfficeModelsAreThoseOfTheFixedTable) {
-    std::ifstream file(sourcePath("resources/device/Device Profile.plist"));
-    load({std::istreambuf_iterator<char>(file), {}});
-    for (const CFStringRef model : {CFSTR("ZR410"), CFSTR("ZR420")}) {
-        const ModelFeatures features(model);
-        EXPECT_TRUE(features.isKnown());
-        EXPECT_EQ(rowsOf(features.table()), rowsOf(InstalledFeatures));
-    }
-    EXPECT_FALSE(ModelFeatures(CFSTR("ZR9")).isKnown());
-}
-
-TEST_F(ModelsOfTheProfile, AMadeUpModelHasWhatItsEntriesSay) {
-    const std::string models = "<key>Models</key><array><integer>1</integer><string>MX</string></array>";
-    const auto option = [&](const std::string& name, const std::string& properties, const std::string& keywords) {
-        return "<key>" + name + "</key><dict><key>Properties</key><dict>" + models + properties +
-               "</dict><key>Syntax</key><dict><key>Keyword</key><dict>" + keywords + "</dict></dict></dict>";
-    };
-    const auto keyword = [](const std::string& name, const std::string& installs) {
-        return "<key>" + name + "</key><dict><key>Properties</key><dict><key>Installs</key>" + installs +
-               "</dict></dict>";
-    };
-    load("<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict><key>Features</key><dict>" +
-         option("Folder", "<key>Installable</key><true/><key>MainKeyword</key><string>Option7</string>",
-                keyword("Big",
-                        "<dict><key>CFoldKey</key><dict><key>Name</key><string>C Fold</string><key>TicketValue</key>"
-                        "<integer>5</integer></dict><key>ZFoldKey</key><dict><key>Name</key><integer>3</integer>"
-                        "</dict><key>Odd</key><string>no dictionary</string></dict>") +
-                    keyword("Odd", "<string>no dictionary</string>") + "<key>None</key><string/>") +
-         option("NotInstallable", "<key>MainKeyword</key><string>Option8</string>",
-                keyword("True", "<dict><key>FaxKey</key><dict/></dict>")) +
-         option("Nameless", "<key>Installable</key><true/>", keyword("True", "<dict><key>FaxKey</key><dict/></dict>")) +
-         "<key>Other</key><dict><key>Properties</key><dict><key>Models</key><string>MX</string></dict></dict>"
-         "</dict></dict></plist>");
-    const ModelFeatures features(CFSTR("MX"));
-    EXPECT_TRUE(features.isKnown());
-    EXPECT_EQ(rowsOf(features.table()),
-              (std::vector<std::string>{"CFoldKey Option7=Big C Fold 5", "ZFoldKey Option7=Big - 0"}));
 }
 
 }  // namespace

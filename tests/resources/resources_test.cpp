@@ -217,7 +217,7 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
         QList<int> numbers;
     };
     const Expected table[] = {
-        {"PDE_Shell", "Window", "Tshl", {10, 15, 16, 17, 1966, 1967}},
+        {"PDE_Shell", "Window", "Tshl", {10, 15, 16, 17, 18, 1966, 1967}},
         {"Utilities", "CustomValue", "TPDE", {123456}},
         {"PaperOutputOffice",
          "Professional",
