@@ -55,8 +55,8 @@ TEST_P(GlobalUIDictionary, EveryOptionOfAMappedKeywordHasATicketValue) {
     EXPECT_GT(mapped, 80);
 }
 
-INSTANTIATE_TEST_SUITE_P(Printers, GlobalUIDictionary, testing::Values(kZR410, kZR420),
-                         [](const auto& printer) { return printer.index == 0 ? "ZR410" : "ZR420"; });
+INSTANTIATE_TEST_SUITE_P(Printers, GlobalUIDictionary, testing::Values(kZR410, kZR420, kZR840),
+                         [](const auto& printer) { return printer.param.stem().string().substr(6); });
 
 class PPDOptions : public testing::Test {
 protected:

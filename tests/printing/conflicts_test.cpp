@@ -227,7 +227,7 @@ protected:
     ConflictsOf() : Conflicts(ppdOf(GetParam())) {}
 
     static std::filesystem::path ppdOf(const std::string& model) {
-        return model == "Foreign" ? foreignPPD() : model == "ZR410" ? kZR410 : kZR420;
+        return model == "Foreign" ? foreignPPD() : kSources / ("resources/ppd/Tavro-" + model + ".ppd");
     }
 
     /// Whether the library sees a conflict in the same settings.
@@ -291,7 +291,7 @@ TEST_P(ConflictsOf, AreThoseOfThePrintServer) {
     EXPECT_GT(refused, 8);
 }
 
-INSTANTIATE_TEST_SUITE_P(Models, ConflictsOf, testing::Values("ZR410", "ZR420", "Foreign"),
+INSTANTIATE_TEST_SUITE_P(Models, ConflictsOf, testing::Values("ZR410", "ZR420", "ZR840", "Foreign"),
                          [](const auto& instance) { return instance.param; });
 
 }  // namespace

@@ -25,6 +25,7 @@
 
 inline const std::filesystem::path kSources = sourcePath("");
 inline const std::filesystem::path kZR410 = kSources / "resources/ppd/Tavro-ZR410.ppd";
+inline const std::filesystem::path kZR840 = kSources / "resources/ppd/Tavro-ZR840.ppd";
 inline const std::filesystem::path kZR420 = kSources / "resources/ppd/Tavro-ZR420.ppd";
 inline const std::filesystem::path kTenPages = kSources / "tests/data/ten-pages.pdf";
 
