@@ -71,7 +71,7 @@ void LoadPanel(PDEShellContext* context, const BuiltInPanel& panel) {
     context->panels.push_back({panel.getter, table, panelContext,
                                CFRef<CFStringRef>::adopt(CFStringCreateCopy(kCFAllocatorDefault, title)),
                                CFRef<CFStringRef>::adopt(CFStringCreateCopy(kCFAllocatorDefault, kind)),
-                               CFStringMakeConstant(panel.helpPage), nullptr, number});
+                               CFStringMakeConstant(panel.helpPage), nullptr, false, number});
 }
 
 /// The panel's record; null for a name that is no panel's, or a panel that cannot be loaded.

@@ -31,7 +31,8 @@ struct PanelRecord {
     CFRef<CFStringRef> kind;
     CFStringRef helpPage;  // of the help book; a constant
     ControlRef pane;       // ('TSgb', number); null before Initialize
-    SInt16 number;         // from 1, without gaps; kNoPanel for one that the model has not, until Terminate
+    bool opened;
+    SInt16 number;  // from 1, without gaps; kNoPanel for one that the model has not, until Terminate
 };
 inline constexpr SInt16 kNoPanel = -1;
 

@@ -68,6 +68,16 @@ void ShowUnknownModel(ControlRef label, CFBundleRef bundle) {
     }
 }
 
+/// Opens a panel when its pane is needed. Most dialogs end without a look at most panels.
+void OpenPanelOf(ControlRef pane, void* userData) {
+    static_cast<PDEShellContext*>(userData)->forEachPanel([pane](PanelRecord& panel) {
+        if (panel.pane == pane) {
+            panel.opened = true;
+            panel.table.operations.Open(panel.context);
+        }
+    });
+}
+
 /// Moves the shell pane from the nib's window into the dialog, on the parent pane's top left corner.
 void EmbedShellPane(PDEShellContext* context) {
     Rect parent{};
@@ -139,7 +149,7 @@ OSStatus BuildShellPane(PDEShellContext* context) {
     context->forEachPanel([context, &area](PanelRecord& panel) {
         SetControlBounds(panel.pane, &area);
         EmbedControl(panel.pane, context->container);
-        panel.table.operations.Open(panel.context);
+        SetControlContentProc(panel.pane, OpenPanelOf, context);
     });
     return noErr;
 }

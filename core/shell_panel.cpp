@@ -109,6 +109,9 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     if (context == nullptr || session == nullptr) {
         return kPMInvalidPrintSession;
     }
+    if (!ticketsToControls) {
+        context->forEachPanel([](const PanelRecord& panel) { MakeControlContent(panel.pane); });
+    }
     // The selected panel comes last, so that its values win where panels share keys.
     for (const bool selected : {false, true}) {
         context->forEachPanel([=](PanelRecord& panel) {
@@ -148,7 +151,12 @@ OSStatus Open(PMPDEContext opaque) {
     }
     InstallWindowHandler(context);
     if (context->opened) {
-        context->forEachPanel([](PanelRecord& panel) { panel.table.operations.Open(panel.context); });
+        context->forEachPanel([](PanelRecord& panel) {
+            if (panel.opened) {
+                panel.table.operations.Open(panel.context);
+            }
+            MakeControlContent(panel.pane);
+        });
     } else {
         if (const OSStatus status = BuildShellPane(context); status != noErr) {
             return status;
@@ -168,7 +176,11 @@ OSStatus Close(PMPDEContext opaque) {
     if (context == nullptr) {
         return kPMInvalidPDEContext;
     }
-    context->forEachPanel([](PanelRecord& panel) { panel.table.operations.Close(panel.context); });
+    context->forEachPanel([](PanelRecord& panel) {
+        if (panel.opened) {
+            panel.table.operations.Close(panel.context);
+        }
+    });
     RemoveWindowHandler(context);
     return noErr;
 }

@@ -6,6 +6,7 @@ SInt16 lastTabIndex = 1;
 namespace {
 
 void ShowPane(ControlRef pane) {
+    MakeControlContent(pane);
     ActivateControl(pane);
     SetControlVisibility(pane, true, true);
     EnableControl(pane);
@@ -43,6 +44,7 @@ void StepPanel(PDEShellContext* context, int steps) {
 void selectPanel(SInt16 number, PDEShellContext* context) {
     context->forEachPanel([context](PanelRecord& panel) {
         if (panel.number == lastTabIndex) {
+            MakeControlContent(panel.pane);
             panel.table.operations.Sync(panel.context, context->session, false);
         }
     });

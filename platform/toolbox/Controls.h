@@ -78,6 +78,12 @@ void MoveControl(ControlRef control, SInt16 left, SInt16 top);
 
 // ---- State
 
+/// What is in the control waits until somebody needs it: until MakeControlContent is called for it, a control is looked
+/// for in its window that is not there yet, or its children are asked for. The routine is then called, once.
+using ControlContentProc = void (*)(ControlRef control, void* userData);
+OSStatus SetControlContentProc(ControlRef control, ControlContentProc make, void* userData);
+void MakeControlContent(ControlRef control);
+
 void ShowControl(ControlRef control);
 void HideControl(ControlRef control);
 /// The control's own state: shown, whatever its parents are.

@@ -7,6 +7,7 @@
 #include "platform/toolbox/view_widget.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -45,7 +46,27 @@ void collectChildren(const QWidget* parent, std::vector<OpaqueControlRef*>& chil
     }
 }
 
+/// Whether there was anything to make below the widget, itself included.
+bool makeContents(QWidget* root) {
+    QList<QWidget*> widgets = root->findChildren<QWidget*>();
+    widgets.prepend(root);
+    bool made = false;
+    for (const QWidget* widget : widgets) {
+        if (OpaqueControlRef* control = OpaqueControlRef::of(widget); control != nullptr && control->makeContent) {
+            MakeControlContent(control);
+            made = true;
+        }
+    }
+    return made;
+}
+
+OpaqueControlRef* findOrMake(QWidget* root, ControlID id) {
+    OpaqueControlRef* found = find(root, id);
+    return found == nullptr && makeContents(root) ? find(root, id) : found;
+}
+
 std::vector<OpaqueControlRef*> childrenOf(ControlRef control) {
+    MakeControlContent(control);
     std::vector<OpaqueControlRef*> children;
     if (control != nullptr) {
         collectChildren(control->widget, children);
@@ -70,6 +91,20 @@ QRect toQRect(const Rect& rect) {
 
 }  // namespace
 
+OSStatus SetControlContentProc(ControlRef control, ControlContentProc make, void* userData) {
+    if (control == nullptr || make == nullptr) {
+        return paramErr;
+    }
+    control->makeContent = [=] { make(control, userData); };
+    return noErr;
+}
+
+void MakeControlContent(ControlRef control) {
+    if (control != nullptr && control->makeContent) {
+        std::exchange(control->makeContent, nullptr)();
+    }
+}
+
 OSStatus GetControlByID(WindowRef window, const ControlID* id, ControlRef* control) {
     if (id == nullptr || control == nullptr) {
         return paramErr;
@@ -77,7 +112,7 @@ OSStatus GetControlByID(WindowRef window, const ControlID* id, ControlRef* contr
     if (!IsValidWindowPtr(window)) {
         return errInvalidWindowRef;
     }
-    OpaqueControlRef* found = find(window->widget, *id);
+    OpaqueControlRef* found = findOrMake(window->widget, *id);
     if (found == nullptr) {
         return errUnknownControl;
     }
@@ -89,7 +124,7 @@ OSStatus HIViewFindByID(ControlRef root, ControlID id, ControlRef* control) {
     if (root == nullptr || control == nullptr) {
         return paramErr;
     }
-    OpaqueControlRef* found = find(root->widget, id);
+    OpaqueControlRef* found = findOrMake(root->widget, id);
     if (found == nullptr) {
         return errUnknownControl;
     }

@@ -156,7 +156,8 @@ struct OpaqueControlRef final : QObject, OpaqueEventTargetRef {
     ControlActionUPP action = nullptr;  // arrows and sliders
     std::map<std::pair<OSType, OSType>, QByteArray> properties;
     ControlEditTextValidationUPP validation = nullptr;
-    MenuHold menu;  // pop-ups and bevel buttons
+    MenuHold menu;                      // pop-ups and bevel buttons
+    std::function<void()> makeContent;  // empty when nothing waits
     // While there is an alert: its reason, and the help that the widget shows behind that.
     QString alert;
     ControlHelp help;

@@ -204,6 +204,34 @@ TEST_F(ControlsTest, LookUpsFindBothSignaturesAndRefuseTheUnknown) {
     EXPECT_EQ(GetControlByID(window, &none, &found), errUnknownControl);
 }
 
+TEST_F(ControlsTest, ContentThatWaitsIsMadeOnceWhenAControlIsLookedFor) {
+    open(widget("QPushButton", 1) + widget("QWidget", 2));
+    static int made = 0;
+    made = 0;
+    EXPECT_EQ(SetControlContentProc(
+                  control(2),
+                  [](ControlRef pane, void* owner) {
+                      ++made;
+                      ControlRef inside = nullptr;
+                      const Rect bounds{0, 0, 20, 20};
+                      CreateUserPaneControl(static_cast<WindowRef>(owner), &bounds, 0, &inside);
+                      const ControlID id{kTest, 3};
+                      SetControlID(inside, &id);
+                      EmbedControl(inside, pane);
+                  },
+                  window),
+              noErr);
+    EXPECT_NE(control(1), nullptr);
+    EXPECT_EQ(made, 0) << "what is there is found without it";
+    EXPECT_EQ(GetSuperControl(control(3)), control(2));
+    MakeControlContent(control(2));
+    const ControlID unknown{kTest, 99};
+    ControlRef found = nullptr;
+    EXPECT_EQ(GetControlByID(window, &unknown, &found), errUnknownControl);
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(SetControlContentProc(control(2), nullptr, nullptr), paramErr);
+}
+
 TEST_F(ControlsTest, ActiveShownAndEnabledAreThreeStates) {
     open(widget("QWidget", 1, widget("QPushButton", 2)));
     DeactivateControl(control(1));
