@@ -2,6 +2,7 @@
 
 #include "watermark/editor/editor_texts.h"
 
+#include <QLabel>
 #include <algorithm>
 
 void DescribeField(QWidget* field, const char* name, const char* tipKey) {
@@ -17,17 +18,19 @@ void AddRow(QFormLayout* form, const char* labelKey, QWidget* field) {
 }
 
 void AlignForms(QWidget* panel) {
-    QList<QWidget*> labels;
+    QList<QLabel*> labels;
     int widest = 0;
     for (const QFormLayout* form : panel->findChildren<QFormLayout*>()) {
         for (int row = 0; row < form->rowCount(); ++row) {
-            if (const QLayoutItem* label = form->itemAt(row, QFormLayout::LabelRole); label && label->widget()) {
-                labels.append(label->widget());
-                widest = std::max(widest, label->widget()->sizeHint().width());
+            const QLayoutItem* item = form->itemAt(row, QFormLayout::LabelRole);
+            if (auto* label = item != nullptr ? qobject_cast<QLabel*>(item->widget()) : nullptr) {
+                labels.append(label);
+                widest = std::max(widest, label->sizeHint().width());
             }
         }
     }
-    for (QWidget* label : labels) {
+    for (QLabel* label : labels) {
         label->setMinimumWidth(widest);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     }
 }

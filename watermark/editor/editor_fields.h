@@ -16,5 +16,6 @@ Field* Described(Field* field, const char* name, const char* tipKey) {
 /// Adds the field to the form with its label, which becomes its name for a screen reader.
 void AddRow(QFormLayout* form, const char* labelKey, QWidget* field);
 
-/// Makes the labels of all forms below a widget equally wide, so that their fields stand below each other.
+/// Makes the labels of all forms below a widget equally wide, so that their fields stand below each other, and puts
+/// each beside its field.
 void AlignForms(QWidget* panel);
