@@ -1,10 +1,10 @@
 // Saving one watermark in a store that is full of fonts, beside writing that store's bytes as they are.
 
 #include "bench/side_by_side.h"
+#include "model/preference_files.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
-#include "watermark/preference_files.h"
 #include "watermark/watermark_storage.h"
 
 #include <cstdlib>

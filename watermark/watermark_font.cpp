@@ -1,9 +1,9 @@
 #include "watermark/watermark_font.h"
 
+#include "model/preference_files.h"
 #include "model/record_ticket.h"
 #include "platform/files/url_access.h"
 #include "platform/fonts/ATSFont.h"
-#include "watermark/preference_files.h"
 #include "watermark/type42.h"
 #include "watermark/watermark_storage.h"
 

@@ -1,8 +1,8 @@
 #include "watermark/watermark_list.h"
 
+#include "model/preference_files.h"
 #include "model/record_ticket.h"
 #include "watermark/default_watermarks.h"
-#include "watermark/preference_files.h"
 #include "watermark/watermark_storage.h"
 
 namespace {

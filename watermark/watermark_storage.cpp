@@ -1,7 +1,7 @@
 #include "watermark/watermark_storage.h"
 
+#include "model/preference_files.h"
 #include "model/record_ticket.h"
-#include "watermark/preference_files.h"
 
 namespace {
 

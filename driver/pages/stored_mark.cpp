@@ -1,10 +1,10 @@
 #include "driver/pages/stored_mark.h"
 
+#include "model/preference_files.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/text.h"
-#include "watermark/preference_files.h"
 #include "watermark/watermark_storage.h"
 
 #include <algorithm>

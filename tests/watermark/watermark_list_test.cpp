@@ -1,10 +1,10 @@
 // The list of watermarks: its first start, and stores that are not what they should be.
 
 #include "watermark/watermark_list.h"
+#include "model/preference_files.h"
 #include "platform/foundation/CFNumber.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/ui/plugin_fixture.h"
-#include "watermark/preference_files.h"
 #include "watermark/watermark_changes.h"
 #include "watermark/watermark_font.h"
 #include "watermark/watermark_storage.h"

@@ -2,10 +2,10 @@
 
 #include "watermark/watermark_storage.h"
 
+#include "model/preference_files.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
-#include "watermark/preference_files.h"
 
 #include <gtest/gtest.h>
 

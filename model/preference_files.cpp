@@ -1,4 +1,4 @@
-#include "watermark/preference_files.h"
+#include "model/preference_files.h"
 
 #include "model/record_ticket.h"
 #include "platform/files/folders.h"
@@ -6,7 +6,7 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/foundation/terminal_text.h"
-#include "watermark/utf8.h"
+#include "platform/printing/text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -58,7 +58,7 @@ File Read(CFURLRef url, const char* reader) {
     const auto ownedReason = CFRef<CFStringRef>::adopt(reason);
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
         printLine(stderr, std::string(reader) + "()::CFPropertyListCreateFromXMLData() error: " +
-                              (reason != nullptr ? Utf8Of(reason) : "not a dictionary"));
+                              (reason != nullptr ? utf8Text(reason) : "not a dictionary"));
         return {Content::Unparsable, {}, std::move(bytes), 0};
     }
     auto* const dictionary = static_cast<CFMutableDictionaryRef>(const_cast<void*>(root.get()));
@@ -72,7 +72,7 @@ using CreateFileURL = URL (*)(CFStringRef fileName);
 SInt32 KeepUnreadable(CFStringRef fileName, CreateFileURL createURL, CFDataRef bytes) {
     for (int number = 1;; ++number) {
         const std::string name =
-            Utf8Of(fileName) + ".unreadable" + (number > 1 ? "-" + std::to_string(number) : std::string());
+            utf8Text(fileName) + ".unreadable" + (number > 1 ? "-" + std::to_string(number) : std::string());
         const auto text = CFRef<CFStringRef>::adopt(
             CFStringCreateWithCString(kCFAllocatorDefault, name.c_str(), kCFStringEncodingUTF8));
         const URL url = createURL(text.get());
@@ -131,7 +131,7 @@ SInt32 ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(
     const auto createURL = [](CFStringRef name) { return URL::adopt(CopyPreferenceFileURL(name)); };
     const SInt32 error = url ? Replace(file, fileName, createURL, root.get()) : ENOENT;
     if (error != 0) {
-        std::fprintf(stderr, "The store %s was not written (%d)\n", Utf8Of(fileName).c_str(), error);
+        std::fprintf(stderr, "The store %s was not written (%d)\n", utf8Text(fileName).c_str(), error);
     }
     return error;
 }
