@@ -51,6 +51,7 @@ struct FoundItem {
 /// The first item that satisfies the condition, a menu's own items before those of its submenus.
 template <typename Condition>
 std::optional<FoundItem> findItem(MenuRef menu, Condition condition) {
+    AutomationPrepareMenu(menu);
     for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
         if (condition(menu, item)) {
             return FoundItem{menu, item};

@@ -61,6 +61,7 @@ std::string stateText(ControlRef control) {
 }
 
 void listMenu(MenuRef menu, const std::string& indent, std::string* listing) {
+    AutomationPrepareMenu(menu);
     for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
         OSType command = 0;
         MenuRefCon reference = 0;

@@ -21,6 +21,8 @@ void ToolboxTerminate();
 /// A click; on a list, a double click on the selected row, of which there must be one.
 OSStatus AutomationClick(ControlRef control);
 OSStatus AutomationSetValue(ControlRef control, SInt32 value);
+/// Brings a menu to the state in which the user would see it: its last call to change its items.
+void AutomationPrepareMenu(MenuRef menu);
 /// Picks an item of the control's menu or of a menu below it: `menu` is the one that the item stands in.
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item);
 /// The same for a pop-up of an adopted window, which has no menu: picks the first item of that text.

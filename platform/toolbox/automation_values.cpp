@@ -192,6 +192,12 @@ OSStatus AutomationSetValue(ControlRef control, SInt32 value) {
     }
 }
 
+void AutomationPrepareMenu(MenuRef menu) {
+    if (menu != nullptr) {
+        menu->aboutToShow();
+    }
+}
+
 OSStatus AutomationChooseMenuItem(ControlRef control, MenuRef menu, MenuItemIndex item) {
     const QList<int> rows = control && menu ? rowsTo(*control, menu, item) : QList<int>();
     if (control == nullptr || rows.isEmpty()) {
