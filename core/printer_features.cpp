@@ -4,6 +4,7 @@
 #include "core/installable_options.h"
 #include "core/panel_interface.h"
 #include "core/printer_model.h"
+#include "model/plugin_state.h"
 #include "model/ppd_option_maps.h"
 #include "model/ppd_ui_dictionary.h"
 #include "model/ticket_access.h"
@@ -63,6 +64,7 @@ OSStatus LoadPrinterFeatures(PMPrintSession session) {
     PPDCreateGlobalUIDictionary(context);
     const bool isOurs = IsTavroPrinter(context);
     LoadInstallableOptions(printerInfo, context, isOurs ? LoadPrinterModel(ModelOf(context)) : InstalledFeatures);
+    SetShowsStockDetails(HasModelFeature(CFSTR("StockLibrary")));
     if (!isOurs) {
         std::fputs("Initialize() not a Tavro PDE.\n", stderr);
         return kPMInvalidPDEContext;
@@ -72,6 +74,7 @@ OSStatus LoadPrinterFeatures(PMPrintSession session) {
 
 void UnloadPrinterFeatures() {
     UnloadInstallableOptions();
+    SetShowsStockDetails(false);
     UnloadPrinterModel();
     PPDReleaseGlobalUIDictionary();
     TDPFinalize();

@@ -4,6 +4,7 @@ namespace {
 
 CFBundleRef gBundle = nullptr;
 PMPrintSession gPrintSession = nullptr;
+bool gShowsStockDetails = false;
 PDESyncProc gSyncProc = nullptr;
 
 }  // namespace
@@ -20,6 +21,13 @@ PMPrintSession GetCurrentPrintSession() {
 }
 void SetCurrentPrintSession(PMPrintSession session) {
     gPrintSession = session;
+}
+
+bool ShowsStockDetails() {
+    return gShowsStockDetails;
+}
+void SetShowsStockDetails(bool shows) {
+    gShowsStockDetails = shows;
 }
 
 OSStatus PDESync(PMPrintSession, Boolean ticketsToControls) {

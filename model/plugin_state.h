@@ -12,6 +12,11 @@ void SetPDEBundle(CFBundleRef bundle);
 PMPrintSession GetCurrentPrintSession();
 void SetCurrentPrintSession(PMPrintSession session);
 
+/// Whether the printer's panels show and keep all of a paper, and the user's library of papers: a production printer's.
+/// False until the printer's features are loaded.
+bool ShowsStockDetails();
+void SetShowsStockDetails(bool shows);
+
 /// Lets a modal dialog pull all panels' settings from the tickets (true) or push them there (false). The session is
 /// always the current one, whatever is passed. Returns the shell's status; kPMInvalidPrintSession without a shell.
 OSStatus PDESync(PMPrintSession session, Boolean ticketsToControls);

@@ -2,7 +2,7 @@
 
 #include "model/record_ticket.h"
 
-SpecialPage::SpecialPage(CFDictionaryRef ticket) : stock_(GetRecordDictionary(ticket, CFSTR("Stock"))) {
+SpecialPage::SpecialPage(CFDictionaryRef ticket) : stock_(StockOfTicket(GetRecordDictionary(ticket, CFSTR("Stock")))) {
     ReadTicketValue(ticket, CFSTR("StartPage"), &startPage_);
 }
 

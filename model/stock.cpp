@@ -1,5 +1,6 @@
 #include "model/stock.h"
 
+#include "model/plugin_state.h"
 #include "model/record_ticket.h"
 
 #include <array>
@@ -166,6 +167,27 @@ Stock StockWithDetails(CFDictionaryRef ticket) {
     stock.setCustomNameOnly(CFDictionaryGetValue(ticket, CFSTR("CustomNameOnly")) == kCFBooleanTrue);
     stock.setComment(text(CFSTR("CustomComment")));
     return stock;
+}
+
+Stock StockOfTicket(CFDictionaryRef ticket) {
+    return ticket != nullptr && ShowsStockDetails() ? StockWithDetails(ticket) : Stock(ticket);
+}
+
+SInt32 StockColorOfMap(const Stock& stock) {
+    return stock.color() == kStockColorCustom ? kStockColorOther : stock.color();
+}
+
+SInt32 StockTypeOfMap(const Stock& stock) {
+    switch (stock.type()) {
+        case kStockTypePrecutTab:
+        case kStockTypeFullCutTab:
+            return kStockTypeTabStock;
+        case kStockTypeOrdered:
+        case kStockTypeCustom:
+            return kStockTypeOther;
+        default:
+            return stock.type();
+    }
 }
 
 std::string CustomSizeOption(const Stock& stock) {

@@ -18,6 +18,7 @@ inline constexpr SInt32 kStockColorWhite = 1;
 inline constexpr SInt32 kStockColorClear = 6;
 inline constexpr SInt32 kStockColorOther = 14;
 inline constexpr SInt32 kStockPunched = 2;
+inline constexpr SInt32 kStockUncoated = 1;  // of the sides that are coated
 
 /// Types of paper that mean more than a name. 4 to 7 are this program's own; the others stand in the option map of
 /// "MediaType".
@@ -150,6 +151,15 @@ private:
 
 /// The stock with all that a ticket's dictionary says, as Stock::asTicket writes it.
 [[nodiscard]] Stock StockWithDetails(CFDictionaryRef ticket);
+
+/// The stock that panels work on: with its details on a printer whose panels show them (model/plugin_state.h), else
+/// what the constructor reads.
+[[nodiscard]] Stock StockOfTicket(CFDictionaryRef ticket);
+
+// The color and the type of the option map that stand for the stock's own: Other for one that has a name, tab stock for
+// tabs that the map has no row for.
+SInt32 StockColorOfMap(const Stock& stock);
+SInt32 StockTypeOfMap(const Stock& stock);
 
 /// The option of PageSize for a size of the user's own, in points to the hundredth: "Custom.283.46x566.93". Empty
 /// without a width and a length.

@@ -1,9 +1,13 @@
 #include "model/stock_summary.h"
 
+#include "model/plugin_state.h"
 #include "model/ppd_ui_dictionary.h"
+#include "model/stock_attributes.h"
 #include "platform/foundation/CFBundle.h"
 
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -63,29 +67,86 @@ std::u16string TypeText(CFBundleRef bundle, const Stock& stock) {
     return hasTabs && stock.modulus() > 0 ? WithModulus(std::move(name), stock.modulus()) : name;
 }
 
+/// The bank of tabs stands with the type.
+std::u16string AttributesText(CFBundleRef bundle, const Stock& stock) {
+    std::u16string text;
+    for (const StockAttributeRow& row : StockAttributes()) {
+        const std::u16string words = row.attribute == StockAttribute::tabs
+                                         ? std::u16string()
+                                         : StockAttributeWords(bundle, row, StockAttributeOf(stock, row));
+        text += (text.empty() || words.empty() ? u"" : u", ") + words;
+    }
+    return text;
+}
+
+CFRef<CFStringRef> String(const std::u16string& text) {
+    return CFRef<CFStringRef>::adopt(
+        CFStringCreateWithCharacters(kCFAllocatorDefault, text.data(), static_cast<CFIndex>(text.size())));
+}
+
+struct Line {
+    CFStringRef labelKey;
+    std::u16string text;
+};
+
+std::vector<Line> Lines(CFBundleRef bundle, JobContext context, const Stock& stock) {
+    const bool isJob = context == JobContext::job;
+    std::vector<Line> lines;
+    if (stock.size() != kTicketValueUnset && !isJob) {
+        lines.push_back({CFSTR("StockSize"), SizeText(bundle, stock)});
+    }
+    if (stock.color() != kTicketValueUnset || isJob) {
+        lines.push_back({CFSTR("StockColor"), ColorText(bundle, stock)});
+    }
+    if (stock.type() != kTicketValueUnset || isJob) {
+        lines.push_back({CFSTR("StockType"), TypeText(bundle, stock)});
+    }
+    return lines;
+}
+
+CFRef<CFStringRef> Joined(const std::vector<std::u16string>& parts, CFStringRef separator) {
+    std::u16string all;
+    for (const std::u16string& part : parts) {
+        all += (all.empty() || part.empty() ? std::u16string() : Text(separator)) + part;
+    }
+    return String(all);
+}
+
+std::vector<std::u16string> LabeledLines(CFBundleRef bundle, JobContext context, const Stock& stock) {
+    std::vector<std::u16string> texts;
+    if (!stock.customNameOnly()) {
+        for (const Line& line : Lines(bundle, context, stock)) {
+            texts.push_back(Localized(bundle, line.labelKey) + Localized(bundle, CFSTR(":")) + line.text);
+        }
+    }
+    return texts;
+}
+
 }  // namespace
 
 CFRef<CFStringRef> GenerateStockSummary(CFBundleRef bundle, JobContext context, const Stock& stock,
                                         CFStringRef separator) {
-    const bool isJob = context == JobContext::job;
-    std::u16string summary;
-    const auto addLine = [&](CFStringRef labelKey, const std::u16string& text) {
-        if (!summary.empty()) {
-            summary += Text(separator);
-        }
-        summary += Localized(bundle, labelKey) + Localized(bundle, CFSTR(":")) + text;
-    };
-    if (!stock.customNameOnly()) {
-        if (stock.size() != kTicketValueUnset && !isJob) {
-            addLine(CFSTR("StockSize"), SizeText(bundle, stock));
-        }
-        if (stock.color() != kTicketValueUnset || isJob) {
-            addLine(CFSTR("StockColor"), ColorText(bundle, stock));
-        }
-        if (stock.type() != kTicketValueUnset || isJob) {
-            addLine(CFSTR("StockType"), TypeText(bundle, stock));
-        }
+    return Joined(LabeledLines(bundle, context, stock), separator);
+}
+
+CFRef<CFStringRef> GenerateStockDescription(CFBundleRef bundle, JobContext context, const Stock& stock,
+                                            CFStringRef separator) {
+    std::vector<std::u16string> parts = LabeledLines(bundle, context, stock);
+    if (!ShowsStockDetails()) {
+        return Joined(parts, separator);
     }
-    return CFRef<CFStringRef>::adopt(
-        CFStringCreateWithCharacters(kCFAllocatorDefault, summary.data(), static_cast<CFIndex>(summary.size())));
+    if (const std::u16string name = Text(stock.customName()); !name.empty()) {
+        parts.insert(parts.begin(), Localized(bundle, CFSTR("StockName")) + Localized(bundle, CFSTR(":")) + name);
+    }
+    parts.push_back(AttributesText(bundle, stock));
+    return Joined(parts, separator);
+}
+
+CFRef<CFStringRef> GenerateStockWords(CFBundleRef bundle, const Stock& stock, CFStringRef separator) {
+    std::vector<std::u16string> parts;
+    for (Line& line : Lines(bundle, JobContext::cover, stock)) {
+        parts.push_back(std::move(line.text));
+    }
+    parts.push_back(AttributesText(bundle, stock));
+    return Joined(parts, separator);
 }

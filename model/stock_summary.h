@@ -10,3 +10,11 @@
 /// Names come from the PPD (model/ppd_ui_dictionary.h), words from the bundle's table "Localizable".
 [[nodiscard]] CFRef<CFStringRef> GenerateStockSummary(CFBundleRef bundle, JobContext context, const Stock& stock,
                                                       CFStringRef separator);
+
+/// All that is known of the stock: its name, that summary, and its attributes ("250 g/m², Coated on both sides,
+/// Gloss"), each as far as it is set.
+[[nodiscard]] CFRef<CFStringRef> GenerateStockDescription(CFBundleRef bundle, JobContext context, const Stock& stock,
+                                                          CFStringRef separator);
+
+/// What the stock is, with its size and without labels: "A4 (210 x 297 mm), Blue, Card Stock, 250 g/m²".
+[[nodiscard]] CFRef<CFStringRef> GenerateStockWords(CFBundleRef bundle, const Stock& stock, CFStringRef separator);

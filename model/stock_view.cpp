@@ -15,7 +15,7 @@ OSStatus ShowStockSummary(CFBundleRef bundle, ControlRef textView, const Stock* 
     if (stock == nullptr) {
         return UpdateSummaryTextView(textView, CFSTR(""));
     }
-    CFRef<CFStringRef> summary = GenerateStockSummary(bundle, context, *stock, CFSTR("\n"));
+    CFRef<CFStringRef> summary = GenerateStockDescription(bundle, context, *stock, CFSTR("\n"));
     if (CFStringGetLength(summary.get()) == 0) {
         summary =
             CopyLocalizedText(bundle, context == JobContext::job ? CFSTR("PrinterDefault") : CFSTR("UseJobSetting"));

@@ -67,6 +67,7 @@ Paper readJobPaper(PMTicketRef ticket) {
     paper.size = choiceOf(ticket, CFSTR("PageSize"));
     paper.color = choiceOf(ticket, CFSTR("MediaColor"));
     paper.type = choiceOf(ticket, CFSTR("MediaType"));
+    takePaperAttributes(ticket, &paper);
     return paper;
 }
 

@@ -2,30 +2,31 @@
 
 #include "driver/instructions/ticket_values.h"
 #include "model/ppd_option_maps.h"
+#include "model/stock_attributes.h"
 
 #include <algorithm>
+#include <array>
 
 namespace {
-
-/// Types that no option of the PPD stands for have one that they are made of.
-std::string typeOption(const Stock& stock) {
-    switch (stock.type()) {
-        case kStockTypePrecutTab:
-        case kStockTypeFullCutTab:
-            return paperOption(CFSTR("MediaType"), kStockTypeTabStock);
-        case kStockTypeOrdered:
-        case kStockTypeCustom:
-            return paperOption(CFSTR("MediaType"), kStockTypeOther);
-        case kStockTypeSystemDefault:
-            return {};
-        default:
-            return paperOption(CFSTR("MediaType"), stock.type());
-    }
-}
 
 int known(SInt32 value) {
     return std::max(value, 0);
 }
+
+struct AttributeRow {
+    StockAttribute attribute;
+    int Paper::*part;
+};
+constexpr std::array kAttributes{
+    // attribute, part
+    AttributeRow{StockAttribute::weight, &Paper::weight},
+    AttributeRow{StockAttribute::coatedSides, &Paper::sidesCoated},
+    AttributeRow{StockAttribute::coating, &Paper::coating},
+    AttributeRow{StockAttribute::finish, &Paper::finish},
+    AttributeRow{StockAttribute::grain, &Paper::grain},
+    AttributeRow{StockAttribute::tabs, &Paper::tabsInBank},
+};
+static_assert(kAttributes.size() == 6);  // holes are a flag
 
 }  // namespace
 
@@ -40,9 +41,10 @@ Paper readPaper(CFDictionaryRef ticket) {
     Paper paper;
     paper.size =
         stock.size() == kStockSizeCustom ? CustomSizeOption(stock) : paperOption(CFSTR("PageSize"), stock.size());
-    paper.color =
-        paperOption(CFSTR("MediaColor"), stock.color() == kStockColorCustom ? kStockColorOther : stock.color());
-    paper.type = typeOption(stock);
+    paper.color = paperOption(CFSTR("MediaColor"), StockColorOfMap(stock));
+    if (stock.type() != kStockTypeSystemDefault) {
+        paper.type = paperOption(CFSTR("MediaType"), StockTypeOfMap(stock));
+    }
     paper.tabsInBank = known(stock.modulus());
     paper.weight = known(stock.weight());
     paper.isPunched = stock.punched() == kStockPunched;
@@ -54,4 +56,33 @@ Paper readPaper(CFDictionaryRef ticket) {
     paper.typeName = utf8Text(stock.customType());
     paper.name = utf8Text(stock.customName());
     return paper;
+}
+
+std::vector<std::pair<const char*, std::string>> paperAttributes(const Paper& paper) {
+    std::vector<std::pair<const char*, std::string>> options;
+    const auto add = [&](StockAttribute attribute, int value) {
+        const StockAttributeRow& row = StockAttributeRowOf(attribute);
+        const std::string option = StockAttributeOption(row, value > 0 ? value : kTicketValueUnset);
+        options.emplace_back(row.mainKeyword, option == kAnyStockOption ? std::string() : option);
+    };
+    for (const AttributeRow& row : kAttributes) {
+        add(row.attribute, paper.*row.part);
+    }
+    add(StockAttribute::holes, paper.isPunched ? kStockPunched : 0);
+    return options;
+}
+
+void takePaperAttributes(PMTicketRef printSettings, Paper* paper) {
+    const auto choice = [&](StockAttribute attribute) {
+        const StockAttributeRow& row = StockAttributeRowOf(attribute);
+        return StockAttributeValue(row, choiceOf(printSettings, makeString(row.mainKeyword).get()));
+    };
+    for (const AttributeRow& row : kAttributes) {
+        if (const SInt32 value = choice(row.attribute); value > 0) {
+            paper->*row.part = value;
+        }
+    }
+    if (const SInt32 holes = choice(StockAttribute::holes); holes > 0) {
+        paper->isPunched = holes == kStockPunched;
+    }
 }

@@ -1,11 +1,15 @@
 #include "driver/job/page_codes.h"
 
+#include "driver/instructions/read_paper.h"
 #include "driver/job/printer_abilities.h"
+#include "model/stock_attributes.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -25,7 +29,12 @@ constexpr std::array kLightness{"Lightest", "Lighter", "Light", "Normal", "Dark"
 class CodeMaker {
 public:
     CodeMaker(const SheetPlan& plan, PMPrinter printer, const UsualChoices& usual)
-        : plan_(plan), printer_(printer), usual_(usual), papers_(plan.papers.size()), isNegative_(usual.isNegative) {}
+        : plan_(plan),
+          printer_(printer),
+          usual_(usual),
+          papers_(plan.papers.size()),
+          attributes_(attributesOf(plan)),
+          isNegative_(usual.isNegative) {}
 
     std::string codeAt(const Sheet& sheet, const SheetSide& side) {
         std::string code;
@@ -65,8 +74,26 @@ private:
                 const bool isOffered = hasOption(printer_, keyword, paper.*option);
                 code += codeOf(printer_, keyword, (isOffered ? paper : plan_.papers[0]).*option);
             }
+            for (const auto& [keyword, option] : paperAttributes(paper)) {
+                if (attributes_.contains(keyword)) {
+                    code += codeOf(printer_, keyword, option.empty() ? kAnyStockOption : option);
+                }
+            }
         }
         return code;
+    }
+
+    /// Attributes that a paper of the job says something of: then each must, as a sheet is else as the one before it.
+    static std::set<std::string_view> attributesOf(const SheetPlan& plan) {
+        std::set<std::string_view> told;
+        for (const Paper& paper : plan.papers) {
+            for (const auto& [keyword, option] : paperAttributes(paper)) {
+                if (!option.empty()) {
+                    told.insert(keyword);
+                }
+            }
+        }
+        return told;
     }
 
     /// Empty for the job's own.
@@ -81,6 +108,7 @@ private:
     PMPrinter printer_;
     const UsualChoices& usual_;
     std::vector<std::string> papers_;  // their code, once it is made
+    std::set<std::string_view> attributes_;
     std::optional<std::uint32_t> paper_;
     Sides sides_ = Sides::one;
     std::string lightness_;

@@ -1,6 +1,7 @@
 #include "driver/job/prepare_job.h"
 
 #include "driver/instructions/read_instructions.h"
+#include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
 #include "driver/job/controller_instructions.h"
 #include "driver/job/output_color.h"
@@ -105,6 +106,9 @@ private:
         // A booklet may have paper of its own. It is two-sided whatever the job is, and a fax is not.
         const Paper& paper = plan_.papers[plan_.sheets.front().paper];
         choose(!paper.size.empty(), "PageSize", paper.size.c_str());
+        for (const auto& [keyword, option] : paperAttributes(paper)) {
+            choose(!option.empty() && hasOption(source_.printer, keyword, option), keyword, option.c_str());
+        }
         const Sides sides = plan_.sheets.front().sides;
         choose(sides != instructions_.sides, "Duplex", duplexOption(sides));
         if (const auto passcode = readSecrets(source_.printSettings).passcode) {

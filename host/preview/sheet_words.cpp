@@ -2,6 +2,7 @@
 
 #include "host/preview/sheet_picture.h"
 #include "host/script/text.h"
+#include "host/settings/paper_words.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/summary.h"
 #include "host/settings/texts.h"
@@ -84,6 +85,9 @@ std::string paperWords(const Paper& paper, const Paper& other, const PrintSessio
     const auto type = std::ranges::find(options, "MediaType", [](const auto& option) { return option.first; });
     const std::string usual = type == options.end() ? std::string() : type->second;
     std::string all;
+    const auto add = [&](const std::string& words) {
+        all = all.empty() ? words : text(texts, "Preview List", {all, words});
+    };
     for (const auto& [keyword, part] :
          {std::pair{"MediaColor", &Paper::color}, {"PageSize", &Paper::size}, {"MediaType", &Paper::type}}) {
         const std::string& option = paper.*part;
@@ -91,8 +95,11 @@ std::string paperWords(const Paper& paper, const Paper& other, const PrintSessio
         const bool isTold = !option.empty() && !isUsual && option != other.*part;
         const auto words = isTold ? settingWords(session, texts, keyword, option) : std::nullopt;
         if (words) {
-            all = all.empty() ? words->choice : text(texts, "Preview List", {all, words->choice});
+            add(words->choice);
         }
+    }
+    for (const std::string& detail : paperDetailWords(paper, other, session, texts)) {
+        add(detail);
     }
     return all;
 }

@@ -31,6 +31,18 @@ constexpr std::array kFolds{
     FoldRow{"ZTri", "Proof Fold Z"},
 };
 
+/// Keys of the page device for what paper is, beside its weight, to the main keywords that set them.
+struct PaperAttributeRow {
+    const char* key;
+    const char* mainKeyword;
+};
+constexpr std::array kPaperAttributes{
+    // key, main keyword
+    PaperAttributeRow{"MediaCoatedSides", "TRMediaCoatedSides"}, PaperAttributeRow{"MediaCoating", "TRMediaCoating"},
+    PaperAttributeRow{"MediaFinish", "TRMediaFinish"},           PaperAttributeRow{"MediaGrain", "TRMediaGrain"},
+    PaperAttributeRow{"MediaPrepunched", "TRMediaPrepunched"},   PaperAttributeRow{"MediaTabs", "TRMediaTabs"},
+};
+
 bool isNothing(const std::string& value) {
     return value.empty() || value == "0" || value == "false" || value == "null" || value == "--nostringval--";
 }
@@ -135,6 +147,14 @@ private:
         }
         for (const char* keyword : {"MediaColor", "MediaType"}) {
             if (const std::string value = sheet.value(keyword); !value.empty()) {
+                join(option(keyword, value));
+            }
+        }
+        if (const std::string weight = sheet.value("MediaWeight"); !weight.empty()) {
+            join(text("Paper Weight", {weight}));
+        }
+        for (const auto& [key, keyword] : kPaperAttributes) {
+            if (const std::string value = sheet.value(key); !value.empty()) {
                 join(option(keyword, value));
             }
         }

@@ -18,6 +18,13 @@ constexpr SettingPlace kPlaces[] = {
     {"Collate",                "",        "Panel Paper and Output", kPanels,       111},
     {"MediaType",              "",        "Panel Paper and Output", kPanels,       104},
     {"MediaColor",             "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaWeight",           "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaCoatedSides",      "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaCoating",          "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaFinish",           "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaGrain",            "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaPrepunched",       "",        "Panel Paper and Output", kPanels,       104},
+    {"TRMediaTabs",             "",        "Panel Paper and Output", kPanels,       104},
     {"Duplex",                 "",        "Panel Paper and Output", kPanels,       113},
     {"StapleLocation",         "",        "Panel Paper and Output", kPanels,       111},
     {"TRFoldOptions",          "Booklet", "Panel Paper and Output", kPanels,       112},
@@ -37,7 +44,7 @@ constexpr SettingPlace kPlaces[] = {
     {"JCLBanner",              "",        "Panel Advanced",         kPanels,       632},
     {"Jog",                    "",        "Panel Advanced",         kPanels,       634},
 };
-static_assert(std::size(kPlaces) == 24);
+static_assert(std::size(kPlaces) == 31);
 // clang-format on
 
 }  // namespace

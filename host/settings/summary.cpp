@@ -5,6 +5,7 @@
 #include "host/settings/choice_words.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/job_hold.h"
+#include "host/settings/paper_words.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
 
@@ -173,10 +174,16 @@ private:
     }
 
     void tellPaper() {
+        if (!job_.paper.name.empty()) {
+            add("Summary Paper Name", {job_.paper.name});
+        }
         tell({"InputSlot", "MediaColor", "MediaType"});
         if (job_.paper.weight > 0) {
             add("Summary Paper Weight", {std::to_string(job_.paper.weight)});
         }
+        drop({"TRMediaWeight"});
+        tell({"TRMediaCoatedSides", "TRMediaCoating", "TRMediaFinish", "TRMediaGrain", "TRMediaPrepunched",
+              "TRMediaTabs"});
         if (job_.separators != Separators::none && job_.paper.type == kTransparencyType) {
             const bool arePrinted = job_.separators == Separators::printed;
             add("Summary Separators", {list({text(arePrinted ? "Summary Printed" : "Summary Blank"),
@@ -278,8 +285,12 @@ private:
 
     /// What paper has that the job's has not, and its color and type.
     std::string paperWords(const Paper& paper) const {
-        return list({paper.size == job_.paper.size ? "" : words("PageSize", paper.size),
-                     words("MediaColor", paper.color), words("MediaType", paper.type)});
+        std::string all = list({paper.size == job_.paper.size ? "" : words("PageSize", paper.size),
+                                words("MediaColor", paper.color), words("MediaType", paper.type)});
+        for (const std::string& detail : paperDetailWords(paper, job_.paper, session_, texts_)) {
+            all = list({all, detail});
+        }
+        return all;
     }
 
     void tellSpecialPages() {

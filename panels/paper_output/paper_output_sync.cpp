@@ -2,12 +2,16 @@
 
 #include "jobtypes/fax_options.h"
 #include "model/booklet_fold.h"
+#include "model/plugin_state.h"
 #include "model/ppd_access.h"
 #include "model/ppd_choice.h"
 #include "model/ppd_option_maps.h"
+#include "model/ppd_ui_dictionary.h"
 #include "model/setting_map.h"
+#include "model/stock_attributes.h"
 #include "model/ticket_items.h"
 #include "panels/paper_output/finishing_offset_dialog.h"
+#include "platform/printing/text.h"
 
 namespace {
 
@@ -52,11 +56,48 @@ void WriteBoolean(bool value, CFStringRef key, PMTicketRef ticket) {
 
 // ---- Paper
 
-/// An option that no number stands for leaves the record without one, and stays as it is.
-void TakeStockChoice(PMTicketRef ticket, CFStringRef mainKeyword, void (Stock::*set)(SInt32), Stock* stock) {
+/// The numbers of the options that stand for the stock. Only panels that show all of a paper know any of its own.
+SInt32 ColorOfOption(const Stock& stock) {
+    return ShowsStockDetails() ? StockColorOfMap(stock) : stock.color();
+}
+SInt32 TypeOfOption(const Stock& stock) {
+    return ShowsStockDetails() ? StockTypeOfMap(stock) : stock.type();
+}
+
+/// An option that no number stands for leaves the record without one, and stays as it is. One that stands for what the
+/// record has leaves it alone: it may know more, such as the name of a color. A paper that becomes another one loses
+/// its name.
+void TakeStockChoice(PMTicketRef ticket, CFStringRef mainKeyword, SInt32 (*ofOption)(const Stock&),
+                     SInt32 (Stock::*get)() const, void (Stock::*set)(SInt32), Stock* stock) {
     const SInt32 value = ReadPPDChoice(ticket, mainKeyword, kTicketValueUnset);
-    if (value != kTicketValueUnset) {
-        (stock->*set)(value == kNoTicketValue ? kTicketValueUnset : value);
+    const SInt32 own = ofOption(*stock);
+    if (value == kTicketValueUnset || (value == own && own != (stock->*get)())) {
+        return;
+    }
+    if (value != own) {
+        stock->setCustomName(CFSTR(""));
+    }
+    (stock->*set)(value == kNoTicketValue ? kTicketValueUnset : value);
+}
+
+/// What a queue asks for beyond color and type. Its "Any" says nothing of what the record knows.
+void TakeStockAttributes(PMTicketRef ticket, Stock* stock) {
+    for (const StockAttributeRow& row : StockAttributes()) {
+        CFStringRef option = nullptr;
+        PPDGetMainKeywordValue(ticket, CFStringMakeConstant(row.mainKeyword), &option);
+        if (const SInt32 value = StockAttributeValue(row, utf8Text(option)); value != kTicketValueUnset) {
+            (stock->*row.set)(value);
+        }
+    }
+}
+
+void WriteStockAttributes(const Stock& stock, PMTicketRef ticket) {
+    for (const StockAttributeRow& row : StockAttributes()) {
+        const CFStringRef mainKeyword = CFStringMakeConstant(row.mainKeyword);
+        if (PPDGetGlobalOptions(mainKeyword) != nullptr) {
+            PPDSetMainKeyword(ticket, mainKeyword,
+                              makeString(StockAttributeOption(row, StockAttributeOf(stock, row))).get());
+        }
     }
 }
 
@@ -64,9 +105,12 @@ void TakeStockChoice(PMTicketRef ticket, CFStringRef mainKeyword, void (Stock::*
 Stock ReadStock(PMTicketRef ticket) {
     Stock stock;
     if (const CFDictionaryRef stored = GetDictionary(ticket, kJobLevelStockItem)) {
-        stock = Stock(stored);
-        TakeStockChoice(ticket, kMediaColorMainKeyword, &Stock::setColor, &stock);
-        TakeStockChoice(ticket, kMediaTypeMainKeyword, &Stock::setType, &stock);
+        stock = StockOfTicket(stored);
+        TakeStockChoice(ticket, kMediaColorMainKeyword, ColorOfOption, &Stock::color, &Stock::setColor, &stock);
+        TakeStockChoice(ticket, kMediaTypeMainKeyword, TypeOfOption, &Stock::type, &Stock::setType, &stock);
+        if (ShowsStockDetails()) {
+            TakeStockAttributes(ticket, &stock);
+        }
     } else {
         DefaultStock(&stock, JobContext::job);
     }
@@ -75,8 +119,9 @@ Stock ReadStock(PMTicketRef ticket) {
 
 void WriteStock(const PaperOutputSettings& settings, PMTicketRef ticket) {
     PMTicketSetCFDictionary(ticket, kCreator, kJobLevelStockItem, settings.stock.asTicket().get(), kPMUnlocked);
-    WritePPDChoice(settings.stock.color(), kMediaColorMainKeyword, ticket);
-    WritePPDChoice(settings.stock.type(), kMediaTypeMainKeyword, ticket);
+    WritePPDChoice(ColorOfOption(settings.stock), kMediaColorMainKeyword, ticket);
+    WritePPDChoice(TypeOfOption(settings.stock), kMediaTypeMainKeyword, ticket);
+    WriteStockAttributes(settings.stock, ticket);
 }
 
 // ---- Finishing

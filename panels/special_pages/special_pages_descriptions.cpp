@@ -36,7 +36,7 @@ std::u16string ValueName(CFBundleRef bundle, const SettingMap* map, SInt32 value
 }
 
 CFRef<CFStringRef> Description(CFBundleRef bundle, const std::u16string& own, JobContext context, const Stock& stock) {
-    const std::u16string paper = Text(GenerateStockSummary(bundle, context, stock, CFSTR(", ")).get());
+    const std::u16string paper = Text(GenerateStockDescription(bundle, context, stock, CFSTR(", ")).get());
     return String(own + (own.empty() || paper.empty() ? u"" : u";  ") + paper);
 }
 

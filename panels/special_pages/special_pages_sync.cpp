@@ -41,7 +41,7 @@ void ReadSpecialPages(PMTicketRef ticket, SpecialPageRecords* records) {
     records->exceptions.setFromTicket(ListItem(ticket, kExceptionListItem));
     CFDictionaryRef jobStock = nullptr;
     const OSStatus status = PMTicketGetCFDictionary(ticket, kPMTopLevel, kPMTopLevel, kJobLevelStockItem, &jobStock);
-    records->jobStock = status == noErr ? std::make_unique<Stock>(jobStock) : nullptr;
+    records->jobStock = status == noErr ? std::make_unique<Stock>(StockOfTicket(jobStock)) : nullptr;
     SyncCovers(ticket, kCoversFromTicket, &records->frontCover, &records->backCover);
     if (records->frontCover && !records->backCover && HasPairOfCovers(ticket)) {
         records->backCover = std::make_unique<Cover>(*records->frontCover);

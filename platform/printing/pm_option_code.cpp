@@ -40,6 +40,19 @@ std::string between(const std::string& keyword, const std::string& choice, const
            "%%EndFeature\n";
 }
 
+/// The whole number of "Custom.250" where the option takes one.
+std::optional<std::string> numberOf(const PPDOption& option, std::string_view choice) {
+    static constexpr std::string_view kCustom = "Custom.";
+    if (!option.hasNumberCustom || !option.findChoice("Custom") || !choice.starts_with(kCustom)) {
+        return std::nullopt;
+    }
+    const std::string_view digits = choice.substr(kCustom.size());
+    int number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return error == std::errc() && end == digits.data() + digits.size() ? std::optional(std::to_string(number))
+                                                                        : std::nullopt;
+}
+
 std::optional<std::string> codeOf(const PPDFile& ppd, const std::string& keyword, const std::string& choice) {
     const PPDOption* const option = ppd.findOption(keyword);
     if (option == nullptr || option->isCommand || option->installable) {
@@ -47,6 +60,10 @@ std::optional<std::string> codeOf(const PPDFile& ppd, const std::string& keyword
     }
     if (const auto found = choice.empty() ? option->defaultChoice : option->findChoice(choice)) {
         return between(keyword, option->choices[*found].keyword, option->choices[*found].code);
+    }
+    if (const auto number = numberOf(*option, choice)) {
+        const PPDChoice& custom = option->choices[*option->findChoice("Custom")];
+        return between("Custom" + keyword, "True", *number + "\n" + custom.code);
     }
     const auto size = keyword == kPageSize && ppd.customSizes ? readCustomSize(choice) : std::nullopt;
     const auto custom = option->findChoice("Custom");

@@ -110,6 +110,7 @@ PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installab
     ppd_coption_t* const custom = ppdFindCustomOption(ppd, option.keyword);
     made.hasSecretCustom = hasParameter(custom, {PPD_CUSTOM_PASSCODE, PPD_CUSTOM_PASSWORD});
     made.hasTextCustom = made.hasSecretCustom || hasParameter(custom, {PPD_CUSTOM_STRING});
+    made.hasNumberCustom = hasParameter(custom, {PPD_CUSTOM_INT}) && cupsArrayCount(custom->params) == 1;
     made.isCommand = option.section == PPD_ORDER_JCL;
     return made;
 }

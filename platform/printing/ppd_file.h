@@ -29,6 +29,7 @@ struct PPDOption {
     std::optional<std::size_t> defaultChoice;  // position of the *Default... of the PPD; none when it names none
     bool hasSecretCustom = false;              // its custom choice takes a passcode or password
     bool hasTextCustom = false;                // or any other text
+    bool hasNumberCustom = false;              // or one whole number
     bool isCommand = false;                    // its code is one of the printer's commands, not PostScript
 
     /// The position of a choice, in upper or lower case; none when the option has no such choice.

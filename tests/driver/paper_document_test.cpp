@@ -38,6 +38,7 @@ Names keys() {
         names.merge(found(source, kKey));
     }
     names.merge(found("resources/ppd/Tavro-ZR420.ppd", R"re(\*(?:JCL)?OpenUI \*([A-Za-z0-9]+)/)re"));
+    names.merge(found("model/stock_attributes.cpp", "\"(TR[A-Za-z]+)\""));
     // Texts, what is installed, and a second name of PageSize.
     std::erase_if(names, [](const std::string& name) { return name.starts_with("Option") && name.size() > 6; });
     for (const char* const other : {"Localizable", "Unknown", "PageRegion"}) {

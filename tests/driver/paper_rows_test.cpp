@@ -65,6 +65,7 @@ const std::string kLongEdge = text("Duplex", "DuplexNoTumble");
 
 constexpr const char* kZR410 = "resources/ppd/Tavro-ZR410.ppd";
 constexpr const char* kZR420 = "resources/ppd/Tavro-ZR420.ppd";
+constexpr const char* kZR840 = "resources/ppd/Tavro-ZR840.ppd";
 
 // ---- Jobs
 
@@ -279,6 +280,28 @@ TEST_F(PaperRow, Covers) {
          "Blue[-] [P1] Blue[-]",
          {"cover-back-type=print-none"}},
     });
+}
+
+TEST_F(PaperRow, WhatPaperIsMadeOf) {
+    const std::string gloss = number("Type", 31) + text("CustomName", "Cover, 251 g") + number("Weight", 251) +
+                              number("SidesCoated", 3) + number("kCoatingType", 1);
+    const std::string linen = number("Type", 1) + number("Finish", 3) + number("kGrain", 2) + number("Punched", 2);
+    const std::string tabs = number("Type", 24) + number("Modulus", 7);
+    const std::string lilac =
+        number("Color", 10) + text("CustomColor", "Lilac") + number("Type", 7) + text("CustomType", "Rag");
+    check(
+        {{"all of the job",
+          dict(kTavro + "JobLevelStock", gloss) + pages("1-2"),
+          "Weight=251 CoatedSides=Both Coating=Gloss[P1] Weight=251 CoatedSides=Both Coating=Gloss[P2]",
+          {"media-key=Cover, 251 g", "media-weight-metric=251"}},
+         {"as a queue asks for it", options(text("TRMediaWeight", "120") + text("TRMediaFinish", "Laid")) + pages("1"),
+          "Weight=120 Finish=Laid[P1]"},
+         {"of some sheets",
+          cover("Front", nothing, gloss) + inserts(insert(1, 1, linen)) +
+              exceptions(exception(2, 2, stock(tabs)) + exception(3, 3, stock(lilac))) + pages("1-4"),
+          "HeavyGlossy Weight=251 CoatedSides=Both Coating=Gloss[-] [P1] "
+          "Finish=Linen Grain=Short Prepunched=True[-] TabStock Tabs=7[P2] Other Other[P3] [P4]"}},
+        kZR840);
 }
 
 TEST_F(PaperRow, InsertsAndExceptions) {

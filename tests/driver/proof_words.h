@@ -29,6 +29,10 @@ inline std::string wordsOf(const Proof& proof) {
                                         color == "White" ? "" : color, type == "Standard" ? "" : type}) {
             paper += (paper.empty() || part.empty() ? "" : " ") + part;
         }
+        for (const char* key : {"Weight", "CoatedSides", "Coating", "Finish", "Grain", "Prepunched", "Tabs"}) {
+            const std::string value = sheet.value(std::string("Media") + key);
+            paper += value.empty() ? "" : (paper.empty() ? "" : " ") + std::string(key) + "=" + value;
+        }
         words += (words.empty() ? "" : " ") + paper + "[" + side(sheet.side1);
         words += (sheet.isTwoSided ? "|" + side(sheet.side2) : "") + (sheet.isTumbled ? "]s" : "]");
     }

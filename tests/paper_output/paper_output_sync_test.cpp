@@ -446,4 +446,46 @@ TEST_F(PaperOutputSync, PasscodeAndTimeOutliveOtherJobTypes) {
     EXPECT_EQ(Text(settings.job.passcode.get()), "1234") << "known to the session";
 }
 
+TEST(ProductionPaper, ComesBackWholeAndAsTheOptionsSay) {
+    const PluginSession printer(sourcePath("resources/ppd/Tavro-ZR840.ppd"));
+    const auto ask = [&](const char* keyword, const char* option) {
+        PPDSetMainKeyword(printer.settings, String(keyword).get(), String(option).get());
+    };
+    const auto asked = [&](const char* keyword) {
+        CFStringRef option = nullptr;
+        PPDGetMainKeywordValue(printer.settings, String(keyword).get(), &option);
+        return Text(option);
+    };
+    const PaperOutputScope scope{};
+    PaperOutputSettings settings;
+    settings.stock.setColor(kStockColorCustom);
+    settings.stock.setCustomColor(CFSTR("Lilac"));
+    settings.stock.setType(kStockTypeOrdered);
+    settings.stock.setModulus(7);
+    settings.stock.setWeight(251);
+    settings.stock.setSidesCoated(3);
+    settings.stock.setCustomName(CFSTR("Cover"));
+    for (const bool showsAll : {false, true}) {
+        SetShowsStockDetails(showsAll);
+        WritePaperOutputSettings(&settings, scope, printer.settings);
+        PaperOutputSettings read;
+        ReadPaperOutputSettings(printer.settings, scope, &read);
+        EXPECT_EQ(read.stock == settings.stock, showsAll);
+    }
+    EXPECT_EQ(asked("MediaColor") + asked("MediaType"), "OtherOther");
+    EXPECT_EQ(asked("TRMediaWeight") + asked("TRMediaCoating") + asked("TRMediaGrain"), "Custom.251GlossAny");
+
+    ask("TRMediaWeight", "80");
+    ask("TRMediaGrain", "Long");
+    ask("TRMediaCoating", "Any");
+    ask("MediaColor", "Blue");
+    ReadPaperOutputSettings(printer.settings, scope, &settings);
+    SetShowsStockDetails(false);
+    EXPECT_EQ(settings.stock.weight(), 80);
+    EXPECT_EQ(settings.stock.grain(), 1);
+    EXPECT_EQ(settings.stock.coatingType(), 1) << "any says nothing";
+    EXPECT_EQ(settings.stock.color(), 2);
+    EXPECT_EQ(Text(settings.stock.customName()), "") << "it is another paper now";
+}
+
 }  // namespace
