@@ -1,13 +1,15 @@
 #include "model/advanced_stock_selection.h"
 
+#include "model/plugin_state.h"
+#include "model/stock_description.h"
+#include "model/stock_details.h"
+#include "model/stock_library_dialog.h"
 #include "model/stock_menu.h"
 #include "model/stock_view.h"
-#include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFString.h"
 #include "ui/control_utilities.h"
 #include "ui/help.h"
 #include "ui/nib_window.h"
-#include "ui/number_text.h"
 #include "ui/setting_menus.h"
 #include "ui/text_input.h"
 
@@ -21,13 +23,24 @@ constexpr ControlID kTypeID = {kSignature, 22003};
 constexpr ControlID kSizeLabelID = {kSignature, 22008};
 constexpr ControlID kColorLabelID = {kSignature, 22009};
 constexpr ControlID kWeightID = {kSignature, 22010};
+constexpr ControlID kLibraryID = {kSignature, 22030};  // of the library's own window: that of the description
 constexpr ControlID kIconID = {kSignature, 22050};
+constexpr ControlID kNameID = {kSignature, 22069};
+constexpr ControlID kCommentID = {kSignature, 22070};
+constexpr ControlID kDescriptionID = {kSignature, 22071};
+
+constexpr OSType kDescribeCommand = FourCharCode("Sdsc");
+constexpr OSType kLibraryCommand = FourCharCode("Slib");
 
 constexpr SInt16 kSummaryFontSize = 10;
 constexpr SInt32 kWeightDigits = 5;
+constexpr SInt32 kLongestName = 80;
+constexpr SInt32 kLongestComment = 1000;
 
 constexpr EventTypeSpec kDialogEvents[] = {{kEventClassCommand, kEventCommandProcess},
-                                           {kEventClassControl, kEventControlHit}};
+                                           {kEventClassControl, kEventControlHit},
+                                           {kEventClassTextInputChange, kEventInputIsEmpty},
+                                           {kEventClassTextInputChange, kEventInputHasText}};
 constexpr EventTypeSpec kStockEvents[] = {{kEventClassCommand, kEventCommandProcess}};
 constexpr EventTypeSpec kTextEvents[] = {{kEventClassTextInput, kEventTextInputUnicodeForKeyEvent}};
 
@@ -41,6 +54,10 @@ struct AdvancedStockSelectionContext {
     ControlRef color;
     ControlRef type;
     ControlRef weight;  // null in windows without one
+    ControlRef name;    // these three of the library's own window, null in another
+    ControlRef comment;
+    ControlRef description;
+    StockDetails details;
     _StockMenuCommandEventHandlerData data;
 };
 
@@ -71,6 +88,31 @@ void ShowChoices(const AdvancedStockSelectionContext& context) {
     SelectValue(context.type, context.stock.type());
 }
 
+/// A production printer's weight and tabs have limits; what is typed beyond them cannot be accepted.
+bool CheckNumbers(const AdvancedStockSelectionContext& context) {
+    if (!ShowsStockDetails()) {
+        return true;
+    }
+    const bool isWeight = context.weight == nullptr ||
+                          CheckStockNumber(context.bundle, context.weight, StockAttributeRowOf(StockAttribute::weight),
+                                           context.stock.weight());
+    const bool areDetails = context.details.check(context.stock);
+    ControlRef button = nullptr;
+    GetWindowDefaultButton(context.window.get(), &button);
+    isWeight&& areDetails ? EnableControl(button) : DisableControl(button);
+    return isWeight && areDetails;
+}
+
+/// A paper that was changed is no longer the one of its name. The library's own window asks for that.
+void Changed(AdvancedStockSelectionContext* context) {
+    if (context->name == nullptr) {
+        context->stock.setCustomName(CFSTR(""));
+        context->stock.setCustomNameOnly(false);
+    }
+    ShowSummary(*context);
+    CheckNumbers(*context);
+}
+
 void DisableWithLabel(ControlRef popUp, ControlRef label) {
     SetControl32BitValue(popUp, 0);
     DisableControl(popUp);
@@ -90,6 +132,21 @@ void FillPopUp(const AdvancedStockSelectionContext& context, ControlRef popUp, C
     }
 }
 
+void ForgetDetails(Stock* stock) {
+    stock->setWeight(kTicketValueUnset);
+    stock->setModulus(kTicketValueUnset);
+    stock->setSidesCoated(kTicketValueUnset);
+    stock->setFinish(kTicketValueUnset);
+    stock->setGrain(kTicketValueUnset);
+    stock->setCustomColor(CFSTR(""));
+    stock->setCustomType(CFSTR(""));
+}
+
+void ShowDescription(const AdvancedStockSelectionContext& context) {
+    const CFStringRef text = context.stock.description();
+    SetControlData(context.description, kControlEntireControl, kControlStaticTextCFStringTag, sizeof text, &text);
+}
+
 void RevertToDefaults(AdvancedStockSelectionContext* context) {
     if (context->data.context != JobContext::job) {
         context->stock.setSize(1);
@@ -98,31 +155,24 @@ void RevertToDefaults(AdvancedStockSelectionContext* context) {
     context->stock.setType(kStockTypeStandard);
     context->stock.setPunched(kTicketValueUnset);
     context->stock.setDescription(CFSTR(""));
+    if (ShowsStockDetails()) {
+        ForgetDetails(&context->stock);
+        ShowNumber(context->weight, context->stock.weight());
+    }
+    ShowDescription(*context);
+    context->details.show(context->stock);
     ShowChoices(*context);
-    ShowSummary(*context);
+    Changed(context);
 }
 
 // ---- Weight
-
-/// kTicketValueUnset for an empty field.
-SInt32 EnteredWeight(ControlRef field) {
-    CFStringRef text = nullptr;
-    GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
-    const auto owned = CFRef<CFStringRef>::adopt(text);
-    const auto locale = CFRef<CFLocaleRef>::adopt(CFLocaleCopyCurrent());
-    const auto formatter = CFRef<CFNumberFormatterRef>::adopt(
-        CFNumberFormatterCreate(kCFAllocatorDefault, locale.get(), kCFNumberFormatterDecimalStyle));
-    SInt32 weight = kTicketValueUnset;
-    CFNumberFormatterGetValueFromString(formatter.get(), text, nullptr, kCFNumberSInt32Type, &weight);
-    return weight;
-}
 
 /// Lets digits into the field, and the number that they make into the stock.
 OSStatus StockWeightInputEventHandler(EventHandlerCallRef next, EventRef event, void* userData) {
     const OSStatus status = NumericInputFilterHandler(next, event, nullptr);
     auto* context = static_cast<AdvancedStockSelectionContext*>(userData);
-    context->stock.setWeight(EnteredWeight(context->weight));
-    ShowSummary(*context);
+    context->stock.setWeight(EnteredNumber(context->weight));
+    Changed(context);
     return status;
 }
 
@@ -130,12 +180,7 @@ void ShowWeight(AdvancedStockSelectionContext* context) {
     if (context->weight == nullptr) {
         return;
     }
-    if (context->stock.weight() != kTicketValueUnset) {
-        const auto text =
-            CFRef<CFStringRef>::adopt(CreateLocalizedCFStringFromNumberWithDecimals(context->stock.weight(), 0));
-        const CFStringRef data = text.get();
-        SetControlData(context->weight, kControlEntireControl, kControlEditTextCFStringTag, sizeof data, &data);
-    }
+    ShowNumber(context->weight, context->stock.weight());
     InstallControlEventHandler(context->weight, StockWeightInputEventHandler, std::size(kTextEvents), kTextEvents,
                                context, nullptr);
     LimitInputLength(context->weight, kWeightDigits);
@@ -155,16 +200,53 @@ OSStatus End(AdvancedStockSelectionContext* context, SInt16 result) {
     return QuitAppModalLoopForWindow(context->window.get());
 }
 
+void ShowAll(AdvancedStockSelectionContext* context) {
+    ShowNumber(context->weight, context->stock.weight());
+    context->details.show(context->stock);
+    ShowChoices(*context);
+    ShowSummary(*context);
+    CheckNumbers(*context);
+}
+
+void ChooseFromLibrary(AdvancedStockSelectionContext* context) {
+    SInt16 result = kStockLibraryCancel;
+    RunModalStockLibrary(context->bundle, context->data.context, &context->stock, &result);
+    if (result == kStockLibraryOK) {
+        ShowAll(context);
+    }
+}
+
+void Describe(AdvancedStockSelectionContext* context) {
+    SInt16 result = kStockDescriptionCancel;
+    RunModalStockDescriptionSetup(context->bundle, DialogMode::edit, context->data.context, &context->stock, &result);
+    ShowDescription(*context);
+}
+
+void TakeTexts(AdvancedStockSelectionContext* context) {
+    context->details.take(&context->stock);
+    if (context->name != nullptr) {
+        context->stock.setCustomName(CopyFieldText(context->name).get());
+        context->stock.setComment(CopyFieldText(context->comment).get());
+    }
+}
+
 OSStatus HandleCommand(AdvancedStockSelectionContext* context, OSType command) {
     switch (command) {
         case FourCharCode("ok  "):
-            return End(context, kAdvancedStockSelectionOK);
+            TakeTexts(context);
+            return CheckNumbers(*context) ? End(context, kAdvancedStockSelectionOK) : noErr;
         case FourCharCode("not!"):
             return End(context, kAdvancedStockSelectionCancel);
         case FourCharCode("Thlp"):
             return ShowHelp(*context);
         case FourCharCode("rvrt"):
             RevertToDefaults(context);
+            return noErr;
+        case kDescribeCommand:
+            Describe(context);
+            return noErr;
+        case kLibraryCommand:
+            ChooseFromLibrary(context);
             return noErr;
         case kStockCommandType:
             SelectValue(context->color, context->stock.color());
@@ -176,6 +258,12 @@ OSStatus HandleCommand(AdvancedStockSelectionContext* context, OSType command) {
 
 OSStatus AdvancedStockSelectionEventHandler(EventHandlerCallRef, EventRef event, void* userData) {
     auto* context = static_cast<AdvancedStockSelectionContext*>(userData);
+    if (GetEventClass(event) == kEventClassTextInputChange) {
+        if (context->details.take(&context->stock)) {
+            Changed(context);
+        }
+        return eventNotHandledErr;
+    }
     if (GetEventClass(event) == kEventClassControl) {
         // A pop-up's hit follows its command. By now a custom size may have been given up.
         ControlRef control = nullptr;
@@ -183,11 +271,34 @@ OSStatus AdvancedStockSelectionEventHandler(EventHandlerCallRef, EventRef event,
         if (control == context->size) {
             SelectValue(context->size, context->stock.size());
         }
+        if (context->details.take(&context->stock)) {
+            Changed(context);
+        }
+        context->details.showChoices(context->stock);
+        CheckNumbers(*context);
         return eventNotHandledErr;
     }
     HICommand command{};
     GetEventParameter(event, kEventParamDirectObject, typeHICommand, nullptr, sizeof command, nullptr, &command);
     return HandleCommand(context, command.commandID);
+}
+
+void InstallDetails(AdvancedStockSelectionContext* context) {
+    if (context->name != nullptr) {
+        SetFieldText(context->name, context->stock.customName());
+        LimitInputLength(context->name, kLongestName);
+        SetFieldText(context->comment, context->stock.comment());
+        LimitInputLength(context->comment, kLongestComment);
+        ShowDescription(*context);
+        SetKeyboardFocus(context->window.get(), context->name);
+    }
+    if (ShowsStockDetails()) {
+        ShowControl(Find(*context, kLibraryID));
+        StockDetails::appendNamedColors(context->bundle, context->color);
+        StockDetails::appendNamedTypes(context->bundle, context->type);
+    }
+    context->details.install(context->bundle, context->window.get());
+    context->details.show(context->stock);
 }
 
 OSStatus InitializeAdvancedStockSelection(AdvancedStockSelectionContext* context) {
@@ -205,6 +316,9 @@ OSStatus InitializeAdvancedStockSelection(AdvancedStockSelectionContext* context
     context->color = Find(*context, kColorID);
     context->type = Find(*context, kTypeID);
     context->weight = Find(*context, kWeightID);
+    context->name = Find(*context, kNameID);
+    context->comment = Find(*context, kCommentID);
+    context->description = Find(*context, kDescriptionID);
 
     SetupTextViewControl(context->data.summaryView, kSummaryFontSize);
     if (context->data.context == JobContext::job) {
@@ -214,9 +328,11 @@ OSStatus InitializeAdvancedStockSelection(AdvancedStockSelectionContext* context
     }
     FillPopUp(*context, context->color, Find(*context, kColorLabelID), PopulateStockColorMenu);
     FillPopUp(*context, context->type, nullptr, PopulateStockTypeMenu);
+    InstallDetails(context);
     ShowChoices(*context);
     ShowSummary(*context);
     ShowWeight(context);
+    CheckNumbers(*context);
 
     status = InitializeStockMenuButton(nullptr, &context->data);
     if (status == noErr) {

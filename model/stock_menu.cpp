@@ -2,11 +2,17 @@
 
 #include "model/advanced_stock_selection.h"
 #include "model/custom_stock_size.h"
+#include "model/plugin_state.h"
 #include "model/ppd_ui_dictionary.h"
+#include "model/stock_library.h"
+#include "model/stock_library_dialog.h"
 #include "model/stock_view.h"
 #include "platform/foundation/CFString.h"
 #include "ui/localization.h"
+#include "ui/message_text.h"
 #include "ui/ppd_menus.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -40,6 +46,64 @@ void PopulateFromPPD(MenuRef menu, CFStringRef mainKeyword, OSType command) {
 void InsertUseJobSetting(MenuRef menu, CFBundleRef bundle, OSType command) {
     InsertMenuItemTextWithCFString(menu, CopyLocalizedText(bundle, CFSTR("UseJobSetting")).get(), 0, 0, command);
     SetMenuItemRefCon(menu, 1, kTicketValueUnset);
+}
+
+// ---- Papers of the user's library
+
+constexpr MenuRefCon kLibraryItem = 0;
+constexpr MenuRefCon kPaperItem = 1;
+constexpr std::size_t kMostNames = 20;  // in a menu; the library's window has all
+constexpr CFIndex kLongestName = 60;
+
+/// The paper that an item shows, lent; null when it is gone.
+const Stock* PaperOfItem(MenuRef menu, MenuItemIndex item) {
+    CFStringRef text = nullptr;
+    CopyMenuItemTextAsCFString(menu, item, &text);
+    const auto shown = CFRef<CFStringRef>::adopt(text);
+    const auto& papers = UsersStockLibrary().papers;
+    const auto found = std::ranges::find_if(papers, [&](const Stock& paper) {
+        return CFEqual(CopyTextForOneLine(paper.customName(), kLongestName).get(), shown.get());
+    });
+    return found != papers.end() ? &*found : nullptr;
+}
+
+/// Reads the library when somebody looks at the menu: a dialog that nobody asks for papers need not wait for them.
+void FillNamedMenu(MenuRef menu) {
+    const CFBundleRef bundle = GetPDEBundle();
+    DeleteAllItems(menu);
+    const auto& papers = UsersStockLibrary().papers;
+    for (std::size_t i = 0; i < std::min(papers.size(), kMostNames); ++i) {
+        MenuItemIndex item = 0;
+        AppendMenuItemTextWithCFString(menu, CopyTextForOneLine(papers[i].customName(), kLongestName).get(), 0,
+                                       kStockCommandNamed, &item);
+        SetMenuItemRefCon(menu, item, kPaperItem);
+    }
+    if (!papers.empty()) {
+        AppendSeparator(menu);
+    }
+    AppendItem(menu, bundle, CFSTR("StockLibrary..."), kStockCommandNamed);
+}
+
+OSStatus FillNamedMenuEventHandler(EventHandlerCallRef, EventRef, void* menu) {
+    FillNamedMenu(static_cast<MenuRef>(menu));
+    return noErr;
+}
+
+OSStatus AppendNamedMenu(MenuRef menu, CFBundleRef bundle) {
+    MenuRef named = nullptr;
+    OSStatus status = CreateNewMenu(0, kMenuAttrExcludesMarkColumn | kMenuAttrCondenseSeparators, &named);
+    if (status != noErr) {
+        return status;
+    }
+    const MenuItemIndex item = AppendItem(menu, bundle, CFSTR("StockNamed"), 0);
+    AppendItem(named, bundle, CFSTR("StockLibrary..."), kStockCommandNamed);
+    status = SetMenuItemHierarchicalMenu(menu, item, named);
+    if (status == noErr) {
+        status = InstallEventHandler(GetMenuEventTarget(named), NewEventHandlerUPP(FillNamedMenuEventHandler), 1,
+                                     &kEnableItemsEvent, named, nullptr);
+    }
+    ReleaseMenu(named);
+    return status;
 }
 
 using PopulateProc = void (*)(MenuRef menu, CFBundleRef bundle, JobContext context);
@@ -100,6 +164,22 @@ bool ChooseSize(const _StockMenuCommandEventHandlerData& data, SInt32 size) {
     return true;
 }
 
+/// False when no paper was chosen, or it is gone.
+bool ChooseNamed(const _StockMenuCommandEventHandlerData& data, const HICommand& command) {
+    MenuRefCon reference = kLibraryItem;
+    GetMenuItemRefCon(command.menu, command.menuItemIndex, &reference);
+    if (reference == kLibraryItem) {
+        SInt16 result = kStockLibraryCancel;
+        RunModalStockLibrary(data.bundle, data.context, data.stock, &result);
+        return result == kStockLibraryOK;
+    }
+    const Stock* const paper = PaperOfItem(command.menu, command.menuItemIndex);
+    if (paper != nullptr) {
+        UseNamedStock(*paper, data.context, data.stock);
+    }
+    return paper != nullptr;
+}
+
 OSStatus CarryOut(const _StockMenuCommandEventHandlerData& data, const HICommand& command) {
     if (data.stock == nullptr) {
         return eventNotHandledErr;
@@ -113,12 +193,20 @@ OSStatus CarryOut(const _StockMenuCommandEventHandlerData& data, const HICommand
             DefaultStock(data.stock, data.context);
             Refresh(data);
             break;
+        case kStockCommandNamed:
+            if (ChooseNamed(data, command)) {
+                Refresh(data);
+            } else {
+                answer = noErr;
+            }
+            break;
         case kStockCommandAdvanced: {
             SInt16 result = kAdvancedStockSelectionCancel;
             RunModalAdvancedStockSelection(data.bundle, data.mode, data.context, NamedPaperContext::office, data.stock,
                                            &result);
             if (result == kAdvancedStockSelectionOK) {
-                RefreshUnnamed(data);
+                // The window that shows all of a paper sees by itself whether that is still the one of its name.
+                ShowsStockDetails() ? Refresh(data) : RefreshUnnamed(data);
             }
             break;
         }
@@ -212,6 +300,9 @@ OSStatus PopulateStockMenu(MenuRef menu, CFBundleRef bundle, JobContext context,
         status = AppendSubmenu(menu, bundle, CFSTR("StockType"), 0, context, PopulateStockTypeMenu);
     }
     AppendSeparator(menu);
+    if (status == noErr && ShowsStockDetails()) {
+        status = AppendNamedMenu(menu, bundle);
+    }
     AppendItem(menu, bundle, CFSTR("StockAdvanced..."), kStockCommandAdvanced);
     return status;
 }

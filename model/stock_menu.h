@@ -18,6 +18,8 @@ inline constexpr OSType kStockCommandSize = FourCharCode("Ssiz");
 inline constexpr OSType kStockCommandColor = FourCharCode("Sclr");
 inline constexpr OSType kStockCommandType = FourCharCode("Styp");
 inline constexpr OSType kStockCommandAdvanced = FourCharCode("Sadv");
+/// On a printer that shows all of a paper (model/plugin_state.h): a paper of the user's library, or the library itself.
+inline constexpr OSType kStockCommandNamed = FourCharCode("Snam");
 
 /// The handlers that a stock menu has installed. They go with the list.
 class StockMenuHandlers {

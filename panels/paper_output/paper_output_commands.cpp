@@ -131,6 +131,7 @@ OSStatus pdeShellPaperOutputCommandHandler(EventHandlerCallRef, EventRef event, 
         case kStockCommandColor:
         case kStockCommandType:
         case kStockCommandAdvanced:
+        case kStockCommandNamed:
             ShowStock(*context);
             return eventNotHandledErr;
         case kSeparatorsCommand:

@@ -131,6 +131,7 @@ OSStatus CoversDialogEventHandler(EventHandlerCallRef, EventRef event, void* use
         case kStockCommandColor:
         case kStockCommandType:
         case kStockCommandAdvanced:
+        case kStockCommandNamed:
             FrontCoverChanged(dialog);
             return eventNotHandledErr;
         case FourCharCode("ok  "):

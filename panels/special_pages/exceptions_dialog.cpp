@@ -100,10 +100,14 @@ void DefaultExceptions(ExceptionsDialog* dialog) {
     ShowPage(dialog);
 }
 
-bool HasTabs(const HICommand& command) {
+bool HasTabs(MenuRefCon type) {
+    return type == kStockTypeTabStock || type == kStockTypeHeavyTabStock;
+}
+
+MenuRefCon TypeOfItem(const HICommand& command) {
     MenuRefCon type = 0;
     GetMenuItemRefCon(command.menu, command.menuItemIndex, &type);
-    return type == kStockTypeTabStock || type == kStockTypeHeavyTabStock;
+    return type;
 }
 
 /// The image is moved away from the tabs of the paper that was just chosen.
@@ -148,7 +152,12 @@ OSStatus ExceptionsDialogEventHandler(EventHandlerCallRef, EventRef event, void*
             ShowPlex(*dialog);
             return noErr;
         case kStockCommandType:
-            if (HasTabs(command)) {
+            if (HasTabs(TypeOfItem(command))) {
+                SetUpTabStock(dialog);
+            }
+            return noErr;
+        case kStockCommandNamed:
+            if (HasTabs(dialog->page.stock().type())) {
                 SetUpTabStock(dialog);
             }
             return noErr;

@@ -5,12 +5,10 @@
 #include <optional>
 #include <string>
 
-#include <sys/types.h>
-
 struct FileStamp {
-    dev_t device;
-    ino_t number;
-    off_t size;
+    std::uint64_t device;
+    std::uint64_t number;
+    std::int64_t size;
     std::int64_t seconds;
     std::int64_t nanoseconds;
 

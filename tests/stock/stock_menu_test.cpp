@@ -1,6 +1,7 @@
 // The stock menu on a button, picked from as a user would.
 
 #include "model/stock_menu.h"
+#include "model/stock_library.h"
 #include "model/stock_view.h"
 #include "model/ticket_access.h"
 #include "tests/stock/stock_fixture.h"
@@ -228,6 +229,35 @@ TEST_F(StockMenuTest, SummariesSayWhoDecidesWhenNothingIsSet) {
     EXPECT_EQ(summary(), "Same as Job");
     ShowStockSummary(plugin.bundle(), data.summaryView, nullptr, JobContext::exception);
     EXPECT_EQ(summary(), "");
+}
+
+TEST_F(StockMenuTest, APaperOfTheLibraryComesWithItsName) {
+    const StockPrinter printer;
+    setenv("XDG_DATA_HOME", plugin.contents().c_str(), 1);
+    std::filesystem::create_directories(plugin.contents() / "tavro");
+    SetShowsStockDetails(true);
+    open(JobContext::job);
+    const MenuRef named = submenu(data.menu, kStockCommandNamed);
+    ASSERT_NE(named, nullptr);
+    Stock paper;
+    paper.setSize(4);
+    paper.setType(kStockTypeHeavyGlossy);
+    paper.setWeight(250);
+    for (const char* name : {"Cover", "Gone & forgotten"}) {
+        paper.setCustomName(String(name).get());
+        EXPECT_EQ(StoreStock(paper, nullptr, false).fault, StockLibraryFault::none);
+    }
+    AutomationPrepareMenu(named);  // as the user sees it: with what was stored since the panel was opened
+    EXPECT_EQ(texts(named), (std::vector<std::string>{"Cover", "Gone & forgotten", "-", "Paper Library…"}));
+
+    EXPECT_EQ(pick(kStockCommandNamed, 1), noErr);
+    EXPECT_EQ(summary(), "Paper: Cover\nColor: White\nType: Heavyweight Glossy\n250 g/m²");
+    EXPECT_EQ(stock.size(), 1) << "the page setup's matter";
+    EXPECT_EQ(seenByOwner, std::vector<OSType>{kStockCommandNamed});
+    EXPECT_EQ(pick(kStockCommandColor, 2), noErr);
+    EXPECT_EQ(Text(stock.customName()), "") << "it is another paper now";
+    SetShowsStockDetails(false);
+    unsetenv("XDG_DATA_HOME");
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 
 #include "model/advanced_stock_selection.h"
 #include "model/custom_stock_size.h"
+#include "model/plugin_state.h"
 #include "model/stock_description.h"
+#include "model/stock_library_dialog.h"
 #include "model/tab_stock_setup.h"
 
 namespace {
@@ -22,13 +24,21 @@ OSStatus runOnStock(const PieceRecords& records, JobContext context, Run run) {
     Stock stock;
     DefaultStock(&stock, context);
     if (const CFDictionaryRef stored = dictionaryOf(records.ticket, kStockKey)) {
-        stock = Stock(stored);
+        stock = StockOfTicket(stored);
     }
     SInt16 result = 0;
     const OSStatus status = run(stock, result);
     PMTicketSetCFDictionary(records.ticket, kTicketCreator, kStockKey, stock.asTicket().get(), kPMUnlocked);
     return status;
 }
+
+/// Has dialogs look as on a production printer.
+struct DetailsShown {
+    DetailsShown() { SetShowsStockDetails(true); }
+    ~DetailsShown() { SetShowsStockDetails(false); }
+    DetailsShown(const DetailsShown&) = delete;
+    DetailsShown& operator=(const DetailsShown&) = delete;
+};
 
 OSStatus runSelection(const PieceRecords& records, JobContext context, NamedPaperContext namedPaper) {
     return runOnStock(records, context, [&](Stock& stock, SInt16& result) {
@@ -48,6 +58,23 @@ OSStatus runPageStockSelection(const PieceRecords& records) {
 
 OSStatus runStockLibrarySelection(const PieceRecords& records) {
     return runSelection(records, JobContext::cover, NamedPaperContext::stockLibrary);
+}
+
+OSStatus runDetailedStockSelection(const PieceRecords& records) {
+    const DetailsShown details;
+    return runSelection(records, JobContext::cover, NamedPaperContext::office);
+}
+
+OSStatus runDetailedLibrarySelection(const PieceRecords& records) {
+    const DetailsShown details;
+    return runSelection(records, JobContext::cover, NamedPaperContext::stockLibrary);
+}
+
+OSStatus runStockLibrary(const PieceRecords& records) {
+    const DetailsShown details;
+    return runOnStock(records, JobContext::cover, [&](Stock& stock, SInt16& result) {
+        return RunModalStockLibrary(records.bundle, JobContext::cover, &stock, &result);
+    });
 }
 
 OSStatus runCustomStockSize(const PieceRecords& records) {

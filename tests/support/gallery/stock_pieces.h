@@ -4,9 +4,12 @@
 
 #include "tests/support/gallery/pieces.h"
 
-OSStatus runStockSelection(const PieceRecords& records);         // the job's paper
-OSStatus runPageStockSelection(const PieceRecords& records);     // an insert's paper: it has a size
-OSStatus runStockLibrarySelection(const PieceRecords& records);  // a named paper
+OSStatus runStockSelection(const PieceRecords& records);          // the job's paper
+OSStatus runPageStockSelection(const PieceRecords& records);      // an insert's paper: it has a size
+OSStatus runStockLibrarySelection(const PieceRecords& records);   // a named paper
+OSStatus runDetailedStockSelection(const PieceRecords& records);  // these three as on a production printer
+OSStatus runDetailedLibrarySelection(const PieceRecords& records);
+OSStatus runStockLibrary(const PieceRecords& records);
 OSStatus runCustomStockSize(const PieceRecords& records);
 OSStatus runStockDescription(const PieceRecords& records);
 OSStatus runTabStockSetup(const PieceRecords& records);
