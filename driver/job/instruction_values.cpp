@@ -1,5 +1,6 @@
 #include "driver/job/instruction_values.h"
 
+#include "model/finishing.h"
 #include "platform/foundation/DateTimeUtils.h"
 
 #include <algorithm>
@@ -7,58 +8,6 @@
 #include <cstdio>
 
 namespace {
-
-struct FinishingRow {
-    int value;  // of the finishing menu
-    const char* name;
-};
-// clang-format off
-constexpr std::array kFinishings{
-    // value         name
-    FinishingRow{1,  "none"},
-    FinishingRow{2,  "tavro-custom"},
-    FinishingRow{3,  "booklet-maker"},
-    FinishingRow{10, "staple-top-left"},
-    FinishingRow{11, "staple-top-right"},
-    FinishingRow{12, "staple-bottom-right"},
-    FinishingRow{13, "staple-bottom-left"},
-    FinishingRow{20, "staple-dual-top"},
-    FinishingRow{21, "staple-dual-right"},
-    FinishingRow{22, "staple-dual-bottom"},
-    FinishingRow{23, "staple-dual-left"},
-    FinishingRow{30, "tavro-staple-center-top"},
-    FinishingRow{31, "tavro-staple-center-right"},
-    FinishingRow{32, "tavro-staple-center-bottom"},
-    FinishingRow{33, "tavro-staple-center-left"},
-    FinishingRow{40, "bind-left"},
-    FinishingRow{50, "punch-dual-left"},
-    FinishingRow{51, "punch-dual-top"},
-    FinishingRow{52, "punch-dual-right"},
-    FinishingRow{53, "punch-dual-bottom"},
-    FinishingRow{60, "punch-triple-left"},
-    FinishingRow{61, "punch-triple-top"},
-    FinishingRow{62, "punch-triple-right"},
-    FinishingRow{63, "punch-triple-bottom"},
-    FinishingRow{70, "punch-quad-left"},
-    FinishingRow{71, "punch-quad-top"},
-    FinishingRow{72, "punch-quad-right"},
-    FinishingRow{73, "punch-quad-bottom"},
-    FinishingRow{80, "tavro-fold-booklet"},
-    FinishingRow{81, "saddle-stitch"},
-    FinishingRow{82, "tavro-fold-half-inside"},
-    FinishingRow{83, "tavro-fold-half-outside"},
-    FinishingRow{84, "tavro-fold-letter-inside"},
-    FinishingRow{85, "tavro-fold-letter-outside"},
-    FinishingRow{86, "tavro-fold-z-inside"},
-    FinishingRow{87, "tavro-fold-z-outside"},
-    FinishingRow{90, "tavro-fold-half-z-left"},
-    FinishingRow{91, "tavro-fold-half-z-right"},
-};
-static_assert(kFinishings.size() == 38);
-// clang-format on
-
-// Several together: two decimal digits for each, behind a one.
-constexpr int kSeveral = 1'000'000;
 
 bool isWord(std::string_view text) {
     constexpr std::string_view kOthers = "+-._";
@@ -140,16 +89,8 @@ std::string sidesText(Sides sides) {
 
 std::vector<std::string> finishingsOf(int value) {
     std::vector<std::string> names;
-    const bool areSeveral = value > kSeveral && value < 2 * kSeveral;
-    for (int rest = areSeveral ? value - kSeveral : value; rest > 0; rest /= 100) {
-        const int part = areSeveral ? rest % 100 : rest;
-        if (const auto* const row = std::ranges::find(kFinishings, part, &FinishingRow::value);
-            row != kFinishings.end()) {
-            names.emplace_back(row->name);
-        }
-        if (!areSeveral) {
-            break;
-        }
+    for (const Finishing* row : FinishingsOf(value)) {
+        names.emplace_back(row->name);
     }
     return names;
 }

@@ -21,82 +21,77 @@ constexpr OSType kHalfSheetFold = FourCharCode("Zfol");
 
 // clang-format off
 constexpr FinishingKind kKinds[] = {
-    // command                    part                          text in the menu         name
-    {kFinishingDefault,           FinishingPart::none,          "Printer Default",       "Printer Default"},
-    {kFinishingNone,              FinishingPart::none,          "None",                  "None"},
-    {kOneStaple,                  FinishingPart::staple,        "1 Staple...",           "Finishing Name 1 Staple"},
-    {kTwoStaples,                 FinishingPart::staple,        "2 Staples...",          "Finishing Name 2 Staples"},
-    {kCenterStaple,               FinishingPart::staple,        "Center Staple...",      "Finishing Name Center Staple"},
-    {kBind,                       FinishingPart::none,          "Bind...",               "Finishing Name Bind"},
-    {kTwoHoles,                   FinishingPart::punch,         "2 Hole Punch...",       "Finishing Name 2 Hole Punch"},
-    {kThreeHoles,                 FinishingPart::punch,         "3 Hole Punch...",       "Finishing Name 3 Hole Punch"},
-    {kFourHoles,                  FinishingPart::punch,         "4 Hole Punch...",       "Finishing Name 4 Hole Punch"},
-    {kFinishingFold,              FinishingPart::none,          "Fold...",               "Finishing Name Fold"},
-    {kHalfSheetFold,              FinishingPart::halfSheetFold, "Z Fold Half Sheet...",  "Finishing Name Z Fold Half Sheet"},
-    {kFinishingMultiple,          FinishingPart::none,          "Multiple Finishing...", "Finishing Name Multiple"},
-    {kFinishingSignatureBooklet,  FinishingPart::none,          "SignatureBooklet",      "SignatureBooklet"},
-    {kFinishingCustom,            FinishingPart::none,          "Custom...",             "Finishing Name Custom"},
+    // command                    text in the menu         name
+    {kFinishingDefault,           "Printer Default",       "Printer Default"},
+    {kFinishingNone,              "None",                  "None"},
+    {kOneStaple,                  "1 Staple...",           "Finishing Name 1 Staple"},
+    {kTwoStaples,                 "2 Staples...",          "Finishing Name 2 Staples"},
+    {kCenterStaple,               "Center Staple...",      "Finishing Name Center Staple"},
+    {kBind,                       "Bind...",               "Finishing Name Bind"},
+    {kTwoHoles,                   "2 Hole Punch...",       "Finishing Name 2 Hole Punch"},
+    {kThreeHoles,                 "3 Hole Punch...",       "Finishing Name 3 Hole Punch"},
+    {kFourHoles,                  "4 Hole Punch...",       "Finishing Name 4 Hole Punch"},
+    {kFinishingFold,              "Fold...",               "Finishing Name Fold"},
+    {kHalfSheetFold,              "Z Fold Half Sheet...",  "Finishing Name Z Fold Half Sheet"},
+    {kFinishingMultiple,          "Multiple Finishing...", "Finishing Name Multiple"},
+    {kFinishingSignatureBooklet,  "SignatureBooklet",      "SignatureBooklet"},
+    {kFinishingCustom,            "Custom...",             "Finishing Name Custom"},
 };
 static_assert(std::size(kKinds) == 14);
 
 constexpr FinishingChoice kChoices[] = {
-    // value                          kind                         feature                 position                         picture
-    {kFinishingValueDefault,          kFinishingDefault,           nullptr,                nullptr,                         nullptr},
-    {kFinishingValueNone,             kFinishingNone,              nullptr,                nullptr,                         nullptr},
-    {kFinishingValueCustom,           kFinishingCustom,            "Custom",               nullptr,                         nullptr},
-    {kFinishingValueSignatureBooklet, kFinishingSignatureBooklet,  "SBM",                  nullptr,                         nullptr},
-    {10,                              kOneStaple,                  "1StapleTL",            "Finishing Top Left",            "Finishing/1StapleTL.gif"},
-    {11,                              kOneStaple,                  "1StapleTR",            "Finishing Top Right",           "Finishing/1StapleTR.gif"},
-    {12,                              kOneStaple,                  "1StapleBR",            "Finishing Bottom Right",        "Finishing/1StapleBR.gif"},
-    {13,                              kOneStaple,                  "1StapleBL",            "Finishing Bottom Left",         "Finishing/1StapleBL.gif"},
-    {20,                              kTwoStaples,                 "2StaplesT",            "Finishing Top",                 "Finishing/2StaplesT.gif"},
-    {21,                              kTwoStaples,                 "2StaplesR",            "Finishing Right",               "Finishing/2StaplesR.gif"},
-    {22,                              kTwoStaples,                 "2StaplesB",            "Finishing Bottom",              "Finishing/2StaplesB.gif"},
-    {23,                              kTwoStaples,                 "2StaplesL",            "Finishing Left",                "Finishing/2StaplesL.gif"},
-    {30,                              kCenterStaple,               "1StapleT",             "Finishing Top",                 "Finishing/1StapleT.gif"},
-    {31,                              kCenterStaple,               "1StapleR",             "Finishing Right",               "Finishing/1StapleR.gif"},
-    {32,                              kCenterStaple,               "1StapleB",             "Finishing Bottom",              "Finishing/1StapleB.gif"},
-    {33,                              kCenterStaple,               "1StapleL",             "Finishing Left",                "Finishing/1StapleL.gif"},
-    {40,                              kBind,                       "BindLeft",             "Finishing Left",                "Finishing/BindLeft.gif"},
-    {50,                              kTwoHoles,                   "2HolePunchL",          "Finishing Left",                "Finishing/2HolePunchL.gif"},
-    {51,                              kTwoHoles,                   "2HolePunchT",          "Finishing Top",                 "Finishing/2HolePunchT.gif"},
-    {52,                              kTwoHoles,                   "2HolePunchR",          "Finishing Right",               "Finishing/2HolePunchR.gif"},
-    {53,                              kTwoHoles,                   "2HolePunchB",          "Finishing Bottom",              "Finishing/2HolePunchB.gif"},
-    {60,                              kThreeHoles,                 "3HolePunchL",          "Finishing Left",                "Finishing/3HolePunchL.gif"},
-    {61,                              kThreeHoles,                 "3HolePunchT",          "Finishing Top",                 "Finishing/3HolePunchT.gif"},
-    {62,                              kThreeHoles,                 "3HolePunchR",          "Finishing Right",               "Finishing/3HolePunchR.gif"},
-    {63,                              kThreeHoles,                 "3HolePunchB",          "Finishing Bottom",              "Finishing/3HolePunchB.gif"},
-    {70,                              kFourHoles,                  "4HolePunchL",          "Finishing Left",                "Finishing/4HolePunchL.gif"},
-    {71,                              kFourHoles,                  "4HolePunchT",          "Finishing Top",                 "Finishing/4HolePunchT.gif"},
-    {72,                              kFourHoles,                  "4HolePunchR",          "Finishing Right",               "Finishing/4HolePunchR.gif"},
-    {73,                              kFourHoles,                  "4HolePunchB",          "Finishing Bottom",              "Finishing/4HolePunchB.gif"},
-    {80,                              kFinishingFold,              "BiFoldMultiple",       "Finishing Booklet Fold",        "Finishing/BiFoldMultiple.gif"},
-    {81,                              kFinishingFold,              "BiFoldStapleMultiple", "Finishing Booklet Fold Staple", "Finishing/BiFoldStapleMultiple.gif"},
-    {82,                              kFinishingFold,              "BiFoldSingleInside",   "Finishing Half Fold Inside",    "Finishing/BiFoldSingleInside.gif"},
-    {83,                              kFinishingFold,              "BiFoldSingleOutside",  "Finishing Half Fold Outside",   "Finishing/BiFoldSingleOutside.gif"},
-    {84,                              kFinishingFold,              "CFoldSingleInside",    "Finishing C Fold Inside",       "Finishing/CFoldSingleInside.gif"},
-    {85,                              kFinishingFold,              "CFoldSingleOutside",   "Finishing C Fold Outside",      "Finishing/CFoldSingleOutside.gif"},
-    {86,                              kFinishingFold,              "ZFoldSingleInside",    "Finishing Z Fold Inside",       "Finishing/ZFoldSingleInside.gif"},
-    {87,                              kFinishingFold,              "ZFoldSingleOutside",   "Finishing Z Fold Outside",      "Finishing/ZFoldSingleOutside.gif"},
-    {90,                              kHalfSheetFold,              "ZFoldHalfLeft",        "Finishing Left",                "Finishing/ZFoldHalfLeft.gif"},
-    {91,                              kHalfSheetFold,              "ZFoldHalfRight",       "Finishing Right",               "Finishing/ZFoldHalfRight.gif"},
+    // value                          kind                         position                         picture
+    {kFinishingValueDefault,          kFinishingDefault,           nullptr,                         nullptr},
+    {kFinishingValueNone,             kFinishingNone,              nullptr,                         nullptr},
+    {kFinishingValueCustom,           kFinishingCustom,            nullptr,                         nullptr},
+    {kFinishingValueSignatureBooklet, kFinishingSignatureBooklet,  nullptr,                         nullptr},
+    {10,                              kOneStaple,                  "Finishing Top Left",            "Finishing/1StapleTL.gif"},
+    {11,                              kOneStaple,                  "Finishing Top Right",           "Finishing/1StapleTR.gif"},
+    {12,                              kOneStaple,                  "Finishing Bottom Right",        "Finishing/1StapleBR.gif"},
+    {13,                              kOneStaple,                  "Finishing Bottom Left",         "Finishing/1StapleBL.gif"},
+    {20,                              kTwoStaples,                 "Finishing Top",                 "Finishing/2StaplesT.gif"},
+    {21,                              kTwoStaples,                 "Finishing Right",               "Finishing/2StaplesR.gif"},
+    {22,                              kTwoStaples,                 "Finishing Bottom",              "Finishing/2StaplesB.gif"},
+    {23,                              kTwoStaples,                 "Finishing Left",                "Finishing/2StaplesL.gif"},
+    {30,                              kCenterStaple,               "Finishing Top",                 "Finishing/1StapleT.gif"},
+    {31,                              kCenterStaple,               "Finishing Right",               "Finishing/1StapleR.gif"},
+    {32,                              kCenterStaple,               "Finishing Bottom",              "Finishing/1StapleB.gif"},
+    {33,                              kCenterStaple,               "Finishing Left",                "Finishing/1StapleL.gif"},
+    {40,                              kBind,                       "Finishing Left",                "Finishing/BindLeft.gif"},
+    {50,                              kTwoHoles,                   "Finishing Left",                "Finishing/2HolePunchL.gif"},
+    {51,                              kTwoHoles,                   "Finishing Top",                 "Finishing/2HolePunchT.gif"},
+    {52,                              kTwoHoles,                   "Finishing Right",               "Finishing/2HolePunchR.gif"},
+    {53,                              kTwoHoles,                   "Finishing Bottom",              "Finishing/2HolePunchB.gif"},
+    {60,                              kThreeHoles,                 "Finishing Left",                "Finishing/3HolePunchL.gif"},
+    {61,                              kThreeHoles,                 "Finishing Top",                 "Finishing/3HolePunchT.gif"},
+    {62,                              kThreeHoles,                 "Finishing Right",               "Finishing/3HolePunchR.gif"},
+    {63,                              kThreeHoles,                 "Finishing Bottom",              "Finishing/3HolePunchB.gif"},
+    {70,                              kFourHoles,                  "Finishing Left",                "Finishing/4HolePunchL.gif"},
+    {71,                              kFourHoles,                  "Finishing Top",                 "Finishing/4HolePunchT.gif"},
+    {72,                              kFourHoles,                  "Finishing Right",               "Finishing/4HolePunchR.gif"},
+    {73,                              kFourHoles,                  "Finishing Bottom",              "Finishing/4HolePunchB.gif"},
+    {80,                              kFinishingFold,              "Finishing Booklet Fold",        "Finishing/BiFoldMultiple.gif"},
+    {81,                              kFinishingFold,              "Finishing Booklet Fold Staple", "Finishing/BiFoldStapleMultiple.gif"},
+    {82,                              kFinishingFold,              "Finishing Half Fold Inside",    "Finishing/BiFoldSingleInside.gif"},
+    {83,                              kFinishingFold,              "Finishing Half Fold Outside",   "Finishing/BiFoldSingleOutside.gif"},
+    {84,                              kFinishingFold,              "Finishing C Fold Inside",       "Finishing/CFoldSingleInside.gif"},
+    {85,                              kFinishingFold,              "Finishing C Fold Outside",      "Finishing/CFoldSingleOutside.gif"},
+    {86,                              kFinishingFold,              "Finishing Z Fold Inside",       "Finishing/ZFoldSingleInside.gif"},
+    {87,                              kFinishingFold,              "Finishing Z Fold Outside",      "Finishing/ZFoldSingleOutside.gif"},
+    {90,                              kHalfSheetFold,              "Finishing Left",                "Finishing/ZFoldHalfLeft.gif"},
+    {91,                              kHalfSheetFold,              "Finishing Right",               "Finishing/ZFoldHalfRight.gif"},
 };
 static_assert(std::size(kChoices) == 39);
 // clang-format on
 
-// Several together: two decimal digits for each part, behind a one that no single choice has.
-constexpr SInt32 kSeveral = 1'000'000;
-constexpr SInt32 kStapleDigits = 1;
-constexpr SInt32 kPunchDigits = 100;
-constexpr SInt32 kHalfSheetFoldDigits = 10'000;
-static_assert(std::ranges::all_of(kChoices, [](const FinishingChoice& choice) { return choice.value < 100; }));
-
 FinishingPart PartOf(const FinishingChoice& choice) {
-    return FindFinishingKind(choice.kind)->part;
+    const Finishing* row = FindFinishing(choice.value);
+    return row != nullptr ? row->part : FinishingPart::none;
 }
 
 bool IsInstalled(const FinishingChoice& choice) {
-    return choice.feature == nullptr || getInstalledFeature(CFStringMakeConstant(choice.feature));
+    const char* const feature = FeatureOf(choice);
+    return feature == nullptr || getInstalledFeature(CFStringMakeConstant(feature));
 }
 
 bool IsAnyInstalled(FinishingPart part) {
@@ -107,12 +102,6 @@ bool IsAnyInstalled(FinishingPart part) {
 bool IsAnyInstalled(OSType kind) {
     return std::ranges::any_of(
         kChoices, [kind](const FinishingChoice& choice) { return choice.kind == kind && IsInstalled(choice); });
-}
-
-/// Whether the value is a choice of the part, or 0 for none.
-bool IsOfPart(SInt32 value, FinishingPart part) {
-    const FinishingChoice* choice = FindFinishingChoice(value);
-    return value == 0 || (choice != nullptr && PartOf(*choice) == part);
 }
 
 // ---- In words
@@ -201,6 +190,16 @@ const FinishingChoice* FindFinishingChoice(SInt32 value) {
     return choice != std::end(kChoices) ? choice : nullptr;
 }
 
+/// Features are called as options are. But no option of a PPD can be "Custom", which CUPS has for values that users
+/// type.
+const char* FeatureOf(const FinishingChoice& choice) {
+    if (choice.value == kFinishingValueCustom) {
+        return "Custom";
+    }
+    const Finishing* row = FindFinishing(choice.value);
+    return row != nullptr ? row->option : nullptr;
+}
+
 std::vector<const FinishingChoice*> InstalledFinishingChoices(OSType kind) {
     std::vector<const FinishingChoice*> installed;
     for (const FinishingChoice& choice : kChoices) {
@@ -232,36 +231,6 @@ bool IsFinishingOffered(OSType kind) {
         default:
             return IsAnyInstalled(kind);
     }
-}
-
-SInt32 FinishingValueOf(const MultipleFinishing& parts) {
-    const SInt32 count = (parts.staple != 0) + (parts.punch != 0) + (parts.halfSheetFold != 0);
-    if (count < 2) {
-        return count == 0 ? kFinishingValueNone : parts.staple + parts.punch + parts.halfSheetFold;
-    }
-    return kSeveral + parts.staple * kStapleDigits + parts.punch * kPunchDigits +
-           parts.halfSheetFold * kHalfSheetFoldDigits;
-}
-
-std::optional<MultipleFinishing> SplitFinishingValue(SInt32 value) {
-    if (const FinishingChoice* choice = FindFinishingChoice(value)) {
-        switch (PartOf(*choice)) {
-            case FinishingPart::staple:
-                return MultipleFinishing{.staple = value};
-            case FinishingPart::punch:
-                return MultipleFinishing{.punch = value};
-            case FinishingPart::halfSheetFold:
-                return MultipleFinishing{.halfSheetFold = value};
-            case FinishingPart::none:
-                return std::nullopt;
-        }
-    }
-    const MultipleFinishing parts{value / kStapleDigits % 100, value / kPunchDigits % 100,
-                                  value / kHalfSheetFoldDigits % 100};
-    const bool isWhole = FinishingValueOf(parts) == value && IsOfPart(parts.staple, FinishingPart::staple) &&
-                         IsOfPart(parts.punch, FinishingPart::punch) &&
-                         IsOfPart(parts.halfSheetFold, FinishingPart::halfSheetFold);
-    return isWhole ? std::optional(parts) : std::nullopt;
 }
 
 CFRef<CFStringRef> CopyFinishingChoiceText(CFBundleRef bundle, const FinishingChoice& choice) {

@@ -1,10 +1,10 @@
 // What the finisher can do with a set: one table of choices, from which the menu, the dialogs and the summary are made.
 //
-// A choice is a number in the ticket. The finisher can staple, punch and fold the same set; several at once are one
-// number too, made of those of its parts, so that a ticket says it all in one item. Which choices there are depends on
-// what is installed (core/installable_options.h).
+// A choice is a number in the ticket (model/finishing.h). Which choices there are depends on what is installed
+// (core/installable_options.h).
 #pragma once
 
+#include "model/finishing.h"
 #include "model/ticket_items.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
@@ -22,29 +22,17 @@ inline constexpr OSType kFinishingMultiple = FourCharCode("FMul");
 inline constexpr OSType kFinishingSignatureBooklet = FourCharCode("FSBM");
 inline constexpr OSType kFinishingCustom = FourCharCode("Cust");
 
-// Values that other code asks for by name; the table has them all.
-inline constexpr SInt32 kFinishingValueDefault = 0;
-inline constexpr SInt32 kFinishingValueNone = 1;
-inline constexpr SInt32 kFinishingValueCustom = 2;
-inline constexpr SInt32 kFinishingValueSignatureBooklet = 3;
-
-/// The parts of the finisher that can work on the same set.
-enum class FinishingPart { none, staple, punch, halfSheetFold };
-
 struct FinishingKind {
     OSType command;
-    FinishingPart part;    // none for a kind that cannot be combined
     const char* menuText;  // text key of the menu's item
     const char* name;      // text key of the kind's name, for summaries and titles
 };
 
 struct FinishingChoice {
-    SInt32 value;         // of kFinishingOptionsItem; below 100
-    OSType kind;          // a FinishingKind's command
-    const char* feature;  // the installed feature that offers it; null: every printer does
-    const char*
-        position;  // text key of the place on the sheet, or way of folding; null where a kind has one choice only
-    const char* picture;  // file name; null where no dialog shows it
+    SInt32 value;          // of kFinishingOptionsItem
+    OSType kind;           // a FinishingKind's command
+    const char* position;  // text key of the place on the sheet, or way of folding; null where a kind has one choice
+    const char* picture;   // file name; null where no dialog shows it
 };
 
 /// All kinds, in the order of the menu.
@@ -56,6 +44,9 @@ const FinishingKind* FindFinishingKind(OSType command);
 /// The choice with that value; null for the value of several together and for one that has no meaning.
 const FinishingChoice* FindFinishingChoice(SInt32 value);
 
+/// The installed feature that offers the choice; null: every printer does.
+const char* FeatureOf(const FinishingChoice& choice);
+
 /// The choices of a kind that the printer offers, in the order of the table.
 std::vector<const FinishingChoice*> InstalledFinishingChoices(OSType kind);
 /// The choices of all kinds of a part that the printer offers.
@@ -64,20 +55,6 @@ std::vector<const FinishingChoice*> InstalledFinishingChoices(FinishingPart part
 /// Whether the menu has the kind's item. Several together need at least two parts that the printer has. A booklet maker
 /// for signatures takes the place of the custom finishing.
 bool IsFinishingOffered(OSType kind);
-
-/// Several together: a value each, 0 for a part that does nothing.
-struct MultipleFinishing {
-    SInt32 staple = 0;
-    SInt32 punch = 0;
-    SInt32 halfSheetFold = 0;
-
-    bool operator==(const MultipleFinishing&) const = default;
-};
-
-/// The value that stands for the parts together: a choice's own when there is but one, kFinishingValueNone for none.
-SInt32 FinishingValueOf(const MultipleFinishing& parts);
-/// The parts of a value that stands for several, or for one choice of a part. Nothing for any other value.
-std::optional<MultipleFinishing> SplitFinishingValue(SInt32 value);
 
 /// The kind that a value belongs to. A value that has no meaning belongs to the printer's default.
 OSType FinishingKindOfValue(SInt32 value);

@@ -10,8 +10,8 @@
 inline std::vector<const char*> AllFinishingFeatures() {
     std::vector<const char*> features{"SlipSheets", "Offset"};
     for (const FinishingChoice& choice : FinishingChoices()) {
-        if (choice.feature != nullptr) {
-            features.push_back(choice.feature);
+        if (FeatureOf(choice) != nullptr) {
+            features.push_back(FeatureOf(choice));
         }
     }
     return features;

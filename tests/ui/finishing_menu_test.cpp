@@ -82,15 +82,15 @@ TEST_F(FinishingMenuTest, TheTwoModelsHaveTheTwoPlainItems) {
 
 TEST_F(FinishingMenuTest, EveryFeatureAloneBringsItsItem) {
     for (const FinishingChoice& choice : FinishingChoices()) {
-        if (choice.feature == nullptr) {
+        if (FeatureOf(choice) == nullptr) {
             continue;
         }
         Commands expected{"Pdef", "None", FourCharCodeText(choice.kind), "-", "-"};
-        const std::string feature = choice.feature;
+        const std::string feature = FeatureOf(choice);
         if (feature == "BiFoldMultiple" || feature == "BiFoldStapleMultiple") {
             expected.emplace_back("Bkcr");
         }
-        EXPECT_EQ(commandsWith({choice.feature}), expected) << feature;
+        EXPECT_EQ(commandsWith({FeatureOf(choice)}), expected) << feature;
     }
     EXPECT_EQ(commandsWith({"SlipSheets"}), (Commands{"Pdef", "None", "-", "Spsh", "-"}));
     EXPECT_EQ(commandsWith({"Offset"}), (Commands{"Pdef", "None", "-", "Ofsb", "-"}));
