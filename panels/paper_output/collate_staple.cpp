@@ -186,6 +186,12 @@ std::optional<SInt32> CollateStapleChoiceOfCommand(OSType command, const PPDKeyw
     if (command == kCollatedCommand || command == kUncollatedCommand) {
         return command == kCollatedCommand ? kCollated : kUncollated;
     }
-    const auto* row = std::ranges::find(kRows, command, &CollateStapleRow::command);
-    return row != std::end(kRows) ? ChoiceOfRow(*row, pairs) : std::nullopt;
+    for (const CollateStapleRow& row : kRows) {
+        if (row.command == command) {
+            if (const auto choice = ChoiceOfRow(row, pairs)) {
+                return choice;
+            }
+        }
+    }
+    return std::nullopt;
 }

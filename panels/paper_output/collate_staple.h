@@ -48,5 +48,5 @@ void ApplyCollateStaple(SInt32 choice, const PPDKeywordPairs& pairs, CFMutableDi
 void PopulateCollateStapleMenu(MenuRef menu, CFBundleRef bundle, const PPDKeywordPairs& pairs);
 
 /// The choice of a command of the menu; nothing for any other command, and for an option that the PPD lacks. Commands
-/// that several items share stand for the first.
+/// that several items share stand for the first that the PPD has.
 std::optional<SInt32> CollateStapleChoiceOfCommand(OSType command, const PPDKeywordPairs& pairs);

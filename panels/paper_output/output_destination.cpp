@@ -21,17 +21,20 @@ struct OutputTray {
 };
 // clang-format off
 constexpr OutputTray kTrays[] = {
-    // feature                without       destination       its own name
-    {nullptr,                  nullptr,      kOutputAutomatic, false},
-    {"TopTrayKey",             nullptr,      2,                true},   // Top
-    {"OffsettingCatchTrayKey", nullptr,      3,                true},   // Side
-    {nullptr,                  "TopTrayKey", 3,                false},  // Side: where a finisher would stand
-    {"StackerTray1Key",        nullptr,      4,                true},   // Stacker
-    {"StackerTray2Key",        nullptr,      5,                false},  // Upper
-    {"StackerTray2Key",        nullptr,      6,                false},  // Lower
-    {"BookletBinKey",          nullptr,      7,                true},   // Booklet
+    // feature                  without       destination       its own name
+    {nullptr,                   nullptr,      kOutputAutomatic, false},
+    {"TopTrayKey",              nullptr,      2,                true},   // Top
+    {"SimpleCatchTrayKey",      nullptr,      3,                true},   // Side
+    {"OffsettingCatchTrayKey",  nullptr,      3,                true},   // Side
+    {nullptr,                   "TopTrayKey", 3,                false},  // Side: where a finisher would stand
+    {"StackerTray1Key",         nullptr,      4,                true},   // Stacker
+    {"StackerTray2Key",         nullptr,      5,                false},  // Upper
+    {"SimpleCatchTray2Key",     nullptr,      6,                true},   // Lower: a second one where that would be
+    {"OffsettingCatchTray2Key", nullptr,      6,                true},   // Lower
+    {"StackerTray2Key",         nullptr,      6,                false},  // Lower
+    {"BookletBinKey",           nullptr,      7,                true},   // Booklet
 };
-static_assert(std::size(kTrays) == 8);
+static_assert(std::size(kTrays) == 11);
 // clang-format on
 
 /// Whether the tray is there, under the ticket value that its feature has in the table of installed features; where
