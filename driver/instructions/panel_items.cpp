@@ -26,6 +26,12 @@ constexpr std::array kItems{
     ItemRow{"Collate",               [] { return kFinishingCollateStapleItem; }},
     ItemRow{"StapleLocation",        [] { return kFinishingCollateStapleItem; }},
     ItemRow{"TRFoldOptions",         [] { return kFinishingCollateStapleItem; }},
+    ItemRow{"Jog",                   [] { return kFinishingOffsetItem; }},
+    ItemRow{"TRStaple",              [] { return kFinishingOptionsItem; }},
+    ItemRow{"TRPunch",               [] { return kFinishingOptionsItem; }},
+    ItemRow{"TRFold",                [] { return kFinishingOptionsItem; }},
+    ItemRow{"TRBind",                [] { return kFinishingOptionsItem; }},
+    ItemRow{"TRBooklet",             [] { return kFinishingOptionsItem; }},
     ItemRow{kColorCorrectionKeyword, [] { return kFinishingOutputColorItem; }},
 };
 // clang-format on

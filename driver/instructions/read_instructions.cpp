@@ -7,6 +7,7 @@
 #include "driver/instructions/ticket_values.h"
 #include "jobtypes/fax_options.h"
 #include "jobtypes/job_type.h"
+#include "model/finishing.h"
 #include "model/ppd_access.h"
 #include "model/ppd_option_maps.h"
 #include "model/ticket_items.h"
@@ -101,7 +102,10 @@ void readLayout(PMTicketRef ticket, JobInstructions* job) {
 
 void readFinishing(PMTicketRef ticket, JobInstructions* job) {
     FinishingInstruction& finishing = job->finishing;
-    finishing.value = GetTicketNumber(ticket, kFinishingOptionsItem, 0);
+    finishing.value = GetTicketNumber(ticket, kFinishingOptionsItem, kFinishingValueDefault);
+    if (finishing.value == kFinishingValueDefault) {
+        finishing.value = ReadPPDFinishing(ticket);
+    }
     finishing.custom = textOf(ticket, kFinishingCustomItem);
     finishing.hasSlipSheets = GetTicketNumber(ticket, kFinishingSlipSheetItem, 0) == kSlipSheetsOn;
     if (GetTicketNumber(ticket, kFinishingOffsetItem, kOffsetOff) == kOffsetOn) {

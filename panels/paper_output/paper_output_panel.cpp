@@ -25,7 +25,8 @@ _PaperOutputContext* InitContext() {
 }
 
 PaperOutputScope Scope(const _PaperOutputContext& context) {
-    return {context.collateStaplePairs, context.duplexPopup != nullptr, IsControlActive(context.bookletButton) != 0};
+    return {context.collateStaplePairs, context.duplexPopup != nullptr, IsControlActive(context.bookletButton) != 0,
+            IsControlVisible(context.pane) != 0};
 }
 
 OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToControls) {

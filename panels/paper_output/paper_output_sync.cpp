@@ -10,7 +10,7 @@
 #include "model/setting_map.h"
 #include "model/stock_attributes.h"
 #include "model/ticket_items.h"
-#include "panels/paper_output/finishing_offset_dialog.h"
+#include "panels/paper_output/finishing_sync.h"
 #include "platform/printing/text.h"
 
 namespace {
@@ -124,34 +124,7 @@ void WriteStock(const PaperOutputSettings& settings, PMTicketRef ticket) {
     WriteStockAttributes(settings.stock, ticket);
 }
 
-// ---- Finishing
-
-FinishingSettings ReadFinishing(PMTicketRef ticket) {
-    FinishingSettings finishing;
-    finishing.options = GetTicketNumber(ticket, kFinishingOptionsItem, kFinishingValueDefault);
-    finishing.offset = GetTicketNumber(ticket, kFinishingOffsetItem, kOffsetOff);
-    finishing.enableSubset = GetTicketNumber(ticket, kFinishingOffsetEnableSubsetItem, 0);
-    if (finishing.enableSubset != 0) {
-        finishing.pagesPerSubset = GetTicketNumber(ticket, kFinishingOffsetPagesPerSubsetItem, 1);
-    }
-    finishing.slipSheet = GetTicketNumber(ticket, kFinishingSlipSheetItem, 0);
-    CFStringRef custom = nullptr;
-    PMTicketGetCFString(ticket, kPMTopLevel, kPMTopLevel, kFinishingCustomItem, &custom);
-    finishing.custom = CFRef<CFStringRef>::retain(custom != nullptr ? custom : CFSTR(""));
-    return finishing;
-}
-
-void WriteFinishing(const FinishingSettings& finishing, PMTicketRef ticket) {
-    SetTicketNumber(ticket, kCreator, kFinishingOptionsItem, finishing.options);
-    SetTicketNumber(ticket, kCreator, kFinishingOffsetItem, finishing.offset);
-    SetTicketNumber(ticket, kCreator, kFinishingOffsetEnableSubsetItem, finishing.enableSubset);
-    if (finishing.enableSubset != 0) {
-        SetTicketNumber(ticket, kCreator, kFinishingOffsetPagesPerSubsetItem, finishing.pagesPerSubset);
-    }
-    SetTicketNumber(ticket, kCreator, kFinishingSlipSheetItem, finishing.slipSheet);
-    PMTicketSetCFString(ticket, kCreator, kFinishingCustomItem, finishing.custom ? finishing.custom.get() : CFSTR(""),
-                        kPMUnlocked);
-}
+// ---- Sets
 
 /// A booklet fold was chosen elsewhere, and later: it takes the place of a fold of the menu, which is written over it.
 void DropFoldBehindBookletFold(const PPDKeywordPairs& pairs, PaperOutputSettings* settings) {
@@ -316,7 +289,7 @@ void ReadPaperOutputSettings(PMTicketRef ticket, const PaperOutputScope& scope, 
 
 void WritePaperOutputSettings(PaperOutputSettings* settings, const PaperOutputScope& scope, PMTicketRef ticket) {
     WriteStock(*settings, ticket);
-    WriteFinishing(settings->finishing, ticket);
+    WriteFinishing(&settings->finishing, scope.isShown, ticket);
     if (scope.hasDuplexControl) {
         WriteDuplex(settings->duplex, ticket);
     }

@@ -48,6 +48,7 @@ struct PaperOutputScope {
     PPDKeywordPairs collateStaplePairs;
     bool hasDuplexControl = false;
     bool isBookletControlActive = false;
+    bool isShown = true;
 };
 
 /// Reads all settings. What is missing, of another type or without a meaning on this printer is as in a new record; the

@@ -2,9 +2,12 @@
 
 #include "panels/paper_output/paper_output_sync.h"
 #include "core/installable_options.h"
+#include "core/printer_features.h"
 #include "jobtypes/fax_options.h"
 #include "model/booklet_fold.h"
 #include "model/ppd_access.h"
+#include "panels/paper_output/finishing_offset_dialog.h"
+#include "panels/paper_output/finishing_sync.h"
 #include "panels/paper_output/job_checks.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
@@ -486,6 +489,73 @@ TEST(ProductionPaper, ComesBackWholeAndAsTheOptionsSay) {
     EXPECT_EQ(settings.stock.coatingType(), 1) << "any says nothing";
     EXPECT_EQ(settings.stock.color(), 2);
     EXPECT_EQ(Text(settings.stock.customName()), "") << "it is another paper now";
+}
+
+// ---- Finishing in the PPD
+
+class ProductionFinishing : public testing::Test {
+protected:
+    ProductionFinishing() { EXPECT_EQ(LoadPrinterFeatures(printer.session), noErr); }
+    ~ProductionFinishing() override { UnloadPrinterFeatures(); }
+
+    void ask(const std::string& keyword, const std::string& option) const {
+        PPDSetMainKeyword(printer.settings, String(keyword).get(), String(option).get());
+    }
+    std::string asked(const std::vector<std::string>& keywords) const {
+        std::string all;
+        for (const std::string& keyword : keywords) {
+            CFStringRef option = nullptr;
+            PPDGetMainKeywordValue(printer.settings, String(keyword).get(), &option);
+            all += (all.empty() ? "" : " ") + Text(option);
+        }
+        return all;
+    }
+    std::string asked() const { return asked({"TRStaple", "TRPunch", "TRFold", "TRBind", "TRBooklet"}); }
+    std::string after(SInt32 options) {
+        finishing.options = options;
+        WriteFinishing(&finishing, true, printer.settings);
+        return asked();
+    }
+
+    PluginBundle plugin;
+    PluginSession printer{sourcePath("resources/ppd/Tavro-ZR840.ppd")};
+    FinishingSettings finishing;
+};
+
+TEST_F(ProductionFinishing, ThePrintersDefaultTakesBackWhatTheMenuAskedFor) {
+    EXPECT_EQ(after(0), "") << "nothing is asked for";
+    EXPECT_EQ(after(FinishingValueOf({.staple = 13, .punch = 61, .halfSheetFold = 91})),
+              "1StapleBL 3HolePunchT ZFoldHalfRight None None");
+    EXPECT_EQ(after(40), "None None None BindLeft None");
+    EXPECT_EQ(after(4), "None None None BindLeft None") << "a number of another edition";
+    after(40);
+    EXPECT_EQ(after(0), "None None None None None");
+    // What others asked for is theirs, also what no number stands for.
+    ask("TRBind", "BindLeft");
+    ask("TRStaple", "1StapleTL");
+    EXPECT_EQ(after(0), "1StapleTL None None BindLeft None");
+    PMTicketReleaseItem(printer.settings, kPMTopLevel, kFinishingOptionsItem);
+    EXPECT_EQ(ReadFinishing(printer.settings).options, 0);
+}
+
+TEST_F(ProductionFinishing, OffsetIsOneStateWithThePPD) {
+    const auto read = [&] { return OffsetItem(finishing = ReadFinishing(printer.settings)); };
+    const auto write = [&](SInt32 item, bool isShown = true) {
+        SetOffsetItem(&finishing, item, 5);
+        WriteFinishing(&finishing, isShown, printer.settings);
+        return asked({"Jog"});
+    };
+    EXPECT_EQ(write(kOffsetItemSets), "EndOfSet");
+    EXPECT_EQ(read(), kOffsetItemSets);
+    ask("Jog", "None");
+    EXPECT_EQ(write(kOffsetItemSets), "EndOfSet") << "a panel behind this one only writes what it knows";
+    ask("Jog", "None");
+    EXPECT_EQ(write(kOffsetItemSets, false), "None") << "the one in front was used";
+    EXPECT_EQ(read(), kOffsetItemNone);
+    ask("Jog", "EndOfSet");
+    EXPECT_EQ(read(), kOffsetItemSets);
+    EXPECT_EQ(write(kOffsetItemSubsets), "None") << "its controller does these";
+    EXPECT_EQ(read(), kOffsetItemSubsets);
 }
 
 }  // namespace
