@@ -295,11 +295,12 @@ Instructions secretInstructions(const JobSecrets& secrets) {
     return all;
 }
 
-bool needsController(const JobInstructions& job) {
+bool needsController(const JobInstructions& job, bool finishesByOptions) {
     constexpr int kNoFinishing = 1;
     const bool isDoneByController = job.kind == JobKind::fax || job.kind == JobKind::save ||
                                     job.kind == JobKind::printAndSave || job.kind == JobKind::sampleSet;
     const FinishingInstruction& finishing = job.finishing;
-    const bool hasFinishing = finishing.value > kNoFinishing && !finishingsOf(finishing.value).empty();
+    const bool hasFinishing =
+        !finishesByOptions && finishing.value > kNoFinishing && !finishingsOf(finishing.value).empty();
     return isDoneByController || hasFinishing || finishing.offset != Offset::none || job.notes.has_value();
 }

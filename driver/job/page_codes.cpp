@@ -26,12 +26,21 @@ std::string codeOf(PMPrinter printer, const char* mainKeyword, const std::string
 constexpr int kLightest = -3;
 constexpr std::array kLightness{"Lightest", "Lighter", "Light", "Normal", "Dark", "Darker", "Darkest"};
 
+bool isFromSlipTray(const Sheet& sheet, const UsualChoices& usual) {
+    return sheet.kind == SheetKind::slipSheet && !usual.slipTray.empty();
+}
+
+bool hasSlipSheets(const SheetPlan& plan, const UsualChoices& usual) {
+    return std::ranges::any_of(plan.sheets, [&](const Sheet& sheet) { return isFromSlipTray(sheet, usual); });
+}
+
 class CodeMaker {
 public:
     CodeMaker(const SheetPlan& plan, PMPrinter printer, const UsualChoices& usual)
         : plan_(plan),
           printer_(printer),
           usual_(usual),
+          hasTrays_((!usual.tray.empty() && usual.tray != kAnyTray) || hasSlipSheets(plan, usual)),
           papers_(plan.papers.size()),
           attributes_(attributesOf(plan)),
           isNegative_(usual.isNegative) {}
@@ -39,8 +48,9 @@ public:
     std::string codeAt(const Sheet& sheet, const SheetSide& side) {
         std::string code;
         const bool isFirst = !paper_;
-        if (isFirst || *paper_ != sheet.paper) {
-            code += paperCode(sheet.paper);
+        const std::string& tray = trayOf(sheet);
+        if (isFirst || *paper_ != sheet.paper || tray_ != tray) {
+            code += (hasTrays_ ? codeOf(printer_, kTrayKeyword, tray) : std::string()) + paperCode(sheet.paper);
         }
         if (isFirst || sides_ != sheet.sides) {
             code += codeOf(printer_, "Duplex", duplexOption(sheet.sides));
@@ -55,19 +65,25 @@ public:
             isNegative_ = isNegative;
         }
         paper_ = sheet.paper;
+        tray_ = tray;
         sides_ = sheet.sides;
         lightness_ = lightness;
         return code;
     }
 
 private:
+    [[nodiscard]] const std::string& trayOf(const Sheet& sheet) const {
+        static const std::string kAny = kAnyTray;
+        if (isFromSlipTray(sheet, usual_)) {
+            return usual_.slipTray;
+        }
+        return sheet.paper != 0 || usual_.tray.empty() ? kAny : usual_.tray;
+    }
+
     const std::string& paperCode(std::uint32_t number) {
         std::string& code = papers_[number];
         if (code.empty()) {
             const Paper& paper = plan_.papers[number];
-            if (!usual_.tray.empty() && usual_.tray != kAnyTray) {
-                code += codeOf(printer_, kTrayKeyword, number == 0 ? usual_.tray : kAnyTray);
-            }
             for (const auto& [keyword, option] :
                  {std::pair{"PageSize", &Paper::size}, {"MediaType", &Paper::type}, {"MediaColor", &Paper::color}}) {
                 // Else the sheet would be as the one before it.
@@ -107,9 +123,11 @@ private:
     const SheetPlan& plan_;
     PMPrinter printer_;
     const UsualChoices& usual_;
+    bool hasTrays_;
     std::vector<std::string> papers_;  // their code, once it is made
     std::set<std::string_view> attributes_;
     std::optional<std::uint32_t> paper_;
+    std::string tray_;
     Sides sides_ = Sides::one;
     std::string lightness_;
     bool isNegative_;
@@ -147,7 +165,7 @@ bool isUniform(const SheetPlan& plan, const UsualChoices& usual) {
         return !plan.treatments[side.treatment].lightenDarken && !(usual.isNegative && plan.isBlank(side));
     };
     return std::ranges::all_of(plan.sheets, [&](const Sheet& sheet) {
-        return sheet.paper == 0 && sheet.sides == plan.sheets.front().sides && isUsual(sheet.side1) &&
-               (sheet.sides == Sides::one || isUsual(sheet.side2));
+        return sheet.paper == 0 && !isFromSlipTray(sheet, usual) && sheet.sides == plan.sheets.front().sides &&
+               isUsual(sheet.side1) && (sheet.sides == Sides::one || isUsual(sheet.side2));
     });
 }

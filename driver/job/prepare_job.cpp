@@ -7,6 +7,7 @@
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
+#include "model/finishing.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -51,7 +52,7 @@ public:
           instructions_(readInstructions(source.printSettings, source.pageFormat)),
           plan_(planSheets(instructions_, std::ssize(source.pages.sizes))),
           usual_{choiceOf(source.printSettings, kLightnessKeyword), choiceOf(source.printSettings, kTrayKeyword),
-                 instructions_.isNegative && abilities_.printsNegatives},
+                 slipTray(), instructions_.isNegative && abilities_.printsNegatives},
           job_(*job) {}
 
     bool make() {
@@ -76,6 +77,14 @@ public:
     }
 
 private:
+    /// Blank sheets need not go through the printer.
+    [[nodiscard]] std::string slipTray() const {
+        return instructions_.finishing.hasSlipSheets &&
+                       isInstalled(source_.printer, source_.printerInfo, kTrayKeyword, kInserter)
+                   ? kInserter
+                   : "";
+    }
+
     bool fail(const std::string& reason) {
         job_.fault = errorLine(source_.document, reason);
         return false;
@@ -102,6 +111,11 @@ private:
         choose(usual.isRotated && abilities_.rotates, kRotateKeyword, "True");
         choose(instructions_.isNegative && abilities_.printsNegatives, kNegativeKeyword, "True");
         choose(!choiceOf(job_.settings.get(), kCoversKeyword).empty(), kCoversKeyword, "None");
+        const auto finishings = FinishingsOf(instructions_.finishing.value);
+        for (const char* const keyword : kFinishingMainKeywords) {
+            const char* const option = FinishingOptionOf(finishings, keyword);
+            choose(!finishings.empty() && hasOption(source_.printer, keyword, option), keyword, option);
+        }
         chooseColorCorrection(source_.printer, instructions_.outputColor, job_.settings.get());
         // A booklet may have paper of its own. It is two-sided whatever the job is, and a fax is not.
         const Paper& paper = plan_.papers[plan_.sheets.front().paper];
@@ -123,7 +137,8 @@ private:
         }
         told_ = controllerInstructions(instructions_, plan_);
         const bool isMoreThanItsKind = told_.size() > 1;
-        if (!needsController(instructions_) && !(instructions_.hasJobInstructions && isMoreThanItsKind)) {
+        if (!needsController(instructions_, abilities_.finishes) &&
+            !(instructions_.hasJobInstructions && isMoreThanItsKind)) {
             told_.clear();
         }
         std::ranges::move(secretInstructions(readSecrets(source_.printSettings)), std::back_inserter(told_));

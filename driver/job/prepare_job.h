@@ -23,6 +23,7 @@ struct JobSource {
     const DocumentPages& pages;    // of it
     std::string faxCover;          // a PDF of one page; empty for a job without one
     std::optional<PageMark> mark;  // on its pages
+    PMTicketRef printerInfo = 0;   // what is installed; 0 for all
 };
 
 struct PreparedJob {

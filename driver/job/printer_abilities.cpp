@@ -1,5 +1,6 @@
 #include "driver/job/printer_abilities.h"
 
+#include "model/finishing.h"
 #include "platform/printing/text.h"
 
 bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option) {
@@ -15,6 +16,16 @@ bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::str
     return true;
 }
 
+bool isInstalled(PMPrinter printer, PMTicketRef printerInfo, const std::string& mainKeyword,
+                 const std::string& option) {
+    JobTicket alone;
+    alone.choose(mainKeyword, option);
+    CFArrayRef conflicts = nullptr;
+    return hasOption(printer, mainKeyword, option) &&
+           PMPrinterCopyConflicts(printer, alone.get(), printerInfo, &conflicts) == noErr &&
+           CFArrayGetCount(CFRef<CFArrayRef>::adopt(conflicts).get()) == 0;
+}
+
 PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
     PMPaper found{};
     if (PMPrinterGetPaper(printer, makeString(paper.size).get(), &found) != noErr) {
@@ -25,5 +36,6 @@ PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
 
 PrinterAbilities abilitiesOf(PMPrinter printer) {
     return {PMPrinterReadsPostScript(printer) != 0, hasOption(printer, kMirrorKeyword, "True"),
-            hasOption(printer, kRotateKeyword, "True"), hasOption(printer, kNegativeKeyword, "True")};
+            hasOption(printer, kRotateKeyword, "True"), hasOption(printer, kNegativeKeyword, "True"),
+            hasOption(printer, kFinishingMainKeywords.front(), kNoFinishingOption)};
 }

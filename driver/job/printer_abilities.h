@@ -15,9 +15,13 @@ inline constexpr const char* kLightnessKeyword = "TRImageQuality";
 inline constexpr const char* kCoversKeyword = "JCLCovers";
 inline constexpr const char* kTrayKeyword = "InputSlot";
 inline constexpr const char* kAnyTray = "AutoSelect";  // of InputSlot: the one that has the paper
+inline constexpr const char* kInserter = "Inserter";   // of InputSlot: whose sheets nothing is printed on
 
 /// Whether the PPD has the option.
 bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option);
+
+/// Whether the printer has the option, with what the printer info ticket says is installed.
+bool isInstalled(PMPrinter printer, PMTicketRef printerInfo, const std::string& mainKeyword, const std::string& option);
 
 /// A paper as the printer has it; of a size that it does not know, the usual page, all of which can be printed on.
 PaperShape shapeOf(PMPrinter printer, const Paper& paper);
@@ -27,5 +31,6 @@ struct PrinterAbilities {
     bool mirrors = false;
     bool rotates = false;
     bool printsNegatives = false;
+    bool finishes = false;  // as the finishing menu says, by options of the PPD
 };
 PrinterAbilities abilitiesOf(PMPrinter printer);

@@ -16,8 +16,9 @@
 namespace {
 
 /// What is asked of the finisher, not of a sheet.
-constexpr std::array<std::string_view, 9> kFinishing{"Staple",       "StapleDetails", "Fold", "FoldDetails", "Punch",
-                                                     "PunchDetails", "OutputType",    "Jog",  "Bind"};
+constexpr std::array<std::string_view, 12> kFinishing{"Staple",  "StapleDetails",  "Fold", "FoldDetails",
+                                                      "Punch",   "PunchDetails",   "Bind", "BindDetails",
+                                                      "Booklet", "BookletDetails", "Jog",  "OutputType"};
 
 bool isFinishing(const std::string& key) {
     return std::ranges::find(kFinishing, key) != kFinishing.end();

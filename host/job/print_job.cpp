@@ -114,7 +114,8 @@ JobOutcome JobWork::run() {
                            document_.password,
                            document_.pages,
                            faxCover_,
-                           mark_};
+                           mark_,
+                           session_.printerInfo()};
     const auto progress = [this](int percent) {
         percent_ = percent;
         return !isCancelled_;

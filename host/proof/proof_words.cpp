@@ -18,18 +18,50 @@ bool isSecret(std::string_view name) {
     return std::ranges::any_of(kSecrets, [name](std::string_view part) { return name.find(part) != name.npos; });
 }
 
-/// Names of folds to their texts.
-struct FoldRow {
-    std::string_view style;
+/// Names of the PPDs to their texts.
+struct NameRow {
+    std::string_view name;
     const char* text;
 };
+// clang-format off
 constexpr std::array kFolds{
-    // style, text
-    FoldRow{"Booklet", "Proof Fold Booklet"},
-    FoldRow{"BookletStaple", "Proof Fold Booklet Staple"},
-    FoldRow{"CTri", "Proof Fold C"},
-    FoldRow{"ZTri", "Proof Fold Z"},
+    // style                      text
+    NameRow{"Booklet",            "Proof Fold Booklet"},
+    NameRow{"BookletSet",         "Proof Fold Booklet"},
+    NameRow{"BookletStaple",      "Proof Fold Booklet Staple"},
+    NameRow{"BookletStapleSet",   "Proof Fold Booklet Staple"},
+    NameRow{"CTri",               "Proof Fold C"},
+    NameRow{"ZTri",               "Proof Fold Z"},
+    NameRow{"HalfInside",         "Proof Fold Half Inside"},
+    NameRow{"HalfOutside",        "Proof Fold Half Outside"},
+    NameRow{"CTriInside",         "Proof Fold C Inside"},
+    NameRow{"CTriOutside",        "Proof Fold C Outside"},
+    NameRow{"ZTriInside",         "Proof Fold Z Inside"},
+    NameRow{"ZTriOutside",        "Proof Fold Z Outside"},
+    NameRow{"HalfZLeft",          "Proof Fold Half Z Left"},
+    NameRow{"HalfZRight",         "Proof Fold Half Z Right"},
 };
+constexpr std::array kPlaces{
+    // position                   text
+    NameRow{"TopLeft",            "Proof Top Left"},
+    NameRow{"TopRight",           "Proof Top Right"},
+    NameRow{"BottomLeft",         "Proof Bottom Left"},
+    NameRow{"BottomRight",        "Proof Bottom Right"},
+    NameRow{"Top",                "Proof Top"},
+    NameRow{"Left",               "Proof Left"},
+    NameRow{"Right",              "Proof Right"},
+    NameRow{"Bottom",             "Proof Bottom"},
+    NameRow{"TopCenter",          "Proof Top Center"},
+    NameRow{"LeftCenter",         "Proof Left Center"},
+    NameRow{"RightCenter",        "Proof Right Center"},
+    NameRow{"BottomCenter",       "Proof Bottom Center"},
+};
+constexpr std::array kBooklets{
+    // style                      text
+    NameRow{"Signature",          "Proof Signature"},
+    NameRow{"SquareFoldTrim",     "Proof Square Fold"},
+};
+// clang-format on
 
 /// Keys of the page device for what paper is, beside its weight, to the main keywords that set them.
 struct PaperAttributeRow {
@@ -174,19 +206,34 @@ private:
         return found == proof_.finishing.end() || isNothing(found->second) ? std::string() : found->second;
     }
 
+    /// What our texts call a name of the PPDs; the name itself when it is none of ours.
+    template <typename Names>
+    std::string nameIn(const Names& names, const std::string& name) const {
+        const auto* const row = std::ranges::find(names, std::string_view(name), &NameRow::name);
+        return row == names.end() ? name : text(row->text);
+    }
+
+    /// What is done so many times, at a place where the printer was told one.
+    void tellPlaced(const char* key, const char* countName, const char* words, const char* wordsWithPlace) {
+        if (wish(key).empty()) {
+            return;
+        }
+        const std::string details = wish((std::string(key) + "Details").c_str());
+        const std::string count = detail(details, countName);
+        const std::string place = nameIn(kPlaces, detail(details, "Position"));
+        add(place.empty() ? words : wordsWithPlace, {count.empty() ? wish(key) : count, place});
+    }
+
     void tellFinishing() {
-        const auto tell = [this](const char* key, const char* details, const char* name, const char* words) {
-            if (!wish(key).empty()) {
-                const std::string count = detail(wish(details), name);
-                add(words, {count.empty() ? wish(key) : count});
-            }
-        };
-        tell("Staple", "StapleDetails", "StapleCount", "Proof Staples");
-        tell("Punch", "PunchDetails", "HoleCount", "Proof Holes");
+        const bool isOneStaple = detail(wish("StapleDetails"), "StapleCount") == "1";
+        tellPlaced("Staple", "StapleCount", "Proof Staples", isOneStaple ? "Proof Staple At" : "Proof Staples At");
+        tellPlaced("Punch", "HoleCount", "Proof Holes", "Proof Holes At");
+        tellPlaced("Bind", "", "Proof Bound At", "Proof Bound At");
         if (!wish("Fold").empty()) {
-            const std::string style = detail(wish("FoldDetails"), "FoldStyle");
-            const auto* const row = std::ranges::find(kFolds, style, &FoldRow::style);
-            add("Proof Fold", {row == kFolds.end() ? style : text(row->text)});
+            add("Proof Fold", {nameIn(kFolds, detail(wish("FoldDetails"), "FoldStyle"))});
+        }
+        if (!wish("Booklet").empty()) {
+            lines_.push_back(plain(nameIn(kBooklets, detail(wish("BookletDetails"), "Style"))));
         }
         if (!wish("Jog").empty()) {
             add("Proof Offset", {});

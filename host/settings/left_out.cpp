@@ -138,7 +138,7 @@ private:
                 add("Left Out Saving Only");
                 break;
             default:
-                if (needsController(job_)) {
+                if (needsController(job_, printer_.finishes)) {
                     add("Left Out Instructions");
                 }
                 break;

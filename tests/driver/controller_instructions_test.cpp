@@ -126,7 +126,7 @@ TEST(ControllerInstructions, SayWhatWasAskedFor) {
     plain.paper = {.size = "A4", .color = "White", .type = kPlainType};
     plain.finishing = {0, "", false, Offset::none, 1, "Auto", "None", "None"};
     EXPECT_EQ(lines(tell(plain)), "tavro-job-kind=print\n");
-    EXPECT_FALSE(needsController(plain));
+    EXPECT_FALSE(needsController(plain, false));
 
     const std::vector<JobInstructions> jobs = jobsWithEverything();
     EXPECT_EQ(lines(tell(jobs[0]), "cover-front-type") + lines(tell(jobs[0]), "cover-back-type"),
@@ -195,12 +195,13 @@ TEST(ControllerInstructions, SomeJobsNeedThem) {
     jobs[5].finishing.value = 1'005'010;
     jobs[6].notes = JobNotesInstruction{.specialInstructions = "Mind the ink"};
     for (const JobInstructions& job : jobs) {
-        EXPECT_TRUE(needsController(job)) << lines(tell(job));
+        EXPECT_TRUE(needsController(job, false)) << lines(tell(job));
     }
+    EXPECT_FALSE(needsController(jobs[5], true)) << "the printer has options for it";
     JobInstructions other;
     other.kind = JobKind::delayed;
     for (const int value : {0, 1, 9, 1'000'000}) {  // default, none, and numbers that mean nothing
         other.finishing.value = value;
-        EXPECT_FALSE(needsController(other)) << value;
+        EXPECT_FALSE(needsController(other, false)) << value;
     }
 }

@@ -386,6 +386,30 @@ TEST_F(PaperRow, SetsAndFinishing) {
          "[P1]",
          {"finishings=staple-top-left", "tavro-custom-finishing=wire"}},
     });
+    check(
+        {
+            {"several together, from a queue that binds",
+             item("FinishingOptions", 1'916'113) + options(text("TRBind", "BindLeft")) + item("EmitTPIF", 0) +
+                 pages("1"),
+             "[P1]",
+             {"StapleDetails=Position=BottomLeft StapleCount=1 Type=1", "PunchDetails=HoleCount=3 Position=Top Type=1",
+              "FoldDetails=FoldStyle=HalfZRight Type=1", "!Bind=3", "!tavro-job-kind"}},
+            {"a booklet that is trimmed",
+             item("FinishingOptions", 2) + text(kTavro + "FinishingCustom", "3 mm") + pages("1"),
+             "[P1]",
+             {"BookletDetails=Style=SquareFoldTrim Type=1", "tavro-custom-finishing=3 mm"}},
+            {"what another program asked for",
+             options(text("TRStaple", "2StaplesR")) + pages("1"),
+             "[P1]",
+             {"Staple=3", "StapleDetails=Position=Right StapleCount=2 Type=1", "finishings=staple-dual-right"}},
+            {"slip sheets from the inserter",
+             options(text("InputSlot", "Tray2")) + item("FinishingSlipSheet", 2) + copies(2) + pages("1-2"),
+             "tray1[P1] tray1[P2] tray9[-]",
+             {"2 sets"}},
+            {"the same, the last sheet first",
+             item("FinishingSlipSheet", 2) + pageOptions(text("outputorder", "reverse")) + pages("1"), "tray9[-] [P1]"},
+        },
+        kZR840);
 }
 
 TEST_F(PaperRow, JobsAndTheirController) {

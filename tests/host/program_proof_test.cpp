@@ -5,14 +5,14 @@ namespace {
 
 class TellsJobs : public ProgramTest {
 protected:
-    std::string made(const std::string& items) const {
+    std::string made(const std::string& items, const std::string& ppd = kZR420) const {
         const std::string settings = add("settings.plist",
                                          "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket"
                                          "</key><dict>" +
                                              items + "</dict></dict></plist>");
-        EXPECT_EQ(run({"--ppd", kZR420, "--print", "--ticket-in", settings, "--job-out", folder / "job.ps", kTenPages})
-                      .status,
-                  0);
+        EXPECT_EQ(
+            run({"--ppd", ppd, "--print", "--ticket-in", settings, "--job-out", folder / "job.ps", kTenPages}).status,
+            0);
         return folder / "job.ps";
     }
     static bool has(const std::string& text, const std::string& line) {
@@ -40,6 +40,32 @@ TEST_F(TellsJobs, SheetBySheet) {
         EXPECT_TRUE(has(told.output, line)) << line << "\n" << told.output;
     }
     EXPECT_EQ(told.output.find("4711"), std::string::npos);
+}
+
+// Each fold and place has words of its own: those of the PPD are told as they stand there.
+TEST_F(TellsJobs, AndWhatIsDoneToEachSet) {
+    const std::string ppd = sourcePath("resources/ppd/Tavro-ZR840.ppd");
+    const auto finishing = [&](const std::string& options) {
+        std::string pairs;
+        std::istringstream words(options);
+        for (std::string keyword, option; words >> keyword >> option;) {
+            pairs.append("<key>").append(keyword).append("</key><string>").append(option).append("</string>");
+        }
+        const Run told = run({"--proof", made("<key>com.tavro.print.EmitTPIF</key><integer>0</integer><key>com.apple."
+                                              "print.PrintSettings.PMPageRange</key><string>1</string>"
+                                              "<key>PPDDict</key><dict>" +
+                                                  pairs + "</dict>",
+                                              ppd)});
+        const std::size_t at = told.output.find("Finishing: ");
+        return at == std::string::npos ? told.output + told.errors : told.output.substr(at);
+    };
+    EXPECT_EQ(finishing("TRStaple 1StapleTL TRPunch 4HolePunchL TRFold ZFoldHalfLeft"),
+              "Finishing: stapled at the top left\nFinishing: 4 holes at the left\n"
+              "Finishing: folded: Z Fold of half sheets, at the left\n");
+    EXPECT_EQ(finishing("TRStaple 2StaplesB"), "Finishing: 2 staples at the bottom\n");
+    EXPECT_EQ(finishing("TRStaple 1StapleR"), "Finishing: stapled at the middle of the right\n");
+    EXPECT_EQ(finishing("TRBind BindLeft"), "Finishing: bound at the left\n");
+    EXPECT_EQ(finishing("TRBooklet SquareFold"), "Finishing: folded square, and trimmed\n");
 }
 
 TEST_F(TellsJobs, OrWhyNot) {
