@@ -94,3 +94,14 @@ std::vector<std::string> finishingsOf(int value) {
     }
     return names;
 }
+
+std::vector<std::pair<std::string, std::string>> finishingOptionsOf(int value) {
+    const auto rows = FinishingsOf(value);
+    std::vector<std::pair<std::string, std::string>> options;
+    for (const char* const mainKeyword : kFinishingMainKeywords) {
+        if (!rows.empty()) {
+            options.emplace_back(mainKeyword, FinishingOptionOf(rows, mainKeyword));
+        }
+    }
+    return options;
+}

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// "{a=1 b="two words"}": several values that belong together. Texts that are more than a word are quoted; quotes and
@@ -25,3 +26,6 @@ std::string sidesText(Sides sides);
 /// The finishings of a value of the finishing menu: one, or those that are done together. None for the printer's
 /// default and for a number that means nothing.
 std::vector<std::string> finishingsOf(int value);
+
+/// The PPD's options that go with the value, of each main keyword of finishing; none for the same two.
+std::vector<std::pair<std::string, std::string>> finishingOptionsOf(int value);

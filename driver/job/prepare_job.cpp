@@ -4,10 +4,10 @@
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
 #include "driver/job/controller_instructions.h"
+#include "driver/job/instruction_values.h"
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
-#include "model/finishing.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -111,10 +111,8 @@ private:
         choose(usual.isRotated && abilities_.rotates, kRotateKeyword, "True");
         choose(instructions_.isNegative && abilities_.printsNegatives, kNegativeKeyword, "True");
         choose(!choiceOf(job_.settings.get(), kCoversKeyword).empty(), kCoversKeyword, "None");
-        const auto finishings = FinishingsOf(instructions_.finishing.value);
-        for (const char* const keyword : kFinishingMainKeywords) {
-            const char* const option = FinishingOptionOf(finishings, keyword);
-            choose(!finishings.empty() && hasOption(source_.printer, keyword, option), keyword, option);
+        for (const auto& [keyword, option] : finishingOptionsOf(instructions_.finishing.value)) {
+            choose(hasOption(source_.printer, keyword, option), keyword.c_str(), option.c_str());
         }
         chooseColorCorrection(source_.printer, instructions_.outputColor, job_.settings.get());
         // A booklet may have paper of its own. It is two-sided whatever the job is, and a fax is not.

@@ -19,13 +19,18 @@ constexpr NameRow kNames[] = {
     // main keyword     option  name
     {"StapleLocation",  "None", "Remedy No Staples"},
     {"TRFoldOptions",   "None", "Remedy No Folds"},
+    {"TRStaple",        "None", "Remedy No Staples"},
+    {"TRPunch",         "None", "Remedy No Holes"},
+    {"TRFold",          "None", "Remedy No Fold"},
+    {"TRBind",          "None", "Remedy No Binding"},
+    {"TRBooklet",       "None", "Remedy No Booklet Maker"},
     {"Jog",             "None", "Remedy No Offset"},
     {"Duplex",          "None", "Remedy One Side"},
     {"JCLPasscode",     "None", "Remedy No Passcode"},
     {"PageSize",        "",     "Remedy Paper Size"},
     {"MediaColor",      "",     "Remedy Paper Color"},
 };
-static_assert(std::size(kNames) == 7);
+static_assert(std::size(kNames) == 12);
 // clang-format on
 
 }  // namespace

@@ -7,6 +7,7 @@ namespace {
 
 constexpr OSType kDialog = FourCharCode("Host");
 constexpr OSType kPanels = FourCharCode("Tshl");
+constexpr SInt32 kFinishingMenu = 108;
 constexpr OSType kSpecialPages = FourCharCode("TSPg");
 
 // clang-format off
@@ -30,6 +31,11 @@ constexpr SettingPlace kPlaces[] = {
     {"TRFoldOptions",          "Booklet", "Panel Paper and Output", kPanels,       112},
     {"TRFoldOptions",          "Booklet", "Panel Layout",           kPanels,       6013},
     {"TRFoldOptions",          "",        "Panel Paper and Output", kPanels,       111},
+    {"TRStaple",               "",        "Panel Paper and Output", kPanels,       kFinishingMenu},
+    {"TRPunch",                "",        "Panel Paper and Output", kPanels,       kFinishingMenu},
+    {"TRFold",                 "",        "Panel Paper and Output", kPanels,       kFinishingMenu},
+    {"TRBind",                 "",        "Panel Paper and Output", kPanels,       kFinishingMenu},
+    {"TRBooklet",              "",        "Panel Paper and Output", kPanels,       kFinishingMenu},
     {"OutputBin",              "",        "Panel Paper and Output", kPanels,       110},
     {"JCLColorCorrection",     "",        "Panel Paper and Output", kPanels,       115},
     {"JCLPasscode",            "",        "Panel Paper and Output", kPanels,       102},
@@ -44,8 +50,11 @@ constexpr SettingPlace kPlaces[] = {
     {"JCLBanner",              "",        "Panel Advanced",         kPanels,       632},
     {"Jog",                    "",        "Panel Advanced",         kPanels,       634},
 };
-static_assert(std::size(kPlaces) == 31);
+static_assert(std::size(kPlaces) == 36);
 // clang-format on
+
+/// What the items of the finishing menu change beside what stands there.
+constexpr std::string_view kAlsoByFinishingMenu[] = {"Jog", "TRFoldOptions"};
 
 }  // namespace
 
@@ -70,6 +79,10 @@ const SettingPlace* placeOfSetting(std::string_view mainKeyword) {
 }
 
 bool isChangedBy(std::string_view mainKeyword, OSType signature, SInt32 number) {
+    if (signature == kPanels && number == kFinishingMenu &&
+        std::ranges::find(kAlsoByFinishingMenu, mainKeyword) != std::end(kAlsoByFinishingMenu)) {
+        return true;
+    }
     return std::ranges::any_of(kPlaces, [&](const SettingPlace& place) {
         // All controls of the special pages work on one list.
         return place.mainKeyword == mainKeyword && place.signature == signature &&

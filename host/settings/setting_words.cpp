@@ -17,17 +17,20 @@ struct TrayRow {
 };
 constexpr TrayRow kTrays[] = {
     // the trays that the maker's panel calls otherwise than the PPD
-    {"Side", "OCT", "Tray Offset Catch"},
-    {"Stacker", "HCSS", "Tray Stacker 1"},
+    {"Side", "OCT", "Tray Offset Catch"},     {"Side", "OCT2", "Tray Offset Catch 1"},
+    {"Lower", "OCT2", "Tray Offset Catch 2"}, {"Side", "SCT2", "Tray Catch 1"},
+    {"Lower", "SCT2", "Tray Catch 2"},        {"Stacker", "HCSS", "Tray Stacker 1"},
 };
 
 /// Null for any other setting.
 const TrayRow* findTray(const PrintSession& session, const std::string& mainKeyword, const std::string& option) {
-    const auto* const row = std::ranges::find(kTrays, std::string_view(option), &TrayRow::option);
-    return mainKeyword == "OutputBin" && row != std::end(kTrays) &&
-                   session.choices().installed("Option2") == row->finisher
-               ? row
-               : nullptr;
+    if (mainKeyword != "OutputBin") {
+        return nullptr;
+    }
+    const auto* const row = std::ranges::find_if(kTrays, [&](const TrayRow& tray) {
+        return tray.option == option && session.choices().installed("Option2") == tray.finisher;
+    });
+    return row != std::end(kTrays) ? row : nullptr;
 }
 
 }  // namespace

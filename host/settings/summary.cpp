@@ -1,6 +1,7 @@
 #include "host/settings/summary.h"
 
 #include "driver/instructions/panel_items.h"
+#include "driver/job/instruction_values.h"
 #include "host/script/text.h"
 #include "host/settings/choice_words.h"
 #include "host/settings/dictionary_values.h"
@@ -209,10 +210,21 @@ private:
         tell({"Duplex"});
     }
 
+    /// Whether the options of the PPD say what the finishing menu says.
+    bool isSaidByOptions(int finishing) const {
+        const auto options = finishingOptionsOf(finishing);
+        return !options.empty() && std::ranges::all_of(options, [this](const auto& each) {
+            return option(each.first.c_str()) == each.second;
+        });
+    }
+
     void tellFinishing() {
         tell({"StapleLocation", "TRFoldOptions"});
         const FinishingInstruction& finishing = job_.finishing;
-        if (const std::string all = finishingWords(finishing, texts_); !all.empty()) {
+        tell({"TRStaple", "TRPunch", "TRFold", "TRBind", "TRBooklet"});
+        const bool isTold = isSaidByOptions(finishing.value);
+        const std::string all = isTold ? finishing.custom : finishingWords(finishing, texts_);
+        if (!all.empty()) {
             add("Summary Finishing", {all});
         }
         addIf(finishing.hasSlipSheets, "Summary Slip Sheets");

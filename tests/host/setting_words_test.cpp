@@ -66,6 +66,13 @@ TEST_F(SettingWordsOf, TraysAreCalledAsInTheirPanel) {
           std::tuple{"HCSS_BK", "Booklet", CFSTR("BookletMakerBin")}}) {
         EXPECT_EQ(words(printer, "OutputBin", option, finisher)->choice, ownTitle(key)) << finisher << option;
     }
+    printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR840.ppd"));
+    for (const auto& [finisher, option, key] :
+         {std::tuple{"SCT", "Side", CFSTR("SimpleCatchTray")}, std::tuple{"SCT2", "Side", CFSTR("SimpleCatchTray1")},
+          std::tuple{"SCT2", "Lower", CFSTR("SimpleCatchTray2")}, std::tuple{"OCT", "Side", CFSTR("OCT")},
+          std::tuple{"OCT2", "Side", CFSTR("OCT1")}, std::tuple{"OCT2", "Lower", CFSTR("OCT2")}}) {
+        EXPECT_EQ(words(printer, "OutputBin", option, finisher)->choice, ownTitle(key)) << finisher << option;
+    }
 }
 
 TEST_F(SettingWordsOf, OtherMakersHaveNoPanels) {
