@@ -32,7 +32,7 @@ constexpr std::array kOptions{
 };
 static_assert(kOptions.size() == 11);
 
-enum class Work { fold, foldAndStaple, cornerStaple, staples, holes, tape };
+enum class Work { fold, foldAndStaple, trim, cornerStaple, staples, holes, tape };
 struct WorkRow {
     std::string_view start;  // of the finishing; what follows is an edge, a corner, or the way of folding
     Work work;
@@ -54,12 +54,14 @@ constexpr std::array kWorks{
     WorkRow{"tavro-fold-",            Work::fold,          2},
     WorkRow{"saddle-stitch",          Work::foldAndStaple, 2},
     WorkRow{"booklet-maker",          Work::foldAndStaple, 2},
+    WorkRow{"tavro-custom",           Work::trim,          2},
 };
-static_assert(kWorks.size() == 14);
+static_assert(kWorks.size() == 15);
 // clang-format on
 
 constexpr double kStapleLength = 34;  // 12 mm
 constexpr double kStapleDepth = 20;
+constexpr double kTrim = 9;  // 3 mm
 
 class Marks {
 public:
@@ -78,6 +80,10 @@ public:
             case Work::foldAndStaple:
                 addFolds(row->count, place);
                 return addStaplesOnFold();
+            case Work::trim:
+                addFolds(row->count, place);
+                addStaplesOnFold();
+                return addTrim();
             case Work::cornerStaple:
                 return addCornerStaple(place);
             case Work::staples:
@@ -137,12 +143,19 @@ private:
     }
 
     /// Lines across the long side.
-    void addFold(double part) {
+    void addAcross(FinishMark::Kind kind, double part) {
         if (paper_.isLandscape()) {
-            add(FinishMark::Kind::fold, {paper_.width * part, 0}, {paper_.width * part, paper_.height});
+            add(kind, {paper_.width * part, 0}, {paper_.width * part, paper_.height});
         } else {
-            add(FinishMark::Kind::fold, {0, paper_.height * part}, {paper_.width, paper_.height * part});
+            add(kind, {0, paper_.height * part}, {paper_.width, paper_.height * part});
         }
+    }
+    void addFold(double part) { addAcross(FinishMark::Kind::fold, part); }
+    /// Of a booklet, whose open edge is both ends of the sheet.
+    void addTrim() {
+        const double part = kTrim / std::max(paper_.width, paper_.height);
+        addAcross(FinishMark::Kind::trim, part);
+        addAcross(FinishMark::Kind::trim, 1 - part);
     }
     void addFolds(int parts, std::string_view place) {
         constexpr int kHalfAndQuarter = 4;

@@ -12,6 +12,7 @@ struct FinishMark {
         hole,    // its middle is where it begins
         fold,    // a line across the sheet
         tape,    // of a binding: a line along the middle of it
+        trim,    // the line along which an edge is cut off
     } kind;
     CanvasPoint from;
     CanvasPoint to;

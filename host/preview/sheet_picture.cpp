@@ -19,6 +19,7 @@ constexpr CanvasColor kHole{88, 88, 88};
 constexpr CanvasColor kStaple{70, 74, 84};
 constexpr CanvasColor kStapleLight{216, 220, 228};
 constexpr CanvasColor kFold{60, 110, 190};
+constexpr CanvasColor kTrim{178, 40, 32};
 constexpr CanvasColor kTape{60, 64, 78, 200};
 constexpr CanvasColor kFault{178, 40, 32};
 constexpr CanvasColor kFaultGround{253, 240, 238};
@@ -239,6 +240,9 @@ private:
                 break;
             case FinishMark::Kind::fold:
                 canvas_.line({from, to}, scale, kFold, kDashes * scale);
+                break;
+            case FinishMark::Kind::trim:
+                canvas_.line({from, to}, scale, kTrim);
                 break;
             case FinishMark::Kind::tape:
                 canvas_.line({from, to}, kTapeWidth * place_.factor, kTape);

@@ -2,9 +2,11 @@
 
 #include "driver/pages/document.h"
 #include "driver/pages/make_pages.h"
+#include "host/preview/finish_marks.h"
 #include "host/preview/page_sources.h"
 #include "host/preview/sheet_words.h"
 #include "host/preview/shown_side.h"
+#include "model/finishing.h"
 #include "platform/files/pending_file.h"
 #include "platform/files/plain_file.h"
 #include "tests/host/settings_session.h"
@@ -177,6 +179,66 @@ TEST_F(SheetPreview, ShowsPaperAndWhatIsDoneToIt) {
     EXPECT_EQ(valuesAt(job, 2, false, tabs),
               (std::vector<std::uint32_t>{valueOf(kYellow), 0, valueOf(kYellow)}));  // the first tab of a bank
     EXPECT_EQ(valuesAt(job, 3, false, tabs), (std::vector<std::uint32_t>{0, valueOf(kYellow), valueOf(kYellow)}));
+}
+
+// The options of the PPD end with their place: "2HolePunchL".
+TEST_F(SheetPreview, HasTheMarksOfEachFinishingAtItsPlace) {
+    const Size paper{612, 792};
+    const auto marksOf = [&](SInt32 value) { return finishMarks({.value = value}, false, paper); };
+    const auto count = [](const std::vector<FinishMark>& marks, FinishMark::Kind kind) {
+        return std::ranges::count(marks, kind, &FinishMark::kind);
+    };
+    using Kind = FinishMark::Kind;
+    for (const Finishing& row : Finishings()) {
+        const auto marks = marksOf(row.value);
+        const std::string_view option = row.option == nullptr ? "" : row.option;
+        SCOPED_TRACE(option);
+        if (row.part == FinishingPart::staple || row.part == FinishingPart::punch) {
+            EXPECT_EQ(std::ssize(marks), option[0] - '0');
+            EXPECT_EQ(count(marks, row.part == FinishingPart::staple ? Kind::staple : Kind::hole), std::ssize(marks));
+            const std::string_view place = option.substr(option.find_last_not_of("TRBL") + 1);
+            CanvasPoint sum{0, 0};
+            for (const FinishMark& mark : marks) {
+                const bool isHole = mark.kind == Kind::hole;
+                const double x = isHole ? mark.from.x : (mark.from.x + mark.to.x) / 2;
+                const double y = isHole ? mark.from.y : (mark.from.y + mark.to.y) / 2;
+                EXPECT_TRUE(place.find('L') == place.npos || (x > 0 && x < 50));
+                EXPECT_TRUE(place.find('R') == place.npos || (x > paper.width - 50 && x < paper.width));
+                EXPECT_TRUE(place.find('B') == place.npos || (y > 0 && y < 50));
+                EXPECT_TRUE(place.find('T') == place.npos || (y > paper.height - 50 && y < paper.height));
+                sum = {sum.x + x, sum.y + y};
+            }
+            const bool isAcross = place == "T" || place == "B";
+            const auto all = static_cast<double>(marks.size());
+            EXPECT_TRUE(place.size() == 2 || std::abs(isAcross ? sum.x / all - 306 : sum.y / all - 396) < 1);
+        } else if (option.find("Fold") != option.npos) {
+            const bool isBooklet = option.starts_with("Bi") || row.value == kFinishingValueCustom;
+            EXPECT_EQ(count(marks, Kind::fold), isBooklet ? 1 : 2);
+            EXPECT_EQ(count(marks, Kind::trim), row.value == kFinishingValueCustom ? 2 : 0);
+        } else {
+            EXPECT_EQ(marks.empty(), row.value == kFinishingValueNone);
+        }
+    }
+    EXPECT_EQ(marksOf(FinishingValueOf({.staple = 20, .punch = 61, .halfSheetFold = 90})).size(), 2u + 3u + 2u);
+
+    // The places are the sheet's, however the pages lie on it.
+    const std::vector<CanvasPoint> corners{{26, 766}, {586, 766}, {586, 26}};
+    const auto stapled = [&](bool isSide2) {
+        std::vector<bool> found;
+        for (const std::uint32_t value : valuesAt(plan(), 0, isSide2, corners)) {
+            found.push_back(value != valueOf({255, 255, 255}));
+        }
+        return found;
+    };
+    instructions.finishing.value = 10;
+    for (const Orientation orientation : {Orientation::portrait, Orientation::landscape}) {
+        instructions.orientation = orientation;
+        instructions.sides = Sides::longEdge;
+        EXPECT_EQ(stapled(false), (std::vector<bool>{true, false, false}));
+        EXPECT_EQ(stapled(true), (std::vector<bool>{false, true, false}));
+        instructions.sides = Sides::shortEdge;
+        EXPECT_EQ(stapled(true), (std::vector<bool>{false, false, false})) << "at the lower left";
+    }
 }
 
 TEST_F(SheetPreview, HasPlacesForPagesThatCannotBeShown) {
