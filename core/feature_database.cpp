@@ -122,6 +122,12 @@ void TDPInitialize() {
     }
 }
 
+void TDPInitializeFromFile(CFURLRef file) {
+    if (!gDatabase && !gProfile) {
+        gProfile = CFRef<CFURLRef>::retain(file);
+    }
+}
+
 void TDPFinalize() {
     gProfile = nullptr;
     gDatabase = nullptr;

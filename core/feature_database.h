@@ -19,6 +19,8 @@
 /// Finds the database in the plug-in's bundle unless it is loaded; the first query reads it. A missing or damaged file
 /// leaves it unloaded.
 void TDPInitialize();
+/// The same with the file at an address, for programs that look at the plug-in's database from without.
+void TDPInitializeFromFile(CFURLRef file);
 void TDPFinalize();
 /// Takes over the features and models of another file of that form, in the place of those of the same names; what was
 /// lent before is no longer valid. False, and nothing is changed, when it cannot be read: the reason is then printed.

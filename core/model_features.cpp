@@ -87,6 +87,7 @@ ModelFeatures::ModelFeatures(CFStringRef model) : lineage_(LineageOf(model)) {
                                     })->second.distance;
         for (; option != end; ++option) {
             if (option->second.distance == nearest) {
+                options_.push_back(option->second.feature);
                 addOption(option->first.data(), option->second.feature);
             }
         }
@@ -112,6 +113,19 @@ bool ModelFeatures::has(CFStringRef feature) const {
                 As<CFArrayRef>(CFDictionaryGetValue(TDPGetModel(model), CFSTR("Lacks")), CFArrayGetTypeID());
             return Holds(lacks, feature);
         });
+}
+
+CFDictionaryRef ModelFeatures::feature(CFStringRef mainKeyword) const {
+    const auto features =
+        CFRef<CFArrayRef>::adopt(TDPGetFeaturesWithPropertyAndValue(CFSTR("MainKeyword"), mainKeyword));
+    CFDictionaryRef nearest = nullptr;
+    for (CFIndex i = 0; i < CFArrayGetCount(features.get()); ++i) {
+        const auto* const feature = static_cast<CFDictionaryRef>(CFArrayGetValueAtIndex(features.get(), i));
+        if (distance(feature) && (nearest == nullptr || *distance(feature) < *distance(nearest))) {
+            nearest = feature;
+        }
+    }
+    return nearest;
 }
 
 CFArrayRef ModelFeatures::list(CFStringRef key) const {

@@ -23,7 +23,8 @@
 
 class ModelFeatures {
 public:
-    /// Of a model by its name without the maker's, such as "ZR840". The database must be loaded.
+    /// Of a model by its name without the maker's, such as "ZR840", which must outlive this. The database must be
+    /// loaded.
     explicit ModelFeatures(CFStringRef model);
     ModelFeatures(const ModelFeatures&) = delete;
     ModelFeatures& operator=(const ModelFeatures&) = delete;
@@ -32,6 +33,10 @@ public:
     bool isKnown() const { return isKnown_; }
     /// Whether the model has a feature of the database, such as a window of the plug-in that only some models have.
     bool has(CFStringRef feature) const;
+    /// The features of the model about its installable options, lent by the database.
+    const std::vector<CFDictionaryRef>& options() const { return options_; }
+    /// The feature of the model about a main keyword, lent; null when it has none.
+    CFDictionaryRef feature(CFStringRef mainKeyword) const;
     /// A list that the database has of the model, lent; null when it has none.
     CFArrayRef list(CFStringRef key) const;
     /// The rows, sorted by option, keyword and feature key, and the one that ends them; valid as long as this object.
@@ -45,6 +50,7 @@ private:
 
     std::vector<CFStringRef> lineage_;  // the model, the one that it is like, and so on; lent by the database
     bool isKnown_ = false;
+    std::vector<CFDictionaryRef> options_;
     std::deque<std::string> texts_;  // which the rows point to
     std::vector<InstalledFeature> rows_;
 };

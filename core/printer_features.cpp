@@ -36,8 +36,9 @@ bool IsTavroPrinter(PPDContext context) {
     return InvocationString(context, kManufacturer) == kMaker;
 }
 
-/// The model's name without the maker's.
-std::string ModelOf(PPDContext context) {
+}  // namespace
+
+std::string ModelOfPrinter(PPDContext context) {
     static constexpr PPDKeyword kModelName = "ModelName";
     std::string name = InvocationString(context, kModelName);
     if (name.starts_with(kMaker) && name.size() > kMaker.size() && name[kMaker.size()] == ' ') {
@@ -45,8 +46,6 @@ std::string ModelOf(PPDContext context) {
     }
     return name;
 }
-
-}  // namespace
 
 OSStatus LoadPrinterFeatures(PMPrintSession session) {
     TDPInitialize();
@@ -63,7 +62,8 @@ OSStatus LoadPrinterFeatures(PMPrintSession session) {
     const OpenPPD ppd(context);
     PPDCreateGlobalUIDictionary(context);
     const bool isOurs = IsTavroPrinter(context);
-    LoadInstallableOptions(printerInfo, context, isOurs ? LoadPrinterModel(ModelOf(context)) : InstalledFeatures);
+    LoadInstallableOptions(printerInfo, context,
+                           isOurs ? LoadPrinterModel(ModelOfPrinter(context)) : InstalledFeatures);
     SetShowsStockDetails(HasModelFeature(CFSTR("StockLibrary")));
     if (!isOurs) {
         std::fputs("Initialize() not a Tavro PDE.\n", stderr);

@@ -1,5 +1,6 @@
 // tavro-print: the print dialog of Tavro printers.
 
+#include "driver/finishing/sheet_limits.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/print_dialog.h"
 #include "host/dialog/server_password.h"
@@ -306,6 +307,7 @@ ExitStatus run(const CommandLine& line, char* programName) {
         return failToOpen(opened ? job.failure() : opened.failure(), line, programName);
     }
     markStart("input");
+    useDeviceProfile(deviceProfilePath());
     if (!line.print && !line.check) {
         prepareFor(*job, document.get());
         return runDialog(line, *parsed, std::move(*job), std::move(document), programName);

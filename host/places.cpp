@@ -30,6 +30,10 @@ std::string pluginPath() {
     return firstExisting({"../plugins/TavroFeatures.plugin", TAVRO_LIBRARY_PLACE "/plugins/TavroFeatures.plugin"});
 }
 
+std::string deviceProfilePath() {
+    return pluginPath() + "/Contents/Resources/Device Profile.plist";
+}
+
 std::string hostBundlePath() {
     return firstExisting({"../TavroPrint.bundle", TAVRO_LIBRARY_PLACE "/TavroPrint.bundle"});
 }

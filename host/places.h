@@ -5,6 +5,8 @@
 
 /// TavroFeatures.plugin; in the folder that $TAVRO_PLUGIN_DIR names, when it is set.
 std::string pluginPath();
+/// The plug-in's data about printers.
+std::string deviceProfilePath();
 /// The program's own bundle, with its windows and texts.
 std::string hostBundlePath();
 /// The program that looks at documents (driver/worker).

@@ -29,6 +29,7 @@ ConflictLine::ConflictLine(WindowRef window, CFBundleRef texts, std::int64_t pag
 
 void ConflictLine::forget() {
     options_.clear();
+    job_ = {};
     changed_.clear();
     changes_.forget();
     report_ = {};
@@ -64,9 +65,12 @@ void ConflictLine::lookForChanges(const PrintSession& session) {
 }
 
 void ConflictLine::show(const PrintSession& session) {
-    const bool isChanged = takeChanges(session);
+    session.instructions();
+    const JobThen job{session.version(), pageCount_};
+    const bool isChanged = takeChanges(session) || job != job_;
     if (isChanged) {
-        report_ = examineConflicts(session, texts_, changed_);
+        job_ = job;
+        report_ = examineConflicts(session, texts_, changed_, pageCount_);
         remedies_ = {};
         for (std::size_t i = 0; i < std::min(report_.ways.size(), remedies_.size()); ++i) {
             remedies_[i] = {report_.ways[i]};

@@ -9,6 +9,7 @@
 #include "host/settings/left_out.h"
 
 #include <array>
+#include <utility>
 
 class ConflictLine {
 public:
@@ -53,7 +54,9 @@ private:
     JobWay way_;
     ConflictMarks marks_;
     ChangeWatch changes_;
-    OptionsThen options_;  // as they were shown
+    OptionsThen options_;                                    // as they were shown
+    using JobThen = std::pair<std::uint64_t, std::int64_t>;  // of which instructions, and of how many pages
+    JobThen job_;                                            // as they were shown
     bool isSecret_ = false;
     std::vector<std::string> changed_;  // main keywords that changed last
     ConflictReport report_;

@@ -10,6 +10,6 @@
 /// error. `texts` is the program's own bundle.
 Failure checkSettings(const JobSetup& setup, CFBundleRef texts);
 
-/// Tells on standard error what a job will not be as its settings say: choices that the printer does not offer, and
-/// those that cannot go together.
-void warnOfSettings(const PrintSession& session, CFBundleRef texts);
+/// Tells on standard error what a job of so many pages will not be as its settings say: choices that the printer does
+/// not offer, and those that cannot go together.
+void warnOfSettings(const PrintSession& session, std::int64_t pageCount, CFBundleRef texts);

@@ -25,7 +25,7 @@ const char* faultText(PageRangeFault fault) {
 Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
     PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
     followDocument(&session, setup.document);
-    warnOfSettings(session, texts);
+    warnOfSettings(session, setup.document.pageCount, texts);
     if (const std::string range = session.pageRange(); !range.empty()) {
         const PageRange pages = readPageRange(range, setup.document.pageCount);
         if (pages.fault != PageRangeFault::none) {

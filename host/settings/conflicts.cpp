@@ -1,5 +1,6 @@
 #include "host/settings/conflicts.h"
 
+#include "driver/finishing/sheet_limits.h"
 #include "driver/instructions/read_instructions.h"
 #include "driver/job/job_ticket.h"
 #include "host/settings/dictionary_values.h"
@@ -9,6 +10,9 @@
 #include <iterator>
 
 namespace {
+
+/// The option of what is not finished.
+constexpr const char* kNothing = "None";
 
 struct Side {
     std::string mainKeyword;
@@ -153,6 +157,44 @@ std::vector<SettingChange> findWays(const PrintSession& session, CFBundleRef tex
     return ways;
 }
 
+// ---- Sheets
+
+std::vector<SheetExcess> findExcesses(const PrintSession& session, std::int64_t pageCount) {
+    std::vector<std::pair<std::string, std::string>> options;
+    for (const char* const keyword : kLimitedMainKeywords) {
+        std::string option = session.choice(CFStringMakeConstant(keyword));
+        if (!option.empty() && option != kNothing) {
+            options.emplace_back(keyword, std::move(option));
+        }
+    }
+    // Most jobs are not finished, and need no look at what finishers take.
+    if (options.empty() || pageCount == 0 || session.instructions().kind == JobKind::fax) {
+        return {};
+    }
+    return findSheetExcesses(sheetLimitsOf(session.printerInfo()), options, session.plan(pageCount));
+}
+
+std::string sentenceOf(const SheetExcess& excess, const PrintSession& session, CFBundleRef texts) {
+    const SettingWords words = changeTo(session, texts, excess.mainKeyword, excess.option).words;
+    const auto text = [texts](CFStringRef key, const std::vector<std::string>& values) {
+        return utf8(localized(texts, key, values).get());
+    };
+    const std::string setting = words.panel.empty()
+                                    ? text(CFSTR("Conflict Setting"), {words.title, words.choice})
+                                    : text(CFSTR("Conflict Setting Panel"), {words.title, words.choice, words.panel});
+    const std::vector<std::string> values{setting, std::to_string(excess.limit), std::to_string(excess.sheets),
+                                          std::to_string(excess.thickness)};
+    switch (excess.kind) {
+        case SheetExcess::Kind::tooThick:
+            return text(CFSTR("Conflict Sheets Too Thick"), values);
+        case SheetExcess::Kind::tooFew:
+            return text(CFSTR("Conflict Too Few Sheets"), values);
+        case SheetExcess::Kind::tooMany:
+            break;
+    }
+    return text(CFSTR("Conflict Too Many Sheets"), values);
+}
+
 }  // namespace
 
 std::vector<std::string> ConflictReport::sentences() const {
@@ -161,7 +203,8 @@ std::vector<std::string> ConflictReport::sentences() const {
     return all;
 }
 
-ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep) {
+ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep,
+                                std::int64_t pageCount) {
     JobTicket settings(session.printSettings());
     if (readJobKind(settings.get()) == JobKind::secure) {
         settings.set(kPMJobPasscodeKey, {});  // that it is a secret job is enough
@@ -175,10 +218,21 @@ ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, 
             }
         }
     }
-    if (!report.conflicts.empty()) {
-        report.remedy = findRemedy(session, texts, settings.get(), keep);
-        report.ways = findWays(session, texts, settings.get(), report.conflicts.front(), report.remedy);
+    const bool isPlain = report.conflicts.empty();
+    std::vector<SettingChange> fewer;
+    JobTicket settingsWithFewer(settings.get());
+    for (const SheetExcess& excess : findExcesses(session, pageCount)) {
+        report.conflicts.push_back({sentenceOf(excess, session, texts), {{excess.mainKeyword, excess.option}}});
+        fewer.push_back(changeTo(session, texts, excess.mainKeyword, kNothing));
+        settingsWithFewer.choose(excess.mainKeyword, kNothing);
     }
+    if (!isPlain) {
+        report.remedy = findRemedy(session, texts, settingsWithFewer.get(), keep);
+        report.ways = findWays(session, texts, settings.get(), report.conflicts.front(), report.remedy);
+    } else if (!fewer.empty()) {
+        report.ways = {fewer.front()};
+    }
+    report.remedy.insert(report.remedy.end(), fewer.begin(), fewer.end());
     return report;
 }
 

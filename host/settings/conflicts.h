@@ -4,6 +4,7 @@
 #include "host/settings/print_session.h"
 #include "host/settings/setting_words.h"
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,9 +28,11 @@ struct ConflictReport {
     std::vector<std::string> sentences() const;
 };
 
-/// Looks at the session's settings, its kind of job and what the printer has installed. The settings of the main
-/// keywords of `keep` stay where something else can give way. `texts` is the program's own bundle.
-ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep);
+/// Looks at the session's settings, its kind of job and what the printer has installed; and, of a document of so many
+/// pages (0 for one that is not known), whether its sheets are not too many or too few to be finished. The settings of
+/// the main keywords of `keep` stay where something else can give way. `texts` is the program's own bundle.
+ConflictReport examineConflicts(const PrintSession& session, CFBundleRef texts, const std::vector<std::string>& keep,
+                                std::int64_t pageCount);
 
 /// Why a choice cannot be taken with what the printer has installed; empty when it can.
 std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std::string& mainKeyword,

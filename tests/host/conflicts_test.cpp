@@ -1,6 +1,7 @@
 // What people read about settings that cannot go together.
 #include "host/settings/conflicts.h"
 
+#include "driver/finishing/sheet_limits.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/remedy_words.h"
 #include "tests/support/cf_values.h"
@@ -21,7 +22,7 @@ protected:
     void choose(const std::string& keyword, const std::string& option) {
         session->setChoice(makeCFString(keyword).get(), makeCFString(option).get());
     }
-    ConflictReport report(const Texts& keep = {}) const { return examineConflicts(*session, texts.get(), keep); }
+    ConflictReport report(const Texts& keep = {}) const { return examineConflicts(*session, texts.get(), keep, 0); }
     Texts names(const std::vector<SettingChange>& changes) const {
         Texts all;
         for (const SettingChange& change : changes) {
@@ -96,6 +97,43 @@ TEST_F(ConflictSentences, TellThatFoldedBookletsTakeNoStaples) {
             EXPECT_EQ(names(report({"StapleLocation"}).ways), (Texts{"Remove Folds and Holes", "Remove the Staples"}));
         }
     }
+}
+
+TEST_F(ConflictSentences, TellHowManySheetsAFinisherTakes) {
+    useDeviceProfile(sourcePath("resources/device/Device Profile.plist"));
+    const auto sentences = [&](std::int64_t pages) {
+        session->instructions();
+        return examineConflicts(*session, texts.get(), {}, pages).sentences();
+    };
+    choose("StapleLocation", "2Staples");
+    EXPECT_EQ(sentences(50), Texts());
+    EXPECT_EQ(sentences(0), Texts()) << "of a document that is not known";
+    EXPECT_EQ(sentences(64), Texts{"“Staple: 2 Staples” (Paper and Output) takes up to 50 sheets; this job has 64."});
+    choose("Duplex", "DuplexNoTumble");
+    EXPECT_EQ(sentences(64), Texts());
+    choose("MediaType", "CardStock");
+    EXPECT_EQ(sentences(64), Texts{"“Staple: 2 Staples” (Paper and Output) takes up to 50 sheets of thin paper; the 32 "
+                                   "sheets of this job are as thick as 64."});
+    install("Option2", "LCSS");
+    choose("TRFoldOptions", "3HolePunch");
+    EXPECT_EQ(sentences(999), Texts()) << "holes are punched into any number of sheets";
+
+    printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR840.ppd"));
+    install("Option2", "PSF_BM");
+    choose("TRBind", "BindLeft");
+    const ConflictReport thin = examineConflicts(*session, texts.get(), {}, 4);
+    EXPECT_EQ(thin.sentences(),
+              Texts{"“Bind: Bind, Left” (Paper and Output) takes at least 10 sheets; this job has 4."});
+    EXPECT_EQ(names(thin.ways), Texts{"Remove the Binding"});
+    EXPECT_EQ(sentences(125), Texts());
+    EXPECT_EQ(sentences(126).size(), 1u);
+    // Beside a conflict of the PPD both are told, and the remedy ends both.
+    choose("TRFold", "ZFoldHalfLeft");
+    const ConflictReport both = examineConflicts(*session, texts.get(), {"TRFold"}, 21);
+    EXPECT_EQ(both.conflicts.size(), 2u);
+    EXPECT_EQ(both.sentences()[1],
+              "“Fold: Z Fold Half Sheet, Left” (Paper and Output) takes up to 20 sheets; this job has 21.");
+    EXPECT_EQ(names(both.remedy).back(), "Remove the Fold");
 }
 
 TEST_F(ConflictSentences, TellNearestSizesAndKeepSecrets) {
