@@ -4,12 +4,15 @@
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Windows.h"
+#include "ui/localization.h"
 #include "ui/nib_window.h"
 #include "ui/text_input.h"
 
 namespace {
 
 constexpr ControlID kFieldID = {FourCharCode("TPDE"), 123456};
+constexpr ControlID kLabelID = {FourCharCode("TPDE"), 123457};
+constexpr ControlID kHintID = {FourCharCode("TPDE"), 123458};
 constexpr EventTypeSpec kCommandEvents[] = {{kEventClassCommand, kEventCommandProcess}};
 
 struct CustomValueContext {
@@ -17,9 +20,24 @@ struct CustomValueContext {
     SInt16 result;
 };
 
+void ShowTexts(CFBundleRef bundle, const CustomValueTexts* texts, WindowRef window) {
+    ControlRef label = nullptr;
+    ControlRef hint = nullptr;
+    GetControlByID(window, &kLabelID, &label);
+    GetControlByID(window, &kHintID, &hint);
+    if (texts == nullptr) {
+        HideControl(hint);
+        return;
+    }
+    SetLocalizedWindowTitle(bundle, texts->title, window);
+    SetLocalizedStaticText(bundle, texts->label, label);
+    SetLocalizedStaticText(bundle, texts->hint, hint);
+}
+
 }  // namespace
 
-OSStatus RunModalCustomValueDialog(CFBundleRef bundle, SInt32 maximum, CFStringRef* text, SInt16* result) {
+OSStatus RunModalCustomValueDialog(CFBundleRef bundle, SInt32 maximum, CFStringRef* text, SInt16* result,
+                                   const CustomValueTexts* texts) {
     const CFStringRef initial = *text;
     *text = nullptr;
     *result = kCustomValueCancel;
@@ -30,6 +48,7 @@ OSStatus RunModalCustomValueDialog(CFBundleRef bundle, SInt32 maximum, CFStringR
     ControlRef field = nullptr;
     GetControlByID(window.get(), &kFieldID, &field);
     LimitInputLength(field, maximum);
+    ShowTexts(bundle, texts, window.get());
     if (initial != nullptr) {
         SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof initial, &initial);
     }

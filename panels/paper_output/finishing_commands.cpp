@@ -11,9 +11,11 @@ constexpr OSType kSignatureBooklet = FourCharCode("Sgbm");
 constexpr SInt32 kLongestCustomFinishing = 255;
 
 OSStatus AskForCustomFinishing(CFBundleRef bundle, FinishingSettings* settings) {
+    const CustomValueTexts texts{CFSTR("Finishing Name Custom"), CFSTR("Finishing Custom Label"),
+                                 CFSTR("Finishing Custom Hint")};
     CFStringRef text = settings->custom.get();
     SInt16 result = kCustomValueCancel;
-    const OSStatus status = RunModalCustomValueDialog(bundle, kLongestCustomFinishing, &text, &result);
+    const OSStatus status = RunModalCustomValueDialog(bundle, kLongestCustomFinishing, &text, &result, &texts);
     if (result == kCustomValueOK) {
         settings->custom = CFRef<CFStringRef>::adopt(text);
         settings->options = kFinishingValueCustom;

@@ -218,7 +218,7 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
     };
     const Expected table[] = {
         {"PDE_Shell", "Window", "Tshl", {10, 15, 16, 17, 18, 1966, 1967}},
-        {"Utilities", "CustomValue", "TPDE", {123456}},
+        {"Utilities", "CustomValue", "TPDE", {123456, 123457, 123458}},
         {"PaperOutputOffice",
          "Professional",
          "Tshl",

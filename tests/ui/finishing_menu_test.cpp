@@ -200,9 +200,9 @@ TEST_F(FinishingMenuTest, SaysInWordsWhatIsChosen) {
     settings.options = 82;
     EXPECT_EQ(summary(settings), "Fold: Half Fold, Printed Inside");
     settings.options = kFinishingValueCustom;
-    EXPECT_EQ(summary(settings), "Custom");
+    EXPECT_EQ(summary(settings), "Square-Fold Trimming");
     settings.custom = String("Tape 7");
-    EXPECT_EQ(summary(settings), "Custom: Tape 7");
+    EXPECT_EQ(summary(settings), "Square-Fold Trimming: Tape 7");
     settings.options = FinishingValueOf({.staple = 12, .punch = 51});
     settings.slipSheet = kSlipSheetsOn;
     settings.offset = kOffsetOn;
