@@ -223,8 +223,8 @@ private:
         const FinishingInstruction& finishing = job_.finishing;
         tell({"TRStaple", "TRPunch", "TRFold", "TRBind", "TRBooklet"});
         const bool isTold = isSaidByOptions(finishing.value);
-        const std::string all = isTold ? finishing.custom : finishingWords(finishing, texts_);
-        if (!all.empty()) {
+        const std::string all = finishingWords(finishing, texts_);
+        if (!all.empty() && (!isTold || all == finishing.custom)) {
             add("Summary Finishing", {all});
         }
         addIf(finishing.hasSlipSheets, "Summary Slip Sheets");

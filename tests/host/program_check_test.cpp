@@ -72,6 +72,18 @@ TEST_F(ChecksSettings, ThatDoNot) {
     EXPECT_EQ(bad.errors, "tavro-print: Jog=Sometimes: Tavro ZR420 does not offer it; its default is printed\n");
 }
 
+TEST_F(ChecksSettings, OfAsManySheetsAsTheDocumentHas) {
+    const std::string zr840 = sourcePath("resources/ppd/Tavro-ZR840.ppd");
+    const Words folded{"--ppd", zr840, "--check", "--ticket-in", settings("TRFold=CFoldSingleInside"), kTenPages};
+    const Run bad = run(folded);
+    EXPECT_EQ(bad.status, 4);
+    EXPECT_EQ(bad.output, "“Fold: C Fold, Print Inside” (Paper and Output) takes up to 5 sheets; this job has 10.\n");
+    EXPECT_EQ(run({"--ppd", zr840, "--check", "--ticket-in", settings("TRFold=CFoldSingleInside Duplex=DuplexTumble"),
+                   kTenPages})
+                  .status,
+              0);
+}
+
 TEST_F(ChecksSettings, WhoseTextsForgeNoLines) {
     std::string ppd = contentOf(kZR420);
     for (const auto& [text, hostile] :

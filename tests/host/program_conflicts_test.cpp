@@ -124,6 +124,41 @@ TEST_F(ProgramConflicts, OfSettingsFilesAndMissingPartsEndToo) {
         noDisk);
 }
 
+TEST_F(ProgramConflicts, OfTheFinishingMenuEndThere) {
+    const auto play = [&](const std::string& text) {
+        return run({"--ppd", sourcePath("resources/ppd/Tavro-ZR840.ppd"), "--script", add("script", text), "--job-out",
+                    folder / "job.ps", "--ticket-out", settings(), kTenPages});
+    };
+    const Run done = play(
+        // Two menus may want staples; the one that was used last has them.
+        "panel \"Paper and Output\"\nchoose Tshl:111 \"Collated, 2 Staples\"\nitem Tshl:108 Stp1 0\n"
+        "command \"ok  \"\nexpect conflicts 1\nexpect Host:72 text \"Remove the Staples\"\nclick Host:72\n"
+        "expect Tshl:111 text \"Collated\"\nexpect Tshl:109 text \"1 Staple: Top Left\"\nexpect no conflicts\n"
+        // Ten sheets can be bound, and five cannot.
+        "item Tshl:108 Bind 0\ncommand \"ok  \"\nexpect no conflicts\n"
+        "choose Tshl:113 \"2-Sided, Flip on Long Edge\"\nexpect conflicts 1\n"
+        "expect Host:71 text \"“Bind: Bind, Left” (Paper and Output) takes at least 10 sheets; this job has 5.\"\n"
+        "expect Host:72 text \"Remove the Binding\"\nclick Host:72\nexpect Tshl:109 text \"Printer Default\"\n"
+        // One offset, in two panels.
+        "item Tshl:108 Ofsb 0\nset TPDE:1000 2\ncommand \"ok  \"\nexpect Host:71 hidden\npanel Advanced\n"
+        "expect Tshl:634 text \"Offset Each Set\"\nchoose Tshl:634 \"No Offset\"\npanel \"Paper and Output\"\n"
+        "expect Tshl:109 text \"Printer Default\"\nitem Tshl:108 FSBM 0\nok\n");
+    EXPECT_EQ(done.status, 3) << "the printer has no maker of signatures: " << done.errors;
+    EXPECT_NE(done.errors.find("FSBM"), std::string::npos) << done.errors;
+
+    const Run printed = play(
+        "panel \"Paper and Output\"\nitem Tshl:108 Hpn3 0\nchoose TPDE:1001 \"Top\"\ncommand \"ok  \"\n"
+        "item Tshl:108 Spsh 0\nexpect no conflicts\nok\n");
+    EXPECT_EQ(printed.status, 0) << printed.errors;
+    EXPECT_TRUE(kept("TRPunch", "3HolePunchT") && kept("TRStaple", "None"));
+    const std::string job = contentOf(folder / "job.ps");
+    EXPECT_NE(job.find("%%BeginFeature: *TRPunch 3HolePunchT"), std::string::npos);
+    EXPECT_NE(job.find("%%BeginFeature: *InputSlot Inserter"), std::string::npos) << "the slip sheet's";
+    run({"--ppd", sourcePath("resources/ppd/Tavro-ZR840.ppd"), "--installed", "Option12=False", "--print",
+         "--ticket-in", settings(), "--job-out", folder / "job.ps", kTenPages});
+    EXPECT_EQ(contentOf(folder / "job.ps").find("*InputSlot Inserter"), std::string::npos) << "which is not there";
+}
+
 TEST_F(ProgramConflicts, AreAskedAboutBeforePrinting) {
     const std::string conflict =
         "panel \"Paper and Output\"\nitem Tshl:104 Styp 2\nchoose Tshl:113 \"2-Sided, Flip on Long Edge\"\n";

@@ -208,6 +208,18 @@ TEST_F(SummaryOf, FinishingHasANameForEveryChoiceOfThePanels) {
     EXPECT_EQ(words(INT32_MIN), "");
 }
 
+TEST_F(SummaryOf, FinishingThatIsAnOptionIsToldAsOne) {
+    printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR840.ppd"));
+    const std::string note = item("FinishingCustom", "<string>3 mm</string>");
+    EXPECT_EQ(tell(numberItem("FinishingOptions", 1'005'013) + note,
+                   choice("TRStaple", "1StapleBL") + choice("TRPunch", "2HolePunchL")),
+              (Lines{"Staple Position: 1 Staple, Bottom Left", "Hole Position: 2 Holes, Left"}));
+    EXPECT_EQ(tell(numberItem("FinishingOptions", 2) + note, choice("TRBooklet", "SquareFold")),
+              (Lines{"Booklet Maker: Square-Fold Trimming", "Finishing: 3 mm"}));
+    EXPECT_EQ(tell(numberItem("FinishingOptions", 40)), Lines{"Finishing: binding"})
+        << "by settings of another printer";
+}
+
 TEST_F(SummaryOf, WhatAQueueSavedForItsPages) {
     const auto queue = [](const std::string& options) {
         return item("PrintSettings.PageOptions", dictionary(options));
