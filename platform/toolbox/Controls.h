@@ -109,7 +109,8 @@ void SetControl32BitValue(ControlRef control, SInt32 value);
 SInt32 GetControl32BitMinimum(ControlRef control);
 void SetControl32BitMinimum(ControlRef control, SInt32 minimum);
 SInt32 GetControl32BitMaximum(ControlRef control);
-/// The range of a pop-up is its menu's; setting its maximum does nothing.
+/// The range of a pop-up is its menu's; setting its maximum does nothing. That of tabs without pages of their own is
+/// how many there are.
 void SetControl32BitMaximum(ControlRef control, SInt32 maximum);
 /// The title of a custom view is what assistive technologies say in its place.
 OSStatus SetControlTitleWithCFString(ControlRef control, CFStringRef title);
@@ -155,7 +156,7 @@ OSStatus HIViewSimulateClick(ControlRef view, ControlPartCode part, UInt32 modif
 
 // ---- Data
 
-// By tag. The part is kControlEntireControl.
+// By tag. The part is kControlEntireControl where nothing else is said.
 inline constexpr ControlPartCode kControlEntireControl = 0;
 inline constexpr OSType kControlStaticTextCFStringTag = FourCharCode("cfst");      // CFStringRef; static texts
 inline constexpr OSType kControlEditTextCFStringTag = FourCharCode("cfst");        // CFStringRef; fields and text views
@@ -167,7 +168,16 @@ inline constexpr OSType kControlTextReadOnlyTag = FourCharCode("rdon");   // Boo
 inline constexpr OSType kControlTextWordWrapTag = FourCharCode("wrap");   // Boolean; text views
 inline constexpr OSType kControlTextFontSizeTag = FourCharCode("fsiz");   // SInt16, points; text views
 inline constexpr OSType kControlLittleArrowsIncrementValueTag =
-    FourCharCode("incr");  // SInt32 above 0; arrows, 1 at first
+    FourCharCode("incr");                                           // SInt32 above 0; arrows, 1 at first
+inline constexpr OSType kControlTabInfoTag = FourCharCode("tabi");  // ControlTabInfoRecV1; the part is the tab's number
+
+/// What a tab shows.
+struct ControlTabInfoRecV1 {
+    SInt16 version;      // kControlTabInfoVersionOne
+    SInt16 iconSuiteID;  // 0, as tabs have texts only
+    CFStringRef name;
+};
+inline constexpr SInt16 kControlTabInfoVersionOne = 1;
 
 /// Selected text, in UTF-16 code units.
 struct ControlEditTextSelectionRec {

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTabBar>
 #include <QToolButton>
 #include <QToolTip>
 #include <cstring>
@@ -114,6 +115,15 @@ OSStatus setPicture(QWidget* widget, CGImageRef image) {
     return errDataNotSupported;
 }
 
+OSStatus setTab(QTabBar* tabs, ControlPartCode tab, ByteCount size, const void* data) {
+    const auto info = valueOf<ControlTabInfoRecV1>(size, data);
+    if (!info || info->version != kControlTabInfoVersionOne || tab < 1 || tab > tabs->count()) {
+        return paramErr;
+    }
+    tabs->setTabText(tab - 1, toQString(info->name).replace(u'&', QLatin1String("&&")));
+    return noErr;
+}
+
 QString withoutMnemonic(QString text) {
     for (qsizetype i = 0; i < text.size(); ++i) {
         if (text[i] == u'&') {
@@ -187,7 +197,7 @@ OSStatus CopyControlTitleAsCFString(ControlRef control, CFStringRef* title) {
     return noErr;
 }
 
-OSStatus SetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCount size, const void* data) {
+OSStatus SetControlData(ControlRef control, ControlPartCode part, OSType tag, ByteCount size, const void* data) {
     if (control == nullptr) {
         return controlHandleInvalidErr;
     }
@@ -237,6 +247,10 @@ OSStatus SetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
             }
             return date && setClockDate(clock, *date) ? noErr : paramErr;
         }
+        case kControlTabInfoTag: {
+            auto* tabs = qobject_cast<QTabBar*>(control->widget);
+            return tabs != nullptr ? setTab(tabs, part, size, data) : errDataNotSupported;
+        }
         case kControlTextReadOnlyTag:
         case kControlTextWordWrapTag:
         case kControlTextFontSizeTag: {
@@ -248,7 +262,7 @@ OSStatus SetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
     }
 }
 
-OSStatus GetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCount bufferSize, void* buffer,
+OSStatus GetControlData(ControlRef control, ControlPartCode part, OSType tag, ByteCount bufferSize, void* buffer,
                         ByteCount* actualSize) {
     if (control == nullptr) {
         return controlHandleInvalidErr;
@@ -277,6 +291,19 @@ OSStatus GetControlData(ControlRef control, ControlPartCode, OSType tag, ByteCou
         const auto* arrows = dynamic_cast<const LittleArrows*>(control->widget);
         return arrows != nullptr ? giveOut(SInt32{arrows->singleStep()}, bufferSize, buffer, actualSize)
                                  : errDataNotSupported;
+    }
+    if (const auto* tabs = qobject_cast<const QTabBar*>(control->widget);
+        tabs != nullptr && tag == kControlTabInfoTag) {
+        if (part < 1 || part > tabs->count()) {
+            return paramErr;
+        }
+        auto name = toCFString(withoutMnemonic(tabs->tabText(part - 1)));
+        const OSStatus status =
+            giveOut(ControlTabInfoRecV1{kControlTabInfoVersionOne, 0, name.get()}, bufferSize, buffer, actualSize);
+        if (status == noErr && buffer != nullptr) {
+            static_cast<void>(name.leak());
+        }
+        return status;
     }
     return errDataNotSupported;
 }

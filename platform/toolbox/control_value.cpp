@@ -88,6 +88,16 @@ void setLimit(ControlRef control, Limit set) {
     }
 }
 
+void setTabCount(QTabBar* tabs, int count) {
+    const QSignalBlocker programmatic(tabs);
+    while (tabs->count() < count) {
+        tabs->addTab(QString());
+    }
+    while (tabs->count() > std::max(count, 0)) {
+        tabs->removeTab(tabs->count() - 1);
+    }
+}
+
 }  // namespace
 
 ControlKind GetControlKind(ControlRef control) {
@@ -180,5 +190,9 @@ SInt32 GetControl32BitMaximum(ControlRef control) {
 }
 
 void SetControl32BitMaximum(ControlRef control, SInt32 maximum) {
+    if (auto* tabs = control != nullptr ? qobject_cast<QTabBar*>(control->widget) : nullptr) {
+        setTabCount(tabs, maximum);
+        return;
+    }
     setLimit(control, [maximum](auto& widget) { widget.setMaximum(maximum); });
 }

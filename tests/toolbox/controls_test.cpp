@@ -110,6 +110,32 @@ TEST_F(ControlsTest, TheWheelChangesNothingThatHasNoFocus) {
     EXPECT_EQ(GetControl32BitValue(control(7)), 2);
 }
 
+TEST_F(ControlsTest, TabsAreAsManyAsTheProgramMakesThem) {
+    open(widget("QTabBar", 1, rectangle(0, 0, 300, 30)));
+    int hits = 0;
+    const TestHandler count(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
+                            [&hits](EventHandlerCallRef, EventRef) {
+                                ++hits;
+                                return noErr;
+                            });
+    const auto name = [this](ControlPartCode tab, CFStringRef text) {
+        const ControlTabInfoRecV1 info{kControlTabInfoVersionOne, 0, text};
+        return SetControlData(control(1), tab, kControlTabInfoTag, sizeof info, &info);
+    };
+    SetControl32BitMaximum(control(1), 3);
+    EXPECT_EQ(name(1, CFSTR("Features")), noErr);
+    EXPECT_EQ(name(3, CFSTR("Notes & names")), noErr);
+    EXPECT_EQ(name(4, CFSTR("None")), paramErr);
+    SetControl32BitValue(control(1), 3);
+    ControlTabInfoRecV1 info{};
+    ASSERT_EQ(GetControlData(control(1), 3, kControlTabInfoTag, sizeof info, &info, nullptr), noErr);
+    EXPECT_EQ(toQString(CFRef<CFStringRef>::adopt(info.name).get()), "Notes & names");
+    EXPECT_EQ(qobject_cast<QTabBar*>(control(1)->widget)->tabText(2), "Notes && names") << "no letter is a key";
+    SetControl32BitMaximum(control(1), 1);
+    EXPECT_EQ(GetControl32BitValue(control(1)), 1);
+    EXPECT_EQ(hits, 0) << "what the program does makes no event";
+}
+
 TEST_F(ControlsTest, HelpIsShownAndSpoken) {
     open(widget("QComboBox", 1,
                 "<item>" + property("text", "string", "A") + "</item><item>" + property("text", "string", "B") +
