@@ -2,7 +2,8 @@
 //
 // "Models", beside "Features", has what is true of a model as a whole: "Like", another model whose features it has too;
 // "Lacks", those that it has not all the same; "Panels", the getters of its panels in the order of the menu;
-// "Pictures", see device_mimic.cpp. What the model itself says goes before what the one says that it is like.
+// "Extensions", see extensions.h; "Pictures", see device_mimic.cpp. What the model itself says goes before what the one
+// says that it is like.
 //
 // A feature belongs to the models of its "Models". It is about an installable option when its "Installable" is true:
 // "MainKeyword" names the option. A keyword of its syntax that means something for panels has "Installs" among its

@@ -110,11 +110,12 @@ TEST(PlugInFactory, TheBundleExportsItsEntryPointsOnly) {
     std::istringstream lines(symbols);
     int entries = 0;
     for (std::string name; std::getline(lines, name); ++entries) {
-        EXPECT_TRUE(name == "TavroPDEPluginFactory" || name == "CocoaInitializeCocoa" || name == "CocoaEditWatermark" ||
+        EXPECT_TRUE(name == "TavroPDEPluginFactory" || name == "TavroPDECopyExtensionGetters" ||
+                    name == "CocoaInitializeCocoa" || name == "CocoaEditWatermark" ||
                     (name.starts_with("Get") && name.ends_with("PanelInterface")))
             << name;
     }
-    EXPECT_EQ(entries, 11);
+    EXPECT_EQ(entries, 12);
 }
 
 }  // namespace

@@ -340,6 +340,25 @@ TEST_F(Shell, RefusesCallsWithoutContextOrSession) {
     EXPECT_EQ(operations.Sync(context, nullptr, true), kPMInvalidPrintSession);
 }
 
+TEST_F(Shell, KnowsTheOtherExtensionsOfItsPrinter) {
+    const auto copyGetters = reinterpret_cast<CFArrayRef (*)()>(
+        CFBundleGetFunctionPointerForName(plugIn(), CFSTR("TavroPDECopyExtensionGetters")));
+    ASSERT_NE(copyGetters, nullptr);
+    for (const auto& [ppd, expected] :
+         {std::pair(kZR420, 0), {kSources / "resources/ppd/Tavro-ZR840.ppd", 1}, {kZR410, 0}}) {
+        const Session session(ppd);
+        ASSERT_EQ(start(session), noErr);
+        const auto getters = CFRef<CFArrayRef>::adopt(copyGetters());
+        EXPECT_EQ(CFArrayGetCount(getters.get()), expected) << ppd;
+        for (CFIndex i = 0; i < CFArrayGetCount(getters.get()); ++i) {
+            const auto* getter = static_cast<CFStringRef>(CFArrayGetValueAtIndex(getters.get(), i));
+            EXPECT_NE(CFBundleGetFunctionPointerForName(plugIn(), getter), nullptr) << title(getter);
+        }
+        terminate();
+    }
+    EXPECT_EQ(CFArrayGetCount(CFRef<CFArrayRef>::adopt(copyGetters()).get()), 0) << "of no printer";
+}
+
 TEST_F(Shell, ListensToTheDialogsButtonsAndLeavesThemAlone) {
     const Session session(kZR420);
     startAndOpen(session);
