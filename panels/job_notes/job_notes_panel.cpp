@@ -9,6 +9,7 @@
 #include "platform/toolbox/Windows.h"
 #include "ui/dialog_window.h"
 #include "ui/draw_image.h"
+#include "ui/help.h"
 #include "ui/panel_operations.h"
 #include "ui/text_input.h"
 
@@ -29,6 +30,7 @@ enum ControlNumber : SInt32 {
 };
 
 constexpr OSType kPreferencesCommand = FourCharCode("Tjnp");
+constexpr OSType kHelpCommand = FourCharCode("Thlp");
 
 struct JobNotesContext {
     bool opened;
@@ -40,6 +42,7 @@ struct JobNotesContext {
     JobNotesPreferencesOptions preferences;
     ControlRef pane;  // null until the first Open
     WindowRef window;
+    EventHandlerRef helpHandler;
 };
 
 JobNotesContext* Context(PMPDEContext context) {
@@ -117,6 +120,14 @@ OSStatus pdeShellJobNotesEventHandler(EventHandlerCallRef, EventRef event, void*
     return CommandOf(event) == kPreferencesCommand ? ChangePreferences(context) : eventNotHandledErr;
 }
 
+/// Help is for the panel wherever the keys go in the dialog, as long as the panel is shown.
+OSStatus JobNotesHelpHandler(EventHandlerCallRef, EventRef event, void* userData) {
+    const auto* context = static_cast<const JobNotesContext*>(userData);
+    return CommandOf(event) == kHelpCommand && IsControlActive(context->pane)
+               ? DisplayHelp(context->bundle, nullptr, CFSTR("job-notes.html"))
+               : eventNotHandledErr;
+}
+
 OSStatus pdeShellJobNotesDrawHandler(EventHandlerCallRef, EventRef event, void*) {
     const ControlRef control = GetEventControl(event);
     DrawImage(GetPanelControlNumber(control) == kSheetMessagePicture ? CFSTR("Banner Message.gif")
@@ -139,9 +150,11 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
         if (context->pane != nullptr) {
             ShowTexts(context);
         }
-    } else if (context->pane != nullptr) {  // nobody has seen the notes of a panel that was never opened
+    } else if (context->pane != nullptr) {
         TakeTexts(context);
         WriteJobNotes(context->texts, ticket);
+    } else {
+        WriteJobNotes({}, ticket);  // there are no fields to read
     }
     return noErr;
 }
@@ -187,6 +200,8 @@ OSStatus Open(PMPDEContext opaque) {
         InstallControlEventHandler(FindPanelControl(context->pane, picture), pdeShellJobNotesDrawHandler, 1, &kDraw,
                                    nullptr, nullptr);
     }
+    static constexpr EventTypeSpec kCommands{kEventClassCommand, kEventCommandProcess};
+    InstallWindowEventHandler(context->window, JobNotesHelpHandler, 1, &kCommands, context, &context->helpHandler);
     return InstallControlEventHandler(context->pane, pdeShellJobNotesEventHandler, kEvents.size(), kEvents.data(),
                                       context, nullptr);
 }
@@ -197,6 +212,7 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
         return kPMInvalidPDEContext;
     }
     if (IsValidWindowPtr(context->window)) {
+        RemoveEventHandler(context->helpHandler);
         DisposeControl(context->pane);
     }
     delete context;

@@ -165,6 +165,25 @@ TEST_F(JobNotesPanelTest, NothingTypedIsLostByARefill) {
     EXPECT_EQ(written("Recipient"), "Cleo");
 }
 
+TEST_F(JobNotesPanelTest, HelpsWhileItIsShown) {
+    openPanel();
+    const auto isAsked = [this] {
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassCommand, kEventCommandProcess, 0, 0, &event);
+        const HICommand command{0, FourCharCode("Thlp"), nullptr, 0, nullptr};
+        SetEventParameter(event, kEventParamDirectObject, typeHICommand, sizeof command, &command);
+        const OSStatus status = SendEventToEventTarget(event, GetWindowEventTarget(window));
+        ReleaseEvent(event);
+        return status != eventNotHandledErr;
+    };
+    EXPECT_TRUE(isAsked());
+    DeactivateControl(control(1));
+    EXPECT_FALSE(isAsked()) << "another panel is shown";
+    ActivateControl(control(1));
+    EXPECT_EQ(panel.Terminate(std::exchange(context, nullptr), noErr), noErr);
+    EXPECT_FALSE(isAsked());
+}
+
 TEST_F(JobNotesPanelTest, LimitsWhatIsTyped) {
     prefer(0, 0, 0);
     openPanel();
@@ -174,12 +193,14 @@ TEST_F(JobNotesPanelTest, LimitsWhatIsTyped) {
     EXPECT_EQ(shown(kMessage).size(), 1000u);
 }
 
-TEST_F(JobNotesPanelTest, LeavesTheTicketAloneUntilItIsOpened) {
+TEST_F(JobNotesPanelTest, HasNoTextsUntilItIsOpened) {
     set(CFSTR("com.tavro.print.JobNotesMessage"), "of a preset");
     ASSERT_EQ(initialize(), noErr);
     EXPECT_EQ(sync(false), noErr);
-    EXPECT_EQ(written("Message"), "of a preset");
+    EXPECT_EQ(written("Message"), std::nullopt) << "a dialog does not ask a panel that it has not opened";
     EXPECT_EQ(written("JobName"), std::nullopt);
+    ASSERT_EQ(panel.Open(context), noErr);
+    EXPECT_EQ(shown(kMessage), "of a preset") << "as it was read";
 }
 
 TEST(JobNotesPreferences, AbsentFlagsStayAsTheyWere) {
