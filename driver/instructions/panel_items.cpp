@@ -7,6 +7,7 @@
 #include "model/ppd_access.h"
 #include "model/ppd_option_maps.h"
 #include "model/ticket_items.h"
+#include "platform/printing/PMPrinter.h"
 
 #include <array>
 
@@ -70,6 +71,15 @@ void fillOutputColor(PMTicketRef printSettings) {
         GetTicketNumber(printSettings, kFinishingOutputColorItem, 0) == 0) {
         SetTicketNumber(printSettings, kDriverClient, kFinishingOutputColorItem, kOutputInBlackAndWhite);
     }
+}
+
+void setDocumentName(PMTicketRef printSettings, const std::string& name) {
+    const auto text = makeString(name);
+    const std::string inNotes = textOf(printSettings, kJobNotesJobNameItem);
+    if (!inNotes.empty() && inNotes == textOf(printSettings, kPMJobNameKey)) {
+        PMTicketSetCFString(printSettings, kDriverClient, kJobNotesJobNameItem, text.get(), kPMUnlocked);
+    }
+    PMTicketSetCFString(printSettings, kDriverClient, kPMJobNameKey, text.get(), kPMUnlocked);
 }
 
 void clearPanelItems(PMTicketRef printSettings, const std::string& mainKeyword) {

@@ -14,6 +14,9 @@ void fillSets(PMTicketRef printSettings, SInt32 item);
 /// Black and white, if the color correction is.
 void fillOutputColor(PMTicketRef printSettings);
 
+/// Gives the document another name. The notes' name of the job follows when it was the document's.
+void setDocumentName(PMTicketRef printSettings, const std::string& name);
+
 /// Takes away all that the panels would write over an option of the PPD.
 void clearPanelItems(PMTicketRef printSettings, const std::string& mainKeyword);
 

@@ -66,7 +66,7 @@ PrintSession::PrintSession(const Printer& printer, const JobSettings& settings, 
 }
 
 void PrintSession::setJobName(const std::string& name) {
-    PMTicketSetCFString(printSettings_, kHostClient, kPMJobNameKey, cfString(name).get(), kPMUnlocked);
+    setDocumentName(printSettings_, name);
 }
 
 PrintSession::~PrintSession() {
