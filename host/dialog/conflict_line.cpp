@@ -2,6 +2,7 @@
 
 #include "driver/instructions/read_instructions.h"
 #include "host/dialog/notice.h"
+#include "host/script/panels.h"
 #include "host/script/stage.h"
 #include "host/script/text.h"
 #include "host/settings/remedy_words.h"
@@ -59,9 +60,8 @@ bool ConflictLine::takeChanges(const PrintSession& session) {
 }
 
 void ConflictLine::lookForChanges(const PrintSession& session) {
-    ControlRef selector = nullptr;
-    GetControlByID(window_, &script::kPanelSelector, &selector);
-    changes_.look(session, GetControl32BitValue(selector), selector == nullptr ? "" : script::textOf(selector));
+    const SInt32 panel = script::shownPanel(window_);
+    changes_.look(session, panel, script::panelTitle(window_, panel));
 }
 
 void ConflictLine::show(const PrintSession& session) {

@@ -1,5 +1,6 @@
 #include "host/dialog/conflict_marks.h"
 
+#include "host/script/panels.h"
 #include "host/script/stage.h"
 #include "host/script/text.h"
 #include "host/settings/texts.h"
@@ -93,7 +94,7 @@ void ConflictMarks::goTo(const Conflict& conflict) const {
     for (const auto& [keyword, option] : conflict.chosen) {
         for (const SettingPlace& place : placesOfOption(keyword, option)) {
             if (const SInt32 panel = panelOf(place); panel != 0) {
-                showPanel(window_, panel);
+                script::showPanel(window_, panel);
             }
             if (const ControlRef control = find({place.signature, place.number})) {
                 SetKeyboardFocus(window_, control);

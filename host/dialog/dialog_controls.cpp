@@ -1,8 +1,6 @@
 #include "host/dialog/dialog_controls.h"
 
-#include "host/script/stage.h"
 #include "host/script/text.h"
-#include "platform/toolbox/Events.h"
 
 WindowRef makeWindow(CFBundleRef bundle, CFStringRef name) {
     IBNibRef nib = nullptr;
@@ -36,17 +34,4 @@ std::string fieldText(ControlRef field) {
 void setFieldText(ControlRef field, const CFRef<CFStringRef>& text) {
     const CFStringRef string = text.get();
     SetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof string, &string);
-}
-
-void showPanel(WindowRef window, SInt32 number) {
-    ControlRef selector = nullptr;
-    if (GetControlByID(window, &script::kPanelSelector, &selector) != noErr) {
-        return;
-    }
-    SetControl32BitValue(selector, number);
-    EventRef hit = nullptr;
-    CreateEvent(nullptr, kEventClassControl, kEventControlHit, 0, 0, &hit);
-    SetEventParameter(hit, kEventParamDirectObject, typeControlRef, sizeof selector, &selector);
-    SendEventToEventTarget(hit, GetControlEventTarget(selector));
-    ReleaseEvent(hit);
 }

@@ -37,6 +37,7 @@ enum HostControl : SInt32 {
     kBorders = 48,
     kMakersPlace = 50,
     kNoMakersPanels = 51,
+    kMakersTabs = 52,  // of the plug-in's extensions; hidden where there is one
     kPrint = 60,
     kCancel = 61,
     kSavePDF = 62,
@@ -98,6 +99,3 @@ ControlRef hostControl(WindowRef window, HostControl number);
 void setStaticText(ControlRef label, const CFRef<CFStringRef>& text);
 std::string fieldText(ControlRef field);
 void setFieldText(ControlRef field, const CFRef<CFStringRef>& text);
-
-/// Shows one of the maker's panels, by its number, as if the user had chosen it.
-void showPanel(WindowRef window, SInt32 number);

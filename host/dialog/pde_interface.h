@@ -4,6 +4,7 @@
 // order and the arguments are the platform's and fixed.
 #pragma once
 
+#include "platform/foundation/CFCollections.h"
 #include "platform/printing/PMSession.h"
 #include "platform/toolbox/ToolboxTypes.h"
 
@@ -41,3 +42,11 @@ struct PDEInterface {
     Table* table;
 };
 static_assert(sizeof(PDEInterface::Table) == 10 * sizeof(void*));
+
+// A plug-in may have more extensions for some printers. It then exports this function, which names the getters of those
+// that the printer has whose session the factory's extension was initialized with; the caller releases the array. A
+// getter makes an object and a table by the system's allocator, which the caller frees. Nobody counts these objects:
+// the first three operations are null.
+#define kPDEExtensionGetters CFSTR("TavroPDECopyExtensionGetters")
+using PDEExtensionGettersCopier = CFArrayRef (*)();
+using PDEInterfaceGetter = OSStatus (*)(PDEInterface** interface);

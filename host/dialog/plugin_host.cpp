@@ -3,9 +3,10 @@
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFCollections.h"
-#include "platform/toolbox/Controls.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <optional>
 
 namespace {
 
@@ -23,14 +24,28 @@ PDEInterface* takeInterface(void* instance) {
     return result == 0 && extension != nullptr && extension->table != nullptr ? extension : nullptr;
 }
 
-/// Summaries that the extension hands out are the dialog's to release. This dialog shows none: every setting is beside
-/// the maker's panels already.
-void discardSummaries(PDEInterface::Table& operations, PDEContext context) {
-    CFArrayRef titles = nullptr;
-    CFArrayRef summaries = nullptr;
-    operations.GetSummaryText(context, &titles, &summaries);
-    CFRelease(titles);
-    CFRelease(summaries);
+/// A copy of the operations behind a getter; nothing when there are none. The object that the getter makes is of no
+/// further use and goes.
+std::optional<PDEInterface::Table> operationsBehind(CFBundleRef bundle, CFStringRef getterName) {
+    const auto getter = reinterpret_cast<PDEInterfaceGetter>(CFBundleGetFunctionPointerForName(bundle, getterName));
+    PDEInterface* interface = nullptr;
+    if (getter == nullptr || getter(&interface) != noErr || interface == nullptr) {
+        return std::nullopt;
+    }
+    std::optional<PDEInterface::Table> operations;
+    if (interface->table != nullptr) {
+        operations = *interface->table;
+    }
+    std::free(interface->table);
+    std::free(interface);
+    return operations;
+}
+
+/// The names of the getters of the other extensions that the printer has.
+CFRef<CFArrayRef> copyGetters(CFBundleRef bundle) {
+    const auto copy =
+        reinterpret_cast<PDEExtensionGettersCopier>(CFBundleGetFunctionPointerForName(bundle, kPDEExtensionGetters));
+    return copy == nullptr ? CFRef<CFArrayRef>() : CFRef<CFArrayRef>::adopt(copy());
 }
 
 }  // namespace
@@ -65,56 +80,79 @@ Result<std::unique_ptr<PluginHost>> PluginHost::load(const std::string& path) {
 
 PluginHost::~PluginHost() {
     stop(noErr);
-    operations().Release(&interface_);
+    interface_->table->Release(&interface_);
 }
 
 PluginHost::Start PluginHost::start(ControlRef place, PMPrintSession session) {
-    OSType creator = 0;
-    CFStringRef kind = nullptr;
-    CFStringRef title = nullptr;
-    UInt32 width = 0;
-    UInt32 height = 0;
-    if (operations().Prologue(&context_, &creator, &kind, &title, &width, &height) != noErr) {
-        context_ = nullptr;
+    auto first = Extension::start(*interface_->table, place, 1, session);
+    if (!first) {
         return Start::refused;
     }
-    session_ = session;
-    Rect bounds{};
-    GetControlBounds(place, &bounds);
-    // With large text the place is larger than the plug-in asks for, and so is all that it puts there.
-    bounds.right = std::max(bounds.right, static_cast<SInt16>(bounds.left + static_cast<SInt16>(width)));
-    bounds.bottom = std::max(bounds.bottom, static_cast<SInt16>(bounds.top + static_cast<SInt16>(height)));
-    CreateUserPaneControl(GetControlOwner(place), &bounds, kControlSupportsEmbedding, &pane_);
-    EmbedControl(pane_, place);
-
-    UInt32 flags = 0;
-    if (const OSStatus status = operations().Initialize(context_, &flags, nullptr, pane_, session_); status != noErr) {
-        stop(status);
-        return Start::refused;
+    running_.push_back({std::string(), std::move(first)});
+    startOthers(place, session);
+    shown_ = 0;
+    running_.front().extension->open();  // always: it has settings that every job carries
+    const auto last = std::ranges::find(running_, shownGetter_, &Running::getter);
+    if (last != running_.end()) {
+        show(static_cast<std::size_t>(last - running_.begin()));
     }
-    copyTicketsToControls();
-    discardSummaries(operations(), context_);
-    isOpen_ = operations().Open(context_) == noErr;
     return Start::started;
 }
 
-void PluginHost::stop(OSStatus status) {
-    if (context_ == nullptr) {
-        return;
+void PluginHost::startOthers(ControlRef place, PMPrintSession session) {
+    const auto getters = copyGetters(plugin_.get());
+    for (CFIndex i = 0; i < CFArrayGetCount(getters.get()); ++i) {
+        const auto* const getter = static_cast<CFStringRef>(CFArrayGetValueAtIndex(getters.get(), i));
+        const auto operations = operationsBehind(plugin_.get(), getter);
+        const auto number = static_cast<SInt32>(running_.size() + 1);
+        if (auto other = operations ? Extension::start(*operations, place, number, session) : nullptr) {
+            running_.push_back({utf8(getter), std::move(other)});
+        }
     }
-    if (isOpen_) {
-        operations().Close(context_);
-    }
-    operations().Terminate(context_, status);
-    DisposeControl(pane_);
-    context_ = nullptr;
-    session_ = nullptr;
-    pane_ = nullptr;
-    isOpen_ = false;
 }
 
-void PluginHost::sync(bool ticketsToControls) {
-    if (context_ != nullptr) {
-        operations().Sync(context_, session_, ticketsToControls);
+void PluginHost::stop(OSStatus status) {
+    // The first one has what the others stand on.
+    for (; !running_.empty(); running_.pop_back()) {
+        running_.back().extension->stop(status);
     }
+}
+
+bool PluginHost::show(std::size_t extension) {
+    if (extension >= running_.size() || extension == shown_) {
+        return false;
+    }
+    Extension& left = *running_[shown_].extension;
+    const bool hadFocus = left.hasFocus();
+    left.copyControlsToTickets();
+    left.close();
+    shown_ = extension;
+    shownGetter_ = running_[extension].getter;
+    for (const Running& running : running_) {
+        if (running.extension.get() != &left) {
+            running.extension->copyTicketsToControls();
+        }
+    }
+    running_[extension].extension->open();
+    return hadFocus;
+}
+
+template <typename Act>
+void PluginHost::eachShownLast(Act act) {
+    for (std::size_t i = 0; i < running_.size(); ++i) {
+        if (i != shown_) {
+            act(*running_[i].extension);
+        }
+    }
+    if (!running_.empty()) {
+        act(*running_[shown_].extension);
+    }
+}
+
+void PluginHost::copyTicketsToControls() {
+    eachShownLast([](Extension& extension) { extension.copyTicketsToControls(); });
+}
+
+void PluginHost::copyControlsToTickets() {
+    eachShownLast([](Extension& extension) { extension.copyControlsToTickets(); });
 }

@@ -5,7 +5,7 @@
 #include "host/dialog/start_marks.h"
 #include "host/dialog/window_place.h"
 #include "host/job/print_job.h"
-#include "host/script/stage.h"
+#include "host/script/panels.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "host/settings/document_paper.h"
@@ -50,6 +50,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
     dialog->makePresets();
+    dialog->tabs_.emplace(dialog->window_, plugin);
     dialog->conflicts_.emplace(dialog->window_, bundle, first.document.pageCount, first.target.way);
     dialog->preview_.emplace(dialog->window_, bundle, first.document, dialog->setup_.pageDrawer);
     dialog->printer_ = first.printer;
@@ -175,6 +176,7 @@ PluginHost::Start PrintDialog::startSession(const JobSettings& settings) {
     const auto start =
         printer_.isOfMaker() ? plugin_.start(control(kMakersPlace), session_->get()) : PluginHost::Start::refused;
     const bool hasPanels = start == PluginHost::Start::started;
+    tabs_->fill();
     SetControlVisibility(control(kMakersPlace), hasPanels, true);
     SetControlVisibility(control(kNoMakersPanels), !hasPanels, true);
     if (!hasPanels) {
@@ -220,11 +222,12 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
     if (id.signature == kHostSignature && preview_->handleHit(id.id)) {
         return noErr;  // to look changes nothing
     }
-    const bool isDocumentMenu = id.signature == kHostSignature && id.id == kDocumentMenu;
+    const auto isOf = [&id](const ControlID& one) { return id.signature == one.signature && id.id == one.id; };
+    const bool isDocumentMenu = isOf({kHostSignature, kDocumentMenu});
     if (!isDocumentMenu) {
         conflicts_->used(id);
     }
-    if (control != panelSelector() && !isDocumentMenu) {
+    if (!isDocumentMenu && !isOf(script::kPanelSelector) && !isOf(script::kExtensionTabs)) {
         presets_->touch();
     }
     if (id.signature != kHostSignature) {
@@ -234,6 +237,10 @@ OSStatus PrintDialog::handleHit(ControlRef control) {
     switch (id.id) {
         case kDocumentMenu:
             documents_->choose();
+            return noErr;
+        case kMakersTabs:
+            tabs_->choose();
+            general_->showShared();
             return noErr;
         case kPrinterMenu:
             printerChosen();
@@ -297,7 +304,7 @@ void PrintDialog::settle() {
     if (!outcome_ && FrontNonFloatingWindow() == window_) {
         enablePrinting(general_->takePages() == PageRangeFault::none);
         takeMakersSettings();
-        presets_->settle(*session_, GetControl32BitValue(panelSelector()));
+        presets_->settle(*session_, script::shownPanel(window_));
         showSummary();
         preview_->show(*session_);
         tellOfOtherFile();
@@ -343,12 +350,6 @@ void PrintDialog::showSummary() {
 }
 
 // ---- What the user does
-
-ControlRef PrintDialog::panelSelector() const {
-    ControlRef selector = nullptr;
-    GetControlByID(window_, &script::kPanelSelector, &selector);
-    return selector;
-}
 
 void PrintDialog::takeMakersSettings() {
     plugin_.copyControlsToTickets();
@@ -410,8 +411,8 @@ void PrintDialog::remedyChosen(const std::vector<SettingChange>& changes) {
 void PrintDialog::undoChange() {
     const ChangeWatch::Before before = conflicts_->takeBackChange();
     // First, since a panel that is shown might change the settings again.
-    if (before.panel != GetControl32BitValue(panelSelector())) {
-        showPanel(window_, before.panel);
+    if (before.panel != script::shownPanel(window_)) {
+        script::showPanel(window_, before.panel);
     }
     presets_->putBack(before.settings);
     ControlRef used = nullptr;

@@ -5,6 +5,7 @@
 #include "host/dialog/dialog_controls.h"
 #include "host/dialog/dialog_documents.h"
 #include "host/dialog/dialog_presets.h"
+#include "host/dialog/extension_tabs.h"
 #include "host/dialog/general_settings.h"
 #include "host/dialog/plugin_host.h"
 #include "host/dialog/preview_column.h"
@@ -88,8 +89,6 @@ private:
     bool isNowhere() const { return setup_.job.target.way == JobWay::queue && printer_.queue().empty(); }
     /// Shows what the settings ask for beside what the printer does by itself.
     void showSummary();
-    /// Which of the maker's panels is shown; null when there are none.
-    ControlRef panelSelector() const;
     /// Takes what the maker's panels show into the tickets.
     void takeMakersSettings();
 
@@ -121,6 +120,7 @@ private:
     std::optional<PrinterMenu> printers_;
     std::optional<DialogDocuments> documents_;
     std::optional<DialogPresets> presets_;
+    std::optional<ExtensionTabs> tabs_;
     Printer printer_;
     CFRef<CFDictionaryRef> installed_;  // options of the printer, on top of its own; may be null
     Size preparedFor_;                  // the paper of documents that have none of their own

@@ -1,6 +1,7 @@
 #include "host/script/actions.h"
 
 #include "host/script/control_listing.h"
+#include "host/script/panels.h"
 #include "host/script/text.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
@@ -84,17 +85,21 @@ public:
     explicit Performer(const Stage& stage) : stage_(stage) {}
 
     Reason operator()(const Panel& panel) const {
-        ControlRef selector = findControl(stage_, {kPanelSelector.signature, kPanelSelector.id});
-        if (selector == nullptr) {
+        const WindowRef window = stage_.mainWindow;
+        const SInt32 count = countPanels(window);
+        if (count == 0) {
             return "there are no panels";
         }
-        const MenuRef menu = GetControlPopupMenuHandle(selector);
-        auto found =
-            findItem(menu, [&](MenuRef in, MenuItemIndex i) { return itemText(in, i) == panel.titleOrNumber; });
-        if (!found) {
-            found = findItem(menu, [&](MenuRef, MenuItemIndex i) { return std::to_string(i) == panel.titleOrNumber; });
+        SInt32 found = 0;
+        for (SInt32 i = count; i > 0; --i) {
+            const bool isNumber = found == 0 && std::to_string(i) == panel.titleOrNumber;
+            found = isNumber || panelTitle(window, i) == panel.titleOrNumber ? i : found;
         }
-        return found ? chooseItem(selector, *found) : "there is no panel " + quoted(panel.titleOrNumber);
+        if (found == 0) {
+            return "there is no panel " + quoted(panel.titleOrNumber);
+        }
+        ControlRef selector = findControl(stage_, {kPanelSelector.signature, kPanelSelector.id});
+        return reasonOf(choosePanel(window, found), selector, "its menu does not open");
     }
 
     Reason operator()(const Click& click) const {

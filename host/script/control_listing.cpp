@@ -1,5 +1,6 @@
 #include "host/script/control_listing.h"
 
+#include "host/script/panels.h"
 #include "host/script/text.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
@@ -134,7 +135,8 @@ std::string listBelowTitle(WindowRef window, Leaves leaves) {
 
 bool isPanelPane(ControlRef control) {
     ControlID id{};
-    return GetControlID(control, &id) == noErr && id.signature == kPanelPaneSignature;
+    const bool hasID = GetControlID(control, &id) == noErr;
+    return hasID && (id.signature == kPanelPaneSignature || (id.signature == kExtensionPaneSignature && id.id > 1));
 }
 
 }  // namespace
@@ -152,14 +154,9 @@ std::string listWindow(WindowRef window) {
 
 std::string listPanels(WindowRef window) {
     std::string listing = listBelowTitle(window, isPanelPane);
-    ControlRef selector = nullptr;
-    if (GetControlByID(window, &kPanelSelector, &selector) != noErr) {
-        return listing;
-    }
-    const MenuRef menu = GetControlPopupMenuHandle(selector);
-    for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
-        listing += "\npanel " + std::to_string(item) + " " + quoted(itemText(menu, item)) + "\n";
-        AutomationChooseMenuItem(selector, menu, item);
+    for (SInt32 panel = 1; panel <= countPanels(window); ++panel) {
+        listing += "\npanel " + std::to_string(panel) + " " + quoted(panelTitle(window, panel)) + "\n";
+        choosePanel(window, panel);
         listControl(
             shownPanelPane(window), 1, [](ControlRef) { return false; }, &listing);
     }

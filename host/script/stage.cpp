@@ -85,14 +85,4 @@ std::string printableTextOf(ControlRef control) {
     return quoted(textOf(control));
 }
 
-ControlRef shownPanelPane(WindowRef window) {
-    ControlRef selector = nullptr;
-    ControlRef pane = nullptr;
-    if (GetControlByID(window, &kPanelSelector, &selector) == noErr) {
-        const ControlID id{kPanelPaneSignature, GetControl32BitValue(selector)};
-        GetControlByID(window, &id, &pane);
-    }
-    return pane;
-}
-
 }  // namespace script

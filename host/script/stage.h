@@ -27,11 +27,6 @@ struct Stage {
     std::function<void()> finish = nullptr;
 };
 
-/// The signature and number of a shell's panel selector, and the signature of its panels' panes, which are numbered as
-/// the selector's items.
-inline constexpr ControlID kPanelSelector{FourCharCode("Tshl"), 16};
-inline constexpr OSType kPanelPaneSignature = FourCharCode("TSgb");
-
 /// The control of that name in the front window, else in the main window; null when there is none.
 ControlRef findControl(const Stage& stage, const ControlName& name);
 
@@ -48,8 +43,5 @@ std::string printableTextOf(ControlRef control);
 bool isSecret(ControlRef control);
 
 std::string itemText(MenuRef menu, MenuItemIndex item);
-
-/// The pane of the panel that the selector shows; null when the window has none.
-ControlRef shownPanelPane(WindowRef window);
 
 }  // namespace script

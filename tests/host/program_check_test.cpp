@@ -41,11 +41,11 @@ TEST_F(ProgramTest, AModelIsAddedWithAPPDAndAFile) {
     std::filesystem::copy_file(sourcePath("docs/examples/model/MX900.plist"), models / "MX900.plist");
     const Run listed = run({"--ppd", ppd, "--installed", "Option2=PSF", "--list-controls"});
     EXPECT_EQ(listed.errors, "");
-    for (const char* line : {"panel 2 \"Layout\"", "panel 4 \"About\"", "\"1 Staple…\" command Stp1",
-                             "\"Collated, 1 Staple\"", "\"Bind…\" command Bind"}) {
+    for (const char* line : {"panel 2 \"Layout\"", "panel 4 \"About\"", "panel 5 \"Job Notes\"",
+                             "\"1 Staple…\" command Stp1", "\"Collated, 1 Staple\"", "\"Bind…\" command Bind"}) {
         EXPECT_NE(listed.output.find(line), std::string::npos) << line;
     }
-    for (const char* line : {"panel 5", "\"2 Staples…\"", "a model that is not known", "Booklet Maker Tray"}) {
+    for (const char* line : {"panel 6", "\"2 Staples…\"", "a model that is not known", "Booklet Maker Tray"}) {
         EXPECT_EQ(listed.output.find(line), std::string::npos) << line;
     }
 }
