@@ -247,6 +247,7 @@ struct JobInstructions {
     std::optional<FaxInstruction> fax;         // of faxes
     std::optional<std::int64_t> printTime;     // of delayed jobs: seconds since 1904, local time
     std::optional<JobNotesInstruction> notes;  // when there is one
+    bool hasBanner = false;                    // the printer puts a page with the notes in front of the job
     bool hasJobInstructions = true;            // are sent to the printer's controller
 
     bool operator==(const JobInstructions&) const = default;

@@ -21,6 +21,8 @@
 
 namespace {
 
+constexpr SInt32 kBannerOn = 1;  // in the option map
+
 /// What the plug-in counts the option by; -1 for none that it knows.
 SInt32 numberOfChoice(PMTicketRef ticket, CFStringRef mainKeyword) {
     CFStringRef option = nullptr;
@@ -132,6 +134,7 @@ JobInstructions readFacts(PMTicketRef printSettings, PMTicketRef pageFormat) {
     job.sides = sidesOf(numberOfChoice(printSettings, CFSTR("Duplex"))).value_or(Sides::one);
     readCoversAndSeparators(printSettings, &job);
     readFinishing(printSettings, &job);
+    job.hasBanner = numberOfChoice(printSettings, CFSTR("JCLBanner")) == kBannerOn;
     readJob(printSettings, &job);
     return job;
 }

@@ -45,6 +45,7 @@ SheetPlan planSheets(const JobInstructions& instructions, std::int64_t pageCount
     SheetPlan plan = stack.take();
     plan.pageCount = std::ssize(pages);
     plan.firstPage = pages.empty() ? 0 : pages.front();
+    plan.hasBanner = instructions.hasBanner && instructions.kind != JobKind::fax && !plan.sheets.empty();
     if (instructions.isReversed && instructions.kind != JobKind::fax) {
         reverse(&plan.sheets);
     }

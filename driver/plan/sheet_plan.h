@@ -16,6 +16,7 @@ enum class SheetKind : std::uint8_t {
     separator,  // between transparencies
     slipSheet,  // behind a set
     faxCover,   // a page of our own in front of a fax
+    banner,     // of the printer's own; no plan has it among its sheets, but who shows all that comes out has
 };
 
 /// A side has cells in the order in which their pages are read: one, as many as numberUp has, or a booklet's two, of
@@ -84,6 +85,7 @@ struct SheetPlan {
     bool isCollated = true;             // else each sheet comes out `copies` times before the next
     std::int64_t pageCount = 0;         // of the document's pages that are printed
     std::int32_t firstPage = 0;         // of them, from 0
+    bool hasBanner = false;             // the printer puts a sheet of its own in front of the job
     std::vector<Sheet> sheets;          // of one set, in the order of the stack, the front first
     std::vector<std::int32_t> cells;    // pages of the document, from 0, or kBlankCell
     std::vector<Paper> papers;          // the first is the job's

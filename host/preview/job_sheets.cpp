@@ -9,6 +9,12 @@ JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
     const auto firstPage = static_cast<std::size_t>(job.plan.firstPage);
     job.layout = layoutOf(instructions, firstPage < pages->size() ? (*pages)[firstPage] : kUsualPage);
     job.pages = std::move(pages);
+    if (job.plan.hasBanner) {
+        Sheet banner;
+        banner.kind = SheetKind::banner;
+        job.plan.sheets.insert(job.plan.sheets.begin(), banner);
+        job.notes = instructions.notes.value_or(JobNotesInstruction());
+    }
     for (const Paper& paper : job.plan.papers) {
         job.papers.push_back(shapeOf(printer, paper));
     }

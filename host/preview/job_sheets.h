@@ -10,13 +10,14 @@
 #include <vector>
 
 struct JobSheets {
-    SheetPlan plan;
+    SheetPlan plan;  // with the banner page, where there is one, as its first sheet
     PageLayout layout;
     std::shared_ptr<const std::vector<Size>> pages;  // of the document
     std::vector<PaperShape> papers;                  // of the plan's papers
     FinishingInstruction finishing;
     bool isNegative = false;
     bool isBlackAndWhite = false;
+    JobNotesInstruction notes;                 // what the banner page says
     std::optional<WatermarkInstruction> mark;  // one that can be drawn
     Size faxCover;                             // of the page that is the cover sheet; without one it is empty
 };

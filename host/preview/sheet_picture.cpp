@@ -2,6 +2,8 @@
 
 #include "host/preview/finish_marks.h"
 #include "host/preview/sheet_words.h"
+#include "host/script/text.h"
+#include "host/settings/texts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -119,6 +121,10 @@ public:
         canvas_.fill(outline_, place_.look.color);
         printPages();
         canvas_.outline(outline_, view_.scale, kEdge);
+        if (sheet_.kind == SheetKind::banner) {
+            drawBanner();
+            return canvas_.finish();
+        }
         for (const CanvasPoint& hole : place_.look.holes) {
             drawHole(through(place_.toPicture, hole.x, hole.y));
         }
@@ -208,6 +214,32 @@ private:
         const TextBlock text(faultWords(placed.need, fault, texts_), {kTextSize}, width / view_.scale,
                              TextSide::natural, kMostLines);
         canvas_.draw(text, top.x - text.widestLine() * view_.scale / 2, top.y, view_.scale);
+    }
+
+    /// The printer's own page is not known, only what it says; the texts are as large as can be read.
+    void drawBanner() {
+        constexpr double kTitleSize = 14;
+        constexpr double kTextSize = 10;
+        constexpr double kGap = 8;
+        constexpr double kMargin = 0.08;
+        if (texts_ == nullptr) {
+            return;
+        }
+        const auto across = std::ranges::minmax(outline_, {}, &CanvasPoint::x);
+        const auto down = std::ranges::minmax(outline_, {}, &CanvasPoint::y);
+        const double margin = (across.max.x - across.min.x) * kMargin;
+        const double width = (across.max.x - across.min.x - 2 * margin) / view_.scale;
+        double at = down.min.y + margin;
+        const auto add = [&](const std::string& words, const TextStyle& style) {
+            TextBlock text(words, style, width, TextSide::natural);
+            text.keep(std::max(0, text.linesWithin((down.max.y - margin - at) / view_.scale)));
+            canvas_.draw(text, across.min.x + margin, at, view_.scale);
+            at += (text.height() + kGap) * view_.scale;
+        };
+        add(utf8(localized(texts_, CFSTR("Preview Banner Title")).get()), {kTitleSize, true});
+        for (const std::string& words : bannerWords(job_, texts_)) {
+            add(words, {kTextSize});
+        }
     }
 
     void drawHole(const CanvasPoint& middle) { canvas_.disk(middle, kHoleRadius * place_.factor, kHole); }

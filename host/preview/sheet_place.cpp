@@ -46,8 +46,9 @@ int turnsOf(const JobSheets& job, const SheetView& view) {
 /// Of how many sheets of a paper lie in front of one.
 int countBefore(const SheetPlan& plan, std::size_t sheet) {
     const std::uint32_t paper = plan.sheets[sheet].paper;
-    return static_cast<int>(std::count_if(plan.sheets.begin(), plan.sheets.begin() + static_cast<std::ptrdiff_t>(sheet),
-                                          [paper](const Sheet& each) { return each.paper == paper; }));
+    return static_cast<int>(
+        std::count_if(plan.sheets.begin(), plan.sheets.begin() + static_cast<std::ptrdiff_t>(sheet),
+                      [paper](const Sheet& each) { return each.paper == paper && each.kind != SheetKind::banner; }));
 }
 
 Matrix turnedRight(int turns) {

@@ -29,6 +29,7 @@ constexpr std::array kKinds{
     KindRow{SheetKind::separator, "Preview Separator"},
     KindRow{SheetKind::slipSheet, "Preview Slip Sheet"},
     KindRow{SheetKind::faxCover, "Preview Fax Cover"},
+    KindRow{SheetKind::banner, nullptr},
 };
 
 struct FaultRow {
@@ -64,6 +65,13 @@ std::string pagesWords(std::vector<std::int32_t> pages, CFBundleRef texts) {
 }
 
 std::string contentWords(const JobSheets& job, const Sheet& sheet, bool isSide2, CFBundleRef texts) {
+    if (sheet.kind == SheetKind::banner) {
+        std::string all = text(texts, "Preview Banner");
+        for (const std::string& words : bannerWords(job, texts)) {
+            all = text(texts, "Preview List", {all, words});
+        }
+        return all;
+    }
     std::vector<std::int32_t> pages;
     for (const std::int32_t cell : job.plan.cellsOf(isSide2 ? sheet.side2 : sheet.side1)) {
         if (cell != kBlankCell) {
@@ -112,8 +120,25 @@ std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, co
     const std::string side = text(
         texts, isSide2 ? "Preview Back" : "Preview Front",
         {std::to_string(sheet + 1), std::to_string(job.plan.sheets.size()), contentWords(job, shown, isSide2, texts)});
-    const std::string paper = paperWords(job.plan.papers[shown.paper], {}, session, texts);
+    // On which paper a banner page comes is the printer's own affair.
+    const std::string paper =
+        shown.kind == SheetKind::banner ? std::string() : paperWords(job.plan.papers[shown.paper], {}, session, texts);
     return paper.empty() ? side : text(texts, "Preview Paper", {side, paper});
+}
+
+std::vector<std::string> bannerWords(const JobSheets& job, CFBundleRef texts) {
+    std::vector<std::string> words;
+    const auto add = [&](const char* key, const std::string& value) {
+        if (!value.empty()) {
+            words.push_back(key == nullptr ? value : text(texts, key, {value}));
+        }
+    };
+    add(nullptr, job.notes.jobName);
+    add("Preview Banner From", job.notes.sender);
+    add("Preview Banner To", job.notes.recipient);
+    add(nullptr, job.notes.bannerMessage);
+    add(nullptr, job.notes.specialInstructions);
+    return words;
 }
 
 std::string stackWords(const JobSheets& job, const PrintSession& session, CFBundleRef texts) {
@@ -149,7 +174,8 @@ std::string stackWords(const JobSheets& job, const PrintSession& session, CFBund
     if (rest > 0) {
         all = text(texts, "Preview Rest of Papers", {all, std::to_string(rest)});
     }
-    return ofCopies(all, plan.copies, texts);
+    all = ofCopies(all, plan.copies, texts);
+    return plan.hasBanner ? text(texts, "Preview With Banner", {all}) : all;
 }
 
 std::string sideWords(const JobSheets& job, std::size_t sheet, bool isSide2, CFBundleRef texts) {

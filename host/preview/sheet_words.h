@@ -15,6 +15,9 @@ struct PictureNeed;
 std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, const PrintSession& session,
                        CFBundleRef texts);
 
+/// What stands on a job's banner page, one text each, below its title.
+std::vector<std::string> bannerWords(const JobSheets& job, CFBundleRef texts);
+
 /// What lies in the output tray: "24 pages on 14 sheets, 3 of them Yellow". Paper other than the job's is told by what
 /// it has that the job's has not; a fax has pages only. Empty for a job without sheets.
 std::string stackWords(const JobSheets& job, const PrintSession& session, CFBundleRef texts);

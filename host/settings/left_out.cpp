@@ -75,6 +75,9 @@ public:
         if (!printer_.readsPostScript) {
             tellController();
         }
+        if (job_.notes && !job_.notes->bannerMessage.empty() && !job_.hasBanner) {
+            add("Left Out Banner Message");
+        }
         tellPrintTime();
         return std::move(sentences_);
     }

@@ -378,14 +378,16 @@ std::vector<std::string> summarize(const PrintSession& session, std::int64_t pag
 
 std::string pagesOnSheets(const SheetPlan& plan, CFBundleRef texts) {
     const bool isPage = plan.pageCount == 1;
-    const bool isSheet = plan.sheets.size() == 1;
+    // A banner page comes once, not with each copy.
+    const bool showsBanner = !plan.sheets.empty() && plan.sheets.front().kind == SheetKind::banner;
+    const std::size_t sheets = plan.sheets.size() - (showsBanner ? 1 : 0);
+    const bool isSheet = sheets == 1;
     const char* const key = isPage && isSheet ? "Summary Page on Sheet"
                             : isPage          ? "Summary Page on Sheets"
                             : isSheet         ? "Summary Pages on Sheet"
                                               : "Summary Pages on Sheets";
-    return utf8(localized(texts, CFStringMakeConstant(key),
-                          {std::to_string(plan.pageCount), std::to_string(plan.sheets.size())})
-                    .get());
+    return utf8(
+        localized(texts, CFStringMakeConstant(key), {std::to_string(plan.pageCount), std::to_string(sheets)}).get());
 }
 
 std::string ofCopies(const std::string& sheets, int copies, CFBundleRef texts) {

@@ -435,6 +435,13 @@ TEST_F(PaperRow, JobsAndTheirController) {
          text(kTavro + "JobNotesMessage", "Mind the ink") + item("EmitTPIF", 0) + pages("1"),
          "[P1]",
          {"job-message-to-operator=Mind the ink"}},
+        {"notes for the printer's banner page",
+         text(kTavro + "JobNotesJobName", "Minutes") + text(kTavro + "JobNotesSenderName", "Ann") +
+             text(kTavro + "JobNotesRecipient", "Bob") + text(kTavro + "JobNotesSheetMessage", "Third floor") +
+             options(text("JCLBanner", "True")) + pages("1"),
+         "[P1]",
+         {"SET TRBANNER=ON", "job-name=Minutes", "tavro-job-sender=Ann", "job-recipient-name=Bob",
+          "job-sheet-message=Third floor"}},
         {"no instructions",
          cover("Front", nothing, kBlue) + item("EmitTPIF", 0) + pages("1"),
          "Blue[-] [P1]",

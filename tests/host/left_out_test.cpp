@@ -40,6 +40,9 @@ TEST_F(LeftOut, NothingOfWhatReachesThePaper) {
         EXPECT_EQ(tell(items), Sentences{}) << items;
     }
     EXPECT_EQ(tell(numberItem("SeparatorOption", 2), choice("MediaType", "Transparency")), Sentences{});
+    const std::string message = item("JobNotesSheetMessage", "<string>Hello</string>");
+    EXPECT_EQ(tell(message, choice("JCLBanner", "True")), Sentences{});
+    EXPECT_EQ(tell(message), Sentences{"The message for the banner page will not be printed: the banner page is off."});
 }
 
 TEST_F(LeftOut, BlackAndWhiteOfAPrinterThatHasNoSuchOption) {

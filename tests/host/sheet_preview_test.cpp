@@ -13,6 +13,7 @@
 #include "tests/support/ink.h"
 
 #include <poll.h>
+#include <set>
 
 namespace {
 
@@ -275,6 +276,26 @@ TEST_F(SheetPreview, SaysWhatItShows) {
     EXPECT_EQ(words(1, false), "Sheet 2 of 2, front: insert, blank; Yellow, Letter (8.5 x 11 in)");
     EXPECT_EQ(sideWords(job, 0, true, bundle.get()), "of 2, back");
     EXPECT_EQ(stackWords(job, *settings, bundle.get()), "5 pages on 2 sheets, 1 of them Yellow");
+}
+
+TEST_F(SheetPreview, HasTheBannerPageInFrontOnce) {
+    instructions.hasBanner = true;
+    instructions.notes = {"Minutes", "Ann", "", "Third floor", "Mind the ink"};
+    instructions.copies = 3;
+    const JobSheets job = plan();
+    const auto settings = session("");
+    EXPECT_EQ(sheetWords(job, 0, false, *settings, bundle.get()),
+              "Sheet 1 of 6, front: banner page, Minutes, from Ann, Third floor, Mind the ink");
+    EXPECT_EQ(sheetWords(job, 1, false, *settings, bundle.get()), "Sheet 2 of 6, front: page 1; Letter (8.5 x 11 in)");
+    EXPECT_EQ(stackWords(job, *settings, bundle.get()), "5 pages on 5 sheets, in each of 3 copies, and a banner page");
+    std::set<std::uint32_t> values;
+    for (const std::uint32_t value : draw(job, viewOf(job, 0)).values) {
+        values.insert(value);
+    }
+    EXPECT_GT(values.size(), 10u) << "letters";
+    EXPECT_EQ(planSheets(instructions, 5).sheets.size(), 5u) << "the printer makes it";
+    instructions.kind = JobKind::fax;
+    EXPECT_FALSE(plan().plan.hasBanner);
 }
 
 TEST_F(SheetPreview, IsTurnedOverSideBySideAndStaysAtItsPage) {
