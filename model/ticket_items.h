@@ -34,6 +34,7 @@
 #define kBookletLayoutOrderItem CFSTR("com.tavro.print.AdvancedBookletLayoutOrderStr")  // kBookletOrder…
 
 // Images
+#define kFullColorOptionsItem CFSTR("com.tavro.print.FullColorOptions")               // FullColorOptions
 #define kInvertImageOptionsItem CFSTR("com.tavro.print.InvertImageOptions")           // dictionary of the two
 #define kNegativeImageKey CFSTR("NegativeImage")                                      // 0, 1
 #define kMirrorImageKey CFSTR("MirrorImage")                                          // 0, 1

@@ -39,15 +39,15 @@ TEST_F(ProgramExtensions, AreShownOneAtATime) {
         expect Tshl:2004 text "Third floor"
         expect Tshl:2004 visible
         command TFdn
-        expect Tshl:16 value 7
+        expect Tshl:16 value 8
         command TFdn
-        expect Tshl:16 value 6
+        expect Tshl:16 value 7
         expect Host:52 value 1
         panel "Job Notes"
         panel Advanced
         expect Tshl:2004 hidden
         choose Tshl:632 "On"
-        panel 8
+        panel 9
         expect Tshl:2004 visible
 
         # A preset brings the texts back where somebody looks at them.
@@ -80,7 +80,7 @@ TEST_F(ProgramExtensions, AreShownOneAtATime) {
 TEST_F(ProgramExtensions, ListTheirControls) {
     const Run list = run({"--ppd", kZR840, "--list-controls"});
     EXPECT_EQ(list.status, 0) << list.errors;
-    const std::size_t panel = list.output.find("\npanel 8 \"Job Notes\"\n");
+    const std::size_t panel = list.output.find("\npanel 9 \"Job Notes\"\n");
     ASSERT_NE(panel, std::string::npos);
     EXPECT_NE(list.output.find("editText Tshl:2001", panel), std::string::npos);
     EXPECT_EQ(list.output.find("Tshl:2001"), list.output.find("Tshl:2001", panel)) << "once";

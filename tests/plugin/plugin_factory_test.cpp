@@ -115,7 +115,7 @@ TEST(PlugInFactory, TheBundleExportsItsEntryPointsOnly) {
                     (name.starts_with("Get") && name.ends_with("PanelInterface")))
             << name;
     }
-    EXPECT_EQ(entries, 12);
+    EXPECT_EQ(entries, 13);
 }
 
 }  // namespace

@@ -101,9 +101,10 @@ KeysByTable TextKeysInSources(const QStringList& folders) {
         QLatin1String name;
         qsizetype keyColumn;
     };
-    for (const RowType& type : {RowType{QLatin1String("SettingMap"), 0}, RowType{QLatin1String("InstalledFeature"), 3},
-                                RowType{QLatin1String("FinishingKind"), 1}, RowType{QLatin1String("FinishingKind"), 2},
-                                RowType{QLatin1String("FinishingChoice"), 2}}) {
+    for (const RowType& type :
+         {RowType{QLatin1String("SettingMap"), 0}, RowType{QLatin1String("InstalledFeature"), 3},
+          RowType{QLatin1String("FinishingKind"), 1}, RowType{QLatin1String("FinishingKind"), 2},
+          RowType{QLatin1String("FinishingChoice"), 2}, RowType{QLatin1String("ColorChoice"), 0}}) {
         const QRegularExpression table(QStringLiteral(R"(\b%1\s+\w+\[\]\s*=\s*\{)").arg(type.name));
         for (auto tables = table.globalMatch(code); tables.hasNext();) {
             for (const QString& row : ArgumentsAt(code, tables.next().capturedEnd())) {

@@ -18,6 +18,7 @@
 extern "C" {
 OSStatus GetAboutPanelInterface(PlugInIntf** interface);
 OSStatus GetAdvancedPanelInterface(PlugInIntf** interface);
+OSStatus GetColorOptionsPanelInterface(PlugInIntf** interface);
 OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface);
 OSStatus GetJobNotesPanelInterface(PlugInIntf** interface);
 OSStatus GetLayoutPanelInterface(PlugInIntf** interface);
@@ -35,6 +36,7 @@ constexpr Piece kPieces[] = {
     {"advanced", GetAdvancedPanelInterface, nullptr},
     {"booklet-creation", nullptr, runBookletCreation},
     {"booklet-finishing", nullptr, runBookletFinishing},
+    {"color-options", GetColorOptionsPanelInterface, nullptr},
     {"covers", nullptr, runCovers},
     {"custom-stock-size", nullptr, runCustomStockSize},
     {"delayed-print", nullptr, runDelayedPrint},
