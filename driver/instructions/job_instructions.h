@@ -173,6 +173,14 @@ struct JobNotesInstruction {
     bool operator==(const JobNotesInstruction&) const = default;
 };
 
+/// An adjustment of the job's colors, by the name and in the words of the printer's controller.
+struct ColorInstruction {
+    std::string name;
+    std::string value;
+
+    bool operator==(const ColorInstruction&) const = default;
+};
+
 struct WatermarkInstruction {
     std::string name;
     bool isOnFirstPageOnly = false;
@@ -241,6 +249,7 @@ struct JobInstructions {
 
     FinishingInstruction finishing;
     OutputColor outputColor = OutputColor::asPrinter;
+    std::vector<ColorInstruction> colors;  // where they are not the printer's own
 
     // The job
     JobKind kind = JobKind::print;

@@ -1,6 +1,7 @@
 #include "driver/instructions/read_instructions.h"
 
 #include "driver/instructions/page_options.h"
+#include "driver/instructions/read_color.h"
 #include "driver/instructions/read_job.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/read_special_pages.h"
@@ -134,6 +135,7 @@ JobInstructions readFacts(PMTicketRef printSettings, PMTicketRef pageFormat) {
     job.sides = sidesOf(numberOfChoice(printSettings, CFSTR("Duplex"))).value_or(Sides::one);
     readCoversAndSeparators(printSettings, &job);
     readFinishing(printSettings, &job);
+    job.colors = readColors(printSettings);
     job.hasBanner = numberOfChoice(printSettings, CFSTR("JCLBanner")) == kBannerOn;
     readJob(printSettings, &job);
     return job;

@@ -269,6 +269,9 @@ private:
         addIf(job_.isMirrored, "tavro-mirror");
         add("tavro-rotate", job_.isRotated ? "180" : "");
         add("tavro-watermark", job_.watermark ? job_.watermark->name : "");
+        for (const ColorInstruction& color : job_.colors) {
+            add(color.name.c_str(), color.value);
+        }
         add("print-color-mode", job_.outputColor == OutputColor::blackAndWhite ? "monochrome" : "");
     }
 
@@ -302,5 +305,6 @@ bool needsController(const JobInstructions& job, bool finishesByOptions) {
     const FinishingInstruction& finishing = job.finishing;
     const bool hasFinishing =
         !finishesByOptions && finishing.value > kNoFinishing && !finishingsOf(finishing.value).empty();
-    return isDoneByController || hasFinishing || finishing.offset != Offset::none || job.notes.has_value();
+    return isDoneByController || hasFinishing || finishing.offset != Offset::none || job.notes.has_value() ||
+           !job.colors.empty();
 }

@@ -38,6 +38,12 @@ constexpr SettingPlace kPlaces[] = {
     {"TRBooklet",              "",        "Panel Paper and Output", kPanels,       kFinishingMenu},
     {"OutputBin",              "",        "Panel Paper and Output", kPanels,       110},
     {"JCLColorCorrection",     "",        "Panel Paper and Output", kPanels,       115},
+    {"JCLColorCorrection",     "",        "Panel Color Options",    kPanels,       7010},
+    {"JCLRGBColorSpace",       "",        "Panel Color Options",    kPanels,       7011},
+    {"JCLCMYKColorSpace",      "",        "Panel Color Options",    kPanels,       7012},
+    {"JCLPrintQuality",        "",        "Panel Color Options",    kPanels,       7013},
+    {"JCLTrueGrayGraphics",    "",        "Panel Color Options",    kPanels,       7014},
+    {"JCLTrueGrayImages",      "",        "Panel Color Options",    kPanels,       7015},
     {"JCLPasscode",            "",        "Panel Paper and Output", kPanels,       102},
     {"JCLCovers",              "",        "Panel Special Pages",    kSpecialPages, 100},
     {"JCLMediaType",           "",        "Panel Special Pages",    kSpecialPages, 100},
@@ -50,7 +56,7 @@ constexpr SettingPlace kPlaces[] = {
     {"JCLBanner",              "",        "Panel Advanced",         kPanels,       632},
     {"Jog",                    "",        "Panel Advanced",         kPanels,       634},
 };
-static_assert(std::size(kPlaces) == 36);
+static_assert(std::size(kPlaces) == 42);
 // clang-format on
 
 /// What the items of the finishing menu change beside what stands there.

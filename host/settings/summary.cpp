@@ -25,6 +25,37 @@ Options optionsOf(PMTicketRef printSettings) {
     return pairsIn(pairs);
 }
 
+struct ColorRow {
+    std::string_view name;  // of the instruction
+    const char* key;
+};
+// clang-format off
+constexpr ColorRow kColors[] = {
+    // name, key
+    {"tavro-lightness",                 "Summary Color Lightness"},
+    {"tavro-contrast",                  "Summary Color Contrast"},
+    {"tavro-saturation",                "Summary Color Saturation"},
+    {"tavro-cyan-red",                  "Summary Color Cyan Red"},
+    {"tavro-magenta-green",             "Summary Color Magenta Green"},
+    {"tavro-yellow-blue",               "Summary Color Yellow Blue"},
+    {"tavro-tone-curve",                "Summary Color Tone Curve"},
+    {"tavro-rgb-images-profile",        "Summary Color Rgb Images Profile"},
+    {"tavro-rgb-text-profile",          "Summary Color Rgb Text Profile"},
+    {"tavro-cmyk-images-profile",       "Summary Color Cmyk Images Profile"},
+    {"tavro-cmyk-text-profile",         "Summary Color Cmyk Text Profile"},
+    {"tavro-gray-images-profile",       "Summary Color Gray Images Profile"},
+    {"tavro-gray-text-profile",         "Summary Color Gray Text Profile"},
+    {"tavro-destination-profile",       "Summary Color Destination Profile"},
+    {"tavro-images-rendering-intent",   "Summary Color Images Rendering Intent"},
+    {"tavro-text-rendering-intent",     "Summary Color Text Rendering Intent"},
+    {"tavro-graphics-rendering-intent", "Summary Color Graphics Rendering Intent"},
+    {"tavro-trapping",                  "Summary Color Trapping"},
+    {"tavro-trapping-fast",             "Summary Color Trapping Fast"},
+    {"tavro-trapping-slow",             "Summary Color Trapping Slow"},
+    {"tavro-black-overprint",           "Summary Color Black Overprint"},
+};
+// clang-format on
+
 class Summary {
 public:
     Summary(const PrintSession& session, std::int64_t pageCount, CFBundleRef texts)
@@ -334,6 +365,14 @@ private:
 
     void tellImages() {
         tell({"Resolution", "TRImageQuality", "TREconomode", "JCLPrintQuality"});
+        std::string colors;
+        for (const ColorInstruction& color : job_.colors) {
+            const auto* const row = std::ranges::find(kColors, color.name, &ColorRow::name);
+            colors = list({colors, utf8(localized(texts_, CFStringMakeConstant(row->key), color.value).get())});
+        }
+        if (!colors.empty()) {
+            add("Summary Colors", {colors});
+        }
         addIf(job_.isNegative, "Summary Negative");
         addIf(job_.isMirrored, "Summary Mirrored");
         addIf(job_.isRotated, "Summary Rotated");

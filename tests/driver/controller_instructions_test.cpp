@@ -1,6 +1,10 @@
 // What the printer's controller is told: all that was asked for and nothing else, in words that the document lists.
 
 #include "driver/job/controller_instructions.h"
+#include "driver/instructions/read_color.h"
+#include "model/color_choices.h"
+#include "model/full_color_options.h"
+#include "model/ticket_items.h"
 #include "tests/support/places.h"
 
 #include <gtest/gtest.h>
@@ -110,10 +114,42 @@ std::set<std::string> documentedNames() {
     return names;
 }
 
+/// Every adjustment that the settings can hold.
+std::vector<ColorInstruction> allColors() {
+    FullColorOptions options;
+    options.setLightness(1);
+    options.setContrast(2);
+    options.setSaturation(3);
+    options.setColorCast(4, 5, 6);
+    options.setTrapping(kAdjustedTrapping);
+    options.setTrappingAdjustment(7, 8);
+    options.setBlackOverprint(1);
+    options.setTRC(CFSTR("curve"));
+    for (const auto set : {&FullColorOptions::setRGBImagesProfile, &FullColorOptions::setRGBTextAndGraphicsProfile,
+                           &FullColorOptions::setCMYKImagesProfile, &FullColorOptions::setCMYKTextAndGraphicsProfile,
+                           &FullColorOptions::setDestinationProfile}) {
+        (options.*set)(1, nullptr);
+    }
+    options.setGrayImagesProfile(CFSTR("gray"));
+    options.setGrayTextAndGraphicsProfile(CFSTR("gray"));
+    for (const auto set : {&FullColorOptions::setImageObjectRendering, &FullColorOptions::setTextObjectRendering,
+                           &FullColorOptions::setGraphicObjectRendering}) {
+        (options.*set)(0);
+    }
+    PMTicketRef ticket = 0;
+    PMTicketCreate(nullptr, CFSTR("test"), &ticket);
+    PMTicketSetCFDictionary(ticket, CFSTR("test"), kFullColorOptionsItem, options.asTicket().get(), kPMUnlocked);
+    std::vector<ColorInstruction> colors = readColors(ticket);
+    PMTicketReleaseAndClear(&ticket);
+    return colors;
+}
+
 }  // namespace
 
 TEST(ControllerInstructions, TheDocumentListsThemAll) {
-    std::set<std::string> told;
+    JobInstructions adjusted;
+    adjusted.colors = allColors();
+    std::set<std::string> told = namesIn(tell(adjusted));
     for (const JobInstructions& job : jobsWithEverything()) {
         told.merge(namesIn(tell(job)));
     }

@@ -37,6 +37,7 @@ Names keys() {
           "jobtypes/job_type.h", "jobtypes/job_type.cpp", "jobtypes/fax_options.h", "jobtypes/fax_recipient.h"}) {
         names.merge(found(source, kKey));
     }
+    names.merge(found("model/full_color_options.cpp", R"re("([A-Z][A-Za-z]+)")re"));
     names.merge(found("resources/ppd/Tavro-ZR840.ppd", R"re(\*(?:JCL)?OpenUI \*([A-Za-z0-9]+)/)re"));
     // Texts, what is installed, and a second name of PageSize.
     std::erase_if(names, [](const std::string& name) { return name.starts_with("Option") && name.size() > 6; });

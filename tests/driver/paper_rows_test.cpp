@@ -447,6 +447,16 @@ TEST_F(PaperRow, JobsAndTheirController) {
          "Blue[-] [P1]",
          {"!tavro-"}},
     });
+    check({{"adjusted colors",
+            dict(kTavro + "FullColorOptions", number("FCLightness", -40) + number("FCTrapping", 1) +
+                                                  number("FCTrappingSlowDirection", 3) + number("RGBImagesProfile", 3) +
+                                                  text("DestinationProfile", "Coated") + number("TextRendering", 1) +
+                                                  number("FCBlackOverprint", 9)) +
+                options(text("JCLRGBColorSpace", "TavroRGB")) + pages("1"),
+            "[P1]",
+            {"tavro-lightness=-40", "tavro-trapping=adjusted", "tavro-trapping-slow=3", "!tavro-trapping-fast",
+             "tavro-rgb-images-profile=apple-rgb", "tavro-destination-profile=Coated",
+             "tavro-text-rendering-intent=relative", "tavro-black-overprint=9", "SET TRRGBCOLORSPACE=TAVRORGB"}}});
     check({{"the smaller printer", cover("Front", both, kBlue) + inserts(insert(3, 1, kYellow)) + options(kLongEdge),
             "Blue[P1|P2] [P3|-] Yellow[-] [P4|P5] [P6|-]"}},
           kZR410);

@@ -193,7 +193,8 @@ TEST_F(ProgramConflicts, GrayWhatCannotBeChosen) {
 TEST_F(ProgramConflicts, HavePlacesInTheDialog) {
     std::string controls;
     std::string panel = "\n";  // of the dialog's left side
-    std::istringstream lines(run({"--ppd", kZR420, "--installed", "Option2=HCSS_BK", "--list-controls"}).output);
+    std::istringstream lines(run({"--ppd", kZR420, "--installed", "Option2=HCSS_BK", "--list-controls"}).output +
+                             run({"--ppd", sourcePath("resources/ppd/Tavro-ZR840.ppd"), "--list-controls"}).output);
     for (std::string line; std::getline(lines, line);) {
         panel = line.starts_with("panel ") ? line.substr(line.find('"')) + "\n" : panel;
         controls += panel + line.substr(0, line.find(" value")) + " \n";
