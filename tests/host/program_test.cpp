@@ -59,7 +59,7 @@ protected:
         const fs::path place = folder.path();
         constexpr auto kOver = fs::copy_options::recursive | fs::copy_options::overwrite_existing;
         fs::copy(sourcePath("docs/examples"), place, kOver);
-        fs::copy(kZR420, place, kOver);
+        fs::copy(sourcePath("resources/ppd"), place, kOver);
         fs::copy(sourcePath("resources/sample/welcome.pdf"), place / "DOCUMENT.pdf", kOver);
         const std::string text = contentOf(place / (name + ".tavro-script"));
         std::smatch head;
