@@ -11,6 +11,8 @@
 #include "host/job/open_document.h"
 #include "host/job/print_without_window.h"
 #include "host/places.h"
+#include "host/portal/caller_settings.h"
+#include "host/portal/request_keys.h"
 #include "host/proof/print_proof.h"
 #include "host/script/control_listing.h"
 #include "host/script/runner.h"
@@ -153,9 +155,10 @@ void writeNoCoreFiles() {
 }
 
 /// Says why the document cannot be printed, in a window too when the user would see nothing else.
-ExitStatus failToOpen(const Failure& failure, const CommandLine& line, char* programName) {
+ExitStatus failInWindow(const Failure& failure, const CommandLine& line, char* programName) {
     const ExitStatus status = fail(failure);
-    if (isStartedByDesktop() && hasDisplay() && !line.isScripted() && !line.print && !line.check) {
+    const bool isSeen = line.portal.empty() ? isStartedByDesktop() && !line.print && !line.check : !failure.line.empty();
+    if (isSeen && hasDisplay() && !line.isScripted()) {
         openToolbox(programName, false);
         if (auto bundle = openBundle(hostBundlePath())) {
             showNotice(kCFUserNotificationStopAlertLevel, localized(bundle->get(), CFSTR("Job Failed Header")),
@@ -186,13 +189,25 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
     });
 }
 
+/// A document that a program has made by settings that were chosen before: what they leave out of it nobody could know.
+std::function<bool(const std::vector<std::string>&)> askerOf(const CommandLine& line, CFBundleRef texts) {
+    if (line.portal.empty() || line.isScripted() || !hasDisplay()) {
+        return {};
+    }
+    return [texts](const std::vector<std::string>& sentences) {
+        return goesOnDespiteNotice(localized(texts, CFSTR("Left Out Header")), cfString(listed(texts, sentences)),
+                                   localized(texts, CFSTR("Left Out Cancel")), localized(texts, CFSTR("Left Out Print")));
+    };
+}
+
 DocumentPrograms documentPrograms() {
     return {pageReaderPath(), converterPath()};
 }
 
 /// Each document is a job of its own. One that fails keeps none of the others from being printed.
 ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument* first, char* programName) {
-    openToolbox(programName, true);  // cover sheets are drawn with its fonts
+    // Cover sheets are drawn with its fonts.
+    openToolbox(programName, line.portal.empty() || line.isScripted() || !hasDisplay());
     auto bundle = openBundle(hostBundlePath());
     if (!bundle) {
         return fail(bundle.failure());
@@ -206,7 +221,8 @@ ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument*
             setup.document = std::move(*opened);
         }
         const ExitStatus status =
-            opened ? fail(printWithoutWindow(setup, bundle->get())) : failToOpen(opened.failure(), line, programName);
+            failInWindow(opened ? printWithoutWindow(setup, bundle->get(), askerOf(line, bundle->get())) : opened.failure(),
+                         line, programName);
         worst = std::max(worst, status);
     }
     sweepTemporaryFolder();
@@ -245,7 +261,30 @@ std::optional<Failure> openFirst(const CommandLine& line, JobSetup* job, Opening
     return std::nullopt;
 }
 
-ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobSetup job,
+/// What a program asks for, in its own words and in front of its window.
+void followCaller(const PortalRequest& request, WindowRef window) {
+    if (!request.parentWindow.empty()) {
+        SetWindowForeignOwner(window, cfString(request.parentWindow).get());
+    }
+    if (!request.acceptLabel.empty()) {
+        std::string label;
+        for (const char character : request.acceptLabel) {
+            label += character == '_' ? "&" : character == '&' ? "&&" : std::string(1, character);
+        }
+        SetControlTitleWithCFString(hostControl(window, kPrint), cfString(label).get());
+    }
+}
+
+std::optional<PrintDialog::Preparing> preparingOf(const PortalRequest* request) {
+    if (request == nullptr || request->kind != PortalRequest::Kind::prepare) {
+        return std::nullopt;
+    }
+    return PrintDialog::Preparing{pagesOfCaller(*request), [request](const PrintSession& session, PagesAsked pages) {
+                                      return answerCaller(*request, session, pages);
+                                  }};
+}
+
+ExitStatus runDialog(const CommandLine& line, const PortalRequest* request, const script::Script& parsed, JobSetup job,
                      std::unique_ptr<OpeningDocument> document, char* programName) {
     auto bundle = openBundle(hostBundlePath());
     if (!bundle) {
@@ -257,7 +296,7 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
     }
     markStart("plug-in");
     if (const auto failure = openFirst(line, &job, document.get())) {
-        return failToOpen(*failure, line, programName);
+        return failInWindow(*failure, line, programName);
     }
     markStart("document");
     PrinterChoice choice = choiceOf(job.printer, line);
@@ -266,24 +305,57 @@ ExitStatus runDialog(const CommandLine& line, const script::Script& parsed, JobS
                                      std::move(choice),
                                      pageDrawerPath(),
                                      {line.documents, std::move(document), documentPrograms()},
-                                     line.isScripted()});
+                                     line.isScripted(),
+                                     preparingOf(request)});
     if (!dialog) {
-        return fail(dialog.failure());
+        return failInWindow(dialog.failure(), line, programName);
+    }
+    if (request != nullptr) {
+        followCaller(*request, (*dialog)->window());
     }
     const PrintDialog::Outcome outcome = drive(**dialog, line, parsed);
     return fail({outcome.status, outcome.line});
 }
 
-ExitStatus run(const CommandLine& line, char* programName) {
+/// A request as a command line that says the same, but for what only the request can say.
+CommandLine lineOf(const PortalRequest& request, CommandLine line) {
+    if (request.kind != PortalRequest::Kind::prepare) {
+        line.documents.push_back(request.document());
+    }
+    if (request.kind == PortalRequest::Kind::print) {
+        line.print = true;
+        line.printer = request.queue;
+        line.ticketIn = request.file(portal::kSettingsFile);
+    }
+    return line;
+}
+
+Result<JobSetup> openJob(const CommandLine& line, const PortalRequest* request) {
+    if (request == nullptr || request->kind == PortalRequest::Kind::print) {
+        return openJobSetup(line, samplePPDPath());
+    }
+    auto printer = printerOfCaller(*request, samplePPDPath());
+    if (!printer) {
+        return printer.failure();
+    }
+    JobSetup job{{}, *printer};
+    if (request->kind == PortalRequest::Kind::prepare) {
+        job.document.name = request->title;
+        job.settings = settingsOfCaller(*request, *printer, nullptr);
+    }
+    return job;
+}
+
+ExitStatus run(const CommandLine& line, const PortalRequest* request, char* programName) {
     if (!line.proof.empty()) {
         return proof(line);
     }
     if (const auto missing = findMissing(line.documents)) {
-        return failToOpen(*missing, line, programName);
+        return failInWindow(*missing, line, programName);
     }
     // Goes on while the rest is opened.
     auto document = std::make_unique<OpeningDocument>(line.documents.empty() ? std::string() : line.documents.front(),
-                                                      documentPrograms());
+                                                      documentPrograms(), request != nullptr ? request->title : "");
     auto parsed = openScript(line.script);
     if (!parsed) {
         return fail(parsed.failure());
@@ -295,32 +367,40 @@ ExitStatus run(const CommandLine& line, char* programName) {
     if (!line.print && !line.check) {
         fonts.emplace();
         if (line.ppd.empty()) {
-            askForPrinterAhead(line.printer);
+            askForPrinterAhead(request != nullptr ? request->queue : line.printer);
         }
         openToolbox(programName, line.isScripted());
         markStart("toolbox");
         askPasswordsInWindows(programName, line.isScripted());
     }
-    auto job = openJobSetup(line, samplePPDPath());
+    if (line.print && request != nullptr && hasDisplay()) {
+        askPasswordsInWindows(programName, line.isScripted());
+    }
+    auto job = openJob(line, request);
     if (!job) {
         const auto opened = document->isToBePrepared() ? Result<Document>(Document{}) : document->finish();
-        return failToOpen(opened ? job.failure() : opened.failure(), line, programName);
+        return failInWindow(opened ? job.failure() : opened.failure(), line, programName);
     }
     markStart("input");
     useDeviceProfile(deviceProfilePath());
     if (!line.print && !line.check) {
         prepareFor(*job, document.get());
-        return runDialog(line, *parsed, std::move(*job), std::move(document), programName);
+        return runDialog(line, request, *parsed, std::move(*job), std::move(document), programName);
     }
     if (line.print) {
         return printAtOnce(line, std::move(*job), document.get(), programName);
     }
     auto opened = openForJob(*job, document.get());
     if (!opened) {
-        return failToOpen(opened.failure(), line, programName);
+        return failInWindow(opened.failure(), line, programName);
     }
     job->document = std::move(*opened);
     return check(*job);
+}
+
+ExitStatus answerPortal(const CommandLine& line, char* programName) {
+    auto request = readPortalRequest(line.portal);
+    return request ? run(lineOf(*request, line), &*request, programName) : fail(request.failure());
 }
 
 }  // namespace
@@ -338,7 +418,7 @@ int main(int argc, char** argv) try {
     if (line->help || line->version) {
         std::fputs((line->help ? helpText() : versionText()).c_str(), stdout);
     } else {
-        status = run(*line, argv[0]);
+        status = line->portal.empty() ? run(*line, nullptr, argv[0]) : answerPortal(*line, argv[0]);
         ToolboxTerminate();
     }
     return static_cast<int>(afterOutput(*line, status));

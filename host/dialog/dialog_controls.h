@@ -20,11 +20,12 @@ enum HostControl : SInt32 {
     kPresetActions = 13,
     kCopies = 20,
     kCollate = 21,
-    kPages = 30,  // radio group: 1 all pages, 2 a range, 3 the current page
+    kPages = 30,  // radio group: 1 all pages, 2 a range, 3 the current page, 4 what is selected
     kPageRangeField = 31,
     kPageSubset = 32,
     kReverseOrder = 33,
     kCurrentPage = 35,       // the button of the group; hidden when no program has said which it is
+    kSelectedPages = 36,     // the button of the group; hidden when no program knows of any
     kPageRangeMessage = 34,  // what is wrong with the range
     kPaperSize = 40,
     kOrientation = 41,  // its items are the orientations of the page format ticket

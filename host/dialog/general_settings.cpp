@@ -16,6 +16,7 @@ namespace {
 constexpr SInt32 kAllPages = 1;
 constexpr SInt32 kSomePages = 2;
 constexpr SInt32 kCurrentPageOnly = 3;
+constexpr SInt32 kSelectedPagesOnly = 4;
 
 CFStringRef faultText(PageRangeFault fault) {
     switch (fault) {
@@ -53,6 +54,30 @@ void GeneralSettings::showDocument(const Document& document) {
     SetControlVisibility(control(kCurrentPage), currentPage_ > 0 && currentPage_ <= pageCount_, true);
     tell({});
     showPageFault();
+}
+
+void GeneralSettings::offerPages(const PagesOffered& offered) {
+    offered_ = offered;
+    SetControlTitleWithCFString(control(kCurrentPage), localized(texts_, CFSTR("Current Page Unknown")).get());
+    SetControlVisibility(control(kCurrentPage), offered.hasCurrent, true);
+    SetControlVisibility(control(kSelectedPages), offered.hasSelected, true);
+    if (offered.proposed == PagesAsked::current || offered.proposed == PagesAsked::selected) {
+        SetControl32BitValue(control(kPages), offered.proposed == PagesAsked::current ? kCurrentPageOnly : kSelectedPagesOnly);
+    }
+    tell(utf8(localized(texts_, CFSTR("Pages Follow")).get()));
+}
+
+PagesAsked GeneralSettings::pagesAsked() const {
+    switch (GetControl32BitValue(control(kPages))) {
+        case kSomePages:
+            return PagesAsked::range;
+        case kCurrentPageOnly:
+            return PagesAsked::current;
+        case kSelectedPagesOnly:
+            return PagesAsked::selected;
+        default:
+            return PagesAsked::all;
+    }
 }
 
 void GeneralSettings::tell(const std::string& sentence) {
@@ -189,7 +214,8 @@ void GeneralSettings::orientationChosen() {
 
 PageRangeFault GeneralSettings::takePages() {
     if (const SInt32 pages = GetControl32BitValue(control(kPages)); pages != kSomePages) {
-        session_->setPageRange(pages == kCurrentPageOnly ? std::to_string(currentPage_) : std::string());
+        const bool isKnown = pages == kCurrentPageOnly && !offered_;
+        session_->setPageRange(isKnown ? std::to_string(currentPage_) : std::string());
         return PageRangeFault::none;
     }
     const PageRange range = typedPages();

@@ -7,11 +7,13 @@
 #include "host/dialog/paper_source_menu.h"
 #include "host/job/document.h"
 #include "host/settings/page_range.h"
+#include "host/settings/pages_asked.h"
 #include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Events.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class GeneralSettings {
@@ -28,6 +30,10 @@ public:
     void setDocumentCount(std::size_t count) { documentCount_ = count; }
     /// The page that the user was looking at, which is offered if the document has it; 0 for none.
     void setCurrentPage(int page) { currentPage_ = page; }
+    /// There are no pages yet: a program makes them as they are asked for here, and offers some.
+    void offerPages(const PagesOffered& offered);
+    /// Which of them are asked for.
+    PagesAsked pagesAsked() const;
     /// Says something in the place of its pages; empty for the pages.
     void tell(const std::string& sentence);
 
@@ -69,6 +75,7 @@ private:
     std::int64_t pageCount_ = 0;
     std::size_t documentCount_ = 1;
     int currentPage_ = 0;
+    std::optional<PagesOffered> offered_;  // by a program that makes them afterwards
     ChangeShared changeShared_;
     PaperSizeMenu paperSizes_;
     PaperSourceMenu paperSources_;

@@ -120,6 +120,9 @@ void PrintDialog::makeDocuments() {
     general_->setDocumentCount(setup_.documents.paths.size());
     general_->setCurrentPage(setup_.job.currentPage);
     general_->showDocument(setup_.job.document);
+    if (setup_.preparing) {
+        general_->offerPages(setup_.preparing->pages);
+    }
     preparedFor_ = paperOf(*session_);
     documents_.emplace(window_, bundle_, std::move(setup_.documents),
                        DialogDocuments::Dialog{[this] { return preparedFor_ = paperOf(*session_); },
@@ -335,7 +338,7 @@ void PrintDialog::enablePrinting(bool hasPages) const {
     // Who asks for the settings in a file has a use for Print all the same.
     const bool canPrint = hasPages && (!isNowhere() || !setup_.job.ticketOut.empty());
     canPrint ? EnableControl(control(kPrint)) : DisableControl(control(kPrint));
-    hasPages ? EnableControl(control(kSavePDF)) : DisableControl(control(kSavePDF));
+    hasPages && !setup_.preparing ? EnableControl(control(kSavePDF)) : DisableControl(control(kSavePDF));
 }
 
 void PrintDialog::showSummary() {
@@ -437,8 +440,19 @@ void PrintDialog::accept() {
     takeMakersSettings();
     const JobTarget& target = setup_.job.target;
     if (hasDocument() && general_->takePageRange() && acceptConflicts() && acceptLeftOut(target.way)) {
-        print(target);
+        setup_.preparing ? handOver() : print(target);
     }
+}
+
+void PrintDialog::handOver() {
+    if (const auto failure = setup_.preparing->take(*session_, general_->pagesAsked())) {
+        showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
+                   cfString(*failure));
+        end({ExitStatus::unusableInput, *failure});
+        return;
+    }
+    presets_->rememberSent(*session_);
+    end({ExitStatus::success, {}});
 }
 
 void PrintDialog::savePDF() {

@@ -22,12 +22,19 @@
 
 class PrintDialog {
 public:
+    /// For a program that wants settings, and makes its document by them.
+    struct Preparing {
+        PagesOffered pages;
+        /// Takes what was chosen; why that is not possible, in a line.
+        std::function<std::optional<std::string>(const PrintSession& session, PagesAsked pages)> take;
+    };
     struct Setup {
         JobSetup job;                 // its document is what there is of the first one
         PrinterChoice printerChoice;  // of the job's printer, which is shown first
         std::string pageDrawer;       // the program that draws pages
         DialogDocuments::Setup documents;
         bool scripted = false;
+        std::optional<Preparing> preparing;  // in place of a document
     };
 
     /// How the dialog ended; the line is empty unless something failed.
@@ -103,6 +110,8 @@ private:
     /// Asks about conflicts. False when the user wants to go back.
     bool acceptConflicts();
     void savePDF();
+    /// Gives the settings to the program that asked for them, and ends the dialog unless that fails.
+    void handOver();
     /// Makes the job, or one of each document, and ends the dialog unless that fails.
     void print(const JobTarget& target);
     JobOutcome printShown(const JobTarget& target);

@@ -48,6 +48,8 @@ constexpr std::array kOptions{
               "write the pages as they will be printed there, as a PDF, instead of sending them"},
     OptionRow{"--current-page", "PAGE", Group::job, &CommandLine::currentPage,
               "the page that the user looks at, which the dialog then offers to print"},
+    OptionRow{"--portal", "DIR", Group::program, &CommandLine::portal,
+              "answer the request of the desktop's portal in that folder, as tavro-portal does"},
     OptionRow{"--check", nullptr, Group::script, &CommandLine::check,
               "print which settings cannot go together, a line each, then leave"},
     OptionRow{"--proof", "FILE", Group::script, &CommandLine::proof,
@@ -175,6 +177,11 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (!line.currentPage.empty() && (line.documents.size() > 1 || line.print || line.check)) {
         return usage("--current-page is an offer of the dialog, for one document");
     }
+    if (!line.portal.empty() && (line.check || line.print || line.listControls || !line.documents.empty() ||
+                                 !line.printer.empty() || !line.ticketIn.empty() || !line.preset.empty() ||
+                                 !line.jobOut.empty() || !line.pdfOut.empty() || !line.proof.empty())) {
+        return usage("--portal takes everything from the request but --script and --shots");
+    }
     if (!line.script.empty() && line.listControls) {
         return usage("--script and --list-controls do not go together");
     }
@@ -208,7 +215,7 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (std::ranges::count(line.documents, "-") == 1 && isatty(STDIN_FILENO) != 0) {
         return usage("-: is standard input, and it is a terminal; a document comes there from a file or a program");
     }
-    if (line.documents.empty() && !line.listControls && !line.check && line.proof.empty()) {
+    if (line.documents.empty() && !line.listControls && !line.check && line.proof.empty() && line.portal.empty()) {
         return usage("the document is missing");
     }
     return std::nullopt;

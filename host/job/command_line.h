@@ -21,6 +21,7 @@ struct CommandLine {
     std::string script;
     std::string shots;
     std::string proof;
+    std::string portal;
     bool check = false;
     bool print = false;
     bool listControls = false;

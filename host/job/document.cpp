@@ -34,18 +34,24 @@ void followDocument(PrintSession* session, const Document& document) {
     }
 }
 
-OpeningDocument::OpeningDocument(const std::string& path, DocumentPrograms programs) : programs_(std::move(programs)) {
+OpeningDocument::OpeningDocument(const std::string& path, DocumentPrograms programs, const std::string& name)
+    : programs_(std::move(programs)), isNamed_(name.empty()) {
     if (path.empty()) {
         return;
     }
+    document_.name = document_.path = name;
     if (path == kStandardInput) {
-        document_.name = document_.path = "Standard input";
+        if (isNamed_) {
+            document_.name = document_.path = "Standard input";
+        }
         file_ = std::make_shared<DocumentFile>();
         isToBePrepared_ = true;
         return;
     }
-    document_.name = readable(std::filesystem::path(path).filename().string());
-    document_.path = path;
+    if (isNamed_) {
+        document_.name = readable(std::filesystem::path(path).filename().string());
+        document_.path = path;
+    }
     file_ = DocumentFile::open(path);
     if (!file_) {
         fail(readFault(errno, INT64_MAX));
@@ -64,7 +70,7 @@ void OpeningDocument::prepare(const Size& paper) {
         const bool isInFile = file_->original() >= 0;
         conversion_ =
             std::make_unique<DocumentConversion>(programs_.converter, isInFile ? file_->original() : STDIN_FILENO,
-                                                 isInFile ? document_.name : std::string(), paper.width, paper.height);
+                                                 isInFile && isNamed_ ? document_.name : std::string(), paper.width, paper.height);
     }
 }
 

@@ -44,8 +44,8 @@ public:
     /// Standard input, where a path is asked for.
     static constexpr const char* kStandardInput = "-";
 
-    /// An empty path is no document.
-    OpeningDocument(const std::string& path, DocumentPrograms programs);
+    /// An empty path is no document. One whose path says nothing to people is called by the name.
+    OpeningDocument(const std::string& path, DocumentPrograms programs, const std::string& name = {});
 
     /// What is there of it already: its name.
     [[nodiscard]] const Document& document() const { return document_; }
@@ -76,6 +76,7 @@ private:
     void endLook();
 
     DocumentPrograms programs_;
+    bool isNamed_;  // by its path
     Document document_;
     std::shared_ptr<DocumentFile> file_;
     bool isToBePrepared_ = false;

@@ -22,7 +22,8 @@ const char* faultText(PageRangeFault fault) {
 
 }  // namespace
 
-Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
+Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts,
+                           const std::function<bool(const std::vector<std::string>&)>& goesOn) {
     PrintSession session(setup.printer, setup.settings, setup.installedOptions.get(), setup.document.name);
     followDocument(&session, setup.document);
     warnOfSettings(session, setup.document.pageCount, texts);
@@ -32,8 +33,13 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts) {
             return unusable("pages " + range, faultText(pages.fault));
         }
     }
-    for (const std::string& sentence : tellLeftOut(session, setup.document.pageCount, setup.target.way, texts)) {
+    const std::vector<std::string> leftOut =
+        tellLeftOut(session, setup.document.pageCount, setup.target.way, texts);
+    for (const std::string& sentence : leftOut) {
         printLine(stderr, "tavro-print: " + sentence);
+    }
+    if (goesOn && !leftOut.empty() && !goesOn(leftOut)) {
+        return {ExitStatus::cancelled, {}};
     }
     const JobOutcome job = JobWork(setup.document, setup.printer, session, setup.target, texts).run();
     if (!job.failure.empty()) {

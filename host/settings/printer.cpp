@@ -49,11 +49,11 @@ void askForPrinterAhead(const std::string& queue) {
     PMServerAskAhead(queue.empty() ? nullptr : cfString(queue).get(), kServerPatience);
 }
 
-Result<Printer> openDefaultPrinter(const std::string& samplePPD) {
+Result<Printer> openDefaultPrinter(const std::string& samplePPD, bool isOfAnyMaker) {
     CFStringRef name = nullptr;
     if (PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr) {
         const auto owner = CFRef<CFStringRef>::adopt(name);
-        if (Result<Printer> printer = openQueue(utf8(name)); printer && printer->isOfMaker()) {
+        if (Result<Printer> printer = openQueue(utf8(name)); printer && (isOfAnyMaker || printer->isOfMaker())) {
             return printer;
         }
     }

@@ -43,5 +43,6 @@ Result<Printer> openQueue(const std::string& queue);
 /// Begins to ask the print server for a queue, or for the default one where it is empty, that is opened soon.
 void askForPrinterAhead(const std::string& queue);
 
-/// The default queue when it is one of the maker's, else the sample printer. May wait for the print server.
-Result<Printer> openDefaultPrinter(const std::string& samplePPD);
+/// The default queue when it is one of the maker's, or of any where that will do, else the sample printer. May wait for
+/// the print server.
+Result<Printer> openDefaultPrinter(const std::string& samplePPD, bool isOfAnyMaker = false);

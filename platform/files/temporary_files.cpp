@@ -29,8 +29,13 @@ Descriptor makeTemporaryFile() {
     return file;
 }
 
-WorkFolder::WorkFolder() {
-    std::string name = temporaryFolder() + "/" + kLitterPrefix + "XXXXXX";
+std::string runtimeFolder() {
+    const char* const folder = std::getenv("XDG_RUNTIME_DIR");
+    return folder == nullptr || *folder != '/' ? temporaryFolder() : folder;
+}
+
+WorkFolder::WorkFolder(const std::string& parent) {
+    std::string name = parent + "/" + kLitterPrefix + "XXXXXX";
     if (mkdtemp(name.data()) == nullptr) {  // 0700
         error_ = errno;
         return;

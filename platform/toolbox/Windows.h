@@ -43,6 +43,9 @@ void SelectWindow(WindowRef window);
 WindowRef FrontNonFloatingWindow();
 OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
 OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title);
+/// Lays the window in front of one of another program, which the desktop's portal names "x11:HEX". It has no owner then
+/// when the screen does not know such a window, or names its windows in another way.
+OSStatus SetWindowForeignOwner(WindowRef window, CFStringRef owner);
 /// The content's rectangle on the screen.
 OSStatus GetWindowContentBounds(WindowRef window, Rect* bounds);
 /// Moves and sizes the window; a rectangle that lies off the screen is moved onto it. A window that fills its screen

@@ -1,0 +1,270 @@
+#include "host/portal/service/print_portal.h"
+
+#include "host/portal/request_keys.h"
+#include "host/portal/service/request_file.h"
+#include "platform/foundation/terminal_text.h"
+
+#include <QDBusArgument>
+#include <QDBusUnixFileDescriptor>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr auto kPrintInterface = "org.freedesktop.impl.portal.Print";
+constexpr auto kRequestInterface = "org.freedesktop.impl.portal.Request";
+
+// What the portal takes for an answer.
+constexpr uint kDone = 0;
+constexpr uint kCancelled = 1;
+constexpr uint kFailed = 2;
+
+/// A program that goes wild shall not fill the screen.
+constexpr std::size_t kMostRequests = 8;
+
+QString handleOf(const QDBusMessage& message) {
+    return message.arguments().at(0).value<QDBusObjectPath>().path();
+}
+
+QVariantMap mapAt(const QDBusMessage& message, int index) {
+    return qdbus_cast<QVariantMap>(message.arguments().at(index));
+}
+
+QString keyOf(CFStringRef key) {
+    QString text(static_cast<qsizetype>(CFStringGetLength(key)), QChar());
+    CFStringGetCharacters(key, CFRangeMake(0, CFStringGetLength(key)), reinterpret_cast<UniChar*>(text.data()));
+    return text;
+}
+
+/// What both kinds of request say about their dialog.
+QVariantMap dialogOf(const QDBusMessage& message, const QVariantMap& options) {
+    QVariantMap values;
+    values[keyOf(kPortalTitleKey)] = plainText(message.arguments().at(3).toString());
+    const QString parent = message.arguments().at(2).toString();
+    if (!parent.isEmpty() && options.value(QStringLiteral("modal"), true).toBool()) {
+        values[keyOf(kPortalParentKey)] = plainText(parent);
+    }
+    if (const QString label = options.value(QStringLiteral("accept_label")).toString(); !label.isEmpty()) {
+        values[keyOf(kPortalAcceptLabelKey)] = plainText(label);
+    }
+    if (const auto formats = options.find(QStringLiteral("supported_output_file_formats")); formats != options.end()) {
+        values[keyOf(kPortalFormatsKey)] = plainText(qdbus_cast<QStringList>(*formats).join(u' '));
+    }
+    return values;
+}
+
+/// Whether the caller itself could read what the descriptor stands for. By a path to it, it can be opened anew with
+/// rights that the caller does not have.
+bool isForReading(int file) {
+    const int flags = fcntl(file, F_GETFL);
+    return flags >= 0 && (flags & O_PATH) == 0 && (flags & O_ACCMODE) != O_WRONLY;
+}
+
+}  // namespace
+
+PrintPortal::PrintPortal(QDBusConnection connection, Setup setup)
+    : connection_(std::move(connection)), setup_(std::move(setup)), kept_(setup_.keep) {
+    callers_.setConnection(connection_);
+    callers_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
+    connect(&callers_, &QDBusServiceWatcher::serviceUnregistered, this, &PrintPortal::forget);
+    timer_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, [this] {
+        kept_.expire();
+        isBusy() ? rest() : setup_.fallIdle();
+    });
+    rest();
+}
+
+PrintPortal::~PrintPortal() {
+    for (auto& [path, request] : requests_) {
+        request.process->disconnect();
+        request.process->terminate();
+        request.process->waitForFinished();
+    }
+}
+
+QString PrintPortal::introspect(const QString& path) const {
+    if (requests_.contains(path)) {
+        return QStringLiteral("<interface name=\"org.freedesktop.impl.portal.Request\"><method name=\"Close\"/></interface>");
+    }
+    return QStringLiteral(R"(<interface name="org.freedesktop.impl.portal.Print">
+<method name="PreparePrint">
+<arg type="o" name="handle" direction="in"/>
+<arg type="s" name="app_id" direction="in"/>
+<arg type="s" name="parent_window" direction="in"/>
+<arg type="s" name="title" direction="in"/>
+<arg type="a{sv}" name="settings" direction="in"/>
+<arg type="a{sv}" name="page_setup" direction="in"/>
+<arg type="a{sv}" name="options" direction="in"/>
+<arg type="u" name="response" direction="out"/>
+<arg type="a{sv}" name="results" direction="out"/>
+</method>
+<method name="Print">
+<arg type="o" name="handle" direction="in"/>
+<arg type="s" name="app_id" direction="in"/>
+<arg type="s" name="parent_window" direction="in"/>
+<arg type="s" name="title" direction="in"/>
+<arg type="h" name="fd" direction="in"/>
+<arg type="a{sv}" name="options" direction="in"/>
+<arg type="u" name="response" direction="out"/>
+<arg type="a{sv}" name="results" direction="out"/>
+</method>
+</interface>)");
+}
+
+bool PrintPortal::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
+    struct CallRow {
+        const char* interface;
+        const char* member;
+        const char* signature;
+        void (PrintPortal::*act)(const QDBusMessage&);
+    };
+    static constexpr CallRow kCalls[] = {
+        // interface, method, its arguments, what is done
+        {kPrintInterface, "PreparePrint", "osssa{sv}a{sv}a{sv}", &PrintPortal::prepare},
+        {kPrintInterface, "Print", "osssha{sv}", &PrintPortal::print},
+        {kRequestInterface, "Close", "", &PrintPortal::close},
+    };
+    for (const CallRow& row : kCalls) {
+        if (message.interface() == QLatin1String(row.interface) && message.member() == QLatin1String(row.member) &&
+            message.signature() == QLatin1String(row.signature)) {
+            message.setDelayedReply(true);
+            (this->*row.act)(message);
+            return true;
+        }
+    }
+    return false;
+}
+
+void PrintPortal::prepare(const QDBusMessage& message) {
+    const QVariantMap options = mapAt(message, 6);
+    QVariantMap values = dialogOf(message, options);
+    values[keyOf(kPortalKindKey)] = QString::fromStdString(portal::kPrepare);
+    values[keyOf(kPortalHasCurrentKey)] = options.value(QStringLiteral("has_current_page")).toBool();
+    values[keyOf(kPortalHasSelectionKey)] = options.value(QStringLiteral("has_selected_pages")).toBool();
+    values[keyOf(kPortalSettingsKey)] = plainValues(mapAt(message, 4));
+    values[keyOf(kPortalPageSetupKey)] = plainValues(mapAt(message, 5));
+    start({message, message.arguments().at(1).toString(), true, nullptr, nullptr}, std::move(values), -1);
+}
+
+void PrintPortal::print(const QDBusMessage& message) {
+    const auto file = message.arguments().at(4).value<QDBusUnixFileDescriptor>();
+    if (!isForReading(file.fileDescriptor())) {
+        printLine(stderr, "tavro-portal: the document that came cannot be read");
+        reply(message, kFailed);
+        return;
+    }
+    const QVariantMap options = mapAt(message, 5);
+    const QString program = message.arguments().at(1).toString();
+    auto prepared = kept_.take(options.value(QStringLiteral("token")).toUInt(), program, message.service());
+    QVariantMap values = dialogOf(message, options);
+    values[keyOf(kPortalKindKey)] = QString::fromStdString(prepared ? portal::kPrint : portal::kChoose);
+    start({message, program, false, std::move(prepared), nullptr}, std::move(values), file.fileDescriptor());
+}
+
+void PrintPortal::start(Request request, QVariantMap values, int document) {
+    const QString path = handleOf(request.message);
+    if (requests_.contains(path) || requests_.size() >= kMostRequests) {
+        printLine(stderr, "tavro-portal: too many print dialogs are open");
+        reply(request.message, kFailed);
+        return;
+    }
+    if (!request.folder) {
+        request.folder = std::make_unique<WorkFolder>(runtimeFolder());
+    }
+    const std::string& folder = request.folder->path();
+    if (folder.empty() || !writeValues(values, folder + "/" + portal::kRequestFile)) {
+        printLine(stderr, "tavro-portal: " + runtimeFolder() + ": nothing can be written there");
+        reply(request.message, kFailed);
+        return;
+    }
+    request.process = std::make_unique<QProcess>();
+    QProcess& process = *request.process;
+    process.setProgram(setup_.program);
+    process.setArguments(QStringList{QStringLiteral("--portal"), QString::fromStdString(folder)} + setup_.arguments);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.setInputChannelMode(QProcess::ForwardedInputChannel);
+    process.setChildProcessModifier([document] {
+        const int input = document >= 0 ? document : open("/dev/null", O_RDONLY | O_CLOEXEC);
+        dup2(input, STDIN_FILENO);
+        sigset_t none;
+        sigemptyset(&none);
+        sigprocmask(SIG_SETMASK, &none, nullptr);
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+    });
+    connect(&process, &QProcess::finished, this, [this, path](int code, QProcess::ExitStatus status) {
+        end(path, status == QProcess::NormalExit ? code : -1);
+    });
+    connect(&process, &QProcess::errorOccurred, this, [this, path](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) {
+            printLine(stderr, "tavro-portal: " + setup_.program.toStdString() + ": cannot be started");
+            QTimer::singleShot(0, this, [this, path] { end(path, -1); });
+        }
+    });
+    callers_.addWatchedService(request.message.service());
+    timer_.stop();
+    requests_.emplace(path, std::move(request)).first->second.process->start();
+}
+
+/// The dialog's exit status says how it ended.
+void PrintPortal::end(const QString& path, int status) {
+    const auto found = requests_.find(path);
+    if (found == requests_.end()) {
+        return;
+    }
+    Request request = std::move(found->second);
+    requests_.erase(found);
+    request.process.release()->deleteLater();  // it is calling
+    if (status == 0 && request.isPreparing) {
+        const auto answer = readValues(request.folder->path() + "/" + portal::kAnswerFile);
+        if (answer) {
+            const quint32 token = kept_.keep(std::move(request.folder), request.program, request.message.service());
+            reply(request.message, kDone,
+                  {{QStringLiteral("settings"), answer->value(keyOf(kPortalSettingsKey))},
+                   {QStringLiteral("page-setup"), answer->value(keyOf(kPortalPageSetupKey))},
+                   {QStringLiteral("token"), token}});
+        } else {
+            reply(request.message, kFailed);
+        }
+    } else {
+        reply(request.message, status == 0 ? kDone : status == 1 ? kCancelled : kFailed);
+    }
+    rest();
+}
+
+void PrintPortal::close(const QDBusMessage& message) {
+    connection_.send(message.createReply());
+    if (const auto found = requests_.find(message.path()); found != requests_.end()) {
+        found->second.process->terminate();
+    }
+}
+
+void PrintPortal::forget(const QString& caller) {
+    callers_.removeWatchedService(caller);
+    kept_.forget(caller);
+    for (auto& [path, request] : requests_) {
+        if (request.message.service() == caller) {
+            request.process->terminate();
+        }
+    }
+    rest();
+}
+
+void PrintPortal::reply(const QDBusMessage& message, uint response, const QVariantMap& results) const {
+    connection_.send(message.createReply(QVariantList{response, results}));
+}
+
+void PrintPortal::rest() {
+    if (!requests_.empty()) {
+        return;
+    }
+    const auto next = kept_.expire();
+    timer_.setTimerType(Qt::VeryCoarseTimer);
+    timer_.start(next.value_or(setup_.idle));
+}
