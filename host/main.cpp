@@ -340,7 +340,6 @@ Result<JobSetup> openJob(const CommandLine& line, const PortalRequest* request) 
     }
     JobSetup job{{}, *printer};
     if (request->kind == PortalRequest::Kind::prepare) {
-        job.document.name = request->title;
         job.settings = settingsOfCaller(*request, *printer, nullptr);
     }
     return job;

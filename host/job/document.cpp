@@ -36,10 +36,11 @@ void followDocument(PrintSession* session, const Document& document) {
 
 OpeningDocument::OpeningDocument(const std::string& path, DocumentPrograms programs, const std::string& name)
     : programs_(std::move(programs)), isNamed_(name.empty()) {
+    document_.name = name;
     if (path.empty()) {
         return;
     }
-    document_.name = document_.path = name;
+    document_.path = name;
     if (path == kStandardInput) {
         if (isNamed_) {
             document_.name = document_.path = "Standard input";
