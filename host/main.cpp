@@ -157,7 +157,8 @@ void writeNoCoreFiles() {
 /// Says why the document cannot be printed, in a window too when the user would see nothing else.
 ExitStatus failInWindow(const Failure& failure, const CommandLine& line, char* programName) {
     const ExitStatus status = fail(failure);
-    const bool isSeen = line.portal.empty() ? isStartedByDesktop() && !line.print && !line.check : !failure.line.empty();
+    const bool isSeen =
+        line.portal.empty() ? isStartedByDesktop() && !line.print && !line.check : !failure.line.empty();
     if (isSeen && hasDisplay() && !line.isScripted()) {
         openToolbox(programName, false);
         if (auto bundle = openBundle(hostBundlePath())) {
@@ -196,7 +197,8 @@ std::function<bool(const std::vector<std::string>&)> askerOf(const CommandLine& 
     }
     return [texts](const std::vector<std::string>& sentences) {
         return goesOnDespiteNotice(localized(texts, CFSTR("Left Out Header")), cfString(listed(texts, sentences)),
-                                   localized(texts, CFSTR("Left Out Cancel")), localized(texts, CFSTR("Left Out Print")));
+                                   localized(texts, CFSTR("Left Out Cancel")),
+                                   localized(texts, CFSTR("Left Out Print")));
     };
 }
 
@@ -220,9 +222,9 @@ ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument*
         if (opened) {
             setup.document = std::move(*opened);
         }
-        const ExitStatus status =
-            failInWindow(opened ? printWithoutWindow(setup, bundle->get(), askerOf(line, bundle->get())) : opened.failure(),
-                         line, programName);
+        const ExitStatus status = failInWindow(
+            opened ? printWithoutWindow(setup, bundle->get(), askerOf(line, bundle->get())) : opened.failure(), line,
+            programName);
         worst = std::max(worst, status);
     }
     sweepTemporaryFolder();

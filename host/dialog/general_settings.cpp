@@ -62,7 +62,8 @@ void GeneralSettings::offerPages(const PagesOffered& offered) {
     SetControlVisibility(control(kCurrentPage), offered.hasCurrent, true);
     SetControlVisibility(control(kSelectedPages), offered.hasSelected, true);
     if (offered.proposed == PagesAsked::current || offered.proposed == PagesAsked::selected) {
-        SetControl32BitValue(control(kPages), offered.proposed == PagesAsked::current ? kCurrentPageOnly : kSelectedPagesOnly);
+        SetControl32BitValue(control(kPages),
+                             offered.proposed == PagesAsked::current ? kCurrentPageOnly : kSelectedPagesOnly);
     }
     tell(utf8(localized(texts_, CFSTR("Pages Follow")).get()));
 }

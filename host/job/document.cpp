@@ -69,9 +69,9 @@ void OpeningDocument::prepare(const Size& paper) {
         isToBePrepared_ = false;
         isPrepared_ = true;
         const bool isInFile = file_->original() >= 0;
-        conversion_ =
-            std::make_unique<DocumentConversion>(programs_.converter, isInFile ? file_->original() : STDIN_FILENO,
-                                                 isInFile && isNamed_ ? document_.name : std::string(), paper.width, paper.height);
+        conversion_ = std::make_unique<DocumentConversion>(
+            programs_.converter, isInFile ? file_->original() : STDIN_FILENO,
+            isInFile && isNamed_ ? document_.name : std::string(), paper.width, paper.height);
     }
 }
 

@@ -33,8 +33,7 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts,
             return unusable("pages " + range, faultText(pages.fault));
         }
     }
-    const std::vector<std::string> leftOut =
-        tellLeftOut(session, setup.document.pageCount, setup.target.way, texts);
+    const std::vector<std::string> leftOut = tellLeftOut(session, setup.document.pageCount, setup.target.way, texts);
     for (const std::string& sentence : leftOut) {
         printLine(stderr, "tavro-print: " + sentence);
     }

@@ -111,8 +111,9 @@ void takePaper(const PortalRequest& request, PrintSession* session) {
     const auto name = cfString(stringIn(request.pageSetup.get(), CFSTR("PPDName")));
     bool isFound = PMPrinterGetPaper(printer, name.get(), &paper) == noErr && isIt(paper);
     // The paper that the printer has by itself stays where it is of that size: PPDs have several for different edges.
-    isFound = isFound || (PMPrinterGetPaper(printer, cfString(session->choice(CFSTR("PageSize"))).get(), &paper) == noErr &&
-                          isIt(paper));
+    isFound =
+        isFound || (PMPrinterGetPaper(printer, cfString(session->choice(CFSTR("PageSize"))).get(), &paper) == noErr &&
+                    isIt(paper));
     for (CFIndex i = 0; !isFound && i < PMPrinterCountPapers(printer); ++i) {
         PMPrinterGetIndPaper(printer, i, &paper);
         isFound = isIt(paper);
@@ -148,12 +149,12 @@ public:
         : values_(CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutable(
               nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks))) {}
     explicit Answer(CFDictionaryRef begun)
-        : values_(begun == nullptr ? Answer().values_
-                                   : CFRef<CFMutableDictionaryRef>::adopt(
-                                         CFDictionaryCreateMutableCopy(nullptr, 0, begun))) {}
+        : values_(begun == nullptr
+                      ? Answer().values_
+                      : CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(nullptr, 0, begun))) {}
 
     void set(CFStringRef key, CFTypeRef value) { CFDictionarySetValue(values_.get(), key, value); }
-    void set(CFStringRef key, const std::string& text) { set(key, static_cast<CFTypeRef>(cfString(text).get())); }
+    void setText(CFStringRef key, const std::string& text) { set(key, cfString(text).get()); }
     void setMillimeters(CFStringRef key, double points) {
         const double length = std::round(inUnit(LengthUnit::millimeters, points) * 1000) / 1000;
         set(key, CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &length)).get());
@@ -176,15 +177,15 @@ Answer pageSetupFor(const PrintSession& session, const OrientationRow& orientati
     const PMPaper paper = paperOf(session);
     Answer setup;
     const std::string option = session.choice(CFSTR("PageSize"));
-    setup.set(CFSTR("PPDName"), option);
-    setup.set(CFSTR("DisplayName"), paper.title != nullptr ? utf8(paper.title) : option);
+    setup.setText(CFSTR("PPDName"), option);
+    setup.setText(CFSTR("DisplayName"), paper.title != nullptr ? utf8(paper.title) : option);
     setup.setMillimeters(CFSTR("Width"), paper.width);
     setup.setMillimeters(CFSTR("Height"), paper.height);
     setup.setMillimeters(CFSTR("MarginLeft"), paper.left);
     setup.setMillimeters(CFSTR("MarginRight"), paper.width - paper.right);
     setup.setMillimeters(CFSTR("MarginBottom"), paper.bottom);
     setup.setMillimeters(CFSTR("MarginTop"), paper.height - paper.top);
-    setup.set(CFSTR("Orientation"), orientation.inPageSetup);
+    setup.setText(CFSTR("Orientation"), orientation.inPageSetup);
     return setup;
 }
 
@@ -208,26 +209,26 @@ Answer settingsFor(const PortalRequest& request, const PrintSession& session, Pa
         const char* value;
     };
     static constexpr LeftRow kLeftToPrinting[] = {
-        {"n-copies", "1"}, {"collate", "true"}, {"reverse", "false"},       {"page-set", "all"},
+        {"n-copies", "1"}, {"collate", "true"}, {"reverse", "false"},         {"page-set", "all"},
         {"scale", "100"},  {"number-up", "1"},  {"number-up-layout", "lrtb"},
     };
     for (const LeftRow& row : kLeftToPrinting) {
-        settings.set(cfString(row.key).get(), row.value);
+        settings.setText(cfString(row.key).get(), row.value);
     }
-    settings.set(CFSTR("print-pages"), pages == PagesAsked::current    ? "current"
-                                       : pages == PagesAsked::selected ? "selection"
-                                                                       : "all");
+    settings.setText(CFSTR("print-pages"), pages == PagesAsked::current    ? "current"
+                                           : pages == PagesAsked::selected ? "selection"
+                                                                           : "all");
     const PMPaper paper = paperOf(session);
-    settings.set(CFSTR("paper-width"), textOf(inUnit(LengthUnit::millimeters, paper.width)));
-    settings.set(CFSTR("paper-height"), textOf(inUnit(LengthUnit::millimeters, paper.height)));
-    settings.set(CFSTR("orientation"), orientation.inSettings);
-    settings.set(CFSTR("output-file-format"), formatFor(request));
+    settings.setText(CFSTR("paper-width"), textOf(inUnit(LengthUnit::millimeters, paper.width)));
+    settings.setText(CFSTR("paper-height"), textOf(inUnit(LengthUnit::millimeters, paper.height)));
+    settings.setText(CFSTR("orientation"), orientation.inSettings);
+    settings.setText(CFSTR("output-file-format"), formatFor(request));
     for (const ChoiceRow& row : kChoices) {
         if (std::strcmp(row.key, "duplex") == 0 && session.choice(cfString(row.mainKeyword).get()) == row.option) {
-            settings.set(cfString(row.key).get(), row.value);
+            settings.setText(cfString(row.key).get(), row.value);
         }
     }
-    settings.set(CFSTR("printer"), session.printer().queue());
+    settings.setText(CFSTR("printer"), session.printer().queue());
     return settings;
 }
 
@@ -286,7 +287,7 @@ std::optional<std::string> answerCaller(const PortalRequest& request, const Prin
     Answer answer;
     answer.set(kPortalSettingsKey, settingsFor(request, session, pages, orientation).get());
     answer.set(kPortalPageSetupKey, pageSetupFor(session, orientation).get());
-    answer.set(kPortalQueueKey, session.printer().queue());
+    answer.setText(kPortalQueueKey, session.printer().queue());
     const std::string path = request.file(portal::kAnswerFile);
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, answer.get()));
     SInt32 error = 0;

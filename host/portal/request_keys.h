@@ -20,7 +20,7 @@ inline const std::string kChoose = "choose";    // the same, when nothing was pr
 // Keys of a request.
 #define kPortalKindKey CFSTR("Kind")
 #define kPortalTitleKey CFSTR("Title")
-#define kPortalParentKey CFSTR("ParentWindow")     // missing for a window of its own
+#define kPortalParentKey CFSTR("ParentWindow")      // missing for a window of its own
 #define kPortalAcceptLabelKey CFSTR("AcceptLabel")  // with an underscore in front of its letter
 #define kPortalFormatsKey CFSTR("Formats")          // of what the caller can make, parted by blanks; missing for any
 #define kPortalHasCurrentKey CFSTR("HasCurrentPage")

@@ -2,7 +2,7 @@
 
 #include "platform/contacts/AddressBookImport.h"
 #include "platform/foundation/CFRef.h"
-#include "tests/contacts/private_session.h"
+#include "tests/support/private_session.h"
 #include "tests/support/cf_values.h"
 #include "tests/support/places.h"
 

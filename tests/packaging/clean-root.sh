@@ -72,15 +72,18 @@ expect /tmp/office.prn '^@PJL SET TRBANNER=ON'
 [ "$(bash complete.sh /usr/share/bash-completion/completions/tavro-print '/usr/bin/tavro-print --printer ')" = office ] ||
   fail "the shell offers no queue"
 bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader tavro-print; complete -p tavro-print'
-for page in 1/tavro-print 5/tavro-script; do
+for page in 1/tavro-print 5/tavro-script 8/tavro-portal; do
   as_guest man --warnings "${page%/*}" "${page#*/}" >page 2>warnings || fail "man $page"
   [ ! -s warnings ] || fail "man $page: $(cat warnings)"
   expect page 'SEE ALSO'
 done
 for file in applications/tavro-print.desktop metainfo/com.tavro.print.metainfo.xml \
-  icons/hicolor/scalable/apps/tavro-print.svg doc/tavro-print/copyright; do
+  icons/hicolor/scalable/apps/tavro-print.svg doc/tavro-print/copyright xdg-desktop-portal/portals/tavro.portal; do
   [ -s "/usr/share/$file" ] || fail "/usr/share/$file is missing"
 done
+
+service=$(sed -n 's/^Exec=//p' /usr/share/dbus-1/services/org.freedesktop.impl.portal.desktop.tavro.service)
+as_guest "$service" --version || fail "what the message bus would start"
 
 say "a new version of it brings its PPDs to the queues"
 rm /var/cache/cups/ppd-updates # so that this one counts as another one than that before

@@ -34,7 +34,6 @@ std::optional<std::chrono::milliseconds> KeptSettings::expire() {
     if (kept_.empty()) {
         return std::nullopt;
     }
-    const auto next = std::ranges::min_element(
-        kept_, {}, [](const auto& one) { return one.second.end; });
+    const auto next = std::ranges::min_element(kept_, {}, [](const auto& one) { return one.second.end; });
     return std::chrono::ceil<std::chrono::milliseconds>(next->second.end - now);
 }

@@ -54,7 +54,8 @@ int main(int argc, char** argv) {
     parser.setApplicationDescription(
         QStringLiteral("Shows the Tavro print dialog to programs that ask the desktop portal for one.\n"
                        "The message bus starts it when somebody asks; it leaves when nobody does any more."));
-    const QCommandLineOption keep(QStringLiteral("keep"), QStringLiteral("how long what was prepared waits for its document"),
+    const QCommandLineOption keep(QStringLiteral("keep"),
+                                  QStringLiteral("how long what was prepared waits for its document"),
                                   QStringLiteral("SECONDS"), QStringLiteral("1800"));
     const QCommandLineOption idle(QStringLiteral("idle"), QStringLiteral("how long to wait for somebody who asks"),
                                   QStringLiteral("SECONDS"), QStringLiteral("60"));

@@ -25,6 +25,9 @@ constexpr uint kDone = 0;
 constexpr uint kCancelled = 1;
 constexpr uint kFailed = 2;
 
+/// Whoever has it started is about to ask.
+constexpr std::chrono::seconds kFirstPatience(60);
+
 /// A program that goes wild shall not fill the screen.
 constexpr std::size_t kMostRequests = 8;
 
@@ -74,11 +77,12 @@ PrintPortal::PrintPortal(QDBusConnection connection, Setup setup)
     callers_.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     connect(&callers_, &QDBusServiceWatcher::serviceUnregistered, this, &PrintPortal::forget);
     timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::VeryCoarseTimer);
     connect(&timer_, &QTimer::timeout, this, [this] {
         kept_.expire();
         isBusy() ? rest() : setup_.fallIdle();
     });
-    rest();
+    timer_.start(std::max(setup_.idle, kFirstPatience));
 }
 
 PrintPortal::~PrintPortal() {
@@ -91,7 +95,8 @@ PrintPortal::~PrintPortal() {
 
 QString PrintPortal::introspect(const QString& path) const {
     if (requests_.contains(path)) {
-        return QStringLiteral("<interface name=\"org.freedesktop.impl.portal.Request\"><method name=\"Close\"/></interface>");
+        return QStringLiteral(
+            "<interface name=\"org.freedesktop.impl.portal.Request\"><method name=\"Close\"/></interface>");
     }
     return QStringLiteral(R"(<interface name="org.freedesktop.impl.portal.Print">
 <method name="PreparePrint">
@@ -230,9 +235,11 @@ void PrintPortal::end(const QString& path, int status) {
                    {QStringLiteral("page-setup"), answer->value(keyOf(kPortalPageSetupKey))},
                    {QStringLiteral("token"), token}});
         } else {
+            request.folder.reset();
             reply(request.message, kFailed);
         }
     } else {
+        request.folder.reset();
         reply(request.message, status == 0 ? kDone : status == 1 ? kCancelled : kFailed);
     }
     rest();
@@ -265,6 +272,5 @@ void PrintPortal::rest() {
         return;
     }
     const auto next = kept_.expire();
-    timer_.setTimerType(Qt::VeryCoarseTimer);
     timer_.start(next.value_or(setup_.idle));
 }

@@ -115,8 +115,8 @@ bool writeValues(const QVariantMap& values, const std::string& path) {
 
 std::optional<QVariantMap> readValues(const std::string& path) {
     const auto data = readPlainFile(path, kMostBytes);
-    const auto root = data ? CFRef<CFTypeRef>::adopt(CFPropertyListCreateFromXMLData(
-                                 nullptr, data.get(), kCFPropertyListImmutable, nullptr))
+    const auto root = data ? CFRef<CFTypeRef>::adopt(CFPropertyListCreateFromXMLData(nullptr, data.get(),
+                                                                                     kCFPropertyListImmutable, nullptr))
                            : CFRef<CFTypeRef>();
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
         return std::nullopt;
