@@ -1,9 +1,12 @@
 #include "driver/worker/worker_limits.h"
 
 #include <poll.h>
+#include <seccomp.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
@@ -13,6 +16,18 @@ void limit(__rlimit_resource resource, rlim_t soft, rlim_t hard) {
     limits.rlim_max = std::min(limits.rlim_max, hard);
     limits.rlim_cur = std::min(limits.rlim_max, soft);
     setrlimit(resource, &limits);
+}
+
+/// Sockets of this machine stay: the system's own look-ups of names and users have some. Where the kernel knows no such
+/// filters, it is left at the other limits.
+void denyNetwork() {
+    scmp_filter_ctx filter = seccomp_init(SCMP_ACT_ALLOW);
+    if (filter != nullptr) {
+        seccomp_rule_add(filter, SCMP_ACT_ERRNO(EACCES), SCMP_SYS(socket), 1, SCMP_A0(SCMP_CMP_NE, AF_UNIX));
+        seccomp_rule_add(filter, SCMP_ACT_ERRNO(EACCES), SCMP_SYS(io_uring_setup), 0);  // which opens them, too
+        seccomp_load(filter);
+        seccomp_release(filter);
+    }
 }
 
 }  // namespace
@@ -35,6 +50,7 @@ void limitProcessor(int seconds) {
 }
 
 void limitWorker([[maybe_unused]] const WorkerLimits& limits) {
+    denyNetwork();
     limit(RLIMIT_CORE, 1, 1);
     limit(RLIMIT_FSIZE, 0, 0);
 #ifndef __SANITIZE_ADDRESS__  // which has taken more memory already, and asks pipes what it may read

@@ -16,5 +16,5 @@ struct WorkerLimits {
     int megabytes;  // of memory
     int openFiles;  // beside those that are open
 };
-/// Also takes away the right to write files, and to leave a core, also where cores go to a program.
+/// Also takes away the right to write files, to leave a core, also where cores go to a program, and to reach a network.
 void limitWorker(const WorkerLimits& limits);

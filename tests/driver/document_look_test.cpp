@@ -3,13 +3,16 @@
 
 #include "driver/worker/document_look.h"
 #include "driver/worker/page_report.h"
+#include "driver/worker/worker_limits.h"
 #include "platform/files/plain_file.h"
 #include "tests/driver/pdf_maker.h"
 #include "tests/files/temporary_folder.h"
 #include "tests/support/places.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <cerrno>
 #include <memory>
 
@@ -137,4 +140,15 @@ TEST(PageReports, AreNotBelievedWhatNoDocumentHas) {
         EXPECT_EQ(believed(text), "nonsense") << text;
     }
     EXPECT_EQ(believed("refused " + std::string(2000, 'x') + "\n"), "nonsense");
+}
+
+TEST(Workers, ReachNoNetwork) {
+    const pid_t worker = fork();
+    if (worker == 0) {
+        limitWorker({1000, 16});
+        _exit(socket(AF_INET6, SOCK_STREAM, 0) < 0 && socket(AF_UNIX, SOCK_STREAM, 0) >= 0 ? 0 : 1);
+    }
+    int status = -1;
+    waitpid(worker, &status, 0);
+    EXPECT_EQ(status, 0);
 }
