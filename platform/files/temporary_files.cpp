@@ -34,6 +34,10 @@ std::string runtimeFolder() {
     return folder == nullptr || *folder != '/' ? temporaryFolder() : folder;
 }
 
+void sweepRuntimeFolder() {
+    sweepLitter(runtimeFolder());
+}
+
 WorkFolder::WorkFolder(const std::string& parent) {
     std::string name = parent + "/" + kLitterPrefix + "XXXXXX";
     if (mkdtemp(name.data()) == nullptr) {  // 0700

@@ -14,9 +14,12 @@ void sweepTemporaryFolder();
 /// way. None, with errno, when it cannot be made.
 Descriptor makeTemporaryFile();
 
-/// Where programs of a session meet ($XDG_RUNTIME_DIR): private to the user and gone when they log out. Without one, the
-/// folder for temporary files.
+/// Where programs of a session meet ($XDG_RUNTIME_DIR): private to the user and gone when they log out. Without one,
+/// the folder for temporary files.
 std::string runtimeFolder();
+
+/// Takes away what programs that were killed have left there.
+void sweepRuntimeFolder();
 
 /// A folder there, or in another one, private to the user, for programs that are started and take one. It goes with the
 /// object, with all that is in it; when the program is killed, the next one takes it away (sweepTemporaryFolder).

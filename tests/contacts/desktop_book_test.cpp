@@ -2,9 +2,9 @@
 
 #include "platform/contacts/AddressBookImport.h"
 #include "platform/foundation/CFRef.h"
-#include "tests/support/private_session.h"
 #include "tests/support/cf_values.h"
 #include "tests/support/places.h"
+#include "tests/support/private_session.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // tavro-portal: the print dialog for programs that ask the desktop for one. The message bus starts it.
 
 #include "host/portal/service/print_portal.h"
-#include "platform/files/litter.h"
+#include "platform/files/temporary_files.h"
 #include "platform/foundation/terminal_text.h"
 
 #include <QCommandLineParser>
@@ -79,7 +79,7 @@ int main(int argc, char** argv) {
     if (!bus.isConnected()) {
         return fail("there is no session bus");
     }
-    sweepLitter(runtimeFolder());
+    sweepRuntimeFolder();
     PrintPortal* portal = nullptr;
     // A request that came before the name was given up is still served.
     const auto leave = [&] {
