@@ -155,7 +155,7 @@ void PrintPortal::prepare(const QDBusMessage& message) {
     values[keyOf(kPortalHasSelectionKey)] = options.value(QStringLiteral("has_selected_pages")).toBool();
     values[keyOf(kPortalSettingsKey)] = plainValues(mapAt(message, 4));
     values[keyOf(kPortalPageSetupKey)] = plainValues(mapAt(message, 5));
-    start({message, message.arguments().at(1).toString(), true, nullptr, nullptr}, std::move(values), -1);
+    start({message, message.arguments().at(1).toString(), true, nullptr, nullptr}, values, -1);
 }
 
 void PrintPortal::print(const QDBusMessage& message) {
@@ -170,10 +170,10 @@ void PrintPortal::print(const QDBusMessage& message) {
     auto prepared = kept_.take(options.value(QStringLiteral("token")).toUInt(), program, message.service());
     QVariantMap values = dialogOf(message, options);
     values[keyOf(kPortalKindKey)] = QString::fromStdString(prepared ? portal::kPrint : portal::kChoose);
-    start({message, program, false, std::move(prepared), nullptr}, std::move(values), file.fileDescriptor());
+    start({message, program, false, std::move(prepared), nullptr}, values, file.fileDescriptor());
 }
 
-void PrintPortal::start(Request request, QVariantMap values, int document) {
+void PrintPortal::start(Request request, const QVariantMap& values, int document) {
     const QString path = handleOf(request.message);
     if (requests_.contains(path) || requests_.size() >= kMostRequests) {
         printLine(stderr, "tavro-portal: too many print dialogs are open");

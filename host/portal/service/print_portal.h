@@ -53,7 +53,7 @@ private:
     void forget(const QString& caller);
 
     /// Starts the program for a request. `document` is its standard input; -1 for none.
-    void start(Request request, QVariantMap values, int document);
+    void start(Request request, const QVariantMap& values, int document);
     void end(const QString& path, int status);
     void reply(const QDBusMessage& message, uint response, const QVariantMap& results = {}) const;
     /// Waits for what comes next by itself, if anything does.
