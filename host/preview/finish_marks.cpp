@@ -32,6 +32,8 @@ constexpr std::array kOptions{
 };
 static_assert(kOptions.size() == 11);
 
+constexpr std::string_view kHalfSheetFold = "tavro-fold-half-z-";
+
 enum class Work { fold, foldAndStaple, trim, cornerStaple, staples, holes, tape };
 struct WorkRow {
     std::string_view start;  // of the finishing; what follows is an edge, a corner, or the way of folding
@@ -48,7 +50,7 @@ constexpr std::array kWorks{
     WorkRow{"punch-dual-",            Work::holes,         2},
     WorkRow{"punch-triple-",          Work::holes,         3},
     WorkRow{"punch-quad-",            Work::holes,         4},
-    WorkRow{"tavro-fold-half-z-",     Work::fold,          4},
+    WorkRow{kHalfSheetFold,           Work::fold,          4},
     WorkRow{"tavro-fold-letter-",     Work::fold,          3},
     WorkRow{"tavro-fold-z-",          Work::fold,          3},
     WorkRow{"tavro-fold-",            Work::fold,          2},
@@ -188,7 +190,8 @@ private:
 
 }  // namespace
 
-std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool isBooklet, const Size& paper) {
+std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool isBooklet, const Size& paper,
+                                    bool isHalfSheet) {
     Marks marks(paper);
     for (const std::string& option : {finishing.staples, finishing.folds}) {
         if (const auto* const row = std::ranges::find(kOptions, std::string_view(option), &OptionRow::option);
@@ -197,7 +200,9 @@ std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool 
         }
     }
     for (const std::string& name : finishingsOf(finishing.value)) {
-        marks.add(name);
+        if (isHalfSheet || !name.starts_with(kHalfSheetFold)) {
+            marks.add(name);
+        }
     }
     if (isBooklet && !marks.hasFold()) {
         marks.add("tavro-fold-booklet");

@@ -20,7 +20,9 @@ struct FinishMark {
 
 /// In points of side 1, as it stands upright. A booklet has a fold, whether the printer makes it or its reader does.
 /// Where no setting says a place it is the finisher's own: one staple at the upper left, all else at the left edge.
-std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool isBooklet, const Size& paper);
+/// Half sheets are folded to the size of the others: `isHalfSheet` says whether this is one.
+std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool isBooklet, const Size& paper,
+                                    bool isHalfSheet);
 
 /// Of a binding's tape.
 inline constexpr double kTapeWidth = 20;

@@ -244,12 +244,20 @@ private:
 
     void drawHole(const CanvasPoint& middle) { canvas_.disk(middle, kHoleRadius * place_.factor, kHole); }
 
+    /// Larger than others of the job; where all are of one size, each is.
+    [[nodiscard]] bool isHalfSheet(const Size& paper) const {
+        const auto areaOf = [](const Size& size) { return size.width * size.height; };
+        const auto [smallest, largest] =
+            std::ranges::minmax_element(job_.papers, {}, [&](const PaperShape& each) { return areaOf(each.size); });
+        return areaOf(smallest->size) == areaOf(largest->size) || areaOf(paper) > areaOf(smallest->size);
+    }
+
     void finish() {
         if (sheet_.kind == SheetKind::slipSheet || sheet_.kind == SheetKind::faxCover) {
             return;
         }
         const Size& paper = job_.papers[sheet_.paper].size;
-        for (const FinishMark& mark : finishMarks(job_.finishing, job_.layout.isBooklet, paper)) {
+        for (const FinishMark& mark : finishMarks(job_.finishing, job_.layout.isBooklet, paper, isHalfSheet(paper))) {
             const auto seen = [&](const CanvasPoint& point) {
                 const CanvasPoint side = view_.isSide2 ? turnedOver(point, paper, sheet_.sides) : point;
                 return through(place_.toPicture, side.x, side.y);

@@ -185,7 +185,7 @@ TEST_F(SheetPreview, ShowsPaperAndWhatIsDoneToIt) {
 // The options of the PPD end with their place: "2HolePunchL".
 TEST_F(SheetPreview, HasTheMarksOfEachFinishingAtItsPlace) {
     const Size paper{612, 792};
-    const auto marksOf = [&](SInt32 value) { return finishMarks({.value = value}, false, paper); };
+    const auto marksOf = [&](SInt32 value) { return finishMarks({.value = value}, false, paper, true); };
     const auto count = [](const std::vector<FinishMark>& marks, FinishMark::Kind kind) {
         return std::ranges::count(marks, kind, &FinishMark::kind);
     };
@@ -221,6 +221,7 @@ TEST_F(SheetPreview, HasTheMarksOfEachFinishingAtItsPlace) {
         }
     }
     EXPECT_EQ(marksOf(FinishingValueOf({.staple = 20, .punch = 61, .halfSheetFold = 90})).size(), 2u + 3u + 2u);
+    EXPECT_TRUE(finishMarks({.value = 90}, false, paper, false).empty()) << "others are not folded";
 
     // The places are the sheet's, however the pages lie on it.
     const std::vector<CanvasPoint> corners{{26, 766}, {586, 766}, {586, 26}};
