@@ -92,8 +92,13 @@ private:
             return std::nullopt;
         }
         QString quoted;
-        for (++at_; at_ < text_.size(); ++at_) {
-            if (text_[at_] == u'"') {
+        for (qsizetype plain = ++at_; at_ < text_.size(); ++at_) {
+            const QChar letter = text_[at_];
+            if (letter != u'"' && letter != u'\\') {
+                continue;
+            }
+            quoted += text_.sliced(plain, at_ - plain);
+            if (letter == u'"') {
                 ++at_;
                 if (!quoted.isValidUtf16()) {
                     fail(start, QStringLiteral("half of a surrogate pair"));
@@ -101,13 +106,12 @@ private:
                 }
                 return quoted;
             }
-            if (text_[at_] != u'\\') {
-                quoted += text_[at_];
-            } else if (const std::optional<QChar> escaped = readEscape()) {
-                quoted += *escaped;
-            } else {
+            const std::optional<QChar> escaped = readEscape();
+            if (!escaped) {
                 return std::nullopt;
             }
+            quoted += *escaped;
+            plain = at_ + 1;
         }
         fail(start, QStringLiteral("the text has no closing quote"));
         return std::nullopt;

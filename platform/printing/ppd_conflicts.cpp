@@ -17,11 +17,6 @@ constexpr std::string_view kCustom = "Custom";
 constexpr std::size_t kMostConflicts = 200;
 constexpr int kMostTries = 2000;
 
-/// A constraint of either of the two keywords of the paper's size is one of the size.
-std::string_view settingOf(std::string_view keyword) {
-    return keyword == "PageRegion" ? "PageSize" : keyword;
-}
-
 bool isChosen(const PPDConstraint::Side& side, const PPDSettings& settings) {
     const auto found = settings.find(settingOf(side.keyword));
     if (found == settings.end()) {
@@ -34,15 +29,20 @@ bool isChosen(const PPDConstraint::Side& side, const PPDSettings& settings) {
     return isSameOption(option, side.choice) || (side.choice == kCustom && option.starts_with("Custom."));
 }
 
-bool isInstalled(const PPDFile& ppd, const PPDConstraint::Side& side) {
-    const PPDOption* const option = ppd.findOption(side.keyword);
-    return option != nullptr && option->installable;
+bool isBroken(const PPDConstraint& constraint, const PPDSettings& settings) {
+    return std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); });
 }
 
-bool isBroken(const PPDFile& ppd, const PPDConstraint& constraint, const PPDSettings& settings) {
-    return constraint.sides.size() > 1 &&
-           std::ranges::all_of(constraint.sides, [&](const auto& side) { return isChosen(side, settings); }) &&
-           !std::ranges::all_of(constraint.sides, [&](const auto& side) { return isInstalled(ppd, side); });
+/// The numbers of the constraints that the settings can break, in the PPD's order.
+std::vector<std::size_t> constraintsOfChoices(const PPDFile& ppd, const PPDSettings& settings) {
+    std::vector<std::size_t> numbers;
+    for (const auto& [keyword, option] : settings) {
+        if (const auto found = ppd.constraintsOf.find(keyword); found != ppd.constraintsOf.end()) {
+            numbers.insert(numbers.end(), found->second.begin(), found->second.end());
+        }
+    }
+    std::ranges::sort(numbers);
+    return numbers;
 }
 
 PPDConflict keywordsOf(const PPDConstraint& constraint) {
@@ -100,7 +100,7 @@ bool isInConflict(const PPDFile& ppd, const PPDSettings& settings, const std::st
     return std::ranges::any_of(ppd.constraints,
                                [&](const PPDConstraint& constraint) {
                                    return std::ranges::any_of(constraint.sides, isOfKeyword) &&
-                                          isBroken(ppd, constraint, settings);
+                                          isBroken(constraint, settings);
                                }) ||
            (keyword == "PageSize" && nearestSize(ppd, settings));
 }
@@ -173,8 +173,9 @@ private:
 
 std::vector<PPDConflict> findConflicts(const PPDFile& ppd, const PPDSettings& settings) {
     std::vector<PPDConflict> conflicts;
-    for (const PPDConstraint& constraint : ppd.constraints) {
-        if (conflicts.size() == kMostConflicts || !isBroken(ppd, constraint, settings)) {
+    for (const std::size_t number : constraintsOfChoices(ppd, settings)) {
+        const PPDConstraint& constraint = ppd.constraints[number];
+        if (conflicts.size() == kMostConflicts || !isBroken(constraint, settings)) {
             continue;
         }
         if (PPDConflict conflict = keywordsOf(constraint); !contains(conflicts, conflict)) {

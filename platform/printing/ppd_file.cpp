@@ -170,8 +170,7 @@ std::optional<PPDConstraint::Side> makeSide(ppd_file_t* ppd, std::string keyword
 }
 
 /// Takes a constraint that names nothing that the PPD does not have: others can never be broken.
-void addConstraint(ppd_file_t* ppd, const std::vector<PPDConstraint::Side>& sides,
-                   std::vector<PPDConstraint>* constraints) {
+void addConstraint(ppd_file_t* ppd, const std::vector<PPDConstraint::Side>& sides, PPDFile* made) {
     PPDConstraint constraint;
     for (const auto& [keyword, choice] : sides) {
         auto side = makeSide(ppd, keyword, choice);
@@ -180,7 +179,14 @@ void addConstraint(ppd_file_t* ppd, const std::vector<PPDConstraint::Side>& side
         }
         constraint.sides.push_back(std::move(*side));
     }
-    constraints->push_back(std::move(constraint));
+    const auto ofJob = std::ranges::find_if(constraint.sides, [&](const PPDConstraint::Side& side) {
+        const PPDOption* const option = made->findOption(side.keyword);
+        return option == nullptr || !option->installable;
+    });
+    if (constraint.sides.size() > 1 && ofJob != constraint.sides.end()) {
+        made->constraintsOf[std::string(settingOf(ofJob->keyword))].push_back(made->constraints.size());
+        made->constraints.push_back(std::move(constraint));
+    }
 }
 
 /// Reads "*Keyword Choice *Keyword …", the words of a cupsUIConstraints line.
@@ -198,16 +204,14 @@ std::vector<PPDConstraint::Side> parseConstraint(const std::string& text) {
 }
 
 /// As the print server has it: a PPD may have lines of both kinds, and all of them hold.
-std::vector<PPDConstraint> makeConstraints(ppd_file_t* ppd) {
-    std::vector<PPDConstraint> constraints;
+void addConstraints(ppd_file_t* ppd, PPDFile* made) {
     for (const ppd_const_t& pair : std::span(ppd->consts, static_cast<std::size_t>(ppd->num_consts))) {
-        addConstraint(ppd, {{pair.option1, pair.choice1}, {pair.option2, pair.choice2}}, &constraints);
+        addConstraint(ppd, {{pair.option1, pair.choice1}, {pair.option2, pair.choice2}}, made);
     }
     for (const ppd_attr_t* line = ppdFindAttr(ppd, "cupsUIConstraints", nullptr); line != nullptr;
          line = ppdFindNextAttr(ppd, "cupsUIConstraints", nullptr)) {
-        addConstraint(ppd, parseConstraint(textOf(line->value)), &constraints);
+        addConstraint(ppd, parseConstraint(textOf(line->value)), made);
     }
-    return constraints;
 }
 
 /// As the print server has it: the newer lines stand for the older ones, and a PPD without any is a PostScript
@@ -278,10 +282,14 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
                                           ppd->custom_max[1], margins[0],         margins[1],
                                           margins[2],         margins[3],         customSizeOrder(ppd.get())};
     }
-    made.constraints = makeConstraints(ppd.get());
+    addConstraints(ppd.get(), &made);
     made.filters = makeFilters(ppd.get());
     made.passcodeKeyword = findPasscodeKeyword(*ppd);
     return made;
+}
+
+std::string_view settingOf(std::string_view keyword) {
+    return keyword == "PageRegion" ? "PageSize" : keyword;
 }
 
 bool isStandardOption(std::string_view name) {

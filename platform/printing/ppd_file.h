@@ -52,7 +52,8 @@ struct PPDCustomSizes {
     std::array<std::size_t, 5> order;
 };
 
-/// Choices of which a job has all but one at the most, in the PPD's own spelling.
+/// Choices of which a job has all but one at the most, in the PPD's own spelling, a choice of the job's among them:
+/// what is installed and cannot be installed together is no fault of the job's.
 struct PPDConstraint {
     struct Side {
         std::string keyword;
@@ -61,6 +62,9 @@ struct PPDConstraint {
     std::vector<Side> sides;
 };
 
+/// A constraint of either of the two keywords of the paper's size is one of the size.
+[[nodiscard]] std::string_view settingOf(std::string_view keyword);
+
 struct PPDFile {
     std::string name;  // short nickname; empty when it has none
     std::vector<PPDOption> options;
@@ -68,6 +72,9 @@ struct PPDFile {
     std::vector<PPDPaper> papers;                                // without the "Custom" pseudo size
     std::optional<PPDCustomSizes> customSizes;
     std::vector<PPDConstraint> constraints;
+    /// Which of them, in their order, a job can only break by its choice of a main keyword. "PageSize" is also
+    /// "PageRegion".
+    std::map<std::string, std::vector<std::size_t>, std::less<>> constraintsOf;
     std::vector<std::string> filters;  // the print server's lines that say which filters make what the printer reads
     std::string passcodeKeyword;       // of the custom option that takes a passcode; empty when there is none
 

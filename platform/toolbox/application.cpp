@@ -10,11 +10,27 @@
 #include "platform/toolbox/wheel.h"
 
 #include <QApplication>
+#include <QBuffer>
+#include <QFontDatabase>
+#include <QImageReader>
 #include <QPalette>
 #include <QStyleHints>
 #include <cstdio>
+#include <thread>
 
 namespace {
+
+/// What the first window waits for and no window is needed for: the list of the installed fonts, and the plug-ins that
+/// read pictures, all of which are asked for the first one, whatever its kind. It runs beside the main thread, which
+/// reads what that window shows.
+void openFontsAndPictures() {
+    QFontDatabase::hasFamily(QString());
+    QByteArray nothing;
+    QBuffer buffer(&nothing);
+    QImageReader(&buffer).canRead();
+}
+
+std::jthread ahead;  // waited for at the end of the process, if nobody has
 
 bool hasDisplay() {
     return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
@@ -77,6 +93,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     letHelpKeyReachHelp(application);
     keepLabelsPlain(application);
     improveOwnStyle(application);
+    ahead = std::jthread(openFontsAndPictures);
     if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
         QApplication::setPalette(darkPalette());
     }
@@ -85,5 +102,8 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
 
 // Qt 6.8 deletes what waits for it at the end of the process, behind the static objects that it would need.
 void ToolboxTerminate() {
+    if (ahead.joinable()) {
+        ahead.join();
+    }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
