@@ -15,7 +15,10 @@
 #include <QImageReader>
 #include <QPalette>
 #include <QStyleHints>
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <optional>
 #include <thread>
 
 namespace {
@@ -36,26 +39,42 @@ bool hasDisplay() {
     return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
-/// The dark colours of a program that is told to be dark where the desktop does not say so, such as offscreen.
-QPalette darkPalette() {
-    const QColor window(0x2B, 0x2D, 0x30);
-    const QColor base(0x1E, 0x1F, 0x22);
-    const QColor text(0xE6, 0xE6, 0xE6);
-    const QColor dimmed(0x80, 0x82, 0x86);
-    QPalette palette(window);
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::Button, QColor(0x3A, 0x3D, 0x41));
-    palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, window);
-    palette.setColor(QPalette::ToolTipBase, base);
-    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x6F, 0xB5));
-    palette.setColor(QPalette::Link, QColor(0x6C, 0xA9, 0xEA));
-    palette.setColor(QPalette::PlaceholderText, dimmed);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
-                            QPalette::HighlightedText}) {
-        palette.setColor(role, text);
-        palette.setColor(QPalette::Disabled, role, dimmed);
+struct Scheme {
+    QByteArray name;
+    QRgb window;
+    QRgb button;
+    QRgb base;
+    QRgb text;
+    QRgb dimmed;
+    QRgb highlight;
+    QRgb link;
+};
+
+/// The colors of a program that is told to have them where the desktop does not say so, such as offscreen.
+std::optional<QPalette> paletteOf(const QByteArray& scheme) {
+    static const std::array<Scheme, 3> kSchemes{
+        Scheme{"dark", 0x2B2D30, 0x3A3D41, 0x1E1F22, 0xE6E6E6, 0x808286, 0x2F6FB5, 0x6CA9EA},
+        Scheme{"high-contrast", 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0x000000, 0x6E6E6E, 0x0000B0, 0x0000B0},
+        Scheme{"high-contrast-dark", 0x000000, 0x000000, 0x000000, 0xFFFFFF, 0xA0A0A0, 0x1A5FB4, 0x8CC8FF}};
+    const auto found = std::ranges::find(kSchemes, scheme, &Scheme::name);
+    if (found == kSchemes.end()) {
+        return std::nullopt;
     }
+    QPalette palette{QColor(found->window)};
+    palette.setColor(QPalette::Window, QColor(found->window));
+    palette.setColor(QPalette::Button, QColor(found->button));
+    palette.setColor(QPalette::Base, QColor(found->base));
+    palette.setColor(QPalette::AlternateBase, QColor(found->window));
+    palette.setColor(QPalette::ToolTipBase, QColor(found->base));
+    palette.setColor(QPalette::Highlight, QColor(found->highlight));
+    palette.setColor(QPalette::Link, QColor(found->link));
+    palette.setColor(QPalette::PlaceholderText, QColor(found->dimmed));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(role, QColor(found->text));
+        palette.setColor(QPalette::Disabled, role, QColor(found->dimmed));
+    }
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, QColor(found->dimmed));
     return palette;
 }
 
@@ -94,8 +113,8 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     keepLabelsPlain(application);
     improveOwnStyle(application);
     ahead = std::jthread(openFontsAndPictures);
-    if (qgetenv("TAVRO_COLOR_SCHEME") == "dark") {
-        QApplication::setPalette(darkPalette());
+    if (const auto palette = paletteOf(qgetenv("TAVRO_COLOR_SCHEME"))) {
+        QApplication::setPalette(*palette);
     }
     return noErr;
 }

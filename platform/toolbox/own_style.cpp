@@ -8,6 +8,7 @@
 #include <QStyleOption>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -17,16 +18,31 @@ constexpr std::array kFrames{QStyle::PE_IndicatorCheckBox,  QStyle::PE_Indicator
                              QStyle::PE_PanelButtonCommand, QStyle::PE_PanelButtonTool};
 constexpr std::array kControls{QStyle::CC_ComboBox, QStyle::CC_SpinBox, QStyle::CC_Slider};
 
+constexpr int kWhite = 255;
+
 bool isDark(const QPalette& palette) {
     return palette.window().color().lightness() < palette.windowText().color().lightness();
+}
+
+/// Whether the colors are those of somebody who needs all the contrast that there is: a theme of black and white.
+bool hasHighContrast(const QPalette& palette) {
+    return std::abs(palette.window().color().lightness() - palette.windowText().color().lightness()) == kWhite;
 }
 
 QColor outlineIn(const QPalette& palette) {
     constexpr int kTextParts = 9;  // of 20; the rest is the window's
     const QColor window = palette.window().color();
     const QColor text = palette.windowText().color();
+    if (hasHighContrast(palette)) {
+        return text;
+    }
     const auto mix = [](int one, int other) { return (one * kTextParts + other * (20 - kTextParts)) / 20; };
     return {mix(text.red(), window.red()), mix(text.green(), window.green()), mix(text.blue(), window.blue())};
+}
+
+/// Whether Qt's own outlines would hardly be seen.
+bool needsOutlines(const QPalette& palette) {
+    return isDark(palette) || hasHighContrast(palette);
 }
 
 /// Qt's style makes an outline of the window's color, darkened by this.
@@ -39,7 +55,7 @@ class OwnStyle final : public QProxyStyle {
 public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
-        if (option != nullptr && isDark(option->palette) && element == PE_FrameGroupBox) {
+        if (option != nullptr && needsOutlines(option->palette) && element == PE_FrameGroupBox) {
             // The title stands above the frame, as far as Qt's style has it.
             const auto* const box = qobject_cast<const QGroupBox*>(widget);
             const int title = std::max(pixelMetric(PM_IndicatorHeight, option, widget), option->fontMetrics.height());
@@ -51,6 +67,24 @@ public:
         const bool isFrame = std::ranges::find(kFrames, element) != kFrames.end();
         const Outlined outlined(isFrame ? option : nullptr, &palettes_);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+        const bool isLine = element == CE_ShapedFrame && frame != nullptr &&
+                            (frame->frameShape == QFrame::HLine || frame->frameShape == QFrame::VLine);
+        if (isLine && hasHighContrast(frame->palette)) {
+            const QPoint middle = frame->rect.center();
+            painter->setPen(outlineIn(frame->palette));
+            if (frame->frameShape == QFrame::HLine) {
+                painter->drawLine(frame->rect.left(), middle.y(), frame->rect.right(), middle.y());
+            } else {
+                painter->drawLine(middle.x(), frame->rect.top(), middle.x(), frame->rect.bottom());
+            }
+            return;
+        }
+        QProxyStyle::drawControl(element, option, painter, widget);
     }
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
@@ -80,7 +114,7 @@ private:
     public:
         Outlined(const QStyleOption* option, Palettes* palettes)
             : option_(const_cast<QStyleOption*>(option)) {  // its owner's, and given back as it was
-            if (option_ == nullptr || !isDark(option_->palette) ||
+            if (option_ == nullptr || !needsOutlines(option_->palette) ||
                 option_->palette.cacheKey() == palettes->second.cacheKey()) {
                 option_ = nullptr;
                 return;

@@ -28,6 +28,7 @@ constexpr Variant kVariants[] = {
     // name, variable, value, long words
     {"light", "TAVRO_COLOR_SCHEME", "light", false},
     {"dark", "TAVRO_COLOR_SCHEME", "dark", false},
+    {"contrast", "TAVRO_COLOR_SCHEME", "high-contrast-dark", false},
     {"2x", "QT_SCALE_FACTOR", "2", false},
     {"long", "TAVRO_COLOR_SCHEME", "light", true},
     {"large", "QT_QPA_PLATFORM", "offscreen:configfile=%/screen.json", false},  // % is the folder
