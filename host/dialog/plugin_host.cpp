@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/toolbox/Help.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -155,4 +156,15 @@ void PluginHost::copyTicketsToControls() {
 
 void PluginHost::copyControlsToTickets() {
     eachShownLast([](Extension& extension) { extension.copyControlsToTickets(); });
+}
+
+OSStatus PluginHost::showHelp(CFStringRef page) const {
+    const CFTypeRef name = CFBundleGetValueForInfoDictionaryKey(plugin_.get(), CFSTR("CFBundleHelpBookName"));
+    FSRef folder{};
+    if (name == nullptr || CFGetTypeID(name) != CFStringGetTypeID() ||
+        !CFURLGetFSRef(fileURL(path_, true).get(), &folder)) {
+        return fnfErr;
+    }
+    const OSStatus status = AHRegisterHelpBook(&folder);
+    return status == noErr ? AHGotoPage(static_cast<CFStringRef>(name), page, nullptr) : status;
 }

@@ -43,6 +43,10 @@ public:
     void copyTicketsToControls();
     void copyControlsToTickets();
 
+    /// Opens a page of the plug-in's help book, also where nothing was started: much of it is of every printer. The
+    /// status says why none is shown.
+    OSStatus showHelp(CFStringRef page) const;
+
 private:
     /// The name by which it is loaded is empty for the factory's.
     struct Running {

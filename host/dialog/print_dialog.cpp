@@ -1,6 +1,6 @@
 #include "host/dialog/print_dialog.h"
 
-#include "host/dialog/job_progress.h"
+#include "host/dialog/dialog_printing.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/start_marks.h"
 #include "host/dialog/window_place.h"
@@ -27,6 +27,7 @@ namespace {
 constexpr OSType kCommandOK = FourCharCode("ok  ");
 constexpr OSType kCommandCancel = FourCharCode("not!");
 constexpr OSType kCommandShowConflict = FourCharCode("Cshw");
+constexpr OSType kCommandHelp = FourCharCode("Thlp");
 
 constexpr double kSecondsOfPause = 0.1;
 
@@ -277,6 +278,8 @@ OSStatus PrintDialog::handleCommand(OSType command) {
         case kCommandShowConflict:
             conflicts_->goToConflict();
             return noErr;
+        case kCommandHelp:  // the maker's panels have pages of their own, and come first
+            return plugin_.showHelp(CFSTR("printing.html"));
         default:
             return presets_->act(command) ? noErr : eventNotHandledErr;
     }
@@ -487,50 +490,11 @@ bool PrintDialog::hasDocument() {
     return brought == DialogDocuments::Brought::ready;
 }
 
-JobOutcome PrintDialog::printShown(const JobTarget& target) {
-    const Document& document = setup_.job.document;
-    JobWork work(document, session_->printer(), *session_, target, bundle_);
-    // A script's next line shall not meet a window that comes and goes by itself.
-    return setup_.scripted ? work.run() : runWithProgress(&work, document, bundle_);
-}
-
-/// One that fails keeps none of the others from being printed. Those that are printed are not printed by another try.
-JobOutcome PrintDialog::printAll(const JobTarget& target) {
-    JobOutcome all;
-    const auto add = [](std::string* lines, const std::string& line) {
-        *lines += (lines->empty() || line.empty() ? "" : "\n") + line;
-    };
-    std::vector<bool> printed(documents_->count());
-    for (std::size_t i = 0; i < printed.size() && !all.isCancelled && !all.isPrinterChanged; ++i) {
-        std::string fault;
-        const auto brought = documents_->bring(i, &fault);
-        all.isCancelled = brought == DialogDocuments::Brought::cancelled;
-        if (brought == DialogDocuments::Brought::ready) {
-            fault = general_->takePagesOrFault();
-            if (!fault.empty()) {
-                fault.insert(0, setup_.job.document.name + ": ");
-            }
-        }
-        if (brought == DialogDocuments::Brought::ready && fault.empty()) {
-            const JobOutcome one = printShown(target);
-            fault = one.failure;
-            all.isPrinterChanged = one.isPrinterChanged;
-            all.isCancelled = one.isCancelled;
-            add(&all.obstacle, one.obstacle);
-            printed[i] = fault.empty() && !one.isCancelled;
-        }
-        add(&all.failure, fault);
-    }
-    if (!setup_.scripted && std::ranges::find(printed, false) != printed.end()) {
-        documents_->drop(printed);
-    }
-    return all;
-}
-
 void PrintDialog::print(const JobTarget& target) {
     script::stopWatchdog();  // a long document may take its time
+    const DialogPrinting printing{*documents_, *general_, *session_, setup_.job.document, bundle_, setup_.scripted};
     const bool isOneJob = target.way == JobWay::pdf || documents_->count() <= 1;
-    const JobOutcome job = isOneJob ? printShown(target) : printAll(target);
+    const JobOutcome job = isOneJob ? printShown(printing, target) : printAll(printing, target);
     if (job.isCancelled) {
         return;
     }

@@ -114,8 +114,6 @@ private:
     void handOver();
     /// Makes the job, or one of each document, and ends the dialog unless that fails.
     void print(const JobTarget& target);
-    JobOutcome printShown(const JobTarget& target);
-    JobOutcome printAll(const JobTarget& target);
     /// Waits for the document that is shown; false when it does not come.
     bool hasDocument();
     /// Tells what the job leaves out of what was chosen. False when the user then wants to go back.

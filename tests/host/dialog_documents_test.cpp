@@ -30,7 +30,11 @@ protected:
     PrintDialog::Outcome run(const std::string& path, std::vector<Step> steps) {
         const DocumentPrograms programs{stagePath("lib/tavro-pages"), stagePath("lib/tavro-convert")};
         auto first = std::make_unique<OpeningDocument>(path, programs);
-        JobSetup job{first->document(), printer, {}, {}, nullptr, {}, {JobWay::pdf, folder / "out.pdf"}};
+        Document document = first->document();
+        if (!first->isPrepared() && first->advance(std::chrono::seconds(5)) && !first->isLocked()) {
+            document = *first->finish();
+        }
+        JobSetup job{document, printer, {}, {}, nullptr, {}, {JobWay::pdf, folder / "out.pdf"}};
         auto plugin = PluginHost::load(stagePath("plugins/TavroFeatures.plugin"));
         auto made = PrintDialog::make(bundle.get(), **plugin,
                                       {std::move(job),
@@ -124,4 +128,41 @@ TEST_F(DialogOfDocuments, AsksForAPassword) {
                                     {isInFront(kDocumentPassword), type("b")},
                                     {isInFront(kDocumentPassword), type("c")}});
     EXPECT_EQ(wrong.status, ExitStatus::unusableInput);
+}
+
+TEST_F(DialogOfDocuments, TellsOfAFileThatHasChanged) {
+    const std::string path = folder / "mine.pdf";
+    fs::copy_file(sourcePath("tests/data/ten-pages.pdf"), path);
+    const auto change = [&] {
+        std::ofstream(path, std::ios::trunc) << "other";
+        dialog->settle();
+    };
+    const auto outcome =
+        run(path, {{shows(kDocumentPages, "10 pages"), change},
+                   {shows(kDocumentPages, "The file has changed; this is printed as shown"), click(kPrint)}});
+    EXPECT_EQ(outcome.status, ExitStatus::success) << outcome.line;
+    EXPECT_EQ(std::system(("test $(qpdf --show-npages '" + (folder / "out.pdf") + "') = 10").c_str()), 0);
+}
+
+// The maker's panels have pages of their own.
+TEST_F(DialogOfDocuments, HasHelpWithoutTheMakersPanels) {
+    std::string ppd;
+    std::ifstream in(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
+    for (std::string line; std::getline(in, line);) {
+        ppd += (line.starts_with("*Manufacturer") ? "*Manufacturer: \"Other\"" : line) + "\n";
+    }
+    std::ofstream(folder / "other.ppd") << ppd;
+    printer = *openPPD(folder / "other.ppd");
+    OSStatus answered = eventNotHandledErr;
+    const auto askForHelp = [&] {
+        EventRef event = nullptr;
+        CreateEvent(nullptr, kEventClassCommand, kEventCommandProcess, 0, 0, &event);
+        const HICommand help{0, FourCharCode("Thlp"), nullptr, 0, nullptr};
+        SetEventParameter(event, kEventParamDirectObject, typeHICommand, sizeof help, &help);
+        answered = SendEventToEventTarget(event, GetWindowEventTarget(dialog->window()));
+        ReleaseEvent(event);
+        dialog->end({ExitStatus::cancelled, {}});
+    };
+    run(sourcePath("tests/data/ten-pages.pdf"), {{shows(kDocumentPages, "10 pages"), askForHelp}});
+    EXPECT_EQ(answered, noErr);
 }
