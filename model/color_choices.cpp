@@ -30,26 +30,26 @@ constexpr ColorChoice kDestinationProfiles[] = {
 };
 // As profiles number them.
 constexpr ColorChoice kRenderings[] = {
-    // key               ticket value         word
-    {"PrinterDefault",   kTicketValueUnset,   ""},
-    {"ColorPerceptual",  0,                   "perceptual"},
-    {"ColorRelative",    1,                   "relative"},
-    {"ColorSaturation",  2,                   "saturation"},
-    {"ColorAbsolute",    3,                   "absolute"},
+    // key               ticket value         word                 option
+    {"PrinterDefault",   kTicketValueUnset,   "",                  ""},
+    {"ColorPerceptual",  0,                   "perceptual",        "Perceptual"},
+    {"ColorRelative",    1,                   "relative",          "Relative"},
+    {"ColorSaturation",  2,                   "saturation",        "Saturation"},
+    {"ColorAbsolute",    3,                   "absolute",          "Absolute"},
 };
 constexpr ColorChoice kTrappings[] = {
-    // key               ticket value         word
-    {"PrinterDefault",   kTicketValueUnset,   ""},
-    {"ColorOff",         0,                   "off"},
-    {"ColorTrapNormal",  2,                   "normal"},
-    {"ColorTrapAdjusted", kAdjustedTrapping,  "adjusted"},
+    // key               ticket value         word                 option
+    {"PrinterDefault",   kTicketValueUnset,   "",                  ""},
+    {"ColorOff",         0,                   "off",               "Off"},
+    {"ColorTrapNormal",  2,                   "normal",            "Normal"},
+    {"ColorTrapAdjusted", kAdjustedTrapping,  "adjusted",          "Adjusted"},
 };
 constexpr ColorChoice kBlackOverprints[] = {
-    // key               ticket value         word
-    {"PrinterDefault",   kTicketValueUnset,   ""},
-    {"ColorOff",         0,                   "off"},
-    {"ColorOverprintText", 1,                 "text"},
-    {"ColorOverprintAll", 2,                  "text-and-graphics"},
+    // key               ticket value         word                 option
+    {"PrinterDefault",   kTicketValueUnset,   "",                  ""},
+    {"ColorOff",         0,                   "off",               "Off"},
+    {"ColorOverprintText", 1,                 "text",              "Text"},
+    {"ColorOverprintAll", 2,                  "text-and-graphics", "TextAndGraphics"},
 };
 // clang-format on
 

@@ -1,5 +1,5 @@
 // What the numbers of a job's full colour adjustments (full_color_options.h) mean: the choices of its menus, with the
-// words by which the printer's controller hears of them.
+// words by which the printer's controller hears of them, and the options of a PPD that says them itself.
 #pragma once
 
 #include "platform/printing/PMTicket.h"
@@ -7,9 +7,10 @@
 #include <span>
 
 struct ColorChoice {
-    const char* key;     // of its text in the table "Localizable"
-    SInt32 ticketValue;  // kTicketValueUnset for the printer's own
-    const char* word;    // empty for the printer's own, and for a profile that has a name
+    const char* key;          // of its text in the table "Localizable"
+    SInt32 ticketValue;       // kTicketValueUnset for the printer's own
+    const char* word;         // empty for the printer's own, and for a profile that has a name
+    const char* option = "";  // of the PPD; empty for the printer's own, and for profiles
 };
 
 std::span<const ColorChoice> RGBProfileChoices();

@@ -177,6 +177,8 @@ struct JobNotesInstruction {
 struct ColorInstruction {
     std::string name;
     std::string value;
+    std::string mainKeyword;  // of the PPD's option that says the same; empty where only the controller can be told
+    std::string option;
 
     bool operator==(const ColorInstruction&) const = default;
 };

@@ -12,12 +12,17 @@ namespace {
 
 using Options = FullColorOptions;
 
+const std::string kCustomOption = "Custom.";
+constexpr SInt32 kMostTrapping = 20;
+
 struct NumberRow {
     const char* name;
+    const char* mainKeyword;
     OSStatus (Options::*get)(SInt32* value) const;
 };
 struct ChoiceRow {
     const char* name;
+    const char* mainKeyword;
     std::span<const ColorChoice> (*choices)();
     OSStatus (Options::*get)(SInt32* value) const;
 };
@@ -33,19 +38,19 @@ struct NameRow {
 };
 
 // clang-format off
-// name, record
 constexpr NumberRow kNumbers[] = {
-    {"tavro-lightness",  &Options::lightness},
-    {"tavro-contrast",   &Options::contrast},
-    {"tavro-saturation", &Options::saturation},
+    // name, main keyword, record
+    {"tavro-lightness",  "TRLightness",   &Options::lightness},
+    {"tavro-contrast",   "TRContrast",    &Options::contrast},
+    {"tavro-saturation", "JCLSaturation", &Options::saturation},
 };
-// name, choices, record
 constexpr ChoiceRow kChoices[] = {
-    {"tavro-trapping",                  TrappingChoices,       &Options::trapping},
-    {"tavro-black-overprint",           BlackOverprintChoices, &Options::blackOverprint},
-    {"tavro-images-rendering-intent",   RenderingChoices,      &Options::imageObjectRendering},
-    {"tavro-text-rendering-intent",     RenderingChoices,      &Options::textObjectRendering},
-    {"tavro-graphics-rendering-intent", RenderingChoices,      &Options::graphicObjectRendering},
+    // name, main keyword, choices, record
+    {"tavro-trapping",                  "JCLTrapping",         TrappingChoices,       &Options::trapping},
+    {"tavro-black-overprint",           "JCLBlackOverprint",   BlackOverprintChoices, &Options::blackOverprint},
+    {"tavro-images-rendering-intent",   "JCLImageRendering",   RenderingChoices,      &Options::imageObjectRendering},
+    {"tavro-text-rendering-intent",     "JCLTextRendering",    RenderingChoices,      &Options::textObjectRendering},
+    {"tavro-graphics-rendering-intent", "JCLGraphicRendering", RenderingChoices,      &Options::graphicObjectRendering},
 };
 // name, choices, kind with a name, record
 constexpr ProfileRow kProfiles[] = {
@@ -63,9 +68,11 @@ constexpr NameRow kNames[] = {
 };
 // clang-format on
 
-std::string wordOf(std::span<const ColorChoice> choices, SInt32 value) {
+/// A number that has no word is its own, and has no option.
+ColorInstruction instructionOf(const char* name, std::span<const ColorChoice> choices, SInt32 value) {
     const auto choice = std::ranges::find(choices, value, &ColorChoice::ticketValue);
-    return choice != choices.end() ? choice->word : std::to_string(value);
+    return choice != choices.end() ? ColorInstruction{name, choice->word, {}, choice->option}
+                                   : ColorInstruction{name, std::to_string(value), {}, {}};
 }
 
 class Reader {
@@ -76,37 +83,43 @@ public:
         for (const NumberRow& row : kNumbers) {
             SInt32 value = kTicketValueUnset;
             (options_.*row.get)(&value);
-            add(row.name, value);
+            addNumber(row.name, row.mainKeyword, value);
         }
         readCast();
         for (const ProfileRow& row : kProfiles) {
             SInt32 kind = kTicketValueUnset;
             CFStringRef name = nullptr;
             (options_.*row.get)(&kind, &name);
-            add(row.name, kind == row.namedKind ? utf8Text(name) : wordOf(row.choices(), kind));
+            add(kind == row.namedKind ? ColorInstruction{row.name, utf8Text(name), {}, {}}
+                                      : instructionOf(row.name, row.choices(), kind));
         }
         for (const NameRow& row : kNames) {
             CFStringRef name = nullptr;
             (options_.*row.get)(&name);
-            add(row.name, utf8Text(name));
+            add({row.name, utf8Text(name), {}, {}});
         }
         for (const ChoiceRow& row : kChoices) {
             SInt32 value = kTicketValueUnset;
             (options_.*row.get)(&value);
-            add(row.name, wordOf(row.choices(), value));
+            add(instructionOf(row.name, row.choices(), value), row.mainKeyword);
         }
         readTrapping();
         return std::move(all_);
     }
 
 private:
-    void add(const char* name, const std::string& value) {
-        if (!value.empty()) {
-            all_.push_back({name, value});
+    void add(ColorInstruction color, const char* mainKeyword = "") {
+        if (!color.value.empty()) {
+            color.mainKeyword = color.option.empty() ? "" : mainKeyword;
+            all_.push_back(std::move(color));
         }
     }
-    void add(const char* name, SInt32 value) {
-        add(name, value == kTicketValueUnset ? std::string() : std::to_string(value));
+    /// A number of another edition has no option.
+    void addNumber(const char* name, const char* mainKeyword, SInt32 value, SInt32 least = -100, SInt32 most = 100) {
+        if (value != kTicketValueUnset) {
+            const std::string number = std::to_string(value);
+            add({name, number, {}, value >= least && value <= most ? kCustomOption + number : ""}, mainKeyword);
+        }
     }
 
     /// Its axes are set together.
@@ -116,9 +129,9 @@ private:
         SInt32 yellowBlue = kTicketValueUnset;
         options_.colorCast(&cyanRed, &magentaGreen, &yellowBlue);
         if (std::ranges::count(std::array{cyanRed, magentaGreen, yellowBlue}, kTicketValueUnset) == 0) {
-            add("tavro-cyan-red", cyanRed);
-            add("tavro-magenta-green", magentaGreen);
-            add("tavro-yellow-blue", yellowBlue);
+            addNumber("tavro-cyan-red", "TRCyanRed", cyanRed);
+            addNumber("tavro-magenta-green", "TRMagentaGreen", magentaGreen);
+            addNumber("tavro-yellow-blue", "TRYellowBlue", yellowBlue);
         }
     }
 
@@ -129,8 +142,8 @@ private:
         options_.trapping(&trapping);
         options_.trappingAdjustment(&slow, &fast);
         if (trapping == kAdjustedTrapping) {
-            add("tavro-trapping-fast", fast);
-            add("tavro-trapping-slow", slow);
+            addNumber("tavro-trapping-fast", "JCLTrapFast", fast, 0, kMostTrapping);
+            addNumber("tavro-trapping-slow", "JCLTrapSlow", slow, 0, kMostTrapping);
         }
     }
 

@@ -298,7 +298,7 @@ Instructions secretInstructions(const JobSecrets& secrets) {
     return all;
 }
 
-bool needsController(const JobInstructions& job, bool finishesByOptions) {
+bool needsController(const JobInstructions& job, bool finishesByOptions, bool hasColorOptions) {
     constexpr int kNoFinishing = 1;
     const bool isDoneByController = job.kind == JobKind::fax || job.kind == JobKind::save ||
                                     job.kind == JobKind::printAndSave || job.kind == JobKind::sampleSet;
@@ -306,5 +306,5 @@ bool needsController(const JobInstructions& job, bool finishesByOptions) {
     const bool hasFinishing =
         !finishesByOptions && finishing.value > kNoFinishing && !finishingsOf(finishing.value).empty();
     return isDoneByController || hasFinishing || finishing.offset != Offset::none || job.notes.has_value() ||
-           !job.colors.empty();
+           (!hasColorOptions && !job.colors.empty());
 }

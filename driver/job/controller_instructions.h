@@ -15,6 +15,6 @@ Instructions controllerInstructions(const JobInstructions& job, const SheetPlan&
 Instructions secretInstructions(const JobSecrets& secrets);
 
 /// Whether there is something that only the controller can do. Such a job carries its instructions always; others when
-/// the user has them sent and there is more to say than the kind. The finishing menu is not one of them on a printer
-/// that finishes by options of its PPD.
-bool needsController(const JobInstructions& job, bool finishesByOptions);
+/// the user has them sent and there is more to say than the kind. The finishing menu and the colors are none of them on
+/// a printer that has options of its PPD for these.
+bool needsController(const JobInstructions& job, bool finishesByOptions, bool hasColorOptions);

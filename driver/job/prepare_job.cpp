@@ -114,6 +114,9 @@ private:
         for (const auto& [keyword, option] : finishingOptionsOf(instructions_.finishing.value)) {
             choose(hasOption(source_.printer, keyword, option), keyword.c_str(), option.c_str());
         }
+        for (const ColorInstruction& color : instructions_.colors) {
+            choose(hasOption(source_.printer, color), color.mainKeyword.c_str(), color.option.c_str());
+        }
         chooseColorCorrection(source_.printer, instructions_.outputColor, job_.settings.get());
         // A booklet may have paper of its own. It is two-sided whatever the job is, and a fax is not.
         const Paper& paper = plan_.papers[plan_.sheets.front().paper];
@@ -135,7 +138,7 @@ private:
         }
         told_ = controllerInstructions(instructions_, plan_);
         const bool isMoreThanItsKind = told_.size() > 1;
-        if (!needsController(instructions_, abilities_.finishes) &&
+        if (!needsController(instructions_, abilities_.finishes, hasOptions(source_.printer, instructions_.colors)) &&
             !(instructions_.hasJobInstructions && isMoreThanItsKind)) {
             told_.clear();
         }

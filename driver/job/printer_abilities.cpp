@@ -3,6 +3,27 @@
 #include "model/finishing.h"
 #include "platform/printing/text.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+struct ToneRow {
+    std::string_view name;  // of the instruction
+    int ColorTones::*tone;
+};
+constexpr std::array kTones{
+    // name, tone
+    ToneRow{"tavro-lightness", &ColorTones::lightness},        ToneRow{"tavro-contrast", &ColorTones::contrast},
+    ToneRow{"tavro-saturation", &ColorTones::saturation},      ToneRow{"tavro-cyan-red", &ColorTones::cyanRed},
+    ToneRow{"tavro-magenta-green", &ColorTones::magentaGreen}, ToneRow{"tavro-yellow-blue", &ColorTones::yellowBlue},
+};
+static_assert(kTones.size() == 6);
+
+}  // namespace
+
 bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option) {
     CFStringRef title = nullptr;
     CFStringRef optionTitle = nullptr;
@@ -14,6 +35,14 @@ bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::str
     CFRelease(title);
     CFRelease(optionTitle);
     return true;
+}
+
+bool hasOption(PMPrinter printer, const ColorInstruction& color) {
+    return !color.option.empty() && hasOption(printer, color.mainKeyword, color.option);
+}
+
+bool hasOptions(PMPrinter printer, const std::vector<ColorInstruction>& colors) {
+    return std::ranges::all_of(colors, [&](const ColorInstruction& color) { return hasOption(printer, color); });
 }
 
 bool isInstalled(PMPrinter printer, PMTicketRef printerInfo, const std::string& mainKeyword,
@@ -38,4 +67,15 @@ PrinterAbilities abilitiesOf(PMPrinter printer) {
     return {PMPrinterReadsPostScript(printer) != 0, hasOption(printer, kMirrorKeyword, "True"),
             hasOption(printer, kRotateKeyword, "True"), hasOption(printer, kNegativeKeyword, "True"),
             hasOption(printer, kFinishingMainKeywords.front(), kNoFinishingOption)};
+}
+
+ColorTones tonesOf(const std::vector<ColorInstruction>& colors, PMPrinter printer) {
+    ColorTones tones;
+    for (const ColorInstruction& color : colors) {
+        const auto* const row = std::ranges::find(kTones, std::string_view(color.name), &ToneRow::name);
+        if (row != kTones.end() && hasOption(printer, color)) {
+            tones.*row->tone = std::atoi(color.value.c_str());
+        }
+    }
+    return tones;
 }

@@ -39,7 +39,9 @@ dup xcheck{pop(procedure)TavroSay}{TavroTell}ifelse(\n)TavroSay}forall
 TavroOut flushfile
 10 dict begin TavroKnown{2 copy known{1 index 1 index get def}{pop}ifelse}forall pop currentdict end
 dup length 0 eq{pop}{TavroSetPageDevice}ifelse}bind def
-/showpage{(\n%TavroPage\n)TavroSay TavroOut flushfile systemdict/showpage get exec}bind def
+/TavroTones{[currentcolortransfer]{userdict/TavroCurve 3 -1 roll put
+[.25 .5 .75]{( )TavroSay userdict/TavroCurve get exec 100 mul round cvi TavroTell}forall}forall}bind def
+/showpage{(\n%TavroPage)TavroSay TavroTones(\n)TavroSay TavroOut flushfile systemdict/showpage get exec}bind def
 end
 )";
 
@@ -199,6 +201,20 @@ constexpr std::string_view kPage = "%TavroPage";
 constexpr std::string_view kError = "Error: /";
 constexpr std::string_view kBox = "%%HiResBoundingBox: ";
 
+/// The same for one that says fewer.
+Tones tonesIn(std::string_view numbers) {
+    std::array<double, kUsualTones.size() * kToneSteps.size()> values{};
+    std::array<double*, values.size()> places;
+    std::ranges::transform(values, places.begin(), [](double& value) { return &value; });
+    Tones tones = kUsualTones;
+    if (readNumbers(numbers, places)) {
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            tones[i / kToneSteps.size()][i % kToneSteps.size()] = static_cast<int>(values[i]);
+        }
+    }
+    return tones;
+}
+
 std::vector<DeviceEvent> eventsIn(std::string_view output) {
     std::vector<DeviceEvent> events;
     for (const std::string_view line : linesOf(output)) {
@@ -212,17 +228,18 @@ std::vector<DeviceEvent> eventsIn(std::string_view output) {
                               0,
                               0,
                               0,
-                              {}};
+                              {},
+                              kUsualTones};
             trim(&event.value);
             events.push_back(std::move(event));
         } else if (line.starts_with(kPage)) {
-            events.push_back({DeviceEvent::Kind::page, {}, {}, 0, 0, 0, 0, {}});
+            events.push_back({DeviceEvent::Kind::page, {}, {}, 0, 0, 0, 0, {}, tonesIn(line.substr(kPage.size()))});
         } else if (line.starts_with(kBox) && !events.empty()) {
             DeviceEvent& page = events.back();
             double* numbers[] = {&page.left, &page.bottom, &page.right, &page.top};
             readNumbers(line.substr(kBox.size()), numbers);
         } else if (line.starts_with(kError)) {
-            events.push_back({DeviceEvent::Kind::error, {}, std::string(line), 0, 0, 0, 0, {}});
+            events.push_back({DeviceEvent::Kind::error, {}, std::string(line), 0, 0, 0, 0, {}, kUsualTones});
         }
     }
     return events;

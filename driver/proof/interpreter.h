@@ -1,6 +1,8 @@
 // Ghostscript as the printer's interpreter.
 #pragma once
 
+#include "driver/proof/proof.h"
+
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,6 +18,7 @@ struct DeviceEvent {
     double right = 0;
     double top = 0;
     std::string text;  // of a page: what can be read, in one line
+    Tones tones = kUsualTones;
 };
 
 /// Runs the PostScript. Nothing, with the reason, when the interpreter cannot be run, or does not come to an end: says

@@ -71,6 +71,7 @@ private:
         side.right = page.right;
         side.top = page.top;
         side.text = page.text;
+        side.tones = page.tones;
         if (isWaiting_ && proof_.sheets.back().device == device_) {
             proof_.sheets.back().side2 = side;
             isWaiting_ = false;

@@ -5,11 +5,17 @@
 // and each page; what becomes of them is what a printer does.
 #pragma once
 
+#include <array>
 #include <map>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
+
+/// What becomes of tones of 25, 50 and 75 per cent of light in red, green, blue and gray, in per cent of light.
+inline constexpr std::array kToneSteps{25, 50, 75};
+using Tones = std::array<std::array<int, kToneSteps.size()>, 4>;
+inline constexpr Tones kUsualTones{kToneSteps, kToneSteps, kToneSteps, kToneSteps};
 
 struct ProofSide {
     bool isBlank = true;
@@ -18,6 +24,7 @@ struct ProofSide {
     double right = 0;
     double top = 0;
     std::string text;  // what can be read there, in one line
+    Tones tones = kUsualTones;
 };
 
 struct ProofSheet {

@@ -24,3 +24,4 @@ JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
     job.mark = instructions.watermark;
     return job;
 }
+    job.tones = tonesOf(instructions.colors, printer);

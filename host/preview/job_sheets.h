@@ -1,6 +1,7 @@
 // A job as its sheets are shown: all that their pictures and words are made of.
 #pragma once
 
+#include "driver/job/printer_abilities.h"
 #include "driver/pages/document.h"
 #include "driver/plan/sheet_plan.h"
 #include "platform/printing/PMPrinter.h"
@@ -17,6 +18,7 @@ struct JobSheets {
     FinishingInstruction finishing;
     bool isNegative = false;
     bool isBlackAndWhite = false;
+    ColorTones tones;
     JobNotesInstruction notes;                 // what the banner page says
     std::optional<WatermarkInstruction> mark;  // one that can be drawn
     Size faxCover;                             // of the page that is the cover sheet; without one it is empty

@@ -1,5 +1,6 @@
 #include "host/preview/sheet_picture.h"
 
+#include "host/preview/color_curves.h"
 #include "host/preview/finish_marks.h"
 #include "host/preview/sheet_words.h"
 #include "host/script/text.h"
@@ -153,9 +154,7 @@ private:
                 drawOutline(&ink, placed);
             }
         }
-        if (job_.isBlackAndWhite) {
-            ink.makeGray();
-        }
+        changeColors(&ink);
         // A side on which nothing is printed stays as it is.
         if (job_.isNegative && !job_.plan.isBlank(view_.isSide2 ? sheet_.side2 : sheet_.side1)) {
             ink.invert();
@@ -165,6 +164,22 @@ private:
         canvas_.print(ink.finish(), {width, 0, 0, -height, 0, height}, outline_);
         for (const auto& [placed, fault] : faults) {
             drawFault(placed, fault);
+        }
+    }
+
+    void changeColors(PixelCanvas* ink) const {
+        if (job_.tones.saturation != 0) {
+            ink->saturate(saturationOf(job_.tones));
+        }
+        if (job_.isBlackAndWhite) {
+            ink->makeGray();
+        }
+        ColorTones tones = job_.tones;
+        if (job_.isBlackAndWhite) {  // no colors are left that a cast could change
+            tones.cyanRed = tones.magentaGreen = tones.yellowBlue = 0;
+        }
+        if (tones != ColorTones()) {
+            ink->bend(curvesOf(tones));
         }
     }
 

@@ -8,6 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 
 namespace {
 
@@ -166,9 +167,21 @@ private:
 
     std::string sideWords(const ProofSide& side) const {
         constexpr std::size_t kMostText = 60;
-        return side.isBlank        ? text("Proof Blank")
-               : side.text.empty() ? text("Proof Without Text")
-                                   : text("Proof Text", {shortened(side.text, kMostText)});
+        const std::string ink = side.isBlank        ? text("Proof Blank")
+                                : side.text.empty() ? text("Proof Without Text")
+                                                    : text("Proof Text", {shortened(side.text, kMostText)});
+        return side.tones == kUsualTones || side.isBlank ? ink : text("Proof With Tones", {ink, toneWords(side.tones)});
+    }
+
+    /// How lighter, darker, negative and tinted pages come out.
+    std::string toneWords(const Tones& tones) const {
+        const auto words = [this](const std::array<int, kToneSteps.size()>& tone) {
+            return text("Proof Tone", {std::to_string(tone[0]), std::to_string(tone[1]), std::to_string(tone[2])});
+        };
+        const bool isOfAll = std::ranges::adjacent_find(tones, std::not_equal_to()) == tones.end();
+        return isOfAll ? text("Proof Tones", {words(kToneSteps), words(tones[0])})
+                       : text("Proof Tones of Colors",
+                              {words(kToneSteps), words(tones[0]), words(tones[1]), words(tones[2]), words(tones[3])});
     }
 
     void tellSheet(const ProofSheet& sheet) {

@@ -95,7 +95,7 @@ private:
     }
 
     void tellColors() {
-        if (job_.isNegative || job_.outputColor == OutputColor::blackAndWhite) {
+        if (job_.isNegative || job_.outputColor == OutputColor::blackAndWhite || !job_.colors.empty()) {
             add("Left Out Colors of PDF");
         }
     }
@@ -141,7 +141,7 @@ private:
                 add("Left Out Saving Only");
                 break;
             default:
-                if (needsController(job_, printer_.finishes)) {
+                if (needsController(job_, printer_.finishes, hasOptions(session_.printer().get(), job_.colors))) {
                     add("Left Out Instructions");
                 }
                 break;

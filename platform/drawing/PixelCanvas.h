@@ -28,6 +28,9 @@ struct CanvasPoint {
 /// The corners of an area, or the ends of the lines of a path.
 using CanvasShape = std::vector<CanvasPoint>;
 
+/// Of each value of a color the one that takes its place.
+using ToneCurve = std::array<unsigned char, 256>;
+
 /// As PDF has it: x' = a x + c y + e, y' = b x + d y + f.
 using CanvasMatrix = std::array<double, 6>;
 
@@ -53,6 +56,10 @@ public:
     /// All that has been drawn: what is dark becomes light.
     void invert();
     void makeGray();
+    /// Colors as far from the gray that is as light as they are, times a factor of 0 or more.
+    void saturate(double factor);
+    /// Of red, green and blue.
+    void bend(const std::array<ToneCurve, 3>& curves);
 
     /// Ends the drawing.
     Pixels finish();

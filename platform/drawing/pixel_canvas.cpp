@@ -38,7 +38,8 @@ struct PixelCanvas::Surface {
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     }
 
-    void change(QRgb (*changed)(QRgb)) {
+    template <typename Changed>
+    void change(Changed changed) {
         for (int y = 0; y < image.height(); ++y) {
             auto* const row = reinterpret_cast<QRgb*>(image.scanLine(y));
             std::transform(row, row + image.width(), row, changed);
@@ -125,6 +126,22 @@ void PixelCanvas::makeGray() {
     surface_->change([](QRgb pixel) {
         const int gray = qGray(pixel);
         return qRgba(gray, gray, gray, qAlpha(pixel));
+    });
+}
+
+void PixelCanvas::saturate(double factor) {
+    surface_->change([factor](QRgb pixel) {
+        const int gray = qGray(pixel);
+        const auto moved = [&](int value) { return std::clamp(qRound(gray + (value - gray) * factor), 0, 255); };
+        return qRgba(moved(qRed(pixel)), moved(qGreen(pixel)), moved(qBlue(pixel)), qAlpha(pixel));
+    });
+}
+
+void PixelCanvas::bend(const std::array<ToneCurve, 3>& curves) {
+    surface_->change([&](QRgb pixel) {
+        return qRgba(curves[0][static_cast<std::size_t>(qRed(pixel))],
+                     curves[1][static_cast<std::size_t>(qGreen(pixel))],
+                     curves[2][static_cast<std::size_t>(qBlue(pixel))], qAlpha(pixel));
     });
 }
 

@@ -162,7 +162,7 @@ TEST(ControllerInstructions, SayWhatWasAskedFor) {
     plain.paper = {.size = "A4", .color = "White", .type = kPlainType};
     plain.finishing = {0, "", false, Offset::none, 1, "Auto", "None", "None"};
     EXPECT_EQ(lines(tell(plain)), "tavro-job-kind=print\n");
-    EXPECT_FALSE(needsController(plain, false));
+    EXPECT_FALSE(needsController(plain, false, false));
 
     const std::vector<JobInstructions> jobs = jobsWithEverything();
     EXPECT_EQ(lines(tell(jobs[0]), "cover-front-type") + lines(tell(jobs[0]), "cover-back-type"),
@@ -222,7 +222,7 @@ TEST(ControllerInstructions, NoTextEndsALine) {
 }
 
 TEST(ControllerInstructions, SomeJobsNeedThem) {
-    std::vector<JobInstructions> jobs(7);
+    std::vector<JobInstructions> jobs(8);
     jobs[0].kind = JobKind::fax;
     jobs[1].kind = JobKind::save;
     jobs[2].kind = JobKind::printAndSave;
@@ -230,14 +230,16 @@ TEST(ControllerInstructions, SomeJobsNeedThem) {
     jobs[4].finishing.offset = Offset::sets;
     jobs[5].finishing.value = 1'005'010;
     jobs[6].notes = JobNotesInstruction{.specialInstructions = "Mind the ink"};
+    jobs[7].colors = allColors();
     for (const JobInstructions& job : jobs) {
-        EXPECT_TRUE(needsController(job, false)) << lines(tell(job));
+        EXPECT_TRUE(needsController(job, false, false)) << lines(tell(job));
     }
-    EXPECT_FALSE(needsController(jobs[5], true)) << "the printer has options for it";
+    EXPECT_FALSE(needsController(jobs[5], true, false)) << "the printer has options for it";
+    EXPECT_FALSE(needsController(jobs[7], false, true)) << "the same";
     JobInstructions other;
     other.kind = JobKind::delayed;
     for (const int value : {0, 1, 9, 1'000'000}) {  // default, none, and numbers that mean nothing
         other.finishing.value = value;
-        EXPECT_FALSE(needsController(other, false)) << value;
+        EXPECT_FALSE(needsController(other, false, false)) << value;
     }
 }

@@ -462,6 +462,46 @@ TEST_F(PaperRow, JobsAndTheirController) {
           kZR410);
 }
 
+// Curves hold on all pages, beside the other things that change them; what a number cannot mean is the controller's.
+TEST_F(PaperRow, Colors) {
+    const std::string cast =
+        dict("FCColorCast", number("FCCyanRed", 100) + number("FCMagentaGreen", 0) + number("FCYellowBlue", -100));
+    const auto colors = [&](const std::string& record) { return dict(kTavro + "FullColorOptions", record); };
+    check({{"adjusted",
+            colors(number("FCLightness", 50) + number("FCSaturation", -20) + number("FCTrapping", 1) +
+                   number("FCTrappingFastDirection", 0) + number("FCTrappingSlowDirection", 20) +
+                   number("FCBlackOverprint", 2) + number("ImageRendering", 0) + number("TextRendering", 3) +
+                   number("GraphicRendering", 2)) +
+                item("EmitTPIF", 0) + pages("1"),
+            "[P1]",
+            {"SET TRSATURATION=-20", "SET TRTRAPPING=ADJUSTED", "SET TRTRAPFAST=0", "SET TRTRAPSLOW=20",
+             "SET TRBLACKOVERPRINT=TEXTANDGRAPHICS", "SET TRIMAGERENDERING=PERCEPTUAL", "SET TRTEXTRENDERING=ABSOLUTE",
+             "SET TRGRAPHICRENDERING=SATURATION", "!tavro-"}},
+           {"as the printer has them", pages("1"), "[P1]", {"!SET TRSATURATION", "!SET TRTRAP", "!tavro-"}},
+           {"of another edition",
+            colors(number("FCSaturation", 101) + number("FCBlackOverprint", 9)) + pages("1"),
+            "[P1]",
+            {"!SET TRSATURATION", "!SET TRBLACKOVERPRINT", "tavro-saturation=101", "tavro-black-overprint=9"}}},
+          kZR840);
+
+    const auto tonesOf = [&](const std::string& items, std::size_t sheet = 0) {
+        const Proof proof = proofOf(items, {}, kZR840);
+        return proof.sheets.size() > sheet ? proof.sheets[sheet].side1.tones : Tones();
+    };
+    const std::string darkest = exceptions(exception(2, 2, stock(kYellow) + number("LightenDarken", 3)));
+    EXPECT_EQ(tonesOf(pages("1")), kUsualTones);
+    const std::array contrast{13, 50, 88};
+    EXPECT_EQ(tonesOf(colors(number("FCContrast", 100)) + pages("1")), (Tones{contrast, contrast, contrast, contrast}));
+    EXPECT_EQ(graysOf(1), (Grays{255, 128}));
+    const Tones tinted{{{50, 71, 87}, {38, 61, 82}, {25, 50, 75}, {38, 61, 82}}};
+    const std::string light = colors(number("FCLightness", 50) + cast) + darkest;
+    EXPECT_EQ(tonesOf(light), tinted);
+    EXPECT_EQ(tonesOf(light, 2), tinted);
+    EXPECT_EQ(tonesOf(light, 1)[0], (std::array{31, 55, 78})) << "and the darkest";
+    EXPECT_EQ(tonesOf(light + dict(kTavro + "InvertImageOptions", number("NegativeImage", 1)))[0],
+              (std::array{50, 29, 13}));
+}
+
 TEST_F(PaperRow, Images) {
     WatermarkRecord picture{};
     picture.kind = kImageWatermark;

@@ -68,6 +68,30 @@ TEST_F(TellsJobs, AndWhatIsDoneToEachSet) {
     EXPECT_EQ(finishing("TRBooklet SquareFold"), "Finishing: folded square, and trimmed\n");
 }
 
+TEST_F(TellsJobs, AndHowColorsComeOut) {
+    const std::string ppd = sourcePath("resources/ppd/Tavro-ZR840.ppd");
+    const auto told = [&](const std::string& record) {
+        return run({"--proof", made("<key>com.apple.print.PrintSettings.PMPageRange</key><string>1</string>"
+                                    "<key>com.tavro.print.FullColorOptions</key><dict>" +
+                                        record + "</dict>",
+                                    ppd)})
+            .output;
+    };
+    const std::string contrast = told("<key>FCContrast</key><integer>-100</integer>");
+    EXPECT_NE(contrast.find("side 1: “Page 1” (light of 25, 50 and 75% comes out as 35, 50 and 65%)\n"),
+              std::string::npos)
+        << contrast;
+    const std::string cast = told(
+        "<key>FCColorCast</key><dict><key>FCCyanRed</key><integer>0</integer><key>"
+        "FCMagentaGreen</key><integer>0</integer><key>FCYellowBlue</key><integer>100"
+        "</integer></dict><key>FCTrapping</key><integer>2</integer>");
+    EXPECT_NE(cast.find("(light of 25, 50 and 75% comes out as 25, 50 and 75% of red, 25, 50 and 75% of green, 38, 61 "
+                        "and 82% of blue and 25, 50 and 75% of gray)\n"),
+              std::string::npos)
+        << cast;
+    EXPECT_TRUE(has(cast, "Command: TRTRAPPING = NORMAL")) << cast;
+}
+
 TEST_F(TellsJobs, OrWhyNot) {
     const Run none = run({"--proof", kTenPages});
     EXPECT_EQ(none.status, 4);

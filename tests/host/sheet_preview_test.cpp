@@ -2,6 +2,7 @@
 
 #include "driver/pages/document.h"
 #include "driver/pages/make_pages.h"
+#include "host/preview/color_curves.h"
 #include "host/preview/finish_marks.h"
 #include "host/preview/page_sources.h"
 #include "host/preview/sheet_words.h"
@@ -180,6 +181,24 @@ TEST_F(SheetPreview, ShowsPaperAndWhatIsDoneToIt) {
     EXPECT_EQ(valuesAt(job, 2, false, tabs),
               (std::vector<std::uint32_t>{valueOf(kYellow), 0, valueOf(kYellow)}));  // the first tab of a bank
     EXPECT_EQ(valuesAt(job, 3, false, tabs), (std::vector<std::uint32_t>{0, valueOf(kYellow), valueOf(kYellow)}));
+}
+
+// As Ghostscript draws them with the PPD's code.
+TEST_F(SheetPreview, HasTheColorsOfTheJob) {
+    const std::vector<CanvasPoint> points{{304, 104}, {304, 50}, {120, 160}};  // on the gray, the paper, and the black
+    const auto with = [&](const ColorTones& tones) {
+        JobSheets job = plan();
+        job.tones = tones;
+        return valuesAt(job, 0, false, points);
+    };
+    const std::uint32_t white = valueOf({255, 255, 255});
+    const std::uint32_t black = valueOf({0, 0, 0});
+    EXPECT_EQ(with({.contrast = 100}), with({}));
+    EXPECT_EQ(with({.lightness = 50}), (std::vector{valueOf({157, 157, 157}), white, black}));
+    EXPECT_EQ(with({.lightness = -50, .cyanRed = 100}), (std::vector{valueOf({128, 96, 96}), white, black}));
+    EXPECT_EQ(with({.saturation = -100, .yellowBlue = -100}), (std::vector{valueOf({128, 128, 96}), white, black}));
+    EXPECT_EQ(curvesOf({.contrast = 100})[0][64], 32);
+    EXPECT_EQ(saturationOf({.saturation = -100}), 0);
 }
 
 // The options of the PPD end with their place: "2HolePunchL".
