@@ -7,6 +7,7 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -33,12 +34,13 @@ constexpr std::array kOptions{
 static_assert(kOptions.size() == 11);
 
 constexpr std::string_view kHalfSheetFold = "tavro-fold-half-z-";
+constexpr std::string_view kBookletFold = "tavro-fold-booklet";
 
-enum class Work { fold, foldAndStaple, trim, cornerStaple, staples, holes, tape };
+enum class Work { halfFold, cFold, zFold, halfSheetFold, booklet, trimmedBooklet, cornerStaple, staples, holes, tape };
 struct WorkRow {
     std::string_view start;  // of the finishing; what follows is an edge, a corner, or the way of folding
     Work work;
-    int count;               // of staples, of holes, or of the parts that folds leave
+    int count;               // of staples or holes
 };
 constexpr std::array kWorks{
     // start                          work                 count
@@ -50,16 +52,19 @@ constexpr std::array kWorks{
     WorkRow{"punch-dual-",            Work::holes,         2},
     WorkRow{"punch-triple-",          Work::holes,         3},
     WorkRow{"punch-quad-",            Work::holes,         4},
-    WorkRow{kHalfSheetFold,           Work::fold,          4},
-    WorkRow{"tavro-fold-letter-",     Work::fold,          3},
-    WorkRow{"tavro-fold-z-",          Work::fold,          3},
-    WorkRow{"tavro-fold-",            Work::fold,          2},
-    WorkRow{"saddle-stitch",          Work::foldAndStaple, 2},
-    WorkRow{"booklet-maker",          Work::foldAndStaple, 2},
-    WorkRow{"tavro-custom",           Work::trim,          2},
+    WorkRow{kHalfSheetFold,           Work::halfSheetFold, 0},
+    WorkRow{"tavro-fold-letter-",     Work::cFold,         0},
+    WorkRow{"tavro-fold-z-",          Work::zFold,         0},
+    WorkRow{"tavro-fold-half-",       Work::halfFold,      0},
+    WorkRow{kBookletFold,             Work::halfFold,      0},
+    WorkRow{"saddle-stitch",          Work::booklet,       2},
+    WorkRow{"booklet-maker",          Work::booklet,       2},
+    WorkRow{"tavro-custom",           Work::trimmedBooklet, 2},
 };
-static_assert(kWorks.size() == 15);
+static_assert(kWorks.size() == 16);
 // clang-format on
+
+constexpr std::string_view kPrintInside = "inside";
 
 constexpr double kStapleLength = 34;  // 12 mm
 constexpr double kStapleDepth = 20;
@@ -77,13 +82,20 @@ public:
         }
         const std::string_view place = finishing.substr(row->start.size());
         switch (row->work) {
-            case Work::fold:
-                return addFolds(row->count, place);
-            case Work::foldAndStaple:
-                addFolds(row->count, place);
+            case Work::halfFold:
+                return addFold(0.5, place != kPrintInside, true);
+            case Work::cFold:
+                return addCFold(place != kPrintInside);
+            case Work::zFold:
+                addFold(1.0 / 3, place == kPrintInside, true);
+                return addFold(2.0 / 3, place != kPrintInside, false);
+            case Work::halfSheetFold:
+                return addHalfSheetFold(place);
+            case Work::booklet:
+                addFold(0.5, true, true);
                 return addStaplesOnFold();
-            case Work::trim:
-                addFolds(row->count, place);
+            case Work::trimmedBooklet:
+                addFold(0.5, true, true);
                 addStaplesOnFold();
                 return addTrim();
             case Work::cornerStaple:
@@ -109,8 +121,8 @@ public:
     std::vector<FinishMark> take() { return std::move(marks_); }
 
 private:
-    void add(FinishMark::Kind kind, const CanvasPoint& from, const CanvasPoint& to) {
-        marks_.push_back({kind, from, to});
+    void add(FinishMark::Kind kind, const CanvasPoint& from, const CanvasPoint& to, bool isAway = false) {
+        marks_.push_back({kind, from, to, isAway});
     }
 
     [[nodiscard]] double lengthOf(std::string_view edge) const {
@@ -144,32 +156,43 @@ private:
         add(FinishMark::Kind::staple, point(kNear, kFar), point(kFar, kNear));
     }
 
-    /// Lines across the long side.
-    void addAcross(FinishMark::Kind kind, double part) {
-        if (paper_.isLandscape()) {
-            add(kind, {paper_.width * part, 0}, {paper_.width * part, paper_.height});
-        } else {
-            add(kind, {0, paper_.height * part}, {paper_.width, paper_.height * part});
-        }
+    [[nodiscard]] double longSide() const { return std::max(paper_.width, paper_.height); }
+    /// A point on the sheet, by its distance from the lower or left end of the long side, and along the other one.
+    [[nodiscard]] CanvasPoint onSheet(double across, double along) const {
+        return paper_.isLandscape() ? CanvasPoint{across, paper_.height - along} : CanvasPoint{along, across};
     }
-    void addFold(double part) { addAcross(FinishMark::Kind::fold, part); }
+    /// Lines across the long side.
+    void addAcross(FinishMark::Kind kind, double part, bool isAway = false) {
+        const double place = longSide() * part;
+        add(kind, onSheet(place, 0), onSheet(place, std::min(paper_.width, paper_.height)), isAway);
+    }
+    /// What is folded is the part below the line, or left of it; else that above.
+    void addFold(double part, bool isAway, bool isOfLowerPart) {
+        constexpr double kHalfTurn = 24;
+        constexpr double kAlong = 0.12;  // of the line
+        addAcross(FinishMark::Kind::fold, part, isAway);
+        const double place = longSide() * part;
+        const double along = std::min(paper_.width, paper_.height) * kAlong;
+        const double back = isOfLowerPart ? -kHalfTurn : kHalfTurn;
+        add(FinishMark::Kind::turn, onSheet(place + back, along), onSheet(place - back, along), isAway);
+    }
+    /// The part that is folded first lies within the others and is shorter.
+    void addCFold(bool isAway) {
+        constexpr double kShorter = 9;  // 3 mm
+        addFold(1.0 / 3 - kShorter * 2 / 3 / longSide(), isAway, true);
+        addFold(2.0 / 3 - kShorter / 3 / longSide(), isAway, false);
+    }
     /// Of a booklet, whose open edge is both ends of the sheet.
     void addTrim() {
-        const double part = kTrim / std::max(paper_.width, paper_.height);
+        const double part = kTrim / longSide();
         addAcross(FinishMark::Kind::trim, part);
         addAcross(FinishMark::Kind::trim, 1 - part);
     }
-    void addFolds(int parts, std::string_view place) {
-        constexpr int kHalfAndQuarter = 4;
-        if (parts == kHalfAndQuarter) {  // the half that is folded back lies at that side, which is up on upright paper
-            const bool isFirst = place == "left";
-            addFold(0.5);
-            addFold(isFirst == paper_.isLandscape() ? 0.25 : 0.75);
-            return;
-        }
-        for (int i = 1; i < parts; ++i) {
-            addFold(static_cast<double>(i) / parts);
-        }
+    /// The half that is folded over, and back again, lies at that side, which is up on upright paper.
+    void addHalfSheetFold(std::string_view side) {
+        const bool isLower = (side == "left") == paper_.isLandscape();
+        addFold(0.5, false, isLower);
+        addFold(isLower ? 0.25 : 0.75, true, isLower);
     }
 
     void addStaplesOnFold() {
@@ -205,7 +228,7 @@ std::vector<FinishMark> finishMarks(const FinishingInstruction& finishing, bool 
         }
     }
     if (isBooklet && !marks.hasFold()) {
-        marks.add("tavro-fold-booklet");
+        marks.add(kBookletFold);
     }
     return marks.take();
 }

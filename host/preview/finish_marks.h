@@ -11,11 +11,13 @@ struct FinishMark {
         staple,  // from one end of its wire to the other
         hole,    // its middle is where it begins
         fold,    // a line across the sheet
+        turn,    // of a fold: from the part that is folded to where it comes to lie
         tape,    // of a binding: a line along the middle of it
         trim,    // the line along which an edge is cut off
     } kind;
     CanvasPoint from;
     CanvasPoint to;
+    bool isAway = false;  // of a fold and its turn: the part comes behind side 1
 };
 
 /// In points of side 1, as it stands upright. A booklet has a fold, whether the printer makes it or its reader does.

@@ -1,6 +1,16 @@
 #include "host/preview/job_sheets.h"
 
-#include "driver/job/printer_abilities.h"
+#include <algorithm>
+
+bool JobSheets::isFinished(const Sheet& sheet) const {
+    return sheet.kind != SheetKind::slipSheet && sheet.kind != SheetKind::faxCover && sheet.kind != SheetKind::banner;
+}
+
+bool JobSheets::isHalfSheet(const Sheet& sheet) const {
+    const auto areaOf = [](const PaperShape& paper) { return paper.size.width * paper.size.height; };
+    const auto [smallest, largest] = std::ranges::minmax_element(papers, {}, areaOf);
+    return areaOf(*smallest) == areaOf(*largest) || areaOf(papers[sheet.paper]) > areaOf(*smallest);
+}
 
 JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
                       std::shared_ptr<const std::vector<Size>> pages, PMPrinter printer) {
@@ -21,7 +31,7 @@ JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
     job.finishing = instructions.finishing;
     job.isNegative = instructions.isNegative && abilitiesOf(printer).printsNegatives;
     job.isBlackAndWhite = instructions.outputColor == OutputColor::blackAndWhite;
+    job.tones = tonesOf(instructions.colors, printer);
     job.mark = instructions.watermark;
     return job;
 }
-    job.tones = tonesOf(instructions.colors, printer);

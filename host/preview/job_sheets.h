@@ -22,6 +22,11 @@ struct JobSheets {
     JobNotesInstruction notes;                 // what the banner page says
     std::optional<WatermarkInstruction> mark;  // one that can be drawn
     Size faxCover;                             // of the page that is the cover sheet; without one it is empty
+
+    /// Whether the finisher does to the sheet what it does to the set.
+    [[nodiscard]] bool isFinished(const Sheet& sheet) const;
+    /// Larger than others of the job; where all are of one size, each is.
+    [[nodiscard]] bool isHalfSheet(const Sheet& sheet) const;
 };
 
 /// What becomes of a document on a printer, as the driver makes it; the plan is that of the instructions for so many

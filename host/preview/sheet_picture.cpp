@@ -259,31 +259,26 @@ private:
 
     void drawHole(const CanvasPoint& middle) { canvas_.disk(middle, kHoleRadius * place_.factor, kHole); }
 
-    /// Larger than others of the job; where all are of one size, each is.
-    [[nodiscard]] bool isHalfSheet(const Size& paper) const {
-        const auto areaOf = [](const Size& size) { return size.width * size.height; };
-        const auto [smallest, largest] =
-            std::ranges::minmax_element(job_.papers, {}, [&](const PaperShape& each) { return areaOf(each.size); });
-        return areaOf(smallest->size) == areaOf(largest->size) || areaOf(paper) > areaOf(smallest->size);
-    }
-
     void finish() {
-        if (sheet_.kind == SheetKind::slipSheet || sheet_.kind == SheetKind::faxCover) {
+        if (!job_.isFinished(sheet_)) {
             return;
         }
         const Size& paper = job_.papers[sheet_.paper].size;
-        for (const FinishMark& mark : finishMarks(job_.finishing, job_.layout.isBooklet, paper, isHalfSheet(paper))) {
+        for (const FinishMark& mark :
+             finishMarks(job_.finishing, job_.layout.isBooklet, paper, job_.isHalfSheet(sheet_))) {
             const auto seen = [&](const CanvasPoint& point) {
                 const CanvasPoint side = view_.isSide2 ? turnedOver(point, paper, sheet_.sides) : point;
                 return through(place_.toPicture, side.x, side.y);
             };
-            drawMark(mark.kind, seen(mark.from), seen(mark.to));
+            drawMark(mark.kind, seen(mark.from), seen(mark.to), mark.isAway != view_.isSide2);
         }
     }
 
-    void drawMark(FinishMark::Kind kind, const CanvasPoint& from, const CanvasPoint& to) {
+    /// `isBehind` is the part that is folded, as the sheet is seen.
+    void drawMark(FinishMark::Kind kind, const CanvasPoint& from, const CanvasPoint& to, bool isBehind) {
         constexpr double kStapleThickness = 2.5;
         constexpr double kDashes = 4;
+        constexpr double kDots = 1.5;
         const double scale = view_.scale;
         switch (kind) {
             case FinishMark::Kind::staple:
@@ -294,7 +289,10 @@ private:
                 drawHole(from);
                 break;
             case FinishMark::Kind::fold:
-                canvas_.line({from, to}, scale, kFold, kDashes * scale);
+                canvas_.line({from, to}, scale, kFold, (isBehind ? kDots : kDashes) * scale);
+                break;
+            case FinishMark::Kind::turn:
+                drawArrow(from, to, isBehind);
                 break;
             case FinishMark::Kind::trim:
                 canvas_.line({from, to}, scale, kTrim);
@@ -302,6 +300,24 @@ private:
             case FinishMark::Kind::tape:
                 canvas_.line({from, to}, kTapeWidth * place_.factor, kTape);
                 break;
+        }
+    }
+
+    /// In front of the sheet with a full head, behind it with an open one.
+    void drawArrow(const CanvasPoint& from, const CanvasPoint& to, bool isBehind) {
+        constexpr double kHead = 0.4;
+        constexpr double kThickness = 1.5;
+        constexpr double kDots = 1.5;
+        const double scale = view_.scale;
+        const CanvasPoint way{to.x - from.x, to.y - from.y};
+        const CanvasPoint neck{to.x - way.x * kHead, to.y - way.y * kHead};
+        const CanvasPoint half{-way.y * kHead / 2, way.x * kHead / 2};
+        const CanvasShape head{{neck.x + half.x, neck.y + half.y}, to, {neck.x - half.x, neck.y - half.y}};
+        canvas_.line({from, isBehind ? to : neck}, kThickness * scale, kFold, isBehind ? kDots * scale : 0);
+        if (isBehind) {
+            canvas_.line(head, kThickness * scale, kFold);
+        } else {
+            canvas_.fill(head, kFold);
         }
     }
 

@@ -1,5 +1,7 @@
 #include "host/preview/sheet_words.h"
 
+#include "driver/job/instruction_values.h"
+#include "host/preview/finish_marks.h"
 #include "host/preview/sheet_picture.h"
 #include "host/script/text.h"
 #include "host/settings/paper_words.h"
@@ -112,6 +114,35 @@ std::string paperWords(const Paper& paper, const Paper& other, const PrintSessio
     return all;
 }
 
+/// What the printer calls the folds of a sheet; empty for one without.
+std::string foldWords(const JobSheets& job, const Sheet& sheet, const PrintSession& session, CFBundleRef texts) {
+    if (!job.isFinished(sheet)) {
+        return {};
+    }
+    const auto marks = finishMarks(job.finishing, false, job.papers[sheet.paper].size, job.isHalfSheet(sheet));
+    if (std::ranges::find(marks, FinishMark::Kind::fold, &FinishMark::kind) == marks.end()) {
+        return {};
+    }
+    auto options = finishingOptionsOf(job.finishing.value);
+    options.emplace_back("TRFoldOptions", job.finishing.folds);
+    for (const auto& [mainKeyword, option] : options) {
+        const bool isFold = mainKeyword.starts_with("TRFold") && option.find("Fold") != option.npos;
+        if (const auto words = isFold ? settingWords(session, texts, mainKeyword, option) : std::nullopt) {
+            return words->choice;
+        }
+    }
+    return {};
+}
+
+/// "subset 2 of 6"; empty in a stack without them.
+std::string subsetWords(const JobSheets& job, std::size_t sheet, CFBundleRef texts) {
+    const auto& sheets = job.plan.sheets;
+    const auto last = std::ranges::count(sheets, true, &Sheet::beginsSubset) + 1;
+    const auto end = sheets.begin() + static_cast<std::ptrdiff_t>(sheet) + 1;
+    const auto number = std::count_if(sheets.begin(), end, [](const Sheet& each) { return each.beginsSubset; }) + 1;
+    return last == 1 ? std::string() : text(texts, "Preview Subset", {std::to_string(number), std::to_string(last)});
+}
+
 }  // namespace
 
 std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, const PrintSession& session,
@@ -123,7 +154,11 @@ std::string sheetWords(const JobSheets& job, std::size_t sheet, bool isSide2, co
     // On which paper a banner page comes is the printer's own affair.
     const std::string paper =
         shown.kind == SheetKind::banner ? std::string() : paperWords(job.plan.papers[shown.paper], {}, session, texts);
-    return paper.empty() ? side : text(texts, "Preview Paper", {side, paper});
+    std::string all = paper.empty() ? side : text(texts, "Preview Paper", {side, paper});
+    for (const std::string& more : {foldWords(job, shown, session, texts), subsetWords(job, sheet, texts)}) {
+        all = more.empty() ? all : text(texts, "Preview Paper", {all, more});
+    }
+    return all;
 }
 
 std::vector<std::string> bannerWords(const JobSheets& job, CFBundleRef texts) {
@@ -174,7 +209,15 @@ std::string stackWords(const JobSheets& job, const PrintSession& session, CFBund
     if (rest > 0) {
         all = text(texts, "Preview Rest of Papers", {all, std::to_string(rest)});
     }
+    if (const auto ends = std::ranges::count(plan.sheets, true, &Sheet::beginsSubset); ends > 0) {
+        const int pages = job.finishing.pagesPerSubset;
+        all = pages == 1 ? text(texts, "Preview Subsets of Page", {all, std::to_string(ends + 1)})
+                         : text(texts, "Preview Subsets", {all, std::to_string(ends + 1), std::to_string(pages)});
+    }
     all = ofCopies(all, plan.copies, texts);
+    if (job.finishing.offset == Offset::sets && plan.copies > 1 && plan.isCollated) {
+        all = text(texts, "Preview Offset Sets", {all});
+    }
     return plan.hasBanner ? text(texts, "Preview With Banner", {all}) : all;
 }
 

@@ -234,13 +234,33 @@ TEST_F(SheetPreview, HasTheMarksOfEachFinishingAtItsPlace) {
         } else if (option.find("Fold") != option.npos) {
             const bool isBooklet = option.starts_with("Bi") || row.value == kFinishingValueCustom;
             EXPECT_EQ(count(marks, Kind::fold), isBooklet ? 1 : 2);
+            EXPECT_EQ(count(marks, Kind::turn), count(marks, Kind::fold));
             EXPECT_EQ(count(marks, Kind::trim), row.value == kFinishingValueCustom ? 2 : 0);
         } else {
             EXPECT_EQ(marks.empty(), row.value == kFinishingValueNone);
         }
     }
-    EXPECT_EQ(marksOf(FinishingValueOf({.staple = 20, .punch = 61, .halfSheetFold = 90})).size(), 2u + 3u + 2u);
+    EXPECT_EQ(marksOf(FinishingValueOf({.staple = 20, .punch = 61, .halfSheetFold = 90})).size(), 2u + 3u + 4u);
     EXPECT_TRUE(finishMarks({.value = 90}, false, paper, false).empty()) << "others are not folded";
+
+    // Which way each fold goes, from the left or from below: the part before it, or behind, and to which side.
+    const auto turnsOf = [&](SInt32 value, const Size& sheet) {
+        std::string turns;
+        for (const FinishMark& mark : finishMarks({.value = value}, false, sheet, true)) {
+            if (mark.kind == Kind::turn) {
+                const bool isForward = mark.to.x + mark.to.y > mark.from.x + mark.from.y;
+                turns += std::string(isForward ? ">" : "<") + (mark.isAway ? "behind " : "over ");
+            }
+        }
+        return turns;
+    };
+    const Size large{1224, 792};
+    EXPECT_EQ(turnsOf(82, paper) + turnsOf(83, paper), ">over >behind ");
+    EXPECT_EQ(turnsOf(84, paper), ">over <over ") << "C";
+    EXPECT_EQ(turnsOf(85, large), ">behind <behind ");
+    EXPECT_EQ(turnsOf(86, paper), ">behind <over ") << "Z";
+    EXPECT_EQ(turnsOf(87, large), ">over <behind ");
+    EXPECT_EQ(turnsOf(90, large) + turnsOf(91, large), ">over >behind <over <behind ") << "half sheets";
 
     // The places are the sheet's, however the pages lie on it.
     const std::vector<CanvasPoint> corners{{26, 766}, {586, 766}, {586, 26}};
@@ -296,6 +316,23 @@ TEST_F(SheetPreview, SaysWhatItShows) {
     EXPECT_EQ(words(1, false), "Sheet 2 of 2, front: insert, blank; Yellow, Letter (8.5 x 11 in)");
     EXPECT_EQ(sideWords(job, 0, true, bundle.get()), "of 2, back");
     EXPECT_EQ(stackWords(job, *settings, bundle.get()), "5 pages on 2 sheets, 1 of them Yellow");
+}
+
+TEST_F(SheetPreview, SaysWhatLiesOffsetAndWhatIsFolded) {
+    printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR840.ppd"));
+    const auto settings = session("");
+    instructions.finishing = {.value = 87, .offset = Offset::subsets, .pagesPerSubset = 2};
+    instructions.copies = 3;
+    const auto words = [&](std::size_t sheet) { return sheetWords(plan(), sheet, false, *settings, bundle.get()); };
+    EXPECT_EQ(words(0), "Sheet 1 of 5, front: page 1; Letter (8.5 x 11 in); Z Fold, Print Outside; subset 1 of 3");
+    EXPECT_TRUE(words(4).ends_with("; subset 3 of 3")) << words(4);
+    EXPECT_EQ(stackWords(plan(), *settings, bundle.get()),
+              "5 pages on 5 sheets, in 3 subsets of 2 pages, in each of 3 copies");
+    instructions.finishing = {.value = 90, .offset = Offset::sets};
+    instructions.exceptions = {{.pages = {5, 5}, .paper = {.size = "Tabloid"}}};
+    EXPECT_EQ(words(0), "Sheet 1 of 5, front: page 1; Letter (8.5 x 11 in)");
+    EXPECT_TRUE(words(4).ends_with("; Z Fold Half Sheet, Left")) << words(4);
+    EXPECT_TRUE(stackWords(plan(), *settings, bundle.get()).ends_with("in each of 3 copies, each offset"));
 }
 
 TEST_F(SheetPreview, HasTheBannerPageInFrontOnce) {
