@@ -56,7 +56,7 @@ private:
             proof_.isCollated = value != "false";
         } else if (isFinishing(key)) {
             proof_.finishing[key] = value;
-        } else if (isNothing(value)) {
+        } else if (isNothing(value) && !(key == "MediaPosition" && value == "0")) {  // which is the first tray
             device_.erase(key);
         } else {
             device_[key] = value;

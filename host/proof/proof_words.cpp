@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <map>
 
 namespace {
 
@@ -165,6 +167,27 @@ private:
         return text("Proof Size", {std::to_string(std::lround(width)), std::to_string(std::lround(height))});
     }
 
+    /// What the printer calls the tray whose code asks for a position; the position where none does.
+    std::string trayWords(const std::string& position) {
+        const auto [tray, isNew] = trays_.try_emplace(position, position);
+        constexpr const char* kKeyword = "InputSlot";
+        const std::string wish = "/MediaPosition " + position;
+        for (const std::string& slot : isNew ? session_.choices().options(kKeyword) : std::vector<std::string>()) {
+            CFStringRef code = nullptr;
+            if (PMPrinterCopyOptionCode(printer_.get(), cfString(kKeyword).get(), cfString(slot).get(), &code) !=
+                noErr) {
+                continue;
+            }
+            const std::string text = utf8(CFRef<CFStringRef>::adopt(code).get());
+            const std::size_t end = text.find(wish) + wish.size();
+            if (text.find(wish) != text.npos && (end == text.size() || std::isdigit(text[end]) == 0)) {
+                tray->second = option(kKeyword, slot);
+                break;
+            }
+        }
+        return tray->second;
+    }
+
     std::string sideWords(const ProofSide& side) const {
         constexpr std::size_t kMostText = 60;
         const std::string ink = side.isBlank        ? text("Proof Blank")
@@ -202,6 +225,9 @@ private:
             if (const std::string value = sheet.value(key); !value.empty()) {
                 join(option(keyword, value));
             }
+        }
+        if (const std::string tray = sheet.value("MediaPosition"); !tray.empty()) {
+            join(text("Proof From Tray", {trayWords(tray)}));
         }
         const std::string number = std::to_string(++sheets_);
         paper = paper.empty() ? text("Proof Any Paper") : paper;
@@ -261,6 +287,7 @@ private:
     PrintSession session_;  // what the printer does by itself
     CFBundleRef texts_;
     std::size_t sheets_ = 0;
+    std::map<std::string, std::string> trays_;  // by their positions
     std::vector<std::string> lines_;
 };
 

@@ -86,29 +86,33 @@ protected:
 /// Jobs that the server could not make by itself.
 class ReadyJobs : public WatermarkJobs {
 protected:
-    /// Prints to the queue and into a file. The job has so many pages, each of two sets of its own.
-    std::string expectSameOnBothWays(const Words& how, int pages) const {
-        const auto print = [&](const Words& more) {
-            Words arguments{"--printer", "tavro", "--shots", folder.path().string(), kTenPages};
-            arguments.insert(arguments.end(), how.begin(), how.end());
-            arguments.insert(arguments.end(), more.begin(), more.end());
-            const Run done =
-                run(arguments, {"CUPS_SERVER=" + server.address(), "XDG_DATA_HOME=" + folder.path().string()});
-            EXPECT_EQ(done.status, 0) << done.errors;
-            return done.output;
-        };
+    std::string print(const Words& how, const Words& more = {}) const {
+        Words arguments{"--printer", "tavro", "--shots", folder.path().string(), kTenPages};
+        arguments.insert(arguments.end(), how.begin(), how.end());
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        const Run done = run(arguments, {"CUPS_SERVER=" + server.address(), "XDG_DATA_HOME=" + folder.path().string()});
+        EXPECT_EQ(done.status, 0) << done.errors;
+        return done.output;
+    }
+    /// Prints to the queue and waits for what comes out.
+    void send(const Words& how) const {
         std::filesystem::remove(server.printedBy("tavro"));
-        const std::string output = print({});
+        const std::string output = print(how);
         const std::size_t name = output.rfind("tavro-");
         EXPECT_NE(name, std::string::npos) << output;
         EXPECT_TRUE(server.hasCompleted(output.substr(name, output.find('\n', name) - name))) << server.log();
-        print({"--job-out", folder / "job.ps"});
+    }
+    /// Prints to the queue and into a file. The job has so many pages, each of two sets of its own.
+    std::string expectSameOnBothWays(const Words& how, int pages) const {
+        send(how);
+        print(how, {"--job-out", folder / "job.ps"});
         const Proof proof = proofOf(server.printedBy("tavro"));
         EXPECT_EQ(wordsOf(proof), wordsOf(proofOf(folder / "job.ps")));
         EXPECT_EQ(proof.copies, 2);
         EXPECT_EQ(proof.sheets.size(), static_cast<std::size_t>(pages));
         return contentOf(server.printedBy("tavro"));
     }
+    static bool has(const std::string& text, const std::string& part) { return text.find(part) != text.npos; }
     static Proof proofOf(const std::string& path) {
         std::string reason;
         const auto proof = readProof(path, &reason);
@@ -360,7 +364,6 @@ TEST_F(ProgramWithQueues, WaitsForNoServer) {
 
 TEST_F(ReadyJobs, AreWhatAFileWouldGet) {
     server.addQueue("tavro", kZR420);
-    const auto has = [](const std::string& job, const char* part) { return job.find(part) != std::string::npos; };
     const std::string uncollated =
         expectSameOnBothWays("<key>PPDDict</key><dict><key>Collate</key><string>False</string></dict>", 2);
     EXPECT_TRUE(has(uncollated, "%%BeginFeature: *Collate False\n"));
@@ -373,6 +376,45 @@ TEST_F(ReadyJobs, AreWhatAFileWouldGet) {
     std::string script = contentOf(sourcePath("docs/examples/watermark.tavro-script"));
     script.insert(script.rfind("ok"), "set Host:20 2\n");
     expectSameOnBothWays(Words{"--script", add("script", script)}, 10);
+}
+
+// What the production printer got, told by the program itself.
+TEST_F(ReadyJobs, OfTheProductionPrinterArriveWithAllThatItDoes) {
+    const std::string ppd = sourcePath("resources/ppd/Tavro-ZR840.ppd");
+    server.addQueue("tavro", ppd);
+    server.admin("lpadmin -p tavro -o Option10=True");  // the signature booklet maker
+    const auto told = [&](const char* name) {
+        const std::string script = contentOf(sourcePath("docs/examples/zr840-" + std::string(name) + ".tavro-script"));
+        send(Words{"--script", add("script", script)});
+        const Run proof = run({"--ppd", ppd, "--proof", server.printedBy("tavro")});
+        EXPECT_EQ(proof.status, 0) << proof.errors;
+        return "\n" + proof.output;
+    };
+    const auto expect = [&](const std::string& all, const Words& lines) {
+        for (const std::string& line : lines) {
+            EXPECT_TRUE(has(all, "\n" + line + "\n")) << line << all;
+        }
+    };
+    expect(told("z-fold"),
+           {"Sheet 1: Letter (8.5 x 11 in), White; side 1: “Page 1”",
+            "Sheet 2: Tabloid (11 x 17 in), White; side 1: “Page 2”", "Finishing: stapled at the top left",
+            "Finishing: folded: Z Fold of half sheets, at the right"});
+    expect(told("signature-booklet"),
+           {"Instruction: cover-front-media-key = Cover, 250 g gloss",
+            "Sheet 1: Letter (8.5 x 11 in), White, Heavyweight Glossy, 250 g/m², Coated on Both Sides, Gloss; side 1: "
+            "blank",
+            "Sheet 2: Letter (8.5 x 11 in), White; side 1: “Page 1”", "Finishing: signature booklet"});
+    expect(told("bound-book"), {"Sheet 3: Letter (8.5 x 11 in), White, Tab Stock; side 1: blank",
+                                "Sheet 11: Letter (8.5 x 11 in), White; side 1: blank",
+                                "Sheet 12: Letter (8.5 x 11 in), White; side 1: “Page 2”; side 2: “Page 3”",
+                                "Finishing: bound at the left"});
+    expect(told("holes"), {"Sheet 10: Letter (8.5 x 11 in), White; side 1: “Page 10”",
+                           "Sheet 11: Letter (8.5 x 11 in), White, from Sheet Inserter; side 1: blank",
+                           "Finishing: 4 holes at the left"});
+    const std::string colors = told("color-and-notes");
+    expect(colors, {"Command: TRCOLORCORRECTION = PRESSMATCH", "Command: TRBANNER = ON"});
+    EXPECT_TRUE(has(colors, "(light of 25, 50 and 75% comes out as 28, 53 and 77% of red, 27, 52 and 76% of green,"))
+        << colors;
 }
 
 TEST_F(ReadyJobs, HaveAllTheirSheetsOnTheirPapers) {
