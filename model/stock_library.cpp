@@ -177,10 +177,14 @@ StockLibrary ReadStockLibrary(CFURLRef file) {
         library.fault = StockLibraryFault::outOfReach;
         return library;
     }
-    const auto data = CFRef<CFDataRef>::adopt(bytes);
+    return StockLibraryIn(CFRef<CFDataRef>::adopt(bytes).get());
+}
+
+StockLibrary StockLibraryIn(CFDataRef bytes) {
     const auto root =
         CFRef<CFTypeRef>::adopt(CFPropertyListCreateFromXMLData(nullptr, bytes, kCFPropertyListImmutable, nullptr));
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
+        StockLibrary library;
         library.fault = StockLibraryFault::unreadable;
         return library;
     }
@@ -264,13 +268,17 @@ StockLibraryChange AddStocks(std::span<const Stock> papers, std::size_t* added) 
     });
 }
 
-StockLibraryChange WriteStockLibrary(CFURLRef file, std::span<const Stock* const> papers) {
+CFRef<CFDataRef> CopyStockLibraryData(std::span<const Stock* const> papers) {
     const auto root = CreateRecordDictionary();
     MakeLibrary(root.get());
     for (const Stock* const paper : papers) {
         CFArrayAppendValue(PapersIn(root.get()), paper->asTicket().get());
     }
-    const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
+    return CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
+}
+
+StockLibraryChange WriteStockLibrary(CFURLRef file, std::span<const Stock* const> papers) {
+    const auto data = CopyStockLibraryData(papers);
     StockLibraryChange result{StockLibraryFault::notWritten, EINVAL};
     if (data && CFURLWriteDataAndPropertiesToResource(file, data.get(), nullptr, &result.error)) {
         result = {};

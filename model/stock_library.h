@@ -36,6 +36,8 @@ const StockLibrary& UsersStockLibrary();
 
 /// The papers of a file that somebody gave the user.
 StockLibrary ReadStockLibrary(CFURLRef file);
+/// What the bytes of such a file say.
+StockLibrary StockLibraryIn(CFDataRef bytes);
 
 /// Makes the stock the paper, with its name. The size of the job's own stays, which is the page setup's.
 void UseNamedStock(const Stock& paper, JobContext context, Stock* stock);
@@ -55,7 +57,9 @@ StockLibraryChange DeleteStocks(std::span<const Stock* const> papers);
 /// *added is how many are new.
 StockLibraryChange AddStocks(std::span<const Stock> papers, std::size_t* added);
 
-/// Writes a file for others.
+/// The bytes of a file for others; null for papers that no file can hold.
+CFRef<CFDataRef> CopyStockLibraryData(std::span<const Stock* const> papers);
+/// Writes it.
 StockLibraryChange WriteStockLibrary(CFURLRef file, std::span<const Stock* const> papers);
 
 /// A name that the library does not have yet: the one given, or that with a number behind it.
