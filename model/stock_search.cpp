@@ -28,7 +28,9 @@ std::vector<std::u16string> WordsIn(CFStringRef typed) {
 
 /// Most papers of a library share their words, and each is looked up once.
 const std::u16string& StockSearch::wordsOf(int part, SInt32 value, const Stock& paper) {
-    const auto [row, isNew] = words_.try_emplace({part, value});
+    const bool isOwnSize = part == 0 && value == kStockSizeCustom;
+    const auto [row, isNew] =
+        words_.try_emplace({part, value, isOwnSize ? paper.width() : 0, isOwnSize ? paper.length() : 0});
     if (isNew && part >= kSummaryParts) {
         const StockAttributeRow& attribute = StockAttributes()[static_cast<std::size_t>(part - kSummaryParts)];
         const std::u16string words = StockAttributeWords(bundle_, attribute, value);
@@ -38,7 +40,7 @@ const std::u16string& StockSearch::wordsOf(int part, SInt32 value, const Stock& 
     } else if (isNew) {
         Stock one(nullptr);
         part == 0 ? one.setSize(value) : part == 1 ? one.setColor(value) : one.setType(value);
-        if (part == 0 && value == kStockSizeCustom) {
+        if (isOwnSize) {
             one.setWidth(paper.width());
             one.setLength(paper.length());
         }

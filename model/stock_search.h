@@ -3,6 +3,7 @@
 
 #include "model/stock.h"
 
+#include <array>
 #include <map>
 #include <string>
 #include <vector>
@@ -24,5 +25,6 @@ private:
     CFBundleRef bundle_;
     const std::vector<Stock>& papers_;
     std::vector<std::u16string> texts_;  // of the papers, folded; made for the first search
-    std::map<std::pair<int, SInt32>, std::u16string> words_;
+    /// By part, value, and the width and length of a size of the user's own.
+    std::map<std::array<SInt32, 4>, std::u16string> words_;
 };

@@ -1,6 +1,7 @@
 // The user's library of papers: what comes back, what others do to it, and files that nobody can use.
 
 #include "model/stock_library.h"
+#include "model/stock_search.h"
 
 #include "platform/printing/text.h"
 #include "tests/files/temporary_folder.h"
@@ -153,6 +154,19 @@ TEST_F(StockLibraryTest, EntriesWithoutANameAreLeftAlone) {
     EXPECT_EQ(store(paper("Plain")), StockLibraryFault::none);
     EXPECT_EQ(names(), "Plain");
     EXPECT_NE(content().find("<key>Weight</key>"), std::string::npos);
+}
+
+TEST_F(StockLibraryTest, FindsSizesOfTheUsersOwnByTheirNumbers) {
+    std::vector<Stock> papers{paper("small"), paper("large")};
+    for (Stock& stock : papers) {
+        stock.setSize(kStockSizeCustom);
+        stock.setLength(40000);
+    }
+    papers[0].setWidth(12300);
+    papers[1].setWidth(31700);
+    StockSearch search(nullptr, papers);
+    EXPECT_EQ(search.find(CFSTR("317")), std::vector<std::size_t>{1});
+    EXPECT_EQ(search.find(CFSTR("400")), (std::vector<std::size_t>{0, 1}));
 }
 
 }  // namespace
