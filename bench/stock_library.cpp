@@ -1,5 +1,5 @@
 // The window of the paper library: opening it until its first frame, with a file that was just changed and with one
-// that is known, and each key of a search until the rows are painted.
+// that is known, and each key of a search, and each sort by a column, until the rows are painted.
 //
 // usage: bench_stock_library PPD BUNDLE
 
@@ -85,6 +85,8 @@ void measure(CFBundleRef bundle, int count, int rounds) {
     std::vector<double> opened;
     std::vector<double> firstKeys;
     std::vector<double> keys;
+    std::vector<double> firstSorts;
+    std::vector<double> sorts;
     store(count);
     for (int round = 0; round < rounds; ++round) {
         Stock changed = UsersStockLibrary().papers.front();
@@ -109,12 +111,24 @@ void measure(CFBundleRef bundle, int count, int rounds) {
                 (i++ == 0 ? firstKeys : keys).push_back(time);
             }
         });
+        run(bundle, [&] {
+            auto* const list = QApplication::activeModalWidget()->findChild<QTreeView*>();
+            for (int i = 0; i < 2 * list->model()->columnCount(); ++i) {
+                QKeyEvent press(QEvent::KeyPress, Qt::Key_1 + i / 2, Qt::ControlModifier);
+                (i % 2 == 0 ? firstSorts : sorts).push_back(bench::microseconds([&] {
+                    QCoreApplication::sendEvent(list, &press);
+                    list->viewport()->repaint();
+                }));
+            }
+        });
     }
     report("one paper stored", changing);
     report("opened, the file has changed", opening);
     report("opened, the file is known", opened);
     report("first key of a search", firstKeys);
     report("each other key", keys);
+    report("first sort by a column", firstSorts);
+    report("the other way round", sorts);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "model/stock_library_dialog.h"
 
 #include "model/advanced_stock_selection.h"
+#include "model/stock_columns.h"
 #include "model/stock_library.h"
 #include "model/stock_library_notices.h"
 #include "model/stock_menu.h"
@@ -17,6 +18,7 @@
 #include "ui/text_input.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace {
@@ -57,6 +59,7 @@ struct LibraryDialog {
     SInt16 result = kStockLibraryCancel;
     StockLibrary library;
     std::optional<StockSearch> search;
+    std::optional<StockOrder> order;
     Stock shown;  // the selected paper
     bool isFilling = false;
     _StockMenuCommandEventHandlerData data{};
@@ -68,8 +71,29 @@ DataBrowserItemID RowOf(std::size_t place) {
     return place + 1;
 }
 
+std::size_t PlaceOf(DataBrowserItemID row) {
+    return row - 1;
+}
+
 const Stock& PaperOf(const LibraryDialog& dialog, DataBrowserItemID row) {
-    return dialog.library.papers[row - 1];
+    return dialog.library.papers[PlaceOf(row)];
+}
+
+struct ColumnRow {
+    DataBrowserPropertyID property;
+    StockColumn column;
+};
+constexpr std::array kColumns{
+    // property, column
+    ColumnRow{FourCharCode("NAME"), StockColumn::name},   ColumnRow{FourCharCode("SIZE"), StockColumn::size},
+    ColumnRow{FourCharCode("COLR"), StockColumn::color},  ColumnRow{FourCharCode("TYPE"), StockColumn::type},
+    ColumnRow{FourCharCode("WGHT"), StockColumn::weight}, ColumnRow{FourCharCode("DESC"), StockColumn::description},
+};
+static_assert(kColumns.size() == kStockColumns);
+
+std::optional<StockColumn> ColumnOf(DataBrowserPropertyID property) {
+    const auto* const row = std::ranges::find(kColumns, property, &ColumnRow::property);
+    return row == kColumns.end() ? std::nullopt : std::optional(row->column);
 }
 
 std::vector<const Stock*> Selected(const LibraryDialog& dialog) {
@@ -150,30 +174,27 @@ void Reload(LibraryDialog* dialog, CFStringRef name) {
     const auto kept = CFRef<CFStringRef>::retain(name);  // it may be that of a paper that goes
     RemoveDataBrowserItems(dialog->window.control(kList), kDataBrowserNoItem, 0, nullptr, kDataBrowserItemNoProperty);
     dialog->search.reset();
+    dialog->order.reset();
     dialog->library = UsersStockLibrary();
     dialog->search.emplace(dialog->window.bundle(), dialog->library.papers);
+    dialog->order.emplace(dialog->window.bundle(), dialog->library.papers);
     Fill(dialog, kept.get());
 }
 
 OSStatus ItemData(ControlRef browser, DataBrowserItemID item, DataBrowserPropertyID property,
                   DataBrowserItemDataRef itemData, Boolean) {
     const LibraryDialog& dialog = *DialogOf(browser);
-    const Stock& paper = PaperOf(dialog, item);
-    CFRef<CFStringRef> text;
-    switch (property) {
-        case FourCharCode("NAME"):
-            text = CFRef<CFStringRef>::retain(paper.customName());
-            break;
-        case FourCharCode("WHAT"):
-            text = CopyPaperWords(dialog.window.bundle(), paper);
-            break;
-        case FourCharCode("DESC"):
-            text = CFRef<CFStringRef>::retain(paper.description());
-            break;
-        default:
-            return errDataBrowserPropertyNotSupported;
+    const auto column = ColumnOf(property);
+    if (!column) {
+        return errDataBrowserPropertyNotSupported;
     }
+    const auto text = CopyStockColumn(dialog.window.bundle(), PaperOf(dialog, item), *column);
     return SetDataBrowserItemDataText(itemData, CopyTextForOneLine(text.get(), kLongestInCell).get());
+}
+
+Boolean ItemCompare(ControlRef browser, DataBrowserItemID one, DataBrowserItemID two, DataBrowserPropertyID property) {
+    const auto column = ColumnOf(property);
+    return column && DialogOf(browser)->order->comesBefore(PlaceOf(one), PlaceOf(two), *column) ? 1 : 0;
 }
 
 // ---- What the buttons do
@@ -367,6 +388,7 @@ void InstallList(LibraryDialog* dialog) {
     callbacks.version = kDataBrowserLatestCallbacks;
     InitDataBrowserCallbacks(&callbacks);
     callbacks.u.v1.itemDataCallback = ItemData;
+    callbacks.u.v1.itemCompareCallback = ItemCompare;
     callbacks.u.v1.itemNotificationCallback = ItemNotification;
     SetDataBrowserCallbacks(list, &callbacks);
     static constexpr EventTypeSpec kKeyDown{kEventClassKeyboard, kEventRawKeyDown};

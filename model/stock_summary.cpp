@@ -150,3 +150,15 @@ CFRef<CFStringRef> GenerateStockWords(CFBundleRef bundle, const Stock& stock, CF
     parts.push_back(AttributesText(bundle, stock));
     return Joined(parts, separator);
 }
+
+CFRef<CFStringRef> GenerateStockPart(CFBundleRef bundle, const Stock& stock, StockPart part) {
+    switch (part) {
+        case StockPart::size:
+            return String(stock.size() == kTicketValueUnset ? std::u16string() : SizeText(bundle, stock));
+        case StockPart::color:
+            return String(stock.color() == kTicketValueUnset ? std::u16string() : ColorText(bundle, stock));
+        case StockPart::type:
+            break;
+    }
+    return String(stock.type() == kTicketValueUnset ? std::u16string() : TypeText(bundle, stock));
+}

@@ -16,5 +16,9 @@
 [[nodiscard]] CFRef<CFStringRef> GenerateStockDescription(CFBundleRef bundle, JobContext context, const Stock& stock,
                                                           CFStringRef separator);
 
+/// One of its parts, without a label; empty when that is not set.
+enum class StockPart { size, color, type };
+[[nodiscard]] CFRef<CFStringRef> GenerateStockPart(CFBundleRef bundle, const Stock& stock, StockPart part);
+
 /// What the stock is, with its size and without labels: "A4 (210 x 297 mm), Blue, Card Stock, 250 g/m²".
 [[nodiscard]] CFRef<CFStringRef> GenerateStockWords(CFBundleRef bundle, const Stock& stock, CFStringRef separator);

@@ -16,8 +16,9 @@
 //
 // The user's keys go to the browser's handlers first (kEventRawKeyDown, with the text of the key in
 // kEventParamKeyUnicodes: the delete keys are kBackspaceCharCode and kDeleteCharCode). Keys that nobody handles move in
-// the list; letters search in its first column, or in the one that it is sorted by; Return and Enter are a double click
-// on the selected row.
+// the list; Ctrl and a digit sorts by the column of that number, or turns its order round, as a click on its title
+// does; letters search in its first column, or in the one that it is sorted by; Return and Enter are a double click on
+// the selected row.
 #pragma once
 
 #include "platform/toolbox/Controls.h"

@@ -302,6 +302,10 @@ void DataBrowserView::keyPressEvent(QKeyEvent* event) {
             return;
         }
     }
+    if (sortOnKey(*event)) {
+        event->accept();
+        return;
+    }
     const std::vector<int> selected = selectedRows();
     if (isReturn(*event) && selected.size() == 1) {
         event->accept();
@@ -309,6 +313,19 @@ void DataBrowserView::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QTreeView::keyPressEvent(event);
+}
+
+/// Titles take no focus, so that the list is one stop of the Tab key.
+bool DataBrowserView::sortOnKey(const QKeyEvent& event) {
+    const int section = event.key() - Qt::Key_1;
+    const bool isControl = (event.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
+    if (!isControl || section < 0 || section >= std::min(model_.columnCount(), 9) || !header()->sectionsClickable()) {
+        return false;
+    }
+    const bool isTurned =
+        header()->sortIndicatorSection() == section && header()->sortIndicatorOrder() == Qt::AscendingOrder;
+    header()->setSortIndicator(section, isTurned ? Qt::DescendingOrder : Qt::AscendingOrder);
+    return true;
 }
 
 void DataBrowserView::keyboardSearch(const QString& search) {

@@ -47,6 +47,7 @@ private:
     Ids idsOf(const QItemSelection& selection) const;
     QItemSelection selectionOf(const std::vector<int>& rows) const;
     bool isSorted() const;
+    bool sortOnKey(const QKeyEvent& event);
     bool comesBefore(DataBrowserItemID one, DataBrowserItemID two) const;
     /// False when the browser is gone since.
     bool tell(const Ids& items, DataBrowserItemNotification message);

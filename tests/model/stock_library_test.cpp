@@ -1,6 +1,7 @@
 // The user's library of papers: what comes back, what others do to it, and files that nobody can use.
 
 #include "model/stock_library.h"
+#include "model/stock_columns.h"
 #include "model/stock_search.h"
 
 #include "platform/printing/text.h"
@@ -154,6 +155,27 @@ TEST_F(StockLibraryTest, EntriesWithoutANameAreLeftAlone) {
     EXPECT_EQ(store(paper("Plain")), StockLibraryFault::none);
     EXPECT_EQ(names(), "Plain");
     EXPECT_NE(content().find("<key>Weight</key>"), std::string::npos);
+}
+
+TEST_F(StockLibraryTest, IsOrderedByWhatPapersSay) {
+    std::vector<Stock> papers{paper("a", 90), paper("b"), paper("c", 250), paper("d", 90), paper("e", 100)};
+    papers[0].setDescription(CFSTR("\u00C4rger"));
+    papers[1].setDescription(CFSTR("zoo"));
+    papers[2].setDescription(CFSTR("AZ"));
+    papers[4].setCustomNameOnly(true);
+    StockOrder order(nullptr, papers);
+    const auto names = [&](StockColumn column) {
+        std::vector<std::size_t> places{0, 1, 2, 3, 4};
+        std::ranges::stable_sort(places, [&](auto one, auto two) { return order.comesBefore(one, two, column); });
+        std::string all;
+        for (const std::size_t place : places) {
+            all += utf8Text(papers[place].customName());
+        }
+        return all;
+    };
+    EXPECT_EQ(names(StockColumn::weight), "adcbe") << "as numbers, and those without one at the end";
+    EXPECT_EQ(names(StockColumn::description), "acbde");
+    EXPECT_EQ(names(StockColumn::name), "abcde");
 }
 
 TEST_F(StockLibraryTest, FindsSizesOfTheUsersOwnByTheirNumbers) {

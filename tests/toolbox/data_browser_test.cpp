@@ -263,8 +263,15 @@ TEST_F(DataBrowserTest, UserSortsByTheHeader) {
     EXPECT_EQ(rows(), "abc");
     clickTitle(0);
     EXPECT_EQ(rows(), "cba");
+    const auto sortByKey = [&](Qt::Key key) { userPresses(&view(), key, Qt::ControlModifier, {}); };
+    sortByKey(Qt::Key_1);
+    EXPECT_EQ(rows(), "abc");
+    sortByKey(Qt::Key_1);
+    sortByKey(Qt::Key_9);
+    EXPECT_EQ(rows(), "cba") << "there is no such column";
     setCallbacks(nullptr);
     clickTitle(0);
+    sortByKey(Qt::Key_1);
     EXPECT_EQ(rows(), "cba") << "it cannot be sorted";
 }
 
