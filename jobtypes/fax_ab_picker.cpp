@@ -7,6 +7,7 @@
 #include "jobtypes/fax_window.h"
 #include "platform/toolbox/DataBrowser.h"
 #include "ui/help.h"
+#include "ui/list_control.h"
 
 #include <algorithm>
 #include <array>
@@ -58,12 +59,8 @@ std::vector<DataBrowserItemID> RowsOf(const std::vector<std::size_t>& places) {
 }
 
 std::vector<std::size_t> SelectedPlaces(ControlRef browser) {
-    ItemCount count = 0;
-    GetDataBrowserItemCount(browser, kDataBrowserNoItem, false, kDataBrowserItemIsSelected, &count);
-    std::vector<DataBrowserItemID> rows(count);
-    GetDataBrowserItems(browser, kDataBrowserNoItem, false, kDataBrowserItemIsSelected, count, rows.data());
     std::vector<std::size_t> places;
-    std::ranges::transform(rows, std::back_inserter(places), PlaceOf);
+    std::ranges::transform(SelectedRows(browser), std::back_inserter(places), PlaceOf);
     return places;
 }
 
@@ -255,23 +252,13 @@ OSStatus FaxABPickerEventHandler(EventHandlerCallRef, EventRef event, void* user
     }
 }
 
-void InstallBrowser(FaxABPickerContext& context, SInt32 number, const DataBrowserCallbacks& callbacks) {
-    FaxABPickerContext* pointer = &context;
-    SetControlProperty(context.window.control(number), kPropertyCreator, kContextTag, sizeof pointer, &pointer);
-    SetDataBrowserCallbacks(context.window.control(number), &callbacks);
-}
-
 void InitializeFaxABPicker(FaxABPickerContext& context) {
-    DataBrowserCallbacks callbacks{};
-    callbacks.version = kDataBrowserLatestCallbacks;
-    InitDataBrowserCallbacks(&callbacks);
-    callbacks.u.v1.itemDataCallback = GroupData;
-    callbacks.u.v1.itemNotificationCallback = GroupNotification;
-    InstallBrowser(context, kGroups, callbacks);
-    callbacks.u.v1.itemDataCallback = PersonData;
-    callbacks.u.v1.itemCompareCallback = ComparePersons;
-    callbacks.u.v1.itemNotificationCallback = PersonNotification;
-    InstallBrowser(context, kPeople, callbacks);
+    for (const SInt32 list : {kGroups, kPeople}) {
+        FaxABPickerContext* pointer = &context;
+        SetControlProperty(context.window.control(list), kPropertyCreator, kContextTag, sizeof pointer, &pointer);
+    }
+    SetListCallbacks(context.window.control(kGroups), GroupData, GroupNotification);
+    SetListCallbacks(context.window.control(kPeople), PersonData, PersonNotification, ComparePersons);
 
     const ControlRef search = context.window.control(kSearch);
     FaxABPickerContext* pointer = &context;

@@ -2,6 +2,7 @@
 
 #include "jobtypes/fax_texts.h"
 #include "platform/toolbox/Events.h"
+#include "ui/list_control.h"
 
 #include <algorithm>
 #include <iterator>
@@ -77,9 +78,7 @@ void ItemNotification(ControlRef browser, DataBrowserItemID, DataBrowserItemNoti
 }
 
 OSStatus RemoveOnDeleteKey(EventHandlerCallRef, EventRef event, void* browser) {
-    UniChar key = 0;
-    GetEventParameter(event, kEventParamKeyUnicodes, typeUnicodeText, nullptr, sizeof key, nullptr, &key);
-    if (key != kBackspaceCharCode && key != kDeleteCharCode) {
+    if (!IsDeleteKey(event)) {
         return eventNotHandledErr;
     }
     SendCommand(static_cast<ControlRef>(browser), kFaxRemoveCommand);
@@ -105,13 +104,7 @@ bool FaxRecipientComesBefore(const FaxRecipient* one, const FaxRecipient* two, D
 }
 
 void InstallFaxRecipientBrowser(ControlRef browser) {
-    DataBrowserCallbacks callbacks{};
-    callbacks.version = kDataBrowserLatestCallbacks;
-    InitDataBrowserCallbacks(&callbacks);
-    callbacks.u.v1.itemDataCallback = ItemData;
-    callbacks.u.v1.itemCompareCallback = ItemCompare;
-    callbacks.u.v1.itemNotificationCallback = ItemNotification;
-    SetDataBrowserCallbacks(browser, &callbacks);
+    SetListCallbacks(browser, ItemData, ItemNotification, ItemCompare);
     static constexpr EventTypeSpec kKeyDown{kEventClassKeyboard, kEventRawKeyDown};
     InstallControlEventHandler(browser, RemoveOnDeleteKey, 1, &kKeyDown, browser, nullptr);
 }
@@ -131,12 +124,8 @@ void RemoveFaxRecipientRows(ControlRef browser, std::span<FaxRecipient* const> r
 }
 
 std::vector<FaxRecipient*> SelectedFaxRecipients(ControlRef browser) {
-    ItemCount count = 0;
-    GetDataBrowserItemCount(browser, kDataBrowserNoItem, false, kDataBrowserItemIsSelected, &count);
-    std::vector<DataBrowserItemID> rows(count);
-    GetDataBrowserItems(browser, kDataBrowserNoItem, false, kDataBrowserItemIsSelected, count, rows.data());
     std::vector<FaxRecipient*> recipients;
-    std::ranges::transform(rows, std::back_inserter(recipients), RecipientOfRow);
+    std::ranges::transform(SelectedRows(browser), std::back_inserter(recipients), RecipientOfRow);
     return recipients;
 }
 

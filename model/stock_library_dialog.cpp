@@ -13,6 +13,7 @@
 #include "ui/control_utilities.h"
 #include "ui/dialog_window.h"
 #include "ui/help.h"
+#include "ui/list_control.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
 #include "ui/text_input.h"
@@ -97,14 +98,8 @@ std::optional<StockColumn> ColumnOf(DataBrowserPropertyID property) {
 }
 
 std::vector<const Stock*> Selected(const LibraryDialog& dialog) {
-    ItemCount count = 0;
-    GetDataBrowserItemCount(dialog.window.control(kList), kDataBrowserNoItem, false, kDataBrowserItemIsSelected,
-                            &count);
-    std::vector<DataBrowserItemID> rows(count);
-    GetDataBrowserItems(dialog.window.control(kList), kDataBrowserNoItem, false, kDataBrowserItemIsSelected, count,
-                        rows.data());
     std::vector<const Stock*> papers;
-    std::ranges::transform(rows, std::back_inserter(papers),
+    std::ranges::transform(SelectedRows(dialog.window.control(kList)), std::back_inserter(papers),
                            [&](DataBrowserItemID row) { return &PaperOf(dialog, row); });
     return papers;
 }
@@ -361,9 +356,7 @@ OSStatus LibraryEventHandler(EventHandlerCallRef, EventRef event, void* userData
 
 OSStatus DeleteOnKey(EventHandlerCallRef, EventRef event, void* userData) {
     auto* dialog = static_cast<LibraryDialog*>(userData);
-    UniChar key = 0;
-    GetEventParameter(event, kEventParamKeyUnicodes, typeUnicodeText, nullptr, sizeof key, nullptr, &key);
-    if (key != kBackspaceCharCode && key != kDeleteCharCode) {
+    if (!IsDeleteKey(event)) {
         return eventNotHandledErr;
     }
     if (dialog->library.canBeChanged()) {
@@ -384,13 +377,7 @@ void ItemNotification(ControlRef browser, DataBrowserItemID, DataBrowserItemNoti
 void InstallList(LibraryDialog* dialog) {
     const ControlRef list = dialog->window.control(kList);
     SetControlProperty(list, kCreator, kContextTag, sizeof dialog, &dialog);
-    DataBrowserCallbacks callbacks{};
-    callbacks.version = kDataBrowserLatestCallbacks;
-    InitDataBrowserCallbacks(&callbacks);
-    callbacks.u.v1.itemDataCallback = ItemData;
-    callbacks.u.v1.itemCompareCallback = ItemCompare;
-    callbacks.u.v1.itemNotificationCallback = ItemNotification;
-    SetDataBrowserCallbacks(list, &callbacks);
+    SetListCallbacks(list, ItemData, ItemNotification, ItemCompare);
     static constexpr EventTypeSpec kKeyDown{kEventClassKeyboard, kEventRawKeyDown};
     InstallControlEventHandler(list, DeleteOnKey, 1, &kKeyDown, dialog, nullptr);
 }

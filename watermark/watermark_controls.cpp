@@ -1,6 +1,7 @@
 #include "watermark/watermark_controls.h"
 
 #include "platform/toolbox/DataBrowser.h"
+#include "ui/list_control.h"
 #include "ui/message_text.h"
 
 #include <initializer_list>
@@ -86,12 +87,7 @@ void SelectWatermark(WatermarkContext* context, CFStringRef name) {
 void PrepareWatermarkBrowser(WatermarkContext* context) {
     context->browser = FindWatermarkControl(*context, kWatermarkBrowser);
     SetDataBrowserSelectionFlags(context->browser, kDataBrowserSelectOnlyOne | kDataBrowserNeverEmptySelectionSet);
-    DataBrowserCallbacks callbacks{};
-    callbacks.version = kDataBrowserLatestCallbacks;
-    InitDataBrowserCallbacks(&callbacks);
-    callbacks.u.v1.itemDataCallback = MyItemData;
-    callbacks.u.v1.itemNotificationCallback = MyItemNotification;
-    SetDataBrowserCallbacks(context->browser, &callbacks);
+    SetListCallbacks(context->browser, MyItemData, MyItemNotification);
 
     std::vector<DataBrowserItemID> rows{RowOf(context->noneName.get())};
     for (CFIndex i = 0; i < CFArrayGetCount(listOfWatermarks.get()); ++i) {

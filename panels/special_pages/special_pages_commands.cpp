@@ -8,6 +8,7 @@
 #include "panels/special_pages/special_pages_list.h"
 #include "platform/foundation/CFString.h"
 #include "ui/draw_image.h"
+#include "ui/list_control.h"
 #include "ui/panel_operations.h"
 
 #include <algorithm>
@@ -145,9 +146,7 @@ OSStatus SpecialPagesEventHandler(EventHandlerCallRef, EventRef event, void*) {
 }
 
 OSStatus SpecialPagesListKeyHandler(EventHandlerCallRef, EventRef event, void*) {
-    UniChar key = 0;
-    GetEventParameter(event, kEventParamKeyUnicodes, typeUnicodeText, nullptr, sizeof key, nullptr, &key);
-    if ((key != kBackspaceCharCode && key != kDeleteCharCode) || !IsControlEnabled(gSpecialPages->deleteButton)) {
+    if (!IsDeleteKey(event) || !IsControlEnabled(gSpecialPages->deleteButton)) {
         return eventNotHandledErr;
     }
     DeleteSelectedSpecialPages();

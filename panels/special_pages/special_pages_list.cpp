@@ -3,6 +3,7 @@
 #include "panels/special_pages/special_pages_context.h"
 #include "panels/special_pages/special_pages_descriptions.h"
 #include "platform/foundation/CFString.h"
+#include "ui/list_control.h"
 #include "ui/localization.h"
 
 namespace {
@@ -108,12 +109,7 @@ std::vector<const SpecialPage*> SpecialPagesInOrder(const SpecialPageRecords& re
 }
 
 void ConfigureSpecialPagesListAndInstallCallbacks(ControlRef list, DataBrowserItemNotificationUPP notification) {
-    DataBrowserCallbacks callbacks{};
-    callbacks.version = kDataBrowserLatestCallbacks;
-    InitDataBrowserCallbacks(&callbacks);
-    callbacks.u.v1.itemDataCallback = SpecialPagesListItemDataCallback;
-    callbacks.u.v1.itemNotificationCallback = notification;
-    SetDataBrowserCallbacks(list, &callbacks);
+    SetListCallbacks(list, SpecialPagesListItemDataCallback, notification);
     SetDataBrowserTableViewNamedColumnWidth(list, kAttributesColumn, kAttributesWidth);
 }
 
@@ -156,9 +152,7 @@ void UpdateSpecialPagesCommandButtons() {
 }
 
 std::vector<const SpecialPage*> SelectedSpecialPages() {
-    std::vector<DataBrowserItemID> rows(CountRows(kDataBrowserItemIsSelected));
-    GetDataBrowserItems(gSpecialPages->list, kDataBrowserNoItem, false, kDataBrowserItemIsSelected, rows.size(),
-                        rows.data());
+    const std::vector<DataBrowserItemID> rows = SelectedRows(gSpecialPages->list);
     std::vector<const SpecialPage*> pages;
     pages.reserve(rows.size());
     for (const DataBrowserItemID row : rows) {
