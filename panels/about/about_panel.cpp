@@ -10,8 +10,6 @@
 #include "ui/nib_window.h"
 #include "ui/panel_operations.h"
 
-#include <new>
-
 namespace {
 
 enum ControlNumber : SInt32 {
@@ -38,12 +36,7 @@ AboutContext* Context(PMPDEContext context) {
 }
 
 AboutContext* InitContext() {
-    auto* context = new (std::nothrow) AboutContext{};
-    if (context != nullptr) {
-        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CopyPanelTitle(context->bundle, CFSTR("About"));
-    }
-    return context;
+    return MakePanelRecord<AboutContext>(CFSTR("About"));
 }
 
 void FillInfoTexts(const AboutContext& context) {
@@ -111,11 +104,6 @@ void StopTracking(AboutContext* context) {
 
 // ---- The operations
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
     AboutContext* context = Context(opaque);
     if (context == nullptr || session == nullptr) {
@@ -165,5 +153,6 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetAboutPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate}, interface);
+    return MakePanelInterface({PanelPrologue<InitContext>, Initialize, Sync, GetNoSummaryText, Open, Close, Terminate},
+                              interface);
 }

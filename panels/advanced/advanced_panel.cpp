@@ -13,8 +13,6 @@
 #include "ui/ppd_menus.h"
 #include "ui/setting_menus.h"
 
-#include <new>
-
 namespace {
 
 enum ControlNumber : SInt32 {
@@ -75,12 +73,7 @@ AdvancedContext* Context(PMPDEContext context) {
 }
 
 AdvancedContext* InitContext() {
-    auto* context = new (std::nothrow) AdvancedContext{};
-    if (context != nullptr) {
-        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CopyPanelTitle(context->bundle, CFSTR("Advanced"));
-    }
-    return context;
+    return MakePanelRecord<AdvancedContext>(CFSTR("Advanced"));
 }
 
 /// Shows the settings in the controls, as far as there are any yet.
@@ -137,20 +130,6 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     return noErr;
 }
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
-OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
-    AdvancedContext* context = Context(opaque);
-    if (context == nullptr || session == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    context->hostPane = parentPane;
-    return Sync(opaque, session, true);
-}
-
 OSStatus Open(PMPDEContext opaque) {
     AdvancedContext* context = Context(opaque);
     if (context == nullptr || context->opened) {
@@ -182,17 +161,10 @@ OSStatus Open(PMPDEContext opaque) {
                                       nullptr);
 }
 
-OSStatus Terminate(PMPDEContext opaque, OSStatus) {
-    if (opaque == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    delete Context(opaque);
-    return noErr;
-}
-
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetAdvancedPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+    return MakePanelInterface({PanelPrologue<InitContext>, InitializePanel<AdvancedContext, Sync>, Sync,
+                               GetNoSummaryText, Open, CloseWithoutWork, TerminatePanel<AdvancedContext>},
                               interface);
 }

@@ -11,15 +11,12 @@
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Menus.h"
 #include "ui/dialog_window.h"
-#include "ui/nib_window.h"
 #include "ui/panel_operations.h"
 #include "ui/ppd_menus.h"
 #include "ui/setting_menus.h"
 
 #include <array>
 #include <iterator>
-#include <new>
-#include <utility>
 
 namespace {
 
@@ -53,12 +50,7 @@ ColorOptionsContext* Context(PMPDEContext context) {
 }
 
 ColorOptionsContext* InitContext() {
-    auto* context = new (std::nothrow) ColorOptionsContext{};
-    if (context != nullptr) {
-        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CopyPanelTitle(context->bundle, CFSTR("ColorOptions"));
-    }
-    return context;
+    return MakePanelRecord<ColorOptionsContext>(CFSTR("ColorOptions"));
 }
 
 ControlRef PopUp(const ColorOptionsContext& context, std::size_t option) {
@@ -149,32 +141,10 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     return noErr;
 }
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
-OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
-    ColorOptionsContext* context = Context(opaque);
-    if (context == nullptr || session == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    context->hostPane = parentPane;
-    return Sync(opaque, session, true);
-}
-
 OSStatus Open(PMPDEContext opaque) {
     ColorOptionsContext* context = Context(opaque);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    if (std::exchange(context->opened, true)) {
-        return noErr;
-    }
-    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("ColorOptions"), CFSTR("ColorOptions"),
-                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
-        status != noErr) {
-        return status;
+    if (const auto done = EmbedPanelOnce(context, CFSTR("ColorOptions"), CFSTR("ColorOptions"), kPane)) {
+        return *done;
     }
     FillOptions(*context);
     PrepareColorControls(context->bundle, context->pane);
@@ -186,18 +156,10 @@ OSStatus Open(PMPDEContext opaque) {
                                       context, nullptr);
 }
 
-OSStatus Terminate(PMPDEContext opaque, OSStatus) {
-    ColorOptionsContext* context = Context(opaque);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    delete context;
-    return noErr;
-}
-
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetColorOptionsPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+    return MakePanelInterface({PanelPrologue<InitContext>, InitializePanel<ColorOptionsContext, Sync>, Sync,
+                               GetNoSummaryText, Open, CloseWithoutWork, TerminatePanel<ColorOptionsContext>},
                               interface);
 }

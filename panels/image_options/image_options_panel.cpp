@@ -9,14 +9,11 @@
 #include "platform/toolbox/Windows.h"
 #include "ui/draw_image.h"
 #include "ui/localization.h"
-#include "ui/nib_window.h"
 #include "ui/panel_operations.h"
 #include "ui/ppd_menus.h"
 #include "ui/spin_control.h"
 
 #include <initializer_list>
-#include <new>
-#include <utility>
 
 namespace {
 
@@ -66,12 +63,7 @@ ImageOptionsContext* Context(PMPDEContext context) {
 }
 
 ImageOptionsContext* InitContext() {
-    auto* context = new (std::nothrow) ImageOptionsContext{};
-    if (context != nullptr) {
-        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CopyPanelTitle(context->bundle, CFSTR("ImageOptions"));
-    }
-    return context;
+    return MakePanelRecord<ImageOptionsContext>(CFSTR("ImageOptions"));
 }
 
 /// Shows the settings in the controls, as far as there are any yet. What the printer does not offer shows nothing.
@@ -224,11 +216,6 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     return noErr;
 }
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
     ImageOptionsContext* context = Context(opaque);
     if (context == nullptr || session == nullptr) {
@@ -242,16 +229,8 @@ OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef paren
 
 OSStatus Open(PMPDEContext opaque) {
     ImageOptionsContext* context = Context(opaque);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    if (std::exchange(context->opened, true)) {
-        return noErr;
-    }
-    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("ImageOptions"), CFSTR("Office"),
-                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
-        status != noErr) {
-        return status;
+    if (const auto done = EmbedPanelOnce(context, CFSTR("ImageOptions"), CFSTR("Office"), kPane)) {
+        return *done;
     }
     context->window = GetControlOwner(context->pane);
     context->invertPicture = FindPanelControl(context->pane, kInvertPicture);
@@ -287,6 +266,6 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetImageOptionsPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
-                              interface);
+    return MakePanelInterface(
+        {PanelPrologue<InitContext>, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate}, interface);
 }

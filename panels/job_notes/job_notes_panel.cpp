@@ -14,8 +14,6 @@
 #include "ui/text_input.h"
 
 #include <array>
-#include <new>
-#include <utility>
 
 namespace {
 
@@ -50,12 +48,7 @@ JobNotesContext* Context(PMPDEContext context) {
 }
 
 JobNotesContext* InitContext() {
-    auto* context = new (std::nothrow) JobNotesContext{};
-    if (context != nullptr) {
-        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CopyPanelTitle(context->bundle, CFSTR("JobNotes"));
-    }
-    return context;
+    return MakePanelRecord<JobNotesContext>(CFSTR("JobNotes"));
 }
 
 /// Shows the texts. Those that follow a preference cannot be changed.
@@ -159,32 +152,10 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     return noErr;
 }
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
-OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
-    JobNotesContext* context = Context(opaque);
-    if (context == nullptr || session == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    context->hostPane = parentPane;
-    return Sync(opaque, session, true);
-}
-
 OSStatus Open(PMPDEContext opaque) {
     JobNotesContext* context = Context(opaque);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    if (std::exchange(context->opened, true)) {
-        return noErr;
-    }
-    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("JobNotes"), CFSTR("JobNotes"),
-                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
-        status != noErr) {
-        return status;
+    if (const auto done = EmbedPanelOnce(context, CFSTR("JobNotes"), CFSTR("JobNotes"), kPane)) {
+        return *done;
     }
     context->window = GetControlOwner(context->pane);
     context->preferences = JobNotesPreferencesOrDefaults();
@@ -222,6 +193,7 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetJobNotesPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+    return MakePanelInterface({PanelPrologue<InitContext>, InitializePanel<JobNotesContext, Sync>, Sync,
+                               GetNoSummaryText, Open, CloseWithoutWork, Terminate},
                               interface);
 }

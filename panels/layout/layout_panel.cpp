@@ -9,7 +9,6 @@
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "ui/draw_image.h"
-#include "ui/nib_window.h"
 #include "ui/panel_operations.h"
 #include "ui/setting_menus.h"
 
@@ -156,32 +155,10 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     return noErr;
 }
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
-OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
-    LayoutContext* context = Context(opaque);
-    if (context == nullptr || session == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    context->hostPane = parentPane;
-    return Sync(opaque, session, true);
-}
-
 OSStatus Open(PMPDEContext opaque) {
     LayoutContext* context = Context(opaque);
-    if (context == nullptr) {
-        return kPMInvalidPDEContext;
-    }
-    if (std::exchange(context->opened, true)) {
-        return noErr;
-    }
-    if (const OSStatus status = EmbedPaneFromNib(context->bundle, CFSTR("Layout"), CFSTR("Layout"),
-                                                 {kPanelSignature, kPane}, context->hostPane, &context->pane);
-        status != noErr) {
-        return status;
+    if (const auto done = EmbedPanelOnce(context, CFSTR("Layout"), CFSTR("Layout"), kPane)) {
+        return *done;
     }
     context->bookletPopup = FindPanelControl(context->pane, kBookletPopup);
     context->forceNewSizeCheckbox = FindPanelControl(context->pane, kForceNewSize);
@@ -218,6 +195,7 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetLayoutPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
+    return MakePanelInterface({PanelPrologue<InitContext>, InitializePanel<LayoutContext, Sync>, Sync, GetNoSummaryText,
+                               Open, CloseWithoutWork, Terminate},
                               interface);
 }

@@ -47,11 +47,6 @@ OSStatus Sync(PMPDEContext opaque, PMPrintSession session, Boolean ticketsToCont
     return noErr;
 }
 
-OSStatus Prologue(PMPDEContext* opaque, OSType* creator, CFStringRef* kind, CFStringRef* title, UInt32* maximumWidth,
-                  UInt32* maximumHeight) {
-    return AnswerPrologue(InitContext(), opaque, creator, kind, title, maximumWidth, maximumHeight);
-}
-
 OSStatus Initialize(PMPDEContext opaque, PMPDEFlags*, PMPDERef, ControlRef parentPane, PMPrintSession session) {
     _PaperOutputContext* context = PaperOutputContext(opaque);
     if (context == nullptr || session == nullptr) {
@@ -103,10 +98,10 @@ OSStatus Terminate(PMPDEContext opaque, OSStatus) {
 }  // namespace
 
 TAVRO_PLUGIN_EXPORT OSStatus GetPaperOutputPanelInterface(PlugInIntf** interface) {
-    return MakePanelInterface({Prologue, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate},
-                              interface);
+    return MakePanelInterface(
+        {PanelPrologue<InitContext>, Initialize, Sync, GetNoSummaryText, Open, CloseWithoutWork, Terminate}, interface);
 }
 
 bool IsPaperOutputPanel(const PDEOperations& operations) {
-    return operations.Prologue == Prologue;
+    return operations.Prologue == PanelPrologue<InitContext>;
 }

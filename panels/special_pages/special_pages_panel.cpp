@@ -12,7 +12,6 @@
 
 #include <cstdio>
 #include <iterator>
-#include <new>
 #include <utility>
 
 namespace {
@@ -33,12 +32,7 @@ _SpecialPagesContext* Context(PMPDEContext context) {
 }
 
 _SpecialPagesContext* InitContext() {
-    auto* context = new (std::nothrow) _SpecialPagesContext{};
-    if (context != nullptr) {
-        context->bundle = CFBundleGetBundleWithIdentifier(kPDEBundleIdentifier);
-        context->title = CopyPanelTitle(context->bundle, CFSTR("SpecialPagesTitle"));
-    }
-    return context;
+    return MakePanelRecord<_SpecialPagesContext>(CFSTR("SpecialPagesTitle"));
 }
 
 ControlRef Find(const _SpecialPagesContext& context, SInt32 number) {
