@@ -19,8 +19,7 @@ std::array<ToneCurve, 3> curvesOf(const ColorTones& tones) {
         const double power = std::exp2(-tones.lightness / 100.0 - casts[color] / 200.0);
         for (std::size_t i = 0; i < curves[color].size(); ++i) {
             const double value = static_cast<double>(i) / 255;
-            curves[color][i] =
-                static_cast<unsigned char>(std::lround(255 * std::pow(around(value, contrast), power)));
+            curves[color][i] = static_cast<unsigned char>(std::lround(255 * std::pow(around(value, contrast), power)));
         }
     }
     return curves;
