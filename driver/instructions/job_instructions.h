@@ -251,7 +251,8 @@ struct JobInstructions {
 
     FinishingInstruction finishing;
     OutputColor outputColor = OutputColor::asPrinter;
-    std::vector<ColorInstruction> colors;  // where they are not the printer's own
+    std::vector<ColorInstruction> colors;       // where they are not the printer's own
+    std::vector<ColorInstruction> usualColors;  // those of the queue's or the user's options, which give way to these
 
     // The job
     JobKind kind = JobKind::print;

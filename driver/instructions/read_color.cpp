@@ -20,6 +20,10 @@ struct NumberRow {
     const char* mainKeyword;
     OSStatus (Options::*get)(SInt32* value) const;
 };
+struct CastRow {
+    const char* name;
+    const char* mainKeyword;
+};
 struct ChoiceRow {
     const char* name;
     const char* mainKeyword;
@@ -43,6 +47,12 @@ constexpr NumberRow kNumbers[] = {
     {"tavro-lightness",  "TRLightness",   &Options::lightness},
     {"tavro-contrast",   "TRContrast",    &Options::contrast},
     {"tavro-saturation", "JCLSaturation", &Options::saturation},
+};
+constexpr CastRow kCasts[] = {
+    // name, main keyword
+    {"tavro-cyan-red",      "TRCyanRed"},
+    {"tavro-magenta-green", "TRMagentaGreen"},
+    {"tavro-yellow-blue",   "TRYellowBlue"},
 };
 constexpr ChoiceRow kChoices[] = {
     // name, main keyword, choices, record
@@ -124,14 +134,10 @@ private:
 
     /// Its axes are set together.
     void readCast() {
-        SInt32 cyanRed = kTicketValueUnset;
-        SInt32 magentaGreen = kTicketValueUnset;
-        SInt32 yellowBlue = kTicketValueUnset;
-        options_.colorCast(&cyanRed, &magentaGreen, &yellowBlue);
-        if (std::ranges::count(std::array{cyanRed, magentaGreen, yellowBlue}, kTicketValueUnset) == 0) {
-            addNumber("tavro-cyan-red", "TRCyanRed", cyanRed);
-            addNumber("tavro-magenta-green", "TRMagentaGreen", magentaGreen);
-            addNumber("tavro-yellow-blue", "TRYellowBlue", yellowBlue);
+        std::array cast{kTicketValueUnset, kTicketValueUnset, kTicketValueUnset};
+        options_.colorCast(&cast[0], &cast[1], &cast[2]);
+        for (std::size_t i = 0; i < cast.size() && std::ranges::count(cast, kTicketValueUnset) == 0; ++i) {
+            addNumber(kCasts[i].name, kCasts[i].mainKeyword, cast[i]);
         }
     }
 
@@ -156,4 +162,21 @@ private:
 std::vector<ColorInstruction> readColors(PMTicketRef printSettings) {
     const CFDictionaryRef dictionary = dictionaryOf(printSettings, kFullColorOptionsItem);
     return dictionary == nullptr ? std::vector<ColorInstruction>() : Reader(FullColorOptions(dictionary)).read();
+}
+
+std::vector<ColorInstruction> readColorOptions(PMTicketRef printSettings) {
+    std::vector<ColorInstruction> all;
+    const auto add = [&](const char* name, const char* mainKeyword) {
+        const std::string option = choiceOf(printSettings, CFStringMakeConstant(mainKeyword));
+        if (option.starts_with(kCustomOption)) {
+            all.push_back({name, option.substr(kCustomOption.size()), mainKeyword, option});
+        }
+    };
+    for (const NumberRow& row : kNumbers) {
+        add(row.name, row.mainKeyword);
+    }
+    for (const CastRow& row : kCasts) {
+        add(row.name, row.mainKeyword);
+    }
+    return all;
 }

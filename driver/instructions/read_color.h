@@ -7,3 +7,6 @@
 /// What the print settings ask for; none where the colors are the printer's own. A number that has no word here, of
 /// another edition, is its own word.
 std::vector<ColorInstruction> readColors(PMTicketRef printSettings);
+
+/// The adjustments in numbers that options of the PPD ask for, as a queue or another program sets them.
+std::vector<ColorInstruction> readColorOptions(PMTicketRef printSettings);

@@ -136,6 +136,7 @@ JobInstructions readFacts(PMTicketRef printSettings, PMTicketRef pageFormat) {
     readCoversAndSeparators(printSettings, &job);
     readFinishing(printSettings, &job);
     job.colors = readColors(printSettings);
+    job.usualColors = readColorOptions(printSettings);
     job.hasBanner = numberOfChoice(printSettings, CFSTR("JCLBanner")) == kBannerOn;
     readJob(printSettings, &job);
     return job;

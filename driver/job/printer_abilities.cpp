@@ -69,12 +69,15 @@ PrinterAbilities abilitiesOf(PMPrinter printer) {
             hasOption(printer, kFinishingMainKeywords.front(), kNoFinishingOption)};
 }
 
-ColorTones tonesOf(const std::vector<ColorInstruction>& colors, PMPrinter printer) {
+ColorTones tonesOf(const JobInstructions& job, PMPrinter printer) {
+    constexpr int kMost = 100;
     ColorTones tones;
-    for (const ColorInstruction& color : colors) {
-        const auto* const row = std::ranges::find(kTones, std::string_view(color.name), &ToneRow::name);
-        if (row != kTones.end() && hasOption(printer, color)) {
-            tones.*row->tone = std::atoi(color.value.c_str());
+    for (const auto* const colors : {&job.usualColors, &job.colors}) {
+        for (const ColorInstruction& color : *colors) {
+            const auto* const row = std::ranges::find(kTones, std::string_view(color.name), &ToneRow::name);
+            if (row != kTones.end() && hasOption(printer, color)) {
+                tones.*row->tone = std::clamp(std::atoi(color.value.c_str()), -kMost, kMost);
+            }
         }
     }
     return tones;

@@ -52,5 +52,5 @@ struct ColorTones {
 
     bool operator==(const ColorTones&) const = default;
 };
-/// Those that the printer makes by options of its PPD.
-ColorTones tonesOf(const std::vector<ColorInstruction>& colors, PMPrinter printer);
+/// Those that the printer makes by options of its PPD, whoever set them.
+ColorTones tonesOf(const JobInstructions& job, PMPrinter printer);

@@ -13,7 +13,7 @@ double around(double value, double contrast) {
 
 std::array<ToneCurve, 3> curvesOf(const ColorTones& tones) {
     const double contrast = std::exp2(tones.contrast / 100.0);
-    const int casts[] = {tones.cyanRed, tones.magentaGreen, tones.yellowBlue};
+    const std::array casts{tones.cyanRed, tones.magentaGreen, tones.yellowBlue};
     std::array<ToneCurve, 3> curves{};
     for (std::size_t color = 0; color < curves.size(); ++color) {
         const double power = std::exp2(-tones.lightness / 100.0 - casts[color] / 200.0);

@@ -31,7 +31,7 @@ JobSheets sheetsOfJob(const JobInstructions& instructions, SheetPlan plan,
     job.finishing = instructions.finishing;
     job.isNegative = instructions.isNegative && abilitiesOf(printer).printsNegatives;
     job.isBlackAndWhite = instructions.outputColor == OutputColor::blackAndWhite;
-    job.tones = tonesOf(instructions.colors, printer);
+    job.tones = tonesOf(instructions, printer);
     job.mark = instructions.watermark;
     return job;
 }

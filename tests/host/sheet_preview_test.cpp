@@ -198,6 +198,16 @@ TEST_F(SheetPreview, HasTheColorsOfTheJob) {
     EXPECT_EQ(with({.lightness = -50, .cyanRed = 100}), (std::vector{valueOf({128, 96, 96}), white, black}));
     EXPECT_EQ(with({.saturation = -100, .yellowBlue = -100}), (std::vector{valueOf({128, 128, 96}), white, black}));
     EXPECT_EQ(curvesOf({.contrast = 100})[0][64], 32);
+
+    // What a queue asks for, and what the user asks for instead.
+    printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR840.ppd"));
+    const std::string options = choice("TRLightness", "Custom.50") + choice("TRCyanRed", "Custom.100");
+    instructions = session("", options)->instructions();
+    EXPECT_EQ(plan().tones, (ColorTones{.lightness = 50, .cyanRed = 100}));
+    instructions = session(item("FullColorOptions", dictionary(number("FCLightness", -50))), options)->instructions();
+    EXPECT_EQ(plan().tones, (ColorTones{.lightness = -50, .cyanRed = 100}));
+    printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
+    EXPECT_EQ(plan().tones, ColorTones()) << "which it has no options for";
     EXPECT_EQ(saturationOf({.saturation = -100}), 0);
 }
 
