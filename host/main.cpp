@@ -173,7 +173,7 @@ PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const s
     std::unique_ptr<script::Runner> runner;
     return dialog.run([&] {
         if (line.listControls) {
-            script::printLines(stdout, script::listPanels(dialog.window()));
+            script::printLines(stdout, script::listing(script::listedPanels(dialog.window())));
             dialog.end({ExitStatus::success, {}});
         } else if (line.isScripted()) {
             runner = std::make_unique<script::Runner>(

@@ -191,7 +191,7 @@ public:
         if (front == nullptr) {
             return "no window is open";
         }
-        printLines(stage_.output, listWindow(front));
+        printLines(stage_.output, listing(listedWindow(front)));
         return std::nullopt;
     }
 

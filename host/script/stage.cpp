@@ -80,7 +80,7 @@ std::string textOf(ControlRef control) {
 
 std::string printableTextOf(ControlRef control) {
     if (isSecret(control)) {
-        return textOf(control).empty() ? "\"\"" : "••••";
+        return textOf(control).empty() ? "\"\"" : kDots;
     }
     return quoted(textOf(control));
 }

@@ -38,6 +38,8 @@ bool isShown(ControlRef control);
 
 /// What the control says: a field's text, a pop-up's chosen item, a button's title. Empty for other kinds.
 std::string textOf(ControlRef control);
+/// What is printed for a secret.
+inline constexpr const char* kDots = "••••";
 /// The same, quoted, with a secret replaced by dots; for everything that is printed.
 std::string printableTextOf(ControlRef control);
 bool isSecret(ControlRef control);
