@@ -1,6 +1,8 @@
 #include "host/proof/print_proof.h"
 
 #include "host/proof/proof_words.h"
+#include "host/script/text.h"
+#include "platform/foundation/terminal_text.h"
 
 #include <cstdio>
 
@@ -10,8 +12,8 @@ Failure printProof(const std::string& path, const Printer& printer, CFBundleRef 
     if (!proof) {
         return unusable(path, reason);
     }
-    for (const std::string& line : proofWords(*proof, printer, texts)) {
-        std::printf("%s\n", line.c_str());
+    for (const std::string& line : proofWords(reportOf(*proof, printer, texts), texts)) {
+        printLine(stdout, readable(line));
     }
     return proof->errors.empty() ? Failure{ExitStatus::success, {}} : unusable(path, proof->errors.front());
 }

@@ -1,12 +1,11 @@
 // A job that was read back, in words.
 #pragma once
 
-#include "driver/proof/proof.h"
-#include "host/settings/printer.h"
-#include "platform/foundation/CFBundle.h"
+#include "host/proof/proof_report.h"
 
 #include <string>
 #include <vector>
 
-/// The lines of the proof: without characters that a terminal obeys.
-std::vector<std::string> proofWords(const Proof& proof, const Printer& printer, CFBundleRef texts);
+/// A line for each command and instruction, for each sheet, and for what is done with the sets. What stands in them is
+/// the job's and the PPD's, and not safe for a terminal.
+std::vector<std::string> proofWords(const ProofReport& report, CFBundleRef texts);
