@@ -5,7 +5,6 @@
 #include "host/dialog/print_dialog.h"
 #include "host/dialog/server_password.h"
 #include "host/dialog/start_marks.h"
-#include "host/job/check_settings.h"
 #include "host/job/command_line.h"
 #include "host/job/job_setup.h"
 #include "host/job/open_document.h"
@@ -13,8 +12,7 @@
 #include "host/places.h"
 #include "host/portal/caller_settings.h"
 #include "host/portal/request_keys.h"
-#include "host/proof/print_proof.h"
-#include "host/script/control_listing.h"
+#include "host/report/report.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
 #include "host/script/text.h"
@@ -70,7 +68,7 @@ ExitStatus afterOutput(const CommandLine& line, ExitStatus status) {
         return status;
     }
     const std::string reason = errno != 0 ? std::strerror(errno) : "not all of it was written";
-    const bool isAskedFor = line.help || line.version || line.listControls || line.check || !line.proof.empty();
+    const bool isAskedFor = line.help || line.version || line.isTelling();
     return fail(
         {status == ExitStatus::success && isAskedFor ? ExitStatus::notSent : status, "standard output: " + reason});
 }
@@ -169,11 +167,15 @@ ExitStatus failInWindow(const Failure& failure, const CommandLine& line, char* p
     return status;
 }
 
+ReportForm formOf(const CommandLine& line) {
+    return line.tellsJSON() ? ReportForm::json : ReportForm::lines;
+}
+
 PrintDialog::Outcome drive(PrintDialog& dialog, const CommandLine& line, const script::Script& parsed) {
     std::unique_ptr<script::Runner> runner;
     return dialog.run([&] {
         if (line.listControls) {
-            script::printLines(stdout, script::listing(script::listedPanels(dialog.window())));
+            reportControls(dialog.window(), formOf(line));
             dialog.end({ExitStatus::success, {}});
         } else if (line.isScripted()) {
             runner = std::make_unique<script::Runner>(
@@ -231,9 +233,9 @@ ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument*
     return worst;
 }
 
-ExitStatus check(const JobSetup& setup) {
+ExitStatus check(const CommandLine& line, const JobSetup& setup) {
     auto bundle = openBundle(hostBundlePath());
-    return fail(bundle ? checkSettings(setup, bundle->get()) : bundle.failure());
+    return fail(bundle ? reportCheck(setup, bundle->get(), formOf(line)) : bundle.failure());
 }
 
 /// In the words of the printer that is named, or of the sample, which has all that the maker's printers have.
@@ -244,7 +246,7 @@ ExitStatus proof(const CommandLine& line) {
         return fail(printer.failure());
     }
     auto bundle = openBundle(hostBundlePath());
-    return fail(bundle ? printProof(line.proof, *printer, bundle->get()) : bundle.failure());
+    return fail(bundle ? reportProof(line.proof, *printer, bundle->get(), formOf(line)) : bundle.failure());
 }
 
 /// The dialog waits for a document that is looked at a moment only, and for one that is made into a PDF not at all.
@@ -351,6 +353,9 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
     if (!line.proof.empty()) {
         return proof(line);
     }
+    if (line.isListing()) {
+        return fail(line.listPrinters ? reportPrinters(formOf(line)) : reportPresets(formOf(line)));
+    }
     if (const auto missing = findMissing(line.documents)) {
         return failInWindow(*missing, line, programName);
     }
@@ -396,7 +401,7 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
         return failInWindow(opened.failure(), line, programName);
     }
     job->document = std::move(*opened);
-    return check(*job);
+    return check(line, *job);
 }
 
 ExitStatus answerPortal(const CommandLine& line, char* programName) {

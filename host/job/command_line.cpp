@@ -59,8 +59,14 @@ constexpr std::array kOptions{
     OptionRow{"--script", "FILE.tavro-script", Group::script, &CommandLine::script, "drive the dialog from a file"},
     OptionRow{"--shots", "DIR", Group::script, &CommandLine::shots,
               "where the script's pictures go; else the current folder"},
+    OptionRow{"--list-printers", nullptr, Group::script, &CommandLine::listPrinters,
+              "print the names of the print server's queues, the default one first, then leave"},
+    OptionRow{"--list-presets", nullptr, Group::script, &CommandLine::listPresets,
+              "print the names of your presets, then leave"},
     OptionRow{"--list-controls", nullptr, Group::script, &CommandLine::listControls,
               "print every panel's controls and menus, then leave"},
+    OptionRow{"--format", "text|json", Group::script, &CommandLine::format,
+              "how --check, --proof and the lists are printed: as lines, or as one JSON document"},
     OptionRow{"--help", nullptr, Group::program, &CommandLine::help, "print this, then leave"},
     OptionRow{"--version", nullptr, Group::program, &CommandLine::version, "print the version, then leave"},
 };
@@ -73,6 +79,7 @@ constexpr const char* kNotes =
     "  UTF-8, PostScript; with LibreOffice also office documents. - is standard input. Each document is a job.\n"
     "  The password of a protected document is asked for, in a window or, without one, on the terminal.\n"
     "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
+    "  What --format json prints is described in tavro-report(5).\n"
     "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
     "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n"
     "  A print server that wants a password gets the one that you type, in a window or, with --print, on the\n"
@@ -196,6 +203,18 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
             "--proof reads a job that was made, so a document, --check, --print, --script and --list-controls "
             "do not go with it");
     }
+    if (line.isListing() && (line.listPrinters == line.listPresets || line.check || line.print || line.isScripted() ||
+                             !line.proof.empty() || !line.portal.empty() || !line.documents.empty())) {
+        return usage(
+            "--list-printers and --list-presets do nothing else, so a document or another action does not go "
+            "with either");
+    }
+    if (!line.format.empty() && line.format != "text" && line.format != "json") {
+        return usage("--format " + line.format + ": is neither text nor json");
+    }
+    if (!line.format.empty() && !line.isTelling()) {
+        return usage("--format is for what is told by --check, --proof or a list");
+    }
     for (const std::string& option : line.installed) {
         const std::size_t equals = option.find('=');
         if (equals == 0 || equals == std::string::npos || equals + 1 == option.size()) {
@@ -215,7 +234,7 @@ std::optional<Failure> checkTogether(const CommandLine& line) {
     if (std::ranges::count(line.documents, "-") == 1 && isatty(STDIN_FILENO) != 0) {
         return usage("-: is standard input, and it is a terminal; a document comes there from a file or a program");
     }
-    if (line.documents.empty() && !line.listControls && !line.check && line.proof.empty() && line.portal.empty()) {
+    if (line.documents.empty() && !line.isTelling() && line.portal.empty()) {
         return usage("the document is missing");
     }
     return std::nullopt;

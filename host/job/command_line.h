@@ -22,14 +22,22 @@ struct CommandLine {
     std::string shots;
     std::string proof;
     std::string portal;
+    std::string format;  // of what is told: "json", or "text" as when nothing is said
     bool check = false;
     bool print = false;
     bool listControls = false;
+    bool listPrinters = false;
+    bool listPresets = false;
     bool help = false;
     bool version = false;
 
     /// Nobody is at the screen.
     bool isScripted() const { return !script.empty() || listControls; }
+    /// Only names are told.
+    bool isListing() const { return listPrinters || listPresets; }
+    /// Something is told on standard output, and nothing printed.
+    bool isTelling() const { return check || listControls || isListing() || !proof.empty(); }
+    bool tellsJSON() const { return format == "json"; }
 };
 
 /// A page of a document by its number, from 1; 0 for what is none.

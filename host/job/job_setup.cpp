@@ -1,8 +1,10 @@
 #include "host/job/job_setup.h"
 
+#include "host/script/text.h"
 #include "host/settings/installed_options.h"
 #include "host/settings/presets.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -23,9 +25,25 @@ SettingsOrigin originOf(const CommandLine& line) {
                                                   std::filesystem::path(line.ticketIn).filename().string()};
 }
 
+/// Who names a preset that is not there hears which are.
+Result<JobSettings> readPreset(const std::string& name) {
+    auto settings = namedPresets().read(name);
+    if (settings) {
+        return settings;
+    }
+    std::vector<std::string> names = namedPresets().list().names;
+    std::ranges::sort(names);
+    std::string kept;
+    for (const std::string& each : names) {
+        kept += (kept.empty() ? "" : ", ") + quoted(each);
+    }
+    return Failure{settings.failure().status,
+                   settings.failure().line + (kept.empty() ? "; none is kept" : "; there are " + kept)};
+}
+
 Result<JobSettings> readStartingSettings(const CommandLine& line) {
     if (!line.preset.empty()) {
-        return namedPresets().read(line.preset);
+        return readPreset(line.preset);
     }
     return line.ticketIn.empty() ? Result<JobSettings>(JobSettings{}) : readSettingsFile(line.ticketIn);
 }

@@ -1,7 +1,7 @@
 #include "host/job/print_without_window.h"
 
-#include "host/job/check_settings.h"
 #include "host/job/print_job.h"
+#include "host/job/settings_warnings.h"
 #include "host/settings/left_out.h"
 #include "host/settings/page_range.h"
 #include "host/settings/print_session.h"

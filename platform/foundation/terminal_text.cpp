@@ -4,20 +4,17 @@
 
 #include <algorithm>
 
-namespace {
-
-bool isUnsafe(QChar c) {
-    const char16_t code = c.unicode();
+bool isTerminalCode(char16_t code) {
     const bool turnsOrder = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-    return turnsOrder || c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
-           c.category() == QChar::Separator_Paragraph;
+    const QChar::Category category = QChar(code).category();
+    return turnsOrder || category == QChar::Other_Control || category == QChar::Separator_Line ||
+           category == QChar::Separator_Paragraph;
 }
-
-}  // namespace
 
 std::string terminalText(std::string_view text) {
     QString safe = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    std::replace_if(safe.begin(), safe.end(), isUnsafe, QChar(u' '));
+    std::replace_if(
+        safe.begin(), safe.end(), [](QChar c) { return isTerminalCode(c.unicode()); }, QChar(u' '));
     return safe.toStdString();
 }
 

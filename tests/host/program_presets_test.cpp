@@ -237,7 +237,7 @@ ok)script");
 TEST_F(ProgramPresets, ThatCannotBeReadAreSaidByName) {
     const Run unknown = run({"--ppd", kZR420, "--preset", "Nobody", "--script", add("script", "ok"), kTenPages});
     EXPECT_EQ(unknown.status, 4);
-    EXPECT_EQ(unknown.errors, "tavro-print: preset \"Nobody\": there is none of that name\n");
+    EXPECT_EQ(unknown.errors, "tavro-print: preset \"Nobody\": there is none of that name; none is kept\n");
     const Run both = run({"--ppd", kZR420, "--preset", "Nobody", "--ticket-in", "x", kTenPages});
     EXPECT_EQ(both.status, 2) << both.errors;
 

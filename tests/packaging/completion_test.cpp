@@ -85,6 +85,11 @@ TEST_F(Completion, OffersTheInstalledOptionsOfThePPD) {
     EXPECT_EQ(offers("--ppd " + here + "missing --installed "), Offers{});
 }
 
+TEST_F(Completion, OffersTheWordsOfAnOption) {
+    EXPECT_EQ(offers("--check --format "), (Offers{"json", "text"}));
+    EXPECT_EQ(offers("--check --format=j"), Offers{"json"});
+}
+
 TEST_F(Completion, OffersThePresetsOfTheUser) {
     EXPECT_EQ(offers("--preset "), Offers{});
     for (const char* name : {"Draft", "Drafts & <more>", "Handouts"}) {

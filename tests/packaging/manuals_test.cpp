@@ -64,7 +64,8 @@ TEST_F(Manuals, HaveEveryActionOfTheScriptLanguage) {
 }
 
 TEST_F(Manuals, AreWellFormed) {
-    for (const std::string& page : {kOptions, kLanguage, std::string(TAVRO_MANUALS_FOLDER "/tavro-portal.8")}) {
+    for (const std::string& page : {kOptions, kLanguage, std::string(TAVRO_MANUALS_FOLDER "/tavro-report.5"),
+                                    std::string(TAVRO_MANUALS_FOLDER "/tavro-portal.8")}) {
         const Run formatted = start("/usr/bin/man", {"--warnings", "--local-file", page}, {"LC_ALL=C.UTF-8"});
         EXPECT_EQ(formatted.status, 0);
         EXPECT_EQ(formatted.errors, "");

@@ -1,7 +1,7 @@
--- Makes a manual page of the description of the script language: its title becomes the page's name, tables of two
--- columns become lists, links to examples name their installed place, and what is typed is bold.
+-- Makes a manual page of a description: its title becomes the page's name, tables of two columns become lists, links to
+-- examples name their installed place, and what is typed is bold.
 
-local examples
+local examples, name, others
 
 local function as_list(rows)
   local items = {}
@@ -12,7 +12,13 @@ local function as_list(rows)
 end
 
 return {
-  { Meta = function(it) examples = pandoc.utils.stringify(it.examples) end },
+  {
+    Meta = function(it)
+      examples = pandoc.utils.stringify(it.examples)
+      name = pandoc.utils.stringify(it.name)
+      others = pandoc.utils.stringify(it.others)
+    end,
+  },
   {
     Code = function(it) return pandoc.Strong((it.text:gsub(' ', '\u{a0}'))) end,
     Header = function(it)
@@ -23,8 +29,8 @@ return {
       return pandoc.walk_block(it, { Str = function(word) return pandoc.Str(pandoc.text.upper(word.text)) end })
     end,
     Link = function(it)
-      local name = it.target:match('^examples/(.+)') or error('no place for a link to ' .. it.target)
-      return pandoc.Emph(examples .. '/' .. name)
+      local example = it.target:match('^examples/(.+)') or error('no place for a link to ' .. it.target)
+      return pandoc.Emph(examples .. '/' .. example)
     end,
     Table = function(it)
       local simple = pandoc.utils.to_simple_table(it)
@@ -34,10 +40,10 @@ return {
   {
     Pandoc = function(it)
       it.blocks:insert(1, pandoc.Header(1, 'NAME'))
-      it.blocks:insert(2, pandoc.Plain('tavro-script - script language of tavro-print'))
+      it.blocks:insert(2, pandoc.Plain(name))
       it.blocks:insert(3, pandoc.Header(1, 'DESCRIPTION'))
       it.blocks:insert(pandoc.Header(1, 'SEE ALSO'))
-      it.blocks:insert(pandoc.Plain{pandoc.Strong('tavro-print'), '(1)'})
+      it.blocks:insert(pandoc.Plain(others))
       return it
     end,
   },
