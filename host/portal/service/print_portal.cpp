@@ -93,54 +93,61 @@ PrintPortal::~PrintPortal() {
     }
 }
 
+const std::vector<PrintPortal::Call>& PrintPortal::calls() {
+    static const std::vector<Argument> kResults{{"u", "response"}, {"a{sv}", "results"}};
+    static const std::vector<Call> kCalls{
+        // interface, method, its arguments, its results, what is done
+        {kPrintInterface,
+         "PreparePrint",
+         {{"o", "handle"},
+          {"s", "app_id"},
+          {"s", "parent_window"},
+          {"s", "title"},
+          {"a{sv}", "settings"},
+          {"a{sv}", "page_setup"},
+          {"a{sv}", "options"}},
+         kResults,
+         &PrintPortal::prepare},
+        {kPrintInterface,
+         "Print",
+         {{"o", "handle"}, {"s", "app_id"}, {"s", "parent_window"}, {"s", "title"}, {"h", "fd"}, {"a{sv}", "options"}},
+         kResults,
+         &PrintPortal::print},
+        {kRequestInterface, "Close", {}, {}, &PrintPortal::close},
+    };
+    return kCalls;
+}
+
 QString PrintPortal::introspect(const QString& path) const {
-    if (requests_.contains(path)) {
-        return QStringLiteral(
-            "<interface name=\"org.freedesktop.impl.portal.Request\"><method name=\"Close\"/></interface>");
+    const char* const interface = requests_.contains(path) ? kRequestInterface : kPrintInterface;
+    QString methods;
+    const auto add = [&methods](const std::vector<Argument>& arguments, const char* direction) {
+        for (const Argument& each : arguments) {
+            methods += QStringLiteral("<arg type=\"%1\" name=\"%2\" direction=\"%3\"/>\n")
+                           .arg(QLatin1String(each.type), QLatin1String(each.name), QLatin1String(direction));
+        }
+    };
+    for (const Call& call : calls()) {
+        if (call.interface == QLatin1String(interface)) {
+            methods += QStringLiteral("<method name=\"%1\">\n").arg(QLatin1String(call.member));
+            add(call.arguments, "in");
+            add(call.results, "out");
+            methods += QStringLiteral("</method>\n");
+        }
     }
-    return QStringLiteral(R"(<interface name="org.freedesktop.impl.portal.Print">
-<method name="PreparePrint">
-<arg type="o" name="handle" direction="in"/>
-<arg type="s" name="app_id" direction="in"/>
-<arg type="s" name="parent_window" direction="in"/>
-<arg type="s" name="title" direction="in"/>
-<arg type="a{sv}" name="settings" direction="in"/>
-<arg type="a{sv}" name="page_setup" direction="in"/>
-<arg type="a{sv}" name="options" direction="in"/>
-<arg type="u" name="response" direction="out"/>
-<arg type="a{sv}" name="results" direction="out"/>
-</method>
-<method name="Print">
-<arg type="o" name="handle" direction="in"/>
-<arg type="s" name="app_id" direction="in"/>
-<arg type="s" name="parent_window" direction="in"/>
-<arg type="s" name="title" direction="in"/>
-<arg type="h" name="fd" direction="in"/>
-<arg type="a{sv}" name="options" direction="in"/>
-<arg type="u" name="response" direction="out"/>
-<arg type="a{sv}" name="results" direction="out"/>
-</method>
-</interface>)");
+    return QStringLiteral("<interface name=\"%1\">\n%2</interface>").arg(QLatin1String(interface), methods);
 }
 
 bool PrintPortal::handleMessage(const QDBusMessage& message, const QDBusConnection&) {
-    struct CallRow {
-        const char* interface;
-        const char* member;
-        const char* signature;
-        void (PrintPortal::*act)(const QDBusMessage&);
-    };
-    static constexpr CallRow kCalls[] = {
-        // interface, method, its arguments, what is done
-        {kPrintInterface, "PreparePrint", "osssa{sv}a{sv}a{sv}", &PrintPortal::prepare},
-        {kPrintInterface, "Print", "osssha{sv}", &PrintPortal::print},
-        {kRequestInterface, "Close", "", &PrintPortal::close},
-    };
-    for (const CallRow& row : kCalls) {
-        if (message.interface() == QLatin1String(row.interface) && message.member() == QLatin1String(row.member) &&
-            message.signature() == QLatin1String(row.signature)) {
+    for (const Call& call : calls()) {
+        QString signature;
+        for (const Argument& argument : call.arguments) {
+            signature += QLatin1String(argument.type);
+        }
+        if (message.interface() == QLatin1String(call.interface) && message.member() == QLatin1String(call.member) &&
+            message.signature() == signature) {
             message.setDelayedReply(true);
-            (this->*row.act)(message);
+            (this->*call.act)(message);
             return true;
         }
     }

@@ -14,6 +14,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
 class PrintPortal : public QDBusVirtualObject {
 public:
@@ -46,6 +47,20 @@ private:
         std::unique_ptr<QProcess> process;
     };
     using Requests = std::map<QString, Request>;
+
+    struct Argument {
+        const char* type;  // as the bus writes it
+        const char* name;
+    };
+    /// A method that others call.
+    struct Call {
+        const char* interface;
+        const char* member;
+        std::vector<Argument> arguments;
+        std::vector<Argument> results;
+        void (PrintPortal::*act)(const QDBusMessage&);
+    };
+    static const std::vector<Call>& calls();
 
     void prepare(const QDBusMessage& message);
     void print(const QDBusMessage& message);
