@@ -1,4 +1,4 @@
-# A folder, a print server and a screen for this run alone, taken away at its end. To be sourced by bash.
+# A folder, a print server and screens for this run alone, taken away at its end. To be sourced by bash.
 # shellcheck shell=bash
 
 work=$(mktemp -d)
@@ -48,4 +48,29 @@ start_screen() {
   done
   DISPLAY=:$(cat "$work/display")
   export DISPLAY
+}
+
+# A Wayland screen that nobody sees, of a compositor that lets windows belong to those of other programs. It refuses to
+# run as root.
+start_wayland_screen() {
+  local folder=$work/screen as=(env)
+  mkdir -m 700 "$folder"
+  if [ "$(id -u)" -eq 0 ]; then
+    chmod 755 "$work"
+    chown nobody "$folder"
+    as=(setpriv --reuid=nobody --regid=nogroup --clear-groups env)
+  fi
+  echo "output HEADLESS-1 resolution 1280x1024" >"$work/sway.conf"
+  "${as[@]}" HOME="$folder" XDG_RUNTIME_DIR="$folder" WLR_BACKENDS=headless WLR_LIBINPUT_NO_DEVICES=1 WLR_RENDERER=pixman \
+    sway -c "$work/sway.conf" >"$work/sway.log" 2>&1 &
+  processes+=($!)
+  for _ in $(seq 100); do
+    if [ -S "$folder/wayland-1" ]; then
+      break
+    fi
+    sleep 0.1
+  done
+  WAYLAND_DISPLAY=$folder/wayland-1
+  SWAYSOCK=$(find "$folder" -name 'sway-ipc*')
+  export WAYLAND_DISPLAY SWAYSOCK
 }

@@ -43,8 +43,9 @@ void SelectWindow(WindowRef window);
 WindowRef FrontNonFloatingWindow();
 OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
 OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title);
-/// Lays the window in front of one of another program, which the desktop's portal names "x11:HEX". It has no owner then
-/// when the screen does not know such a window, or names its windows in another way.
+/// Lays the window in front of one of another program, which the desktop's portal names "x11:HEX" or "wayland:HANDLE".
+/// It has no owner then when the screen does not know such a window, or names its windows in another way. paramErr for
+/// what can be no window of this screen.
 OSStatus SetWindowForeignOwner(WindowRef window, CFStringRef owner);
 /// The content's rectangle on the screen.
 OSStatus GetWindowContentBounds(WindowRef window, Rect* bounds);
