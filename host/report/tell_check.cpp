@@ -205,7 +205,8 @@ private:
     }
 
     /// What a paper does not say is the printer's default.
-    QJsonObject paperObject(Paper paper) const {
+    QJsonObject paperObject(const Paper& said) const {
+        Paper paper = said;
         for (const auto& [keyword, part] :
              {std::pair{"PageSize", &Paper::size}, {"MediaColor", &Paper::color}, {"MediaType", &Paper::type}}) {
             if ((paper.*part).empty()) {

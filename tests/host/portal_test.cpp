@@ -15,6 +15,8 @@
 #include <QDBusUnixFileDescriptor>
 
 #include <fstream>
+#include <regex>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -191,6 +193,37 @@ TEST_F(Portal, PrintsOnceWhatWasPrepared) {
     EXPECT_NE(server.log().find("<b>My</b> ../Report"), std::string::npos);
     EXPECT_EQ(print(prepared.token).response, 2U) << "used twice";
     EXPECT_EQ(folders(), 0);
+}
+
+TEST_F(Portal, OffersTheOtherQueuesWhereTheDefaultOneIsOfAnotherMaker) {
+    std::ostringstream ppd;
+    ppd << std::ifstream(sourcePath("resources/ppd/Tavro-ZR410.ppd")).rdbuf();
+    std::ofstream(session.home() / "other.ppd")
+        << std::regex_replace(ppd.str(), std::regex("Manufacturer: \"Tavro\""), "Manufacturer: \"Somebody\"");
+    server.addQueue("other", session.home() / "other.ppd");
+    server.addQueue("second", sourcePath("resources/ppd/Tavro-ZR420.ppd"));
+    server.admin("lpadmin -d other");
+    // The other maker's prints, too, with what every printer has.
+    start("expect Host:10 text \"other\"\nexpect Host:10 items 3\nset Host:20 3\nok\n");
+    const Answer general = ask(preparing());
+    ASSERT_EQ(general.response, 0U);
+    EXPECT_EQ(general["printer"], "other");
+    EXPECT_EQ(print(general.token).response, 0U);
+    EXPECT_TRUE(server.hasCompleted("other-1")) << server.log();
+
+    std::ofstream(session.home() / "script")
+        << "expect Host:10 text \"other\"\nchoose Host:10 \"second\"\npanel \"Paper and Output\"\n"
+           "choose Tshl:113 \"2-Sided, Flip on Long Edge\"\nok\n";
+    const Answer chosen = ask(preparing({{QStringLiteral("printer"), QStringLiteral("gone")}}));
+    ASSERT_EQ(chosen.response, 0U);
+    EXPECT_EQ(chosen["printer"] + chosen["duplex"], "secondhorizontal");
+    EXPECT_EQ(print(chosen.token).response, 0U);
+    EXPECT_TRUE(server.hasCompleted("second-2")) << server.log();
+
+    // Where the program has printed before.
+    std::ofstream(session.home() / "script") << "expect Host:10 text \"tavro\"\nok\n";
+    EXPECT_EQ(ask(preparing({{QStringLiteral("printer"), QStringLiteral("tavro")}}))["printer"], "tavro");
+    EXPECT_EQ(folders(), 1);
 }
 
 TEST_F(Portal, AsksWhereNothingWasPreparedAndForgetsWhatIsTooOld) {
