@@ -50,6 +50,45 @@ start_screen() {
   export DISPLAY
 }
 
+# A session bus.
+start_bus() {
+  dbus-daemon --session --nofork --print-address=3 3>"$work/bus" 2>/dev/null &
+  processes+=($!)
+  until [ -s "$work/bus" ]; do sleep 0.01; done
+  DBUS_SESSION_BUS_ADDRESS=$(cat "$work/bus")
+  export DBUS_SESSION_BUS_ADDRESS
+}
+
+# The surroundings of a desktop portal, on an X screen, and of GTK programs that use it.
+prepare_portal() {
+  export HOME=$work/home XDG_RUNTIME_DIR=$work/run XDG_DESKTOP_PORTAL_DIR=$work/portals
+  export GTK_USE_PORTAL=1 GDK_DEBUG=portals GDK_BACKEND=x11 GSK_RENDERER=cairo GTK_A11Y=none NO_AT_BRIDGE=1
+  unset QT_QPA_PLATFORM
+  mkdir -p "$HOME" "$XDG_DESKTOP_PORTAL_DIR"
+  mkdir -m 700 "$XDG_RUNTIME_DIR"
+}
+
+# use_portal PROGRAM PORTAL-FILE BACKEND...: starts a backend and the portal with it alone, and then a program that prints.
+# What they say is in $work/asked (the program), $work/job and $work/backend.log (the backend).
+use_portal() {
+  rm -f "$XDG_DESKTOP_PORTAL_DIR"/*
+  cp "$2" "$XDG_DESKTOP_PORTAL_DIR"
+  "${@:3}" 2>"$work/backend.log" >"$work/job" &
+  backend=$!
+  sleep 1
+  /usr/libexec/xdg-desktop-portal 2>"$work/portal.log" &
+  portal=$!
+  sleep 1
+  "$1" 2>"$work/program.log" >"$work/asked" &
+  program=$!
+  processes+=("$backend" "$portal" "$program")
+}
+leave_portal() {
+  kill "$program" "$backend" "$portal"
+  wait "$program" "$backend" "$portal" 2>/dev/null || true
+  processes=("${processes[@]:0:${#processes[@]}-3}")
+}
+
 # A Wayland screen that nobody sees, of a compositor that lets windows belong to those of other programs. It refuses to
 # run as root.
 start_wayland_screen() {
