@@ -114,7 +114,7 @@ protected:
     Answer print(quint32 token, int flags = O_RDONLY, const QString& program = QStringLiteral("editor")) {
         const int file = open(kTenPages.c_str(), flags | O_CLOEXEC);
         lseek(file, 100, SEEK_SET);  // where the caller has stopped writing
-        const Answer answer = ask(printing(token, file, program));
+        Answer answer = ask(printing(token, file, program));
         close(file);
         return answer;
     }

@@ -25,7 +25,7 @@ protected:
         EXPECT_EQ(told.status, status) << told.errors;
         EXPECT_EQ(told.errors, "");
         QJsonParseError error{};
-        const QJsonObject object = QJsonDocument::fromJson(QByteArray::fromStdString(told.output), &error).object();
+        QJsonObject object = QJsonDocument::fromJson(QByteArray::fromStdString(told.output), &error).object();
         EXPECT_EQ(error.error, QJsonParseError::NoError) << told.output;
         EXPECT_EQ(text(object["kind"]), kind);
         EXPECT_EQ(object["version"].toInt(), 1);
