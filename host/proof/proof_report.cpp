@@ -8,6 +8,8 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <map>
+#include <utility>
 
 namespace {
 

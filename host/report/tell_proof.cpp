@@ -26,6 +26,13 @@ QJsonObject jsonSide(const ProofSide& side) {
     if (!side.isBlank) {
         object[QStringLiteral("text")] = jsonText(side.text);
         object[QStringLiteral("ink")] = QJsonArray{side.left, side.bottom, side.right, side.top};
+        if (side.tones != kUsualTones) {
+            QJsonArray tones;
+            for (const auto& tone : side.tones) {
+                tones.append(QJsonArray{tone[0], tone[1], tone[2]});
+            }
+            object[QStringLiteral("tones")] = tones;
+        }
     }
     return object;
 }
@@ -35,9 +42,13 @@ QJsonObject jsonSheet(const ProofReport::Sheet& sheet) {
     if (sheet.isTwoSided) {
         sides.append(jsonSide(sheet.side2));
     }
-    return {{QStringLiteral("paper"), jsonPaper(sheet.paper, sheet.size)},
-            {QStringLiteral("sides"), sides},
-            {QStringLiteral("flip"), jsonFlip(sheet.isTwoSided, sheet.isTumbled)}};
+    QJsonObject object{{QStringLiteral("paper"), jsonPaper(sheet.paper, sheet.size)},
+                       {QStringLiteral("sides"), sides},
+                       {QStringLiteral("flip"), jsonFlip(sheet.isTwoSided, sheet.isTumbled)}};
+    if (sheet.source) {
+        object[QStringLiteral("source")] = jsonChoice(sheet.source->option, sheet.source->words);
+    }
+    return object;
 }
 
 QJsonObject jsonFinishing(const ProofReport::Finishing& finishing) {
