@@ -39,7 +39,7 @@ std::string hostBundlePath() {
 }
 
 std::string pageReaderPath() {
-    return firstExisting({"../lib/tavro-pages", TAVRO_LIBRARY_PLACE "/tavro-pages"});
+    return firstExisting({"../lib/tavro-look", TAVRO_LIBRARY_PLACE "/tavro-look"});
 }
 
 std::string converterPath() {

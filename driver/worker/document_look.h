@@ -19,7 +19,7 @@ struct LookLimits {
 /// A look that goes on while the program does something else. It ends with the object, and with the program.
 class DocumentLook {
 public:
-    /// Has the program `worker` (tavro-pages) look at an open plain file. The password reaches it in no way that others
+    /// Has the program `worker` (tavro-look) look at an open plain file. The password reaches it in no way that others
     /// can see.
     DocumentLook(const std::string& worker, int document, const std::string& password = {},
                  const LookLimits& limits = {});

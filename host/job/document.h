@@ -33,7 +33,7 @@ inline constexpr int kMostPasswords = 3;
 
 /// The programs that read what strangers made.
 struct DocumentPrograms {
-    std::string pageReader;  // tavro-pages
+    std::string pageReader;  // tavro-look
     std::string converter;   // tavro-convert
 };
 

@@ -58,7 +58,7 @@ protected:
     std::string document = folder / "document.pdf";
     std::string password;
     std::string standIn = folder / "stand-in";
-    std::string worker = stagePath("lib/tavro-pages");
+    std::string worker = stagePath("lib/tavro-look");
 };
 
 /// What is believed of a report, in words.

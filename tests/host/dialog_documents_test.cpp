@@ -28,7 +28,7 @@ protected:
 
     /// Opens the dialog on the document and takes the steps, each when the time for it has come.
     PrintDialog::Outcome run(const std::string& path, std::vector<Step> steps) {
-        const DocumentPrograms programs{stagePath("lib/tavro-pages"), stagePath("lib/tavro-convert")};
+        const DocumentPrograms programs{stagePath("lib/tavro-look"), stagePath("lib/tavro-convert")};
         auto first = std::make_unique<OpeningDocument>(path, programs);
         Document document = first->document();
         if (!first->isPrepared() && first->advance(std::chrono::seconds(5)) && !first->isLocked()) {

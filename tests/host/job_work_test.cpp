@@ -35,7 +35,7 @@ protected:
     std::string process() const { return folder / "process"; }
 
     Result<Document> document =
-        OpeningDocument(sourcePath("tests/data/ten-pages.pdf"), {stagePath("lib/tavro-pages"), {}}).finish();
+        OpeningDocument(sourcePath("tests/data/ten-pages.pdf"), {stagePath("lib/tavro-look"), {}}).finish();
     JobTarget target{JobWay::file, folder / "job.ps"};
     const std::string& jobFile = target.file;
 };
@@ -60,7 +60,7 @@ TEST_F(JobWorks, PrintTheDocumentAsItWasOpened) {
     const std::string ten = sourcePath("tests/data/ten-pages.pdf");
     fs::copy_file(ten, path);
     const auto settings = session("", {});
-    auto opened = OpeningDocument(path, {stagePath("lib/tavro-pages"), {}}).finish();
+    auto opened = OpeningDocument(path, {stagePath("lib/tavro-look"), {}}).finish();
     EXPECT_FALSE(opened->file->isOutdated());
     std::ofstream(path, std::ios::trunc) << "%PDF-1.4 of somebody else";
     EXPECT_TRUE(opened->file->isOutdated());

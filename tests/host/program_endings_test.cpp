@@ -129,7 +129,7 @@ TEST_F(Endings, EndTheLookAtADocument) {
             const std::string process = "/proc/" + std::to_string(program);
             EXPECT_TRUE(eventually([&] {
                 std::istringstream(contentOf(process + "/task/" + std::to_string(program) + "/children")) >> reader;
-                return contentOf("/proc/" + reader + "/comm") == "tavro-pages\n";
+                return contentOf("/proc/" + reader + "/comm") == "tavro-look\n";
             }));
             kill(program, signal);
         };

@@ -24,7 +24,7 @@ protected:
     std::string copyStage() const {
         const fs::path copy = folder.path() / "stage";
         for (const char* part :
-             {"bin/tavro-print", "lib/tavro-convert", "lib/tavro-pages", "TavroPrint.bundle", "plugins"}) {
+             {"bin/tavro-print", "lib/tavro-convert", "lib/tavro-look", "TavroPrint.bundle", "plugins"}) {
             fs::create_directories((copy / part).parent_path());
             fs::copy(stagePath(part), copy / part, fs::copy_options::recursive);
         }
@@ -119,9 +119,9 @@ TEST_F(Refusals, PartsThatAreMissingOrBroken) {
     expectRefusal(script("ok", {}, {"TAVRO_PLUGIN_DIR=" + folder.path().string()}), 4, "TavroFeatures.plugin");
 
     const std::string stage = copyStage();
-    const std::string pageReader = stage + "/lib/tavro-pages";
+    const std::string pageReader = stage + "/lib/tavro-look";
     fs::rename(pageReader, folder / "kept");
-    expectRefusal(runCopy(stage), 4, kTenPages + ": cannot be looked at: ", "lib/tavro-pages: No such file");
+    expectRefusal(runCopy(stage), 4, kTenPages + ": cannot be looked at: ", "lib/tavro-look: No such file");
     fs::rename(folder / "kept", pageReader);
     const std::string nib = stage + "/TavroPrint.bundle/Contents/Resources/PrintDialog.nib";
     std::ofstream(nib + "/PrintDialog.window") << "TVNW";

@@ -1,6 +1,6 @@
-// tavro-pages: looks at the document on its standard input and reports its pages on its standard output.
+// tavro-look: looks at the document on its standard input and reports its pages on its standard output.
 //
-// usage: tavro-pages SECONDS MEGABYTES <DOCUMENT: what it may take of processor and memory
+// usage: tavro-look SECONDS MEGABYTES <DOCUMENT: what it may take of processor and memory
 //
 // A standard output that is a socket has the document's password for it, up to its end.
 //
@@ -44,7 +44,7 @@ int main(int argc, char** argv) {
     const long seconds = argc == 3 ? std::strtol(argv[1], nullptr, 10) : 0;
     const long megabytes = argc == 3 ? std::strtol(argv[2], nullptr, 10) : 0;
     if (seconds < 1 || megabytes < 1) {
-        std::fputs("usage: tavro-pages SECONDS MEGABYTES <DOCUMENT\n", stderr);
+        std::fputs("usage: tavro-look SECONDS MEGABYTES <DOCUMENT\n", stderr);
         return 2;
     }
     if (!endWithStarter()) {
