@@ -24,6 +24,10 @@ OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer);
 /// fetched from the server. kPMNoSuchPrinter, kPMServerNotResponding or kPMUnusableDescription, with the reason in
 /// PMGetLastErrorText. May block for some seconds, never longer.
 OSStatus PMPrinterCreateFromPrinterID(CFStringRef printerID, PMPrinter* printer);
+/// A printer as a job finds it that is on its way through the print server's filters: known by its PPD file, with the
+/// job's options, as a filter gets them, in the place of what is saved for a queue. kPMUnusableDescription as above;
+/// paramErr, with the reason alone in PMGetLastErrorText, for settings among the options that cannot be read.
+OSStatus PMPrinterCreateForJob(CFURLRef ppd, CFStringRef options, PMPrinter* printer);
 OSStatus PMPrinterRetain(PMPrinter printer);
 OSStatus PMPrinterRelease(PMPrinter printer);
 
@@ -71,8 +75,9 @@ OSStatus PMPrinterGetDescriptionURL(PMPrinter printer, CFStringRef type, CFURLRe
 
 /// Puts what the printer does by default into the tickets, leaving alone what they hold already: the PPD's marked
 /// defaults, for a queue its own and what the user has saved for it (lpoptions), in the PPD dictionary; the copies,
-/// page range, orientation and page options that are saved there. Installable options (OptionN) are not settings and
-/// stay out. What else is saved for a queue goes with its jobs by itself.
+/// page range, orientation and page options that are saved there. Print settings that hold nothing yet also get the
+/// items that are saved there and that no option stands for (PMPrinterGetSavedSettings). Installable options (OptionN)
+/// are not settings and stay out. What else is saved for a queue goes with its jobs by itself.
 OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat);
 
 /// What people call a setting: new references to the display texts of a main keyword and of one of its options. A
@@ -91,6 +96,34 @@ Boolean PMSettingIsSecret(PMPrinter printer, CFStringRef key);
 /// keeps there of other options and destinations stays. The tickets as PMPrinterPrintWithFile takes them;
 /// kPMNoSuchPrinter for a printer without a queue, kPMCannotWriteOutput.
 OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat);
+
+// What else is saved with an instance's options, as one of them, and goes with each job of other programs.
+#define kPMSavedSettingsNameKey CFSTR("Name")            // of the preset (string)
+#define kPMSavedSettingsWatermarkKey CFSTR("Watermark")  // as it was stored (dictionary)
+/// What is saved for the printer's instance, or came with the job, of settings that no option stands for: a dictionary
+/// with these keys and, under kPDE_PMPrintSettingsKey, items of the print settings; lent, null for none.
+CFDictionaryRef PMPrinterGetSavedSettings(PMPrinter printer);
+
+/// What instances are called: a new string with a dash in the place of each character that no instance's name has;
+/// empty when nothing is left.
+CFStringRef PMCopyInstanceName(CFStringRef name);
+/// Whether the printer's jobs go through the filter that reads such settings, so that they are worth saving.
+Boolean PMPrinterTakesSavedSettings(PMPrinter printer);
+/// Saves an instance of the printer's queue for the user (lpoptions(1)), or replaces the one of that name: the tickets'
+/// PPD dictionary, copies, orientation and page options, and `settings` with the keys above (null for none). Secrets
+/// are left out. kPMNoSuchPrinter for a printer without a queue, kPMCannotWriteOutput, paramErr for what no job can
+/// have, or for settings that are too long.
+OSStatus PMPrinterSaveInstance(PMPrinter printer, CFStringRef instance, PMTicketRef printSettings,
+                               PMTicketRef pageFormat, CFDictionaryRef settings);
+/// A new array of the user's instances ("queue/instance") whose settings have that name.
+CFArrayRef PMCopyInstancesOfSettings(CFStringRef name);
+/// Whether the user has anything saved under that name ("queue/instance").
+Boolean PMHasInstance(CFStringRef instanceID);
+/// Forgets an instance of the user's. kPMCannotWriteOutput.
+OSStatus PMRemoveInstance(CFStringRef instanceID);
+/// Gives the settings of an instance of the user's another name, and the instance too; one that is there under it is
+/// replaced. kPMNoSuchPrinter when there is none, kPMCannotWriteOutput.
+OSStatus PMRenameInstance(CFStringRef instanceID, CFStringRef newInstanceID, CFStringRef newName);
 
 /// Describes the printer in a printer info ticket: its PPD, and the installed options chosen on top of the PPD's own
 /// (main keyword to option keyword; may be null). ppdOpenCompiledPPDFromTicket and setInstallableOptions read it.
@@ -149,6 +182,8 @@ Boolean PMCopyCustomPaperLimits(const char* ppdPath, float* minWidth, float* min
 /// The digits without which the printer does not print the job. With the item, also an empty one, the job is a secret
 /// one or none.
 #define kPMJobPasscodeKey CFSTR("com.tavro.print.JobInfo.Passcode")
+/// Whose job it is, where that is somebody else than the user of this process.
+#define kPMJobOwnerKey CFSTR("com.tavro.print.JobInfo.Owner")
 /// "HH:MM" in UTC, the next of which a queue waits for; hours from 24 on are those of the next day. A job in a file has
 /// nobody who could wait.
 #define kPMJobHoldUntilTimeKey CFSTR("com.apple.print.JobInfo.PMJobHoldUntilTime")
@@ -196,6 +231,8 @@ struct PMJobPages {
 /// the reason.
 OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages,
                                 CFURLRef destination);
+/// Writes the same to `output`; kPMCannotWriteOutput without a reason when it took no more.
+OSStatus PMPrinterWriteJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, ByteSink* output);
 /// Sends the same job to the printer's queue: the pages with their options, which the server counts, or, with a
 /// passcode, the PostScript that a file would get. *jobID is the server's number of the job. *obstacle, a new string,
 /// is why the job waits in its queue for now, as in one that is stopped; null when there is nothing that holds it up.

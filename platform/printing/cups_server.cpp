@@ -7,6 +7,7 @@
 #include "platform/printing/saved_options.h"
 #include "platform/printing/server_connection.h"
 #include "platform/printing/server_login.h"
+#include "platform/printing/settings_option.h"
 
 #include <algorithm>
 #include <array>
@@ -268,6 +269,9 @@ FetchedQueue askForQueue(Conversation* conversation, const std::string& destinat
     OptionList options = defaultsIn(answer.value.get());
     setOptions(&options, saved.optionsOf(destination));
     fetched.value.start = sortOptions(*fetched.value.file, path, options);
+    if (const std::string& fault = fetched.value.start.settingsFault; !fault.empty()) {
+        return {kPMUnusableDescription, "the settings that are saved under this name " + fault, {}};
+    }
     return fetched;
 }
 
@@ -280,8 +284,9 @@ std::string textIn(ipp_t* answer, const char* name) {
 
 ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
     ServerConnection server(serverPatience().questionMilliseconds);
-    const auto answer =
-        askAboutQueue(server, queue, {"printer-is-accepting-jobs", "printer-state", "printer-state-message"});
+    const auto answer = askAboutQueue(
+        server, queue,
+        {"printer-is-accepting-jobs", "printer-state", "printer-state-message", "document-format-supported"});
     if (answer.status != noErr) {
         return {answer.status, answer.reason, {}};
     }
@@ -294,6 +299,8 @@ ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
         examined.value.prints = ippGetInteger(state, 0) != IPP_PSTATE_STOPPED;
     }
     examined.value.message = textIn(said, "printer-state-message");
+    ipp_attribute_t* const formats = ippFindAttribute(said, "document-format-supported", IPP_TAG_MIMETYPE);
+    examined.value.hasSettingsFilter = formats != nullptr && ippContainsString(formats, kSettingsFilterType) != 0;
     const FetchedQueue now = fetchPPD(server, queue);
     if (now.status == kPMServerNotResponding) {
         return {now.status, now.reason, {}};

@@ -52,9 +52,10 @@ ServerAnswer<QueueDescription> fetchQueue(const std::string& destination);
 /// How a queue is at the moment, as far as its next job is concerned.
 struct QueueState {
     bool takesJobs = true;
-    bool prints = true;       // else the jobs that it takes wait
-    std::string message;      // the server's words for it; may be empty
-    bool isOfSamePPD = true;  // as the copy
+    bool prints = true;              // else the jobs that it takes wait
+    std::string message;             // the server's words for it; may be empty
+    bool isOfSamePPD = true;         // as the copy
+    bool hasSettingsFilter = false;  // settings_option.h
 };
 
 /// Looks at a queue. kPMNoSuchPrinter or kPMServerNotResponding.

@@ -175,7 +175,7 @@ OSStatus filterJob(const Job& job, Filtering filter, ByteSink& output) {
                                     utf8Text(job.printer->name.get()),
                                     job.contentType,
                                     kReadyType,
-                                    userName(),
+                                    job.request.owner.empty() ? userName() : job.request.owner,
                                     job.request.title,
                                     job.request.copies,
                                     filterOptionsText(filterOptions(job)),

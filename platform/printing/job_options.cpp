@@ -150,6 +150,7 @@ OSStatus readJobRequest(PMTicketRef printSettings, const PPDFile& ppd, JobReques
 
     request->title = string(printSettings, kPMJobNameKey);
     std::ranges::replace_if(request->title, isControl, ' ');
+    request->owner = string(printSettings, kPMJobOwnerKey);
 
     request->copies = number(printSettings, kPMCopiesKey).value_or(1);
     if (!isNumberOfCopies(request->copies)) {

@@ -28,6 +28,7 @@ inline constexpr const char* kAutorotateOption = "pdfAutorotate";
 
 struct JobRequest {
     std::string title;
+    std::string owner;  // empty for the user of this process
     int copies = 1;
     OptionList choices;                   // the PPD dictionary's pairs
     std::optional<std::string> passcode;  // 4 to 10 ASCII digits

@@ -4,8 +4,6 @@
 #include <sstream>
 #include <vector>
 
-#include <cups/cups.h>
-
 namespace {
 
 struct Line {
@@ -67,14 +65,8 @@ std::vector<SavedDestination> destinationsInText(const std::string& text) {
         if (line.destination.empty()) {
             continue;
         }
-        SavedDestination made{std::string(line.destination), {}, isSameOption(line.kind, "Default")};
-        cups_option_t* list = nullptr;
-        const int count = cupsParseOptions(std::string(line.options).c_str(), 0, &list);
-        for (int i = 0; i < count; ++i) {
-            setOption(&made.options, list[i].name, list[i].value);
-        }
-        cupsFreeOptions(count, list);
-        destinations.push_back(std::move(made));
+        destinations.push_back({std::string(line.destination), optionsInFilterText(std::string(line.options)),
+                                isSameOption(line.kind, "Default")});
     }
     return destinations;
 }
@@ -103,4 +95,14 @@ std::string textWithOptions(const std::string& text, std::string_view destinatio
     const bool isNeeded =
         !options.empty() || isSameOption(kind, "Default") || destination.find('/') != std::string_view::npos;
     return isNeeded ? result + lineFor(kind.empty() ? "Dest" : kind, destination, options) : result;
+}
+
+std::string textWithout(const std::string& text, std::string_view destination) {
+    std::string result;
+    for (const Line& line : linesOf(text)) {
+        if (!isSameOption(line.destination, destination)) {
+            result.append(line.whole).append("\n");
+        }
+    }
+    return result;
 }

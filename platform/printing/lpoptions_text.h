@@ -24,3 +24,5 @@ OptionList optionsInText(const std::string& text, std::string_view destination);
 
 /// The text with these options for the destination, in place of those that it has there.
 std::string textWithOptions(const std::string& text, std::string_view destination, const OptionList& options);
+/// The text without the destination.
+std::string textWithout(const std::string& text, std::string_view destination);

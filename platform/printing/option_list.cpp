@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <cups/cups.h>
+
 char lowerCase(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
@@ -45,4 +47,15 @@ std::string filterOptionsText(const OptionList& options) {
         }
     }
     return text;
+}
+
+OptionList optionsInFilterText(const std::string& text) {
+    OptionList options;
+    cups_option_t* list = nullptr;
+    const int count = cupsParseOptions(text.c_str(), 0, &list);
+    for (int i = 0; i < count; ++i) {
+        setOption(&options, list[i].name, list[i].value);
+    }
+    cupsFreeOptions(count, list);
+    return options;
 }

@@ -23,3 +23,5 @@ void setOptions(OptionList* options, const OptionList& others);
 /// The options in the one-argument notation that CUPS filters read ("name=value name=value", blanks, quotes and
 /// backslashes in values escaped).
 std::string filterOptionsText(const OptionList& options);
+/// The options in such a text, which anybody may have written; of several of a name the last.
+OptionList optionsInFilterText(const std::string& text);

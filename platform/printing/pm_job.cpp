@@ -122,6 +122,14 @@ Boolean PMPrinterReadsPostScript(PMPrinter printer) {
     return printer != nullptr && readsPostScript(*printer);
 }
 
+OSStatus PMPrinterWriteJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, ByteSink* output) {
+    const Interruption interruption;
+    clearLastError();
+    Job job;
+    const OSStatus status = makeJob(printer, printSettings, pages, &job);
+    return status == noErr ? writePrinterJob(job, *output) : status;
+}
+
 OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages,
                                 CFURLRef destination) {
     const Interruption interruption;
@@ -158,8 +166,11 @@ OSStatus PMPrinterSendJob(PMPrinter printer, PMTicketRef printSettings, const PM
     if (status != noErr) {
         return status;
     }
-    // The server would show a secret as an option of the job, and hand it to its filters on their command lines.
-    status = job.request.secrets.empty() ? sendPages(job, jobID) : sendReady(job, jobID);
+    // The server would show a secret as an option of the job, and hand it to its filters on their command lines. And
+    // one that lacks the filter of the printer's PPD makes no jobs.
+    const bool lacksFilter = PMPrinterTakesSavedSettings(printer) && !state.hasSettingsFilter;
+    const bool isReady = !job.request.secrets.empty() || (lacksFilter && readsPostScript(*printer));
+    status = isReady ? sendReady(job, jobID) : sendPages(job, jobID);
     if (status == noErr && obstacle != nullptr) {
         *obstacle = state.prints ? nullptr : makeString("the queue is stopped" + inBrackets(state.message)).leak();
     }

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace {
 
@@ -70,6 +71,19 @@ OSStatus PMPrinterCreateFromPrinterID(CFStringRef destination, PMPrinter* printe
     (*printer)->ppdCopy = answer.value.ppd;
     (*printer)->start = answer.value.start;
     return noErr;
+}
+
+OSStatus PMPrinterCreateForJob(CFURLRef ppd, CFStringRef options, PMPrinter* printer) {
+    if (const OSStatus status = PMPrinterCreateFromPPDFile(ppd, printer); status != noErr) {
+        return status;
+    }
+    (*printer)->start = sortOptions((*printer)->ppd, (*printer)->ppdPath, optionsInFilterText(utf8Text(options)));
+    const std::string fault = (*printer)->start.settingsFault;
+    if (fault.empty()) {
+        return noErr;
+    }
+    PMPrinterRelease(std::exchange(*printer, nullptr));
+    return failWith(paramErr, "settings", fault);
 }
 
 OSStatus PMPrinterRetain(PMPrinter printer) {

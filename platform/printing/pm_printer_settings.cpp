@@ -49,6 +49,19 @@ void addPageOptions(PMTicketRef printSettings, const OptionList& options) {
     }
 }
 
+/// What came with an option, and anybody may have written: a secret, or an option of the printer, is none of it.
+void addSavedSettings(CFDictionaryRef saved, PMTicketRef printSettings) {
+    const void* const items = saved == nullptr ? nullptr : CFDictionaryGetValue(saved, kPDE_PMPrintSettingsKey);
+    if (items == nullptr || CFGetTypeID(items) != CFDictionaryGetTypeID()) {
+        return;
+    }
+    const auto taken = CFRef<CFMutableDictionaryRef>::adopt(
+        CFDictionaryCreateMutableCopy(nullptr, 0, static_cast<CFDictionaryRef>(items)));
+    CFDictionaryRemoveValue(taken.get(), CFSTR("PPDDict"));
+    CFDictionaryRemoveValue(taken.get(), kPMJobPasscodeKey);
+    PMTicketSetItems(printSettings, taken.get());
+}
+
 bool isEmpty(PMTicketRef ticket) {
     const auto items = CFRef<CFDictionaryRef>::adopt(PMTicketCopyItems(ticket));
     return CFDictionaryGetCount(items.get()) == 0;
@@ -62,6 +75,9 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
         return failWith(paramErr, "settings", "no printer to take them from");
     }
     const bool hadSettings = !isEmpty(printSettings);
+    if (!hadSettings) {
+        addSavedSettings(printer->start.settings.get(), printSettings);
+    }
     CFMutableDictionaryRef pairs = nullptr;
     if (const OSStatus status = PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs); status != noErr) {
         return failWith(status, utf8Text(printer->name.get()), "no ticket for its settings");
@@ -80,6 +96,10 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
     addPageOptions(printSettings, printer->start.others);
     addNumber(pageFormat, kPMOrientationKey, printer->start.orientation);
     return noErr;
+}
+
+CFDictionaryRef PMPrinterGetSavedSettings(PMPrinter printer) {
+    return printer == nullptr ? nullptr : printer->start.settings.get();
 }
 
 OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOptions, PMTicketRef printerInfo) {

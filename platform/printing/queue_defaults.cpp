@@ -1,6 +1,4 @@
 // Settings that become the user's own defaults of a queue.
-#include "platform/files/pending_file.h"
-#include "platform/files/plain_file.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
@@ -11,12 +9,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <filesystem>
 
 namespace {
-
-namespace fs = std::filesystem;
 
 /// What a landscape job is made of (job_options.cpp). A portrait one has none of them.
 constexpr std::array kOrientationOptions{kOrientationOption, kAutorotateOption, kScalingOption};
@@ -81,17 +75,6 @@ OptionList mergedOptions(const OptionList& old, const OptionList& wanted, const 
     return options;
 }
 
-OSStatus replaceFile(const fs::path& path, const std::string& text) {
-    std::error_code error;
-    if (const fs::path folder = path.parent_path(); fs::create_directory(folder, error)) {
-        fs::permissions(folder, fs::perms::owner_all, error);
-    }
-    PendingFile file(path.string());
-    return file.write(text) && file.commit()
-               ? noErr
-               : failWith(kPMCannotWriteOutput, path.string(), systemReason(file.error()));
-}
-
 }  // namespace
 
 OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettings, PMTicketRef pageFormat) {
@@ -105,18 +88,12 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
         return status;
     }
     const std::string destination = utf8Text(printer->id.get());
-    const std::string path = userOptionsPath();
-    if (path.empty()) {
-        return failWith(kPMCannotWriteOutput, destination, "you have no home folder to keep them in");
-    }
     OptionList wanted = request.choices;
     setOptions(&wanted, orientationOptions(pageFormat));
     setOption(&wanted, "copies", std::to_string(request.copies));
-    const auto text = readOptionsFile(path);
-    if (!text) {
-        return failWith(kPMCannotWriteOutput, path, readFault(errno, kKeptFileMaximumBytes));
-    }
-    const OptionList options =
-        mergedOptions(optionsInText(*text, destination), wanted, defaultsBelow(*printer, destination, *text), *printer);
-    return replaceFile(path, textWithOptions(*text, destination, options));
+    return changeUserOptions(destination, [&](const std::string& text) {
+        const OptionList options = mergedOptions(optionsInText(text, destination), wanted,
+                                                 defaultsBelow(*printer, destination, text), *printer);
+        return textWithOptions(text, destination, options);
+    });
 }

@@ -1,6 +1,7 @@
 #include "platform/printing/ready_job.h"
 
 #include "platform/printing/page_options.h"
+#include "platform/printing/settings_option.h"
 
 namespace {
 
@@ -30,6 +31,9 @@ OptionList filterOptions(const Job& job) {
         if (!isPageOption(name)) {
             options.emplace_back(name, value);
         }
+    }
+    if (job.printer->start.namesSettings) {
+        setOption(&options, kSettingsOption, kNoSettings);  // what they ask for is done
     }
     setOptions(&options, pagesAsTheyAre());
     for (const auto& [name, value] : job.request.choices) {

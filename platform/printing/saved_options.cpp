@@ -1,10 +1,14 @@
 #include "platform/printing/saved_options.h"
 
+#include "platform/files/pending_file.h"
 #include "platform/files/plain_file.h"
+#include "platform/printing/PMPrinter.h"
+#include "platform/printing/last_error.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <set>
 
 namespace {
@@ -79,6 +83,27 @@ std::optional<std::string> readOptionsFile(const std::string& path) {
     }
     return std::string(reinterpret_cast<const char*>(CFDataGetBytePtr(bytes.get())),
                        static_cast<std::size_t>(CFDataGetLength(bytes.get())));
+}
+
+OSStatus changeUserOptions(const std::string& destination,
+                           const std::function<std::string(const std::string& text)>& change) {
+    namespace fs = std::filesystem;
+    const fs::path path = userOptionsPath();
+    if (path.empty()) {
+        return failWith(kPMCannotWriteOutput, destination, "you have no home folder to keep them in");
+    }
+    const auto text = readOptionsFile(path.string());
+    if (!text) {
+        return failWith(kPMCannotWriteOutput, path.string(), readFault(errno, kKeptFileMaximumBytes));
+    }
+    std::error_code error;
+    if (const fs::path folder = path.parent_path(); fs::create_directory(folder, error)) {
+        fs::permissions(folder, fs::perms::owner_all, error);
+    }
+    PendingFile file(path.string());
+    return file.write(change(*text)) && file.commit()
+               ? noErr
+               : failWith(kPMCannotWriteOutput, path.string(), systemReason(file.error()));
 }
 
 std::string userOptionsPath() {

@@ -3,6 +3,9 @@
 
 #include "platform/printing/lpoptions_text.h"
 
+#include "platform/foundation/CFBase.h"
+
+#include <functional>
 #include <optional>
 
 /// The part of a destination's name ("queue" or "queue/instance") before the slash, and behind it: the same queue may
@@ -32,6 +35,10 @@ private:
 /// The text of such a file; empty for one that is missing, none, with errno set (plain_file.h), for one that cannot be
 /// read.
 std::optional<std::string> readOptionsFile(const std::string& path);
+/// Makes the text of the user's own file another one, for that destination, which messages name. kPMCannotWriteOutput
+/// with the last error.
+OSStatus changeUserOptions(const std::string& destination,
+                           const std::function<std::string(const std::string& text)>& change);
 /// The user's own file; empty without a home folder.
 std::string userOptionsPath();
 /// The file for all users.

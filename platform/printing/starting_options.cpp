@@ -1,6 +1,7 @@
 #include "platform/printing/starting_options.h"
 
 #include "platform/printing/job_options.h"
+#include "platform/printing/settings_option.h"
 
 #include <algorithm>
 #include <array>
@@ -63,6 +64,18 @@ bool takeJobOption(const std::string& name, const std::string& value, StartingOp
     return false;
 }
 
+/// Takes the settings that no option stands for. False for another option.
+bool takeSettings(const std::string& name, const std::string& value, StartingOptions* start) {
+    if (!isSameOption(name, kSettingsOption)) {
+        return false;
+    }
+    start->namesSettings = true;
+    if (!isSameOption(value, kNoSettings)) {
+        start->settings = unpackSettings(value, &start->settingsFault);
+    }
+    return true;
+}
+
 struct StandardRow {
     const char* name;
     const char* keyword;
@@ -92,6 +105,9 @@ StartingOptions sortOptions(const PPDFile& ppd, const std::string& ppdPath, cons
             if (const std::string choice = choiceOf(*option, value); !choice.empty() && !option->installable) {
                 setOption(&start.choices, option->keyword, choice);
             }
+            continue;
+        }
+        if (takeSettings(name, value, &start)) {
             continue;
         }
         if (isStandardOption(name)) {
