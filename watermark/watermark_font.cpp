@@ -69,6 +69,14 @@ bool IsStored(CFDictionaryRef root, CFStringRef postScriptName, const std::strin
 
 }  // namespace
 
+CFRef<CFDataRef> CopyInstalledFont(CFStringRef postScriptName) {
+    const FontSource source = ReadFont(postScriptName);
+    FontRefusal refusal = FontRefusal::none;
+    return source.bytes && CFDataGetLength(source.bytes.get()) > 0
+               ? convertTTFtoPS42(source.bytes.get(), postScriptName, source.face, &refusal)
+               : CFRef<CFDataRef>();
+}
+
 void convertFont(CFStringRef watermark) {
     // Read once: a store holds as many watermarks as the user likes.
     const auto root = CFRef<CFMutableDictionaryRef>::adopt(CopyXMLData(kWatermarkStore));

@@ -2,8 +2,10 @@
 
 #include "driver/pages/mark_drawing.h"
 
-std::optional<PageMark> readPageMark(const WatermarkInstruction& watermark, std::string* reason) {
-    auto mark = readStoredMark(MarkStore::watermarks, watermark.name, reason);
+namespace {
+
+std::optional<PageMark> placed(std::optional<StoredMark> mark, const WatermarkInstruction& watermark,
+                               std::string* reason) {
     if (mark && !mark->text.empty() && mark->font.empty()) {
         *reason = "its font " + mark->fontName + " is not stored";
         return std::nullopt;
@@ -12,4 +14,15 @@ std::optional<PageMark> readPageMark(const WatermarkInstruction& watermark, std:
         return std::nullopt;
     }
     return PageMark{std::move(*mark), watermark.isOnFirstPageOnly, watermark.isBehind};
+}
+
+}  // namespace
+
+std::optional<PageMark> readPageMark(const WatermarkInstruction& watermark, std::string* reason) {
+    return placed(readStoredMark(MarkStore::watermarks, watermark.name, reason), watermark, reason);
+}
+
+std::optional<PageMark> readPageMark(const WatermarkInstruction& watermark, CFDictionaryRef travelled,
+                                     std::string* reason) {
+    return placed(readTravelledMark(travelled, watermark.name, reason), watermark, reason);
 }

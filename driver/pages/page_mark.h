@@ -13,3 +13,6 @@ struct PageMark {
 
 /// The watermark that was asked for, if it can be drawn; nothing with the reason.
 std::optional<PageMark> readPageMark(const WatermarkInstruction& watermark, std::string* reason);
+/// The same of one that came with the job's settings (stored_mark.h).
+std::optional<PageMark> readPageMark(const WatermarkInstruction& watermark, CFDictionaryRef travelled,
+                                     std::string* reason);

@@ -5,6 +5,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/text.h"
+#include "watermark/watermark_font.h"
 #include "watermark/watermark_storage.h"
 
 #include <algorithm>
@@ -46,27 +47,70 @@ CFStringRef fileOf(MarkStore kept) {
     return kept == MarkStore::watermarks ? kWatermarkStore : kFaxImageStore;
 }
 
+/// Without its font.
+StoredMark markOf(const WatermarkRecord& record) {
+    constexpr double kFarthest = 5000;
+    return StoredMark{record.kind == kImageWatermark ? "" : record.text,
+                      record.filePath,
+                      record.fontName,
+                      {},
+                      onWhite(record.fontColor),
+                      within(record.fontSize, 1, 1000),
+                      within(record.angle, -360, 360),
+                      within(record.density, 0, 100),
+                      within(record.scale, 1, 1000),
+                      within(record.xOffset, -kFarthest, kFarthest),
+                      within(record.yOffset, -kFarthest, kFarthest)};
+}
+
+bool readStoredRecord(CFStringRef store, const std::string& name, WatermarkRecord* record, std::string* reason) {
+    *record = usualRecord();
+    if (!loadWatermarkData(store, makeString(name).get(), record)) {
+        *reason = "is not stored";
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
+
+CFRef<CFDictionaryRef> copyMarkToTravel(const std::string& name, std::string* reason) {
+    WatermarkRecord record;
+    if (!readStoredRecord(kWatermarkStore, name, &record, reason)) {
+        return {};
+    }
+    if (record.kind == kImageWatermark) {
+        *reason = "is a picture, and only texts travel with settings";
+        return {};
+    }
+    return CFRef<CFDictionaryRef>::retain(CreateWatermarkDictionary(record).get());
+}
+
+std::optional<StoredMark> readTravelledMark(CFDictionaryRef watermark, const std::string& name, std::string* reason) {
+    WatermarkRecord record = usualRecord();
+    ReadWatermarkDictionary(watermark, makeString(name).get(), &record);
+    StoredMark mark = markOf(record);
+    if (mark.text.empty()) {
+        *reason = "did not come with the job";
+        return std::nullopt;
+    }
+    const auto font = CopyInstalledFont(makeString(record.fontName).get());
+    if (!font) {
+        *reason = "its font " + mark.fontName + " is not installed on the print server";
+        return std::nullopt;
+    }
+    mark.font.assign(reinterpret_cast<const char*>(CFDataGetBytePtr(font.get())),
+                     static_cast<std::size_t>(CFDataGetLength(font.get())));
+    return mark;
+}
 
 std::optional<StoredMark> readStoredMark(MarkStore kept, const std::string& name, std::string* reason) {
     const CFStringRef store = fileOf(kept);
-    WatermarkRecord record = usualRecord();
-    if (!loadWatermarkData(store, makeString(name).get(), &record)) {
-        *reason = "is not stored";
+    WatermarkRecord record;
+    if (!readStoredRecord(store, name, &record, reason)) {
         return std::nullopt;
     }
-    constexpr double kFarthest = 5000;
-    StoredMark mark{record.kind == kImageWatermark ? "" : record.text,
-                    record.filePath,
-                    record.fontName,
-                    {},
-                    onWhite(record.fontColor),
-                    within(record.fontSize, 1, 1000),
-                    within(record.angle, -360, 360),
-                    within(record.density, 0, 100),
-                    within(record.scale, 1, 1000),
-                    within(record.xOffset, -kFarthest, kFarthest),
-                    within(record.yOffset, -kFarthest, kFarthest)};
+    StoredMark mark = markOf(record);
     if (!mark.text.empty()) {
         mark.font = readFont(store, record.fontName);
     }

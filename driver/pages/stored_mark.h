@@ -2,6 +2,8 @@
 #pragma once
 
 #include "platform/files/file_stamp.h"
+#include "platform/foundation/CFCollections.h"
+#include "platform/foundation/CFRef.h"
 
 #include <optional>
 #include <string>
@@ -31,6 +33,12 @@ enum class MarkStore { watermarks, faxPictures };
 
 /// The one of that name; nothing, with the reason, when there is none.
 std::optional<StoredMark> readStoredMark(MarkStore store, const std::string& name, std::string* reason);
+
+/// A stored text, without its font, to travel with settings: a dictionary. Null, with the reason, for a picture or when
+/// there is none.
+CFRef<CFDictionaryRef> copyMarkToTravel(const std::string& name, std::string* reason);
+/// The one that came so under that name, with its font as it is installed here; nothing with the reason.
+std::optional<StoredMark> readTravelledMark(CFDictionaryRef watermark, const std::string& name, std::string* reason);
 
 /// Another one when the store has been written since; nothing when there is none.
 std::optional<FileStamp> stampOfStore(MarkStore store);

@@ -20,7 +20,7 @@ protected:
 
     /// A PPD as the ZR420's, with other lines instead of its filter's.
     std::filesystem::path ppdWith(const std::string& lines) const {
-        static const std::regex filter("\\*cupsFilter:[^\n]*\n");
+        static const std::regex filter("\\*cupsFilter2?:[^\n]*\n");
         return folder.add("other.ppd", std::regex_replace(readFile(kZR420), filter, "") + lines + "\n");
     }
 

@@ -161,6 +161,8 @@ public:
         return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
     }
 
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
 private:
     std::filesystem::path path_;
 };

@@ -1,6 +1,8 @@
 // A print server of a test's own: real CUPS, without the machine's queues, until the object goes.
 #pragma once
 
+#include "tests/support/places.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -85,8 +87,10 @@ bool eventually(Condition condition) {
 
 class PrintServer {
 public:
-    /// Starts a server that keeps everything below the folder. `more` are further lines of its configuration.
-    explicit PrintServer(std::filesystem::path folder, const std::string& more = {}) : folder_(std::move(folder)) {
+    /// Starts a server that keeps everything below the folder. `more` are further lines of its configuration. It has
+    /// the maker's filter, unless somebody has forgotten that.
+    explicit PrintServer(std::filesystem::path folder, const std::string& more = {}, bool hasFilter = true)
+        : folder_(std::move(folder)) {
         for (const char* name : {"root", "cache", "state", "spool", "spool/tmp"}) {
             std::filesystem::create_directories(folder_ / name);
         }
@@ -111,6 +115,7 @@ Order deny,allow
 )" << more;
         std::ofstream files(folder_ / "cups-files.conf");
         files << "FileDevice Yes\nSystemGroup root\nGroup nogroup\n";
+        files << "ServerBin " << makePrograms(hasFilter).string() << '\n';
         constexpr std::array<std::pair<const char*, const char*>, 8> kPlaces{{{"ServerRoot", "root"},
                                                                               {"CacheDir", "cache"},
                                                                               {"StateDir", "state"},
@@ -187,6 +192,33 @@ Order deny,allow
     }
 
 private:
+    /// The machine's programs with ours, copied to where the server's user may read them.
+    [[nodiscard]] std::filesystem::path makePrograms(bool hasFilter) const {
+        namespace fs = std::filesystem;
+        const fs::path programs = folder_ / "bin";
+        fs::create_directories(programs / "filter");
+        for (const auto& entry : fs::directory_iterator("/usr/lib/cups")) {
+            if (entry.path().filename() != "filter") {
+                fs::create_symlink(entry.path(), programs / entry.path().filename());
+            }
+        }
+        for (const auto& entry : fs::directory_iterator("/usr/lib/cups/filter")) {
+            if (entry.path().filename() != "tavro-pages") {
+                fs::create_symlink(entry.path(), programs / "filter" / entry.path().filename());
+            }
+        }
+        if (hasFilter) {
+            fs::create_directories(programs / "lib");
+            fs::copy(stagePath("filter/tavro-pages"), programs / "filter");
+            fs::copy(sourcePath("packaging/queue/tavro.types"), folder_ / "root");
+            for (const char* name : {"tavro-driver", "libtavro_drawing.so", "libtavro_files.so", "libtavro_fonts.so",
+                                     "libtavro_foundation.so", "libtavro_printing.so"}) {
+                fs::copy(stagePath(std::string("lib/") + name), programs / "lib");
+            }
+        }
+        return programs;
+    }
+
     void start() {
         const std::string configuration = folder_ / "cupsd.conf";
         const std::string files = folder_ / "cups-files.conf";
