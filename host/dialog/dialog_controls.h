@@ -64,6 +64,8 @@ enum HostControl : SInt32 {
     kPresetName = 100,
     kPresetNameOK = 101,
     kPresetNameCancel = 102,
+    kPresetForAll = 103,  // hidden where other programs can have none
+    kPresetForAllName = 104,
     // The window that asks for the password of a print server.
     kServerQuestion = 110,
     kServerUser = 111,

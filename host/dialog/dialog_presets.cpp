@@ -6,6 +6,7 @@
 #include "host/dialog/preset_name_dialog.h"
 #include "host/script/text.h"
 #include "host/settings/preset_content.h"
+#include "host/settings/shared_presets.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/terminal_text.h"
@@ -188,25 +189,34 @@ void DialogPresets::adopt(const Origin& origin) {
 
 void DialogPresets::save() {
     const std::string suggestion = content_.origin.kind == Origin::Kind::preset ? content_.origin.name : std::string();
-    const auto name = askPresetName(bundle_, PresetNaming::save, suggestion, presets_);
-    if (!name) {
+    PrintSession& session = dialog_.session();
+    const auto asked = askPresetToSave(bundle_, suggestion, presets_, session.printer());
+    if (!asked) {
         return;
     }
-    if (const auto reason = presets_.write(*name, dialog_.session().copySettings())) {
+    if (const auto reason = presets_.write(asked->name, session.copySettings())) {
         tell(CFSTR("Preset Not Saved Header"), *reason);
         return;
     }
-    adopt({Origin::Kind::preset, *name});
+    const auto reason =
+        asked->isForAll ? sharePreset(session, asked->name, bundle_) : unsharePreset(session.printer(), asked->name);
+    if (reason) {
+        tell(CFSTR("Preset Not Shared Header"), *reason);
+    }
+    adopt({Origin::Kind::preset, asked->name});
 }
 
 void DialogPresets::rename() {
-    const auto name = askPresetName(bundle_, PresetNaming::rename, content_.origin.name, presets_);
+    const auto name = askPresetName(bundle_, content_.origin.name, presets_);
     if (!name) {
         return;
     }
     if (const auto reason = presets_.rename(content_.origin.name, *name)) {
         tell(CFSTR("Preset Not Saved Header"), *reason);
     } else {
+        if (const auto fault = renameSharedPreset(content_.origin.name, *name)) {
+            tell(CFSTR("Preset Not Shared Header"), *fault);
+        }
         content_.origin.name = *name;
     }
     refresh();
@@ -223,6 +233,9 @@ void DialogPresets::remove() {
         tell(CFSTR("Preset Not Deleted Header"), *reason);
         refresh();
         return;
+    }
+    if (const auto reason = unsharePreset(content_.origin.name)) {
+        tell(CFSTR("Preset Not Unshared Header"), *reason);
     }
     adopt({Origin::Kind::elsewhere, {}});
 }
