@@ -67,24 +67,33 @@ private:
     void readCollection(std::string* value) {
         int depth = 0;
         do {
+            const bool isEscaped = rest_.size() > 1 && rest_.front() == '\\';
+            rest_.remove_prefix(isEscaped ? 1 : 0);
             const char c = take();
-            depth += c == '{' ? 1 : c == '}' ? -1 : 0;
+            depth += isEscaped ? 0 : c == '{' ? 1 : c == '}' ? -1 : 0;
             *value += c;
         } while (depth > 0 && !rest_.empty());
     }
+    void readPlain(std::string* value) {
+        while (!rest_.empty() && !isBlank(rest_.front())) {
+            if (rest_.size() > 1 && rest_.front() == '\\') {
+                rest_.remove_prefix(1);
+            }
+            *value += take();
+        }
+    }
+    /// Quotation marks and braces are special at the beginning, and behind commas and one another.
     void readValue(std::string* value) {
         while (!rest_.empty() && !isBlank(rest_.front())) {
-            if (rest_.front() == '{') {
-                readCollection(value);
-                continue;
-            }
-            const char c = take();
-            if (c == '\'' || c == '"') {
-                readQuoted(c, value);
-            } else if (c == '\\' && !rest_.empty()) {
+            const char c = rest_.front();
+            if (c == ',') {
                 *value += take();
+            } else if (c == '\'' || c == '"') {
+                readQuoted(take(), value);
+            } else if (c == '{') {
+                readCollection(value);
             } else {
-                *value += c;
+                readPlain(value);
             }
         }
     }

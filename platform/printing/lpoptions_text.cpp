@@ -106,3 +106,7 @@ std::string textWithout(const std::string& text, std::string_view destination) {
     }
     return result;
 }
+
+std::size_t lengthOfLine(std::string_view destination, const OptionList& options) {
+    return lineFor("Default", destination, options).size() - 1;
+}

@@ -24,5 +24,10 @@ OptionList optionsInText(const std::string& text, std::string_view destination);
 
 /// The text with these options for the destination, in place of those that it has there.
 std::string textWithOptions(const std::string& text, std::string_view destination, const OptionList& options);
+/// Programs read no more of a line, and of several lines of a destination some read the first one only.
+inline constexpr std::size_t kMostOfOptionsLine = 8191;
+/// How long the destination's line is.
+std::size_t lengthOfLine(std::string_view destination, const OptionList& options);
+
 /// The text without the destination.
 std::string textWithout(const std::string& text, std::string_view destination);

@@ -63,6 +63,15 @@ std::string nameIn(const CFRef<CFDictionaryRef>& settings) {
     return CFGetTypeID(name) == CFStringGetTypeID() ? utf8Text(static_cast<CFStringRef>(name)) : std::string();
 }
 
+OSStatus checkLength(const std::string& destination, const OptionList& options) {
+    const std::size_t length = lengthOfLine(destination, options);
+    return length <= kMostOfOptionsLine ? noErr
+                                        : failWith(paramErr, destination,
+                                                   "the settings take " + std::to_string(length) +
+                                                       " characters, and other programs read no more than " +
+                                                       std::to_string(kMostOfOptionsLine));
+}
+
 std::vector<SavedDestination> usersDestinations() {
     return destinationsInText(readOptionsFile(userOptionsPath()).value_or(""));
 }
@@ -117,6 +126,9 @@ OSStatus PMPrinterSaveInstance(PMPrinter printer, CFStringRef instance, PMTicket
         }
         setOption(&options, kSettingsOption, *packed);
     }
+    if (const OSStatus status = checkLength(destination, options); status != noErr) {
+        return status;
+    }
     return changeUserOptions(destination,
                              [&](const std::string& text) { return textWithOptions(text, destination, options); });
 }
@@ -163,6 +175,9 @@ OSStatus PMRenameInstance(CFStringRef instanceID, CFStringRef newInstanceID, CFS
     }
     OptionList options = old->options;
     setOption(&options, kSettingsOption, *packed);
+    if (const OSStatus status = checkLength(utf8Text(newInstanceID), options); status != noErr) {
+        return status;
+    }
     return changeUserOptions(destination, [&](const std::string& text) {
         return textWithOptions(textWithout(text, destination), utf8Text(newInstanceID), options);
     });

@@ -186,6 +186,38 @@ TEST_F(QueueFilter, TakesInsertsExceptionsAndWatermarksAlong) {
     EXPECT_EQ(count(some, "["), 3) << some;
 }
 
+TEST_F(QueueFilter, SavesWhatProgramsReadAndNoMore) {
+    const auto ticketWith = [this](int exceptions) {
+        std::string list;
+        for (int i = 0; i < exceptions; ++i) {
+            const std::string page = std::to_string(i < 2 ? 4 + i : 10 + i * i % 7919 * 3);
+            list += "<dict><key>StartPage</key><integer>" + page + "</integer><key>EndPage</key><integer>" + page +
+                    "</integer><key>Stock</key><dict><key>Color</key><integer>" + std::to_string(1 + i * i % 7) +
+                    "</integer></dict></dict>";
+        }
+        return add("long.plist",
+                   "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict><key>"
+                   "com.tavro.print.SpecialPages.ExceptionList</key><array>" +
+                       list + "</array></dict></dict></plist>");
+    };
+    const std::string ticket = ticketWith(400);
+    EXPECT_EQ(savePreset("Long", "", {"--ticket-in", ticket}).status, 1);
+    EXPECT_GT(contentOf(optionsFile()).size(), 5000U);
+    const Run done =
+        run({"--printer", "tavro", "--ticket-in", ticket, "--print", kTenPages, "--job-out", folder / "job.ps"},
+            environment());
+    EXPECT_EQ(done.status, 0) << done.errors;
+    std::string reason;
+    EXPECT_EQ(wordsOf(printed("-d tavro/Long " + kTenPages)), wordsOf(*readProof(folder / "job.ps", &reason)));
+
+    const std::string before = contentOf(optionsFile());
+    for (const int exceptions : {1500, 9000}) {
+        const Run saved = savePreset("Longer", "", {"--ticket-in", ticketWith(exceptions)});
+        EXPECT_TRUE(has(saved.output, exceptions == 1500 ? "no more than 8191" : "no more than 32700")) << saved.output;
+    }
+    EXPECT_EQ(contentOf(optionsFile()), before);
+}
+
 TEST_F(QueueFilter, PrintsNothingOtherwiseThanItsSettingsSay) {
     const std::string good = packed("<key>com.tavro.print.BookletLayout</key><true/>");
     const std::string damaged = "The settings that came with the job are damaged.";
