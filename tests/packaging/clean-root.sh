@@ -69,10 +69,24 @@ for ((tries = 0; tries < 300; tries++)); do
   sleep 0.1
 done
 expect /tmp/office.prn '^@PJL SET TRBANNER=ON'
+# The package has the service reload its types of documents; this server was started by hand.
+kill -HUP "$(cat /run/cups/cupsd.pid)"
+until lpstat -r | grep --quiet 'is running'; do sleep 0.1; done
+cupstestppd -q /usr/share/ppd/tavro/*.ppd || fail "the printers' PPDs"
+printf '%s\n' 'panel Layout' 'choose Tshl:6004 "On"' 'choose Host:13 "Save as Preset…"' 'type Host:100 "Booklet"' \
+  'click Host:103' 'click Host:101' 'cancel' >booklet.script
+as_guest tavro-print --printer office --script /test/booklet.script /test/ten-pages.pdf || [ $? = 1 ] || fail "a preset"
+rm /tmp/office.prn
+as_guest lp -d office/Booklet /test/ten-pages.pdf
+for ((tries = 0; tries < 300; tries++)); do
+  [ -z "$(lpstat -o)" ] && [ -s /tmp/office.prn ] && break
+  sleep 0.1
+done
+expect /tmp/office.prn '^%%Pages: 6$'
 [ "$(bash complete.sh /usr/share/bash-completion/completions/tavro-print '/usr/bin/tavro-print --printer ')" = office ] ||
   fail "the shell offers no queue"
 bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader tavro-print; complete -p tavro-print'
-for page in 1/tavro-print 5/tavro-script 8/tavro-portal; do
+for page in 1/tavro-print 5/tavro-script 8/tavro-pages 8/tavro-portal; do
   as_guest man --warnings "${page%/*}" "${page#*/}" >page 2>warnings || fail "man $page"
   [ ! -s warnings ] || fail "man $page: $(cat warnings)"
   expect page 'SEE ALSO'
