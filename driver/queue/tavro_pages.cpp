@@ -27,8 +27,6 @@
 #include <string>
 #include <vector>
 
-extern char** environ;
-
 namespace {
 
 constexpr int kOptions = 5;  // the places of arguments
@@ -115,6 +113,7 @@ void passOn(int signal) {
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> made;
+    made.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         made.push_back(text.data());
     }
@@ -271,7 +270,7 @@ std::string driverProgram() {
     std::string path(self.data(), static_cast<std::size_t>(length > 0 ? length : 0));
     path.erase(path.rfind('/') + 1);
     for (const char* place : {"../lib/tavro-driver", TAVRO_LIBRARY_PLACE "/tavro-driver"}) {
-        if (const std::string program = path + place; access(program.c_str(), X_OK) == 0) {
+        if (std::string program = path + place; access(program.c_str(), X_OK) == 0) {
             return program;
         }
     }

@@ -26,7 +26,7 @@ struct NameDialog {
     void showNameForAll() const {
         const std::string name = typedName();
         setStaticText(hostControl(window, kPresetForAllName),
-                      isForAll() && !name.empty()
+                      printer != nullptr && isForAll() && !name.empty()
                           ? localized(bundle, CFSTR("Preset For All Name"), sharedName(*printer, name))
                           : cfString(""));
     }
