@@ -224,7 +224,8 @@ void DialogPresets::rename() {
 
 void DialogPresets::remove() {
     if (!askByNotice(localized(bundle_, CFSTR("Preset Delete Header"), shortened(content_.origin.name)),
-                     localized(bundle_, CFSTR("Preset Delete Message")),
+                     localized(bundle_, isShared(content_.origin.name) ? CFSTR("Preset Delete Shared Message")
+                                                                       : CFSTR("Preset Delete Message")),
                      localized(bundle_, CFSTR("Preset Delete Button")),
                      localized(bundle_, CFSTR("Preset Cancel Button")))) {
         return;

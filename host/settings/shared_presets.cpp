@@ -102,6 +102,10 @@ bool isShared(const Printer& printer, const std::string& preset) {
     return !preset.empty() && instanceOn(queueName(printer.queue()), preset).has_value();
 }
 
+bool isShared(const std::string& preset) {
+    return !instancesOf(preset).empty();
+}
+
 std::string sharedName(const Printer& printer, const std::string& preset) {
     return instanceFor(queueName(printer.queue()), preset);
 }

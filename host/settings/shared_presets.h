@@ -12,8 +12,9 @@
 
 /// Whether other programs can have presets of the printer.
 bool canBeShared(const Printer& printer);
-/// Whether they have the one of that name.
+/// Whether they have the one of that name, of the one printer or of any.
 bool isShared(const Printer& printer, const std::string& preset);
+bool isShared(const std::string& preset);
 /// What they list a preset of that name as ("office/Booklet-A4"): instances cannot have every name, nor one that stands
 /// for something else already.
 std::string sharedName(const Printer& printer, const std::string& preset);
