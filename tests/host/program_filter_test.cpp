@@ -191,9 +191,11 @@ TEST_F(QueueFilter, SavesWhatProgramsReadAndNoMore) {
         std::string list;
         for (int i = 0; i < exceptions; ++i) {
             const std::string page = std::to_string(i < 2 ? 4 + i : 10 + i * i % 7919 * 3);
-            list += "<dict><key>StartPage</key><integer>" + page + "</integer><key>EndPage</key><integer>" + page +
-                    "</integer><key>Stock</key><dict><key>Color</key><integer>" + std::to_string(1 + i * i % 7) +
-                    "</integer></dict></dict>";
+            const std::string color = std::to_string(1 + i * i % 7);
+            list.append("<dict><key>StartPage</key><integer>").append(page);
+            list.append("</integer><key>EndPage</key><integer>").append(page);
+            list.append("</integer><key>Stock</key><dict><key>Color</key><integer>").append(color);
+            list.append("</integer></dict></dict>");
         }
         return add("long.plist",
                    "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict><key>"

@@ -18,6 +18,7 @@ mkdir -p "$as_staged/sample"
 mv "$installed/$2" "$as_staged/bin"
 mv "$installed/$3/tavro-print" "$as_staged/lib"
 mv "$as_staged"/lib/{plugins,TavroPrint.bundle} "$as_staged"
+mv "$installed/lib/cups/filter" "$as_staged/filter"
 mv "$installed/$4/ppd/tavro" "$as_staged/ppd"
 mv "$installed/$5"/examples/*.pdf "$as_staged/sample"
 files() { (cd "$1" && find . -type f | sort); }
