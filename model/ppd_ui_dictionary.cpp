@@ -6,6 +6,7 @@
 #include "platform/foundation/CFString.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace {
 
@@ -16,10 +17,12 @@ CFRef<CFStringRef> CopyDecoded(ConstPPDString text) {
     char buffer[512];
     std::copy_n(text + 1, text[0], buffer);
     buffer[text[0]] = '\0';
-    const std::size_t length = ppd_decode(buffer);
-    return CFRef<CFStringRef>::adopt(
-        CFStringCreateWithBytes(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(buffer),
-                                static_cast<CFIndex>(length), kCFStringEncodingMacRoman, false));
+    std::string_view decoded(buffer, ppd_decode(buffer));
+    const bool isUTF8 = decoded.starts_with(kPPDTextIsUTF8);
+    decoded.remove_prefix(isUTF8 ? kPPDTextIsUTF8.size() : 0);
+    return CFRef<CFStringRef>::adopt(CFStringCreateWithBytes(
+        kCFAllocatorDefault, reinterpret_cast<const UInt8*>(decoded.data()), static_cast<CFIndex>(decoded.size()),
+        isUTF8 ? kCFStringEncodingUTF8 : kCFStringEncodingMacRoman, false));
 }
 
 CFStringRef BooleanText(bool value) {

@@ -6,6 +6,7 @@
 #include "platform/foundation/strings_table.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/foundation/url_path.h"
+#include "platform/foundation/user_languages.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -27,21 +28,6 @@ std::vector<CFBundleObject*>& livingBundles() {
 CFRef<CFStringRef>& lastError() {
     static auto& error = *new CFRef<CFStringRef>;
     return error;
-}
-
-/// The names that a .lproj folder may have, from "zh-Hant-TW" over "zh_Hant_TW" to "zh", for each of the user's
-/// languages; English is the one that every table has.
-QStringList languageFolders() {
-    QStringList folders;
-    for (QString language : QLocale::system().uiLanguages()) {
-        while (!language.isEmpty()) {
-            folders << language << QString(language).replace(u'-', u'_');
-            language.truncate(std::max<qsizetype>(language.lastIndexOf(u'-'), 0));
-        }
-    }
-    folders << QStringLiteral("en");
-    folders.removeDuplicates();
-    return folders;
 }
 
 /// The whole file, or null with the reason.
@@ -91,7 +77,7 @@ CFRef<CFURLRef> urlInContents(CFBundleRef bundle, const QString& path) {
 }  // namespace
 
 CFBundleObject::CFBundleObject(QString folder, CFRef<CFDictionaryRef> infoDictionary)
-    : CFObject(kKind), root(std::move(folder)), info(std::move(infoDictionary)), languages(languageFolders()) {
+    : CFObject(kKind), root(std::move(folder)), info(std::move(infoDictionary)), languages(userLanguages()) {
     livingBundles().push_back(this);
 }
 

@@ -7,8 +7,14 @@
 
 #include "platform/printing/PMTicket.h"
 
+#include <string_view>
+
 using PPDContext = struct OpaquePPDContext*;
 using ConstPPDString = const UInt8*;
+
+/// The texts that are shown are in Mac Roman, with hexadecimal substrings to be decoded. One with letters that Mac
+/// Roman lacks begins with these bytes, and is in UTF-8.
+inline constexpr std::string_view kPPDTextIsUTF8 = "\xEF\xBB\xBF";
 
 inline constexpr OSStatus kPPDNotFound = -9601;  // no such keyword, option or index
 

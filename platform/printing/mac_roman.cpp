@@ -2,10 +2,12 @@
 
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "platform/printing/CompiledPPD.h"
 
 #include <QList>
 #include <QString>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -45,7 +47,9 @@ std::optional<std::string> macRoman(const QString& text) {
     return bytes;
 }
 
-/// The nearest spelling of one character outside ASCII; never empty but for bare accents.
+constexpr std::string_view kNone = "?";
+
+/// The nearest spelling of one character outside ASCII; never empty but for bare accents, kNone when there is none.
 std::string spell(char32_t character) {
     const QString text = QString::fromUcs4(&character, 1);
     if (auto bytes = macRoman(text)) {
@@ -58,7 +62,7 @@ std::string spell(char32_t character) {
     }
     const QString parts = text.normalized(QString::NormalizationForm_KD);
     if (parts == text) {
-        return text.at(0).isMark() ? "" : "?";
+        return std::string(text.at(0).isMark() ? "" : kNone);
     }
     std::string spelled;
     for (const char32_t part : parts.toUcs4()) {
@@ -76,17 +80,26 @@ bool isHexDigit(char32_t character) {
 
 PPDByteString ppdByteString(std::string_view utf8) {
     const auto text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toUcs4();
+    const bool isSpelled =
+        std::ranges::none_of(text, [](char32_t character) { return character >= 0x80 && spell(character) == kNone; });
     PPDByteString bytes(1);
+    const auto append = [&bytes](std::string_view next) {
+        const bool fits = bytes.size() - 1 + next.size() <= kMostBytes;
+        if (fits) {
+            bytes.insert(bytes.end(), next.begin(), next.end());
+        }
+        return fits;
+    };
+    append(isSpelled ? std::string_view() : kPPDTextIsUTF8);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char32_t character = text[i];
         const bool looksLikeHex = character == U'<' && i + 1 < text.size() && isHexDigit(text[i + 1]);
-        const std::string next = looksLikeHex       ? "<3C>"
-                                 : character < 0x80 ? std::string(1, static_cast<char>(character))
-                                                    : spell(character);
-        if (bytes.size() - 1 + next.size() > kMostBytes) {
+        if (!append(looksLikeHex       ? "<3C>"
+                    : character < 0x80 ? std::string(1, static_cast<char>(character))
+                    : isSpelled        ? spell(character)
+                                       : QString::fromUcs4(&character, 1).toStdString())) {
             break;
         }
-        bytes.insert(bytes.end(), next.begin(), next.end());
     }
     bytes[0] = static_cast<UInt8>(bytes.size() - 1);
     return bytes;

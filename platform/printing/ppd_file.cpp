@@ -1,8 +1,10 @@
 #include "platform/printing/ppd_file.h"
 
 #include "platform/files/plain_file.h"
+#include "platform/foundation/user_languages.h"
 #include "platform/printing/CompiledPPD.h"
 
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -100,11 +102,44 @@ bool hasParameter(ppd_coption_t* custom, std::initializer_list<ppd_cptype_t> typ
     return false;
 }
 
-PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installable) {
-    PPDOption made{option.keyword, option.text, static_cast<UInt32>(option.ui), installable, {}, {}};
+/// The texts that a PPD has in the user's language, as "*de.PageSize A4/…" lines of CUPS's extensions to PPDs.
+class Translation {
+public:
+    explicit Translation(ppd_file_t* ppd) : ppd_(ppd) {
+        const ppd_attr_t* const line = ppdFindAttr(ppd, "cupsLanguages", nullptr);
+        const QStringList present = QString::fromUtf8(line == nullptr ? nullptr : line->value).split(u' ');
+        for (const QString& language : present.isEmpty() ? QStringList() : userLanguages()) {
+            const bool isOwn = language == QLatin1String("en");  // the language of the other lines
+            if (isOwn || present.contains(language)) {
+                prefix_ = isOwn ? std::string() : language.toStdString() + ".";
+                return;
+            }
+        }
+    }
+
+    /// Its text for a choice of a main keyword, or of an option when the main keyword is "Translation".
+    std::string operator()(const char* mainKeyword, const char* name, const char* text) const {
+        const ppd_attr_t* const line =
+            prefix_.empty() ? nullptr : ppdFindAttr(ppd_, (prefix_ + mainKeyword).c_str(), name);
+        return line == nullptr || line->text[0] == '\0' ? text : line->text;
+    }
+
+private:
+    ppd_file_t* ppd_;
+    std::string prefix_;
+};
+
+PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installable, const Translation& translated) {
+    PPDOption made{option.keyword,
+                   translated("Translation", option.keyword, option.text),
+                   static_cast<UInt32>(option.ui),
+                   installable,
+                   {},
+                   {}};
     for (int i = 0; i < option.num_choices; ++i) {
         const ppd_choice_t& choice = option.choices[i];
-        made.choices.push_back({choice.choice, choice.text, choice.marked != 0, textOf(choice.code)});
+        made.choices.push_back({choice.choice, translated(option.keyword, choice.choice, choice.text),
+                                choice.marked != 0, textOf(choice.code)});
     }
     made.defaultChoice = made.findChoice(option.defchoice);
     ppd_coption_t* const custom = ppdFindCustomOption(ppd, option.keyword);
@@ -260,6 +295,7 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
     }
     PPDFile made;
     made.name = textOf(ppd->shortnickname != nullptr ? ppd->shortnickname : ppd->nickname);
+    const Translation translated(ppd.get());
     // The library collects the options outside any group in a group of its own, where the first of them stood.
     for (const bool grouped : {false, true}) {
         for (int g = 0; g < ppd->num_groups; ++g) {
@@ -267,7 +303,7 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
             const std::string_view name = group.name;
             for (int o = 0; o < group.num_options && (name != "General") == grouped; ++o) {
                 made.options.push_back(
-                    makeOption(ppd.get(), group.options[o], isSameOption(name, "InstallableOptions")));
+                    makeOption(ppd.get(), group.options[o], isSameOption(name, "InstallableOptions"), translated));
             }
         }
     }

@@ -325,18 +325,23 @@ QSet<QString> HelpPagesAskedFor() {
     return asked;
 }
 
+QDir helpIn(const QString& language) {
+    return kPlugIn.resources() + u'/' + language + QStringLiteral("/Help");
+}
+
 TEST(PlugInResources, HelpPagesAskedForExist) {
     EXPECT_FALSE(HelpPagesAskedFor().isEmpty());
-    for (const QString& page : HelpPagesAskedFor()) {
-        EXPECT_TRUE(QFile::exists(kPlugIn.resources() + QStringLiteral("/Help/") + page)) << page.toStdString();
+    for (const QString& language : kPlugIn.languages()) {
+        for (const QString& page : HelpPagesAskedFor()) {
+            EXPECT_TRUE(QFile::exists(helpIn(language).filePath(page))) << (language + u' ' + page).toStdString();
+        }
     }
 }
 
 // Help is read by following links: each must lead somewhere, and each page must be reached from the start page or from
 // one that a Help button opens.
-TEST(PlugInResources, HelpPagesAreLinked) {
+void expectLinkedPages(const QDir& help) {
     static const QRegularExpression link(QStringLiteral(R"re(href="([^"#]*)(?:#([^"]*))?")re"));
-    const QDir help(kPlugIn.resources() + QStringLiteral("/Help"));
     QSet<QString> reached;
     QStringList open = HelpPagesAskedFor().values() + QStringList{QStringLiteral("index.html")};
     while (!open.isEmpty()) {
@@ -366,6 +371,13 @@ TEST(PlugInResources, HelpPagesAreLinked) {
         present.insert(help.relativeFilePath(files.next()));
     }
     EXPECT_EQ(Listed(present - reached), "") << "no link leads to these";
+}
+
+TEST(PlugInResources, HelpPagesAreLinked) {
+    for (const QString& language : kPlugIn.languages()) {
+        SCOPED_TRACE(language.toStdString());
+        expectLinkedPages(helpIn(language));
+    }
 }
 
 }  // namespace

@@ -1,0 +1,17 @@
+#include "platform/foundation/user_languages.h"
+
+#include <QLocale>
+#include <algorithm>
+
+QStringList userLanguages() {
+    QStringList names;
+    for (QString language : QLocale::system().uiLanguages()) {
+        while (!language.isEmpty()) {
+            names << language << QString(language).replace(u'-', u'_');
+            language.truncate(std::max<qsizetype>(language.lastIndexOf(u'-'), 0));
+        }
+    }
+    names << QStringLiteral("en");
+    names.removeDuplicates();
+    return names;
+}
