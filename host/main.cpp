@@ -21,6 +21,7 @@
 #include "platform/fonts/font_faces.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
+#include "platform/toolbox/Windows.h"
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -113,6 +114,15 @@ Result<CFRef<CFBundleRef>> openBundle(const std::string& path) {
     return bundle;
 }
 
+/// The program's own texts, of whose language its windows are.
+Result<CFRef<CFBundleRef>> openTexts() {
+    auto bundle = openBundle(hostBundlePath());
+    if (bundle) {
+        SetWindowLanguage(bundle->get());
+    }
+    return bundle;
+}
+
 PrinterChoice choiceOf(const Printer& printer, const CommandLine& line) {
     if (!printer.queue().empty()) {
         return {PrinterChoice::Kind::queue, printer.queue()};
@@ -136,7 +146,7 @@ void openToolbox(char* programName, bool scripted) {
 void askPasswordsInWindows(char* programName, bool scripted) {
     askServerPasswordsInWindows([programName, scripted]() -> CFBundleRef {
         openToolbox(programName, scripted);
-        static auto bundle = openBundle(hostBundlePath());
+        static auto bundle = openTexts();
         return bundle ? bundle->get() : nullptr;
     });
 }
@@ -159,7 +169,7 @@ ExitStatus failInWindow(const Failure& failure, const CommandLine& line, char* p
         line.portal.empty() ? isStartedByDesktop() && !line.print && !line.check : !failure.line.empty();
     if (isSeen && hasDisplay() && !line.isScripted()) {
         openToolbox(programName, false);
-        if (auto bundle = openBundle(hostBundlePath())) {
+        if (auto bundle = openTexts()) {
             showNotice(kCFUserNotificationStopAlertLevel, localized(bundle->get(), CFSTR("Job Failed Header")),
                        cfString(failure.line));
         }
@@ -212,7 +222,7 @@ DocumentPrograms documentPrograms() {
 ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument* first, char* programName) {
     // Cover sheets are drawn with its fonts.
     openToolbox(programName, line.portal.empty() || line.isScripted() || !hasDisplay());
-    auto bundle = openBundle(hostBundlePath());
+    auto bundle = openTexts();
     if (!bundle) {
         return fail(bundle.failure());
     }
@@ -234,7 +244,7 @@ ExitStatus printAtOnce(const CommandLine& line, JobSetup setup, OpeningDocument*
 }
 
 ExitStatus check(const CommandLine& line, const JobSetup& setup) {
-    auto bundle = openBundle(hostBundlePath());
+    auto bundle = openTexts();
     return fail(bundle ? reportCheck(setup, bundle->get(), formOf(line)) : bundle.failure());
 }
 
@@ -245,7 +255,7 @@ ExitStatus proof(const CommandLine& line) {
     if (!printer) {
         return fail(printer.failure());
     }
-    auto bundle = openBundle(hostBundlePath());
+    auto bundle = openTexts();
     return fail(bundle ? reportProof(line.proof, *printer, bundle->get(), formOf(line)) : bundle.failure());
 }
 
@@ -290,7 +300,7 @@ std::optional<PrintDialog::Preparing> preparingOf(const PortalRequest* request) 
 
 ExitStatus runDialog(const CommandLine& line, const PortalRequest* request, const script::Script& parsed, JobSetup job,
                      std::unique_ptr<OpeningDocument> document, char* programName) {
-    auto bundle = openBundle(hostBundlePath());
+    auto bundle = openTexts();
     if (!bundle) {
         return fail(bundle.failure());
     }

@@ -1,6 +1,9 @@
 #include "host/settings/texts.h"
 
 #include "host/script/text.h"
+#include "platform/foundation/CFNumberFormatter.h"
+
+#include <algorithm>
 
 CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key) {
     return CFRef<CFStringRef>::adopt(
@@ -11,6 +14,17 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::str
     return localized(bundle, key, std::vector{value});
 }
 
+namespace {
+
+/// A number in the user's digits; anything else as it is.
+std::string shown(const std::string& value) {
+    const bool isNumber = !value.empty() && std::ranges::all_of(value, [](char c) { return c >= '0' && c <= '9'; });
+    return isNumber ? utf8(CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, cfString(value).get())).get())
+                    : value;
+}
+
+}  // namespace
+
 CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vector<std::string>& values) {
     const std::string text = utf8(localized(bundle, key).get());
     std::string filled;
@@ -18,7 +32,7 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vec
         const std::size_t number =
             text[i] == '%' && i + 1 < text.size() ? static_cast<std::size_t>(text[i + 1] - '0') : 0;
         if (number >= 1 && number <= values.size()) {
-            filled += values[number - 1];
+            filled += shown(values[number - 1]);
             ++i;
         } else {
             filled += text[i];
