@@ -62,6 +62,20 @@ std::string repeated(std::string letters) {
     return twice;
 }
 
+void expectLettersOnce(const std::string& audit) {
+    auto letters = lettersOf(audit);
+    EXPECT_GT(letters.size(), 50u);
+    for (const auto& [name, own] : letters) {
+        EXPECT_EQ(repeated(own), "") << name;
+    }
+    // The panels share the print dialog with its own controls and with the selector.
+    const std::string around = letters["PrintDialog-PrintDialog"] + letters["PDE_Shell-Window"];
+    for (const char* panel :
+         {"about", "advanced", "image-options", "layout", "paper-output", "special-pages", "watermark"}) {
+        EXPECT_EQ(repeated(around + letters[panel]), "") << panel;
+    }
+}
+
 TEST_F(GalleryTest, EveryControlHasANameAndAPlaceAlsoWithLargeText) {
     const Run audit = gallery({"--audit", folder / "audit"});
     ASSERT_EQ(audit.status, 0) << audit.errors;
@@ -72,17 +86,28 @@ TEST_F(GalleryTest, EveryControlHasANameAndAPlaceAlsoWithLargeText) {
     EXPECT_EQ(large.status, 0) << large.errors;
     EXPECT_EQ(large.output.find(": fault: "), std::string::npos) << large.output;
 
-    auto letters = lettersOf(audit.output);
-    EXPECT_GT(letters.size(), 50u);
-    for (const auto& [name, own] : letters) {
-        EXPECT_EQ(repeated(own), "") << name;
-    }
-    // The panels share the print dialog with its own controls and with the selector.
-    const std::string around = letters["PrintDialog-PrintDialog"] + letters["PDE_Shell-Window"];
-    ASSERT_FALSE(around.empty());
-    for (const char* panel :
-         {"about", "advanced", "image-options", "layout", "paper-output", "special-pages", "watermark"}) {
-        EXPECT_EQ(repeated(around + letters[panel]), "") << panel;
+    expectLettersOnce(audit.output);
+}
+
+/// In every other language: all words have room, on an ordinary screen, with large text too.
+TEST_F(GalleryTest, EveryLanguageHasRoom) {
+    const std::string small = add("small.json", R"({"screens":[{"name":"small","x":0,"y":0,"width":1366,
+        "height":768,"logicalDpi":96,"logicalBaseDpi":96,"dpr":1}]})");
+    const std::string large = add("large.json", R"({"screens":[{"name":"large text","x":0,"y":0,"width":3000,
+        "height":2000,"logicalDpi":144,"logicalBaseDpi":144,"dpr":1}]})");
+    for (const auto& entry : fs::directory_iterator(stagePath("TavroPrint.bundle/Contents/Resources"))) {
+        const std::string language = entry.path().stem().string();
+        if (entry.path().extension() != ".lproj" || language == "en") {
+            continue;
+        }
+        for (const std::string& screen : {small, large}) {
+            const Run audit =
+                gallery({"--audit", folder / "audit"},
+                        {"LANGUAGE=" + language, "LC_ALL=C.UTF-8", "QT_QPA_PLATFORM=offscreen:configfile=" + screen});
+            EXPECT_EQ(audit.status, 0) << audit.errors;
+            EXPECT_EQ(audit.output.find(": fault: "), std::string::npos) << language << "\n" << audit.output;
+            expectLettersOnce(audit.output);
+        }
     }
 }
 

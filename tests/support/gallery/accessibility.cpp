@@ -70,11 +70,12 @@ QRect placeOf(const QWidget* widget) {
 }
 
 /// Whether somebody who reads would look at `second` before `first`: it is above it in the same column, or to its left
-/// on the same line.
+/// on the same line; to its right, where words run from there.
 bool comesBefore(const QRect& second, const QRect& first) {
     const bool sharesColumn = second.left() <= first.right() && first.left() <= second.right();
     const bool sharesLine = second.top() <= first.center().y() && first.center().y() <= second.bottom();
-    return (sharesColumn && second.bottom() < first.top()) || (sharesLine && second.right() < first.left());
+    const bool isAhead = QApplication::isRightToLeft() ? second.left() > first.right() : second.right() < first.left();
+    return (sharesColumn && second.bottom() < first.top()) || (sharesLine && isAhead);
 }
 
 std::vector<QWidget*> shownControls(const QWidget* window) {
@@ -175,8 +176,8 @@ std::string letters(const QWidget* window) {
     std::string letters;
     const auto add = [&](const QString& text) {
         const QKeySequence key = QKeySequence::mnemonic(text);
-        if (!key.isEmpty()) {
-            letters += key.toString().back().toLower().toLatin1();
+        if (const char letter = key.isEmpty() ? '\0' : key.toString().back().toLower().toLatin1(); letter != '\0') {
+            letters += letter;  // those of other scripts are looked at in the tables
         }
     };
     for (const QWidget* widget : window->findChildren<QWidget*>()) {

@@ -7,6 +7,7 @@
 #include "host/settings/settings_file.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Automation.h"
+#include "platform/toolbox/Windows.h"
 #include "tests/support/gallery/accessibility.h"
 #include "tests/support/gallery/gallery.h"
 #include "tests/support/gallery/render.h"
@@ -194,6 +195,7 @@ int main(int argc, char** argv) {
     if (!own || !plugin || !host) {
         return fail(utf8(CFBundleGetLastError()), ExitStatus::unusableInput);
     }
+    SetWindowLanguage(host.get());
     auto gallery = Gallery::make({own.get(), plugin.get(), host.get(), *printer, *settings, *installed});
     if (!gallery) {
         return fail(gallery.failure().line, gallery.failure().status);
