@@ -10,3 +10,6 @@
 /// one that stands there as "noname", "true" for one without a value. Nothing when the text, which anybody may have
 /// written, does not have it.
 std::optional<std::string> optionInText(std::string_view text, std::string_view name);
+
+/// What a print server takes, unless it is told otherwise (MaxCopies in cupsd.conf). Other numbers are somebody's joke.
+inline constexpr int kMostCopies = 9999;

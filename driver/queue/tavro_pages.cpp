@@ -16,6 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -29,6 +30,7 @@
 
 namespace {
 
+constexpr int kCopies = 4;
 constexpr int kOptions = 5;  // the places of arguments
 constexpr int kFile = 6;
 constexpr std::size_t kMostOfPPD = std::size_t{16} << 20;
@@ -254,7 +256,7 @@ int makePlainJob(const std::vector<std::string>& arguments, bool isPostScriptJob
         return fail(work.path() + ": " + std::strerror(errno));
     }
     std::vector<std::string> environment =
-        makeEnvironment(work, isUncollated(arguments[kOptions], std::atoi(arguments[4].c_str())));
+        makeEnvironment(work, isUncollated(arguments[kOptions], std::atoi(arguments[kCopies].c_str())));
     if (environment.empty()) {
         return fail("The printer's PPD cannot be read.");
     }
@@ -283,7 +285,8 @@ int main(int argc, char** argv) {
     if (argc != kFile && argc != kFile + 1) {
         return fail("usage: tavro-pages JOB USER TITLE COPIES OPTIONS [FILE]");
     }
-    const std::vector<std::string> arguments(argv, argv + argc);
+    std::vector<std::string> arguments(argv, argv + argc);
+    arguments[kCopies] = std::to_string(std::clamp(std::atoi(argv[kCopies]), 1, kMostCopies));
     const std::string& options = arguments[kOptions];
     const auto settings = optionInText(options, "tavro-settings");
     if (settings && strcasecmp(settings->c_str(), "none") != 0) {
