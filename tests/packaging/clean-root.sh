@@ -55,12 +55,18 @@ get remove tavro-print
 get satisfy "$(dpkg-deb --field $deb Depends), cups, cups-client, man-db, bash-completion"
 snapshot >before
 
+# The same package as an older one, to go on from.
+older=/test/tavro-print-older.deb
+dpkg-deb --raw-extract $deb older
+sed -i 's/^Version: .*/Version: 0.0.1-1/' older/DEBIAN/control
+dpkg-deb --build older $older >/dev/null
+
 say "with a print server, manual pages and completion"
 echo 'FileDevice Yes' >>/etc/cups/cups-files.conf
 sed -i '/^Listen localhost/d' /etc/cups/cupsd.conf # by its socket only
 /usr/sbin/cupsd
 until lpstat -r | grep --quiet 'is running'; do sleep 0.1; done
-get install $deb
+get install $older
 lpinfo -m | grep tavro/ || fail "the server knows no printer of the package"
 lpadmin -p office -E -v file:/tmp/office.prn -m lsb/usr/tavro/Tavro-ZR420.ppd -o Option2=LCSS 2>/dev/null
 as_guest tavro-print --print --printer office --ticket-in home/settings.plist /test/ten-pages.pdf
@@ -76,13 +82,16 @@ cupstestppd -q /usr/share/ppd/tavro/*.ppd || fail "the printers' PPDs"
 printf '%s\n' 'panel Layout' 'choose Tshl:6004 "On"' 'choose Host:13 "Save as Preset…"' 'type Host:100 "Booklet"' \
   'click Host:103' 'click Host:101' 'cancel' >booklet.script
 as_guest tavro-print --printer office --script /test/booklet.script /test/ten-pages.pdf || [ $? = 1 ] || fail "a preset"
-rm /tmp/office.prn
-as_guest lp -d office/Booklet /test/ten-pages.pdf
-for ((tries = 0; tries < 300; tries++)); do
-  [ -z "$(lpstat -o)" ] && [ -s /tmp/office.prn ] && break
-  sleep 0.1
-done
-expect /tmp/office.prn '^%%Pages: 6$'
+expect_booklet() {
+  rm -f /tmp/office.prn
+  as_guest lp -d office/Booklet /test/ten-pages.pdf
+  for ((tries = 0; tries < 300; tries++)); do
+    [ -z "$(lpstat -o)" ] && [ -s /tmp/office.prn ] && break
+    sleep 0.1
+  done
+  expect /tmp/office.prn '^%%Pages: 6$'
+}
+expect_booklet
 [ "$(bash complete.sh /usr/share/bash-completion/completions/tavro-print '/usr/bin/tavro-print --printer ')" = office ] ||
   fail "the shell offers no queue"
 bash -c 'source /usr/share/bash-completion/bash_completion; _completion_loader tavro-print; complete -p tavro-print'
@@ -99,11 +108,17 @@ done
 service=$(sed -n 's/^Exec=//p' /usr/share/dbus-1/services/org.freedesktop.impl.portal.desktop.tavro.service)
 as_guest "$service" --version || fail "what the message bus would start"
 
-say "a new version of it brings its PPDs to the queues"
+say "a new version of it brings its PPDs to the queues, and keeps what is the user's"
+kept() { find home -type f -not -path 'home/.cache/*' -exec sha256sum {} + | sort; }
+kept >before-upgrade
+grep --quiet home/.config/tavro before-upgrade || fail "there is nothing to keep"
 rm /var/cache/cups/ppd-updates # so that this one counts as another one than that before
-get install --reinstall $deb
+get install $deb
 grep 'PPD for printer office updated' apt.log || fail "the queue has the old PPD"
 lpoptions -p office -l | grep '^Option2/.*\*LCSS' || fail "the queue has lost its installed options"
+kept | diff before-upgrade - || fail "the user's files are others"
+as_guest tavro-print --printer office --list-presets | grep --quiet Booklet || fail "the preset is gone"
+expect_booklet
 
 say "purged"
 lpadmin -x office
