@@ -1,4 +1,4 @@
-// A GTK program that prints eight pages through the desktop's portal, says when it asks, and waits for the job.
+// A program of GTK 3 or 4 that prints eight pages through the desktop's portal, says when it asks, and waits for the job.
 #include <gtk/gtk.h>
 
 #include <cstdio>
@@ -31,8 +31,14 @@ gboolean print(gpointer window) {
 
 /// Ends when it is ended: GTK says that a job is done before it hands it over.
 int main() {
+#if GTK_CHECK_VERSION(4, 0, 0)
     gtk_init();
     GtkWidget* const window = gtk_window_new();
+#else
+    gtk_init(nullptr, nullptr);
+    GtkWidget* const window = gtk_window_new(GTK_WINDOW_TOPLEVEL);
+    gtk_widget_show(window);
+#endif
     gtk_window_set_title(GTK_WINDOW(window), "Program");
     gtk_window_present(GTK_WINDOW(window));
     g_timeout_add(1000, print, window);  // when its window is there
