@@ -19,6 +19,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTabBar>
 #include <algorithm>
 
@@ -120,6 +122,13 @@ bool isInSight(const QWidget* widget) {
 }
 
 bool hasRoomForWords(const QWidget* widget) {
+    if (const auto* popUp = qobject_cast<const QComboBox*>(widget)) {
+        QStyleOptionComboBox option;
+        option.initFrom(popUp);
+        const QRect field =
+            popUp->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, popUp);
+        return popUp->fontMetrics().horizontalAdvance(popUp->currentText()) <= field.width();
+    }
     const auto* const label = qobject_cast<const QLabel*>(widget);
     const bool hasLine = (label != nullptr && !label->wordWrap()) || isAnyOf<QAbstractButton>(widget);
     return !hasLine || widget->width() >= std::min(widget->minimumSizeHint().width(), widget->maximumWidth());
