@@ -19,14 +19,8 @@ struct Side {
     std::string option;
     SettingWords words;
     bool isInstalled;
+    bool isNothing;  // is installed
 };
-
-/// Whether what is installed is nothing: "None", or "False" under a title that says so. "False" may also be "Two
-/// Trays".
-bool isAbsence(const Side& side) {
-    return (side.option == "None" || side.option == "False") &&
-           (side.words.choice == side.option || side.words.choice == "Not Installed");
-}
 
 /// Says a conflict with texts of the program's bundle.
 class Sentence {
@@ -76,8 +70,8 @@ private:
                    : say(CFSTR("Conflict Setting Panel"), {side.words.title, side.words.choice, side.words.panel});
     }
     std::string reason(const Side& side) const {
-        return isAbsence(side) ? say(CFSTR("Conflict Not Installed"), {side.words.title})
-                               : say(CFSTR("Conflict Has Installed"), {side.words.title, side.words.choice});
+        return side.isNothing ? say(CFSTR("Conflict Not Installed"), {side.words.title})
+                              : say(CFSTR("Conflict Has Installed"), {side.words.title, side.words.choice});
     }
     template <typename Name>
     std::string joined(const std::vector<Side>& sides, Name name) const {
@@ -97,7 +91,8 @@ Side readSide(const PrintSession& session, CFBundleRef texts, CFDictionaryRef si
     const std::string keyword = stringIn(side, kPMSettingKeywordKey);
     const std::string option = stringIn(side, kPMSettingOptionKey);
     return {keyword, option, settingWords(session, texts, keyword, option).value_or(SettingWords{keyword, option, {}}),
-            booleanIn(side, kPMSettingIsInstalledKey).value_or(false)};
+            booleanIn(side, kPMSettingIsInstalledKey).value_or(false),
+            booleanIn(side, kPMSettingIsNothingKey).value_or(false)};
 }
 
 std::vector<std::vector<Side>> findConflicts(const PrintSession& session, CFBundleRef texts, PMTicketRef settings) {

@@ -133,6 +133,7 @@ OSStatus PMPrinterWriteInfoTicket(PMPrinter printer, CFDictionaryRef installedOp
 #define kPMSettingKeywordKey CFSTR("Keyword")          // PPD main keyword (string)
 #define kPMSettingOptionKey CFSTR("Option")            // its option (string)
 #define kPMSettingIsInstalledKey CFSTR("IsInstalled")  // whether it says what is installed (boolean)
+#define kPMSettingIsNothingKey CFSTR("IsNothing")      // whether that is nothing, as in "Not Installed" (boolean)
 
 /// A new array of the conflicts between the settings of the ticket's PPD dictionary and what the printer info ticket
 /// says is installed, each an array of its sides in the PPD's order. A conflict of one side is a custom paper size that

@@ -129,6 +129,11 @@ private:
     std::string prefix_;
 };
 
+/// Whether a choice is "None", or "False" under a text that says so in the PPD's own language.
+bool isNothing(std::string_view choice, std::string_view text) {
+    return (choice == "None" || choice == "False") && (text == choice || text == "Not Installed");
+}
+
 PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installable, const Translation& translated) {
     PPDOption made{option.keyword,
                    translated("Translation", option.keyword, option.text),
@@ -139,7 +144,7 @@ PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installab
     for (int i = 0; i < option.num_choices; ++i) {
         const ppd_choice_t& choice = option.choices[i];
         made.choices.push_back({choice.choice, translated(option.keyword, choice.choice, choice.text),
-                                choice.marked != 0, textOf(choice.code)});
+                                choice.marked != 0, textOf(choice.code), isNothing(choice.choice, choice.text)});
     }
     made.defaultChoice = made.findChoice(option.defchoice);
     ppd_coption_t* const custom = ppdFindCustomOption(ppd, option.keyword);

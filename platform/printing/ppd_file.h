@@ -16,8 +16,9 @@
 struct PPDChoice {
     std::string keyword;
     std::string title;
-    bool marked;       // chosen when nothing else is asked for
-    std::string code;  // as the PPD has it
+    bool marked;             // chosen when nothing else is asked for
+    std::string code;        // as the PPD has it
+    bool isNothing = false;  // of what may be installed: nothing is. "False" may also be "Two Trays"
 };
 
 struct PPDOption {
