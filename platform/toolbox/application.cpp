@@ -12,7 +12,9 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QFontDatabase>
+#include <QFontMetrics>
 #include <QImageReader>
+#include <QLocale>
 #include <QPalette>
 #include <QStyleHints>
 #include <algorithm>
@@ -23,11 +25,15 @@
 
 namespace {
 
-/// What the first window waits for and no window is needed for: the list of the installed fonts, and the plug-ins that
-/// read pictures, all of which are asked for the first one, whatever its kind. It runs beside the main thread, which
-/// reads what that window shows.
-void openFontsAndPictures() {
+/// What the first window waits for and no window is needed for: the list of the installed fonts, those that have the
+/// letters of the user's language, and the plug-ins that read pictures, all of which are asked for the first one,
+/// whatever its kind. It runs beside the main thread, which reads what that window shows.
+void openFontsAndPictures(const QFont& font) {
     QFontDatabase::hasFamily(QString());
+    if (const QString letters = QLocale::system().nativeLanguageName();
+        std::ranges::any_of(letters, [](QChar letter) { return letter.unicode() > 0x24F; })) {  // behind Latin
+        QFontMetrics(font).horizontalAdvance(letters);
+    }
     QByteArray nothing;
     QBuffer buffer(&nothing);
     QImageReader(&buffer).canRead();
@@ -112,7 +118,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     letHelpKeyReachHelp(application);
     keepLabelsPlain(application);
     improveOwnStyle(application);
-    ahead = std::jthread(openFontsAndPictures);
+    ahead = std::jthread(openFontsAndPictures, QApplication::font());
     if (const auto palette = paletteOf(qgetenv("TAVRO_COLOR_SCHEME"))) {
         QApplication::setPalette(*palette);
     }
