@@ -1,4 +1,5 @@
-// A program of GTK 3 or 4 that prints eight pages through the desktop's portal, says when it asks, and waits for the job.
+// A program of GTK 3 or 4 that prints eight pages through the desktop's portal, says when it asks, and waits for the
+// job.
 #include <gtk/gtk.h>
 
 #include <cstdio>

@@ -1,5 +1,8 @@
 #include "platform/foundation/user_languages.h"
 
+#include "platform/foundation/bundle.h"
+
+#include <QDir>
 #include <QLocale>
 #include <algorithm>
 
@@ -14,4 +17,11 @@ QStringList userLanguages() {
     names << QStringLiteral("en");
     names.removeDuplicates();
     return names;
+}
+
+QString languageOfTexts(CFBundleRef bundle) {
+    const auto found = std::ranges::find_if(bundle->languages, [bundle](const QString& language) {
+        return QDir(bundle->inContents(QStringLiteral("Resources/%1.lproj").arg(language))).exists();
+    });
+    return found == bundle->languages.end() ? QStringLiteral("en") : *found;
 }

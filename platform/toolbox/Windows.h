@@ -23,8 +23,8 @@ inline constexpr OSStatus kNibNotFoundErr = -10960;
 inline constexpr OSStatus kNibWindowNotFoundErr = -10962;  // no such window in the nib, or it does not parse
 
 /// Has windows run in the direction of the language in which the bundle has its texts for this user, from right to left
-/// for Arabic, and words of the toolbox's own, such as those of a file chooser, be in it where they are installed. To be
-/// called before the first window. paramErr without a bundle, or before the toolbox is started.
+/// for Arabic, and words of the toolbox's own, such as those of a file chooser, be in it where they are installed. To
+/// be called before the first window. paramErr without a bundle, or before the toolbox is started.
 OSStatus SetWindowLanguage(CFBundleRef bundle);
 
 /// The nib of that name in the bundle's resources.

@@ -1,23 +1,18 @@
 // The language of the windows.
 
-#include "platform/foundation/bundle.h"
+#include "platform/foundation/user_languages.h"
 #include "platform/toolbox/Windows.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
-#include <algorithm>
 
 OSStatus SetWindowLanguage(CFBundleRef bundle) {
     if (bundle == nullptr || qApp == nullptr) {
         return paramErr;
     }
-    const auto found = std::ranges::find_if(bundle->languages, [bundle](const QString& language) {
-        return QDir(bundle->inContents(QStringLiteral("Resources/%1.lproj").arg(language))).exists();
-    });
-    const QString language = found == bundle->languages.end() ? QStringLiteral("en") : *found;
+    const QString language = languageOfTexts(bundle);
     QApplication::setLayoutDirection(QLocale(language).textDirection());
     static QTranslator own;  // installed once, whatever it has
     if (language != QLatin1String("en") &&
