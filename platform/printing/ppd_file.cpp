@@ -108,10 +108,9 @@ public:
     explicit Translation(ppd_file_t* ppd) : ppd_(ppd) {
         const ppd_attr_t* const line = ppdFindAttr(ppd, "cupsLanguages", nullptr);
         const QStringList present = QString::fromUtf8(line == nullptr ? nullptr : line->value).split(u' ');
-        for (const QString& language : present.isEmpty() ? QStringList() : userLanguages()) {
-            const bool isOwn = language == QLatin1String("en");  // the language of the other lines
-            if (isOwn || present.contains(language)) {
-                prefix_ = isOwn ? std::string() : language.toStdString() + ".";
+        for (const QString& language : userLanguages()) {
+            if (present.contains(language)) {
+                prefix_ = language.toStdString() + ".";
                 return;
             }
         }

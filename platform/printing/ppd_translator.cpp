@@ -1,7 +1,9 @@
 // Puts translations into a PPD: tavro-ppd-translator IN.ppd OUT.ppd TABLE_FOLDER LANGUAGE... Run by the build.
 //
-// TABLE_FOLDER/LANGUAGE.lproj/PPD.strings has a text for each English one, or for "Keyword/English text" where a word
-// means something else in one option than in others. The lines are those of CUPS's PPD extensions: "*cupsLanguages" and
+// Where there are translations, the PPD's own texts must be ASCII: what they have of ISO Latin 1 is in the English
+// table. TABLE_FOLDER/LANGUAGE.lproj/PPD.strings has a text for each English one, or for "Keyword/English text" where a
+// word means something else in one option than in others. The lines are those of CUPS's PPD extensions:
+// "*cupsLanguages" and
 // "*LANGUAGE.Keyword choice/text", in UTF-8 whatever the file's own encoding is.
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/objects.h"
@@ -94,6 +96,7 @@ QByteArray linesOf(const std::vector<Shown>& shown, const QString& tables, const
 QByteArray withTranslations(const QByteArray& ppd, const QString& tables, const QStringList& languages) {
     const std::vector<Shown> shown = shownIn(QString::fromLatin1(ppd));
     QByteArray result = ppd.endsWith('\n') ? ppd : ppd + '\n';
+    result.replace("<B2>", "2");  // a square
     for (const QString& language : languages) {
         result += linesOf(shown, tables, language);
     }

@@ -54,7 +54,12 @@ def allowed(language):
     return {text for languages, text in pairs if languages == "*" or language in languages.split()}
 
 
+PPD_TEXT_BYTES = 80  # the PPD format's own limit, of its readers as well
+
+
 def check_text(where, key, english, text, same):
+    if where.name == "PPD.strings" and len(text.encode()) > PPD_TEXT_BYTES:
+        fault(where, f'"{key}" has more than {PPD_TEXT_BYTES} bytes, which no PPD may show: {text!r}')
     if collections.Counter(PLACEHOLDER.findall(english)) != collections.Counter(PLACEHOLDER.findall(text)):
         fault(where, f'"{key}" has other placeholders: {text!r}')
     if text == english and re.search(r"[A-Za-z]{3}", PLACEHOLDER.sub("", english)) and english not in same:
