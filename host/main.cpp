@@ -432,7 +432,11 @@ int main(int argc, char** argv) try {
     }
     ExitStatus status = ExitStatus::success;
     if (line->help || line->version) {
-        std::fputs((line->help ? helpText() : versionText()).c_str(), stdout);
+        auto texts = line->help ? openTexts() : Result<CFRef<CFBundleRef>>(CFRef<CFBundleRef>());
+        if (!texts) {
+            return static_cast<int>(fail(texts.failure()));
+        }
+        std::fputs((line->help ? helpText(texts->get()) : versionText()).c_str(), stdout);
     } else {
         status = line->portal.empty() ? run(*line, nullptr, argv[0]) : answerPortal(*line, argv[0]);
         ToolboxTerminate();

@@ -1,5 +1,8 @@
 #include "host/job/command_line.h"
 
+#include "host/script/text.h"
+#include "host/settings/texts.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -71,19 +74,7 @@ constexpr std::array kOptions{
     OptionRow{"--version", nullptr, Group::program, &CommandLine::version, "print the version, then leave"},
 };
 
-constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT...\n";
-constexpr const char* kNotes =
-    "\n"
-    "Notes:\n"
-    "  A document is a PDF, or what the print server's filters make one of: PNG, JPEG, GIF and TIFF pictures, text in\n"
-    "  UTF-8, PostScript; with LibreOffice also office documents. - is standard input. Each document is a job.\n"
-    "  The password of a protected document is asked for, in a window or, without one, on the terminal.\n"
-    "  With neither --ppd nor --printer: the default queue when it is a Tavro printer, else the ZR420 sample.\n"
-    "  What --format json prints is described in tavro-report(5).\n"
-    "  With neither --ticket-in nor --preset: the printer's defaults, which the dialog can set.\n"
-    "  A job that is sent to a queue is named on standard output, QUEUE-123 on a line of its own.\n"
-    "  A print server that wants a password gets the one that you type, in a window or, with --print, on the\n"
-    "  terminal, where CUPS_USER says who you are to it.\n";
+constexpr const char* kUsage = "Usage: tavro-print [options] DOCUMENT...";
 constexpr std::size_t kHelpColumn = 30;
 
 struct ExitStatusRow {
@@ -262,10 +253,16 @@ Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments) {
     return line;
 }
 
-std::string helpText() {
-    std::string text = kUsage;
+std::string helpText(CFBundleRef texts) {
+    // The English texts are the keys of the others.
+    const auto shown = [texts](const char* english) {
+        return utf8(CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(texts, CFStringMakeConstant(english), nullptr,
+                                                                          CFSTR("Localizable")))
+                        .get());
+    };
+    std::string text = shown(kUsage) + "\n";
     for (const GroupRow& group : kGroups) {
-        text += std::string("\n") + group.title + ":\n";
+        text += "\n" + shown(group.title) + ":\n";
         for (const OptionRow& option : kOptions) {
             if (option.group != group.group) {
                 continue;
@@ -275,13 +272,13 @@ std::string helpText() {
                 names += std::string(" ") + option.argument;
             }
             names.resize(std::max(kHelpColumn, names.size() + 2), ' ');
-            text += names + option.help + "\n";
+            text += names + shown(option.help) + "\n";
         }
     }
-    text += kNotes;
-    text += "\nExit status:\n";
+    text += "\n" + shown("Notes") + ":\n" + utf8(localized(texts, CFSTR("Help Notes")).get());
+    text += "\n" + shown("Exit status") + ":\n";
     for (const ExitStatusRow& row : kExitStatuses) {
-        text += "  " + std::to_string(static_cast<int>(row.status)) + "   " + row.help + "\n";
+        text += "  " + std::to_string(static_cast<int>(row.status)) + "   " + shown(row.help) + "\n";
     }
     return text;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/settings/result.h"
+#include "platform/foundation/CFBundle.h"
 
 #include <string>
 #include <utility>
@@ -46,5 +47,6 @@ int pageNumber(const std::string& text);
 /// Reads the arguments behind the program's name. The failure is one line without the program's name.
 Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments);
 
-std::string helpText();
+/// In the user's language; `texts` is the program's own bundle.
+std::string helpText(CFBundleRef texts);
 std::string versionText();
