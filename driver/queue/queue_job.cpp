@@ -2,7 +2,6 @@
 
 #include "driver/instructions/read_instructions.h"
 #include "driver/job/prepare_job.h"
-#include "driver/queue/option_text.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/printing/text.h"
 
@@ -108,7 +107,7 @@ private:
     void fillTickets() {
         PMPrinterWriteDefaultSettings(printer_.get(), settings_.get(), format_.get());
         PMPrinterWriteInfoTicket(printer_.get(), nullptr, info_.get());
-        const SInt32 copies = std::clamp(job_.copies, 1, kMostCopies);
+        const SInt32 copies = job_.copies;
         const auto number = CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &copies));
         PMTicketSetCFNumber(settings_.get(), kDriverClient, kPMCopiesKey, number.get(), kPMUnlocked);
         for (const auto& [key, text] : {std::pair{kPMJobNameKey, job_.title}, std::pair{kPMJobOwnerKey, job_.user}}) {

@@ -12,7 +12,7 @@ struct QueueJob {
     std::string number;
     std::string user;
     std::string title;
-    int copies = 1;
+    int copies = 1;       // to kMostCopies
     std::string options;  // as filters get them
     std::string ppd;      // its file
 };

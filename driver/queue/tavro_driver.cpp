@@ -1,6 +1,7 @@
 // tavro-driver: what tavro-pages, the filter of a queue, hands jobs with settings to. It is started with the filter's
 // arguments, and speaks to the print server as a filter does.
 
+#include "driver/queue/option_text.h"
 #include "driver/queue/queue_job.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/printing/job_stream.h"
@@ -8,6 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -72,7 +74,7 @@ int main(int argc, char** argv) {
     if (error != 0) {
         return fail(std::string("The document cannot be copied: ") + std::strerror(error));
     }
-    const QueueJob job{argv[1], argv[2], argv[3], std::max(std::atoi(argv[4]), 1), argv[5], ppd};
+    const QueueJob job{argv[1], argv[2], argv[3], std::clamp(std::atoi(argv[4]), 1, kMostCopies), argv[5], ppd};
     std::fputs("INFO: Making the sheets.\n", stderr);
     int last = -1;
     const auto progress = [&last](int percent) {
