@@ -1,6 +1,6 @@
 #include "ui/draw_image.h"
 
-#include "model/plugin_state.h"
+#include "model/settings/plugin_state.h"
 #include "ui/image_import_manager.h"
 
 namespace {

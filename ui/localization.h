@@ -4,7 +4,7 @@
 // a missing text is seen in testing and not mistaken for a name.
 #pragma once
 
-#include "model/setting_map.h"
+#include "model/settings/setting_map.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/toolbox/ToolboxTypes.h"
 

@@ -1,7 +1,7 @@
 #include "ui/panel_operations.h"
 
-#include "model/plugin_state.h"
-#include "model/ticket_access.h"
+#include "model/settings/plugin_state.h"
+#include "model/settings/ticket_access.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Controls.h"
 

@@ -1,7 +1,7 @@
 // What panels do alike: their answers to the shell, and finding their controls.
 #pragma once
 
-#include "core/panel_interface.h"
+#include "core/features/panel_interface.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"

@@ -1,9 +1,9 @@
 #include "ui/ppd_menus.h"
 
-#include "model/plugin_state.h"
-#include "model/ppd_option_maps.h"
-#include "model/ppd_ui_dictionary.h"
-#include "model/stock.h"
+#include "model/settings/plugin_state.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/settings/ppd_ui_dictionary.h"
+#include "model/stock/stock.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Menus.h"

@@ -1,6 +1,6 @@
 #include "ui/setting_menus.h"
 
-#include "model/ticket_access.h"
+#include "model/settings/ticket_access.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Menus.h"
 #include "ui/localization.h"

@@ -3,8 +3,8 @@
 // An item's reference value is its ticket value; the menu's own (item 0's) is the address of its map.
 #pragma once
 
-#include "model/job_context.h"
-#include "model/setting_map.h"
+#include "model/settings/job_context.h"
+#include "model/settings/setting_map.h"
 #include "platform/toolbox/ToolboxTypes.h"
 
 /// Appends an item for each row of the map and returns their number. The text is that of the row's key; the row of

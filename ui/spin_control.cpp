@@ -1,6 +1,6 @@
 #include "ui/spin_control.h"
 
-#include "model/plugin_state.h"
+#include "model/settings/plugin_state.h"
 #include "platform/foundation/CFCharacterSet.h"
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"

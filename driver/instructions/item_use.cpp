@@ -1,7 +1,7 @@
 #include "driver/instructions/item_use.h"
 
-#include "jobtypes/job_type.h"
-#include "model/ticket_items.h"
+#include "jobtypes/records/job_type.h"
+#include "model/settings/ticket_items.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/text.h"
 

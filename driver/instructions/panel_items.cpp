@@ -3,10 +3,10 @@
 #include "driver/instructions/job_instructions.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
-#include "jobtypes/job_type.h"
-#include "model/ppd_access.h"
-#include "model/ppd_option_maps.h"
-#include "model/ticket_items.h"
+#include "jobtypes/records/job_type.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/settings/ticket_items.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <array>

@@ -1,9 +1,9 @@
 #include "driver/instructions/read_color.h"
 
 #include "driver/instructions/ticket_values.h"
-#include "model/color_choices.h"
-#include "model/full_color_options.h"
-#include "model/ticket_items.h"
+#include "model/records/color_choices.h"
+#include "model/records/full_color_options.h"
+#include "model/settings/ticket_items.h"
 
 #include <algorithm>
 #include <array>

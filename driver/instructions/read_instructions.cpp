@@ -6,12 +6,12 @@
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/read_special_pages.h"
 #include "driver/instructions/ticket_values.h"
-#include "jobtypes/fax_options.h"
-#include "jobtypes/job_type.h"
-#include "model/finishing.h"
-#include "model/ppd_access.h"
-#include "model/ppd_option_maps.h"
-#include "model/ticket_items.h"
+#include "jobtypes/records/fax_options.h"
+#include "jobtypes/records/job_type.h"
+#include "model/records/finishing.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/settings/ticket_items.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <algorithm>

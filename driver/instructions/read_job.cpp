@@ -3,13 +3,13 @@
 #include "driver/instructions/read_instructions.h"
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
-#include "jobtypes/fax_cover_options.h"
-#include "jobtypes/fax_numbers.h"
-#include "jobtypes/fax_options.h"
-#include "jobtypes/fax_recipient_list.h"
-#include "jobtypes/job_type.h"
-#include "model/setting_map.h"
-#include "model/ticket_items.h"
+#include "jobtypes/records/fax_cover_options.h"
+#include "jobtypes/records/fax_numbers.h"
+#include "jobtypes/records/fax_options.h"
+#include "jobtypes/records/fax_recipient_list.h"
+#include "jobtypes/records/job_type.h"
+#include "model/settings/setting_map.h"
+#include "model/settings/ticket_items.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "driver/instructions/read_paper.h"
 
 #include "driver/instructions/ticket_values.h"
-#include "model/ppd_option_maps.h"
-#include "model/stock_attributes.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/stock/stock_attributes.h"
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "driver/instructions/job_instructions.h"
-#include "model/stock.h"
+#include "model/stock/stock.h"
 #include "platform/printing/PMTicket.h"
 
 #include <string>

@@ -2,10 +2,10 @@
 
 #include "driver/instructions/read_paper.h"
 #include "driver/instructions/ticket_values.h"
-#include "model/page_layers.h"
-#include "model/setting_map.h"
-#include "model/special_page.h"
-#include "model/ticket_items.h"
+#include "model/records/page_layers.h"
+#include "model/records/special_page.h"
+#include "model/settings/setting_map.h"
+#include "model/settings/ticket_items.h"
 
 #include <algorithm>
 

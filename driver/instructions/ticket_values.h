@@ -2,8 +2,8 @@
 // is the fallback.
 #pragma once
 
-#include "model/ppd_access.h"
-#include "model/record_ticket.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/record_ticket.h"
 #include "platform/printing/PMTicket.h"
 #include "platform/printing/text.h"
 

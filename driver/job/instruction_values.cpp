@@ -1,6 +1,6 @@
 #include "driver/job/instruction_values.h"
 
-#include "model/finishing.h"
+#include "model/records/finishing.h"
 #include "platform/foundation/DateTimeUtils.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "driver/instructions/ticket_values.h"
-#include "model/ppd_access.h"
+#include "model/settings/ppd_access.h"
 
 #include <string>
 

@@ -2,7 +2,7 @@
 
 #include "driver/instructions/ticket_values.h"
 #include "driver/job/printer_abilities.h"
-#include "model/ppd_access.h"
+#include "model/settings/ppd_access.h"
 
 bool offersBlackAndWhite(PMPrinter printer) {
     return hasOption(printer, kColorCorrectionKeyword, kBlackAndWhiteCorrection);

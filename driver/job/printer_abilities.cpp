@@ -1,6 +1,6 @@
 #include "driver/job/printer_abilities.h"
 
-#include "model/finishing.h"
+#include "model/records/finishing.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>

@@ -11,8 +11,8 @@ struct TextOutline {
     double width;      // points
 };
 
-/// A UTF-8 text in a font, a Type 42 program whose glyphs have the names that watermark/glyph_names.h gives them. What
-/// the font lacks is its box for missing glyphs; what ends lines, and the like, is a blank. Nothing, with the reason,
-/// for a font that cannot be read.
+/// A UTF-8 text in a font, a Type 42 program whose glyphs have the names that watermark/type42/glyph_names.h gives
+/// them. What the font lacks is its box for missing glyphs; what ends lines, and the like, is a blank. Nothing, with
+/// the reason, for a font that cannot be read.
 std::optional<TextOutline> outlineText(const std::string& text, const std::string& font, double size,
                                        std::string* reason);

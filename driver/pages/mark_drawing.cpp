@@ -3,7 +3,7 @@
 #include "driver/pages/font_outlines.h"
 #include "driver/pages/pdf_page.h"
 #include "driver/pages/pdf_text.h"
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFWriter.hh>

@@ -1,12 +1,12 @@
 #include "driver/pages/stored_mark.h"
 
-#include "model/preference_files.h"
+#include "model/settings/preference_files.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/text.h"
-#include "watermark/watermark_font.h"
-#include "watermark/watermark_storage.h"
+#include "watermark/records/watermark_font.h"
+#include "watermark/records/watermark_storage.h"
 
 #include <algorithm>
 #include <array>

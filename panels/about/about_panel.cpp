@@ -1,6 +1,6 @@
 // The About panel: what this plug-in is, who made it, and how the printer looks.
 
-#include "core/installable_options.h"
+#include "core/features/installable_options.h"
 #include "panels/about/about_context.h"
 #include "panels/about/about_logo_button.h"
 #include "platform/foundation/CFBundle.h"

@@ -1,6 +1,6 @@
 // The Advanced panel: job options that do not belong elsewhere.
 
-#include "model/ppd_ui_dictionary.h"
+#include "model/settings/ppd_ui_dictionary.h"
 #include "panels/advanced/advanced_sync.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFString.h"

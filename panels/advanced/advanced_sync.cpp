@@ -1,8 +1,8 @@
 #include "panels/advanced/advanced_sync.h"
 
-#include "model/ppd_choice.h"
-#include "model/ticket_access.h"
-#include "model/ticket_items.h"
+#include "model/settings/ppd_choice.h"
+#include "model/settings/ticket_access.h"
+#include "model/settings/ticket_items.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "panels/color_options/color_options_controls.h"
 
-#include "model/color_choices.h"
+#include "model/records/color_choices.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Menus.h"
 #include "ui/localization.h"

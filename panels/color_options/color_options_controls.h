@@ -1,7 +1,7 @@
 // The controls of the color options panel and the record of a job's color adjustments.
 #pragma once
 
-#include "model/full_color_options.h"
+#include "model/records/full_color_options.h"
 #include "platform/toolbox/Controls.h"
 
 /// Fills the menus, ties sliders, fields and arrows together, and limits what may be typed.

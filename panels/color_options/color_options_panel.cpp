@@ -1,11 +1,11 @@
 // The color options panel: the printer's own ways with color, which are options of its PPD, and adjustments of the
 // job's colors, which its controller makes.
 
-#include "model/color_choices.h"
-#include "model/ppd_choice.h"
-#include "model/ppd_option_maps.h"
-#include "model/ppd_ui_dictionary.h"
-#include "model/ticket_items.h"
+#include "model/records/color_choices.h"
+#include "model/settings/ppd_choice.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/settings/ppd_ui_dictionary.h"
+#include "model/settings/ticket_items.h"
 #include "panels/color_options/color_options_controls.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFString.h"

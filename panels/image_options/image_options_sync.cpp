@@ -1,7 +1,7 @@
 #include "panels/image_options/image_options_sync.h"
 
-#include "model/ppd_access.h"
-#include "model/ppd_ui_dictionary.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/ppd_ui_dictionary.h"
 #include "platform/foundation/CFString.h"
 
 namespace {

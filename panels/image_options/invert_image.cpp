@@ -1,8 +1,8 @@
 #include "panels/image_options/invert_image.h"
 
-#include "model/record_ticket.h"
-#include "model/ticket_access.h"
-#include "model/ticket_items.h"
+#include "model/settings/record_ticket.h"
+#include "model/settings/ticket_access.h"
+#include "model/settings/ticket_items.h"
 #include "platform/toolbox/Controls.h"
 #include "ui/panel_operations.h"
 

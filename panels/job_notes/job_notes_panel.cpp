@@ -1,7 +1,7 @@
 // The Job Notes panel: names and messages that go with the job. The bundle exports it; the shell's list of panels does
 // not have it.
 
-#include "model/ticket_access.h"
+#include "model/settings/ticket_access.h"
 #include "panels/job_notes/job_notes_preferences_dialog.h"
 #include "panels/job_notes/job_notes_texts.h"
 #include "platform/foundation/CFBundle.h"

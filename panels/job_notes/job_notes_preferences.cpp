@@ -1,7 +1,7 @@
 #include "panels/job_notes/job_notes_preferences.h"
 
-#include "model/preference_files.h"
-#include "model/record_ticket.h"
+#include "model/settings/preference_files.h"
+#include "model/settings/record_ticket.h"
 
 #include <iterator>
 

@@ -1,8 +1,8 @@
 // The dialog in which the user chooses what job notes follow.
 #pragma once
 
-#include "model/dialog_mode.h"
-#include "model/job_context.h"
+#include "model/settings/job_context.h"
+#include "model/stock_dialogs/dialog_mode.h"
 #include "panels/job_notes/job_notes_preferences.h"
 
 inline constexpr SInt16 kJobNotesPreferencesOK = 1;

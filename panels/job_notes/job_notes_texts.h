@@ -1,7 +1,7 @@
 // The five texts of a job's notes, between a ticket and the panel.
 #pragma once
 
-#include "model/ticket_items.h"
+#include "model/settings/ticket_items.h"
 #include "panels/job_notes/job_notes_preferences.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"

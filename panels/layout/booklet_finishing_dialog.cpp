@@ -1,6 +1,6 @@
 #include "panels/layout/booklet_finishing_dialog.h"
 
-#include "model/booklet_fold.h"
+#include "model/records/booklet_fold.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Windows.h"

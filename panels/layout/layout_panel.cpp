@@ -1,8 +1,8 @@
 // The Layout panel: booklets, the outlines of their pages, and how they are finished.
 
-#include "model/custom_stock_size.h"
-#include "model/stock.h"
-#include "model/ticket_access.h"
+#include "model/settings/ticket_access.h"
+#include "model/stock/stock.h"
+#include "model/stock_dialogs/custom_stock_size.h"
 #include "panels/layout/booklet_finishing_dialog.h"
 #include "panels/layout/layout_sync.h"
 #include "platform/foundation/CFBundle.h"

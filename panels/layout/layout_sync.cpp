@@ -1,10 +1,10 @@
 #include "panels/layout/layout_sync.h"
 
-#include "core/installable_options.h"
-#include "model/ppd_choice.h"
-#include "model/special_page.h"
-#include "model/ticket_access.h"
-#include "model/ticket_items.h"
+#include "core/features/installable_options.h"
+#include "model/records/special_page.h"
+#include "model/settings/ppd_choice.h"
+#include "model/settings/ticket_access.h"
+#include "model/settings/ticket_items.h"
 #include "platform/foundation/CFString.h"
 
 #include <iterator>

@@ -1,7 +1,7 @@
 // The settings of the Layout panel: booklets, and how they are finished.
 #pragma once
 
-#include "model/booklet_fold.h"
+#include "model/records/booklet_fold.h"
 #include "platform/printing/PMTicket.h"
 
 struct LayoutSettings {

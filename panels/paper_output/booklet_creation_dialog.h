@@ -6,7 +6,7 @@
 struct BookletCreation {
     Boolean on;
     SInt32 drawOutlines;   // 1 with the outlines of the booklet's pages
-    SInt32 foldOption;     // ticket value of the TRFoldOptions option: a BookletFold (model/booklet_fold.h)
+    SInt32 foldOption;     // ticket value of the TRFoldOptions option: a BookletFold (model/records/booklet_fold.h)
     Boolean forceNewSize;  // print on paper of another size
     SInt32 size;           // ticket value of that PageSize; 0 when there is none yet
 };

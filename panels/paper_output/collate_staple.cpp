@@ -1,8 +1,8 @@
 #include "panels/paper_output/collate_staple.h"
 
-#include "core/installable_options.h"
-#include "model/ppd_access.h"
-#include "model/ppd_ui_dictionary.h"
+#include "core/features/installable_options.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/ppd_ui_dictionary.h"
 #include "platform/foundation/CFString.h"
 #include "ui/localization.h"
 

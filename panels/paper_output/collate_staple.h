@@ -25,8 +25,8 @@ struct PPDKeywordPair {
 };
 using PPDKeywordPairs = std::vector<PPDKeywordPair>;
 
-/// Appends a pair for each option, in the PPD's order, that the printer's PPD (model/ppd_ui_dictionary.h) has for the
-/// main keyword.
+/// Appends a pair for each option, in the PPD's order, that the printer's PPD (model/settings/ppd_ui_dictionary.h) has
+/// for the main keyword.
 void retrievePPDKeywords(CFStringRef mainKeyword, PPDKeywordPairs* pairs);
 /// The pairs that the choices count. Empty when the PPD cannot both collate and not collate.
 [[nodiscard]] PPDKeywordPairs CollateStaplePairs();

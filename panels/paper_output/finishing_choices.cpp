@@ -1,6 +1,6 @@
 #include "panels/paper_output/finishing_choices.h"
 
-#include "core/installable_options.h"
+#include "core/features/installable_options.h"
 #include "panels/paper_output/finishing_offset_dialog.h"
 #include "ui/localization.h"
 

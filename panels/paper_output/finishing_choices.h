@@ -1,11 +1,11 @@
 // What the finisher can do with a set: one table of choices, from which the menu, the dialogs and the summary are made.
 //
-// A choice is a number in the ticket (model/finishing.h). Which choices there are depends on what is installed
-// (core/installable_options.h).
+// A choice is a number in the ticket (model/records/finishing.h). Which choices there are depends on what is installed
+// (core/features/installable_options.h).
 #pragma once
 
-#include "model/finishing.h"
-#include "model/ticket_items.h"
+#include "model/records/finishing.h"
+#include "model/settings/ticket_items.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/four_char_code.h"

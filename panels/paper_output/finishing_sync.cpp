@@ -1,11 +1,11 @@
 #include "panels/paper_output/finishing_sync.h"
 
-#include "core/installable_options.h"
-#include "model/ppd_access.h"
-#include "model/ppd_choice.h"
-#include "model/ppd_option_maps.h"
-#include "model/ppd_ui_dictionary.h"
-#include "model/ticket_access.h"
+#include "core/features/installable_options.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/ppd_choice.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/settings/ppd_ui_dictionary.h"
+#include "model/settings/ticket_access.h"
 #include "panels/paper_output/finishing_offset_dialog.h"
 
 namespace {

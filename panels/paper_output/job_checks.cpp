@@ -1,6 +1,6 @@
 #include "panels/paper_output/job_checks.h"
 
-#include "core/installable_options.h"
+#include "core/features/installable_options.h"
 #include "panels/paper_output/paper_output_commands.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"

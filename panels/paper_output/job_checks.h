@@ -1,7 +1,7 @@
 // What a job of a certain type needs before it can be sent.
 #pragma once
 
-#include "core/panel_interface.h"
+#include "core/features/panel_interface.h"
 #include "panels/paper_output/paper_output_sync.h"
 
 enum class MissingForJob { nothing, passcode, faxRecipients };

@@ -1,8 +1,8 @@
 // Whether a job is printed in color.
 #pragma once
 
-#include "model/setting_map.h"
-#include "model/ticket_items.h"
+#include "model/settings/setting_map.h"
+#include "model/settings/ticket_items.h"
 
 #include <iterator>
 

@@ -1,8 +1,8 @@
 #include "panels/paper_output/output_destination.h"
 
-#include "core/installable_options.h"
-#include "model/ppd_option_maps.h"
-#include "model/ppd_ui_dictionary.h"
+#include "core/features/installable_options.h"
+#include "model/settings/ppd_option_maps.h"
+#include "model/settings/ppd_ui_dictionary.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Menus.h"

@@ -1,9 +1,9 @@
 #include "panels/paper_output/paper_output_commands.h"
 
-#include "jobtypes/delayed_print.h"
-#include "jobtypes/lan_fax_setup.h"
-#include "jobtypes/secure_print.h"
-#include "model/booklet_fold.h"
+#include "jobtypes/dialogs/delayed_print.h"
+#include "jobtypes/dialogs/lan_fax_setup.h"
+#include "jobtypes/dialogs/secure_print.h"
+#include "model/records/booklet_fold.h"
 #include "panels/paper_output/booklet_creation_dialog.h"
 #include "panels/paper_output/finishing_commands.h"
 #include "panels/paper_output/finishing_menu.h"

@@ -1,8 +1,8 @@
 // What the Paper and Output panel keeps from Prologue to Terminate.
 #pragma once
 
-#include "core/panel_interface.h"
-#include "model/stock_menu.h"
+#include "core/features/panel_interface.h"
+#include "model/stock_dialogs/stock_menu.h"
 #include "panels/paper_output/paper_output_sync.h"
 
 // Numbers of the panel's controls.

@@ -1,8 +1,8 @@
 #include "panels/paper_output/paper_output_controls.h"
 
-#include "core/installable_options.h"
-#include "model/ppd_ui_dictionary.h"
-#include "model/stock_view.h"
+#include "core/features/installable_options.h"
+#include "model/settings/ppd_ui_dictionary.h"
+#include "model/stock_dialogs/stock_view.h"
 #include "panels/paper_output/finishing_menu.h"
 #include "platform/foundation/CFString.h"
 #include "ui/control_utilities.h"

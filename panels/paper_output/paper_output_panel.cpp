@@ -1,7 +1,7 @@
 // The Paper and Output panel: paper, sides, finishing, output and the kind of job.
 
 #include "panels/paper_output/paper_output_panel.h"
-#include "core/installable_options.h"
+#include "core/features/installable_options.h"
 #include "panels/paper_output/paper_output_commands.h"
 #include "panels/paper_output/paper_output_controls.h"
 #include "platform/foundation/CFBundle.h"

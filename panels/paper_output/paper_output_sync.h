@@ -1,9 +1,9 @@
 // The settings of the Paper and Output panel, and their items in the print settings ticket.
 #pragma once
 
-#include "jobtypes/fax_recipient_list.h"
-#include "jobtypes/job_type.h"
-#include "model/stock.h"
+#include "jobtypes/records/fax_recipient_list.h"
+#include "jobtypes/records/job_type.h"
+#include "model/stock/stock.h"
 #include "panels/paper_output/collate_staple.h"
 #include "panels/paper_output/finishing_choices.h"
 #include "panels/paper_output/output_color.h"
@@ -36,7 +36,7 @@ struct PaperOutputSettings {
 
     JobType job;
     CFRef<CFMutableDictionaryRef> jobDictionary;  // the job's record as it was read, with what else stands in it
-    CFRef<CFMutableDictionaryRef> faxOptions;     // keys in jobtypes/fax_options.h; null when there are none
+    CFRef<CFMutableDictionaryRef> faxOptions;     // keys in jobtypes/records/fax_options.h; null when there are none
     // Null when there is none. A list can be long: while it is as the ticket has it, it is not copied. Whoever changes
     // it calls MakeFaxRecords() first.
     std::unique_ptr<FaxRecipientList> faxRecipients;

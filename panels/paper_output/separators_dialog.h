@@ -5,7 +5,7 @@
 #include "platform/printing/PMTicket.h"
 #include "platform/toolbox/Controls.h"
 
-// Rows of SeparatorOptionMap (model/setting_map.h).
+// Rows of SeparatorOptionMap (model/settings/setting_map.h).
 inline constexpr SInt32 kSeparatorsNone = 1;
 inline constexpr SInt32 kSeparatorsBlank = 2;
 inline constexpr SInt32 kSeparatorsPrinted = 3;

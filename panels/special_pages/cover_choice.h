@@ -1,12 +1,12 @@
 // Which covers a job has, and what follows from it.
 #pragma once
 
-#include "model/special_page.h"
+#include "model/records/special_page.h"
 
 #include <memory>
 
-/// Ticket values of CoverOptionMap (model/setting_map.h), and two that it does not offer: a job has such covers only
-/// when its settings came with them.
+/// Ticket values of CoverOptionMap (model/settings/setting_map.h), and two that it does not offer: a job has such
+/// covers only when its settings came with them.
 enum CoverOption : SInt32 {
     kCoversNone = 1,
     kCoversFrontOnly = 2,

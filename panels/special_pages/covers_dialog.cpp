@@ -1,6 +1,6 @@
 #include "panels/special_pages/covers_dialog.h"
 
-#include "model/setting_map.h"
+#include "model/settings/setting_map.h"
 #include "panels/special_pages/cover_choice.h"
 #include "panels/special_pages/paper_block.h"
 #include "panels/special_pages/special_pages_list.h"

@@ -1,8 +1,8 @@
 // The dialog that chooses the covers of a job.
 #pragma once
 
-#include "model/dialog_mode.h"
-#include "model/special_page.h"
+#include "model/records/special_page.h"
+#include "model/stock_dialogs/dialog_mode.h"
 
 #include <memory>
 

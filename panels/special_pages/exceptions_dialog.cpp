@@ -1,7 +1,7 @@
 #include "panels/special_pages/exceptions_dialog.h"
 
-#include "model/setting_map.h"
-#include "model/tab_stock_setup.h"
+#include "model/settings/setting_map.h"
+#include "model/stock_dialogs/tab_stock_setup.h"
 #include "panels/special_pages/page_field.h"
 #include "panels/special_pages/paper_block.h"
 #include "panels/special_pages/special_pages_alerts.h"

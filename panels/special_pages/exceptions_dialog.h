@@ -1,8 +1,8 @@
 // The dialog that prints pages of the document in another way than the rest, or changes one such range.
 #pragma once
 
-#include "model/dialog_mode.h"
-#include "model/special_page_list.h"
+#include "model/records/special_page_list.h"
+#include "model/stock_dialogs/dialog_mode.h"
 
 /// Shows the dialog (nib "SpecialPages", window "Office Exceptions") until the user ends it; *result is kSpecialPagesOK
 /// or kSpecialPagesCancel (dialog_window.h). With OK, an exception for each listed range is added to the list or, in

@@ -1,8 +1,8 @@
 // The dialog that adds blank sheets between the pages of the document, or changes one such insert.
 #pragma once
 
-#include "model/dialog_mode.h"
-#include "model/special_page_list.h"
+#include "model/records/special_page_list.h"
+#include "model/stock_dialogs/dialog_mode.h"
 
 /// The most inserts that are made at one time. A page list such as "7-" stands for ten million of them: more than the
 /// limit are refused with a notice that names it, before anything is made, and the dialog stays open. Page 0 is refused

@@ -1,7 +1,7 @@
 // The field of a dialog into which a page list is typed.
 #pragma once
 
-#include "model/page_range.h"
+#include "model/records/page_range.h"
 #include "platform/toolbox/Controls.h"
 
 #include <vector>

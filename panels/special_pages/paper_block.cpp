@@ -1,6 +1,6 @@
 #include "panels/special_pages/paper_block.h"
 
-#include "model/stock_view.h"
+#include "model/stock_dialogs/stock_view.h"
 #include "ui/control_utilities.h"
 
 OSStatus PaperBlock::install(const SpecialPagesWindow& window, SInt32 number, DialogMode mode, JobContext context) {

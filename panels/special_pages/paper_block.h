@@ -1,7 +1,7 @@
 // The paper of a special page in a dialog: the button with the stock menu, the summary and the picture.
 #pragma once
 
-#include "model/stock_menu.h"
+#include "model/stock_dialogs/stock_menu.h"
 #include "panels/special_pages/dialog_window.h"
 
 class PaperBlock {

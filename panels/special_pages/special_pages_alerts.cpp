@@ -1,6 +1,6 @@
 #include "panels/special_pages/special_pages_alerts.h"
 
-#include "model/page_range.h"
+#include "model/records/page_range.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"

@@ -3,7 +3,7 @@
 
 #include "platform/foundation/CFRef.h"
 
-/// Tells what is wrong with a page list: a PageRangeError (model/page_range.h). Other codes show nothing.
+/// Tells what is wrong with a page list: a PageRangeError (model/records/page_range.h). Other codes show nothing.
 void SpecialPagesUserNotification(CFBundleRef bundle, OSStatus code);
 
 /// The notice's message, for the field itself; null for other codes.

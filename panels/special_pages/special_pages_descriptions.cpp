@@ -1,7 +1,7 @@
 #include "panels/special_pages/special_pages_descriptions.h"
 
-#include "model/setting_map.h"
-#include "model/stock_summary.h"
+#include "model/settings/setting_map.h"
+#include "model/stock/stock_summary.h"
 #include "platform/foundation/CFString.h"
 #include "ui/localization.h"
 

@@ -3,7 +3,7 @@
 // Words come from the bundle's table "Localizable"; a missing one shows as "STRING NOT FOUND". Results are new strings.
 #pragma once
 
-#include "model/special_page.h"
+#include "model/records/special_page.h"
 
 // The attributes, joined by ";  ": for a cover what is printed on it, for an insert how many sheets, for an exception
 // its sides; then the paper, joined by ", ". What is not set is left out, and so are sides that have no name.

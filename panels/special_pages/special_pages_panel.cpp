@@ -1,6 +1,6 @@
 // The Special Pages panel: covers, inserts and exceptions of a job in one list.
 
-#include "model/ticket_access.h"
+#include "model/settings/ticket_access.h"
 #include "panels/special_pages/special_pages_commands.h"
 #include "panels/special_pages/special_pages_context.h"
 #include "panels/special_pages/special_pages_list.h"

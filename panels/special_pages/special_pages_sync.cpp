@@ -1,8 +1,8 @@
 #include "panels/special_pages/special_pages_sync.h"
 
-#include "model/ppd_access.h"
-#include "model/sync_covers.h"
-#include "model/ticket_items.h"
+#include "model/records/sync_covers.h"
+#include "model/settings/ppd_access.h"
+#include "model/settings/ticket_items.h"
 #include "platform/foundation/CFString.h"
 
 namespace {

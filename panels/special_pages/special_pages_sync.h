@@ -1,7 +1,7 @@
 // The special pages of a job between the panel and the print settings ticket.
 #pragma once
 
-#include "model/special_page_list.h"
+#include "model/records/special_page_list.h"
 #include "platform/printing/PMTicket.h"
 
 #include <memory>

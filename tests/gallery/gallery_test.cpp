@@ -1,5 +1,5 @@
 // The gallery: every window opens, draws itself and closes; dialogs do by script what their users do.
-#include "tests/host/program_fixture.h"
+#include "tests/host/program/program_fixture.h"
 #include "tests/support/places.h"
 
 #include <QImage>

@@ -1,5 +1,5 @@
 // What bash offers behind the Tab key.
-#include "tests/host/program_fixture.h"
+#include "tests/host/program/program_fixture.h"
 #include "tests/support/places.h"
 #include "tests/support/print_server.h"
 

@@ -1,5 +1,5 @@
 // The manual pages: made from the program's help and the documentation, with nothing lost on the way.
-#include "tests/host/program_fixture.h"
+#include "tests/host/program/program_fixture.h"
 #include "tests/support/places.h"
 
 #include <regex>

@@ -1,5 +1,5 @@
 // The resources against the code and the windows that ask for them: nothing missing, nothing that nobody asks for.
-#include "model/stock_icon.h"
+#include "model/stock/stock_icon.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"

@@ -1,7 +1,7 @@
 // A finisher that the product line does not have: features of one's own choice in place of the installed ones.
 #pragma once
 
-#include "core/installable_options.h"
+#include "core/features/installable_options.h"
 #include "panels/paper_output/finishing_choices.h"
 
 #include <vector>

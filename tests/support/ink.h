@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/drawing/Pixels.h"
-#include "tests/driver/pdf_maker.h"
+#include "tests/driver/pages/pdf_maker.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // A session bus and a home of the test's own.
 #pragma once
 
-#include "tests/files/temporary_folder.h"
+#include "tests/platform/files/temporary_folder.h"
 
 #include <csignal>
 #include <cstdio>

@@ -3,7 +3,7 @@
 #include "ui/custom_value_dialog.h"
 
 #include "platform/toolbox/Automation.h"
-#include "tests/ui/plugin_fixture.h"
+#include "tests/panels/plugin_fixture.h"
 
 #include <optional>
 

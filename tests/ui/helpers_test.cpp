@@ -1,7 +1,7 @@
 // Pictures, tabs, summaries, texts, numbers and help: the small helpers, on real controls.
 
 #include "platform/toolbox/Automation.h"
-#include "tests/ui/plugin_fixture.h"
+#include "tests/panels/plugin_fixture.h"
 #include "ui/control_utilities.h"
 #include "ui/help.h"
 #include "ui/image_import_manager.h"

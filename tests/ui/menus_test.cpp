@@ -4,9 +4,9 @@
 #include "ui/ppd_menus.h"
 #include "ui/setting_menus.h"
 
-#include "model/stock.h"
+#include "model/stock/stock.h"
 #include "platform/toolbox/objects.h"
-#include "tests/ui/plugin_fixture.h"
+#include "tests/panels/plugin_fixture.h"
 #include "ui/localization.h"
 
 #include <QComboBox>

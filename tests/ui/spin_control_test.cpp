@@ -3,7 +3,7 @@
 #include "ui/spin_control.h"
 
 #include "platform/toolbox/Automation.h"
-#include "tests/ui/plugin_fixture.h"
+#include "tests/panels/plugin_fixture.h"
 
 #include <QAccessible>
 #include <QApplication>

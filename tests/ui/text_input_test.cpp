@@ -3,7 +3,7 @@
 #include "ui/text_input.h"
 
 #include "platform/foundation/CFCharacterSet.h"
-#include "tests/ui/plugin_fixture.h"
+#include "tests/panels/plugin_fixture.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,7 +1,7 @@
 // Names of font families or of styles in a pop-up.
 #pragma once
 
-#include "watermark/font_refusal.h"
+#include "watermark/type42/font_refusal.h"
 
 #include <QAbstractListModel>
 #include <QStringList>

@@ -1,7 +1,7 @@
 #include "watermark/editor/mark_fonts.h"
 
 #include "platform/foundation/CFString.h"
-#include "watermark/type42.h"
+#include "watermark/type42/type42.h"
 
 #include <QFile>
 #include <algorithm>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/fonts/font_faces.h"
-#include "watermark/font_refusal.h"
+#include "watermark/type42/font_refusal.h"
 
 #include <QFont>
 #include <QHash>

@@ -3,7 +3,7 @@
 // Points, y upwards from the page's lower left corner; angles are degrees, counter-clockwise.
 #pragma once
 
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 struct PagePoint {
     double x = 0;

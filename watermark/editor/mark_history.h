@@ -1,7 +1,7 @@
 // The record under the editor's hands, with every step that led to it.
 #pragma once
 
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 #include <QUndoStack>
 

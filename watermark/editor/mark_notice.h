@@ -2,7 +2,7 @@
 #pragma once
 
 #include "watermark/editor/mark_fonts.h"
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 struct MarkNotice {
     const char* key = nullptr;  // of the sentence; null when there is nothing to say

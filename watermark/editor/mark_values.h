@@ -1,7 +1,7 @@
 // What a record may hold while it is edited, and what follows from it.
 #pragma once
 
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 #include <iterator>
 #include <string_view>

@@ -4,7 +4,7 @@
 #include "platform/foundation/CFURL.h"
 #include "platform/toolbox/Navigation.h"
 #include "watermark/editor/editor_texts.h"
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 #include <QFile>
 #include <QImageReader>

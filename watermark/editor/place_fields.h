@@ -1,7 +1,7 @@
 // Where a watermark is: its offsets from the middle of the page, in the unit of the user's choice.
 #pragma once
 
-#include "watermark/watermark_record.h"
+#include "watermark/records/watermark_record.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>

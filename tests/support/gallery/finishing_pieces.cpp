@@ -1,7 +1,7 @@
 #include "tests/support/gallery/finishing_pieces.h"
 
-#include "model/plugin_state.h"
-#include "model/ticket_access.h"
+#include "model/settings/plugin_state.h"
+#include "model/settings/ticket_access.h"
 #include "panels/paper_output/booklet_creation_dialog.h"
 #include "panels/paper_output/finishing_commands.h"
 #include "panels/paper_output/finishing_menu.h"

@@ -1,8 +1,8 @@
 #include "tests/support/gallery/gallery.h"
 
-#include "core/printer_features.h"
+#include "core/features/printer_features.h"
 #include "host/script/text.h"
-#include "model/plugin_state.h"
+#include "model/settings/plugin_state.h"
 #include "platform/toolbox/Menus.h"
 #include "platform/toolbox/Windows.h"
 

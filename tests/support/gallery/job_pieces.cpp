@@ -1,13 +1,13 @@
 #include "tests/support/gallery/job_pieces.h"
 
-#include "jobtypes/delayed_print.h"
-#include "jobtypes/fax_ab_picker.h"
-#include "jobtypes/fax_cover_setup.h"
-#include "jobtypes/fax_list_editing.h"
-#include "jobtypes/fax_options.h"
-#include "jobtypes/job_type.h"
-#include "jobtypes/lan_fax_setup.h"
-#include "jobtypes/secure_print.h"
+#include "jobtypes/dialogs/delayed_print.h"
+#include "jobtypes/dialogs/fax_ab_picker.h"
+#include "jobtypes/dialogs/fax_cover_setup.h"
+#include "jobtypes/dialogs/fax_list_editing.h"
+#include "jobtypes/dialogs/lan_fax_setup.h"
+#include "jobtypes/dialogs/secure_print.h"
+#include "jobtypes/records/fax_options.h"
+#include "jobtypes/records/job_type.h"
 #include "panels/layout/booklet_finishing_dialog.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // What the gallery can open: panels, dialogs, and the bare windows of every nib.
 #pragma once
 
-#include "core/panel_interface.h"
+#include "core/features/panel_interface.h"
 #include "platform/printing/PMSession.h"
 
 #include <optional>

@@ -1,11 +1,11 @@
 #include "tests/support/gallery/stock_pieces.h"
 
-#include "model/advanced_stock_selection.h"
-#include "model/custom_stock_size.h"
-#include "model/plugin_state.h"
-#include "model/stock_description.h"
-#include "model/stock_library_dialog.h"
-#include "model/tab_stock_setup.h"
+#include "model/settings/plugin_state.h"
+#include "model/stock_dialogs/advanced_stock_selection.h"
+#include "model/stock_dialogs/custom_stock_size.h"
+#include "model/stock_dialogs/stock_description.h"
+#include "model/stock_dialogs/stock_library_dialog.h"
+#include "model/stock_dialogs/tab_stock_setup.h"
 
 namespace {
 

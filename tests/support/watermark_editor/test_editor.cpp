@@ -1,6 +1,6 @@
 // A watermark editor whose user is the test.
 
-#include "watermark/watermark_editor.h"
+#include "watermark/panel/watermark_editor.h"
 
 namespace {
 

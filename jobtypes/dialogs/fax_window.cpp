@@ -1,0 +1,5 @@
+#include "jobtypes/dialogs/fax_window.h"
+
+OSStatus FaxWindow::load(CFStringRef name) {
+    return DialogWindow::load(CFSTR("LANFAX"), name);
+}

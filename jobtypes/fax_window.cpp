@@ -1,5 +1,0 @@
-#include "jobtypes/fax_window.h"
-
-OSStatus FaxWindow::load(CFStringRef name) {
-    return DialogWindow::load(CFSTR("LANFAX"), name);
-}
