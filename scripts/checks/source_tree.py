@@ -4,12 +4,13 @@ import pathlib
 import re
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-CODE_FOLDERS = ("platform", "model", "core", "ui", "panels", "jobtypes", "watermark", "driver", "host", "tests", "bench", "fuzz")
+PRODUCT_FOLDERS = ("platform", "model", "core", "ui", "panels", "jobtypes", "watermark", "driver", "host")
+TRIAL_FOLDERS = ("tests", "bench", "fuzz", "reliability")  # what tries the product
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
 
-def files(folders=CODE_FOLDERS, suffixes=(".h", ".cpp")):
+def files(folders=PRODUCT_FOLDERS + TRIAL_FOLDERS, suffixes=(".h", ".cpp")):
     """All sources below the folders, as sorted paths from the project's root."""
     found = []
     for folder in folders:

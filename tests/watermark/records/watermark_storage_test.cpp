@@ -1,4 +1,4 @@
-// Stores and preferences: what comes back, what happens to files that nobody can read, and what a crash leaves.
+// Stores and preferences: what comes back, and what happens to files that nobody can read.
 
 #include "watermark/records/watermark_storage.h"
 
@@ -14,14 +14,10 @@
 #include <cstring>
 #include <fstream>
 #include <limits>
-#include <random>
 #include <sstream>
-#include <thread>
 
-#include <sys/mman.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -328,47 +324,6 @@ TEST_F(Storage, AReadOnlyFolderLeavesTheOldStoreAndTheUnreadableOne) {
         EXPECT_EQ(contentOf(store_), before);
         EXPECT_EQ(files(), 1u);
     }
-}
-
-TEST_F(Storage, KilledInTheMiddleTheOldOrTheNewStoreIsThere) {
-    saveList({"Draft", "Copy"});
-    storeFontData(kStore, CFSTR("ArialMT"), makeCFData(std::string(20'000, 'f')).get());
-    WatermarkRecord record = textWatermark("Draft");
-    record.scale = 0;
-    saveWatermarkData(kStore, &record);
-
-    // Where a killed program was, which leaves nothing behind to tell it.
-    const auto isSaving = static_cast<volatile bool*>(
-        mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-    ASSERT_NE(isSaving, MAP_FAILED);
-    std::mt19937 random(20'261'121);
-    std::uniform_int_distribution<int> microseconds(0, 60'000);
-    int interrupted = 0;
-    int saved = 0;
-    for (int round = 0; round < 400 && (saved < 300 || interrupted < 10); ++round) {
-        const pid_t child = fork();
-        ASSERT_GE(child, 0);
-        if (child == 0) {
-            for (;;) {
-                ++record.scale;
-                *isSaving = true;
-                saveWatermarkData(kStore, &record);
-                *isSaving = false;
-            }
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds(microseconds(random)));
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        interrupted += *isSaving ? 1 : 0;
-        *isSaving = false;
-        ASSERT_TRUE(loadWatermarkData(kStore, CFSTR("Draft"), &record)) << "round " << round;
-        ASSERT_GE(record.scale, saved);
-        saved = record.scale;
-        ASSERT_EQ(listed(), "Draft|Copy|");
-        ASSERT_EQ(loadFont(CFSTR("ArialMT")).size(), 20'002u);
-    }
-    munmap(const_cast<bool*>(isSaving), sizeof(bool));
-    EXPECT_GE(interrupted, 10) << "too few of " << saved << " saves were hit to show anything";
 }
 
 TEST_F(Storage, PreferencesAreFilesOfTheirOwn) {
