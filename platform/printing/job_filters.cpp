@@ -39,6 +39,24 @@ std::string choicesByDefault(const Job& job) {
     return lines;
 }
 
+/// As much as the filters get of options: Linux takes 131,072 bytes in an argument.
+constexpr std::size_t kLongestOptions = 100'000;
+
+/// Of options that are too long for an argument, makes the choices of the PPD defaults of it, too.
+std::string takeLongChoices(const Job& job, OptionList* options) {
+    std::string lines;
+    if (filterOptionsText(*options).size() > kLongestOptions) {
+        std::erase_if(*options, [&](const auto& option) {
+            const PPDOption* const known = job.printer->ppd.findOption(option.first);
+            if (known != nullptr) {
+                lines.append("*Default").append(known->keyword).append(": ").append(option.second).append("\n");
+            }
+            return known != nullptr;
+        });
+    }
+    return lines;
+}
+
 /// What a message calls the printer's PPD.
 std::string ppdName(const OpaquePMPrinter& printer) {
     return printer.queue.empty() ? printer.ppdPath : "the PPD of " + printer.queue;
@@ -51,10 +69,9 @@ struct JobPPD {
     FilterFile file;
 };
 
-OSStatus makePPD(const Job& job, JobPPD* made) {
+OSStatus makePPD(const Job& job, const std::string& lines, JobPPD* made) {
     const OpaquePMPrinter& printer = *job.printer;
     made->file = {printer.ppdPath, printer.ppdCopy ? printer.ppdCopy->descriptor() : -1};
-    const std::string lines = choicesByDefault(job);
     if (lines.empty()) {
         return noErr;
     }
@@ -165,7 +182,10 @@ using Filtering = OSStatus (*)(const Job& job, const FilterJob& filterJob, ByteS
 /// Puts together what all filters of a job get, and hands it over.
 OSStatus filterJob(const Job& job, Filtering filter, ByteSink& output) {
     JobPPD ppd;
-    if (const OSStatus status = makePPD(job, &ppd); status != noErr) {
+    OptionList options = filterOptions(job);
+    // A secret has the last word about its option.
+    const std::string defaults = takeLongChoices(job, &options) + choicesByDefault(job);
+    if (const OSStatus status = makePPD(job, defaults, &ppd); status != noErr) {
         return status;
     }
     JobCounter counter(output);
@@ -178,7 +198,7 @@ OSStatus filterJob(const Job& job, Filtering filter, ByteSink& output) {
                                     job.request.owner.empty() ? userName() : job.request.owner,
                                     job.request.title,
                                     job.request.copies,
-                                    filterOptionsText(filterOptions(job)),
+                                    filterOptionsText(options),
                                     {{}, job.file}},
                                    counter);
     return status == noErr && counter.bytes() == 0

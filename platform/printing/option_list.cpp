@@ -1,6 +1,7 @@
 #include "platform/printing/option_list.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include <cups/cups.h>
 
@@ -27,8 +28,23 @@ void setOption(OptionList* options, const std::string& name, const std::string& 
 }
 
 void setOptions(OptionList* options, const OptionList& others) {
+    const auto key = [](const std::string& name) {
+        std::string lower(name.size(), '\0');
+        std::ranges::transform(name, lower.begin(), lowerCase);
+        return lower;
+    };
+    std::unordered_map<std::string, std::size_t> places;
+    std::size_t number = 0;
+    for (const auto& [name, value] : *options) {
+        places.emplace(key(name), number++);
+    }
     for (const auto& [name, value] : others) {
-        setOption(options, name, value);
+        const auto [place, isNew] = places.emplace(key(name), options->size());
+        if (isNew) {
+            options->emplace_back(name, value);
+        } else {
+            (*options)[place->second] = {name, value};
+        }
     }
 }
 
@@ -53,9 +69,11 @@ OptionList optionsInFilterText(const std::string& text) {
     OptionList options;
     cups_option_t* list = nullptr;
     const int count = cupsParseOptions(text.c_str(), 0, &list);
+    OptionList all;
     for (int i = 0; i < count; ++i) {
-        setOption(&options, list[i].name, list[i].value);
+        all.emplace_back(list[i].name, list[i].value);
     }
+    setOptions(&options, all);
     cupsFreeOptions(count, list);
     return options;
 }

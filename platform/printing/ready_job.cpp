@@ -36,8 +36,10 @@ OptionList filterOptions(const Job& job) {
         setOption(&options, kSettingsOption, kNoSettings);  // what they ask for is done
     }
     setOptions(&options, pagesAsTheyAre());
+    OptionList choices;
     for (const auto& [name, value] : job.request.choices) {
-        setOption(&options, name, escapedForPostScript(job.printer->ppd.findOption(name), value));
+        choices.emplace_back(name, escapedForPostScript(job.printer->ppd.findOption(name), value));
     }
+    setOptions(&options, choices);
     return options;
 }

@@ -117,6 +117,25 @@ TEST_F(Jobs, KeepValuesFromBecomingOtherOptions) {
     EXPECT_EQ(write(), paramErr);
 }
 
+TEST_F(Jobs, CarryMoreOptionsThanAnArgumentHolds) {
+    constexpr int kMany = 4000;
+    std::string options;
+    for (int i = 0; i < kMany; ++i) {
+        const std::string name = "AnOptionOfALongName" + std::to_string(i);
+        options += "*OpenUI *" + name + ": PickOne\n*OrderDependency: 90 AnySetup *" + name + "\n*Default" + name +
+                   ": Off\n*" + name + " Off: \"\"\n*" + name + " On: \"(" + name + ")pop\"\n*CloseUI: *" + name + "\n";
+        set(settings.ppd(), name, "On");
+    }
+    set(settings.ppd(), "PageSize", "A4");
+    set(settings.ppd(), "Duplex", "DuplexNoTumble");
+    const Printer large(folder.add("large.ppd", readFile(kZR420) + options));
+    ASSERT_EQ(writeTo(large), noErr) << reason();
+    const std::string job = readFile(output);
+    EXPECT_EQ(count(job, ")pop\n"), std::size_t{kMany});
+    EXPECT_EQ(count(job, "%%BeginFeature: *Duplex DuplexNoTumble\n"), 1U);
+    EXPECT_EQ(count(job, "%%BeginFeature: *PageRegion A4\n") + count(job, "%%BeginFeature: *PageSize A4\n"), 1U);
+}
+
 TEST_F(Jobs, GoTheWayThatThePrintServerGoes) {
     for (const char* line :
          {"*cupsFilter: \"application/vnd.cups-postscript 0 -\"", "",
