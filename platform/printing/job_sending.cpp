@@ -47,6 +47,22 @@ Fault faultOf(const ServerConnection& server, http_status_t status) {
     return {server.fault(), !ServerConnection::wasRefused()};
 }
 
+/// Makes a job without a document and returns its number; 0 for none. The library's own cupsCreateJob first asks where
+/// the queue is, on connections of its own without any deadline when the answer makes no sense.
+int createJob(ServerConnection& server, const std::string& queue, const std::string& title, const OptionList& options) {
+    ipp_t* const request = ippNewRequest(IPP_OP_CREATE_JOB);
+    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, queueAddress(queue).c_str());
+    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
+    const Options list(options);
+    for (const ipp_tag_t group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION}) {
+        cupsEncodeOptions2(request, list.count(), list.list(), group);
+    }
+    const IPPMessage answer(cupsDoRequest(server.get(), request, ("/printers/" + queue).c_str()));
+    ipp_attribute_t* const job = ippFindAttribute(answer.get(), "job-id", IPP_TAG_INTEGER);
+    return job != nullptr && cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE ? ippGetInteger(job, 0) : 0;
+}
+
 /// Asks the server to take a document, as cupsStartDocument does, which can say neither that it is packed nor how long
 /// it is: a server that takes no such document says so at once.
 http_status_t startDocument(ServerConnection& server, const std::string& queue, int job, const SentDocument& document,
@@ -172,8 +188,7 @@ std::optional<int> sendToQueue(const std::string& queue, const SentDocument& doc
         return std::nullopt;
     }
     server->allow(serverPatience().stepMilliseconds);
-    const Options list(options);
-    const int job = cupsCreateJob(server->get(), queue.c_str(), document.title.c_str(), list.count(), list.list());
+    const int job = createJob(*server, queue, document.title, options);
     if (job == 0) {
         const Fault fault = faultOf(*server, HTTP_STATUS_CONTINUE);
         server.reset();
