@@ -5,6 +5,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/strings_table.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text_position.h"
 #include "platform/foundation/url_path.h"
 #include "platform/foundation/user_languages.h"
 
@@ -34,7 +35,7 @@ CFRef<CFStringRef>& lastError() {
 CFRef<CFDataRef> readFile(const QString& path, CFRef<CFStringRef>* error) {
     QFile file(path);
     if (const QFileInfo found(path); found.exists() && !found.isFile()) {  // a pipe would wait for its writer
-        *error = makeString(QStringLiteral("not a plain file"));
+        *error = makeString(messageOf("not a plain file"));
         return nullptr;
     }
     if (!file.open(QFile::ReadOnly)) {
@@ -55,7 +56,7 @@ CFRef<CFDictionaryRef> readInfo(const QString& path, CFRef<CFStringRef>* error) 
         CFRef<CFTypeRef>::adopt(CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, &fault));
     *error = CFRef<CFStringRef>::adopt(fault);
     if (list && CFGetTypeID(list.get()) != CFDictionaryGetTypeID()) {
-        *error = makeString(QStringLiteral("not a dictionary"));
+        *error = makeString(messageOf("not a dictionary"));
         return nullptr;
     }
     return CFRef<CFDictionaryRef>::adopt(static_cast<CFDictionaryRef>(list.leak()));
@@ -88,8 +89,16 @@ CFBundleObject::~CFBundleObject() {
     forgetFactories(*this);
 }
 
+namespace {
+
+QString placeOfTable(const QString& name, const QString& language) {
+    return language + QStringLiteral(".lproj/") + name + QStringLiteral(".strings");
+}
+
+}  // namespace
+
 CFDictionaryRef CFBundleObject::table(const QString& name, const QString& language) {
-    const QString place = language + QStringLiteral(".lproj/") + name + QStringLiteral(".strings");
+    const QString place = placeOfTable(name, language);
     auto found = tables_.find(place);
     if (found == tables_.end()) {
         const QString path = inContents(QStringLiteral("Resources/") + place);
@@ -99,12 +108,22 @@ CFDictionaryRef CFBundleObject::table(const QString& name, const QString& langua
             const CFRef<CFDataRef> data = readFile(path, &error);
             table = data ? readStringsTable(data.get(), &error) : nullptr;
             if (!table) {
+                told_.insert(place);
                 printLine(stderr, (path + QStringLiteral(": ") + textOf(error.get())).toStdString());
             }
         }
         found = tables_.emplace(place, std::move(table));
     }
     return found->get();
+}
+
+void CFBundleObject::tellOfLack(const QString& name, const QString& language) {
+    const QString place = placeOfTable(name, language);
+    if (!told_.contains(place)) {
+        told_.insert(place);
+        const QString path = inContents(QStringLiteral("Resources/") + place);
+        printLine(stderr, (path + QStringLiteral(": ") + messageOf("texts are missing")).toStdString());
+    }
 }
 
 void setLastBundleError(const QString& reason) {
@@ -114,7 +133,7 @@ void setLastBundleError(const QString& reason) {
 CFBundleRef CFBundleCreate(CFAllocatorRef, CFURLRef url) {
     const QString path = filePathOf(url);
     if (path.isEmpty()) {
-        setLastBundleError(QStringLiteral("the bundle's address is not that of a folder"));
+        setLastBundleError(messageOf("the bundle's address is not that of a folder"));
         return nullptr;
     }
     const QString root = QFileInfo(path).canonicalFilePath();
@@ -155,7 +174,8 @@ Boolean CFBundleLoadExecutable(CFBundleRef bundle) {
     if (!object->code) {
         const QString name = infoText(object, CFSTR("CFBundleExecutable"));
         if (name.isEmpty() || name.contains(u'/') || !staysInside(name)) {
-            error = object->inContents(QStringLiteral("Info.plist: CFBundleExecutable does not name the executable"));
+            error = object->inContents(QStringLiteral("Info.plist: ")) +
+                    messageOf("CFBundleExecutable does not name the executable");
         } else {
             const QString path = object->inContents(QStringLiteral("Linux/") + name);
             object->code = dlopen(path.toUtf8().constData(), RTLD_NOW | RTLD_LOCAL);
@@ -215,9 +235,17 @@ CFURLRef CFBundleCopyResourceURL(CFBundleRef bundle, CFStringRef name, CFStringR
 CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFStringRef value, CFStringRef table) {
     if (CFBundleObject* object = checked(bundle)) {
         const QString name = table ? textOf(table) : QStringLiteral("Localizable");
+        QString lacking;  // the user's language, when another one has the text
         for (const QString& language : object->languages) {
             if (const void* text = CFDictionaryGetValue(object->table(name, language), key)) {
+                if (!lacking.isEmpty() && !lacking.startsWith(language)) {
+                    object->tellOfLack(name, lacking);
+                }
                 return CFRef<CFStringRef>::retain(static_cast<CFStringRef>(text)).leak();
+            }
+            if ((lacking.isEmpty() || lacking.startsWith(language)) &&
+                QFileInfo::exists(object->inContents(QStringLiteral("Resources/%1.lproj").arg(language)))) {
+                lacking = language;
             }
         }
     }

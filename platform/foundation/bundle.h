@@ -5,6 +5,7 @@
 #include "platform/foundation/objects.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 struct CFBundleObject final : CFObject {
@@ -23,10 +24,14 @@ struct CFBundleObject final : CFObject {
     /// A table in one language, read when first asked for; null when it is missing or broken.
     CFDictionaryRef table(const QString& name, const QString& language);
 
+    /// Says once that English, or another language, stands in for texts of a table that this language lacks.
+    void tellOfLack(const QString& name, const QString& language);
+
     void* code = nullptr;  // the executable, once loaded
 
 private:
     QHash<QString, CFRef<CFDictionaryRef>> tables_;  // by path inside Resources
+    QSet<QString> told_;                             // the paths of those that have been complained of
 };
 
 /// Sets what CFBundleGetLastError answers; an empty reason means that nothing failed.

@@ -3,6 +3,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/collections.h"
+#include "platform/foundation/text_position.h"
 
 #include <algorithm>
 #include <list>
@@ -49,9 +50,9 @@ std::optional<std::list<Factory>> declaredFactories(CFBundleRef bundle) {
         CFRef<CFUUIDRef> uuid = parseUUID(key);
         auto function = CFRef<CFStringRef>::retain(checked(static_cast<CFStringRef>(value)));
         if (!uuid || !function) {
-            setLastBundleError(bundle->inContents(
-                QStringLiteral("Info.plist: the factory \"%1\" needs a UUID as its key and a function's name")
-                    .arg(textOf(static_cast<CFStringRef>(key)))));
+            setLastBundleError(bundle->inContents(QStringLiteral("Info.plist: ")) +
+                               messageOf("the factory \"%1\" needs a UUID as its key and a function's name",
+                                         {textOf(static_cast<CFStringRef>(key)).toStdString()}));
             return std::nullopt;
         }
         declared.push_back({std::move(uuid), std::move(function), bundle, nullptr});

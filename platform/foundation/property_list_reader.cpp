@@ -32,7 +32,7 @@ public:
         // The XML reader waits for the rest of a character that is never to come.
         const QByteArrayView behindEnd = QByteArrayView(bytes_).sliced(bytes_.lastIndexOf('>') + 1);
         if (std::ranges::any_of(behindEnd, [](char c) { return static_cast<unsigned char>(c) >= 0x80; })) {
-            raise(QStringLiteral("half a character behind the end"));
+            raise(messageOf("half a character behind the end"));
         }
         return xml_.hasError() ? Value() : root;
     }
@@ -66,12 +66,12 @@ private:
                 case QXmlStreamReader::DTD:
                     // The only use of declared entities would be to make a small file large.
                     if (!xml_.entityDeclarations().isEmpty()) {
-                        raise(QStringLiteral("entities must not be declared"));
+                        raise(messageOf("entities must not be declared"));
                     }
                     break;
                 case QXmlStreamReader::Characters:
                     if (!xml_.isWhitespace()) {
-                        raise(QStringLiteral("text between elements"));
+                        raise(messageOf("text between elements"));
                     }
                     break;
                 case QXmlStreamReader::EntityReference:
@@ -83,7 +83,7 @@ private:
         }
     }
 
-    void raiseEntity() { raise(QStringLiteral("unknown entity &%1;").arg(xml_.name().toString())); }
+    void raiseEntity() { raise(messageOf("unknown entity &%1;", {xml_.name().toString().toStdString()})); }
 
     /// The text of the element whose start tag was read, up to its end tag.
     QString readText() {
@@ -99,11 +99,12 @@ private:
                     break;
                 case QXmlStreamReader::EndElement:
                     if (!text.isValidUtf16()) {
-                        raise(QStringLiteral("half a character in <%1>").arg(element));  // an odd encoding's doing
+                        raise(
+                            messageOf("half a character in <%1>", {element.toStdString()}));  // an odd encoding's doing
                     }
                     return text;
                 case QXmlStreamReader::StartElement:
-                    raise(QStringLiteral("<%1> inside <%2>").arg(xml_.name().toString(), element));
+                    raise(messageOf("<%1> inside <%2>", {xml_.name().toString().toStdString(), element.toStdString()}));
                     break;
                 case QXmlStreamReader::EntityReference:
                     raiseEntity();
@@ -116,14 +117,14 @@ private:
 
     Value readDocument() {
         if (nextTag() != QXmlStreamReader::StartElement || xml_.name() != u"plist") {
-            return refuse(QStringLiteral("not a property list: <plist> is missing"));
+            return refuse(messageOf("not a property list: <plist> is missing"));
         }
         if (nextTag() != QXmlStreamReader::StartElement) {
-            return refuse(QStringLiteral("the property list is empty"));
+            return refuse(messageOf("the property list is empty"));
         }
         Value root = readValue(0);
         if (nextTag() == QXmlStreamReader::StartElement) {
-            return refuse(QStringLiteral("a second value in the property list"));
+            return refuse(messageOf("a second value in the property list"));
         }
         nextTag();  // the end of the document; the XML reader complains of anything else
         return root;
@@ -143,18 +144,17 @@ private:
         }
         if (name == u"true" || name == u"false") {
             const CFBooleanRef truth = name == u"true" ? kCFBooleanTrue : kCFBooleanFalse;
-            return readText().trimmed().isEmpty() ? Value::retain(truth)
-                                                  : refuse(QStringLiteral("text inside a boolean"));
+            return readText().trimmed().isEmpty() ? Value::retain(truth) : refuse(messageOf("text inside a boolean"));
         }
         if (name == u"data") {
             return readData();
         }
         if (name != u"array" && name != u"dict") {
-            return refuse(name == u"date" ? QStringLiteral("dates are not supported")
-                                          : QStringLiteral("unknown element <%1>").arg(name.toString()));
+            return refuse(name == u"date" ? messageOf("dates are not supported")
+                                          : messageOf("unknown element <%1>", {name.toString().toStdString()}));
         }
         if (depth == kPropertyListMaximumDepth) {
-            return refuse(QStringLiteral("more than %1 levels deep").arg(kPropertyListMaximumDepth));
+            return refuse(messageOf("more than %1 levels deep", {kPropertyListMaximumDepth}));
         }
         return name == u"array" ? readArray(depth + 1) : readDictionary(depth + 1);
     }
@@ -171,11 +171,11 @@ private:
         std::uint64_t magnitude = 0;
         const auto [end, error] = std::from_chars(digits.begin(), digits.end(), magnitude, base);
         if (digits.isEmpty() || end != digits.end() || error == std::errc::invalid_argument) {
-            return refuse(QStringLiteral("\"%1\" is no integer").arg(QString::fromUtf8(text)));
+            return refuse(messageOf("\"%1\" is no integer", {QString::fromUtf8(text).toStdString()}));
         }
         constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
         if (error != std::errc() || magnitude > kLargest + (negative ? 1 : 0)) {
-            return refuse(QStringLiteral("the integer %1 is too large").arg(QString::fromUtf8(text)));
+            return refuse(messageOf("the integer %1 is too large", {QString::fromUtf8(text).toStdString()}));
         }
         // The lowest integer has no positive counterpart, so the sign is set among the unsigned ones.
         return makeNumber(static_cast<std::int64_t>(negative ? 0 - magnitude : magnitude));
@@ -188,11 +188,11 @@ private:
         const auto [end, error] = std::from_chars(digits.begin(), digits.end(), real);
         if (digits.isEmpty() || end != digits.end() || error == std::errc::invalid_argument ||
             (text.startsWith('+') && digits.startsWith('-'))) {
-            return refuse(QStringLiteral("\"%1\" is no real number").arg(QString::fromUtf8(text)));
+            return refuse(messageOf("\"%1\" is no real number", {QString::fromUtf8(text).toStdString()}));
         }
         // "inf" and "nan" are numbers to from_chars, but to no setting.
         if (error != std::errc() || !std::isfinite(real)) {
-            return refuse(QStringLiteral("the real number %1 is out of range").arg(QString::fromUtf8(text)));
+            return refuse(messageOf("the real number %1 is out of range", {QString::fromUtf8(text).toStdString()}));
         }
         return makeNumber(real);
     }
@@ -204,7 +204,7 @@ private:
         base64.removeIf([](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
         auto decoded = QByteArray::fromBase64Encoding(std::move(base64), QByteArray::AbortOnBase64DecodingErrors);
         if (!decoded) {
-            return refuse(QStringLiteral("data that is no base64"));
+            return refuse(messageOf("data that is no base64"));
         }
         return Value::adopt(new CFDataObject(*std::move(decoded), mutableLeaves_));
     }
@@ -222,15 +222,15 @@ private:
             new CFDictionaryObject(Elements::Objects, Elements::Objects, mutableContainers_));
         while (nextTag() == QXmlStreamReader::StartElement) {
             if (xml_.name() != u"key") {
-                return refuse(QStringLiteral("<%1> where a <key> belongs").arg(xml_.name().toString()));
+                return refuse(messageOf("<%1> where a <key> belongs", {xml_.name().toString().toStdString()}));
             }
             const CFRef<CFStringRef> key = makeString(readText());
             // Two values for one setting: there is no telling which one was meant.
             if (dictionary.get()->find(key.get())) {
-                return refuse(QStringLiteral("the key \"%1\" stands there twice").arg(textOf(key.get())));
+                return refuse(messageOf("the key \"%1\" stands there twice", {textOf(key.get()).toStdString()}));
             }
             if (nextTag() != QXmlStreamReader::StartElement) {
-                return refuse(QStringLiteral("the key \"%1\" has no value").arg(textOf(key.get())));
+                return refuse(messageOf("the key \"%1\" has no value", {textOf(key.get()).toStdString()}));
             }
             dictionary.get()->insert(key.get(), readValue(depth).get(), true);
         }
@@ -251,11 +251,11 @@ CFTypeRef CFPropertyListCreateFromXMLData(CFAllocatorRef, CFDataRef data, CFOpti
     Value value;
     const CFDataObject* object = checked(data);
     if (!object) {
-        fault = describeFault({}, QStringLiteral("there is no data"));
+        fault = describeFault({}, messageOf("there is no data"));
     } else if (object->bytes().size() > kPropertyListMaximumBytes) {
-        fault = describeFault({}, QStringLiteral("larger than %1 bytes").arg(kPropertyListMaximumBytes));
+        fault = describeFault({}, messageOf("larger than %1 bytes", {kPropertyListMaximumBytes}));
     } else if (object->bytes().startsWith("bplist")) {
-        fault = describeFault({}, QStringLiteral("a binary property list; only those in XML are read"));
+        fault = describeFault({}, messageOf("a binary property list; only those in XML are read"));
     } else if (value = readPlainPropertyList(object->bytes(), mutability); !value) {
         Reader reader(object->bytes(), mutability);
         value = reader.read();

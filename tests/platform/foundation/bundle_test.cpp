@@ -100,9 +100,16 @@ TEST(Bundle, TextsFallBackFromTheUsersLanguageToEnglishToTheKey) {
     files.add("Resources/de_AT.lproj/InfoPlist.strings", R"("CFBundleName" = "Drucken";)");
     files.add("Resources/de.lproj/LANFax.strings", R"("Dial" = "Wählen")");
     files.add("Resources/en.lproj/LANFax.strings", R"("Dial" = "Dial it";)");
+    // Texts that the user's language lacks are told of once; its country lacks none that the language has.
+    testing::internal::CaptureStderr();
     EXPECT_EQ(localized(files, "OK"), "Gut");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
     EXPECT_EQ(localized(files, "Fax"), "Télécopie");
     EXPECT_EQ(localized(files, "Tray"), "Paper tray");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              std::filesystem::canonical(files.contents()).string() +
+                  "/Resources/de.lproj/Localizable.strings: texts are missing\n");
     EXPECT_EQ(localized(files, "Staple"), "Staple");
     EXPECT_EQ(localized(files, "Staple", CFSTR("")), "Staple");
     EXPECT_EQ(localized(files, "Staple", CFSTR("STRING NOT FOUND")), "STRING NOT FOUND");
