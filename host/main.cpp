@@ -19,6 +19,8 @@
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
 #include "platform/fonts/font_faces.h"
+#include "platform/foundation/message.h"
+#include "platform/foundation/message_tables.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Windows.h"
@@ -68,10 +70,10 @@ ExitStatus afterOutput(const CommandLine& line, ExitStatus status) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
         return status;
     }
-    const std::string reason = errno != 0 ? std::strerror(errno) : "not all of it was written";
+    const std::string reason = errno != 0 ? systemMessage(errno) : messageText("not all of it was written");
     const bool isAskedFor = line.help || line.version || line.isTelling();
-    return fail(
-        {status == ExitStatus::success && isAskedFor ? ExitStatus::notSent : status, "standard output: " + reason});
+    return fail({status == ExitStatus::success && isAskedFor ? ExitStatus::notSent : status,
+                 messageText("standard output: %1", {reason})});
 }
 
 bool hasVariable(std::initializer_list<const char*> names) {
@@ -377,7 +379,7 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
         return fail(parsed.failure());
     }
     if (!line.print && !line.check && !line.isScripted() && !hasDisplay()) {
-        return fail({ExitStatus::usage, "there is no display; --print and --script do without one"});
+        return fail({ExitStatus::usage, messageText("there is no display; --print and --script do without one")});
     }
     std::optional<FontsAhead> fonts;
     if (!line.print && !line.check) {
@@ -426,6 +428,7 @@ int main(int argc, char** argv) try {
     markStart("main");
     writeNoCoreFiles();
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a fault like others
+    showMessagesOf(hostBundlePath() + "/Contents/Resources");
     auto line = readCommandLine({argv + 1, argv + argc});
     if (!line) {
         return static_cast<int>(fail(line.failure()));
@@ -443,6 +446,6 @@ int main(int argc, char** argv) try {
     }
     return static_cast<int>(afterOutput(*line, status));
 } catch (const std::exception& error) {
-    printLine(stderr, std::string("tavro-print: ") + error.what());  // such as no memory left for the document
+    printLine(stderr, "tavro-print: " + messageText("this went wrong: %1", {error.what()}));  // such as no memory left
     return static_cast<int>(ExitStatus::unusableInput);
 }

@@ -8,6 +8,7 @@
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -90,7 +91,7 @@ private:
         return false;
     }
 
-    bool failForPages() { return fail("has none of the pages that are chosen"); }
+    bool failForPages() { return fail(messageText("has none of the pages that are chosen")); }
 
     [[nodiscard]] PageLayout usualLayout() const {
         return layoutOf(instructions_, source_.pages.sizes.at(static_cast<std::size_t>(plan_.firstPage)));
@@ -188,7 +189,7 @@ private:
             return failAsPlatformSays();
         }
         job_.arePostScript = true;
-        return editor.finish() || fail("its PostScript has not all of its pages");
+        return editor.finish() || fail(messageText("its PostScript has not all of its pages"));
     }
 
     bool failAsPlatformSays() {

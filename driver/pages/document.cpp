@@ -2,6 +2,7 @@
 
 #include "driver/pages/page_tree.h"
 #include "driver/pages/pdf_page.h"
+#include "platform/foundation/message.h"
 
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -55,7 +56,7 @@ std::vector<Size> sizesOf(QPDF& pdf) {
             return;
         }
         if (sizes.size() == static_cast<std::size_t>(kMostPlannedPages)) {
-            throw std::runtime_error("has more than " + std::to_string(kMostPlannedPages) + " pages");
+            throw std::runtime_error(messageText("has more than %1 pages", {kMostPlannedPages}));
         }
         if (isKnown) {
             sizes.push_back(sizes[seen->second]);
@@ -78,10 +79,14 @@ std::vector<Size> sizesOf(QPDF& pdf) {
 
 }  // namespace
 
+std::string reasonOfLock() {
+    return messageText("is protected by a password");
+}
+
 std::optional<DocumentPages> readDocument(int file, std::string* reason, const std::string& password) {
     const MappedFile mapped(file);
     if (mapped.error() != 0) {
-        *reason = "cannot be read: " + std::generic_category().message(mapped.error());
+        *reason = messageText("cannot be read: %1", {systemMessage(mapped.error())});
         return std::nullopt;
     }
     const std::shared_ptr<QPDF> pdf = openPDF(
@@ -95,7 +100,7 @@ std::optional<DocumentPages> readDocument(int file, std::string* reason, const s
     try {
         DocumentPages pages{sizesOf(*pdf), pdf->anyWarnings()};
         if (pages.sizes.empty()) {
-            *reason = "has no pages";
+            *reason = messageText("has no pages");
             return std::nullopt;
         }
         return pages;

@@ -13,7 +13,7 @@ struct DocumentPages {
 };
 
 /// The reason of a document that needs a password, or another one than it was given.
-inline constexpr const char* kNeedsPassword = "is protected by a password";
+std::string reasonOfLock();
 
 /// The pages of an open plain file. Nothing, with the reason, for a file that is no PDF, has no pages or too many, or
 /// must not be printed. A damaged one is repaired as far as that goes.

@@ -1,6 +1,7 @@
 #include "driver/pages/font_outlines.h"
 
 #include "driver/pages/pdf_text.h"
+#include "platform/foundation/message.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H
@@ -133,13 +134,13 @@ std::optional<TextOutline> outlineText(const std::string& text, const std::strin
     FT_Library library = nullptr;
     FT_Face face = nullptr;
     if (FT_Init_FreeType(&library) != 0) {
-        *reason = "the font library does not start";
+        *reason = messageText("the font library does not start");
         return std::nullopt;
     }
     const Library libraryOwner(library);
     if (FT_New_Memory_Face(library, reinterpret_cast<const FT_Byte*>(font.data()), static_cast<FT_Long>(font.size()), 0,
                            &face) != 0) {
-        *reason = "its font is damaged";
+        *reason = messageText("its font is damaged");
         return std::nullopt;
     }
     const Face faceOwner(face);
@@ -149,11 +150,11 @@ std::optional<TextOutline> outlineText(const std::string& text, const std::strin
         const auto known = glyphs.find(glyphName(character));
         if (FT_Load_Glyph(face, known == glyphs.end() ? glyphs[".notdef"] : known->second,
                           FT_LOAD_NO_SCALE | FT_LOAD_NO_HINTING) != 0) {
-            *reason = "its font is damaged";
+            *reason = messageText("its font is damaged");
             return std::nullopt;
         }
         if (face->glyph->format == FT_GLYPH_FORMAT_OUTLINE && !pen.draw(&face->glyph->outline)) {
-            *reason = "its font is damaged";
+            *reason = messageText("its font is damaged");
             return std::nullopt;
         }
         pen.advance(face->glyph->advance.x);

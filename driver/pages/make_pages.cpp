@@ -3,6 +3,7 @@
 #include "driver/pages/page_tree.h"
 #include "driver/pages/sheet_sides.h"
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 
 #include <qpdf/Pipeline.hh>
 #include <qpdf/QPDFWriter.hh>
@@ -92,7 +93,7 @@ bool makePages(const PagesOrder& order, ByteSink& output, const PagesProgress& p
     } catch (const WriteFault&) {
         reason->clear();
     } catch (const Ended&) {
-        *reason = "was ended";
+        *reason = messageText("was ended");
     } catch (const std::exception& error) {
         *reason = reasonOf(error);
     }

@@ -1,13 +1,14 @@
 #include "driver/pages/page_mark.h"
 
 #include "driver/pages/mark_drawing.h"
+#include "platform/foundation/message.h"
 
 namespace {
 
 std::optional<PageMark> placed(std::optional<StoredMark> mark, const WatermarkInstruction& watermark,
                                std::string* reason) {
     if (mark && !mark->text.empty() && mark->font.empty()) {
-        *reason = "its font " + mark->fontName + " is not stored";
+        *reason = messageText("its font %1 is not stored", {mark->fontName});
         return std::nullopt;
     }
     if (!mark || !drawMark(*mark, MarkInk::screened, 1, reason)) {

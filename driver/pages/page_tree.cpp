@@ -1,5 +1,7 @@
 #include "driver/pages/page_tree.h"
 
+#include "platform/foundation/message.h"
+
 #include <set>
 #include <stdexcept>
 
@@ -56,11 +58,11 @@ void walkPages(QPDF& pdf, const TakePage& take) {
     std::vector<Level> levels;
     const auto enter = [&](QPDFObjectHandle node, const InheritedValues& above) {
         if (node.isIndirect() && !nodes.insert(node.getObjGen()).second) {
-            throw std::runtime_error("is damaged: some of its pages stand in a circle, or twice");
+            throw std::runtime_error(messageText("is damaged: some of its pages stand in a circle, or twice"));
         }
         if (levels.size() >= kMostLevels) {
-            throw std::runtime_error("keeps its pages in groups inside of groups, more than " +
-                                     std::to_string(kMostLevels) + " levels deep");
+            throw std::runtime_error(
+                messageText("keeps its pages in groups inside of groups, more than %1 levels deep", {kMostLevels}));
         }
         QPDFObjectHandle kids = node.getKey("/Kids");
         levels.push_back({kids, 0, kids.isArray() ? kids.getArrayNItems() : 0, valuesOf(node, above)});

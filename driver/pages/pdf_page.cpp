@@ -1,5 +1,7 @@
 #include "driver/pages/pdf_page.h"
 
+#include "platform/foundation/message.h"
+
 #include <qpdf/QPDFExc.hh>
 
 #include <algorithm>
@@ -81,11 +83,11 @@ std::string reasonOf(const std::exception& error) {
     }
     switch (known->getErrorCode()) {
         case qpdf_e_password:
-            return kNeedsPassword;
+            return reasonOfLock();
         case qpdf_e_system:
-            return "cannot be read: " + known->getMessageDetail();
+            return messageText("cannot be read: %1", {known->getMessageDetail()});
         default:
-            return "is no PDF or is damaged: " + known->getMessageDetail();
+            return messageText("is no PDF or is damaged: %1", {known->getMessageDetail()});
     }
 }
 
@@ -95,7 +97,7 @@ std::shared_ptr<QPDF> openPDF(const std::function<void(QPDF&)>& read, std::strin
         pdf->setSuppressWarnings(true);
         read(*pdf);
         if (!pdf->allowPrintLowRes() && !pdf->ownerPasswordMatched()) {
-            *reason = "is protected: whoever made it does not allow printing";
+            *reason = messageText("is protected: whoever made it does not allow printing");
             return nullptr;
         }
         return pdf;

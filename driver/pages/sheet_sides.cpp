@@ -3,6 +3,7 @@
 #include "driver/pages/page_tree.h"
 #include "driver/pages/pdf_text.h"
 #include "driver/pages/printed_view.h"
+#include "platform/foundation/message.h"
 
 #include <qpdf/Pl_Buffer.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
@@ -55,7 +56,7 @@ SheetSides::SheetSides(QPDF& pdf, const PagesOrder& order) : pdf_(pdf), order_(o
     }
     for (const std::int32_t cell : order.plan->cells) {
         if (cell >= std::ssize(pages_)) {
-            throw std::runtime_error("has other pages than when it was opened");
+            throw std::runtime_error(messageText("has other pages than when it was opened"));
         }
     }
     if (!order.faxCover.empty()) {
@@ -120,7 +121,7 @@ QPDFObjectHandle SheetSides::markOf(MarkInk ink, double scale) {
         std::string reason;
         const auto drawing = drawMark(order_.mark->mark, ink, static_cast<double>(thousandths) / 1000, &reason);
         if (!drawing) {
-            throw std::runtime_error("the watermark cannot be drawn: " + reason);
+            throw std::runtime_error(messageText("the watermark cannot be drawn: %1", {reason}));
         }
         Size size;
         known->second = importForm(*drawing, &size);

@@ -4,6 +4,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/text.h"
 #include "watermark/records/watermark_font.h"
 #include "watermark/records/watermark_storage.h"
@@ -66,7 +67,7 @@ StoredMark markOf(const WatermarkRecord& record) {
 bool readStoredRecord(CFStringRef store, const std::string& name, WatermarkRecord* record, std::string* reason) {
     *record = usualRecord();
     if (!loadWatermarkData(store, makeString(name).get(), record)) {
-        *reason = "is not stored";
+        *reason = messageText("is not stored");
         return false;
     }
     return true;
@@ -80,7 +81,7 @@ CFRef<CFDictionaryRef> copyMarkToTravel(const std::string& name, std::string* re
         return {};
     }
     if (record.kind == kImageWatermark) {
-        *reason = "is a picture, and only texts travel with settings";
+        *reason = messageText("is a picture, and only texts travel with settings");
         return {};
     }
     return CFRef<CFDictionaryRef>::retain(CreateWatermarkDictionary(record).get());
@@ -91,12 +92,12 @@ std::optional<StoredMark> readTravelledMark(CFDictionaryRef watermark, const std
     ReadWatermarkDictionary(watermark, makeString(name).get(), &record);
     StoredMark mark = markOf(record);
     if (mark.text.empty()) {
-        *reason = "did not come with the job";
+        *reason = messageText("did not come with the job");
         return std::nullopt;
     }
     const auto font = CopyInstalledFont(makeString(record.fontName).get());
     if (!font) {
-        *reason = "its font " + mark.fontName + " is not installed on the print server";
+        *reason = messageText("its font %1 is not installed on the print server", {mark.fontName});
         return std::nullopt;
     }
     mark.font.assign(reinterpret_cast<const char*>(CFDataGetBytePtr(font.get())),

@@ -1,5 +1,7 @@
 #include "driver/proof/interpreter.h"
 
+#include "platform/foundation/message.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -142,11 +144,11 @@ std::optional<std::string> runGhostscript(const char* device, const char* place,
     const int error = posix_spawnp(&child, words[0], &actions, nullptr, const_cast<char**>(words.data()), environ);
     posix_spawn_file_actions_destroy(&actions);
     if (error != 0) {
-        *reason = "Ghostscript (gs) cannot be started: " + std::generic_category().message(error);
+        *reason = messageText("Ghostscript (gs) cannot be started: %1", {systemMessage(error)});
         return std::nullopt;
     }
     if (!waitFor(child, output, patience)) {
-        *reason = "its PostScript does not come to an end";
+        *reason = messageText("its PostScript does not come to an end");
         return std::nullopt;
     }
     return output.content();
@@ -284,7 +286,7 @@ std::optional<std::vector<DeviceEvent>> interpret(const std::string& postScript,
     const MemoryFile telling(kTelling);
     const MemoryFile job(postScript);
     if (!telling.isWhole() || !job.isWhole()) {
-        *reason = std::generic_category().message(errno);
+        *reason = systemMessage(errno);
         return std::nullopt;
     }
     const auto drawn = runGhostscript("bbox", "stderr", telling, job, patience, reason);

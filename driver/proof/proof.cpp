@@ -2,6 +2,7 @@
 
 #include "driver/proof/interpreter.h"
 #include "driver/proof/job_file.h"
+#include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <array>
@@ -118,19 +119,19 @@ std::vector<std::string> Proof::instruction(const std::string& name) const {
 std::optional<Proof> readProof(const std::string& path, std::string* reason, int patience) {
     std::error_code error;
     if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error)) {
-        *reason = "is no file";  // a device may have no end
+        *reason = messageText("is no file");  // a device may have no end
         return std::nullopt;
     }
     std::ifstream file(path, std::ios::binary);
     std::ostringstream content;
     content << file.rdbuf();
     if (!file) {
-        *reason = std::generic_category().message(errno);
+        *reason = systemMessage(errno);
         return std::nullopt;
     }
     auto job = takeApart(content.str());
     if (!job) {
-        *reason = "is no job for a PostScript printer";
+        *reason = messageText("is no job for a PostScript printer");
         return std::nullopt;
     }
     const auto events = interpret(job->postScript, patience, reason);

@@ -1,6 +1,7 @@
 #include "driver/worker/conversion_plan.h"
 
 #include "driver/worker/office_types.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/text.h"
 
@@ -31,21 +32,22 @@ struct RefusalRow {
 };
 constexpr std::array kRefusals{
     // how its type begins, what it is
-    RefusalRow{"video/", "is a film"},
-    RefusalRow{"audio/", "is a sound recording"},
-    RefusalRow{"font/", "is a font"},
-    RefusalRow{"application/x-executable", "is a program"},
-    RefusalRow{"application/x-sharedlib", "is a program"},
-    RefusalRow{"application/x-pie-executable", "is a program"},
-    RefusalRow{"application/x-ms-dos-executable", "is a program"},
-    RefusalRow{"application/vnd.microsoft.portable-executable", "is a program"},
-    RefusalRow{"application/x-zerosize", "is empty"},
-    RefusalRow{"application/zip", "is an archive of files, which have to be unpacked first"},
-    RefusalRow{"application/gzip", "is an archive of files, which have to be unpacked first"},
-    RefusalRow{"application/x-tar", "is an archive of files, which have to be unpacked first"},
-    RefusalRow{"application/x-7z-compressed", "is an archive of files, which have to be unpacked first"},
-    RefusalRow{"application/vnd.rar", "is an archive of files, which have to be unpacked first"},
-    RefusalRow{"application/x-rar", "is an archive of files, which have to be unpacked first"},
+    RefusalRow{"video/", "is a film, and cannot be printed"},
+    RefusalRow{"audio/", "is a sound recording, and cannot be printed"},
+    RefusalRow{"font/", "is a font, and cannot be printed"},
+    RefusalRow{"application/x-executable", "is a program, and cannot be printed"},
+    RefusalRow{"application/x-sharedlib", "is a program, and cannot be printed"},
+    RefusalRow{"application/x-pie-executable", "is a program, and cannot be printed"},
+    RefusalRow{"application/x-ms-dos-executable", "is a program, and cannot be printed"},
+    RefusalRow{"application/vnd.microsoft.portable-executable", "is a program, and cannot be printed"},
+    RefusalRow{"application/x-zerosize", "is empty, and cannot be printed"},
+    RefusalRow{"application/zip", "is an archive of files, which have to be unpacked first, and cannot be printed"},
+    RefusalRow{"application/gzip", "is an archive of files, which have to be unpacked first, and cannot be printed"},
+    RefusalRow{"application/x-tar", "is an archive of files, which have to be unpacked first, and cannot be printed"},
+    RefusalRow{"application/x-7z-compressed",
+               "is an archive of files, which have to be unpacked first, and cannot be printed"},
+    RefusalRow{"application/vnd.rar", "is an archive of files, which have to be unpacked first, and cannot be printed"},
+    RefusalRow{"application/x-rar", "is an archive of files, which have to be unpacked first, and cannot be printed"},
 };
 
 const char* nameAtServer(const std::string& type) {
@@ -64,17 +66,17 @@ constexpr std::array kUsual{"image/png", "image/jpeg", "image/gif", "image/tiff"
 
 std::string refusalOf(const FileKind& kind) {
     if (std::ranges::any_of(kUsual, [&kind](const char* type) { return kind.type() == type; })) {
-        return "can be printed only where the print server's filters for it are installed (cups-filters)";
+        return messageText("can be printed only where the print server's filters for it are installed (cups-filters)");
     }
     for (const std::string& type : kind.types) {
         const auto row = std::ranges::find_if(
             kRefusals, [&type](const RefusalRow& each) { return type.starts_with(each.beginning); });
         if (row != kRefusals.end()) {
-            return std::string(row->reason) + ", and cannot be printed";
+            return messageText(row->reason);
         }
     }
-    return kind.words.empty() ? "is a file of an unknown kind, and cannot be printed"
-                              : "is a file of a kind that cannot be printed (" + kind.words + ")";
+    return kind.words.empty() ? messageText("is a file of an unknown kind, and cannot be printed")
+                              : messageText("is a file of a kind that cannot be printed (%1)", {kind.words});
 }
 
 }  // namespace
@@ -86,7 +88,8 @@ ConversionPlan planConversion(const FileKind& kind) {
         }
         if (isOfficeType(type)) {
             return officeProgram().empty()
-                       ? ConversionPlan{Way::none, type, "can be printed only where LibreOffice is installed"}
+                       ? ConversionPlan{Way::none, type,
+                                        messageText("can be printed only where LibreOffice is installed")}
                        : ConversionPlan{Way::office, type, {}};
         }
         const char* const name = nameAtServer(type);

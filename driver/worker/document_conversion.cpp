@@ -1,6 +1,7 @@
 #include "driver/worker/document_conversion.h"
 
 #include "platform/files/temporary_files.h"
+#include "platform/foundation/message.h"
 
 #include <array>
 #include <cerrno>
@@ -21,11 +22,11 @@ std::string reasonOf(int status, std::string_view report, const std::string& wor
     const std::size_t refusal = report.rfind(kRefused);
     if (refusal != std::string_view::npos) {
         const std::string_view reason = report.substr(refusal + kRefused.size());
-        return std::string(reason.substr(0, reason.find('\n')));
+        return unpackMessages(reason.substr(0, reason.find('\n')));
     }
-    const std::string beginning = "cannot be prepared for printing: " + worker;
-    return WIFSIGNALED(status) ? beginning + " was ended by signal " + std::to_string(WTERMSIG(status))
-                               : beginning + " ended with status " + std::to_string(WEXITSTATUS(status));
+    return messageText("cannot be prepared for printing: %1",
+                       {WIFSIGNALED(status) ? messageText("%1 was ended by signal %2", {worker, WTERMSIG(status)})
+                                            : messageText("%1 ended with status %2", {worker, WEXITSTATUS(status)})});
 }
 
 }  // namespace
@@ -37,8 +38,8 @@ DocumentConversion::DocumentConversion(const std::string& worker, int document, 
                                        std::to_string(std::lround(width)), std::to_string(std::lround(height)), name});
     if (error != 0) {
         report_ = Descriptor();
-        fault_ = "cannot be prepared for printing: " + (made_ ? worker : temporaryFolder()) + ": " +
-                 std::generic_category().message(error);
+        fault_ = messageText("cannot be prepared for printing: %1",
+                             {(made_ ? worker : temporaryFolder()) + ": " + systemMessage(error)});
     }
 }
 

@@ -1,6 +1,7 @@
 #include "driver/worker/document_look.h"
 
 #include "driver/worker/page_report.h"
+#include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <array>
@@ -25,7 +26,11 @@ int millisecondsUntil(Clock::time_point end) {
 }
 
 std::string tooLong(int seconds) {
-    return "takes longer than " + std::to_string(seconds) + " seconds to look at";
+    return messageText("takes longer than %1 seconds to look at", {seconds});
+}
+
+std::string cannotLook(const std::string& reason) {
+    return messageText("cannot be looked at: %1", {reason});
 }
 
 /// Why a process has ended without a report.
@@ -34,13 +39,13 @@ std::string reasonOf(int status, const std::string& worker, const LookLimits& li
         case WorkerEnd::ranOutOfTime:
             return tooLong(limits.seconds);
         case WorkerEnd::crashed:
-            return "is damaged so that reading it ends in a crash";
+            return messageText("is damaged so that reading it ends in a crash");
         case WorkerEnd::lostDocument:
-            return "cannot be read to its end";
+            return messageText("cannot be read to its end");
         case WorkerEnd::returned:
-            return "cannot be looked at: " + worker + " ended with status " + std::to_string(WEXITSTATUS(status));
+            return cannotLook(messageText("%1 ended with status %2", {worker, WEXITSTATUS(status)}));
         default:
-            return "cannot be looked at: " + worker + " was ended by signal " + std::to_string(WTERMSIG(status));
+            return cannotLook(messageText("%1 was ended by signal %2", {worker, WTERMSIG(status)}));
     }
 }
 
@@ -50,7 +55,7 @@ DocumentLook::DocumentLook(const std::string& worker, int document, const std::s
                            const LookLimits& limits)
     : worker_(worker), limits_(limits) {
     if (const int error = start(document, password); error != 0) {
-        fault_ = "cannot be looked at: " + worker + ": " + std::generic_category().message(error);
+        fault_ = cannotLook(worker + ": " + systemMessage(error));
     }
 }
 
@@ -97,7 +102,7 @@ std::optional<DocumentPages> DocumentLook::finish(std::string* reason) {
         return report.take(reason);
     }
     *reason = isLate      ? tooLong(limits_.patience)
-              : !isReport ? "cannot be looked at: what " + worker_ + " says of it makes no sense"
+              : !isReport ? cannotLook(messageText("what %1 says of it makes no sense", {worker_}))
                           : reasonOf(status, worker_, limits_);
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "driver/worker/drawn_document.h"
 
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/private_file.h"
 
 #include <atomic>
@@ -36,7 +37,7 @@ std::shared_ptr<const DrawnDocument> DrawnDocument::keep(std::string_view pdf, s
     kept.write(pdf);
     Descriptor file(kept.error() == 0 ? fcntl(kept.descriptor(), F_DUPFD_CLOEXEC, 0) : -1);
     if (!file) {
-        *reason = std::generic_category().message(kept.error() == 0 ? errno : kept.error());
+        *reason = systemMessage(kept.error() == 0 ? errno : kept.error());
         return nullptr;
     }
     return std::shared_ptr<const DrawnDocument>(new DrawnDocument(std::move(file), {}));

@@ -1,5 +1,7 @@
 #include "driver/worker/page_report.h"
 
+#include "platform/foundation/message.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -114,7 +116,7 @@ bool PageReportReader::addPages() {
 
 std::optional<DocumentPages> PageReportReader::take(std::string* reason) {
     if (!refusal_.empty()) {
-        *reason = refusal_;
+        *reason = unpackMessages(refusal_);
         return std::nullopt;
     }
     return std::move(pages_);

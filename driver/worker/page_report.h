@@ -1,7 +1,7 @@
 // What the program that looks at a document says of it, and what another one believes of that.
 //
 // Lines of text: "COUNT WIDTH HEIGHT" for pages of one size that follow each other, in points, then "whole" or
-// "repaired"; or one line "refused REASON". Without its last line a report is none.
+// "repaired"; or one line "refused REASON", a message that is packed. Without its last line a report is none.
 #pragma once
 
 #include "driver/pages/document.h"

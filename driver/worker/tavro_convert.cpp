@@ -13,6 +13,7 @@
 #include "platform/files/temporary_files.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/text.h"
 
@@ -40,8 +41,8 @@ struct Refusal {
     std::string reason;
 };
 
-std::string systemText(int error) {
-    return std::generic_category().message(error);
+std::string cannotKeep(int error) {
+    return messageText("cannot be kept in %1: %2", {temporaryFolder(), systemMessage(error)});
 }
 
 /// The PDF on its way out: nothing but a PDF, and no more than there is room for.
@@ -102,7 +103,7 @@ public:
 
 private:
     [[nodiscard]] std::uint64_t roomInBytes() const { return static_cast<std::uint64_t>(megabytes_) << 20; }
-    [[nodiscard]] std::string tooLarge() const { return "is larger than " + std::to_string(megabytes_) + " MB"; }
+    [[nodiscard]] std::string tooLarge() const { return messageText("is larger than %1 MB", {megabytes_}); }
 
     /// The document's descriptor; what comes through a pipe is kept in a file without a name.
     int readable(Descriptor* kept) const {
@@ -119,7 +120,7 @@ private:
                 continue;
             }
             if (count < 0) {
-                throw Refusal{"cannot be read: " + systemText(errno)};
+                throw Refusal{messageText("cannot be read: %1", {systemMessage(errno)})};
             }
             if (static_cast<std::uint64_t>(count) > room) {
                 throw Refusal{tooLarge()};
@@ -129,7 +130,7 @@ private:
             }
             room -= static_cast<std::uint64_t>(count);
             if (!*kept || !writeAll(kept->get(), {bytes.data(), static_cast<std::size_t>(count)})) {
-                throw Refusal{"cannot be kept in " + temporaryFolder() + ": " + systemText(errno)};
+                throw Refusal{cannotKeep(errno)};
             }
         }
     }
@@ -145,7 +146,7 @@ private:
                                                      nullptr, static_cast<const UInt8*>(text),
                                                      static_cast<CFIndex>(size), kCFStringEncodingUTF8, false));
         if (!string) {
-            throw Refusal{"is text in an encoding other than UTF-8; save it as UTF-8 to print it"};
+            throw Refusal{messageText("is text in an encoding other than UTF-8; save it as UTF-8 to print it")};
         }
     }
 
@@ -168,7 +169,7 @@ private:
                 return;
             }
             if (count < 0 || !writeAll(STDOUT_FILENO, {bytes.data(), static_cast<std::size_t>(count)})) {
-                throw Refusal{"cannot be kept in " + temporaryFolder() + ": " + systemText(errno)};
+                throw Refusal{cannotKeep(errno)};
             }
             at += count;
         }
@@ -188,20 +189,20 @@ private:
 
     [[nodiscard]] std::string reasonOf(const PDFOutput& output, OSStatus status) const {
         if (isLate_) {
-            return "takes longer than " + std::to_string(seconds_) + " seconds to prepare for printing";
+            return messageText("takes longer than %1 seconds to prepare for printing", {seconds_});
         }
         if (output.isTooLarge()) {
-            return "becomes larger than " + std::to_string(megabytes_) + " MB when it is prepared for printing";
+            return messageText("becomes larger than %1 MB when it is prepared for printing", {megabytes_});
         }
         if (output.error() != 0) {
-            return "cannot be kept in " + temporaryFolder() + ": " + systemText(output.error());
+            return cannotKeep(output.error());
         }
         std::string reason = status == kPMFilterFailed ? utf8Text(PMGetLastErrorText()) : std::string();
         const std::string subject = errorLine(filePath(makeFileURL(name_).get()), "");
         reason.erase(0, reason.starts_with(subject) ? subject.size() : 0);
         reason.erase(0, reason.find_first_not_of(' '));
-        const std::string sentence = "could not be prepared for printing; it may be damaged";
-        return reason.empty() ? sentence : sentence + " (" + reason + ")";
+        return reason.empty() ? messageText("could not be prepared for printing; it may be damaged")
+                              : messageText("could not be prepared for printing; it may be damaged (%1)", {reason});
     }
 
     int seconds_;
@@ -223,6 +224,7 @@ int main(int argc, char** argv) {
     if (!endWithStarter(SIGTERM, STDERR_FILENO)) {
         return EXIT_FAILURE;
     }
+    setMessageWriter(packMessage);
     std::signal(SIGXFSZ, SIG_IGN);  // a file that may not grow is a fault like others
     int status = EXIT_SUCCESS;
     try {
@@ -233,7 +235,8 @@ int main(int argc, char** argv) {
         std::fputs(("refused " + refusal.reason + "\n").c_str(), stderr);
         status = EXIT_FAILURE;
     } catch (const std::exception& error) {
-        std::fputs((std::string("refused cannot be prepared for printing: ") + error.what() + "\n").c_str(), stderr);
+        std::fputs(("refused " + messageText("cannot be prepared for printing: %1", {error.what()}) + "\n").c_str(),
+                   stderr);
         status = EXIT_FAILURE;
     }
     _exit(status);

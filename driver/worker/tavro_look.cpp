@@ -8,23 +8,23 @@
 
 #include "driver/worker/page_report.h"
 #include "driver/worker/worker_limits.h"
+#include "platform/foundation/message.h"
 
 #include <sys/socket.h>
 #include <unistd.h>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <new>
 #include <string>
 
 namespace {
 
-std::array<char, 100> outOfMemory;
+std::string outOfMemory;
 
 /// A library that is told of its lack of memory might go on with less of the document.
 void endWithoutMemory() {
-    [[maybe_unused]] const ssize_t ignored = write(STDOUT_FILENO, outOfMemory.data(), std::strlen(outOfMemory.data()));
+    [[maybe_unused]] const ssize_t ignored = write(STDOUT_FILENO, outOfMemory.data(), outOfMemory.size());
     _exit(EXIT_SUCCESS);
 }
 
@@ -52,8 +52,8 @@ int main(int argc, char** argv) {
     }
     limitProcessor(static_cast<int>(seconds));
     limitWorker({static_cast<int>(megabytes), 0});
-    std::snprintf(outOfMemory.data(), outOfMemory.size(), "refused takes more than %ld MB of memory to look at\n",
-                  megabytes);
+    setMessageWriter(packMessage);
+    outOfMemory = "refused " + messageText("takes more than %1 MB of memory to look at", {megabytes}) + "\n";
     std::set_new_handler(endWithoutMemory);
     std::string reason;
     const auto pages = readDocument(STDIN_FILENO, &reason, passwordFromStarter());

@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/message.h"
 #include "platform/toolbox/Help.h"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ Result<std::unique_ptr<PluginHost>> PluginHost::load(const std::string& path) {
     const auto factories =
         CFRef<CFArrayRef>::adopt(CFPlugInFindFactoriesForPlugInTypeInPlugIn(type.get(), plugin.get()));
     if (CFArrayGetCount(factories.get()) == 0) {
-        return unusable(path, "declares no print dialog extension");
+        return unusable(path, messageText("declares no print dialog extension"));
     }
     if (!CFBundleLoadExecutable(plugin.get())) {
         return Failure{ExitStatus::unusableInput, utf8(CFBundleGetLastError())};
@@ -68,13 +69,13 @@ Result<std::unique_ptr<PluginHost>> PluginHost::load(const std::string& path) {
     const auto* factory = static_cast<CFUUIDRef>(CFArrayGetValueAtIndex(factories.get(), 0));
     void* instance = CFPlugInInstanceCreate(nullptr, factory, type.get());
     if (instance == nullptr) {
-        return unusable(path, "its factory makes no print dialog extension");
+        return unusable(path, messageText("its factory makes no print dialog extension"));
     }
     PDEInterface* interface = takeInterface(instance);
     PDEAPIVersion version{};
     if (interface == nullptr || interface->table->GetAPIVersion(interface, &version) != noErr ||
         version.baseMajor != kBaseVersion) {
-        return unusable(path, "its extension is of a version that this dialog does not know");
+        return unusable(path, messageText("its extension is of a version that this dialog does not know"));
     }
     return std::unique_ptr<PluginHost>(new PluginHost(path, std::move(plugin), interface));
 }

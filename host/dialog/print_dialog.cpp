@@ -14,6 +14,7 @@
 #include "host/settings/summary.h"
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
+#include "platform/foundation/message.h"
 #include "platform/toolbox/Navigation.h"
 #include "platform/toolbox/Windows.h"
 
@@ -58,7 +59,8 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     dialog->installed_ = first.installedOptions;
     const auto start = dialog->startSession(first.settings);
     if (start == PluginHost::Start::refused && first.printer.isOfMaker()) {
-        return Failure{ExitStatus::unusableInput, plugin.path() + ": its settings panels do not start"};
+        return Failure{ExitStatus::unusableInput,
+                       plugin.path() + ": " + messageText("its settings panels do not start")};
     }
     dialog->makeDocuments();
     markStart("panels");
@@ -86,7 +88,7 @@ std::optional<Failure> PrintDialog::openWindow() {
             return std::nullopt;
         case kNibNotFoundErr: {
             const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyBundleURL(bundle_));
-            return unusable(pathOf(url.get()), "its nib PrintDialog is missing");
+            return unusable(pathOf(url.get()), messageText("its nib %1 is missing", {"PrintDialog"}));
         }
         default:
             // The toolbox has told already which file does not load, and why.

@@ -2,6 +2,7 @@
 
 #include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <array>
@@ -93,7 +94,7 @@ constexpr std::array kExitStatuses{
 };
 
 Failure usage(const std::string& reason) {
-    return {ExitStatus::usage, reason + " (tavro-print --help explains the options)"};
+    return {ExitStatus::usage, messageText("%1 (tavro-print --help explains the options)", {reason})};
 }
 
 /// Reads the arguments one after the other into a command line.
@@ -112,7 +113,7 @@ public:
                     return failure;
                 }
             } else if (argument.empty()) {
-                return usage("the document's name is empty");
+                return usage(messageText("the document's name is empty"));
             } else {
                 line->documents.push_back(argument);
             }
@@ -126,21 +127,21 @@ private:
         const std::string name = argument.substr(0, equals);
         const auto row = std::ranges::find_if(kOptions, [&](const OptionRow& option) { return name == option.name; });
         if (row == kOptions.end()) {
-            return usage(name + ": there is no such option");
+            return usage(name + ": " + messageText("there is no such option"));
         }
         if (const auto* flag = std::get_if<bool CommandLine::*>(&row->target)) {
             if (equals != std::string::npos) {
-                return usage(name + ": takes no argument");
+                return usage(name + ": " + messageText("takes no argument"));
             }
             line->** flag = true;
             return std::nullopt;
         }
         if (equals == std::string::npos && next_ == arguments_.size()) {
-            return usage(name + ": " + row->argument + " is missing");
+            return usage(name + ": " + messageText("%1 is missing", {row->argument}));
         }
         const std::string value = equals == std::string::npos ? arguments_[next_++] : argument.substr(equals + 1);
         if (value.empty()) {
-            return usage(name + ": " + row->argument + " is empty");
+            return usage(name + ": " + messageText("%1 is empty", {row->argument}));
         }
         if (const auto* list = std::get_if<std::vector<std::string> CommandLine::*>(&row->target)) {
             (line->**list).push_back(value);
@@ -148,7 +149,7 @@ private:
         }
         std::string& text = line->*std::get<std::string CommandLine::*>(row->target);
         if (!text.empty()) {
-            return usage(name + ": is given twice");
+            return usage(name + ": " + messageText("is given twice"));
         }
         text = value;
         return std::nullopt;
@@ -161,72 +162,76 @@ private:
 /// What the options mean together.
 std::optional<Failure> checkTogether(const CommandLine& line) {
     if (!line.ppd.empty() && !line.printer.empty()) {
-        return usage("--ppd and --printer name two printers");
+        return usage(messageText("--ppd and --printer name two printers"));
     }
     if (!line.ticketIn.empty() && !line.preset.empty()) {
-        return usage("--ticket-in and --preset are two settings to start from");
+        return usage(messageText("--ticket-in and --preset are two settings to start from"));
     }
     if (!line.jobOut.empty() && !line.pdfOut.empty()) {
-        return usage("--job-out and --pdf-out are two files for one job");
+        return usage(messageText("--job-out and --pdf-out are two files for one job"));
     }
     if (!line.currentPage.empty() && pageNumber(line.currentPage) == 0) {
-        return usage("--current-page " + line.currentPage + ": is not the number of a page");
+        return usage("--current-page " + line.currentPage + ": " + messageText("is not the number of a page"));
     }
     if (!line.currentPage.empty() && (line.documents.size() > 1 || line.print || line.check)) {
-        return usage("--current-page is an offer of the dialog, for one document");
+        return usage(messageText("--current-page is an offer of the dialog, for one document"));
     }
     if (!line.portal.empty() && (line.check || line.print || line.listControls || !line.documents.empty() ||
                                  !line.printer.empty() || !line.ticketIn.empty() || !line.preset.empty() ||
                                  !line.jobOut.empty() || !line.pdfOut.empty() || !line.proof.empty())) {
-        return usage("--portal takes everything from the request but --script and --shots");
+        return usage(messageText("--portal takes everything from the request but --script and --shots"));
     }
     if (!line.script.empty() && line.listControls) {
-        return usage("--script and --list-controls do not go together");
+        return usage(messageText("--script and --list-controls do not go together"));
     }
     if (line.check && (line.print || line.isScripted())) {
-        return usage("--check does nothing else, so --print, --script and --list-controls do not go with it");
+        return usage(
+            messageText("--check does nothing else, so --print, --script and --list-controls do not go with it"));
     }
     if (line.print && line.isScripted()) {
-        return usage("--print opens no window, so --script and --list-controls do not go with it");
+        return usage(messageText("--print opens no window, so --script and --list-controls do not go with it"));
     }
     if (!line.proof.empty() && (line.check || line.print || line.isScripted() || !line.documents.empty())) {
-        return usage(
+        return usage(messageText(
             "--proof reads a job that was made, so a document, --check, --print, --script and --list-controls "
-            "do not go with it");
+            "do not go with it"));
     }
     if (line.isListing() && (line.listPrinters == line.listPresets || line.check || line.print || line.isScripted() ||
                              !line.proof.empty() || !line.portal.empty() || !line.documents.empty())) {
-        return usage(
+        return usage(messageText(
             "--list-printers and --list-presets do nothing else, so a document or another action does not go "
-            "with either");
+            "with either"));
     }
     if (!line.format.empty() && line.format != "text" && line.format != "json") {
-        return usage("--format " + line.format + ": is neither text nor json");
+        return usage("--format " + line.format + ": " + messageText("is neither text nor json"));
     }
     if (!line.format.empty() && !line.isTelling()) {
-        return usage("--format is for what is told by --check, --proof or a list");
+        return usage(messageText("--format is for what is told by --check, --proof or a list"));
     }
     for (const std::string& option : line.installed) {
         const std::size_t equals = option.find('=');
         if (equals == 0 || equals == std::string::npos || equals + 1 == option.size()) {
-            return usage("--installed " + option + ": is not of the form OPTION=VALUE");
+            return usage("--installed " + option + ": " + messageText("is not of the form OPTION=VALUE"));
         }
     }
     if (line.documents.size() > 1 && (!line.jobOut.empty() || !line.pdfOut.empty())) {
-        return usage("--job-out and --pdf-out name the file of one job, and each of the " +
-                     std::to_string(line.documents.size()) + " documents becomes one");
+        return usage(
+            messageText("--job-out and --pdf-out name the file of one job, and each of the %1 documents becomes one",
+                        {line.documents.size()}));
     }
     if (line.documents.size() > 1 && (line.check || line.listControls)) {
-        return usage("--check and --list-controls look at one document only");
+        return usage(messageText("--check and --list-controls look at one document only"));
     }
     if (std::ranges::count(line.documents, "-") > 1) {
-        return usage("-: standard input is one document only");
+        return usage("-: " + messageText("standard input is one document only"));
     }
     if (std::ranges::count(line.documents, "-") == 1 && isatty(STDIN_FILENO) != 0) {
-        return usage("-: is standard input, and it is a terminal; a document comes there from a file or a program");
+        return usage(
+            "-: " +
+            messageText("is standard input, and it is a terminal; a document comes there from a file or a program"));
     }
     if (line.documents.empty() && !line.isTelling() && line.portal.empty()) {
-        return usage("the document is missing");
+        return usage(messageText("the document is missing"));
     }
     return std::nullopt;
 }

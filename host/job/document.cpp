@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "host/settings/document_paper.h"
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/text.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ OpeningDocument::OpeningDocument(const std::string& path, DocumentPrograms progr
     document_.path = name;
     if (path == kStandardInput) {
         if (isNamed_) {
-            document_.name = document_.path = "Standard input";
+            document_.name = document_.path = messageText("Standard input");
         }
         file_ = std::make_shared<DocumentFile>();
         isToBePrepared_ = true;
@@ -138,13 +139,13 @@ void OpeningDocument::endLook() {
     auto pages = look_->finish(&reason);
     look_.reset();
     if (!file_->settle()) {
-        fail("is just being written to; print it when that is done");
+        fail(messageText("is just being written to; print it when that is done"));
         return;
     }
     document_.file = file_;
     if (!pages) {
-        isLocked_ = reason == kNeedsPassword;
-        fail(isLocked_ && !document_.password.empty() ? "is protected by another password" : reason);
+        isLocked_ = reason == reasonOfLock();
+        fail(isLocked_ && !document_.password.empty() ? messageText("is protected by another password") : reason);
         return;
     }
     document_.pages = std::move(*pages);

@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "host/settings/installed_options.h"
 #include "host/settings/presets.h"
+#include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -37,8 +38,9 @@ Result<JobSettings> readPreset(const std::string& name) {
     for (const std::string& each : names) {
         kept += (kept.empty() ? "" : ", ") + quoted(each);
     }
-    return Failure{settings.failure().status,
-                   settings.failure().line + (kept.empty() ? "; none is kept" : "; there are " + kept)};
+    return Failure{settings.failure().status, kept.empty()
+                                                  ? messageText("%1; none is kept", {settings.failure().line})
+                                                  : messageText("%1; there are %2", {settings.failure().line, kept})};
 }
 
 Result<JobSettings> readStartingSettings(const CommandLine& line) {

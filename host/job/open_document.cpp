@@ -2,6 +2,7 @@
 
 #include "host/settings/document_paper.h"
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
 
 #include <fcntl.h>
@@ -45,10 +46,10 @@ Result<Document> openForJob(const JobSetup& setup, OpeningDocument* document) {
     prepareFor(setup, document);
     auto opened = document->finish();
     for (int tries = 0; document->isLocked() && tries < kMostPasswords; ++tries) {
-        const auto password = askOnTerminal("Password of " + document->document().name + ": ");
+        const auto password = askOnTerminal(messageText("Password of %1:", {document->document().name}) + " ");
         if (!password) {
             return Failure{ExitStatus::unusableInput,
-                           opened.failure().line + ", and there is no terminal to ask for it"};
+                           messageText("%1, and there is no terminal to ask for it", {opened.failure().line})};
         }
         document->unlock(*password);
         opened = document->finish();

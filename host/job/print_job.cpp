@@ -5,6 +5,7 @@
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
 #include "platform/files/pending_file.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
 
 #include <cstdio>
@@ -14,8 +15,8 @@
 namespace {
 
 /// What a job lacks is told on standard error: it is printed all the same.
-void tell(const char* part, const std::string& fault) {
-    printLine(stderr, std::string("tavro-print: ") + part + ": " + fault);
+void tell(const std::string& part, const std::string& fault) {
+    printLine(stderr, "tavro-print: " + part + ": " + fault);
 }
 
 /// A PDF of one page; empty for a job without one.
@@ -26,7 +27,7 @@ std::string makeCoverSheet(const Document& document, const PrintSession& session
     }
     CoverSheet sheet = drawCoverSheet(*job.fax, session.plan(document.pageCount).pageCount + 1, texts);
     for (const std::string& fault : sheet.faults) {
-        tell("cover sheet", fault);
+        tell(messageText("cover sheet"), fault);
     }
     return {reinterpret_cast<const char*>(CFDataGetBytePtr(sheet.pdf.get())),
             static_cast<std::size_t>(CFDataGetLength(sheet.pdf.get()))};
@@ -56,7 +57,8 @@ void addPrintTime(std::optional<LongDateTime> asked, JobTicket* ticket) {
         return;
     }
     if (!time->isAsAsked) {
-        tell("delayed print", "its time is not within the next day; it is printed at " + timeOfDay(time->moment));
+        tell(messageText("delayed print"),
+             messageText("its time is not within the next day; it is printed at %1", {timeOfDay(time->moment)}));
     }
     ticket->set(kPMJobHoldUntilTimeKey, holdUntil(time->moment, std::time(nullptr)));
 }
@@ -96,7 +98,7 @@ JobWork::JobWork(const Document& document, const Printer& printer, const PrintSe
     std::string fault;
     mark_ = readMark(session, &fault);
     if (!fault.empty()) {
-        tell("watermark", fault);
+        tell(messageText("watermark"), fault);
     }
 }
 
@@ -129,7 +131,8 @@ JobOutcome JobWork::run() {
 std::string JobWork::changeOfDocument() const {
     return !document_.file || document_.file->isIntact()
                ? std::string()
-               : document_.path + ": has been written to since it was opened; open it again to print what it has now";
+               : document_.path + ": " +
+                     messageText("has been written to since it was opened; open it again to print what it has now");
 }
 
 JobOutcome JobWork::print(const JobSource& source, const PagesProgress& progress) {
@@ -156,7 +159,7 @@ JobOutcome JobWork::writePDF(const JobSource& source, const PagesProgress& progr
         fault = changeOfDocument();
     }
     if (fault.empty() && (!isWritten || !file.commit())) {
-        fault = target_.file + ": " + std::generic_category().message(file.error());
+        fault = target_.file + ": " + systemMessage(file.error());
     }
     return {fault, false, false, {}};
 }
@@ -176,7 +179,8 @@ JobOutcome JobWork::send(PreparedJob* job) {
     if (outcome.failure.empty()) {
         const std::string name = jobName(printer_.queue(), jobID);
         printLine(stdout, name);
-        outcome.obstacle = obstacle == nullptr ? std::string() : name + ": waits, " + utf8(obstacle);
+        outcome.obstacle =
+            obstacle == nullptr ? std::string() : name + ": " + messageText("waits, %1", {utf8(obstacle)});
     }
     return outcome;
 }

@@ -5,18 +5,19 @@
 #include "host/settings/left_out.h"
 #include "host/settings/page_range.h"
 #include "host/settings/print_session.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
 
 namespace {
 
-const char* faultText(PageRangeFault fault) {
+std::string faultText(PageRangeFault fault) {
     switch (fault) {
         case PageRangeFault::order:
-            return "a range begins with its lower page number";
+            return messageText("a range begins with its lower page number");
         case PageRangeFault::beyondDocument:
-            return "the document has no such page";
+            return messageText("the document has no such page");
         default:
-            return "is not a range of pages";
+            return messageText("is not a range of pages");
     }
 }
 
@@ -30,7 +31,7 @@ Failure printWithoutWindow(const JobSetup& setup, CFBundleRef texts,
     if (const std::string range = session.pageRange(); !range.empty()) {
         const PageRange pages = readPageRange(range, setup.document.pageCount);
         if (pages.fault != PageRangeFault::none) {
-            return unusable("pages " + range, faultText(pages.fault));
+            return unusable(messageText("pages %1", {range}), faultText(pages.fault));
         }
     }
     const std::vector<std::string> leftOut = tellLeftOut(session, setup.document.pageCount, setup.target.way, texts);

@@ -6,6 +6,7 @@
 #include "host/settings/page_range.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFPropertyList.h"
+#include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <array>
@@ -292,7 +293,7 @@ std::optional<std::string> answerCaller(const PortalRequest& request, const Prin
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, answer.get()));
     SInt32 error = 0;
     if (!CFURLWriteDataAndPropertiesToResource(fileURL(path).get(), data.get(), nullptr, &error)) {
-        return path + ": " + std::strerror(error);
+        return path + ": " + systemMessage(error);
     }
     return writeSettingsFile(session.copySettings(), request.file(portal::kSettingsFile));
 }

@@ -3,6 +3,7 @@
 #include "host/script/control_listing.h"
 #include "host/script/panels.h"
 #include "host/script/text.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
@@ -17,22 +18,22 @@ namespace {
 using Reason = std::optional<std::string>;
 
 std::string noControl(const ControlName& name) {
-    return "there is no control " + controlNameText(name);
+    return messageText("there is no control %1", {controlNameText(name)});
 }
 
 /// Why a user could not have done that to the control.
 std::string unusable(ControlRef control) {
     const std::string name = nameOf(control);
     if (!isShown(control)) {
-        return name + " is hidden";
+        return messageText("%1 is hidden", {name});
     }
     if (!IsControlEnabled(control)) {
-        return name + " is disabled";
+        return messageText("%1 is disabled", {name});
     }
     if (GetControlOwner(control) != FrontNonFloatingWindow()) {
-        return name + " is behind another window";
+        return messageText("%1 is behind another window", {name});
     }
-    return name + " cannot be reached or does not take that";
+    return messageText("%1 cannot be reached or does not take that", {name});
 }
 
 /// The reason of a status; `wrongKind` is what it means that the control cannot do such a thing at all.
@@ -69,15 +70,16 @@ std::optional<FoundItem> findItem(MenuRef menu, Condition condition) {
 }
 
 Reason chooseItem(ControlRef control, FoundItem found) {
-    return reasonOf(AutomationChooseMenuItem(control, found.menu, found.item), control, "its menu does not open");
+    return reasonOf(AutomationChooseMenuItem(control, found.menu, found.item), control,
+                    messageText("its menu does not open"));
 }
 
 Reason pressButton(WindowRef window, OSStatus (*find)(WindowRef, ControlRef*)) {
     ControlRef button = nullptr;
     if (find(window, &button) != noErr) {
-        return "the dialog is closed";
+        return messageText("the dialog is closed");
     }
-    return reasonOf(AutomationClick(button), button, "it is no button");
+    return reasonOf(AutomationClick(button), button, messageText("it is no button"));
 }
 
 class Performer {
@@ -88,7 +90,7 @@ public:
         const WindowRef window = stage_.mainWindow;
         const SInt32 count = countPanels(window);
         if (count == 0) {
-            return "there are no panels";
+            return messageText("there are no panels");
         }
         SInt32 found = 0;
         for (SInt32 i = count; i > 0; --i) {
@@ -96,28 +98,30 @@ public:
             found = isNumber || panelTitle(window, i) == panel.titleOrNumber ? i : found;
         }
         if (found == 0) {
-            return "there is no panel " + quoted(panel.titleOrNumber);
+            return messageText("there is no panel %1", {quoted(panel.titleOrNumber)});
         }
         ControlRef selector = findControl(stage_, {kPanelSelector.signature, kPanelSelector.id});
-        return reasonOf(choosePanel(window, found), selector, "its menu does not open");
+        return reasonOf(choosePanel(window, found), selector, messageText("its menu does not open"));
     }
 
     Reason operator()(const Click& click) const {
         return withControl(click.control, [](ControlRef control) {
-            return reasonOf(AutomationClick(control), control, "it cannot be clicked; use set, choose or rows");
+            return reasonOf(AutomationClick(control), control,
+                            messageText("it cannot be clicked; use %1, %2 or %3", {"set", "choose", "rows"}));
         });
     }
 
     Reason operator()(const Set& set) const {
         return withControl(set.control, [&](ControlRef control) {
             return reasonOf(AutomationSetValue(control, set.value), control,
-                            controlNameText(set.control) + " does not take the value " + std::to_string(set.value));
+                            messageText("%1 does not take the value %2", {controlNameText(set.control), set.value}));
         });
     }
 
     Reason operator()(const Choose& choose) const {
         return withControl(choose.control, [&](ControlRef control) -> Reason {
-            const std::string none = controlNameText(choose.control) + " has no item " + quoted(choose.text);
+            const std::string none =
+                messageText("%1 has no item %2", {controlNameText(choose.control), quoted(choose.text)});
             const MenuRef menu = GetControlPopupMenuHandle(control);
             if (menu == nullptr) {
                 return reasonOf(AutomationChooseText(control, cfString(choose.text).get()), control, none);
@@ -137,8 +141,9 @@ public:
                        GetMenuItemRefCon(menu, i, &reference) == noErr && reference == wanted.reference;
             });
             if (!found) {
-                return controlNameText(wanted.control) + " has no item " + quoted(FourCharCodeText(wanted.command)) +
-                       " with reference value " + std::to_string(wanted.reference);
+                return messageText(
+                    "%1 has no item %2 with reference value %3",
+                    {controlNameText(wanted.control), quoted(FourCharCodeText(wanted.command)), wanted.reference});
             }
             return chooseItem(control, *found);
         });
@@ -147,15 +152,16 @@ public:
     Reason operator()(const Type& type) const {
         return withControl(type.control, [&](ControlRef control) {
             return reasonOf(AutomationType(control, cfString(type.text).get()), control,
-                            controlNameText(type.control) + " is no field that takes this text");
+                            messageText("%1 is no field that takes this text", {controlNameText(type.control)}));
         });
     }
 
     Reason operator()(const Rows& rows) const {
         return withControl(rows.control, [&](ControlRef control) {
-            return reasonOf(
-                AutomationSelectRows(control, static_cast<ItemCount>(rows.rows.size()), rows.rows.data()), control,
-                controlNameText(rows.control) + " is no list with these rows, or does not allow the selection");
+            return reasonOf(AutomationSelectRows(control, static_cast<ItemCount>(rows.rows.size()), rows.rows.data()),
+                            control,
+                            messageText("%1 is no list with these rows, or does not allow the selection",
+                                        {controlNameText(rows.control)}));
         });
     }
 
@@ -164,7 +170,7 @@ public:
     Reason operator()(const Command& command) const {
         const WindowRef front = FrontNonFloatingWindow();
         if (front == nullptr) {
-            return "no window is open";
+            return messageText("no window is open");
         }
         ControlRef sender = nullptr;
         GetKeyboardFocus(front, &sender);
@@ -189,7 +195,7 @@ public:
     Reason operator()(const Controls&) const {
         const WindowRef front = FrontNonFloatingWindow();
         if (front == nullptr) {
-            return "no window is open";
+            return messageText("no window is open");
         }
         printLines(stage_.output, listing(listedWindow(front)));
         return std::nullopt;
@@ -198,7 +204,7 @@ public:
     Reason operator()(const Shot& shot) const {
         const WindowRef front = FrontNonFloatingWindow();
         if (front == nullptr) {
-            return "no window is open";
+            return messageText("no window is open");
         }
         if (stage_.finish) {
             stage_.finish();
@@ -208,7 +214,7 @@ public:
         std::filesystem::create_directories(folder, error);
         const std::string file = (folder / (shot.name + ".png")).string();
         if (error || AutomationSnapshot(front, fileURL(file).get()) != noErr) {
-            return file + " cannot be written";
+            return messageText("%1 cannot be written", {file});
         }
         return std::nullopt;
     }

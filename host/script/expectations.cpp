@@ -1,6 +1,7 @@
 // What a script expects of controls and windows.
 #include "host/script/actions.h"
 #include "host/script/text.h"
+#include "platform/foundation/message.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Menus.h"
 
@@ -8,11 +9,12 @@ namespace script {
 
 namespace {
 
-std::optional<std::string> compare(const std::string& name, const char* what, CFIndex is, SInt32 expected) {
+/// `english` is a message of the name, the number that it is and the one that it should be.
+std::optional<std::string> compare(const std::string& name, const char* english, CFIndex is, SInt32 expected) {
     if (is == expected) {
         return std::nullopt;
     }
-    return name + " has " + what + " " + std::to_string(is) + ", not " + std::to_string(expected);
+    return messageText(english, {name, is, expected});
 }
 
 std::optional<std::string> compareText(const std::string& name, ControlRef control, const std::string& expected) {
@@ -20,9 +22,9 @@ std::optional<std::string> compareText(const std::string& name, ControlRef contr
         return std::nullopt;
     }
     if (isSecret(control)) {
-        return name + " holds another text than the expected one (neither is shown)";
+        return messageText("%1 holds another text than the expected one (neither is shown)", {name});
     }
-    return name + " has the text " + printableTextOf(control) + ", not " + quoted(expected);
+    return messageText("%1 has the text %2, not %3", {name, printableTextOf(control), quoted(expected)});
 }
 
 /// Of its menu, or of its list where it has none.
@@ -31,8 +33,8 @@ CFIndex itemsOf(ControlRef control) {
     return menu != nullptr ? CountMenuItems(menu) : AutomationCountRows(control);
 }
 
-std::optional<std::string> compareState(const std::string& name, bool isAsExpected, const char* otherwise) {
-    return isAsExpected ? std::nullopt : std::optional(name + " is " + otherwise);
+std::optional<std::string> compareState(const std::string& name, bool isAsExpected, const char* english) {
+    return isAsExpected ? std::nullopt : std::optional(messageText(english, {name}));
 }
 
 }  // namespace
@@ -41,25 +43,25 @@ std::optional<std::string> check(const Expect& expect, const Stage& stage) {
     const std::string name = controlNameText(expect.control);
     ControlRef control = findControl(stage, expect.control);
     if (control == nullptr) {
-        return "there is no control " + name;
+        return messageText("there is no control %1", {name});
     }
     switch (expect.aspect) {
         case Aspect::value:
-            return compare(name, "the value", GetControl32BitValue(control), expect.number);
+            return compare(name, "%1 has the value %2, not %3", GetControl32BitValue(control), expect.number);
         case Aspect::text:
             return compareText(name, control, expect.text);
         case Aspect::enabled:
-            return compareState(name, IsControlEnabled(control), "disabled");
+            return compareState(name, IsControlEnabled(control), "%1 is disabled");
         case Aspect::disabled:
-            return compareState(name, !IsControlEnabled(control), "enabled");
+            return compareState(name, !IsControlEnabled(control), "%1 is enabled");
         case Aspect::hidden:
-            return compareState(name, !isShown(control), "visible");
+            return compareState(name, !isShown(control), "%1 is visible");
         case Aspect::visible:
-            return compareState(name, isShown(control), "hidden");
+            return compareState(name, isShown(control), "%1 is hidden");
         case Aspect::items:
-            return compare(name, "a number of items of", itemsOf(control), expect.number);
+            return compare(name, "%1 has a number of items of %2, not %3", itemsOf(control), expect.number);
         case Aspect::rows:
-            return compare(name, "a number of rows of", AutomationCountRows(control), expect.number);
+            return compare(name, "%1 has a number of rows of %2, not %3", AutomationCountRows(control), expect.number);
     }
     return std::nullopt;
 }
@@ -67,25 +69,24 @@ std::optional<std::string> check(const Expect& expect, const Stage& stage) {
 std::optional<std::string> check(const ExpectWindow& expect) {
     CFStringRef title = nullptr;
     if (CopyWindowTitleAsCFString(FrontNonFloatingWindow(), &title) != noErr) {
-        return "no window is open";
+        return messageText("no window is open");
     }
     const std::string text = utf8(CFRef<CFStringRef>::adopt(title).get());
     if (text == expect.title) {
         return std::nullopt;
     }
-    return "the front window is " + quoted(text) + ", not " + quoted(expect.title);
+    return messageText("the front window is %1, not %2", {quoted(text), quoted(expect.title)});
 }
 
 std::optional<std::string> check(const ExpectConflicts& expect, const Stage& stage) {
     if (!stage.conflicts) {
-        return "there are no settings that could be in conflict";
+        return messageText("there are no settings that could be in conflict");
     }
     const std::vector<std::string> conflicts = stage.conflicts();
     if (static_cast<SInt32>(conflicts.size()) == expect.number) {
         return std::nullopt;
     }
-    std::string reason =
-        "the number of conflicts is " + std::to_string(conflicts.size()) + ", not " + std::to_string(expect.number);
+    std::string reason = messageText("the number of conflicts is %1, not %2", {conflicts.size(), expect.number});
     for (const std::string& conflict : conflicts) {
         reason += "; " + conflict;
     }

@@ -3,6 +3,7 @@
 #include "host/script/actions.h"
 #include "host/script/text.h"
 #include "host/script/watchdog.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
@@ -61,7 +62,8 @@ void Runner::step() {
 
 void Runner::run(const Line& line) {
     const std::string place = options_.file + ":" + std::to_string(line.number) + ": ";
-    startWatchdog(options_.secondsWithoutProgress, place + "the script has come to a stop here", options_.failedStatus);
+    startWatchdog(options_.secondsWithoutProgress, place + messageText("the script has come to a stop here"),
+                  options_.failedStatus);
     if (const auto* answer = std::get_if<Answer>(&line.action)) {
         answers_.give(*answer);
         return;

@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "platform/files/plain_file.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
 
 #include <cerrno>
@@ -21,8 +22,8 @@ std::optional<Script> readScriptFile(const std::string& path, std::string* reaso
                            static_cast<std::size_t>(CFDataGetLength(data.get()))},
                           ownActions);
     for (const Error& fault : parsed.errors) {
-        printLine(stderr, readable(path) + ":" + std::to_string(fault.line) + ": column " +
-                              std::to_string(fault.column) + ": " + fault.reason);
+        printLine(stderr, readable(path) + ":" + std::to_string(fault.line) + ": " +
+                              messageText("column %1: %2", {fault.column, fault.reason}));
     }
     return parsed;
 }

@@ -1,5 +1,6 @@
 #include "host/script/script_parser.h"
 
+#include "platform/foundation/message.h"
 #include "platform/toolbox/Notices.h"
 
 #include <algorithm>
@@ -53,12 +54,12 @@ std::size_t readQuoted(std::string_view line, std::size_t at, std::string* text)
         ++at;
         const auto character = at < line.size() ? unescaped(line[at]) : std::nullopt;
         if (!character) {
-            throw SyntaxError{static_cast<int>(at), "a backslash stands only before \" \\ n t b"};
+            throw SyntaxError{static_cast<int>(at), messageText("a backslash stands only before %1", {"\" \\ n t b"})};
         }
         *text += *character;
     }
     if (at == line.size()) {
-        throw SyntaxError{column, "the quotation mark is never closed"};
+        throw SyntaxError{column, messageText("the quotation mark is never closed")};
     }
     return at + 1;
 }
@@ -114,7 +115,7 @@ public:
     const Word& word(const char* what) {
         if (!more()) {
             const Word& last = words_->back();
-            throw SyntaxError{last.column, std::string(what) + " is missing"};
+            throw SyntaxError{last.column, messageText("%1 is missing", {messageText(what)})};
         }
         return (*words_)[next_++];
     }
@@ -132,7 +133,8 @@ public:
                 return {*signature, *number};
             }
         }
-        throw SyntaxError{name.column, "a control is four characters, a colon and a number, or @ and a name"};
+        throw SyntaxError{name.column,
+                          messageText("a control is four characters, a colon and a number, or @ and a name")};
     }
 
     template <typename Number = SInt32>
@@ -141,7 +143,7 @@ public:
         if (const auto value = numberOf<Number>(text.text)) {
             return *value;
         }
-        throw SyntaxError{text.column, std::string(what) + " is a whole number"};
+        throw SyntaxError{text.column, messageText("%1 is a whole number", {messageText(what)})};
     }
 
     OSType code() {
@@ -149,7 +151,7 @@ public:
         if (const auto code = codeOf(text.text)) {
             return *code;
         }
-        throw SyntaxError{text.column, "a command is four characters; quote blanks: \"ok  \""};
+        throw SyntaxError{text.column, messageText("a command is four characters; quote blanks: %1", {"\"ok  \""})};
     }
 
     std::string text() { return word("a text").text; }
@@ -177,13 +179,13 @@ Action readAnswer(Arguments& arguments) {
     const Word& word = arguments.word("default, alternate or other");
     const auto row = std::ranges::find(kResponses, word.text, [](const auto& r) { return r.first; });
     if (row == kResponses.end()) {
-        throw SyntaxError{word.column, "an answer is default, alternate or other"};
+        throw SyntaxError{word.column, messageText("an answer is default, alternate or other")};
     }
     Answer answer{row->second, false};
     if (arguments.more()) {
         const Word& all = arguments.word("all");
         if (all.text != "all") {
-            throw SyntaxError{all.column, "only \"all\" may follow an answer"};
+            throw SyntaxError{all.column, messageText("only \"all\" may follow an answer")};
         }
         answer.all = true;
     }
@@ -223,7 +225,7 @@ Action readExpect(Arguments& arguments) {
     if (first == "no") {
         arguments = ahead;
         if (const Word& what = arguments.word("conflicts"); what.text != "conflicts") {
-            throw SyntaxError{what.column, "only \"conflicts\" may follow no"};
+            throw SyntaxError{what.column, messageText("only \"conflicts\" may follow no")};
         }
         return ExpectConflicts{0};
     }
@@ -231,7 +233,8 @@ Action readExpect(Arguments& arguments) {
     const Word& word = arguments.word("what is expected");
     const auto row = std::ranges::find(kAspects, word.text, &AspectRow::word);
     if (row == std::end(kAspects)) {
-        throw SyntaxError{word.column, "expected may be: value, text, enabled, disabled, hidden, visible, items, rows"};
+        throw SyntaxError{word.column, messageText("expected may be: %1",
+                                                   {"value, text, enabled, disabled, hidden, visible, items, rows"})};
     }
     expect.aspect = row->aspect;
     if (row->needs == Needs::number) {
@@ -245,7 +248,7 @@ Action readExpect(Arguments& arguments) {
 Action readShot(Arguments& arguments) {
     const Word& name = arguments.word("a name");
     if (name.text.empty() || name.text.front() == '.' || name.text.find('/') != std::string::npos) {
-        throw SyntaxError{name.column, "a shot's name is a plain file name"};
+        throw SyntaxError{name.column, messageText("a shot's name is a plain file name")};
     }
     return Shot{name.text};
 }
@@ -272,7 +275,7 @@ Action readType(Arguments& arguments) {
 Action readFile(Arguments& arguments) {
     const Word& path = arguments.word("a file");
     if (path.text.empty()) {
-        throw SyntaxError{path.column, "a file has a name"};
+        throw SyntaxError{path.column, messageText("a file has a name")};
     }
     return File{path.text};
 }
@@ -320,12 +323,12 @@ std::optional<Action> readLine(std::string_view line, std::span<const std::strin
     const auto row = std::ranges::find(kActions, first.text, &ActionRow::word);
     const bool isOwn = std::ranges::find(ownActions, first.text) != ownActions.end();
     if (row == std::end(kActions) && !isOwn) {
-        throw SyntaxError{first.column, "there is no such action"};
+        throw SyntaxError{first.column, messageText("there is no such action")};
     }
     Arguments arguments(words);
     Action action = isOwn ? Own{first.text, arguments.text()} : row->read(arguments);
     if (arguments.more()) {
-        throw SyntaxError{arguments.word("").column, "there is one word too many"};
+        throw SyntaxError{arguments.word("").column, messageText("there is one word too many")};
     }
     return action;
 }

@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "host/settings/ppd_choices.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/message.h"
 
 Result<CFRef<CFDictionaryRef>> readInstalledOptions(const std::vector<std::string>& options, const Printer& printer) {
     if (options.empty()) {
@@ -21,7 +22,8 @@ Result<CFRef<CFDictionaryRef>> readInstalledOptions(const std::vector<std::strin
         const std::string keyword = option.substr(0, equals);
         const std::string value = option.substr(equals + 1);
         if (!choices.offers(keyword, value)) {
-            return Failure{ExitStatus::usage, "--installed " + option + ": " + printer.name() + " does not offer this"};
+            return Failure{ExitStatus::usage,
+                           "--installed " + option + ": " + messageText("%1 does not offer this", {printer.name()})};
         }
         CFDictionarySetValue(installed.get(), cfString(keyword).get(), cfString(value).get());
     }

@@ -3,6 +3,7 @@
 #include "host/script/text.h"
 #include "host/settings/preset_content.h"
 #include "platform/files/folders.h"
+#include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <array>
@@ -104,6 +105,10 @@ fs::path freePath(const fs::path& folder, const std::string& name) {
 
 }  // namespace
 
+std::string KeptSettings::subject(const std::string& name) const {
+    return messageText(kind_, {quoted(name)});
+}
+
 KeptSettings::Names KeptSettings::list() const {
     Names found;
     for (const KeptFile& file : readFolder(folderPath(folder_, false))) {
@@ -125,10 +130,10 @@ Result<JobSettings> KeptSettings::read(const std::string& name) const {
     std::error_code ignored;
     if (const fs::path usual = folder / (fileStem(name) + kSuffix); fs::is_regular_file(usual, ignored)) {
         if (Result<JobSettings> settings = readSettingsFile(usual.string()); !settings) {
-            return Failure{ExitStatus::unusableInput, kind_ + (" " + quoted(name)) + ": " + settings.failure().line};
+            return Failure{ExitStatus::unusableInput, subject(name) + ": " + settings.failure().line};
         }
     }
-    return Failure{ExitStatus::unusableInput, kind_ + (" " + quoted(name)) + ": there is none of that name"};
+    return Failure{ExitStatus::unusableInput, subject(name) + ": " + messageText("there is none of that name")};
 }
 
 bool KeptSettings::contains(const std::string& name) const {
@@ -138,7 +143,7 @@ bool KeptSettings::contains(const std::string& name) const {
 std::optional<std::string> KeptSettings::write(const std::string& name, const JobSettings& settings) const {
     const fs::path folder = folderPath(folder_, true);
     if (folder.empty()) {
-        return kind_ + (" " + quoted(name)) + ": your configuration folder cannot be made";
+        return subject(name) + ": " + messageText("your configuration folder cannot be made");
     }
     const std::vector<KeptFile> files = filesNamed(folder, name);
     const fs::path path = files.empty() ? freePath(folder, name) : files.front().path;
@@ -148,11 +153,11 @@ std::optional<std::string> KeptSettings::write(const std::string& name, const Jo
 std::optional<std::string> KeptSettings::remove(const std::string& name) const {
     const std::vector<KeptFile> files = filesNamed(folderPath(folder_, false), name);
     if (files.empty()) {
-        return kind_ + (" " + quoted(name)) + ": there is none of that name";
+        return subject(name) + ": " + messageText("there is none of that name");
     }
     for (const KeptFile& file : files) {
         if (std::error_code error; !fs::remove(file.path, error) && error) {
-            return file.path.string() + ": " + error.message();
+            return file.path.string() + ": " + systemMessage(error.value());
         }
     }
     return std::nullopt;
@@ -174,11 +179,11 @@ std::optional<std::string> KeptSettings::rename(const std::string& name, const s
 }
 
 KeptSettings namedPresets() {
-    return {"presets", "preset", presetContent};
+    return {"presets", "preset %1", presetContent};
 }
 
 KeptSettings lastUsedSettings() {
-    return {"last-used", "last used settings of", lastUsedContent};
+    return {"last-used", "last used settings of %1", lastUsedContent};
 }
 
 std::string printerKey(const std::string& queue, const std::string& ppdPath) {

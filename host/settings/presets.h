@@ -44,8 +44,11 @@ private:
     KeptSettings(const char* folder, const char* kind, Content content)
         : folder_(folder), kind_(kind), content_(content) {}
 
+    /// What a message calls the settings of that name.
+    [[nodiscard]] std::string subject(const std::string& name) const;
+
     const char* folder_;  // its name
-    const char* kind_;    // what a message calls one
+    const char* kind_;    // the message that calls them by their name, %1
     Content content_;     // what is kept; nothing else is written, nor taken from a file
 };
 

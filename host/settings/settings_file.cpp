@@ -5,6 +5,7 @@
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFPropertyList.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMTicket.h"
 
 #include <array>
@@ -43,7 +44,7 @@ Result<JobSettings> readSettingsFile(const std::string& path, std::string* name)
         return unusable(path, utf8(reason));
     }
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
-        return unusable(path, "is no settings file: its top is not a dictionary");
+        return unusable(path, messageText("is no settings file: its top is not a dictionary"));
     }
     const auto* const tickets = static_cast<CFDictionaryRef>(root.get());
     JobSettings settings;
@@ -74,7 +75,7 @@ std::optional<std::string> writeSettingsFile(const JobSettings& settings, const 
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
     SInt32 error = 0;
     if (!CFURLWriteDataAndPropertiesToResource(fileURL(path).get(), data.get(), nullptr, &error)) {
-        return path + ": " + (error == EINVAL ? "is there and is not a file" : std::strerror(error));
+        return path + ": " + (error == EINVAL ? messageText("is there and is not a file") : systemMessage(error));
     }
     return std::nullopt;
 }

@@ -1,6 +1,7 @@
 #include "platform/drawing/picture_pixels.h"
 
 #include "platform/drawing/units.h"
+#include "platform/foundation/message.h"
 
 #include <QImageReader>
 #include <QPainter>
@@ -24,12 +25,12 @@ constexpr int kLargestSide = 2400;
 std::string fileFault(const std::string& path) {
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) {
-        return std::strerror(errno);
+        return systemMessage(errno);
     }
     if (!S_ISREG(status.st_mode)) {  // a pipe would wait for its writer
-        return "is not a file";
+        return messageText("is not a file");
     }
-    return status.st_size > kMostBytes ? "is larger than 256 MB" : "";
+    return status.st_size > kMostBytes ? messageText("is larger than %1 MB", {kMostBytes >> 20}) : std::string();
 }
 
 }  // namespace
@@ -43,12 +44,12 @@ std::optional<Picture> Picture::read(const std::string& path, PictureInk ink, st
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     if (!reader.canRead()) {
-        *reason = "is no picture: " + reader.errorString().toStdString();
+        *reason = messageText("is no picture: %1", {reader.errorString().toStdString()});
         return std::nullopt;
     }
     const QSize size = reader.size();
     if (qint64{size.width()} * size.height() > kMostPixels) {
-        *reason = "is too large: " + std::to_string(size.width()) + " by " + std::to_string(size.height()) + " pixels";
+        *reason = messageText("is too large: %1 by %2 pixels", {size.width(), size.height()});
         return std::nullopt;
     }
     if (std::max(size.width(), size.height()) > kLargestSide) {
@@ -56,7 +57,7 @@ std::optional<Picture> Picture::read(const std::string& path, PictureInk ink, st
     }
     const QImage image = reader.read();
     if (image.isNull()) {
-        *reason = "cannot be read: " + reader.errorString().toStdString();
+        *reason = messageText("cannot be read: %1", {reader.errorString().toStdString()});
         return std::nullopt;
     }
     QImage onWhite(image.size(), QImage::Format_RGB32);

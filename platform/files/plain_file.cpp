@@ -1,5 +1,7 @@
 #include "platform/files/plain_file.h"
 
+#include "platform/foundation/message.h"
+
 #include <array>
 #include <cerrno>
 #include <system_error>
@@ -61,7 +63,7 @@ CFRef<CFMutableDataRef> readPlainFile(const std::string& path, std::int64_t maxi
 
 std::string readFault(int error, std::int64_t maximum) {
     constexpr std::int64_t kMegabyte = std::int64_t{1024} * 1024;
-    return error == EINVAL  ? "is not a plain file"
-           : error == EFBIG ? "is larger than " + std::to_string(maximum / kMegabyte) + " MB"
-                            : std::generic_category().message(error);
+    return error == EINVAL  ? messageText("is not a plain file")
+           : error == EFBIG ? messageText("is larger than %1 MB", {maximum / kMegabyte})
+                            : systemMessage(error);
 }

@@ -1,6 +1,7 @@
 #include "platform/printing/cups_server.h"
 
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ppd_file.h"
@@ -203,25 +204,26 @@ FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
     const int file = fetched.value.ppd->descriptor();
     // The library writes on without a look whether it could: a file that cannot grow ends what never ends.
     if (ftruncate(file, kPPDMaximumBytes + 1) != 0 || fcntl(file, F_ADD_SEALS, F_SEAL_GROW) != 0) {
-        return {kPMUnusableDescription, "no memory for its PPD: " + systemReason(errno), {}};
+        return {kPMUnusableDescription, messageText("no memory for its PPD: %1", {systemMessage(errno)}), {}};
     }
     // Our own request instead of cupsGetPPD3, which for a shared queue turns to a further host with no time limit.
     const http_status_t status = cupsGetFd(server.get(), ("/printers/" + queue + ".ppd").c_str(), file);
     const off_t size = lseek(file, 0, SEEK_CUR);
     if (status != HTTP_STATUS_OK && status != HTTP_STATUS_ERROR && status != HTTP_STATUS_SERVICE_UNAVAILABLE &&
         status != HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED) {
-        return {kPMUnusableDescription, "the queue has no PPD (" + std::string(httpStatus(status)) + ")", {}};
+        return {kPMUnusableDescription, messageText("the queue has no PPD (%1)", {httpStatus(status)}), {}};
     }
     if (size > kPPDMaximumBytes) {
-        return {kPMUnusableDescription, "its PPD " + readFault(EFBIG, kPPDMaximumBytes), {}};
+        return {kPMUnusableDescription, messageText("its PPD %1", {readFault(EFBIG, kPPDMaximumBytes)}), {}};
     }
     const off_t announced = httpGetLength2(server.get());
     if (status != HTTP_STATUS_OK || httpGetState(server.get()) != HTTP_STATE_WAITING ||
         (announced > 0 && announced != size)) {
         return {kPMServerNotResponding, server.fault(), {}};
     }
-    return ftruncate(file, size) == 0 ? fetched
-                                      : FetchedQueue{kPMUnusableDescription, "its PPD: " + systemReason(errno), {}};
+    return ftruncate(file, size) == 0
+               ? fetched
+               : FetchedQueue{kPMUnusableDescription, messageText("its PPD: %1", {systemMessage(errno)}), {}};
 }
 
 /// What the server says of a queue when it is asked for the attributes.
@@ -235,7 +237,7 @@ ServerAnswer<IPPMessage> askAboutQueue(ServerConnection& server, const std::stri
         return {kPMServerNotResponding, server.fault(), {}};
     }
     if (cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
-        return {kPMNoSuchPrinter, "the print server has no such queue", {}};
+        return {kPMNoSuchPrinter, messageText("the print server has no such queue"), {}};
     }
     return {noErr, {}, std::move(answer)};
 }
@@ -244,7 +246,7 @@ FetchedQueue askForQueue(Conversation* conversation, const std::string& destinat
     const std::string queue = queueOf(destination);
     const SavedDestinations saved = SavedDestinations::read();
     if (destination != queue && !saved.knows(destination)) {
-        return {kPMNoSuchPrinter, "no options are saved under this name (lpoptions)", {}};
+        return {kPMNoSuchPrinter, messageText("no options are saved under this name (lpoptions)"), {}};
     }
     if (*conversation) {
         (*conversation)->allow(serverPatience().questionMilliseconds);
@@ -264,13 +266,13 @@ FetchedQueue askForQueue(Conversation* conversation, const std::string& destinat
     std::string reason;
     fetched.value.file = openPPDFile(path, &reason);
     if (!fetched.value.file) {
-        return {kPMUnusableDescription, "its PPD " + reason, {}};
+        return {kPMUnusableDescription, messageText("its PPD %1", {reason}), {}};
     }
     OptionList options = defaultsIn(answer.value.get());
     setOptions(&options, saved.optionsOf(destination));
     fetched.value.start = sortOptions(*fetched.value.file, path, options);
     if (const std::string& fault = fetched.value.start.settingsFault; !fault.empty()) {
-        return {kPMUnusableDescription, "the settings that are saved under this name " + fault, {}};
+        return {kPMUnusableDescription, messageText("the settings that are saved under this name %1", {fault}), {}};
     }
     return fetched;
 }

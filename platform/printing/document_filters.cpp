@@ -1,4 +1,5 @@
 // Documents of other kinds on their way to a PDF.
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/filter_route.h"
@@ -46,7 +47,7 @@ OSStatus run(std::span<const std::string> filters, const FilterJob& job, const s
     std::string reason;
     const OSStatus status = runFilters(filters, job, output, &reason);
     if (isInterrupted()) {
-        return failWith(kPMFilterFailed, name, "was stopped");
+        return failWith(kPMFilterFailed, name, messageText("was stopped"));
     }
     return status == noErr || reason.empty() ? status : failWith(status, name, reason);
 }

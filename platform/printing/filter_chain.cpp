@@ -2,6 +2,7 @@
 
 #include "platform/files/descriptor.h"
 #include "platform/files/temporary_files.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/last_error.h"
@@ -264,16 +265,19 @@ bool isCause(const Filter& filter) {
 
 std::string failureOf(const Filter& filter, const FilterJob& job) {
     if (filter.hadNoRoom) {
-        return filter.program + ": no room is left in " + temporaryFolder();
+        return filter.program + ": " + messageText("no room is left in %1", {temporaryFolder()});
     }
     if (!filter.messages.reason().empty()) {
         return filter.program + ": " + filter.messages.reason();
     }
     if (WIFSIGNALED(filter.status)) {
-        return filter.program + " was stopped by signal " + std::to_string(WTERMSIG(filter.status)) +
-               "; it read this document" + (job.ppdName.empty() ? "" : " and the PPD " + job.ppdName);
+        const int signal = WTERMSIG(filter.status);
+        return job.ppdName.empty()
+                   ? messageText("%1 was stopped by signal %2; it read this document", {filter.program, signal})
+                   : messageText("%1 was stopped by signal %2; it read this document and the PPD %3",
+                                 {filter.program, signal, job.ppdName});
     }
-    return filter.program + " ended with status " + std::to_string(WEXITSTATUS(filter.status));
+    return messageText("%1 ended with status %2", {filter.program, WEXITSTATUS(filter.status)});
 }
 
 /// Starts the filters, each reading what the one before writes; the last one's output is left in *input. 0, or the
@@ -312,7 +316,7 @@ OSStatus runFilters(std::span<const std::string> programs, const FilterJob& job,
                     std::string* reason) {
     const WorkFolder workFolder;
     if (workFolder.error() != 0) {
-        *reason = temporaryFolder() + ": " + systemReason(workFolder.error());
+        *reason = temporaryFolder() + ": " + systemMessage(workFolder.error());
         return kPMCannotWriteOutput;
     }
     std::vector<Filter> filters;
@@ -324,7 +328,7 @@ OSStatus runFilters(std::span<const std::string> programs, const FilterJob& job,
         }
     }
     if (error != 0) {
-        *reason = programs[filters.size()] + ": " + systemReason(error);
+        *reason = programs[filters.size()] + ": " + systemMessage(error);
         return kPMFilterFailed;
     }
     if (!isTaken) {

@@ -1,5 +1,6 @@
 #include "platform/printing/filter_route.h"
 
+#include "platform/foundation/message.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/option_list.h"
 
@@ -144,8 +145,9 @@ std::optional<FilterRoute> route(const std::vector<Conversion>& all, const std::
         const auto wanted = cheapest(all, from, size, to);
         const auto missing = wanted ? std::ranges::find_if_not(*wanted, isThere, &Conversion::program)
                                     : std::vector<Conversion>::const_iterator{};
-        *reason = wanted ? missing->program + ": this filter is not installed (" + filterProgram(missing->program) + ")"
-                         : "no filters are installed that make of " + from + " what the printer reads";
+        *reason = wanted ? missing->program + ": " +
+                               messageText("this filter is not installed (%1)", {filterProgram(missing->program)})
+                         : messageText("no filters are installed that make of %1 what the printer reads", {from});
         return std::nullopt;
     }
     FilterRoute made;
@@ -169,7 +171,7 @@ std::optional<FilterRoute> findRouteToPrinter(const std::string& contentType, st
     for (const std::string& line : printerFilters) {
         auto conversion = readConversion(line, std::string(kPrinter));
         if (!conversion) {
-            *reason = "has a line for a filter that says nothing: " + line;
+            *reason = messageText("has a line for a filter that says nothing: %1", {line});
             return std::nullopt;
         }
         if (conversion->to != kPrinter) {

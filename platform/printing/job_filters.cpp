@@ -1,5 +1,6 @@
 // A job's way through the filters.
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/filter_route.h"
 #include "platform/printing/interruption.h"
@@ -59,7 +60,7 @@ std::string takeLongChoices(const Job& job, OptionList* options) {
 
 /// What a message calls the printer's PPD.
 std::string ppdName(const OpaquePMPrinter& printer) {
-    return printer.queue.empty() ? printer.ppdPath : "the PPD of " + printer.queue;
+    return printer.queue.empty() ? printer.ppdPath : messageText("the PPD of %1", {printer.queue});
 }
 
 /// The printer's PPD as the job's filters get it: with further lines, of which the last default holds. It is kept in
@@ -106,7 +107,7 @@ OSStatus copyFile(const FilterFile& file, ByteSink& output) {
             return kPMCannotWriteOutput;
         }
     }
-    return input.eof() ? noErr : failWith(kPMFilterFailed, file.path, "cannot be read to its end");
+    return input.eof() ? noErr : failWith(kPMFilterFailed, file.path, messageText("cannot be read to its end"));
 }
 
 /// Runs some of a route's filters on a file. On failure the last error has the reason, but for `output`.
@@ -115,7 +116,7 @@ OSStatus runSome(std::span<const std::string> filters, const Job& job, const Fil
     clearLastError();
     const OSStatus status = runFilters(filters, filterJob, output, &reason);
     if (isInterrupted()) {
-        return failWith(kPMFilterFailed, job.document, "was stopped");
+        return failWith(kPMFilterFailed, job.document, messageText("was stopped"));
     }
     return status == noErr || reason.empty() ? status : failWith(status, job.document, reason);
 }
@@ -161,9 +162,9 @@ OSStatus filterToPostScript(const Job& job, const FilterJob& filterJob, ByteSink
     JobCounter counter(output);
     const OSStatus status = runRoute(*route, job, filterJob, counter);
     return status == noErr && counter.pages() < job.pageCount
-               ? failWith(kPMFilterFailed, job.document,
-                          route->filters.back() + " wrote " + std::to_string(counter.pages()) + " of " +
-                              std::to_string(job.pageCount) + " pages")
+               ? failWith(
+                     kPMFilterFailed, job.document,
+                     messageText("%1 wrote %2 of %3 pages", {route->filters.back(), counter.pages(), job.pageCount}))
                : status;
 }
 
@@ -202,7 +203,7 @@ OSStatus filterJob(const Job& job, Filtering filter, ByteSink& output) {
                                     {{}, job.file}},
                                    counter);
     return status == noErr && counter.bytes() == 0
-               ? failWith(kPMFilterFailed, job.document, "the filters wrote nothing")
+               ? failWith(kPMFilterFailed, job.document, messageText("the filters wrote nothing"))
                : status;
 }
 
@@ -234,7 +235,7 @@ OSStatus PMWritePostScript(int pages, CFURLRef document, CFStringRef resolution,
     const std::string filter = "pdftops";
     const OSStatus status = runFilters({&filter, 1}, job, *output, &reason);
     if (isInterrupted()) {
-        return failWith(kPMFilterFailed, name, "was stopped");
+        return failWith(kPMFilterFailed, name, messageText("was stopped"));
     }
     return status == noErr || reason.empty() ? status : failWith(status, name, reason);
 }

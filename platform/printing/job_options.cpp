@@ -3,6 +3,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/secret_options.h"
@@ -53,10 +54,10 @@ OSStatus addPPDPairs(CFDictionaryRef pairs, OptionList* options) {
         std::string name = utf8Text(static_cast<CFStringRef>(keys[i]));
         std::string value = utf8Text(static_cast<CFStringRef>(values[i]));
         if (name.empty() || !std::ranges::all_of(name, isKeywordCharacter)) {
-            return failWith(paramErr, name, "is not the name of a printer option");
+            return failWith(paramErr, name, messageText("is not the name of a printer option"));
         }
         if (std::ranges::any_of(value, isControl)) {
-            return failWith(paramErr, name, "the option's value has control characters");
+            return failWith(paramErr, name, messageText("the option's value has control characters"));
         }
         options->emplace_back(std::move(name), std::move(value));
     }
@@ -98,7 +99,7 @@ OSStatus takeSecrets(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* 
         const auto secret = typedValue(value);
         if (!secret || option == nullptr || !option->findChoice("Custom") || !(isPasscode || isPlain(*secret))) {
             return failWith(paramErr, name,
-                            "the printer does not take what stands there, and would print the job openly");
+                            messageText("the printer does not take what stands there, and would print the job openly"));
         }
         if (!isPasscode) {
             request->secrets.emplace_back(name, *secret);
@@ -111,10 +112,11 @@ OSStatus takeSecrets(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* 
         return noErr;
     }
     if (!isPasscode(*request->passcode)) {
-        return failWith(paramErr, "secure print", "a passcode has 4 to 10 digits");
+        return failWith(paramErr, messageText("secure print"), messageText("a passcode has 4 to 10 digits"));
     }
     if (ppd.passcodeKeyword.empty()) {
-        return failWith(paramErr, "secure print", "the printer cannot hold a job for a passcode");
+        return failWith(paramErr, messageText("secure print"),
+                        messageText("the printer cannot hold a job for a passcode"));
     }
     request->secrets.emplace_back(ppd.passcodeKeyword, *request->passcode);
     return noErr;
@@ -125,7 +127,7 @@ OSStatus checkCommands(const OptionList& choices, const PPDFile& ppd) {
     for (const auto& [name, value] : choices) {
         const PPDOption* const option = ppd.findOption(name);
         if (option != nullptr && option->isCommand && option->hasTextCustom && value.find('"') != std::string::npos) {
-            return failWith(paramErr, name, "a printer command cannot hold quotation marks");
+            return failWith(paramErr, name, messageText("a printer command cannot hold quotation marks"));
         }
     }
     return noErr;
@@ -145,7 +147,7 @@ bool isPageRange(const std::string& text) {
 OSStatus readJobRequest(PMTicketRef printSettings, const PPDFile& ppd, JobRequest* request) {
     CFMutableDictionaryRef pairs = nullptr;
     if (PMTicketGetPPDDict(printSettings, kPMTopLevel, &pairs) != noErr) {
-        return failWith(kPMInvalidTicket, "print job", "its settings are missing");
+        return failWith(kPMInvalidTicket, messageText("print job"), messageText("its settings are missing"));
     }
 
     request->title = string(printSettings, kPMJobNameKey);
@@ -154,7 +156,8 @@ OSStatus readJobRequest(PMTicketRef printSettings, const PPDFile& ppd, JobReques
 
     request->copies = number(printSettings, kPMCopiesKey).value_or(1);
     if (!isNumberOfCopies(request->copies)) {
-        return failWith(paramErr, std::to_string(request->copies), "the number of copies must be 1 to 9999");
+        return failWith(paramErr, std::to_string(request->copies),
+                        messageText("the number of copies must be %1 to %2", {1, kMostCopies}));
     }
 
     if (const OSStatus status = addPPDPairs(pairs, &request->choices); status != noErr) {
@@ -170,7 +173,8 @@ OSStatus readJobRequest(PMTicketRef printSettings, const PPDFile& ppd, JobReques
     request->holdUntil = string(printSettings, kPMJobHoldUntilTimeKey);
 
     const std::string range = string(printSettings, kPMPageRangeKey);
-    return range.empty() || isPageRange(range) ? noErr : failWith(paramErr, range, "is not a range of pages");
+    return range.empty() || isPageRange(range) ? noErr
+                                               : failWith(paramErr, range, messageText("is not a range of pages"));
 }
 
 OptionList orientationOptions(PMTicketRef pageFormat) {

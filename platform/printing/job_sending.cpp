@@ -1,5 +1,6 @@
 #include "platform/printing/job_sending.h"
 
+#include "platform/foundation/message.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/server_connection.h"
@@ -91,7 +92,7 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(document.file, error);
     if (!file || error) {
-        return Fault{document.title + ": " + (error ? error.message() : systemReason(errno)), false};
+        return Fault{document.title + ": " + (systemMessage(error ? error.value() : errno)), false};
     }
     const ServerPatience& patience = serverPatience();
     server.allow(patience.stepMilliseconds);
@@ -110,7 +111,7 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
         status = cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
     }
     if (status == HTTP_STATUS_CONTINUE && sent < size) {
-        return Fault{document.title + ": cannot be read to its end", false};
+        return Fault{document.title + ": " + messageText("cannot be read to its end"), false};
     }
     if (status == HTTP_STATUS_ERROR && !server.isOverdue()) {
         // Who refuses a document in its middle says why and closes; what it said can still be read.
@@ -121,8 +122,10 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
         return faultOf(server, status);
     }
     if (sent < size && !ServerConnection::wasRefused()) {
-        return Fault{ServerConnection::name() + (server.isOverdue() ? " takes the document too slowly"
-                                                                    : " went away before it had the whole job"),
+        return Fault{server.isOverdue() ? messageText("the print server %1 takes the document too slowly",
+                                                      {ServerConnection::address()})
+                                        : messageText("the print server %1 went away before it had the whole job",
+                                                      {ServerConnection::address()}),
                      false};
     }
     server.allow(patience.stepMilliseconds);
@@ -208,9 +211,9 @@ std::optional<int> sendToQueue(const std::string& queue, const SentDocument& doc
     }
     *reason = fault->reason;
     if (!forgetJob(queue, job) && fault->isOpen) {
-        reason->append("; it does not say whether it has all of ")
-            .append(jobName(queue, job))
-            .append(": look at the queue before you print it again");
+        *reason =
+            messageText("%1; it does not say whether it has all of %2: look at the queue before you print it again",
+                        {*reason, jobName(queue, job)});
     }
     return std::nullopt;
 }

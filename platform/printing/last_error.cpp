@@ -25,10 +25,6 @@ OSStatus failWith(OSStatus status, std::string_view subject, std::string_view re
     return status;
 }
 
-std::string systemReason(int error) {
-    return std::generic_category().message(error);
-}
-
 CFStringRef PMGetLastErrorText() {
     return lastError().get();
 }

@@ -11,6 +11,3 @@ void clearLastError();
 
 /// Keeps that line and returns the status.
 OSStatus failWith(OSStatus status, std::string_view subject, std::string_view reason);
-
-/// The system's text for an error number (errno.h).
-std::string systemReason(int error);

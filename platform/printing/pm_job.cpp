@@ -1,5 +1,6 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/files/pending_file.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/job_sending.h"
@@ -22,7 +23,8 @@ std::string documentName(const std::string& path) {
 OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages* pages, Job* job) {
     struct stat status {};
     if (printer == nullptr || pages == nullptr || fstat(pages->file, &status) != 0 || !S_ISREG(status.st_mode)) {
-        return failWith(paramErr, "print job", printer == nullptr ? "no printer" : "no pages");
+        return failWith(paramErr, messageText("print job"),
+                        printer == nullptr ? messageText("no printer") : messageText("no pages"));
     }
     *job = {printer,
             pages->file,
@@ -32,7 +34,8 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages*
             {}};
     const OSStatus read = readJobRequest(printSettings, printer->ppd, &job->request);
     if (read == noErr && !job->request.secrets.empty() && !readsPostScript(*printer)) {
-        return failWith(paramErr, "secure print", "the printer's own filter makes its jobs, and it takes no passcode");
+        return failWith(paramErr, messageText("secure print"),
+                        messageText("the printer's own filter makes its jobs, and it takes no passcode"));
     }
     if (job->request.title.empty()) {
         job->request.title = documentName(job->document);
@@ -40,6 +43,7 @@ OSStatus makeJob(PMPrinter printer, PMTicketRef printSettings, const PMJobPages*
     return read;
 }
 
+/// The server's own words stand in brackets.
 std::string inBrackets(const std::string& message) {
     return message.empty() ? message : " (" + message + ")";
 }
@@ -96,7 +100,7 @@ OSStatus sendPages(const Job& job, SInt32* jobID) {
 OSStatus checkQueue(const OpaquePMPrinter& printer, QueueState* state) {
     const std::string name = utf8Text(printer.name.get());
     if (printer.queue.empty()) {
-        return failWith(kPMNoSuchPrinter, name, "has no queue to print to");
+        return failWith(kPMNoSuchPrinter, name, messageText("has no queue to print to"));
     }
     ServerAnswer<QueueState> answer = examineQueue(printer.queue, printer.ppdCopy);
     if (answer.status != noErr) {
@@ -104,10 +108,11 @@ OSStatus checkQueue(const OpaquePMPrinter& printer, QueueState* state) {
     }
     *state = std::move(answer.value);
     if (!state->takesJobs) {
-        return failWith(kPMJobNotTaken, name, "the queue takes no jobs" + inBrackets(state->message));
+        return failWith(kPMJobNotTaken, name, messageText("the queue takes no jobs") + inBrackets(state->message));
     }
     if (!state->isOfSamePPD) {
-        return failWith(kPMPrinterChanged, name, "the print server has changed the printer's settings meanwhile");
+        return failWith(kPMPrinterChanged, name,
+                        messageText("the print server has changed the printer's settings meanwhile"));
     }
     return noErr;
 }
@@ -140,7 +145,7 @@ OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, co
     }
     const std::string path = filePath(destination);
     if (path.empty()) {
-        return failWith(paramErr, "print job", "no file to write to");
+        return failWith(paramErr, messageText("print job"), messageText("no file to write to"));
     }
     PendingFile output(path);
     OSStatus status = output.error() == 0 ? writePrinterJob(job, output) : kPMCannotWriteOutput;
@@ -148,7 +153,8 @@ OSStatus PMPrinterWriteJobToURL(PMPrinter printer, PMTicketRef printSettings, co
         status = kPMCannotWriteOutput;
     }
     if (output.error() != 0) {
-        failWith(status, path, output.error() == EINVAL ? "is there and is not a file" : systemReason(output.error()));
+        failWith(status, path,
+                 output.error() == EINVAL ? messageText("is there and is not a file") : systemMessage(output.error()));
     }
     return status;
 }
@@ -172,7 +178,8 @@ OSStatus PMPrinterSendJob(PMPrinter printer, PMTicketRef printSettings, const PM
     const bool isReady = !job.request.secrets.empty() || (lacksFilter && readsPostScript(*printer));
     status = isReady ? sendReady(job, jobID) : sendPages(job, jobID);
     if (status == noErr && obstacle != nullptr) {
-        *obstacle = state.prints ? nullptr : makeString("the queue is stopped" + inBrackets(state.message)).leak();
+        *obstacle =
+            state.prints ? nullptr : makeString(messageText("the queue is stopped") + inBrackets(state.message)).leak();
     }
     return status;
 }

@@ -1,3 +1,4 @@
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 
 #include "platform/foundation/CFCollections.h"
@@ -43,7 +44,7 @@ OSStatus PMPrinterCreateFromPPDFile(CFURLRef ppd, PMPrinter* printer) {
     clearLastError();
     const std::string path = filePath(ppd);
     if (printer == nullptr || path.empty()) {
-        return failWith(paramErr, "PPD", "no file is named");
+        return failWith(paramErr, "PPD", messageText("no file is named"));
     }
     std::string reason;
     auto read = openPPDFile(path, &reason);
@@ -61,7 +62,7 @@ OSStatus PMPrinterCreateFromPrinterID(CFStringRef destination, PMPrinter* printe
         return failWith(paramErr, name, "no place for the printer");
     }
     if (!isDestinationName(name)) {
-        return failWith(kPMNoSuchPrinter, name, "is not the name of a queue");
+        return failWith(kPMNoSuchPrinter, name, messageText("is not the name of a queue"));
     }
     const ServerAnswer<QueueDescription> answer = fetchQueue(name);
     if (answer.status != noErr) {

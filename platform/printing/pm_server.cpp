@@ -1,6 +1,7 @@
 // The print server's queues, by name.
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/last_error.h"
@@ -19,14 +20,14 @@ void PMServerAskAhead(CFStringRef printerID, UInt32 timeoutMilliseconds) {
 OSStatus PMServerCopyDefaultPrinterID(UInt32 timeoutMilliseconds, CFStringRef* printerID) {
     clearLastError();
     if (printerID == nullptr) {
-        return failWith(paramErr, "default printer", "no place for its name");
+        return failWith(paramErr, messageText("default printer"), "no place for its name");
     }
     const ServerAnswer<std::string> answer = findDefaultQueue(static_cast<int>(timeoutMilliseconds));
     if (answer.status != noErr) {
-        return failWith(answer.status, "default printer", answer.reason);
+        return failWith(answer.status, messageText("default printer"), answer.reason);
     }
     if (answer.value.empty()) {
-        return failWith(kPMNoDefaultPrinter, "default printer", "there is none");
+        return failWith(kPMNoDefaultPrinter, messageText("default printer"), messageText("there is none"));
     }
     *printerID = makeString(answer.value).leak();
     return noErr;

@@ -1,4 +1,5 @@
 // What people call a printer's settings.
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 
 #include "platform/printing/custom_size.h"
@@ -44,7 +45,7 @@ OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, 
     const PPDOption* const found = printer->ppd.findOption(keyword);
     const auto foundTitle = found == nullptr ? std::nullopt : titleOf(*found, utf8Text(option));
     if (!foundTitle) {
-        return failWith(kPMKeyNotFound, keyword, "the printer does not offer this");
+        return failWith(kPMKeyNotFound, keyword, messageText("the printer does not offer this"));
     }
     *title = makeString(found->title).leak();
     *optionTitle = makeString(*foundTitle).leak();

@@ -1,6 +1,7 @@
 #include "platform/printing/ppd_file.h"
 
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/foundation/user_languages.h"
 #include "platform/printing/CompiledPPD.h"
 
@@ -40,19 +41,20 @@ Descriptor openPPD(const std::string& path, std::string* reason) {
         *reason = readFault(errno, kPPDMaximumBytes);
     } else if (pread(file.get(), magic, sizeof magic, 0) == sizeof magic && magic[0] == 0x1F && magic[1] == 0x8B) {
         // The library would unpack it without a limit.
-        *reason = "is compressed; unpack it first";
+        *reason = messageText("is compressed; unpack it first");
         file = Descriptor();
     }
     return file;
 }
 
-/// What every PPD has, and filters crash or print nothing without; null for a PPD that has it.
-const char* whatIsMissing(ppd_file_t* ppd) {
+/// What every PPD has, and filters crash or print nothing without; empty for a PPD that has it.
+std::string whatIsMissing(ppd_file_t* ppd) {
     if (ppd->product == nullptr) {
-        return "it has no Product";
+        return messageText("it has no Product");
     }
     const ppd_size_t* const size = ppdPageSize(ppd, nullptr);
-    return size != nullptr && (size->width <= 0 || size->length <= 0) ? "its default paper has no size" : nullptr;
+    return size != nullptr && (size->width <= 0 || size->length <= 0) ? messageText("its default paper has no size")
+                                                                      : std::string();
 }
 
 /// The PPD with its defaults marked; null with the reason.
@@ -65,12 +67,12 @@ OpenedPPD openMarked(const std::string& path, std::string* reason) {
     if (!ppd) {
         int line = 0;
         const ppd_status_t error = ppdLastError(&line);
-        *reason = "is not a usable PPD: " + textOf(ppdErrorString(error)) + ", line " + std::to_string(line);
+        *reason = messageText("is not a usable PPD: %1, line %2", {textOf(ppdErrorString(error)), line});
         return nullptr;
     }
     ppdMarkDefaults(ppd.get());
-    if (const char* const missing = whatIsMissing(ppd.get())) {
-        *reason = std::string("is not a usable PPD: ") + missing;
+    if (const std::string missing = whatIsMissing(ppd.get()); !missing.empty()) {
+        *reason = messageText("is not a usable PPD: %1", {missing});
         return nullptr;
     }
     return ppd;

@@ -1,6 +1,7 @@
 #include "platform/printing/private_file.h"
 
 #include "platform/files/temporary_files.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 
@@ -47,7 +48,7 @@ bool PrivateFile::write(std::string_view bytes) {
 
 bool isKept(const PrivateFile& file) {
     if (file.error() != 0) {
-        failWith(kPMCannotWriteOutput, temporaryFolder(), systemReason(file.error()));
+        failWith(kPMCannotWriteOutput, temporaryFolder(), systemMessage(file.error()));
     }
     return file.error() == 0;
 }

@@ -1,4 +1,5 @@
 // Settings that become the user's own defaults of a queue.
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
@@ -81,7 +82,7 @@ OSStatus PMPrinterSaveDefaultSettings(PMPrinter printer, PMTicketRef printSettin
     clearLastError();
     if (printer == nullptr || printer->queue.empty()) {
         return failWith(kPMNoSuchPrinter, printer == nullptr ? "printer" : utf8Text(printer->name.get()),
-                        "only a queue has defaults of its own");
+                        messageText("only a queue has defaults of its own"));
     }
     JobRequest request;
     if (const OSStatus status = readJobRequest(printSettings, printer->ppd, &request); status != noErr) {

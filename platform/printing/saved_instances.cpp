@@ -1,5 +1,6 @@
 // Instances of queues, which users keep for all their programs, with settings that no option stands for.
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/job_options.h"
@@ -65,11 +66,11 @@ std::string nameIn(const CFRef<CFDictionaryRef>& settings) {
 
 OSStatus checkLength(const std::string& destination, const OptionList& options) {
     const std::size_t length = lengthOfLine(destination, options);
-    return length <= kMostOfOptionsLine ? noErr
-                                        : failWith(paramErr, destination,
-                                                   "the settings take " + std::to_string(length) +
-                                                       " characters, and other programs read no more than " +
-                                                       std::to_string(kMostOfOptionsLine));
+    return length <= kMostOfOptionsLine
+               ? noErr
+               : failWith(paramErr, destination,
+                          messageText("the settings take %1 characters, and other programs read no more than %2",
+                                      {length, kMostOfOptionsLine}));
 }
 
 std::vector<SavedDestination> usersDestinations() {
@@ -102,7 +103,7 @@ OSStatus PMPrinterSaveInstance(PMPrinter printer, CFStringRef instance, PMTicket
     clearLastError();
     if (printer == nullptr || printer->queue.empty()) {
         return failWith(kPMNoSuchPrinter, printer == nullptr ? "printer" : utf8Text(printer->name.get()),
-                        "only a queue can be saved for other programs");
+                        messageText("only a queue can be saved for other programs"));
     }
     const std::string destination = printer->queue + "/" + utf8Text(instance);
     JobRequest request;
@@ -114,15 +115,16 @@ OSStatus PMPrinterSaveInstance(PMPrinter printer, CFStringRef instance, PMTicket
         std::string reason;
         const auto packed = packSettings(settings, &reason);
         if (!packed) {
-            return failWith(paramErr, destination, "the settings " + reason);
+            return failWith(paramErr, destination, messageText("the settings %1", {reason}));
         }
         const ServerAnswer<QueueState> state = examineQueue(printer->queue, printer->ppdCopy);
         if (state.status != noErr) {
             return failWith(state.status, printer->queue, state.reason);
         }
         if (!state.value.hasSettingsFilter) {
-            return failWith(kPMCannotWriteOutput, printer->queue,
-                            "its print server has no filter that other programs could print such settings with");
+            return failWith(
+                kPMCannotWriteOutput, printer->queue,
+                messageText("its print server has no filter that other programs could print such settings with"));
         }
         setOption(&options, kSettingsOption, *packed);
     }
@@ -163,7 +165,7 @@ OSStatus PMRenameInstance(CFStringRef instanceID, CFStringRef newInstanceID, CFS
         std::ranges::find_if(saved, [&](const SavedDestination& each) { return isSameOption(each.name, destination); });
     const auto settings = old == saved.end() ? CFRef<CFDictionaryRef>() : settingsIn(old->options);
     if (!settings) {
-        return failWith(kPMNoSuchPrinter, destination, "no settings are saved under this name");
+        return failWith(kPMNoSuchPrinter, destination, messageText("no settings are saved under this name"));
     }
     const auto renamed =
         CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(nullptr, 0, settings.get()));
@@ -171,7 +173,7 @@ OSStatus PMRenameInstance(CFStringRef instanceID, CFStringRef newInstanceID, CFS
     std::string reason;
     const auto packed = packSettings(renamed.get(), &reason);
     if (!packed) {
-        return failWith(paramErr, destination, "the settings " + reason);
+        return failWith(paramErr, destination, messageText("the settings %1", {reason}));
     }
     OptionList options = old->options;
     setOption(&options, kSettingsOption, *packed);

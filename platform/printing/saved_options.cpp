@@ -2,6 +2,7 @@
 
 #include "platform/files/pending_file.h"
 #include "platform/files/plain_file.h"
+#include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 
@@ -90,7 +91,7 @@ OSStatus changeUserOptions(const std::string& destination,
     namespace fs = std::filesystem;
     const fs::path path = userOptionsPath();
     if (path.empty()) {
-        return failWith(kPMCannotWriteOutput, destination, "you have no home folder to keep them in");
+        return failWith(kPMCannotWriteOutput, destination, messageText("you have no home folder to keep them in"));
     }
     const auto text = readOptionsFile(path.string());
     if (!text) {
@@ -103,7 +104,7 @@ OSStatus changeUserOptions(const std::string& destination,
     PendingFile file(path.string());
     return file.write(change(*text)) && file.commit()
                ? noErr
-               : failWith(kPMCannotWriteOutput, path.string(), systemReason(file.error()));
+               : failWith(kPMCannotWriteOutput, path.string(), systemMessage(file.error()));
 }
 
 std::string userOptionsPath() {

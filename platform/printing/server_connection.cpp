@@ -1,5 +1,6 @@
 #include "platform/printing/server_connection.h"
 
+#include "platform/foundation/message.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/server_login.h"
 
@@ -115,11 +116,18 @@ std::string ServerConnection::fault() const {
     switch (cupsLastError()) {
         case IPP_STATUS_ERROR_NOT_AUTHENTICATED:
         case IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED:
-            return name() + (timesAsked_ > 1 ? " does not accept the user name and password"
-                                             : " wants a user name and a password, and was given none");
+            return timesAsked_ > 1
+                       ? messageText("the print server %1 does not accept the user name and password", {address()})
+                       : messageText("the print server %1 wants a user name and a password, and was given none",
+                                     {address()});
         default:
-            return wasRefused() ? name() + ": " + cupsLastErrorString() : name() + " broke the connection off";
+            return wasRefused() ? messageText("the print server %1: %2", {address(), cupsLastErrorString()})
+                                : messageText("the print server %1 broke the connection off", {address()});
     }
+}
+
+std::string ServerConnection::silence() {
+    return messageText("the print server %1 does not answer", {address()});
 }
 
 std::string ServerConnection::address() {

@@ -52,10 +52,8 @@ public:
 
     /// The server's host name or socket, with its port where that is not the usual one.
     static std::string address();
-    /// "the print server ADDRESS"
-    static std::string name() { return "the print server " + address(); }
     /// "the print server ADDRESS does not answer"
-    static std::string silence() { return name() + " does not answer"; }
+    static std::string silence();
 
 private:
     static const char* givePassword(const char* prompt, http_t* http, const char* method, const char* resource,

@@ -1,6 +1,7 @@
 #include "platform/printing/settings_option.h"
 
 #include "platform/foundation/CFPropertyList.h"
+#include "platform/foundation/message.h"
 
 #include <QByteArray>
 
@@ -54,21 +55,21 @@ bool isVersion(std::string_view text) {
 std::optional<std::string> packSettings(CFDictionaryRef settings, std::string* reason) {
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, settings));
     if (!data) {
-        *reason = "have something that cannot be written";
+        *reason = messageText("have something that cannot be written");
         return std::nullopt;
     }
     uLongf size = compressBound(static_cast<uLong>(CFDataGetLength(data.get())));
     QByteArray packed(static_cast<qsizetype>(size), '\0');
     if (compress2(reinterpret_cast<Bytef*>(packed.data()), &size, CFDataGetBytePtr(data.get()),
                   static_cast<uLong>(CFDataGetLength(data.get())), Z_BEST_COMPRESSION) != Z_OK) {
-        *reason = "cannot be compressed";
+        *reason = messageText("cannot be compressed");
         return std::nullopt;
     }
     packed.truncate(static_cast<qsizetype>(size));
     std::string text = std::string(kVersion) + packed.toBase64(kAlphabet).toStdString();
     if (text.size() > kMostSettingsText || CFDataGetLength(data.get()) > static_cast<CFIndex>(kMostSettingsBytes)) {
-        *reason = "take " + std::to_string(text.size()) + " characters, and the print server takes no more than " +
-                  std::to_string(kMostSettingsText);
+        *reason = messageText("take %1 characters, and the print server takes no more than %2",
+                              {text.size(), kMostSettingsText});
         return std::nullopt;
     }
     return text;
@@ -76,11 +77,12 @@ std::optional<std::string> packSettings(CFDictionaryRef settings, std::string* r
 
 CFRef<CFDictionaryRef> unpackSettings(std::string_view text, std::string* reason) {
     if (text.size() > kMostSettingsText) {
-        *reason = "are too long";
+        *reason = messageText("are too long");
         return {};
     }
     if (!text.starts_with(kVersion)) {
-        *reason = isVersion(text) ? "were made by a newer version of this program" : "are damaged";
+        *reason =
+            isVersion(text) ? messageText("were made by a newer version of this program") : messageText("are damaged");
         return {};
     }
     text.remove_prefix(kVersion.size());
@@ -91,7 +93,7 @@ CFRef<CFDictionaryRef> unpackSettings(std::string_view text, std::string* reason
                                                                                      kCFPropertyListImmutable, nullptr))
                            : CFRef<CFTypeRef>();
     if (!root || CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
-        *reason = "are damaged";
+        *reason = messageText("are damaged");
         return {};
     }
     return CFRef<CFDictionaryRef>::retain(static_cast<CFDictionaryRef>(root.get()));

@@ -14,6 +14,7 @@
 #include <QImage>
 #include <QRegularExpression>
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -23,6 +24,7 @@ struct Served {
     const char* nibFolder;  // path in the sources
     QStringList sources;
     bool hasDeviceProfile = false;
+    QStringList messageSources = {};  // whose messages are in its table
 
     QString resources() const { return QString::fromStdString(stagePath(std::string(bundle) + "/Contents/Resources")); }
     /// As Designer has them: what is served is compiled.
@@ -43,7 +45,11 @@ const Served kPlugIn{"plugins/TavroFeatures.plugin",
 const Served kEditor{"plugins/TavroFeatures.plugin/Contents/PlugIns/WatermarkEditor.bundle",
                      "resources/watermark_editor",
                      {QStringLiteral("watermark/editor")}};
-const Served kHost{"TavroPrint.bundle", "resources/host/nibs", {QStringLiteral("host")}};
+const Served kHost{"TavroPrint.bundle",
+                   "resources/host/nibs",
+                   {QStringLiteral("host")},
+                   false,
+                   {QStringLiteral("host"), QStringLiteral("driver"), QStringLiteral("platform")}};
 
 std::string Listed(const QSet<QString>& names) {
     QStringList sorted = names.values();
@@ -67,6 +73,16 @@ QSet<QString> InEachColor(const QSet<QString>& names) {
     return files;
 }
 
+/// What the system says of its errors.
+QSet<QString> SystemMessages() {
+    QSet<QString> messages;
+    for (int error = 1; error < 200; ++error) {
+        const char* const text = strerrordesc_np(error);
+        messages.insert(text == nullptr ? QString() : QString::fromUtf8(text));
+    }
+    return messages;
+}
+
 class Resources : public testing::TestWithParam<Served> {};
 INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost, kEditor), [](const auto& served) {
     return served.index == 0 ? "PlugIn" : served.index == 1 ? "Host" : "WatermarkEditor";
@@ -74,8 +90,12 @@ INSTANTIATE_TEST_SUITE_P(Bundles, Resources, testing::Values(kPlugIn, kHost, kEd
 
 TEST_P(Resources, TextsAreThoseAskedFor) {
     // A key may reach its look-up by way of a constant or a function, so a key is in use when a source names it at all.
-    const QSet<QString> named = LiteralsInSources(GetParam().sources);
+    QSet<QString> named = LiteralsInSources(GetParam().sources);
     KeysByTable asked = TextKeysInSources(GetParam().sources);
+    if (!GetParam().messageSources.isEmpty()) {
+        asked[QStringLiteral("Messages")] = MessagesInSources(GetParam().messageSources);
+        named += LiteralsInSources(GetParam().messageSources) + SystemMessages();
+    }
     asked[QStringLiteral("Localizable")] += GetParam().hasDeviceProfile ? InDeviceProfile("Name") : QSet<QString>();
     for (const NibWindow& window : NibWindowsBelow(GetParam().nibs())) {
         asked[window.nib] += window.texts;
@@ -101,6 +121,38 @@ TEST_P(Resources, TextsAreThoseAskedFor) {
         }
         EXPECT_EQ(Listed(tables), "") << "tables that nobody asks for in " << language.toStdString();
     }
+}
+
+/// The lines of a file beside this one that are no comments.
+QSet<QString> LinesOf(const char* name) {
+    QFile file(QString::fromStdString(sourcePath(std::string("tests/resources/") + name)));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    lines.removeIf([](const QString& line) { return line.startsWith(QLatin1Char('#')); });
+    return {lines.begin(), lines.end()};
+}
+
+// A sentence that nobody can translate stands in the code, and not in a table.
+TEST(HostResources, SentencesAreKeysOfTables) {
+    QSet<QString> keys = LinesOf("not_for_people.txt");
+    const QDir english(kHost.resources() + QStringLiteral("/en.lproj"));
+    for (const QFileInfo& file : english.entryInfoList({QStringLiteral("*.strings")}, QDir::Files)) {
+        const QMap<QString, QString> rows = kHost.table(QStringLiteral("en.lproj"), file.completeBaseName()).texts;
+        keys += QSet<QString>(rows.keyBegin(), rows.keyEnd());
+    }
+    // The portal's service writes to the session's log.
+    EXPECT_EQ(Listed(SentencesInSources({QStringLiteral("host")}) -
+                     SentencesInSources({QStringLiteral("host/portal/service")}) - keys),
+              "")
+        << "in host/";
+    // What it tells of others' faults, but for the programs that write to the print server's log.
+    const QStringList others{QStringLiteral("driver/instructions"), QStringLiteral("driver/pages"),
+                             QStringLiteral("driver/job"),          QStringLiteral("driver/proof"),
+                             QStringLiteral("driver/worker"),       QStringLiteral("platform/drawing"),
+                             QStringLiteral("platform/files"),      QStringLiteral("platform/printing")};
+    const QSet<QString> faults = FaultsInSources(others);
+    EXPECT_GT(faults.size(), 20);
+    EXPECT_EQ(Listed(faults - keys), "") << "in driver/ and platform/";
 }
 
 // The bundle's own reader gives each text of the user's language, with escapes resolved and nothing of the row lost.

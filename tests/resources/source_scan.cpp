@@ -16,8 +16,9 @@ QString Read(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// The text of all sources below the folders, without comments.
+/// The text of all sources below the folders, without comments. A literal in several pieces is one.
 QString CodeOf(const QStringList& folders) {
+    static const QRegularExpression seam(QStringLiteral(R"re((?<!\\)"\s*\n\s*")re"));
     static const QRegularExpression comments(QStringLiteral(R"(("(?:\\.|[^"\\\n])*")|//[^\n]*|/\*.*?\*/)"),
                                              QRegularExpression::DotMatchesEverythingOption);
     QString code;
@@ -28,7 +29,7 @@ QString CodeOf(const QStringList& folders) {
             code += Read(files.next()).replace(comments, QStringLiteral("\\1")) + QLatin1Char('\n');
         }
     }
-    return code;
+    return code.remove(seam);
 }
 
 QStringList LiteralsIn(const QString& code) {
@@ -71,7 +72,62 @@ QStringList ArgumentsAt(const QString& code, qsizetype position) {
     return arguments;
 }
 
+QString Unescaped(QString text) {
+    static const QRegularExpression escape(QStringLiteral(R"(\\(.))"));
+    qsizetype from = 0;
+    for (auto match = escape.match(text); match.hasMatch(); match = escape.match(text, from)) {
+        const QString meant = match.captured(1) == QLatin1String("n") ? QStringLiteral("\n") : match.captured(1);
+        text.replace(match.capturedStart(), 2, meant);
+        from = match.capturedStart() + 1;
+    }
+    return text;
+}
+
+/// The literals of the text, with blanks between letters: more than a name.
+QSet<QString> SentencesIn(const QString& code) {
+    static const QRegularExpression words(QStringLiteral("[a-z]{2}[,;:]? [a-z(]"));
+    QSet<QString> sentences;
+    for (const QString& literal : LiteralsIn(code)) {
+        if (literal.contains(words)) {
+            sentences.insert(Unescaped(literal));
+        }
+    }
+    return sentences;
+}
+
 }  // namespace
+
+QSet<QString> MessagesInSources(const QStringList& folders) {
+    static const QRegularExpression made(QStringLiteral(R"(\bmessage(?:Text|Of)\()"));
+    const QString code = CodeOf(folders);
+    QSet<QString> messages;
+    for (auto calls = made.globalMatch(code); calls.hasNext();) {
+        for (const QString& key : LiteralsIn(ArgumentsAt(code, calls.next().capturedEnd()).value(0))) {
+            messages.insert(Unescaped(key));
+        }
+    }
+    return messages;
+}
+
+QSet<QString> SentencesInSources(const QStringList& folders) {
+    return SentencesIn(CodeOf(folders));
+}
+
+QSet<QString> FaultsInSources(const QStringList& folders) {
+    // What is thrown, returned as a failure or put where a reason goes.
+    static const QRegularExpression told(QStringLiteral(
+        R"(\b(?:failWith|fail|refuse|raise|unusable|Refusal|Fault|runtime_error|errorLine)\s*[({]|\*?\b(?:reason|fault_?)\s*=[^=])"));
+    const QString code = CodeOf(folders);
+    QSet<QString> faults;
+    for (auto places = told.globalMatch(code); places.hasNext();) {
+        const qsizetype start = places.next().capturedEnd();
+        const QString rest = code.mid(start, 2000);
+        const QStringList arguments = ArgumentsAt(rest, 0);
+        // An assignment ends with its semicolon, which may come before a bracket that closes.
+        faults += SentencesIn(arguments.join(QLatin1Char(',')).section(QStringLiteral(";\n"), 0, 0));
+    }
+    return faults;
+}
 
 KeysByTable TextKeysInSources(const QStringList& folders) {
     const QString code = CodeOf(folders);
@@ -120,8 +176,11 @@ KeysByTable TextKeysInSources(const QStringList& folders) {
 }
 
 QSet<QString> LiteralsInSources(const QStringList& folders) {
-    const QStringList literals = LiteralsIn(CodeOf(folders));
-    return {literals.begin(), literals.end()};
+    QSet<QString> literals;
+    for (const QString& literal : LiteralsIn(CodeOf(folders))) {
+        literals.insert(Unescaped(literal));
+    }
+    return literals;
 }
 
 QSet<QString> InDeviceProfile(const QString& key) {
@@ -176,21 +235,6 @@ QList<NibWindow> NibWindowsBelow(const QString& folder) {
     }
     return windows;
 }
-
-namespace {
-
-QString Unescaped(QString text) {
-    static const QRegularExpression escape(QStringLiteral(R"(\\(.))"));
-    qsizetype from = 0;
-    for (auto match = escape.match(text); match.hasMatch(); match = escape.match(text, from)) {
-        const QString meant = match.captured(1) == QLatin1String("n") ? QStringLiteral("\n") : match.captured(1);
-        text.replace(match.capturedStart(), 2, meant);
-        from = match.capturedStart() + 1;
-    }
-    return text;
-}
-
-}  // namespace
 
 StringsTable ReadStringsTable(const QString& file) {
     static const QRegularExpression row(QStringLiteral(R"re(^\s*"((?:\\.|[^"\\])*)"\s*=\s*"((?:\\.|[^"\\])*)"\s*;)re"),

@@ -22,6 +22,15 @@ QSet<QString> PicturesInSources(const QStringList& folders);
 /// All string literals of the C++ sources below the folders.
 QSet<QString> LiteralsInSources(const QStringList& folders);
 
+/// The messages (platform/foundation/message.h) that the sources make of literals.
+QSet<QString> MessagesInSources(const QStringList& folders);
+
+/// The literals of several words, whatever they are for.
+QSet<QString> SentencesInSources(const QStringList& folders);
+
+/// Those of them that are told as the reason of a failure.
+QSet<QString> FaultsInSources(const QStringList& folders);
+
 /// A window of a nib, as its Designer file has it.
 struct NibWindow {
     QString nib;

@@ -113,9 +113,9 @@ TEST_F(DocumentLooks, OpenWhatAPasswordOpens) {
     add(pdfOf({{}, {}}));
     std::filesystem::rename(document, plain);
     outputOfCommand("qpdf --encrypt user owner 256 --print=none -- '" + plain + "' '" + document + "'");
-    EXPECT_EQ(look(worker), kNeedsPassword);
+    EXPECT_EQ(look(worker), reasonOfLock());
     password = "wrong";
-    EXPECT_EQ(look(worker), kNeedsPassword);
+    EXPECT_EQ(look(worker), reasonOfLock());
     password = "user";
     EXPECT_EQ(look(worker), "is protected: whoever made it does not allow printing");
     password = "owner";
