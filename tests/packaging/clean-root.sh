@@ -100,6 +100,11 @@ for page in 1/tavro-print 5/tavro-script 8/tavro-pages 8/tavro-portal; do
   [ ! -s warnings ] || fail "man $page: $(cat warnings)"
   expect page 'SEE ALSO'
 done
+for language in ar de es fr ja zh_CN; do
+  as_guest man --warnings --locale="$language" 1 tavro-print >page 2>warnings || fail "man in $language"
+  [ ! -s warnings ] || fail "man in $language: $(cat warnings)"
+  ! grep --quiet 'SEE ALSO' page || fail "man speaks English in $language"
+done
 for file in applications/tavro-print.desktop metainfo/com.tavro.print.metainfo.xml \
   icons/hicolor/scalable/apps/tavro-print.svg doc/tavro-print/copyright xdg-desktop-portal/portals/tavro.portal; do
   [ -s "/usr/share/$file" ] || fail "/usr/share/$file is missing"

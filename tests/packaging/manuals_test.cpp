@@ -9,6 +9,11 @@ namespace {
 class Manuals : public ProgramTest {
 protected:
     static inline const std::string kOptions = TAVRO_MANUALS_FOLDER "/tavro-print.1";
+    /// In the other languages of the program.
+    static std::string translated(const std::string& language) {
+        return TAVRO_MANUALS_FOLDER "/" + language + "/man1/tavro-print.1";
+    }
+    static inline const Words kLanguages{"ar", "de", "es", "fr", "ja", "zh_CN"};
     static inline const std::string kLanguage = TAVRO_MANUALS_FOLDER "/tavro-script.5";
 
     /// The page without its fonts, as an item of a list has each line.
@@ -47,6 +52,24 @@ TEST_F(Manuals, HaveAllThatTheHelpSays) {
     }
 }
 
+TEST_F(Manuals, HaveItInEveryLanguage) {
+    const std::string english = plain(kOptions);
+    for (const std::string& language : kLanguages) {
+        const std::string help = run({"--help"}, {"LANGUAGE=" + language, "LC_ALL=C.UTF-8"}).output;
+        // Lines of Chinese and Japanese may end anywhere.
+        const std::string page = std::regex_replace(plain(translated(language)), std::regex("\\\\:"), "");
+        const Words texts = matches(help, "\n  (?:--[a-z-]+(?: [^ \n]+)?|[0-9])   *([^\n]*)");
+        EXPECT_GT(texts.size(), 20u) << language;
+        for (const std::string& text : texts) {
+            EXPECT_NE(page.find("\n" + text + "\n"), std::string::npos) << language << ": " << text;
+        }
+        // The rest is the translator's: as many items, examples and other pages.
+        for (const char* part : {"\n(\\.TP)", "\n(\\.RS)", "\n(\\.BR [a-z-]+ \\([0-9]\\))", "\n(\\.SH)"}) {
+            EXPECT_EQ(matches(page, part).size(), matches(english, part).size()) << language << part;
+        }
+    }
+}
+
 TEST_F(Manuals, HaveEveryActionOfTheScriptLanguage) {
     const std::string source = contentOf(sourcePath("host/script/script_parser.cpp"));
     const std::size_t table = source.find("kActions[] = {");
@@ -64,12 +87,13 @@ TEST_F(Manuals, HaveEveryActionOfTheScriptLanguage) {
 }
 
 TEST_F(Manuals, AreWellFormed) {
-    for (const std::string& page : {kOptions, kLanguage, std::string(TAVRO_MANUALS_FOLDER "/tavro-report.5"),
-                                    std::string(TAVRO_MANUALS_FOLDER "/tavro-portal.8")}) {
+    Words pages{kOptions, kLanguage, TAVRO_MANUALS_FOLDER "/tavro-report.5", TAVRO_MANUALS_FOLDER "/tavro-portal.8"};
+    std::ranges::transform(kLanguages, std::back_inserter(pages), translated);
+    for (const std::string& page : pages) {
         const Run formatted = start("/usr/bin/man", {"--warnings", "--local-file", page}, {"LC_ALL=C.UTF-8"});
         EXPECT_EQ(formatted.status, 0);
         EXPECT_EQ(formatted.errors, "");
-        EXPECT_NE(formatted.output.find("SEE ALSO"), std::string::npos);
+        EXPECT_NE(formatted.output.find("(1)"), std::string::npos);
         const Run lint = start("/usr/bin/mandoc", {"-T", "lint", "-W", "error", page});
         EXPECT_EQ(lint.status, 0) << lint.output;
     }
