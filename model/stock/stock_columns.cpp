@@ -1,14 +1,12 @@
 #include "model/stock/stock_columns.h"
 
 #include "model/stock/stock_attributes.h"
-#include "model/stock/stock_library.h"
 #include "model/stock/stock_summary.h"
 #include "platform/foundation/CFString.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
-#include <string>
-#include <tuple>
 #include <utility>
 
 namespace {
@@ -23,15 +21,27 @@ String CopyWeight(CFBundleRef bundle, const Stock& paper) {
 }
 
 /// Nothing comes last.
-using Key = std::tuple<bool, SInt32, std::u16string>;
-Key KeyOf(CFBundleRef bundle, const Stock& paper, StockColumn column) {
-    if (column == StockColumn::weight) {
-        const bool isSet = paper.weight() != kTicketValueUnset && !paper.customNameOnly();
-        return {!isSet, isSet ? paper.weight() : 0, {}};
+using Key = std::pair<bool, UInt32>;
+
+Key KeyOf(const Stock& paper) {
+    const bool isSet = paper.weight() != kTicketValueUnset && !paper.customNameOnly();
+    return {!isSet, isSet ? static_cast<UInt32>(paper.weight()) : 0};
+}
+
+std::vector<Key> WordKeys(CFBundleRef bundle, const std::vector<Stock>& papers, StockColumn column) {
+    std::vector<String> texts;
+    std::vector<CFStringRef> lent;
+    for (const Stock& paper : papers) {
+        texts.push_back(CopyStockColumn(bundle, paper, column));
+        lent.push_back(texts.back().get());
     }
-    std::u16string text = FoldedStockText(CopyStockColumn(bundle, paper, column).get());
-    const bool isEmpty = text.empty();
-    return {isEmpty, 0, std::move(text)};
+    std::vector<UInt32> ranks(lent.size());
+    CFStringGetLocalizedRanks(lent.data(), static_cast<CFIndex>(lent.size()), ranks.data());
+    std::vector<Key> keys;
+    for (std::size_t i = 0; i < lent.size(); ++i) {
+        keys.emplace_back(CFStringGetLength(lent[i]) == 0, ranks[i]);
+    }
+    return keys;
 }
 
 }  // namespace
@@ -64,10 +74,15 @@ StockOrder::Ranks StockOrder::rank(StockColumn column) const {
         std::iota(ranks.begin(), ranks.end(), 0U);
         return ranks;
     }
+    std::vector<Key> own;
+    if (column == StockColumn::weight) {
+        std::ranges::transform(papers_, std::back_inserter(own), KeyOf);
+    } else {
+        own = WordKeys(bundle_, papers_, column);
+    }
     std::vector<std::pair<Key, std::size_t>> keys;
-    keys.reserve(papers_.size());
-    for (std::size_t i = 0; i < papers_.size(); ++i) {
-        keys.emplace_back(KeyOf(bundle_, papers_[i], column), i);
+    for (std::size_t i = 0; i < own.size(); ++i) {
+        keys.emplace_back(own[i], i);
     }
     std::ranges::sort(keys);
     for (std::size_t i = 1; i < keys.size(); ++i) {

@@ -19,7 +19,7 @@ public:
     /// Orders `papers`, which live as long as this object and stay as they are: those of a library, in its order.
     StockOrder(CFBundleRef bundle, const std::vector<Stock>& papers) : bundle_(bundle), papers_(papers) {}
 
-    /// Whether a paper, by its place, comes before another by a column: texts without regard to case and diacritics,
+    /// Whether a paper, by its place, comes before another by a column: texts as the user's language sorts them,
     /// weights as numbers, papers that say nothing at the end.
     bool comesBefore(std::size_t one, std::size_t other, StockColumn column);
 

@@ -56,20 +56,27 @@ StockLibraryFault FaultOf(CFDictionaryRef root) {
                                        : StockLibraryFault::none;
 }
 
-/// The papers of a root, in the order of their names.
+/// The papers of a root, in the order of their names in the user's language.
 StockLibrary LibraryIn(CFDictionaryRef root) {
     StockLibrary library;
     library.fault = FaultOf(root);
     const CFArrayRef papers = library.fault == StockLibraryFault::otherFile ? nullptr : PapersIn(root);
-    std::vector<std::pair<std::u16string, CFDictionaryRef>> named;
+    std::vector<std::pair<UInt32, CFDictionaryRef>> ranked;
+    std::vector<CFStringRef> names;
     for (CFIndex i = 0; i < CFArrayGetCount(papers); ++i) {
         if (const CFDictionaryRef paper = PaperAt(papers, i)) {
-            named.emplace_back(FoldedStockText(NameOf(paper)), paper);
+            ranked.emplace_back(0, paper);
+            names.push_back(NameOf(paper));
         }
     }
-    std::ranges::stable_sort(named, {}, &std::pair<std::u16string, CFDictionaryRef>::first);
-    library.papers.reserve(named.size());
-    for (const auto& [name, paper] : named) {
+    std::vector<UInt32> ranks(names.size());
+    CFStringGetLocalizedRanks(names.data(), static_cast<CFIndex>(names.size()), ranks.data());
+    for (std::size_t i = 0; i < ranked.size(); ++i) {
+        ranked[i].first = ranks[i];
+    }
+    std::ranges::stable_sort(ranked, {}, &std::pair<UInt32, CFDictionaryRef>::first);
+    library.papers.reserve(ranked.size());
+    for (const auto& [rank, paper] : ranked) {
         library.papers.push_back(StockWithDetails(paper));
     }
     return library;

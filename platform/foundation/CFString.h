@@ -65,8 +65,13 @@ inline constexpr CFStringCompareFlags kCFCompareLocalized = 32;
 inline constexpr CFStringCompareFlags kCFCompareDiacriticInsensitive = 128;
 
 /// Order of two strings by code units, or by case-folded code units with kCFCompareCaseInsensitive; with
-/// kCFCompareLocalized alone, as the user's language sorts words.
+/// kCFCompareLocalized alone, as the user's language sorts words, whatever their case.
 CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFStringCompareFlags options);
+
+/// Where each of `count` strings stands when they are sorted as the user's language sorts words, whatever their case:
+/// equal ones have one rank, the first has 0. Not of the platform, whose comparisons of two strings take too long for
+/// the lists of a library.
+void CFStringGetLocalizedRanks(const CFStringRef* strings, CFIndex count, UInt32* ranks);
 
 /// Makes all texts alike that differ in case or in diacritics only, as the options say, so that they can be searched
 /// code unit by code unit. Characters are decomposed first (Unicode's compatibility form). The locale is ignored. For a

@@ -3,14 +3,18 @@
 #include "platform/foundation/objects.h"
 #include "platform/foundation/text_encoding.h"
 
+#include <QCollator>
+
 #include <algorithm>
 #include <bit>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 namespace {
 
@@ -133,16 +137,22 @@ void CFStringReplaceAll(CFMutableStringRef string, CFStringRef replacement) {
     }
 }
 
-void CFStringFold(CFMutableStringRef string, CFStringCompareFlags options, CFLocaleRef) {
-    CFStringObject* object = changeable(string, __func__);
-    if (!object) {
-        return;
-    }
-    QString text = object->text.normalized(QString::NormalizationForm_KD);
+namespace {
+
+QString folded(const QString& string, CFStringCompareFlags options) {
+    QString text = string.normalized(QString::NormalizationForm_KD);
     if (options & kCFCompareDiacriticInsensitive) {
         text.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
     }
-    object->text = (options & kCFCompareCaseInsensitive) ? text.toCaseFolded() : text;
+    return (options & kCFCompareCaseInsensitive) ? text.toCaseFolded() : text;
+}
+
+}  // namespace
+
+void CFStringFold(CFMutableStringRef string, CFStringCompareFlags options, CFLocaleRef) {
+    if (CFStringObject* object = changeable(string, __func__)) {
+        object->text = folded(object->text, options);
+    }
 }
 
 CFIndex CFStringGetLength(CFStringRef string) {
@@ -177,10 +187,69 @@ Boolean CFStringGetCString(CFStringRef string, char* buffer, CFIndex bufferSize,
     return true;
 }
 
+namespace {
+
+/// As the user's language sorts words. Without a language, letters stand together whatever their case and marks.
+class WordOrder {
+public:
+    WordOrder() : hasLanguage_(collator_.locale().language() != QLocale::C) {
+        collator_.setCaseSensitivity(Qt::CaseInsensitive);
+    }
+
+    /// The thread's own: making one takes much longer than a comparison.
+    static const WordOrder& own() {
+        thread_local const WordOrder order;
+        return order;
+    }
+
+    [[nodiscard]] int compare(const QString& left, const QString& right) const {
+        return hasLanguage_ ? collator_.compare(left, right) : QString::compare(plain(left), plain(right));
+    }
+
+    void rank(std::span<const CFStringRef> strings, UInt32* ranks) const {
+        if (hasLanguage_) {
+            rankBy(strings, ranks, [this](const QString& text) { return collator_.sortKey(text); });
+        } else {
+            rankBy(strings, ranks, plain);
+        }
+    }
+
+private:
+    static QString plain(const QString& text) {
+        return folded(text, kCFCompareCaseInsensitive | kCFCompareDiacriticInsensitive);
+    }
+
+    template <typename MakeKey>
+    static void rankBy(std::span<const CFStringRef> strings, UInt32* ranks, MakeKey makeKey) {
+        std::vector<decltype(makeKey(QString()))> keys;
+        keys.reserve(strings.size());
+        std::vector<std::size_t> order;
+        for (const CFStringRef string : strings) {
+            order.push_back(keys.size());
+            keys.push_back(makeKey(textOf(string)));
+        }
+        std::sort(order.begin(), order.end(), [&](std::size_t one, std::size_t two) { return keys[one] < keys[two]; });
+        UInt32 rank = 0;
+        for (std::size_t i = 0; i < order.size(); ++i) {
+            rank += i > 0 && keys[order[i - 1]] < keys[order[i]] ? 1 : 0;
+            ranks[order[i]] = rank;
+        }
+    }
+
+    QCollator collator_;
+    bool hasLanguage_;
+};
+
+}  // namespace
+
+void CFStringGetLocalizedRanks(const CFStringRef* strings, CFIndex count, UInt32* ranks) {
+    WordOrder().rank({strings, static_cast<std::size_t>(count)}, ranks);
+}
+
 CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFStringCompareFlags options) {
     const Qt::CaseSensitivity sensitivity =
         (options & kCFCompareCaseInsensitive) ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    const int order = (options & kCFCompareLocalized) ? QString::localeAwareCompare(textOf(left), textOf(right))
-                                                      : QString::compare(textOf(left), textOf(right), sensitivity);
-    return order < 0 ? kCFCompareLessThan : order > 0 ? kCFCompareGreaterThan : kCFCompareEqualTo;
+    const int result = (options & kCFCompareLocalized) ? WordOrder::own().compare(textOf(left), textOf(right))
+                                                       : QString::compare(textOf(left), textOf(right), sensitivity);
+    return result < 0 ? kCFCompareLessThan : result > 0 ? kCFCompareGreaterThan : kCFCompareEqualTo;
 }

@@ -5,8 +5,12 @@
 #include "tests/support/cf_values.h"
 
 #include <gtest/gtest.h>
+#include <QLocale>
 
+#include <map>
 #include <optional>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -158,6 +162,49 @@ TEST(CharacterSets, KnowTheirMembers) {
     EXPECT_FALSE(CFCharacterSetIsLongCharacterMember(listed.get(), U'5'));
     EXPECT_FALSE(CFCharacterSetIsLongCharacterMember(listed.get(), 0xD83D));
     EXPECT_FALSE(CFCharacterSetIsLongCharacterMember(nullptr, U'5'));
+}
+
+/// The strings in their order; those of one rank have "=" between them.
+std::string ranked(std::vector<std::string> words) {
+    std::vector<CFRef<CFStringRef>> strings;
+    std::vector<CFStringRef> lent;
+    for (const std::string& word : words) {
+        strings.push_back(makeCFString(word.c_str()));
+        lent.push_back(strings.back().get());
+    }
+    std::vector<UInt32> ranks(words.size());
+    CFStringGetLocalizedRanks(lent.data(), static_cast<CFIndex>(lent.size()), ranks.data());
+    std::map<UInt32, std::string> places;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        std::string& place = places[ranks[i]];
+        place += (place.empty() ? "" : "=") + words[i];
+        for (std::size_t k = 0; k < words.size(); ++k) {
+            const CFComparisonResult result = CFStringCompare(lent[i], lent[k], kCFCompareLocalized);
+            EXPECT_EQ(result == kCFCompareLessThan, ranks[i] < ranks[k]) << words[i] << ", " << words[k];
+        }
+    }
+    std::string all;
+    for (const auto& [rank, place] : places) {
+        all += (all.empty() ? "" : " ") + place;
+    }
+    return all;
+}
+
+TEST(Strings, StandAsTheUsersLanguageSorts) {
+    const std::vector<std::string> words{"Zebra", "öl", "apfel", "Ärger", "Apfel", "azur", "Ａpfel", "Obst"};
+    const auto in = [&](const QLocale& locale) {
+        std::string sorted;
+        std::thread([&] {  // which has an order of its own
+            QLocale::setDefault(locale);
+            sorted = ranked(words);
+        })
+            .join();
+        return sorted;
+    };
+    EXPECT_EQ(in(QLocale(QLocale::German)), "apfel=Apfel=Ａpfel Ärger azur Obst öl Zebra");
+    EXPECT_EQ(in(QLocale(QLocale::Swedish)), "apfel=Apfel=Ａpfel azur Obst Zebra Ärger öl");
+    EXPECT_EQ(in(QLocale::c()), "apfel=Apfel=Ａpfel Ärger azur Obst öl Zebra");
+    EXPECT_EQ(ranked({}), "");
 }
 
 }  // namespace
