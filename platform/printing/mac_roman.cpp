@@ -79,6 +79,14 @@ bool isHexDigit(char32_t character) {
 }  // namespace
 
 PPDByteString ppdByteString(std::string_view utf8) {
+    // Nearly all of them, and a PPD has a thousand.
+    if (utf8.size() <= kMostBytes &&
+        std::ranges::all_of(utf8, [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '<'; })) {
+        PPDByteString bytes(utf8.size() + 1);
+        bytes[0] = static_cast<UInt8>(utf8.size());
+        std::ranges::copy(utf8, bytes.begin() + 1);
+        return bytes;
+    }
     const auto text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toUcs4();
     const bool isSpelled =
         std::ranges::none_of(text, [](char32_t character) { return character >= 0x80 && spell(character) == kNone; });
