@@ -79,10 +79,6 @@ std::vector<Size> sizesOf(QPDF& pdf) {
 
 }  // namespace
 
-std::string reasonOfLock() {
-    return messageText("is protected by a password");
-}
-
 std::optional<DocumentPages> readDocument(int file, std::string* reason, const std::string& password) {
     const MappedFile mapped(file);
     if (mapped.error() != 0) {
