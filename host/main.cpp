@@ -1,6 +1,7 @@
 // tavro-print: the print dialog of Tavro printers.
 
 #include "driver/finishing/sheet_limits.h"
+#include "host/dialog/dialog_window.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/print_dialog.h"
 #include "host/dialog/server_password.h"
@@ -300,23 +301,39 @@ std::optional<PrintDialog::Preparing> preparingOf(const PortalRequest* request) 
                                   }};
 }
 
-ExitStatus runDialog(const CommandLine& line, const PortalRequest* request, const script::Script& parsed, JobSetup job,
-                     std::unique_ptr<OpeningDocument> document, char* programName) {
-    auto bundle = openTexts();
-    if (!bundle) {
-        return fail(bundle.failure());
+/// What the dialog consists of, whatever it is about.
+struct DialogParts {
+    CFRef<CFBundleRef> texts;
+    std::unique_ptr<PluginHost> plugin;
+    DialogWindow window;
+};
+
+Result<DialogParts> openDialogParts() {
+    auto texts = openTexts();
+    if (!texts) {
+        return texts.failure();
     }
     auto plugin = PluginHost::load(pluginPath());
     if (!plugin) {
-        return fail(plugin.failure());
+        return plugin.failure();
     }
     markStart("plug-in");
+    auto window = openDialogWindow(texts->get());
+    if (!window) {
+        return window.failure();
+    }
+    markStart("window");
+    return DialogParts{std::move(*texts), std::move(*plugin), std::move(*window)};
+}
+
+ExitStatus runDialog(const CommandLine& line, const PortalRequest* request, const script::Script& parsed,
+                     DialogParts parts, JobSetup job, std::unique_ptr<OpeningDocument> document, char* programName) {
     if (const auto failure = openFirst(line, &job, document.get())) {
         return failInWindow(*failure, line, programName);
     }
     markStart("document");
     PrinterChoice choice = choiceOf(job.printer, line);
-    auto dialog = PrintDialog::make(bundle->get(), **plugin,
+    auto dialog = PrintDialog::make(parts.texts.get(), *parts.plugin, std::move(parts.window),
                                     {std::move(job),
                                      std::move(choice),
                                      pageDrawerPath(),
@@ -371,18 +388,19 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
     if (const auto missing = findMissing(line.documents)) {
         return failInWindow(*missing, line, programName);
     }
-    // Goes on while the rest is opened.
-    auto document = std::make_unique<OpeningDocument>(line.documents.empty() ? std::string() : line.documents.front(),
-                                                      documentPrograms(), request != nullptr ? request->title : "");
     auto parsed = openScript(line.script);
     if (!parsed) {
         return fail(parsed.failure());
     }
-    if (!line.print && !line.check && !line.isScripted() && !hasDisplay()) {
+    const bool hasWindow = !line.print && !line.check;
+    if (hasWindow && !line.isScripted() && !hasDisplay()) {
         return fail({ExitStatus::usage, messageText("there is no display; --print and --script do without one")});
     }
+    // Goes on while the rest is opened.
+    auto document = std::make_unique<OpeningDocument>(line.documents.empty() ? std::string() : line.documents.front(),
+                                                      documentPrograms(), request != nullptr ? request->title : "");
     std::optional<FontsAhead> fonts;
-    if (!line.print && !line.check) {
+    if (hasWindow) {
         fonts.emplace();
         if (line.ppd.empty()) {
             askForPrinterAhead(request != nullptr ? request->queue : line.printer);
@@ -390,6 +408,14 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
         openToolbox(programName, line.isScripted());
         markStart("toolbox");
         askPasswordsInWindows(programName, line.isScripted());
+    }
+    std::optional<DialogParts> parts;
+    if (hasWindow) {
+        auto opened = openDialogParts();
+        if (!opened) {
+            return fail(opened.failure());
+        }
+        parts = std::move(*opened);
     }
     if (line.print && request != nullptr && hasDisplay()) {
         askPasswordsInWindows(programName, line.isScripted());
@@ -401,9 +427,9 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
     }
     markStart("input");
     useDeviceProfile(deviceProfilePath());
-    if (!line.print && !line.check) {
+    if (hasWindow) {
         prepareFor(*job, document.get());
-        return runDialog(line, request, *parsed, std::move(*job), std::move(document), programName);
+        return runDialog(line, request, *parsed, std::move(*parts), std::move(*job), std::move(document), programName);
     }
     if (line.print) {
         return printAtOnce(line, std::move(*job), document.get(), programName);

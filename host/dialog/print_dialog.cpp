@@ -36,12 +36,9 @@ constexpr double kSecondsOfPause = 0.1;
 
 // ---- Making
 
-Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, PluginHost& plugin, Setup setup) {
-    std::unique_ptr<PrintDialog> dialog(new PrintDialog(bundle, plugin, std::move(setup)));
-    if (auto failure = dialog->openWindow()) {
-        return *failure;
-    }
-    markStart("window");
+Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, PluginHost& plugin, DialogWindow window,
+                                                       Setup setup) {
+    std::unique_ptr<PrintDialog> dialog(new PrintDialog(bundle, plugin, std::move(window), std::move(setup)));
     dialog->installHandlers();
     const JobSetup& first = dialog->setup_.job;
     const PrinterChoice& choice = dialog->setup_.printerChoice;
@@ -67,33 +64,13 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     return dialog;
 }
 
-PrintDialog::PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup)
-    : bundle_(bundle), plugin_(plugin), setup_(std::move(setup)) {}
+PrintDialog::PrintDialog(CFBundleRef bundle, PluginHost& plugin, DialogWindow window, Setup setup)
+    : bundle_(bundle), plugin_(plugin), setup_(std::move(setup)), window_(window.release()) {}
 
 PrintDialog::~PrintDialog() {
     RemoveEventLoopTimer(pause_);
     plugin_.stop(noErr);
     DisposeWindow(window_);
-}
-
-std::optional<Failure> PrintDialog::openWindow() {
-    IBNibRef nib = nullptr;
-    OSStatus status = CreateNibReferenceWithCFBundle(bundle_, CFSTR("PrintDialog"), &nib);
-    if (status == noErr) {
-        status = CreateWindowFromNib(nib, CFSTR("PrintDialog"), &window_);
-        DisposeNibReference(nib);
-    }
-    switch (status) {
-        case noErr:
-            return std::nullopt;
-        case kNibNotFoundErr: {
-            const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyBundleURL(bundle_));
-            return unusable(pathOf(url.get()), messageText("its nib %1 is missing", {"PrintDialog"}));
-        }
-        default:
-            // The toolbox has told already which file does not load, and why.
-            return Failure{ExitStatus::unusableInput, {}};
-    }
 }
 
 void PrintDialog::installHandlers() {

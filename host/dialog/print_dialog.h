@@ -5,6 +5,7 @@
 #include "host/dialog/dialog_controls.h"
 #include "host/dialog/dialog_documents.h"
 #include "host/dialog/dialog_presets.h"
+#include "host/dialog/dialog_window.h"
 #include "host/dialog/extension_tabs.h"
 #include "host/dialog/general_settings.h"
 #include "host/dialog/plugin_host.h"
@@ -43,8 +44,9 @@ public:
         std::string line;
     };
 
-    /// Makes the window and starts the maker's panels in it. Bundle and plug-in must outlive the dialog.
-    static Result<std::unique_ptr<PrintDialog>> make(CFBundleRef bundle, PluginHost& plugin, Setup setup);
+    /// Fills the window and starts the maker's panels in it. Bundle and plug-in must outlive the dialog.
+    static Result<std::unique_ptr<PrintDialog>> make(CFBundleRef bundle, PluginHost& plugin, DialogWindow window,
+                                                     Setup setup);
     ~PrintDialog();
     PrintDialog(const PrintDialog&) = delete;
     PrintDialog& operator=(const PrintDialog&) = delete;
@@ -68,14 +70,13 @@ public:
     void finishPictures();
 
 private:
-    PrintDialog(CFBundleRef bundle, PluginHost& plugin, Setup setup);
+    PrintDialog(CFBundleRef bundle, PluginHost& plugin, DialogWindow window, Setup setup);
 
     static OSStatus handleEvent(EventHandlerCallRef next, EventRef event, void* self);
     OSStatus handleHit(ControlRef control);
     OSStatus handleCommand(OSType command);
     void handleShown();
 
-    std::optional<Failure> openWindow();
     void installHandlers();
     ControlRef control(HostControl number) const { return hostControl(window_, number); }
 
@@ -122,7 +123,7 @@ private:
     CFBundleRef bundle_;  // lent
     PluginHost& plugin_;
     Setup setup_;
-    WindowRef window_ = nullptr;
+    WindowRef window_;  // owned
     std::optional<GeneralSettings> general_;
     std::optional<PrinterMenu> printers_;
     std::optional<DialogDocuments> documents_;

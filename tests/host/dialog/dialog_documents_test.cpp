@@ -36,7 +36,7 @@ protected:
         }
         JobSetup job{document, printer, {}, {}, nullptr, {}, {JobWay::pdf, folder / "out.pdf"}};
         auto plugin = PluginHost::load(stagePath("plugins/TavroFeatures.plugin"));
-        auto made = PrintDialog::make(bundle.get(), **plugin,
+        auto made = PrintDialog::make(bundle.get(), **plugin, std::move(*openDialogWindow(bundle.get())),
                                       {std::move(job),
                                        {PrinterChoice::Kind::ppd, sourcePath("resources/ppd/Tavro-ZR420.ppd")},
                                        stagePath("lib/tavro-pictures"),
