@@ -467,8 +467,8 @@ int main(int argc, char** argv) try {
         }
         std::fputs((line->help ? helpText(texts->get()) : versionText()).c_str(), stdout);
     } else {
+        const ToolboxEnd toolbox;
         status = line->portal.empty() ? run(*line, nullptr, argv[0]) : answerPortal(*line, argv[0]);
-        ToolboxTerminate();
     }
     return static_cast<int>(afterOutput(*line, status));
 } catch (const std::exception& error) {

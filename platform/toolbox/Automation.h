@@ -15,8 +15,17 @@ inline constexpr OSStatus kControlNotUsableErr = -30590;
 OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted);
 
 /// Ends the toolbox: to be called last, when no window is needed any more; the process ends then. What waits to be
-/// deleted is deleted.
+/// deleted is deleted. A process that ends without it may crash: a thread of the toolbox still uses Qt.
 void ToolboxTerminate();
+
+/// Ends the toolbox when it goes, whichever way a program takes to its end; also one that never began.
+class ToolboxEnd {
+public:
+    ToolboxEnd() = default;
+    ~ToolboxEnd() { ToolboxTerminate(); }
+    ToolboxEnd(const ToolboxEnd&) = delete;
+    ToolboxEnd& operator=(const ToolboxEnd&) = delete;
+};
 
 /// A click; on a list, a double click on the selected row, of which there must be one.
 OSStatus AutomationClick(ControlRef control);

@@ -186,6 +186,7 @@ int main(int argc, char** argv) {
     if (!settings) {
         return fail(settings.failure().line, settings.failure().status);
     }
+    const ToolboxEnd toolbox;
     int argumentCount = 1;
     ToolboxInitialize(&argumentCount, argv,
                       !options->script.empty() || !options->render.empty() || !options->audit.empty() || options->list);
@@ -217,8 +218,5 @@ int main(int argc, char** argv) {
         return options->audit.empty() ? renderAll(options->render, (*gallery)->names(), options->bundle, passedOn)
                                       : auditAll(options->audit, (*gallery)->names(), passedOn);
     }
-    const int status = run(*options, **gallery, *parsed);
-    gallery->reset();
-    ToolboxTerminate();
-    return status;
+    return run(*options, **gallery, *parsed);
 }
