@@ -17,10 +17,11 @@ bool isPlain(unsigned char c) {
 std::string instructionLine(const std::string& name, const std::string& value) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     std::string line = "@PJL " + std::string(kPrefix) + name + "=";
-    for (const char c : value) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (isPlain(byte)) {
-            line += c;
+    const std::size_t end = value.find_last_not_of(' ') + 1;  // blanks behind it would be the line's
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(value[i]);
+        if (isPlain(byte) && i < end) {
+            line += value[i];
         } else {
             line += {'%', kDigits[byte >> 4], kDigits[byte & 0xF]};
         }

@@ -12,7 +12,7 @@
 using Instructions = std::vector<std::pair<std::string, std::string>>;
 
 /// One instruction as a command line of its own: "@PJL COMMENT TPIF name=value" and a line's end. Characters that could
-/// end the line, or that the commands' character set lacks, are escaped as in a URL (%0A).
+/// end the line, blanks at the value's end and what the commands' character set lacks are escaped as in a URL (%0A).
 std::string instructionLine(const std::string& name, const std::string& value);
 
 /// The instruction in a command without its "@PJL "; nothing when it is none.
