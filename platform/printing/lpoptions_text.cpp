@@ -10,11 +10,27 @@ struct Line {
     std::string_view whole;  // without its end
     std::string_view kind;   // "Dest" or "Default" in a line of a destination
     std::string_view destination;
-    std::string_view options;
+    std::string options;
 };
 
+/// Where the comment of a line begins, as the print server's library has it: at the first '#', if there is no backslash
+/// in front of that.
+std::size_t commentIn(std::string_view line) {
+    const std::size_t mark = line.find('#');
+    return mark != std::string_view::npos && mark > 0 && line[mark - 1] == '\\' ? std::string_view::npos : mark;
+}
+
+/// The first '#' of a line has a backslash of its own, all others are what they are.
+std::string withoutMark(std::string_view options) {
+    std::string text(options);
+    if (const std::size_t mark = text.find('#'); mark != std::string::npos && mark > 0) {
+        text.erase(mark - 1, 1);
+    }
+    return text;
+}
+
 std::string_view takeWord(std::string_view* text) {
-    constexpr std::string_view kBlanks = " \t\r";
+    constexpr std::string_view kBlanks = " \t\r\v\f";
     text->remove_prefix(std::min(text->find_first_not_of(kBlanks), text->size()));
     const std::string_view word = text->substr(0, text->find_first_of(kBlanks));
     text->remove_prefix(word.size());
@@ -26,13 +42,13 @@ std::vector<Line> linesOf(std::string_view text) {
     while (!text.empty()) {
         const std::string_view whole = text.substr(0, text.find('\n'));
         text.remove_prefix(std::min(whole.size() + 1, text.size()));
-        std::string_view rest = whole.substr(0, whole.find('#'));
+        std::string_view rest = whole.substr(0, commentIn(whole));
         Line line{whole, takeWord(&rest), {}, {}};
         if (isSameOption(line.kind, "Dest") || isSameOption(line.kind, "Default")) {
             line.destination = takeWord(&rest);
-            line.options = rest;
+            line.options = withoutMark(rest);
         }
-        lines.push_back(line);
+        lines.push_back(std::move(line));
     }
     return lines;
 }
@@ -40,9 +56,13 @@ std::vector<Line> linesOf(std::string_view text) {
 std::string lineFor(std::string_view kind, std::string_view destination, const OptionList& options) {
     std::ostringstream line;
     line << kind << ' ' << destination;
-    for (const auto& [name, value] : options) {
+    for (const auto& option : options) {
+        if (!fitsIntoLine(option)) {
+            continue;
+        }
+        const auto& [name, value] = option;
         line << ' ' << name << '=';
-        const bool isPlain = !value.empty() && value.find_first_of(" \t\"'\\{}") == std::string::npos;
+        const bool isPlain = !value.empty() && value.find_first_of(" \t\v\f\"'\\{}") == std::string::npos;
         if (isPlain) {
             line << value;
             continue;
@@ -54,10 +74,19 @@ std::string lineFor(std::string_view kind, std::string_view destination, const O
         line << '"';
     }
     line << '\n';
-    return line.str();
+    std::string text = line.str();
+    if (const std::size_t mark = text.find('#'); mark != std::string::npos) {
+        text.insert(mark, 1, '\\');
+    }
+    return text;
 }
 
 }  // namespace
+
+bool fitsIntoLine(const std::pair<std::string, std::string>& option) {
+    constexpr std::string_view kEnds("\n\r\0", 3);
+    return (option.first + option.second).find_first_of(kEnds) == std::string::npos;
+}
 
 std::vector<SavedDestination> destinationsInText(const std::string& text) {
     std::vector<SavedDestination> destinations;
@@ -65,8 +94,8 @@ std::vector<SavedDestination> destinationsInText(const std::string& text) {
         if (line.destination.empty()) {
             continue;
         }
-        destinations.push_back({std::string(line.destination), optionsInFilterText(std::string(line.options)),
-                                isSameOption(line.kind, "Default")});
+        destinations.push_back(
+            {std::string(line.destination), optionsInFilterText(line.options), isSameOption(line.kind, "Default")});
     }
     return destinations;
 }

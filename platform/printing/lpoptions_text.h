@@ -22,7 +22,10 @@ std::vector<SavedDestination> destinationsInText(const std::string& text);
 /// The options of a destination ("queue" or "queue/instance") in the text, by name; later ones replace earlier ones.
 OptionList optionsInText(const std::string& text, std::string_view destination);
 
-/// The text with these options for the destination, in place of those that it has there.
+/// Whether a line can hold the option: not one that has the end of a line in it.
+bool fitsIntoLine(const std::pair<std::string, std::string>& option);
+
+/// The text with these options for the destination, in place of those that it has there; those that fit into a line.
 std::string textWithOptions(const std::string& text, std::string_view destination, const OptionList& options);
 /// Programs read no more of a line, and of several lines of a destination some read the first one only.
 inline constexpr std::size_t kMostOfOptionsLine = 8191;
