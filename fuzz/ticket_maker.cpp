@@ -3,8 +3,9 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
+#include "platform/printing/text.h"
 
-#include <iterator>
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -83,7 +84,8 @@ constexpr const char* kKeys[] = {"Size",
 
 class Maker {
 public:
-    Maker(const std::uint8_t* data, std::size_t size) : next_(data), end_(data + size) {}
+    Maker(const std::uint8_t* data, std::size_t size, const TicketForm& form)
+        : next_(data), end_(data + size), form_(form) {}
 
     CFRef<CFTypeRef> make(int depth) {
         switch (byte() % 8) {
@@ -97,8 +99,7 @@ public:
                 return adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &value));
             }
             case 4:
-                return adopt(
-                    CFStringCreateWithCString(nullptr, std::string(byte() * 2, 'x').c_str(), kCFStringEncodingASCII));
+                return makeText();
             case 5:
                 return CFRef<CFTypeRef>::retain(kCFBooleanTrue);
             case 6: {
@@ -113,7 +114,7 @@ public:
                 const auto dictionary = CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutable(
                     nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
                 for (int count = depth > 4 ? 0 : byte() % 16; count > 0; --count) {
-                    const CFStringRef key = CFStringMakeConstant(kKeys[byte() % std::size(kKeys)]);
+                    const CFStringRef key = CFStringMakeConstant(form_.keys[byte() % form_.keys.size()]);
                     CFDictionarySetValue(dictionary.get(), key, make(depth + 1).get());
                 }
                 return CFRef<CFTypeRef>::retain(dictionary.get());
@@ -127,6 +128,17 @@ private:
     CFRef<CFTypeRef> makeInteger(int bytes) {
         const CFIndex value = integer(bytes);
         return adopt(CFNumberCreate(nullptr, kCFNumberCFIndexType, &value));
+    }
+
+    CFRef<CFTypeRef> makeText() {
+        const std::size_t length = byte() * std::size_t{2};
+        if (!form_.hasTexts) {
+            return adopt(CFStringCreateWithCString(nullptr, std::string(length, 'x').c_str(), kCFStringEncodingASCII));
+        }
+        const std::size_t count = std::min(length / 2, static_cast<std::size_t>(end_ - next_));
+        const std::string_view text(reinterpret_cast<const char*>(next_), count);
+        next_ += count;
+        return CFRef<CFTypeRef>::retain(makeString(text).get());
     }
 
     std::uint8_t byte() { return next_ == end_ ? std::uint8_t{0} : *next_++; }
@@ -143,10 +155,15 @@ private:
 
     const std::uint8_t* next_;
     const std::uint8_t* end_;
+    const TicketForm& form_;
 };
 
 }  // namespace
 
 CFRef<CFTypeRef> makeTicket(const std::uint8_t* data, std::size_t size) {
-    return Maker(data, size).make(0);
+    return makeTicket(data, size, {kKeys, false});
+}
+
+CFRef<CFTypeRef> makeTicket(const std::uint8_t* data, std::size_t size, const TicketForm& form) {
+    return Maker(data, size, form).make(0);
 }

@@ -5,6 +5,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
+
+struct TicketForm {
+    std::span<const char* const> keys;
+    bool hasTexts;  // strings are made of the bytes; else they have a length only
+};
 
 /// A property list that the bytes tell step by step; when they end, so does it.
 [[nodiscard]] CFRef<CFTypeRef> makeTicket(const std::uint8_t* data, std::size_t size);
+[[nodiscard]] CFRef<CFTypeRef> makeTicket(const std::uint8_t* data, std::size_t size, const TicketForm& form);

@@ -5,42 +5,29 @@
 // a sheet that is not full is the last one before a new beginning. All numbers lie in their tables.
 
 #include "driver/plan/sheet_plan.h"
+#include "fuzz/bytes.h"
 #include "fuzz/fuzz_target.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace {
 
-/// Numbers out of bytes; when they end, zeros.
-class Bytes {
-public:
-    Bytes(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
+/// Mostly small, with the ends of what a ticket can hold.
+std::int64_t pageFrom(Bytes& bytes) {
+    static constexpr std::array<std::int64_t, 6> kOdd{0, -1, INT32_MIN, INT32_MAX, kMostPlannedPages, 256};
+    const std::size_t value = bytes.next();
+    return value < 250 ? static_cast<std::int64_t>(value) : kOdd[value - 250];
+}
 
-    std::int64_t next() { return at_ == end_ ? 0 : *at_++; }
-    /// One of so many.
-    std::int64_t below(std::int64_t count) { return next() % count; }
-    bool flag() { return below(2) != 0; }
-    /// Mostly small, with the ends of what a ticket can hold.
-    std::int64_t page() {
-        static constexpr std::array<std::int64_t, 6> kOdd{0, -1, INT32_MIN, INT32_MAX, kMostPlannedPages, 256};
-        const std::int64_t value = next();
-        return value < 250 ? value : kOdd[static_cast<std::size_t>(value - 250)];
-    }
-    const char* color() {
-        static constexpr std::array kColors{"", "Blue", "Red", "Yellow"};
-        return kColors[static_cast<std::size_t>(below(std::size(kColors)))];
-    }
-
-private:
-    const std::uint8_t* at_;
-    const std::uint8_t* end_;
-};
+const char* colorFrom(Bytes& bytes) {
+    static constexpr std::array kColors{"", "Blue", "Red", "Yellow"};
+    return kColors[bytes.below(kColors.size())];
+}
 
 std::optional<CoverInstruction> coverFrom(Bytes& bytes) {
     return bytes.flag()
-               ? std::optional(CoverInstruction{static_cast<CoverPrint>(bytes.below(4)), {.color = bytes.color()}})
+               ? std::optional(CoverInstruction{static_cast<CoverPrint>(bytes.below(4)), {.color = colorFrom(bytes)}})
                : std::nullopt;
 }
 
@@ -49,7 +36,7 @@ JobInstructions jobFrom(Bytes& bytes) {
     job.sides = static_cast<Sides>(bytes.below(3));
     job.kind = bytes.below(8) == 0 ? JobKind::fax : JobKind::print;
     job.fax = FaxInstruction{};
-    job.numberUp = static_cast<int>(std::array{1, 2, 4, 6, 9, 16, 0, -3}[static_cast<std::size_t>(bytes.below(8))]);
+    job.numberUp = static_cast<int>(std::array{1, 2, 4, 6, 9, 16, 0, -3}[bytes.below(std::size_t{8})]);
     job.copies = static_cast<int>(bytes.below(3));
     job.isCollated = bytes.flag();
     job.isReversed = bytes.flag();
@@ -57,7 +44,7 @@ JobInstructions jobFrom(Bytes& bytes) {
     if (bytes.flag()) {
         job.paper.type = kTransparencyType;
         job.separators = static_cast<Separators>(bytes.below(3));
-        job.separatorColor = bytes.color();
+        job.separatorColor = colorFrom(bytes);
     }
     if (bytes.below(3) == 0) {
         job.booklet = BookletInstruction{.isRightToLeft = bytes.flag()};
@@ -68,16 +55,17 @@ JobInstructions jobFrom(Bytes& bytes) {
     job.finishing.offset = static_cast<Offset>(bytes.below(3));
     job.finishing.pagesPerSubset = static_cast<int>(bytes.below(9)) - 1;
     for (std::int64_t i = bytes.below(4); i-- > 0;) {
-        job.pages.push_back({bytes.page(), bytes.page()});
+        job.pages.push_back({pageFrom(bytes), pageFrom(bytes)});
     }
     for (std::int64_t i = bytes.below(8); i-- > 0;) {
-        job.inserts.push_back({bytes.page(), static_cast<int>(bytes.below(4)), {.color = bytes.color()}});
+        job.inserts.push_back({pageFrom(bytes), static_cast<int>(bytes.below(4)), {.color = colorFrom(bytes)}});
     }
     std::ranges::stable_sort(job.inserts, {}, &InsertInstruction::page);
     std::int64_t page = 0;
     for (std::int64_t i = bytes.below(8); i-- > 0;) {
-        ExceptionInstruction exception{{page + 1 + bytes.below(5), 0}, {.color = bytes.color()}, {}, {}, {}};
-        page = exception.pages.last = exception.pages.first + bytes.below(9);
+        ExceptionInstruction exception{
+            {page + 1 + bytes.below(std::int64_t{5}), 0}, {.color = colorFrom(bytes)}, {}, {}, {}};
+        page = exception.pages.last = exception.pages.first + bytes.below(std::int64_t{9});
         if (bytes.flag()) {
             exception.sides = static_cast<Sides>(bytes.below(3));
         }
