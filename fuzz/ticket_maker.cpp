@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
+#include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFString.h"
 #include "platform/printing/text.h"
 
@@ -161,6 +162,11 @@ private:
 }  // namespace
 
 CFRef<CFTypeRef> makeTicket(const std::uint8_t* data, std::size_t size) {
+    if (size > 0 && data[0] == '<') {
+        const auto bytes = CFRef<CFDataRef>::adopt(CFDataCreate(nullptr, data, static_cast<CFIndex>(size)));
+        return CFRef<CFTypeRef>::adopt(
+            CFPropertyListCreateFromXMLData(nullptr, bytes.get(), kCFPropertyListImmutable, nullptr));
+    }
     return makeTicket(data, size, {kKeys, false});
 }
 

@@ -1,7 +1,9 @@
 // Any property list as the tickets of a job.
 //
-// Contract: whatever it holds, instructions keep what everybody who reads them relies on, and they have a plan.
+// Contract: whatever it holds, instructions keep what everybody who reads them relies on, and they have a plan. What is
+// done with pages is the same when it is written and read.
 
+#include "driver/instructions/page_options.h"
 #include "driver/instructions/read_instructions.h"
 #include "driver/plan/sheet_plan.h"
 #include "fuzz/fuzz_target.h"
@@ -21,6 +23,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     JobInstructions job = readInstructions(ticket, ticket);
     FUZZ_EXPECT(job == readInstructions(ticket, ticket));
     readSecrets(ticket);
+    writePageOptions(job, nullptr, ticket);
+    JobInstructions again;
+    readPageOptions(ticket, &again);
+    FUZZ_EXPECT(again.numberUp == job.numberUp && again.numberUpOrder == job.numberUpOrder);
+    FUZZ_EXPECT(again.subset == job.subset && again.isReversed == job.isReversed);
+    FUZZ_EXPECT(again.scaling == job.scaling && again.hasBorders == job.hasBorders);
     PMTicketReleaseAndClear(&ticket);
 
     FUZZ_EXPECT(job.copies >= 1 && job.finishing.pagesPerSubset >= 1);

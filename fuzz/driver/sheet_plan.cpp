@@ -72,6 +72,9 @@ JobInstructions jobFrom(Bytes& bytes) {
         exception.shift = {double(bytes.below(2)), double(bytes.below(2))};
         job.exceptions.push_back(std::move(exception));
     }
+    if (bytes.flag()) {
+        job.fax->coverSheet = FaxCoverInstruction{};
+    }
     return job;
 }
 

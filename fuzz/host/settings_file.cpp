@@ -1,7 +1,8 @@
 // Any bytes as a file of settings, or any property list as the settings in it, and what presets keep of them.
 //
-// Contract: a file is settings or a reason in one line. What a preset keeps it keeps again, and is the same preset; the
-// last used settings are a part of it. The file's name for them is a text that a preset may have.
+// Contract: a file is settings, which are the same when they are written and read, or a reason in one line. What a
+// preset keeps it keeps again, and is the same preset; the last used settings are a part of it. The file's name for
+// them is a text that a preset may have.
 
 #include "host/settings/settings_file.h"
 
@@ -9,6 +10,7 @@
 #include "fuzz/ticket_maker.h"
 #include "host/settings/preset_content.h"
 #include "host/settings/presets.h"
+#include "platform/files/temporary_files.h"
 
 namespace {
 
@@ -44,5 +46,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string clean = cleanPresetName(name);
     FUZZ_EXPECT(cleanPresetName(clean) == clean);
     checkPresets(*settings);
+    static const WorkFolder folder;
+    const std::string path = folder.path() + "/settings";
+    FUZZ_EXPECT(!writeSettingsFile(*settings, path, name));
+    std::string nameAgain;
+    auto again = readSettingsFile(path, &nameAgain);
+    FUZZ_EXPECT(again && isSame(*again, *settings) && nameAgain == name);
     return 0;
 }
