@@ -5,9 +5,12 @@
 
 #include "platform/printing/lpoptions_text.h"
 
-#include "fuzz/fuzz_target.h"
+#include "fuzz/memory_file.h"
 
 #include <algorithm>
+#include <array>
+
+#include <cups/file.h>
 
 namespace {
 
@@ -19,6 +22,25 @@ std::vector<SavedDestination> others(const std::string& text) {
     std::vector<SavedDestination> destinations = destinationsInText(text);
     std::erase_if(destinations, [](const SavedDestination& each) { return !isOfOthers(each); });
     return destinations;
+}
+
+/// The options of the destination as the print server's library takes them from the file.
+OptionList optionsOfLibrary(const std::string& text) {
+    const std::string& path = memoryFile(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+    cups_file_t* const file = cupsFileOpen(path.c_str(), "r");
+    OptionList options;
+    std::array<char, 8192> line{};
+    char* value = nullptr;
+    int number = 0;
+    while (cupsFileGetConf(file, line.data(), line.size(), &value, &number) != nullptr) {
+        const std::string_view rest = value == nullptr ? "" : value;
+        const std::string_view name = rest.substr(0, rest.find_first_of(" \t\v\f\r"));
+        if ((isSameOption(line.data(), "Dest") || isSameOption(line.data(), "Default")) && isSameOption(name, "q/i")) {
+            setOptions(&options, optionsInFilterText(std::string(rest.substr(name.size()))));
+        }
+    }
+    cupsFileClose(file);
+    return options;
 }
 
 bool isSame(const SavedDestination& one, const SavedDestination& other) {
@@ -38,6 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     OptionList expected = options;
     std::erase_if(expected, [](const auto& option) { return !fitsIntoLine(option); });
     FUZZ_EXPECT(optionsInText(written, "q/i") == expected);
+    FUZZ_EXPECT(optionsOfLibrary(written) == expected);
     FUZZ_EXPECT(std::ranges::equal(others(written), others(file), isSame));
     FUZZ_EXPECT(textWithOptions(written, "q/i", options) == written);
     const std::string without = textWithout(written, "q/i");
