@@ -352,7 +352,9 @@ TEST(PlugInResources, WindowsHaveTheirControls) {
     for (const NibWindow& window : NibWindowsBelow(kPlugIn.nibs())) {
         present[window.nib + QLatin1Char('/') + window.window] = {window.controls.begin(), window.controls.end()};
     }
-    EXPECT_EQ(expected.keys(), present.keys());
+    const QStringList known = expected.keys();
+    const QStringList there = present.keys();
+    EXPECT_EQ(known.join(u'\n').toStdString(), there.join(u'\n').toStdString());
     for (auto row = expected.cbegin(); row != expected.cend(); ++row) {
         EXPECT_EQ(Listed(row.value()), Listed(present.value(row.key()))) << row.key().toStdString();
     }
