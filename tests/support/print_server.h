@@ -115,6 +115,7 @@ Order deny,allow
 )" << more;
         std::ofstream files(folder_ / "cups-files.conf");
         files << "FileDevice Yes\nSystemGroup root\nGroup nogroup\n";
+        files << "SetEnv ASAN_OPTIONS detect_leaks=0\n";  // its user cannot read what may be overlooked
         files << "ServerBin " << makePrograms(hasFilter).string() << '\n';
         constexpr std::array<std::pair<const char*, const char*>, 8> kPlaces{{{"ServerRoot", "root"},
                                                                               {"CacheDir", "cache"},

@@ -170,6 +170,7 @@ TEST_F(TextInputTest, WhatTheSetHasNotIsLeftOutAndTold) {
     EXPECT_EQ(content(), "49089S1");
     EXPECT_EQ(told, (Words{"+ ()", kSmile, "s", "    too long"}));
     EXPECT_EQ(takeWords().size(), 2U) << "of what was taken";
+    LimitInputLengthAndCharacters(field, 10, nullptr);  // gives the set back
 }
 
 TEST_F(TextInputTest, AFieldOwnsOneCountOfItsCharacterSet) {
