@@ -75,7 +75,7 @@ private:
 /// Whether the condition comes true within some seconds.
 template <typename Condition>
 bool eventually(Condition condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(50);
     while (std::chrono::steady_clock::now() < end) {
         if (condition()) {
             return true;
