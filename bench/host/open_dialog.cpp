@@ -117,8 +117,11 @@ int main(int argc, char** argv) {
             ratios.push_back(times[0][i] / times[each][i]);
         }
         const char* const slash = std::strrchr(commands[each][0], '/');
-        std::printf("    %-24s %7.1f ms   ratio %.2f\n", slash == nullptr ? commands[each][0] : slash + 1,
-                    bench::medianOf(times[each]) / 1000, bench::medianOf(ratios));
+        const char* const name = slash == nullptr ? commands[each][0] : slash + 1;
+        std::printf("    %-24s %7.1f ms   ratio %.2f\n", name, bench::medianOf(times[each]) / 1000,
+                    bench::medianOf(ratios));
+        bench::addRow(bench::nameOfRow(name), bench::medianOf(times[0]), bench::medianOf(times[each]),
+                      bench::medianOf(ratios));
     }
     return 0;
 }
