@@ -27,7 +27,7 @@ PPDFile makePPD(Bytes& bytes) {
         if (const std::size_t chosen = bytes.below(option.choices.size() + 1); chosen > 0) {
             option.defaultChoice = chosen - 1;
         }
-        ppd.options.push_back(std::move(option));
+        ppd.addOption(std::move(option));
     }
     if (bytes.flag()) {
         const auto least = static_cast<float>(bytes.next());

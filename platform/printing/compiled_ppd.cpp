@@ -8,8 +8,8 @@
 #include "platform/printing/printer_info.h"
 #include "platform/printing/text.h"
 
-#include <algorithm>
 #include <cstring>
+#include <map>
 
 namespace {
 
@@ -24,8 +24,8 @@ struct MainKeyword {
     std::vector<Choice> choices;
 };
 
-bool equal(ConstPPDString left, const PPDByteString& right) {
-    return left[0] == right[0] && std::memcmp(left + 1, right.data() + 1, left[0]) == 0;
+std::string_view bytesOf(ConstPPDString text) {
+    return {reinterpret_cast<const char*>(text) + 1, text[0]};
 }
 
 }  // namespace
@@ -33,13 +33,15 @@ bool equal(ConstPPDString left, const PPDByteString& right) {
 /// Main and option indexes are positions in the PPD's options and their choices.
 struct OpaquePPDContext {
     std::shared_ptr<const PPDFile> file;
-    const PPDFile& ppd;                 // the same
-    std::vector<MainKeyword> keywords;  // one for each option of the PPD, at the same position
+    const PPDFile& ppd;                         // the same
+    std::vector<MainKeyword> keywords;          // one for each option of the PPD, at the same position
+    std::map<std::string_view, UInt32> places;  // of each keyword the first, lent by `keywords`
 
     explicit OpaquePPDContext(std::shared_ptr<const PPDFile> opened) : file(std::move(opened)), ppd(*file) {
         keywords.reserve(ppd.options.size());
         for (const PPDOption& option : ppd.options) {
             MainKeyword& made = keywords.emplace_back(MainKeyword{ppdByteString(option.keyword), {}});
+            places.try_emplace(bytesOf(made.keyword.data()), static_cast<UInt32>(keywords.size() - 1));
             made.choices.reserve(option.choices.size());
             for (const PPDChoice& choice : option.choices) {
                 made.choices.push_back({ppdByteString(choice.keyword), ppdByteString(choice.title), choice.marked});
@@ -138,12 +140,11 @@ OSStatus ppdGetMainIndex(PPDContext context, ConstPPDString mainKeyword, UInt32*
     if (context == nullptr || mainKeyword == nullptr || mainIndex == nullptr) {
         return paramErr;
     }
-    const auto found = std::ranges::find_if(context->keywords,
-                                            [&](const MainKeyword& main) { return equal(mainKeyword, main.keyword); });
-    if (found == context->keywords.end()) {
+    const auto found = context->places.find(bytesOf(mainKeyword));
+    if (found == context->places.end()) {
         return kPPDNotFound;
     }
-    *mainIndex = static_cast<UInt32>(found - context->keywords.begin());
+    *mainIndex = found->second;
     return noErr;
 }
 

@@ -1,7 +1,7 @@
 #include "platform/printing/option_list.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <map>
 
 #include <cups/cups.h>
 
@@ -11,6 +11,10 @@ char lowerCase(char letter) {
 
 bool isSameOption(std::string_view left, std::string_view right) {
     return std::ranges::equal(left, right, {}, lowerCase, lowerCase);
+}
+
+bool OptionOrder::operator()(std::string_view left, std::string_view right) const {
+    return std::ranges::lexicographical_compare(left, right, {}, lowerCase, lowerCase);
 }
 
 const std::string* findOption(const OptionList& options, std::string_view name) {
@@ -28,18 +32,13 @@ void setOption(OptionList* options, const std::string& name, const std::string& 
 }
 
 void setOptions(OptionList* options, const OptionList& others) {
-    const auto key = [](const std::string& name) {
-        std::string lower(name.size(), '\0');
-        std::ranges::transform(name, lower.begin(), lowerCase);
-        return lower;
-    };
-    std::unordered_map<std::string, std::size_t> places;
+    std::map<std::string, std::size_t, OptionOrder> places;
     std::size_t number = 0;
     for (const auto& [name, value] : *options) {
-        places.emplace(key(name), number++);
+        places.emplace(name, number++);
     }
     for (const auto& [name, value] : others) {
-        const auto [place, isNew] = places.emplace(key(name), options->size());
+        const auto [place, isNew] = places.emplace(name, options->size());
         if (isNew) {
             options->emplace_back(name, value);
         } else {

@@ -12,11 +12,16 @@ using OptionList = std::vector<std::pair<std::string, std::string>>;
 char lowerCase(char letter);
 /// Whether names or values are the same to CUPS, which ignores the case of ASCII letters.
 bool isSameOption(std::string_view left, std::string_view right);
+/// An order in which names that are the same to CUPS are equal.
+struct OptionOrder {
+    using is_transparent = void;
+    bool operator()(std::string_view left, std::string_view right) const;
+};
 
 /// The value of an option, lent; null when the list does not have it.
 const std::string* findOption(const OptionList& options, std::string_view name);
 
-/// Sets an option, in the place of one of the same name.
+/// Sets an option, in the place of one of the same name. Several are set faster at once.
 void setOption(OptionList* options, const std::string& name, const std::string& value);
 void setOptions(OptionList* options, const OptionList& others);
 

@@ -283,10 +283,14 @@ std::optional<std::size_t> PPDOption::findChoice(std::string_view choice) const 
     return static_cast<std::size_t>(found - choices.begin());
 }
 
+void PPDFile::addOption(PPDOption option) {
+    placesOfOptions.try_emplace(option.keyword, options.size());
+    options.push_back(std::move(option));
+}
+
 const PPDOption* PPDFile::findOption(std::string_view keyword) const {
-    const auto found =
-        std::ranges::find_if(options, [&](const PPDOption& each) { return isSameOption(each.keyword, keyword); });
-    return found == options.end() ? nullptr : &*found;
+    const auto found = placesOfOptions.find(keyword);
+    return found == placesOfOptions.end() ? nullptr : &options[found->second];
 }
 
 std::string PPDFile::attribute(std::string_view keyword) const {
@@ -308,7 +312,7 @@ std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason)
             const ppd_group_t& group = ppd->groups[g];
             const std::string_view name = group.name;
             for (int o = 0; o < group.num_options && (name != "General") == grouped; ++o) {
-                made.options.push_back(
+                made.addOption(
                     makeOption(ppd.get(), group.options[o], isSameOption(name, "InstallableOptions"), translated));
             }
         }

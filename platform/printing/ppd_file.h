@@ -67,8 +67,9 @@ struct PPDConstraint {
 [[nodiscard]] std::string_view settingOf(std::string_view keyword);
 
 struct PPDFile {
-    std::string name;  // short nickname; empty when it has none
-    std::vector<PPDOption> options;
+    std::string name;                                                 // short nickname; empty when it has none
+    std::vector<PPDOption> options;                                   // added by addOption
+    std::map<std::string, std::size_t, OptionOrder> placesOfOptions;  // by main keyword, the first of each
     std::map<std::string, std::string, std::less<>> attributes;  // main keywords without options, the first of each
     std::vector<PPDPaper> papers;                                // without the "Custom" pseudo size
     std::optional<PPDCustomSizes> customSizes;
@@ -79,6 +80,7 @@ struct PPDFile {
     std::vector<std::string> filters;  // the print server's lines that say which filters make what the printer reads
     std::string passcodeKeyword;       // of the custom option that takes a passcode; empty when there is none
 
+    void addOption(PPDOption option);
     /// The option of a main keyword, in upper or lower case. Null when the PPD has none.
     [[nodiscard]] const PPDOption* findOption(std::string_view keyword) const;
     /// The value of a main keyword without options; empty when there is none.

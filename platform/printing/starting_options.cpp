@@ -100,10 +100,11 @@ bool isChoiceInOtherWords(const PPDFile& ppd, const std::string& name) {
 StartingOptions sortOptions(const PPDFile& ppd, const std::string& ppdPath, const OptionList& options) {
     StartingOptions start;
     OptionList standard;
+    OptionList chosen;
     for (const auto& [name, value] : options) {
         if (const PPDOption* const option = ppd.findOption(name)) {
             if (const std::string choice = choiceOf(*option, value); !choice.empty() && !option->installable) {
-                setOption(&start.choices, option->keyword, choice);
+                chosen.emplace_back(option->keyword, choice);
             }
             continue;
         }
@@ -117,6 +118,7 @@ StartingOptions sortOptions(const PPDFile& ppd, const std::string& ppdPath, cons
             start.others.emplace_back(name, value);
         }
     }
+    setOptions(&start.choices, chosen);
     for (const auto& [keyword, choice] : chooseByStandardOptions(ppdPath, standard)) {
         if (findOption(start.choices, keyword) == nullptr) {
             start.choices.emplace_back(keyword, choice);
