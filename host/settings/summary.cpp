@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <set>
 
 namespace {
 
@@ -65,9 +66,9 @@ public:
           usual_(session.usual()),
           changed_(optionsOf(session.printSettings())),
           texts_(texts) {
-        std::erase_if(changed_, [this](const auto& option) {
-            return std::ranges::find(usual_.options, option) != usual_.options.end() || isBeginningOfPanel(option);
-        });
+        const std::set<Options::value_type> usual(usual_.options.begin(), usual_.options.end());
+        std::erase_if(changed_,
+                      [&](const auto& option) { return usual.contains(option) || isBeginningOfPanel(option); });
     }
 
     std::vector<std::string> make() {
