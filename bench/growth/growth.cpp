@@ -271,9 +271,9 @@ struct List {
     Sizes sizes = kSizes;
 };
 
-// Of a PPD no more than 8 MB are read.
+// Presets are files, which the file system makes slowly; of a PPD no more than 8 MB are read.
 const List kLists[] = {
-    {"presets", growPresets},
+    {"presets", growPresets, {10, 1000, 20000}},
     {"watermarks", growWatermarks},
     {"recipients", growRecipients},
     {"stocks", growStocks},

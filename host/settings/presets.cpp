@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <set>
 
 namespace {
 
@@ -61,8 +62,9 @@ KeptFile readFile(const fs::path& path) {
     return {path, settings && name.empty() ? path.stem().string() : name, std::move(settings)};
 }
 
-/// The plain files in the folder, in the order of their names.
-std::vector<KeptFile> readFolder(const fs::path& folder) {
+/// Hands over the plain files in the folder one by one, in the order of their names.
+template <typename Take>
+void readFolder(const fs::path& folder, Take take) {
     std::vector<fs::path> paths;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
@@ -72,9 +74,9 @@ std::vector<KeptFile> readFolder(const fs::path& folder) {
         }
     }
     std::ranges::sort(paths);
-    std::vector<KeptFile> files;
-    std::ranges::transform(paths, std::back_inserter(files), readFile);
-    return files;
+    for (const fs::path& path : paths) {
+        take(readFile(path));
+    }
 }
 
 /// The files with settings of that name: one, unless somebody has put another one there.
@@ -86,8 +88,12 @@ std::vector<KeptFile> filesNamed(const fs::path& folder, const std::string& name
             return {std::move(file)};
         }
     }
-    std::vector<KeptFile> files = readFolder(folder);
-    std::erase_if(files, [&](const KeptFile& file) { return file.name != name; });
+    std::vector<KeptFile> files;
+    readFolder(folder, [&](KeptFile file) {
+        if (file.name == name) {
+            files.push_back(std::move(file));
+        }
+    });
     return files;
 }
 
@@ -111,13 +117,15 @@ std::string KeptSettings::subject(const std::string& name) const {
 
 KeptSettings::Names KeptSettings::list() const {
     Names found;
-    for (const KeptFile& file : readFolder(folderPath(folder_, false))) {
+    std::set<std::string> names;
+    readFolder(folderPath(folder_, false), [&](const KeptFile& file) {
         if (file.name.empty()) {
             found.unreadable.push_back({file.path.filename().string(), file.settings.failure().line});
-        } else if (std::ranges::find(found.names, file.name) == found.names.end()) {
-            found.names.push_back(file.name);
+        } else {
+            names.insert(file.name);
         }
-    }
+    });
+    found.names.assign(names.begin(), names.end());
     return found;
 }
 
