@@ -32,7 +32,8 @@ public:
     }
 
     std::string text() const {
-        const std::string reasons = joined(installed_, [&](const Side& side) { return reason(side); });
+        const std::string reasons =
+            joined(installed_, CFSTR("Conflict And Reason"), [&](const Side& side) { return reason(side); });
         if (chosen_.size() == 1 && installed_.empty()) {
             return say(CFSTR("Conflict Limits"), {named(chosen_[0])});
         }
@@ -43,7 +44,7 @@ public:
         const bool isOnePanel =
             !panel.empty() && std::ranges::all_of(chosen_, [&](const Side& side) { return side.words.panel == panel; });
         const auto name = [&](const Side& side) { return isOnePanel ? quoted(side) : named(side); };
-        const std::string others = joined({chosen_.begin() + 1, chosen_.end()}, name);
+        const std::string others = joined({chosen_.begin() + 1, chosen_.end()}, CFSTR("Conflict And"), name);
         if (!installed_.empty()) {
             return say(CFSTR("Conflict Together Installed"), {name(chosen_[0]), others, reasons});
         }
@@ -53,7 +54,8 @@ public:
 
     /// Why the choice cannot be taken at all.
     std::string obstacle() const {
-        return say(CFSTR("Conflict Obstacle"), {joined(installed_, [&](const Side& side) { return reason(side); })});
+        return say(CFSTR("Conflict Obstacle"),
+                   {joined(installed_, CFSTR("Conflict And Reason"), [&](const Side& side) { return reason(side); })});
     }
 
 private:
@@ -74,10 +76,10 @@ private:
                               : say(CFSTR("Conflict Has Installed"), {side.words.title, side.words.choice});
     }
     template <typename Name>
-    std::string joined(const std::vector<Side>& sides, Name name) const {
+    std::string joined(const std::vector<Side>& sides, CFStringRef conjunction, Name name) const {
         std::string all;
         for (const Side& side : sides) {
-            all = all.empty() ? name(side) : say(CFSTR("Conflict And"), {all, name(side)});
+            all = all.empty() ? name(side) : say(conjunction, {all, name(side)});
         }
         return all;
     }
