@@ -1,8 +1,8 @@
 // Two pieces of work timed in turn, so that a change of the machine's speed meets both, and the row that tells of them.
 //
-// What scripts/bench says by the environment: TAVRO_BENCH_RATIOS, a file to which every row is added as name, ours, peer
-// (microseconds) and ratio, between tabs; TAVRO_BENCH_PART, the first word of the names in place of the program's; and
-// TAVRO_BENCH_ROW, the only row to measure.
+// What scripts/bench says by the environment: TAVRO_BENCH_RATIOS, a file to which every row is added as name, ours,
+// peer (microseconds) and ratio, between tabs; TAVRO_BENCH_PART, the first word of the names in place of the program's;
+// and TAVRO_BENCH_ROW, the only row to measure.
 #pragma once
 
 #include <algorithm>
