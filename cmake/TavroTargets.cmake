@@ -32,6 +32,18 @@ function(tavro_platform_library name)
   install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/tavro-print)
 endfunction()
 
+# What the platform or the driver loads on demand, from beside those libraries (platform/foundation/own_module.h).
+function(tavro_platform_module name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} MODULE ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE tavro_flags ${ARG_LINK})
+  set_target_properties(${name} PROPERTIES
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
+    LIBRARY_OUTPUT_DIRECTORY ${TAVRO_STAGE}/lib
+    BUILD_RPATH_USE_ORIGIN ON INSTALL_RPATH "$ORIGIN")
+  install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/tavro-print)
+endfunction()
+
 # A folder of the plug-in: objects that end up in the bundle's executable, and that tests link by themselves.
 function(tavro_plugin_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC" ${ARGN})

@@ -1,34 +1,19 @@
 #include "driver/pages/pages_library.h"
 
-#include "platform/foundation/CFBase.h"
-
-#include <dlfcn.h>
+#include "platform/foundation/own_module.h"
 
 namespace {
-
-constexpr const char* kFileName = "libtavro_driver_pages.so";
 
 struct Loaded {
     const PagesLibrary* library = nullptr;
     std::string fault;  // why there is none
 };
 
-/// Beside the platform's libraries.
-std::string modulePath() {
-    Dl_info platform = {};
-    const bool known = dladdr(reinterpret_cast<const void*>(&CFRetain), &platform) != 0;
-    const std::string path = known ? platform.dli_fname : "";
-    return path.substr(0, path.rfind('/') + 1) + kFileName;
-}
-
 Loaded load() {
-    void* const module = dlopen(modulePath().c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const getter = module != nullptr ? dlsym(module, "tavroPagesLibrary") : nullptr;
-    if (getter == nullptr) {
-        const char* const error = dlerror();
-        return {nullptr, std::string("cannot be read: ") + (error != nullptr ? error : kFileName)};
-    }
-    return {reinterpret_cast<decltype(&tavroPagesLibrary)>(getter)(), {}};
+    std::string reason;
+    const auto library =
+        ownModuleFunction<decltype(tavroPagesLibrary)>("libtavro_driver_pages.so", "tavroPagesLibrary", &reason);
+    return library != nullptr ? Loaded{library(), {}} : Loaded{nullptr, "cannot be read: " + reason};
 }
 
 /// Null, with the reason, where it cannot be loaded.

@@ -20,4 +20,4 @@ public:
 CardLibrary* cardLibrary();
 
 /// What the loaded object exports.
-extern "C" CardLibrary* tavroCardLibrary();
+extern "C" __attribute__((visibility("default"))) CardLibrary* tavroCardLibrary();

@@ -1,5 +1,6 @@
 // Windows in front of those of other programs.
 
+#include "platform/foundation/own_module.h"
 #include "platform/toolbox/Windows.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/wayland_owner.h"
@@ -9,8 +10,6 @@
 #include <QWindow>
 
 #include <string>
-
-#include <dlfcn.h>
 
 namespace {
 
@@ -29,15 +28,11 @@ bool setX11Owner(QWidget* widget, const QString& name) {
     return true;
 }
 
-/// The module lies beside the library that this function is in; a build may be without it.
+/// A build may be without the module.
 bool setWaylandOwner(QWidget* widget, const QString& name) {
-    Dl_info self = {};
-    const bool isKnown = dladdr(reinterpret_cast<const void*>(&SetWindowForeignOwner), &self) != 0;
-    const std::string path = isKnown ? self.dli_fname : "";
-    void* const module = dlopen((path.substr(0, path.rfind('/') + 1) + kWaylandModule).c_str(), RTLD_NOW | RTLD_LOCAL);
-    void* const set = module == nullptr ? nullptr : dlsym(module, "tavroSetWaylandOwner");
-    return set != nullptr &&
-           reinterpret_cast<decltype(&tavroSetWaylandOwner)>(set)(widget->windowHandle(), name.toUtf8().constData());
+    std::string reason;
+    const auto set = ownModuleFunction<decltype(tavroSetWaylandOwner)>(kWaylandModule, "tavroSetWaylandOwner", &reason);
+    return set != nullptr && set(widget->windowHandle(), name.toUtf8().constData());
 }
 
 }  // namespace
