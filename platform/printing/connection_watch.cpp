@@ -1,6 +1,7 @@
 #include "platform/printing/connection_watch.h"
 
 #include "platform/files/descriptor.h"
+#include "platform/printing/cups_library.h"
 #include "platform/printing/interruption.h"
 
 #include <cstring>
@@ -21,7 +22,7 @@ sockaddr_storage peerOf(int socket) {
 ConnectionWatch::ConnectionWatch(http_t* http, int milliseconds, Signals signals)
     : http_(http),
       signals_(signals),
-      peer_(peerOf(httpGetFd(http))),
+      peer_(peerOf(cups().httpGetFd(http))),
       deadline_(Clock::now() + std::chrono::milliseconds(milliseconds)),
       thread_([this] { run(); }) {}
 
@@ -68,7 +69,7 @@ void ConnectionWatch::run() {
 /// The library may be closing its socket and opening another one at this moment, so that the number means something
 /// else: a copy of the descriptor stays what it is, and is only cut when the print server is at its other end.
 void ConnectionWatch::cut() const {
-    const Descriptor copy(fcntl(httpGetFd(http_), F_DUPFD_CLOEXEC, 0));
+    const Descriptor copy(fcntl(cups().httpGetFd(http_), F_DUPFD_CLOEXEC, 0));
     const sockaddr_storage peer = peerOf(copy.get());
     if (copy && peer.ss_family != AF_UNSPEC && std::memcmp(&peer, &peer_, sizeof peer) == 0) {
         shutdown(copy.get(), SHUT_RDWR);

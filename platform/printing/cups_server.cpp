@@ -3,6 +3,7 @@
 #include "platform/files/plain_file.h"
 #include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
+#include "platform/printing/cups_library.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ppd_file.h"
 #include "platform/printing/saved_options.h"
@@ -84,7 +85,7 @@ Answer answerInTime(std::function<Answer()> ask, int timeoutMilliseconds) {
 
 /// Whether the last request got what it asked for; a server without queues, or without a default one, says "not found".
 bool isFine() {
-    const ipp_status_t status = cupsLastError();
+    const ipp_status_t status = cups().cupsLastError();
     return status <= IPP_STATUS_OK_EVENTS_COMPLETE || status == IPP_STATUS_ERROR_NOT_FOUND;
 }
 
@@ -96,8 +97,8 @@ std::optional<std::string> askForDefault(ServerConnection& server) {
     if (!answer || !isFine()) {
         return std::nullopt;
     }
-    ipp_attribute_t* const name = ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME);
-    return name == nullptr ? std::string() : std::string(ippGetString(name, 0, nullptr));
+    ipp_attribute_t* const name = cups().ippFindAttribute(answer.get(), "printer-name", IPP_TAG_NAME);
+    return name == nullptr ? std::string() : std::string(cups().ippGetString(name, 0, nullptr));
 }
 
 /// A conversation that may go on with a further question.
@@ -115,9 +116,9 @@ DefaultQueue askForUsersDefault(Conversation* server, int timeoutMilliseconds) {
 
 std::vector<std::string> namesIn(ipp_t* answer) {
     std::vector<std::string> names;
-    for (ipp_attribute_t* name = ippFindAttribute(answer, "printer-name", IPP_TAG_NAME); name != nullptr;
-         name = ippFindNextAttribute(answer, "printer-name", IPP_TAG_NAME)) {
-        names.emplace_back(ippGetString(name, 0, nullptr));
+    for (ipp_attribute_t* name = cups().ippFindAttribute(answer, "printer-name", IPP_TAG_NAME); name != nullptr;
+         name = cups().ippFindNextAttribute(answer, "printer-name", IPP_TAG_NAME)) {
+        names.emplace_back(cups().ippGetString(name, 0, nullptr));
     }
     return names;
 }
@@ -157,19 +158,19 @@ bool isServersOwn(std::string_view name) {
 /// The attribute's values as an option has them; empty for what cannot stand there.
 std::string optionValue(ipp_attribute_t* attribute) {
     std::string text;
-    for (int i = 0; i < ippGetCount(attribute); ++i) {
+    for (int i = 0; i < cups().ippGetCount(attribute); ++i) {
         text += i > 0 ? "," : "";
-        switch (ippGetValueTag(attribute)) {
+        switch (cups().ippGetValueTag(attribute)) {
             case IPP_TAG_INTEGER:
             case IPP_TAG_ENUM:
-                text += std::to_string(ippGetInteger(attribute, i));
+                text += std::to_string(cups().ippGetInteger(attribute, i));
                 break;
             case IPP_TAG_BOOLEAN:
-                text += ippGetBoolean(attribute, i) != 0 ? "true" : "false";
+                text += cups().ippGetBoolean(attribute, i) != 0 ? "true" : "false";
                 break;
             case IPP_TAG_KEYWORD:
             case IPP_TAG_NAME:
-                text += ippGetString(attribute, i, nullptr);
+                text += cups().ippGetString(attribute, i, nullptr);
                 break;
             default:
                 return {};
@@ -183,8 +184,9 @@ std::string optionValue(ipp_attribute_t* attribute) {
 OptionList defaultsIn(ipp_t* answer) {
     static constexpr std::string_view kSuffix = "-default";
     OptionList defaults;
-    for (ipp_attribute_t* each = ippFirstAttribute(answer); each != nullptr; each = ippNextAttribute(answer)) {
-        std::string name = ippGetName(each) == nullptr ? "" : ippGetName(each);
+    for (ipp_attribute_t* each = cups().ippFirstAttribute(answer); each != nullptr;
+         each = cups().ippNextAttribute(answer)) {
+        std::string name = cups().ippGetName(each) == nullptr ? "" : cups().ippGetName(each);
         if (!name.ends_with(kSuffix)) {
             continue;
         }
@@ -207,17 +209,17 @@ FetchedQueue fetchPPD(ServerConnection& server, const std::string& queue) {
         return {kPMUnusableDescription, messageText("no memory for its PPD: %1", {systemMessage(errno)}), {}};
     }
     // Our own request instead of cupsGetPPD3, which for a shared queue turns to a further host with no time limit.
-    const http_status_t status = cupsGetFd(server.get(), ("/printers/" + queue + ".ppd").c_str(), file);
+    const http_status_t status = cups().cupsGetFd(server.get(), ("/printers/" + queue + ".ppd").c_str(), file);
     const off_t size = lseek(file, 0, SEEK_CUR);
     if (status != HTTP_STATUS_OK && status != HTTP_STATUS_ERROR && status != HTTP_STATUS_SERVICE_UNAVAILABLE &&
         status != HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED) {
-        return {kPMUnusableDescription, messageText("the queue has no PPD (%1)", {httpStatus(status)}), {}};
+        return {kPMUnusableDescription, messageText("the queue has no PPD (%1)", {cups().httpStatus(status)}), {}};
     }
     if (size > kPPDMaximumBytes) {
         return {kPMUnusableDescription, messageText("its PPD %1", {readFault(EFBIG, kPPDMaximumBytes)}), {}};
     }
-    const off_t announced = httpGetLength2(server.get());
-    if (status != HTTP_STATUS_OK || httpGetState(server.get()) != HTTP_STATE_WAITING ||
+    const off_t announced = cups().httpGetLength2(server.get());
+    if (status != HTTP_STATUS_OK || cups().httpGetState(server.get()) != HTTP_STATE_WAITING ||
         (announced > 0 && announced != size)) {
         return {kPMServerNotResponding, server.fault(), {}};
     }
@@ -236,7 +238,7 @@ ServerAnswer<IPPMessage> askAboutQueue(ServerConnection& server, const std::stri
     if (!answer || !isFine()) {
         return {kPMServerNotResponding, server.fault(), {}};
     }
-    if (cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
+    if (cups().cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND) {
         return {kPMNoSuchPrinter, messageText("the print server has no such queue"), {}};
     }
     return {noErr, {}, std::move(answer)};
@@ -280,8 +282,8 @@ FetchedQueue askForQueue(Conversation* conversation, const std::string& destinat
 // ---- Its state
 
 std::string textIn(ipp_t* answer, const char* name) {
-    ipp_attribute_t* const text = ippFindAttribute(answer, name, IPP_TAG_TEXT);
-    return text == nullptr ? std::string() : std::string(ippGetString(text, 0, nullptr));
+    ipp_attribute_t* const text = cups().ippFindAttribute(answer, name, IPP_TAG_TEXT);
+    return text == nullptr ? std::string() : std::string(cups().ippGetString(text, 0, nullptr));
 }
 
 ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
@@ -294,15 +296,16 @@ ExaminedQueue askForState(const std::string& queue, const PrivateFile& ppd) {
     }
     ExaminedQueue examined;
     ipp_t* const said = answer.value.get();
-    if (ipp_attribute_t* const accepts = ippFindAttribute(said, "printer-is-accepting-jobs", IPP_TAG_BOOLEAN)) {
-        examined.value.takesJobs = ippGetBoolean(accepts, 0) != 0;
+    if (ipp_attribute_t* const accepts = cups().ippFindAttribute(said, "printer-is-accepting-jobs", IPP_TAG_BOOLEAN)) {
+        examined.value.takesJobs = cups().ippGetBoolean(accepts, 0) != 0;
     }
-    if (ipp_attribute_t* const state = ippFindAttribute(said, "printer-state", IPP_TAG_ENUM)) {
-        examined.value.prints = ippGetInteger(state, 0) != IPP_PSTATE_STOPPED;
+    if (ipp_attribute_t* const state = cups().ippFindAttribute(said, "printer-state", IPP_TAG_ENUM)) {
+        examined.value.prints = cups().ippGetInteger(state, 0) != IPP_PSTATE_STOPPED;
     }
     examined.value.message = textIn(said, "printer-state-message");
-    ipp_attribute_t* const formats = ippFindAttribute(said, "document-format-supported", IPP_TAG_MIMETYPE);
-    examined.value.hasSettingsFilter = formats != nullptr && ippContainsString(formats, kSettingsFilterType) != 0;
+    ipp_attribute_t* const formats = cups().ippFindAttribute(said, "document-format-supported", IPP_TAG_MIMETYPE);
+    examined.value.hasSettingsFilter =
+        formats != nullptr && cups().ippContainsString(formats, kSettingsFilterType) != 0;
     const FetchedQueue now = fetchPPD(server, queue);
     if (now.status == kPMServerNotResponding) {
         return {now.status, now.reason, {}};

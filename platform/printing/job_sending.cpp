@@ -1,6 +1,7 @@
 #include "platform/printing/job_sending.h"
 
 #include "platform/foundation/message.h"
+#include "platform/printing/cups_library.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/server_connection.h"
@@ -19,10 +20,10 @@ class Options {
 public:
     explicit Options(const OptionList& options) {
         for (const auto& [name, value] : options) {
-            count_ = cupsAddOption(name.c_str(), value.c_str(), count_, &list_);
+            count_ = cups().cupsAddOption(name.c_str(), value.c_str(), count_, &list_);
         }
     }
-    ~Options() { cupsFreeOptions(count_, list_); }
+    ~Options() { cups().cupsFreeOptions(count_, list_); }
     Options(const Options&) = delete;
     Options& operator=(const Options&) = delete;
 
@@ -43,7 +44,7 @@ struct Fault {
 Fault faultOf(const ServerConnection& server, http_status_t status) {
     if (status >= HTTP_STATUS_BAD_REQUEST && status < HTTP_STATUS_CUPS_AUTHORIZATION_CANCELED &&
         status != HTTP_STATUS_UNAUTHORIZED) {
-        return {httpStatus(status), false};
+        return {cups().httpStatus(status), false};
     }
     return {server.fault(), !ServerConnection::wasRefused()};
 }
@@ -51,38 +52,38 @@ Fault faultOf(const ServerConnection& server, http_status_t status) {
 /// Makes a job without a document and returns its number; 0 for none. The library's own cupsCreateJob first asks where
 /// the queue is, on connections of its own without any deadline when the answer makes no sense.
 int createJob(ServerConnection& server, const std::string& queue, const std::string& title, const OptionList& options) {
-    ipp_t* const request = ippNewRequest(IPP_OP_CREATE_JOB);
-    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, queueAddress(queue).c_str());
-    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
-    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
+    ipp_t* const request = cups().ippNewRequest(IPP_OP_CREATE_JOB);
+    cups().ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, queueAddress(queue).c_str());
+    cups().ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cups().cupsUser());
+    cups().ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, title.c_str());
     const Options list(options);
     for (const ipp_tag_t group : {IPP_TAG_OPERATION, IPP_TAG_JOB, IPP_TAG_SUBSCRIPTION}) {
-        cupsEncodeOptions2(request, list.count(), list.list(), group);
+        cups().cupsEncodeOptions2(request, list.count(), list.list(), group);
     }
-    const IPPMessage answer(cupsDoRequest(server.get(), request, ("/printers/" + queue).c_str()));
-    ipp_attribute_t* const job = ippFindAttribute(answer.get(), "job-id", IPP_TAG_INTEGER);
-    return job != nullptr && cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE ? ippGetInteger(job, 0) : 0;
+    const IPPMessage answer(cups().cupsDoRequest(server.get(), request, ("/printers/" + queue).c_str()));
+    ipp_attribute_t* const job = cups().ippFindAttribute(answer.get(), "job-id", IPP_TAG_INTEGER);
+    return job != nullptr && cups().cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE ? cups().ippGetInteger(job, 0) : 0;
 }
 
 /// Asks the server to take a document, as cupsStartDocument does, which can say neither that it is packed nor how long
 /// it is: a server that takes no such document says so at once.
 http_status_t startDocument(ServerConnection& server, const std::string& queue, int job, const SentDocument& document,
                             std::size_t size) {
-    const IPPMessage request(ippNewRequest(IPP_OP_SEND_DOCUMENT));
+    const IPPMessage request(cups().ippNewRequest(IPP_OP_SEND_DOCUMENT));
     const auto add = [&](ipp_tag_t tag, const char* name, const std::string& value) {
-        ippAddString(request.get(), IPP_TAG_OPERATION, tag, name, nullptr, value.c_str());
+        cups().ippAddString(request.get(), IPP_TAG_OPERATION, tag, name, nullptr, value.c_str());
     };
     add(IPP_TAG_URI, "printer-uri", queueAddress(queue));
-    ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
-    add(IPP_TAG_NAME, "requesting-user-name", cupsUser());
+    cups().ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
+    add(IPP_TAG_NAME, "requesting-user-name", cups().cupsUser());
     add(IPP_TAG_NAME, "document-name", document.title);
     add(IPP_TAG_MIMETYPE, "document-format", document.contentType);
     if (document.isPacked) {
         add(IPP_TAG_KEYWORD, "compression", "gzip");
     }
-    ippAddBoolean(request.get(), IPP_TAG_OPERATION, "last-document", 1);
-    return cupsSendRequest(server.get(), request.get(), ("/printers/" + queue).c_str(),
-                           ippLength(request.get()) + size);
+    cups().ippAddBoolean(request.get(), IPP_TAG_OPERATION, "last-document", 1);
+    return cups().cupsSendRequest(server.get(), request.get(), ("/printers/" + queue).c_str(),
+                                  cups().ippLength(request.get()) + size);
 }
 
 /// Why the document of a job could not be sent; nothing when it could.
@@ -108,15 +109,15 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
                                1000.0 * static_cast<double>(sent) / patience.slowestBytesPerSecond - passed.count();
         server.allow(static_cast<int>(std::min(allowed, 1e9)));
         sent += static_cast<std::uintmax_t>(file.gcount());
-        status = cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
+        status = cups().cupsWriteRequestData(server.get(), bytes.data(), static_cast<std::size_t>(file.gcount()));
     }
     if (status == HTTP_STATUS_CONTINUE && sent < size) {
         return Fault{document.title + ": " + messageText("cannot be read to its end"), false};
     }
     if (status == HTTP_STATUS_ERROR && !server.isOverdue()) {
         // Who refuses a document in its middle says why and closes; what it said can still be read.
-        const IPPMessage answer(cupsGetResponse(server.get(), nullptr));
-        status = httpGetStatus(server.get());
+        const IPPMessage answer(cups().cupsGetResponse(server.get(), nullptr));
+        status = cups().httpGetStatus(server.get());
     }
     if (status >= HTTP_STATUS_BAD_REQUEST) {
         return faultOf(server, status);
@@ -129,15 +130,16 @@ std::optional<Fault> sendDocument(ServerConnection& server, const std::string& q
                      false};
     }
     server.allow(patience.stepMilliseconds);
-    const IPPMessage answer(cupsGetResponse(server.get(), ("/printers/" + queue).c_str()));
-    const bool isTaken = status == HTTP_STATUS_CONTINUE && answer && cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE;
+    const IPPMessage answer(cups().cupsGetResponse(server.get(), ("/printers/" + queue).c_str()));
+    const bool isTaken =
+        status == HTTP_STATUS_CONTINUE && answer && cups().cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE;
     return isTaken ? std::nullopt : std::optional(faultOf(server, status));
 }
 
 std::string jobAddress(int job) {
     std::array<char, HTTP_MAX_URI> address{};
-    httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), address.size(), "ipp", nullptr, "localhost", ippPort(),
-                     "/jobs/%d", job);
+    cups().httpAssembleURIf(HTTP_URI_CODING_ALL, address.data(), address.size(), "ipp", nullptr, "localhost",
+                            cups().ippPort(), "/jobs/%d", job);
     return address.data();
 }
 
@@ -147,19 +149,19 @@ std::optional<bool> hasDocument(int job) {
     const IPPMessage answer = server.get() == nullptr ? nullptr
                                                       : server.ask(IPP_OP_GET_JOB_ATTRIBUTES, jobAddress(job).c_str(),
                                                                    {"number-of-documents"});
-    if (!answer || cupsLastError() > IPP_STATUS_OK_EVENTS_COMPLETE) {
+    if (!answer || cups().cupsLastError() > IPP_STATUS_OK_EVENTS_COMPLETE) {
         return std::nullopt;
     }
-    ipp_attribute_t* const count = ippFindAttribute(answer.get(), "number-of-documents", IPP_TAG_INTEGER);
-    return count != nullptr && ippGetInteger(count, 0) > 0;
+    ipp_attribute_t* const count = cups().ippFindAttribute(answer.get(), "number-of-documents", IPP_TAG_INTEGER);
+    return count != nullptr && cups().ippGetInteger(count, 0) > 0;
 }
 
 /// Takes a job back. False when the server does not say that it has.
 bool forgetJob(const std::string& queue, int job) {
     ServerConnection server(serverPatience().questionMilliseconds, ConnectionWatch::Signals::ignored);
     return server.get() != nullptr &&
-           (cupsCancelJob2(server.get(), queue.c_str(), job, 1) <= IPP_STATUS_OK_EVENTS_COMPLETE ||
-            cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND);
+           (cups().cupsCancelJob2(server.get(), queue.c_str(), job, 1) <= IPP_STATUS_OK_EVENTS_COMPLETE ||
+            cups().cupsLastError() == IPP_STATUS_ERROR_NOT_FOUND);
 }
 
 /// Takes back what a server may have made when its answer was lost: jobs of the user's own, of that title and without a
@@ -168,13 +170,13 @@ void forgetUnansweredJob(const std::string& queue, const std::string& title) {
     cups_job_t* jobs = nullptr;
     ServerConnection server(serverPatience().questionMilliseconds, ConnectionWatch::Signals::ignored);
     const int count =
-        server.get() == nullptr ? 0 : cupsGetJobs2(server.get(), &jobs, queue.c_str(), 1, CUPS_WHICHJOBS_ACTIVE);
+        server.get() == nullptr ? 0 : cups().cupsGetJobs2(server.get(), &jobs, queue.c_str(), 1, CUPS_WHICHJOBS_ACTIVE);
     for (int i = 0; i < count; ++i) {
         if (jobs[i].title == title && hasDocument(jobs[i].id) == false) {
             forgetJob(queue, jobs[i].id);
         }
     }
-    cupsFreeJobs(std::max(count, 0), jobs);
+    cups().cupsFreeJobs(std::max(count, 0), jobs);
 }
 
 std::string jobName(const std::string& queue, int job) {

@@ -1,9 +1,9 @@
 #include "platform/printing/option_list.h"
 
+#include "platform/printing/cups_library.h"
+
 #include <algorithm>
 #include <map>
-
-#include <cups/cups.h>
 
 char lowerCase(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -67,12 +67,12 @@ std::string filterOptionsText(const OptionList& options) {
 OptionList optionsInFilterText(const std::string& text) {
     OptionList options;
     cups_option_t* list = nullptr;
-    const int count = cupsParseOptions(text.c_str(), 0, &list);
+    const int count = cups().cupsParseOptions(text.c_str(), 0, &list);
     OptionList all;
     for (int i = 0; i < count; ++i) {
         all.emplace_back(list[i].name, list[i].value);
     }
     setOptions(&options, all);
-    cupsFreeOptions(count, list);
+    cups().cupsFreeOptions(count, list);
     return options;
 }

@@ -4,6 +4,7 @@
 #include "platform/foundation/message.h"
 #include "platform/foundation/user_languages.h"
 #include "platform/printing/CompiledPPD.h"
+#include "platform/printing/cups_library.h"
 
 #include <QString>
 #include <algorithm>
@@ -16,16 +17,12 @@
 
 #include <unistd.h>
 
-// The PPD functions of CUPS are marked as deprecated in favour of IPP, which says nothing of a maker's own options.
-#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
-#include <cups/ppd.h>
-
 static_assert(kPPDUIBoolean == PPD_UI_BOOLEAN && kPPDUIPickOne == PPD_UI_PICKONE && kPPDUIPickMany == PPD_UI_PICKMANY);
 
 namespace {
 
 struct ClosePPD {
-    void operator()(ppd_file_t* ppd) const { ppdClose(ppd); }
+    void operator()(ppd_file_t* ppd) const { cups().ppdClose(ppd); }
 };
 using OpenedPPD = std::unique_ptr<ppd_file_t, ClosePPD>;
 
@@ -52,7 +49,7 @@ std::string whatIsMissing(ppd_file_t* ppd) {
     if (ppd->product == nullptr) {
         return messageText("it has no Product");
     }
-    const ppd_size_t* const size = ppdPageSize(ppd, nullptr);
+    const ppd_size_t* const size = cups().ppdPageSize(ppd, nullptr);
     return size != nullptr && (size->width <= 0 || size->length <= 0) ? messageText("its default paper has no size")
                                                                       : std::string();
 }
@@ -63,14 +60,14 @@ OpenedPPD openMarked(const std::string& path, std::string* reason) {
     if (!file) {
         return nullptr;
     }
-    OpenedPPD ppd(ppdOpenFd(file.release()));  // closes the descriptor in every case
+    OpenedPPD ppd(cups().ppdOpenFd(file.release()));  // closes the descriptor in every case
     if (!ppd) {
         int line = 0;
-        const ppd_status_t error = ppdLastError(&line);
-        *reason = messageText("is not a usable PPD: %1, line %2", {textOf(ppdErrorString(error)), line});
+        const ppd_status_t error = cups().ppdLastError(&line);
+        *reason = messageText("is not a usable PPD: %1, line %2", {textOf(cups().ppdErrorString(error)), line});
         return nullptr;
     }
-    ppdMarkDefaults(ppd.get());
+    cups().ppdMarkDefaults(ppd.get());
     if (const std::string missing = whatIsMissing(ppd.get()); !missing.empty()) {
         *reason = messageText("is not a usable PPD: %1", {missing});
         return nullptr;
@@ -95,8 +92,8 @@ OptionList markedChoices(const ppd_file_t& ppd) {
 }
 
 bool hasParameter(ppd_coption_t* custom, std::initializer_list<ppd_cptype_t> types) {
-    for (const auto* parameter = custom == nullptr ? nullptr : ppdFirstCustomParam(custom); parameter != nullptr;
-         parameter = ppdNextCustomParam(custom)) {
+    for (const auto* parameter = custom == nullptr ? nullptr : cups().ppdFirstCustomParam(custom); parameter != nullptr;
+         parameter = cups().ppdNextCustomParam(custom)) {
         if (std::ranges::find(types, parameter->type) != types.end()) {
             return true;
         }
@@ -108,7 +105,7 @@ bool hasParameter(ppd_coption_t* custom, std::initializer_list<ppd_cptype_t> typ
 class Translation {
 public:
     explicit Translation(ppd_file_t* ppd) : ppd_(ppd) {
-        const ppd_attr_t* const line = ppdFindAttr(ppd, "cupsLanguages", nullptr);
+        const ppd_attr_t* const line = cups().ppdFindAttr(ppd, "cupsLanguages", nullptr);
         const QStringList present = QString::fromUtf8(line == nullptr ? nullptr : line->value).split(u' ');
         for (const QString& language : userLanguages()) {
             if (present.contains(language)) {
@@ -121,7 +118,7 @@ public:
     /// Its text for a choice of a main keyword, or of an option when the main keyword is "Translation".
     std::string operator()(const char* mainKeyword, const char* name, const char* text) const {
         const ppd_attr_t* const line =
-            prefix_.empty() ? nullptr : ppdFindAttr(ppd_, (prefix_ + mainKeyword).c_str(), name);
+            prefix_.empty() ? nullptr : cups().ppdFindAttr(ppd_, (prefix_ + mainKeyword).c_str(), name);
         return line == nullptr || line->text[0] == '\0' ? text : line->text;
     }
 
@@ -148,10 +145,10 @@ PPDOption makeOption(ppd_file_t* ppd, const ppd_option_t& option, bool installab
                                 choice.marked != 0, textOf(choice.code), isNothing(choice.choice, choice.text)});
     }
     made.defaultChoice = made.findChoice(option.defchoice);
-    ppd_coption_t* const custom = ppdFindCustomOption(ppd, option.keyword);
+    ppd_coption_t* const custom = cups().ppdFindCustomOption(ppd, option.keyword);
     made.hasSecretCustom = hasParameter(custom, {PPD_CUSTOM_PASSCODE, PPD_CUSTOM_PASSWORD});
     made.hasTextCustom = made.hasSecretCustom || hasParameter(custom, {PPD_CUSTOM_STRING});
-    made.hasNumberCustom = hasParameter(custom, {PPD_CUSTOM_INT}) && cupsArrayCount(custom->params) == 1;
+    made.hasNumberCustom = hasParameter(custom, {PPD_CUSTOM_INT}) && cups().cupsArrayCount(custom->params) == 1;
     made.isCommand = option.section == PPD_ORDER_JCL;
     return made;
 }
@@ -176,7 +173,7 @@ std::array<std::size_t, 5> customSizeOrder(ppd_file_t* ppd) {
     std::array<std::size_t, 5> order{};
     for (std::size_t i = 0; i < order.size(); ++i) {
         constexpr std::array kNames{"Width", "Height", "WidthOffset", "HeightOffset", "Orientation"};
-        const ppd_attr_t* const line = ppdFindAttr(ppd, "ParamCustomPageSize", kNames[i]);
+        const ppd_attr_t* const line = cups().ppdFindAttr(ppd, "ParamCustomPageSize", kNames[i]);
         const int place = line == nullptr ? 0 : std::atoi(textOf(line->value).c_str());
         order[i] = place >= 1 && place <= static_cast<int>(order.size()) ? static_cast<std::size_t>(place) - 1 : i;
     }
@@ -184,9 +181,9 @@ std::array<std::size_t, 5> customSizeOrder(ppd_file_t* ppd) {
 }
 
 std::string findPasscodeKeyword(const ppd_file_t& ppd) {
-    for (void* item = cupsArrayFirst(ppd.coptions); item != nullptr; item = cupsArrayNext(ppd.coptions)) {
+    for (void* item = cups().cupsArrayFirst(ppd.coptions); item != nullptr; item = cups().cupsArrayNext(ppd.coptions)) {
         auto& option = *static_cast<ppd_coption_t*>(item);
-        const ppd_cparam_t* const parameter = ppdFirstCustomParam(&option);
+        const ppd_cparam_t* const parameter = cups().ppdFirstCustomParam(&option);
         if (parameter != nullptr && parameter->type == PPD_CUSTOM_PASSCODE) {
             return option.keyword;
         }
@@ -202,11 +199,11 @@ std::optional<PPDConstraint::Side> makeSide(ppd_file_t* ppd, std::string keyword
         keyword.erase(0, kCustom.size());
         choice = kCustom;
     }
-    ppd_option_t* const option = ppdFindOption(ppd, keyword.c_str());
+    ppd_option_t* const option = cups().ppdFindOption(ppd, keyword.c_str());
     if (option == nullptr || choice.empty()) {
         return option == nullptr ? std::nullopt : std::optional(PPDConstraint::Side{option->keyword, {}});
     }
-    const ppd_choice_t* const found = ppdFindChoice(option, choice.c_str());
+    const ppd_choice_t* const found = cups().ppdFindChoice(option, choice.c_str());
     return found == nullptr ? std::nullopt : std::optional(PPDConstraint::Side{option->keyword, found->choice});
 }
 
@@ -249,8 +246,8 @@ void addConstraints(ppd_file_t* ppd, PPDFile* made) {
     for (const ppd_const_t& pair : std::span(ppd->consts, static_cast<std::size_t>(ppd->num_consts))) {
         addConstraint(ppd, {{pair.option1, pair.choice1}, {pair.option2, pair.choice2}}, made);
     }
-    for (const ppd_attr_t* line = ppdFindAttr(ppd, "cupsUIConstraints", nullptr); line != nullptr;
-         line = ppdFindNextAttr(ppd, "cupsUIConstraints", nullptr)) {
+    for (const ppd_attr_t* line = cups().ppdFindAttr(ppd, "cupsUIConstraints", nullptr); line != nullptr;
+         line = cups().ppdFindNextAttr(ppd, "cupsUIConstraints", nullptr)) {
         addConstraint(ppd, parseConstraint(textOf(line->value)), made);
     }
 }
@@ -259,8 +256,8 @@ void addConstraints(ppd_file_t* ppd, PPDFile* made) {
 /// printer's.
 std::vector<std::string> makeFilters(ppd_file_t* ppd) {
     std::vector<std::string> filters;
-    for (const ppd_attr_t* line = ppdFindAttr(ppd, "cupsFilter2", nullptr); line != nullptr;
-         line = ppdFindNextAttr(ppd, "cupsFilter2", nullptr)) {
+    for (const ppd_attr_t* line = cups().ppdFindAttr(ppd, "cupsFilter2", nullptr); line != nullptr;
+         line = cups().ppdFindNextAttr(ppd, "cupsFilter2", nullptr)) {
         filters.push_back(textOf(line->value));
     }
     if (filters.empty()) {
@@ -355,10 +352,10 @@ OptionList chooseByStandardOptions(const std::string& path, const OptionList& op
     cups_option_t* list = nullptr;
     int count = 0;
     for (const auto& [name, value] : options) {
-        count = cupsAddOption(name.c_str(), value.c_str(), count, &list);
+        count = cups().cupsAddOption(name.c_str(), value.c_str(), count, &list);
     }
-    cupsMarkOptions(ppd.get(), count, list);
-    cupsFreeOptions(count, list);
+    cups().cupsMarkOptions(ppd.get(), count, list);
+    cups().cupsFreeOptions(count, list);
     OptionList chosen;
     for (const auto& choice : markedChoices(*ppd)) {
         // A custom size would need its numbers, too.

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "platform/printing/connection_watch.h"
+#include "platform/printing/cups_library.h"
 #include "platform/printing/option_list.h"
 
 #include <memory>
 #include <optional>
 
-#include <cups/cups.h>
-
 struct DeleteIPP {
-    void operator()(ipp_t* message) const { ippDelete(message); }
+    void operator()(ipp_t* message) const { cups().ippDelete(message); }
 };
 using IPPMessage = std::unique_ptr<ipp_t, DeleteIPP>;
 

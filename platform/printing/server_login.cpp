@@ -2,9 +2,8 @@
 
 #include "platform/foundation/terminal_text.h"
 #include "platform/printing/PMPrinter.h"
+#include "platform/printing/cups_library.h"
 #include "platform/printing/text.h"
-
-#include <cups/cups.h>
 
 namespace {
 
@@ -32,7 +31,7 @@ thread_local LoginDesk* deskOfThread = nullptr;
 
 std::optional<ServerLogin> askUser(const LoginQuestion& question) {
     if (program().ask == nullptr) {
-        const char* const password = cupsGetPassword(terminalText(question.prompt).c_str());
+        const char* const password = cups().cupsGetPassword(terminalText(question.prompt).c_str());
         return password == nullptr ? std::nullopt : std::optional(ServerLogin{question.user, password});
     }
     CFStringRef user = nullptr;
