@@ -134,7 +134,7 @@ private:
 
     /// A printer with a filter of its own gets pages only.
     bool needsPostScript() {
-        if (!abilities_.readsPostScript) {
+        if (PMPrinterReadsPostScript(source_.printer) == 0) {
             return false;
         }
         told_ = controllerInstructions(instructions_, plan_);

@@ -64,7 +64,7 @@ PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
 }
 
 PrinterAbilities abilitiesOf(PMPrinter printer) {
-    return {PMPrinterReadsPostScript(printer) != 0, hasOption(printer, kMirrorKeyword, "True"),
+    return {hasOption(printer, kMirrorKeyword, "True"),
             hasOption(printer, kRotateKeyword, "True"), hasOption(printer, kNegativeKeyword, "True"),
             hasOption(printer, kFinishingMainKeywords.front(), kNoFinishingOption)};
 }

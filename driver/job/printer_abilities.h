@@ -32,8 +32,8 @@ bool isInstalled(PMPrinter printer, PMTicketRef printerInfo, const std::string& 
 /// A paper as the printer has it; of a size that it does not know, the usual page, all of which can be printed on.
 PaperShape shapeOf(PMPrinter printer, const Paper& paper);
 
+/// What its PPD says that it does by itself.
 struct PrinterAbilities {
-    bool readsPostScript = true;  // so that code and instructions can stand in front of each page
     bool mirrors = false;
     bool rotates = false;
     bool printsNegatives = false;

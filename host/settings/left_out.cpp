@@ -8,6 +8,7 @@
 #include "host/settings/document_paper.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
+#include "platform/printing/PMPrinter.h"
 
 #include <algorithm>
 #include <array>
@@ -61,7 +62,7 @@ public:
                 return std::move(sentences_);
             }
             tellPapers(plan);
-            if (!printer_.readsPostScript && !isUniform(plan, {})) {
+            if (!isUniform(plan, {}) && !readsPostScript()) {
                 add("Left Out Other Papers");
             }
             tellShrinking();
@@ -72,8 +73,8 @@ public:
         if (job_.outputColor == OutputColor::blackAndWhite && !offersBlackAndWhite(session_.printer().get())) {
             add("Left Out Black and White");
         }
-        if (!printer_.readsPostScript) {
-            tellController();
+        if (const char* const text = controllersShare(); text != nullptr && !readsPostScript()) {
+            add(text);
         }
         if (job_.notes && !job_.notes->bannerMessage.empty() && !job_.hasBanner) {
             add("Left Out Banner Message");
@@ -125,26 +126,25 @@ private:
         }
     }
 
-    /// What stands in the instructions for the printer's controller, which such a printer does not get.
-    void tellController() {
+    /// Asks the print system which filters there are: after what else has to be.
+    bool readsPostScript() const { return PMPrinterReadsPostScript(session_.printer().get()) != 0; }
+
+    /// The text about what stands in the instructions for the printer's controller, which a printer without PostScript
+    /// does not get; null when nothing does.
+    const char* controllersShare() const {
         switch (job_.kind) {
             case JobKind::fax:
-                add("Left Out Fax");
-                break;
+                return "Left Out Fax";
             case JobKind::sampleSet:
-                add("Left Out Sample Set");
-                break;
+                return "Left Out Sample Set";
             case JobKind::printAndSave:
-                add("Left Out Saving");
-                break;
+                return "Left Out Saving";
             case JobKind::save:
-                add("Left Out Saving Only");
-                break;
+                return "Left Out Saving Only";
             default:
-                if (needsController(job_, printer_.finishes, hasOptions(session_.printer().get(), job_.colors))) {
-                    add("Left Out Instructions");
-                }
-                break;
+                return needsController(job_, printer_.finishes, hasOptions(session_.printer().get(), job_.colors))
+                           ? "Left Out Instructions"
+                           : nullptr;
         }
     }
 
