@@ -326,7 +326,12 @@ std::optional<Action> readLine(std::string_view line, std::span<const std::strin
         throw SyntaxError{first.column, messageText("there is no such action")};
     }
     Arguments arguments(words);
-    Action action = isOwn ? Own{first.text, arguments.text()} : row->read(arguments);
+    std::optional<Action> action;
+    if (isOwn) {
+        action = Own{first.text, arguments.text()};
+    } else {
+        action = row->read(arguments);
+    }
     if (arguments.more()) {
         throw SyntaxError{arguments.word("").column, messageText("there is one word too many")};
     }

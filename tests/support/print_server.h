@@ -212,10 +212,11 @@ private:
             fs::create_directories(programs / "lib");
             fs::copy(stagePath("filter/tavro-pages"), programs / "filter");
             fs::copy(sourcePath("packaging/queue/tavro.types"), folder_ / "root");
-            for (const char* name :
-                 {"tavro-driver", "libtavro_drawing.so", "libtavro_driver_pages.so", "libtavro_files.so",
-                  "libtavro_fonts.so", "libtavro_foundation.so", "libtavro_messages.so", "libtavro_printing.so"}) {
-                fs::copy(stagePath(std::string("lib/") + name), programs / "lib");
+            for (const auto& file : fs::directory_iterator(stagePath("lib"))) {
+                const std::string name = file.path().filename().string();
+                if (name == "tavro-driver" || name.starts_with("libtavro_")) {
+                    fs::copy(file.path(), programs / "lib");
+                }
             }
         }
         return programs;
