@@ -64,8 +64,8 @@ PaperShape shapeOf(PMPrinter printer, const Paper& paper) {
 }
 
 PrinterAbilities abilitiesOf(PMPrinter printer) {
-    return {hasOption(printer, kMirrorKeyword, "True"),
-            hasOption(printer, kRotateKeyword, "True"), hasOption(printer, kNegativeKeyword, "True"),
+    return {hasOption(printer, kMirrorKeyword, "True"), hasOption(printer, kRotateKeyword, "True"),
+            hasOption(printer, kNegativeKeyword, "True"),
             hasOption(printer, kFinishingMainKeywords.front(), kNoFinishingOption)};
 }
 
