@@ -63,6 +63,13 @@ bool isName(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char c) { return g_ascii_isalnum(c) || c == '-' || c == '_'; });
 }
 
+/// What the value was written in. It has been decoded, and would be decoded again when the card is written.
+bool isQuotedPrintable(EVCardAttributeParam* parameter) {
+    GList* const values = e_vcard_attribute_param_get_values(parameter);
+    return isSameWord(e_vcard_attribute_param_get_name(parameter), EVC_ENCODING) && values != nullptr &&
+           isSameWord(static_cast<const char*>(values->data), "QUOTED-PRINTABLE");
+}
+
 /// The library reads parameters from the last one to the first.
 void restoreParameters(EVCardAttribute* attribute) {
     if (!e_vcard_attribute_get_params(attribute)) {
@@ -73,7 +80,7 @@ void restoreParameters(EVCardAttribute* attribute) {
         auto* parameter = static_cast<EVCardAttributeParam*>(each->data);
         const char* name = e_vcard_attribute_param_get_name(parameter);
         // All text is UTF-8 by now, and a parameter that has no real name would not be read again.
-        if (isName(name) && !isSameWord(name, "CHARSET")) {
+        if (isName(name) && !isSameWord(name, "CHARSET") && !isQuotedPrintable(parameter)) {
             parameters.push_back(withTypesApart(parameter));
         }
     }
