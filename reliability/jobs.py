@@ -191,7 +191,8 @@ def print_one(server, stage, document, chance, misfortune, latest):
     (folder / "run").chmod(0o700)
     environment = {"PATH": "/usr/bin:/bin", "HOME": str(folder / "home"), "TMPDIR": str(folder / "tmp"),
                    "XDG_RUNTIME_DIR": str(folder / "run"), "LANG": "C.UTF-8", "QT_QPA_PLATFORM": "offscreen",
-                   "CUPS_SERVER": f"127.0.0.1:{server.door.port}"}
+                   "CUPS_SERVER": f"127.0.0.1:{server.door.port}",
+                   **{name: value for name, value in os.environ.items() if name == "LSAN_OPTIONS"}}
     begun = time.monotonic()
     program = subprocess.Popen([stage / "bin/tavro-print", "--print", "--printer", "office", document],
                                env=environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
