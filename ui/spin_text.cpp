@@ -1,10 +1,10 @@
 #include "ui/spin_text.h"
 
+#include "model/settings/number_text.h"
 #include "platform/foundation/CFCharacterSet.h"
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
-#include "ui/number_text.h"
 
 #include <charconv>
 #include <cmath>

@@ -1,5 +1,6 @@
 #include "ui/text_input.h"
 
+#include "model/settings/number_text.h"
 #include "model/settings/plugin_state.h"
 #include "platform/foundation/CFCharacterSet.h"
 #include "platform/foundation/CFNumberFormatter.h"
@@ -9,7 +10,6 @@
 #include "ui/code_points.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
-#include "ui/number_text.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,9 +1,9 @@
 #include "jobtypes/dialogs/fax_texts.h"
 
+#include "model/settings/number_text.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
-#include "ui/number_text.h"
 
 CFRef<CFStringRef> CopyFaxText(CFBundleRef bundle, CFStringRef key) {
     return CFRef<CFStringRef>::adopt(

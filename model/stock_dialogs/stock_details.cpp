@@ -1,5 +1,6 @@
 #include "model/stock_dialogs/stock_details.h"
 
+#include "model/settings/number_text.h"
 #include "model/settings/plugin_state.h"
 #include "model/stock/stock_attributes.h"
 #include "model/stock_dialogs/stock_menu.h"
@@ -7,7 +8,6 @@
 #include "platform/foundation/CFString.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
-#include "ui/number_text.h"
 #include "ui/setting_menus.h"
 #include "ui/text_input.h"
 

@@ -1,12 +1,12 @@
 #include "model/stock_dialogs/stock_library_notices.h"
 
+#include "model/settings/number_text.h"
 #include "model/stock/stock_summary.h"
 #include "platform/foundation/CFString.h"
 #include "platform/printing/text.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
-#include "ui/number_text.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "panels/special_pages/special_pages_alerts.h"
 
 #include "model/records/page_range.h"
+#include "model/settings/number_text.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
-#include "ui/number_text.h"
 
 #include <algorithm>
 #include <iterator>

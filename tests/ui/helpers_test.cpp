@@ -1,12 +1,12 @@
 // Pictures, tabs, summaries, texts, numbers and help: the small helpers, on real controls.
 
+#include "model/settings/number_text.h"
 #include "platform/toolbox/Automation.h"
 #include "tests/panels/plugin_fixture.h"
 #include "ui/control_utilities.h"
 #include "ui/help.h"
 #include "ui/image_import_manager.h"
 #include "ui/localization.h"
-#include "ui/number_text.h"
 #include "ui/private_bundle.h"
 
 namespace {

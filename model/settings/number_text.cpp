@@ -1,4 +1,4 @@
-#include "ui/number_text.h"
+#include "model/settings/number_text.h"
 
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFRef.h"
