@@ -74,6 +74,7 @@ CFComparisonResult CFStringCompare(CFStringRef left, CFStringRef right, CFString
 void CFStringGetLocalizedRanks(const CFStringRef* strings, CFIndex count, UInt32* ranks);
 
 /// Makes all texts alike that differ in case or in diacritics only, as the options say, so that they can be searched
-/// code unit by code unit. Characters are decomposed first (Unicode's compatibility form). The locale is ignored. For a
-/// string that is not mutable, see CFStringReplaceAll.
+/// code unit by code unit. Characters are decomposed first (Unicode's compatibility form, which knows no full and half
+/// widths), and the digits of every script become 0 to 9, since users may read others than they type. The locale is
+/// ignored. For a string that is not mutable, see CFStringReplaceAll.
 void CFStringFold(CFMutableStringRef string, CFStringCompareFlags options, CFLocaleRef locale);

@@ -144,6 +144,11 @@ QString folded(const QString& string, CFStringCompareFlags options) {
     if (options & kCFCompareDiacriticInsensitive) {
         text.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
     }
+    for (QChar& c : text) {
+        if (c > u'9' && c.category() == QChar::Number_DecimalDigit) {
+            c = QChar(u'0' + c.digitValue());
+        }
+    }
     return (options & kCFCompareCaseInsensitive) ? text.toCaseFolded() : text;
 }
 

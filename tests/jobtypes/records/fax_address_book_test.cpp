@@ -110,12 +110,14 @@ TEST_F(FaxAddressBookTest, GroupsAreSortedAndHaveThoseWithAFaxNumber) {
     EXPECT_EQ(found(book, {}, ""), "");
 }
 
-TEST_F(FaxAddressBookTest, SearchFindsAllWordsWithoutCaseAndAccents) {
+TEST_F(FaxAddressBookTest, SearchFindsAllWordsWithoutCaseAccentsAndWidth) {
     const FaxAddressBook book = ReadFaxAddressBook(ABGetSharedAddressBook());
     const std::string zoe = "+46 (8) 12-34|08 99|";
     EXPECT_EQ(found(book, {0}, "ZOE"), zoe);
     EXPECT_EQ(found(book, {0}, "angstrom zoë"), zoe);
     EXPECT_EQ(found(book, {0}, "  optik   strö "), zoe);
+    EXPECT_EQ(found(book, {0}, "ｚＯｅ　ｏｐｔｉｋ"), zoe) << "in full width, as East Asian keyboards type";
+    EXPECT_EQ(found(book, {0}, "٨١٢٣٤"), "+46 (8) 12-34|") << "in the digits of an Arabic one";
     EXPECT_EQ(found(book, {0}, "zoe acme"), "");
     EXPECT_EQ(found(book, {0}, "(8) 12"), "+46 (8) 12-34|");
     EXPECT_EQ(found(book, {0}, "81234"), "+46 (8) 12-34|");  // as it is dialed

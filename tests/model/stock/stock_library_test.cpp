@@ -189,6 +189,17 @@ TEST_F(StockLibraryTest, FindsSizesOfTheUsersOwnByTheirNumbers) {
     StockSearch search(nullptr, papers);
     EXPECT_EQ(search.find(CFSTR("317")), std::vector<std::size_t>{1});
     EXPECT_EQ(search.find(CFSTR("400")), (std::vector<std::size_t>{0, 1}));
+    EXPECT_EQ(search.find(makeString("٣١٧").get()), std::vector<std::size_t>{1});
+}
+
+/// As East Asian keyboards type them, in full or half width.
+TEST_F(StockLibraryTest, FindsWordsOfEveryCaseAndWidth) {
+    const std::vector<Stock> papers{paper("Ｇloss カード"), paper("gloss ｶｰﾄﾞ ８０")};
+    StockSearch search(nullptr, papers);
+    for (const char* typed : {"GLOSS", "ｇｌｏｓｓ", "カード", "ｶｰﾄﾞ", "gloss　カード"}) {
+        EXPECT_EQ(search.find(makeString(typed).get()), (std::vector<std::size_t>{0, 1})) << typed;
+    }
+    EXPECT_EQ(search.find(CFSTR("80")), std::vector<std::size_t>{1});
 }
 
 }  // namespace
