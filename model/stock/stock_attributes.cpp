@@ -1,5 +1,6 @@
 #include "model/stock/stock_attributes.h"
 
+#include "model/settings/number_text.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFString.h"
 
@@ -59,12 +60,17 @@ const StockAttributeChoice* FindChoice(const StockAttributeRow& row, SInt32 valu
     return found != row.choices.end() ? &*found : nullptr;
 }
 
-std::u16string Localized(CFBundleRef bundle, const char* key) {
-    const auto text = CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(
-        bundle, CFStringMakeConstant(key), CFSTR("STRING NOT FOUND"), CFSTR("Localizable")));
-    std::u16string characters(static_cast<std::size_t>(CFStringGetLength(text.get())), u'\0');
-    CFStringGetCharacters(text.get(), {0, CFStringGetLength(text.get())}, characters.data());
+std::u16string CharactersOf(CFStringRef text) {
+    std::u16string characters(static_cast<std::size_t>(CFStringGetLength(text)), u'\0');
+    CFStringGetCharacters(text, {0, CFStringGetLength(text)}, characters.data());
     return characters;
+}
+
+std::u16string Localized(CFBundleRef bundle, const char* key) {
+    return CharactersOf(
+        CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(bundle, CFStringMakeConstant(key),
+                                                              CFSTR("STRING NOT FOUND"), CFSTR("Localizable")))
+            .get());
 }
 
 }  // namespace
@@ -106,12 +112,15 @@ std::u16string StockAttributeWords(CFBundleRef bundle, const StockAttributeRow& 
     if (!row.choices.empty() || value <= 0) {
         return {};
     }
-    const std::string digits = std::to_string(value);
     std::u16string words =
         Localized(bundle, row.attribute == StockAttribute::weight ? "Stock Grams" : "Stock Tabs in Bank");
     const std::size_t place = words.find(u"%d");
-    return place == std::u16string::npos ? words
-                                         : words.replace(place, 2, std::u16string(digits.begin(), digits.end()));
+    if (place != std::u16string::npos) {
+        words.replace(
+            place, 2,
+            CharactersOf(CFRef<CFStringRef>::adopt(CreateLocalizedCFStringFromNumberWithDecimals(value, 0)).get()));
+    }
+    return words;
 }
 
 SInt32 StockAttributeOf(const Stock& stock, const StockAttributeRow& row) {

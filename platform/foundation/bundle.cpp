@@ -3,6 +3,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/locale_digits.h"
 #include "platform/foundation/strings_table.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/foundation/text_position.h"
@@ -237,11 +238,12 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
         const QString name = table ? textOf(table) : QStringLiteral("Localizable");
         QString lacking;  // the user's language, when another one has the text
         for (const QString& language : object->languages) {
-            if (const void* text = CFDictionaryGetValue(object->table(name, language), key)) {
+            if (const auto text = static_cast<CFStringRef>(CFDictionaryGetValue(object->table(name, language), key))) {
                 if (!lacking.isEmpty() && !lacking.startsWith(language)) {
                     object->tellOfLack(name, lacking);
                 }
-                return CFRef<CFStringRef>::retain(static_cast<CFStringRef>(text)).leak();
+                return hasDigitsOfLocale(text->text) ? makeString(withDigitsOfLocale(text->text)).leak()
+                                                     : CFRef<CFStringRef>::retain(text).leak();
             }
             if ((lacking.isEmpty() || lacking.startsWith(language)) &&
                 QFileInfo::exists(object->inContents(QStringLiteral("Resources/%1.lproj").arg(language)))) {

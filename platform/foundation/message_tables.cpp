@@ -3,6 +3,7 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/locale_digits.h"
 #include "platform/foundation/message_places.h"
 #include "platform/foundation/objects.h"
 #include "platform/foundation/strings_table.h"
@@ -92,7 +93,8 @@ private:
         std::vector<const void*> values(count);
         CFDictionaryGetKeysAndValues(rows.get(), keys.data(), values.data());
         for (std::size_t i = 0; i < count; ++i) {
-            table.insert(textOf(static_cast<CFStringRef>(keys[i])), textOf(static_cast<CFStringRef>(values[i])));
+            table.insert(textOf(static_cast<CFStringRef>(keys[i])),
+                         withDigitsOfLocale(textOf(static_cast<CFStringRef>(values[i]))));
         }
         return table;
     }

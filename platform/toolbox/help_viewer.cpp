@@ -1,6 +1,7 @@
 // The window that shows help pages, and the way to the user's browser.
 
 #include "platform/foundation/CFRef.h"
+#include "platform/foundation/locale_digits.h"
 #include "platform/toolbox/Help.h"
 #include "platform/toolbox/help_book.h"
 #include "platform/toolbox/objects.h"
@@ -38,7 +39,12 @@ public:
 protected:
     QVariant loadResource(int type, const QUrl& name) override {
         const QUrl url = source().resolved(name);
-        return isHelpFile(url) ? QTextBrowser::loadResource(type, url) : QVariant();
+        if (!isHelpFile(url)) {
+            return {};
+        }
+        const QVariant read = QTextBrowser::loadResource(type, url);
+        const bool isPage = type == QTextDocument::HtmlResource && read.isValid();
+        return isPage ? withDigitsOfLocale(QString::fromUtf8(read.toByteArray())) : read;
     }
 
 private:

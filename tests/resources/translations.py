@@ -4,8 +4,8 @@
     tests/resources/translations.py [LANGUAGE]...      all that there are, when none is named; or those named, even if missing
 
 Of each text: is it there, is it translated, has it the same placeholders, one letter for the keyboard that no other
-control of its window has, the blanks and the ellipsis of the master? Of each help page: is it there, with the same
-elements, links and anchors? It needs nothing but the sources.
+control of its window has, the blanks and the ellipsis of the master, and in Arabic the digits of its script? Of each
+help page: is it there, with the same elements, links and anchors? It needs nothing but the sources.
 """
 
 import collections
@@ -26,6 +26,12 @@ COMMENT = re.compile(r"/\*.*?\*/", re.DOTALL)
 PLACEHOLDER = re.compile(r"%(?:\d+(?:\$@)?|\$?@|[ds])")
 TAG = re.compile(r"<(/?[a-zA-Z0-9]+)((?:\s[^>]*)?)>")
 
+# Arabic fixed texts have Arabic-Indic digits, which become the locale's when they are shown (locale_digits.h). The
+# digits 0 to 9 stand in names (A4, UTF-8, tavro-report(5)), after the placeholder's sign, and in what is quoted as it is:
+# a dialing code, and the names that the printer's PPD gives its papers.
+LATIN_NUMBER = re.compile(r"%\d|[A-Za-z]+[-+(]?\d+|مثل 00\b|مخصص 1\b")
+NO_TEXTS_OF_OURS = ["InfoPlist.strings", "PPD.strings"]  # versions; texts that programs of every locale show
+
 faults = []
 
 
@@ -40,6 +46,13 @@ def read_table(path):
             fault(path.relative_to(ROOT), f'"{key}" twice')
         rows[key] = text.replace('\\"', '"').replace("\\n", "\n").replace("\\\\", "\\")
     return rows
+
+
+def check_digits(where, name, text):
+    if where.name == "PPD.strings" and re.search("[٠-٩]", text):
+        fault(where, f'{name} has Arabic-Indic digits, and is shown in every locale: {text!r}')
+    if where.name not in NO_TEXTS_OF_OURS and re.search("[0-9]", LATIN_NUMBER.sub("", text)):
+        fault(where, f'{name} has digits other than Arabic-Indic ones: {text!r}')
 
 
 def letter(text):
@@ -90,6 +103,8 @@ def check_tables(language, same):
                 fault(where, f'"{key}" is not in the English table')
             for key in sorted(english.keys() & texts.keys()):
                 check_text(where, key, english[key], texts[key], same)
+                if language == "ar":
+                    check_digits(where, f'"{key}"', texts[key])
 
 
 def window_texts(path):
@@ -140,8 +155,12 @@ def check_help(language):
                          min(map(len, outline)))
             fault(where, f"has other elements than the English page, first: "
                          f"{outline[0][first:first + 1]} there, {outline[1][first:first + 1]} here")
-        if language == "ar" and 'dir="rtl"' not in path.read_text(encoding="utf-8"):
-            fault(where, 'lacks dir="rtl"')
+        if language == "ar":
+            page = path.read_text(encoding="utf-8")
+            if 'dir="rtl"' not in page:
+                fault(where, 'lacks dir="rtl"')
+            for line in TAG.sub("", page).splitlines():
+                check_digits(where, "a line", line)
 
 
 def main():

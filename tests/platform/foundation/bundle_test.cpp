@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QLocale>
+
 namespace {
 
 std::string lastError() {
@@ -87,6 +89,20 @@ TEST(Bundle, ResourcesAreFoundByTheirExactNames) {
     EXPECT_EQ(resource(files, "/etc/passwd"), "(none)");
     EXPECT_EQ(pathOfCF(CFRef<CFURLRef>::adopt(CFBundleCopyBuiltInPlugInsURL(files.bundle())).get()),
               std::filesystem::canonical(files.contents()).string() + "/PlugIns");
+}
+
+/// ar_EG has the digits that Arabic tables are written in, ar_MA has 0 to 9 and a comma.
+TEST(Bundle, TextsHaveTheDigitsOfNumbersThatArePutIn) {
+    const struct {
+        const char *locale, *text;
+    } rows[] = {{"ar_EG", "A4: %1$@ ١٤٫٤ ٠-٩"}, {"ar_MA", "A4: %1$@ 14,4 0-9"}, {"fa_IR", "A4: %1$@ ۱۴٫۴ ۰-۹"}};
+    for (const auto& row : rows) {
+        QLocale::setDefault(QLocale(QString::fromLatin1(row.locale)));
+        TestBundle files;
+        files.add("Resources/en.lproj/Localizable.strings", "\"Size\" = \"A4: %1$@ ١٤٫٤ ٠-٩\";");
+        EXPECT_EQ(localized(files, "Size"), row.text) << row.locale;
+    }
+    QLocale::setDefault(QLocale::c());
 }
 
 TEST(Bundle, TextsFallBackFromTheUsersLanguageToEnglishToTheKey) {

@@ -5,6 +5,8 @@
 #include "tests/platform/files/temporary_folder.h"
 
 #include <gtest/gtest.h>
+
+#include <QLocale>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
@@ -42,10 +44,12 @@ protected:
 
 TEST_F(Messages, AreOfTheUsersTable) {
     add("en", R"("%1 has %2" = "%1 has %2"; "gone" = "gone";)");
-    add("de", R"("%1 has %2" = "%2 bei %1"; "gone" = "weg";)");
+    add("de", R"("%1 has %2" = "%2 bei %1"; "gone" = "weg: ١٫٥";)");
+    QLocale::setDefault(QLocale(QLocale::German));
     EXPECT_EQ(shown("%1 has %2", {"a%2b", 30}), "30 bei a%2b") << "a value is no text with places";
-    EXPECT_EQ(shown("gone"), "weg");
+    EXPECT_EQ(shown("gone"), "weg: 1,5") << "in the digits of the locale";
     EXPECT_EQ(shown("of a library"), "of a library");
+    QLocale::setDefault(QLocale::c());
     EXPECT_EQ(errors, "");
     setMessageWriter(nullptr);
     EXPECT_EQ(messageText("%1 has %2", {"x", -3}), "x has -3");

@@ -7,6 +7,7 @@
 #include "tests/platform/toolbox/toolbox_fixture.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTextDocument>
@@ -66,6 +67,16 @@ TEST_F(HelpTest, OneViewerShowsAnchorsAndPages) {
     EXPECT_TRUE(QTest::qWaitForWindowActive(first->window()));
     QTest::keyClick(first->window()->windowHandle(), Qt::Key_Escape);
     EXPECT_EQ(browser(), nullptr);
+}
+
+TEST_F(HelpTest, PagesHaveTheDigitsOfTheLocale) {
+    QLocale::setDefault(QLocale(QStringLiteral("ar_MA")));
+    bundle.add("Resources/en.lproj/Help/topics/page.htm", page("ورق A4، ٢٥٠ غ"));
+    EXPECT_EQ(AHLookupAnchor(CFSTR("Test Help"), CFSTR("topics/page.htm#low")), noErr);
+    QLocale::setDefault(QLocale::c());
+    ASSERT_NE(browser(), nullptr);
+    EXPECT_EQ(browser()->window()->windowTitle(), QStringLiteral("ورق A4، 250 غ"));
+    EXPECT_TRUE(browser()->toPlainText().startsWith(QStringLiteral("ورق A4، 250 غ")));
 }
 
 TEST_F(HelpTest, NothingOutsideOfTheBookIsShown) {
