@@ -9,6 +9,7 @@ help page: is it there, with the same elements, links and anchors? It needs noth
 """
 
 import collections
+import functools
 import pathlib
 import re
 import sys
@@ -88,6 +89,17 @@ def check_text(where, key, english, text, same):
         fault(where, f'"{key}" has no letter for the keyboard, or one too many: {text!r}')
 
 
+@functools.cache
+def ppds():
+    return "".join(path.read_text(encoding="latin-1") for path in sorted((ROOT / "resources/ppd").glob("*.ppd")))
+
+
+def is_shown(keyword, text):
+    """Whether a PPD has an option of that name, or with a choice of that name."""
+    places = rf"\*{re.escape(keyword)} [^/:\s]+|\*(?:JCL)?OpenUI \*{re.escape(keyword)}"
+    return re.search(rf"^(?:{places})/{re.escape(text)}:", ppds(), re.MULTILINE) is not None
+
+
 def check_tables(language, same):
     for folder in TABLES:
         for master in sorted((ROOT / folder / "en.lproj").glob("*.strings")):
@@ -99,8 +111,13 @@ def check_tables(language, same):
             english, texts = read_table(master), read_table(path)
             for key in english.keys() - texts.keys():
                 fault(where, f'"{key}" is missing')
-            for key in texts.keys() - english.keys():
+            # One word of English may be two in another language, or have two genders there, and so a row for one option.
+            options = {key: key.partition("/")[2] for key in texts.keys() - english.keys()
+                       if master.name == "PPD.strings" and key.partition("/")[2] in english and is_shown(*key.split("/", 1))}
+            for key in texts.keys() - english.keys() - options.keys():
                 fault(where, f'"{key}" is not in the English table')
+            for key, shared in options.items():
+                check_text(where, key, english[shared], texts[key], same)
             for key in sorted(english.keys() & texts.keys()):
                 check_text(where, key, english[key], texts[key], same)
                 if language == "ar":
