@@ -12,11 +12,6 @@ namespace {
 using Item = PresetMenuItem;
 using Origin = SettingsOrigin;
 
-bool isBefore(const std::string& left, const std::string& right) {
-    const auto order = CFStringCompare(cfString(left).get(), cfString(right).get(), kCFCompareLocalized);
-    return order == kCFCompareEqualTo ? left < right : order == kCFCompareLessThan;
-}
-
 struct ActionRow {
     Item::Kind kind;
     OSType command;
@@ -65,9 +60,7 @@ std::vector<Item> presetMenuItems(const PresetMenuContent& content) {
     if (!content.presets.empty() || !content.unreadable.empty()) {
         items.push_back({Item::Kind::separator, {}});
     }
-    std::vector<std::string> names = content.presets;
-    std::ranges::sort(names, isBefore);
-    for (const std::string& name : names) {
+    for (const std::string& name : content.presets) {
         items.push_back({Item::Kind::origin, {Origin::Kind::preset, name}});
     }
     for (const std::string& file : content.unreadable) {

@@ -13,7 +13,7 @@
 struct PresetMenuContent {
     SettingsOrigin origin;
     bool isChanged = false;  // since they were taken from there
-    std::vector<std::string> presets;
+    std::vector<std::string> presets;  // in the order of the menu
     std::vector<std::string> unreadable;  // names of files
     bool hasLastUsed = false;
     bool hasQueue = false;
@@ -38,7 +38,7 @@ struct PresetMenuItem {
     bool operator==(const PresetMenuItem&) const = default;
 };
 
-/// The menu's items, presets sorted as the user's language has it. The settings that are shown are those of the first
+/// The menu's items. The settings that are shown are those of the first
 /// item of kind `shown`, else those of the item with their origin.
 std::vector<PresetMenuItem> presetMenuItems(const PresetMenuContent& content);
 /// What can be done, in the order of the other menu.

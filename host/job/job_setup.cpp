@@ -5,7 +5,6 @@
 #include "host/settings/presets.h"
 #include "platform/foundation/message.h"
 
-#include <algorithm>
 #include <filesystem>
 
 namespace {
@@ -32,10 +31,8 @@ Result<JobSettings> readPreset(const std::string& name) {
     if (settings) {
         return settings;
     }
-    std::vector<std::string> names = namedPresets().list().names;
-    std::ranges::sort(names);
     std::string kept;
-    for (const std::string& each : names) {
+    for (const std::string& each : namedPresets().list().names) {
         kept += (kept.empty() ? "" : ", ") + quoted(each);
     }
     return Failure{settings.failure().status, kept.empty()

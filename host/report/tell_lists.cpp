@@ -6,7 +6,6 @@
 #include "platform/foundation/terminal_text.h"
 #include "platform/printing/PMPrinter.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -70,8 +69,7 @@ Failure reportPrinters(ReportForm form) {
 }
 
 Failure reportPresets(ReportForm form) {
-    KeptSettings::Names kept = namedPresets().list();
-    std::ranges::sort(kept.names);
+    const KeptSettings::Names kept = namedPresets().list();
     if (form == ReportForm::lines) {
         for (const std::string& name : kept.names) {
             printLine(stdout, name);

@@ -3,12 +3,14 @@
 #include "host/script/text.h"
 #include "host/settings/preset_content.h"
 #include "platform/files/folders.h"
+#include "platform/foundation/CFString.h"
 #include "platform/foundation/message.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <numeric>
 #include <set>
 
 namespace {
@@ -97,6 +99,25 @@ std::vector<KeptFile> filesNamed(const fs::path& folder, const std::string& name
     return files;
 }
 
+/// Names that the user's language takes for equal stay in their order.
+std::vector<std::string> inUsersOrder(std::vector<std::string> names) {
+    std::vector<CFRef<CFStringRef>> texts;
+    std::vector<CFStringRef> lent;
+    for (const std::string& name : names) {
+        lent.push_back(texts.emplace_back(cfString(name)).get());
+    }
+    std::vector<UInt32> ranks(names.size());
+    CFStringGetLocalizedRanks(lent.data(), static_cast<CFIndex>(lent.size()), ranks.data());
+    std::vector<std::size_t> order(names.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, {}, [&](std::size_t place) { return ranks[place]; });
+    std::vector<std::string> sorted;
+    for (const std::size_t place : order) {
+        sorted.push_back(std::move(names[place]));
+    }
+    return sorted;
+}
+
 /// A place for new settings: the usual file, or one beside it when settings of another name or unreadable ones are
 /// there.
 fs::path freePath(const fs::path& folder, const std::string& name) {
@@ -125,7 +146,7 @@ KeptSettings::Names KeptSettings::list() const {
             names.insert(file.name);
         }
     });
-    found.names.assign(names.begin(), names.end());
+    found.names = inUsersOrder({names.begin(), names.end()});
     return found;
 }
 

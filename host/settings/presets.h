@@ -20,7 +20,7 @@ public:
             std::string file;  // its name
             std::string line;  // why; names it, too
         };
-        std::vector<std::string> names;  // in no order
+        std::vector<std::string> names;  // as the user's language sorts words
         std::vector<Unreadable> unreadable;
     };
 

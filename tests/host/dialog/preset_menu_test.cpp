@@ -29,7 +29,7 @@ TEST(PresetMenu, HasWhatThereIs) {
                                  originItem(Origin::Kind::preset, "Draft"),
                                  Item{Kind::unreadable, {Origin::Kind::elsewhere, "x.plist"}, false}};
     PresetMenuContent content{.origin = {Origin::Kind::preset, "Draft"},
-                              .presets = {"Draft", "A4"},
+                              .presets = {"A4", "Draft"},
                               .unreadable = {"x.plist"},
                               .hasLastUsed = true,
                               .hasQueue = true};

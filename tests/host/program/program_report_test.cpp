@@ -198,6 +198,12 @@ TEST_F(Reports, Lists) {
                                           "</dict></plist>";
     std::ofstream(presets / "Booklet.plist") << "<plist version=\"1.0\"><dict/></plist>";
     EXPECT_EQ(run({"--list-presets"}).output, "Booklet\nZwölf \"Bögen\"\n");
+    std::ofstream(presets / "Örn.plist") << "<plist version=\"1.0\"><dict/></plist>";
+    for (const auto& [locale, order] : {std::pair("sv_SE", "Booklet\nZwölf \"Bögen\"\nÖrn\n"),
+                                        std::pair("de_DE", "Booklet\nÖrn\nZwölf \"Bögen\"\n")}) {
+        EXPECT_EQ(run({"--list-presets"}, {std::string("LC_ALL=") + locale + ".UTF-8"}).output, order) << locale;
+    }
+    fs::remove(presets / "Örn.plist");
     std::ofstream(presets / "damaged.plist") << "<plist version=\"1.0\"><dict>";
     const QJsonObject kept = report("presets", {"--list-presets"});
     EXPECT_EQ(text(kept["presets"][1]["name"]), "Zwölf \"Bögen\"");
