@@ -130,6 +130,23 @@ def window_texts(path):
             if node.text and node.get("notr") != "true" and letter(node.text)]
 
 
+# The texts with a letter that code sets, of Localizable.strings: the nib and window of each, and the text of the nib that
+# gives way to it, where that has a letter.
+WINDOWS_OF_CODE = {
+    "Booklet Layout Order:": ("AdvancedPanelOffice/Advanced", None),
+    "Finishing Custom Label": ("Utilities/CustomValue", "&Value:"),
+    "Finishing Fold Label": ("FinishingDialogs/Position", None),
+    "Finishing Position Label": ("FinishingDialogs/Position", None),
+    "Lighten/Darken:": ("ImageOptions/Office", None),
+}
+
+
+def texts_with_letters(strings, language):
+    """By their keys: the English text and that of the language."""
+    english, texts = (read_table(ROOT / strings / f"{each}.lproj/Localizable.strings") for each in ("en", language))
+    return {key: (text, texts.get(key, "")) for key, text in english.items() if letter(text)}
+
+
 def check_letters(language):
     windows = {}
     for folder, strings in zip(NIBS, TABLES):
@@ -138,16 +155,23 @@ def check_letters(language):
             rows = read_table(table) if table.exists() else {}
             windows[f"{path.parent.stem}/{path.stem}"] = [
                 (text, rows.get(text, "")) for text in dict.fromkeys(window_texts(path))]
+    set_by_code = texts_with_letters("resources/strings", language)
+    for key, (window, given_way) in WINDOWS_OF_CODE.items():
+        windows[f"{window}, {key}"] = [row for row in windows[window] if row[0] != given_way] + [set_by_code.pop(key)]
+    for key in set_by_code:
+        fault("tests/resources/translations.py", f'WINDOWS_OF_CODE has no window for "{key}"')
+    windows["Watermark editor"] = list(texts_with_letters("resources/watermark_editor/strings", language).values())
     dialog = windows["PrintDialog/PrintDialog"] + windows["PDE_Shell/Window"]
     panes = ["AboutPanel/About", "AdvancedPanelOffice/Advanced", "ColorOptions/ColorOptions", "ImageOptions/Office",
              "JobNotes/JobNotes", "Layout/Layout", "PaperOutputOffice/Professional", "PaperOutputOffice/Std_Adv",
              "SpecialPages/SpecialPages", "Watermark/Window"]
     for name, texts in windows.items():
+        texts = (dialog if name.partition(",")[0] in panes else []) + texts
         letters = collections.defaultdict(list)
-        for text, translated in (dialog if name in panes else []) + texts:
+        for text, translated in texts:
             if letter(translated):
                 letters[letter(translated).upper()].append(translated)
-        english = collections.Counter(letter(text).upper() for text, _ in (dialog if name in panes else []) + texts)
+        english = collections.Counter(letter(text).upper() for text, _ in texts)
         room = max(english.values(), default=1)  # pages of which one is seen at a time may share letters
         for each, users in letters.items():
             if len(users) > room:
