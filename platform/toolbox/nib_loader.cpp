@@ -5,6 +5,7 @@
 #include "platform/foundation/CFBundle.h"
 #include "platform/toolbox/clock.h"
 #include "platform/toolbox/data_browser_view.h"
+#include "platform/toolbox/label_name.h"
 #include "platform/toolbox/little_arrows.h"
 #include "platform/toolbox/nib_builder.h"
 #include "platform/toolbox/nib_keys.h"
@@ -137,10 +138,7 @@ void nameByLabels(const QWidget* window) {
     for (const QLabel* label : window->findChildren<QLabel*>()) {
         if (auto* list = qobject_cast<QAbstractItemView*>(label->buddy());
             list != nullptr && list->accessibleName().isEmpty()) {
-            QString name = label->text();
-            name.remove(u'&');
-            name.remove(u':');
-            list->setAccessibleName(name);
+            list->setAccessibleName(nameOfLabel(label->text()));
         }
     }
 }

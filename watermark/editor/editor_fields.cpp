@@ -1,5 +1,6 @@
 #include "watermark/editor/editor_fields.h"
 
+#include "platform/toolbox/label_name.h"
 #include "watermark/editor/editor_texts.h"
 
 #include <QLabel>
@@ -13,7 +14,7 @@ void DescribeField(QWidget* field, const char* name, const char* tipKey) {
 
 void AddRow(QFormLayout* form, const char* labelKey, QWidget* field) {
     const QString label = EditorText(labelKey);
-    field->setAccessibleName(QString(label).remove(u'&').remove(u':'));
+    field->setAccessibleName(nameOfLabel(label));
     form->addRow(label, field);
 }
 

@@ -1,6 +1,7 @@
 // Controls: found, valued, embedded, shown, enabled and active as the platform's are.
 
 #include "platform/toolbox/Menus.h"
+#include "platform/toolbox/label_name.h"
 #include "platform/toolbox/objects.h"
 #include "tests/platform/toolbox/toolbox_fixture.h"
 
@@ -25,6 +26,14 @@
 namespace {
 
 class ControlsTest : public NibWindowTest {};
+
+TEST_F(ControlsTest, AreCalledByTheirLabelsWithoutLetterAndColon) {
+    for (const auto& [label, name] : {std::pair("From the middle, &right:", "From the middle, right"),
+                                      std::pair("À d&roite\u00A0:", "À droite"), std::pair("文字(&T)：", "文字"),
+                                      std::pair("Black && &White", "Black & White"), std::pair("ال&نص:", "النص")}) {
+        EXPECT_EQ(nameOfLabel(QString::fromUtf8(label)).toStdString(), name);
+    }
+}
 
 TEST_F(ControlsTest, ValuesCountAsThePlatformCounts) {
     open(widget("QComboBox", 1,
