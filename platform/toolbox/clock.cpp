@@ -21,7 +21,12 @@ void prepareClock(QDateTimeEdit* clock) {
     (clock->*kSetZone)(kUTC);
     clock->setWrapping(true);
     // The C locale's short time has seconds, which no other locale shows and nobody sets.
-    clock->setDisplayFormat(clock->displayFormat().remove(QStringLiteral(":ss")));
+    const QString format = clock->displayFormat().remove(QStringLiteral(":ss"));
+    // Where windows run from right to left, Qt turns the order of the parts round, so that 12:00 reads 00:12. Locales
+    // have them as they are read.
+    clock->setLayoutDirection(Qt::LeftToRight);
+    clock->setDisplayFormat(format);
+    clock->unsetLayoutDirection();
 }
 
 LongDateRec clockDate(const QDateTimeEdit& clock) {

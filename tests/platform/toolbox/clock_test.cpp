@@ -4,6 +4,7 @@
 #include "platform/toolbox/objects.h"
 #include "tests/platform/toolbox/toolbox_fixture.h"
 
+#include <QGuiApplication>
 #include <QLocale>
 
 namespace {
@@ -20,6 +21,7 @@ protected:
     void TearDown() override {
         NibWindowTest::TearDown();
         QLocale::setDefault(QLocale::system());
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
     }
 
     OSStatus set(SInt32 number, const LongDateRec& date) const {
@@ -80,9 +82,10 @@ TEST_F(ClockTest, IsReadAndTypedInTheUsersWay) {
     constexpr Case kCases[] = {
         {"de_DE", "18:30", "18:30", 18, 30},       {"de_DE", "9:05", "09:05", 9, 5},
         {"en_US", "6:30 PM", "6:30 PM", 18, 30},   {"en_US", "12:00 AM", "12:00 AM", 0, 0},
-        {"en_US", "11:59 AM", "11:59 AM", 11, 59},
+        {"en_US", "11:59 AM", "11:59 AM", 11, 59}, {"ar_EG", "٦:٣٠ م", "٦:٣٠ م", 18, 30},
     };
     for (const Case& c : kCases) {
+        QGuiApplication::setLayoutDirection(QLocale(QString::fromLatin1(c.locale)).textDirection());
         show(c.locale);
         int hits = 0;
         const TestHandler handler(GetControlEventTarget(control(1)), kEventClassControl, kEventControlHit,
