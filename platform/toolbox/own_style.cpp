@@ -6,8 +6,10 @@
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOption>
+#include <QTextLayout>
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -48,11 +50,53 @@ bool needsOutlines(const QPalette& palette) {
 /// Qt's style makes an outline of the window's color, darkened by this.
 constexpr int kDarkening = 140;
 
+constexpr int kAlignments = Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask;
+
 constexpr int kMenuArrow = 8;
 constexpr int kBelowTitle = 3;
 
+/// The place of the letter for the keyboard in the text without ampersands; -1 when there is none.
+qsizetype takeLetter(QString* text) {
+    qsizetype letter = -1;
+    for (qsizetype i = 0; i < text->size(); ++i) {
+        if ((*text)[i] == u'&') {
+            text->remove(i, 1);
+            letter = letter < 0 && i < text->size() && (*text)[i] != u'&' ? i : letter;
+        }
+    }
+    return letter;
+}
+
 class OwnStyle final : public QProxyStyle {
 public:
+    /// Qt draws an underlined letter by itself, which tears words apart whose letters join. Here the word is drawn
+    /// whole, and the line below it.
+    void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool isEnabled,
+                      const QString& text, QPalette::ColorRole role) const override {
+        QString plain = text;
+        const qsizetype letter = (flags & Qt::TextShowMnemonic) != 0 ? takeLetter(&plain) : -1;
+        if (letter < 0 || plain[letter].joiningType() == QChar::Joining_None) {
+            QProxyStyle::drawItemText(painter, rect, flags, palette, isEnabled, text, role);
+            return;
+        }
+        const int hidden = (flags & ~int(Qt::TextShowMnemonic)) | Qt::TextHideMnemonic;
+        QProxyStyle::drawItemText(painter, rect, hidden, palette, isEnabled, text, role);
+        QTextLayout layout(plain, painter->font(), painter->device());
+        layout.beginLayout();
+        const QTextLine line = layout.createLine();
+        layout.endLayout();
+        const QSize size(int(std::ceil(line.naturalTextWidth())), int(std::ceil(line.height())));
+        if (size.width() > rect.width()) {
+            return;  // in several lines, or cut
+        }
+        const QRect place = alignedRect(painter->layoutDirection(), Qt::Alignment(flags & kAlignments), size, rect);
+        const auto [left, right] = std::minmax({line.cursorToX(int(letter)), line.cursorToX(int(letter) + 1)});
+        const QFontMetricsF metrics(painter->font(), painter->device());
+        painter->fillRect(QRectF(place.left() + left, place.top() + metrics.ascent() + metrics.underlinePos(),
+                                 right - left, metrics.lineWidth()),
+                          role != QPalette::NoRole ? palette.brush(role) : painter->pen().brush());
+    }
+
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         if (option != nullptr && needsOutlines(option->palette) && element == PE_FrameGroupBox) {
