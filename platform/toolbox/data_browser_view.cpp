@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QSet>
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -80,9 +81,33 @@ void DataBrowserView::readColumns() {
     const QStringList titles = property("headers").toStringList();
     setHeaderHidden(titles.isEmpty());
     model_.setColumns(columnsIn(property("columns").toString().toLatin1()), titles);
-    const QStringList widths = property("widths").toString().split(u' ', Qt::SkipEmptyParts);
-    for (int section = 0; section < widths.size() && section < header()->count(); ++section) {
-        header()->resizeSection(section, widths[section].toInt());
+    const QStringList texts = property("widths").toString().split(u' ', Qt::SkipEmptyParts);
+    std::vector<int> widths;
+    std::ranges::transform(texts.first(std::min<qsizetype>(texts.size(), header()->count())),
+                           std::back_inserter(widths), [](const QString& text) { return text.toInt(); });
+    makeRoomForTitles(&widths);
+    for (int section = 0; section < static_cast<int>(widths.size()); ++section) {
+        header()->resizeSection(section, widths[static_cast<std::size_t>(section)]);
+    }
+}
+
+/// What a title needs beyond its column's width is taken from the other columns, in proportion to what they have beyond
+/// theirs.
+void DataBrowserView::makeRoomForTitles(std::vector<int>* widths) const {
+    std::vector<int> room;
+    int missing = 0;
+    int spare = 0;
+    for (int& width : *widths) {
+        room.push_back(width - header()->sectionSizeHint(static_cast<int>(room.size())));
+        if (room.back() < 0) {
+            width -= room.back();
+            missing -= room.back();
+        } else {
+            spare += room.back();
+        }
+    }
+    for (std::size_t i = 0; i < room.size() && missing > 0; ++i) {
+        (*widths)[i] -= room[i] > 0 ? room[i] * std::min(missing, spare) / spare : 0;
     }
 }
 

@@ -4,6 +4,7 @@
 #include "platform/toolbox/data_browser_model.h"
 
 #include <QTreeView>
+#include <vector>
 
 class DataBrowserView final : public QTreeView {
 public:
@@ -42,6 +43,7 @@ protected:
     void keyboardSearch(const QString& search) override;
 
 private:
+    void makeRoomForTitles(std::vector<int>* widths) const;
     using Ids = std::vector<DataBrowserItemID>;
 
     Ids idsOf(const QItemSelection& selection) const;
