@@ -4,9 +4,12 @@
 
 #include <QColorDialog>
 #include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 ColorButton::ColorButton(QWidget* parent) : QPushButton(parent) {
     setIconSize({40, 16});
+    setLayoutDirection(Qt::LeftToRight);  // as colors are written
     connect(this, &QPushButton::clicked, this, [this] { ask(); });
 }
 
@@ -24,6 +27,15 @@ void ColorButton::setColor(const QColor& color) {
     painter.end();
     setIcon(swatch);
     setText(color.name().toUpper());
+}
+
+/// Qt aligns the text beside an icon as the program's windows run, not as the button does.
+void ColorButton::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    painter.setLayoutDirection(layoutDirection());
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    painter.drawControl(QStyle::CE_PushButton, option);
 }
 
 void ColorButton::ask() {

@@ -13,6 +13,9 @@ public:
     /// Called with the color that the user chose.
     std::function<void(const QColor&)> chosen;
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     void ask();
 
