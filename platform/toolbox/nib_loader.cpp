@@ -133,6 +133,16 @@ QString textOf(CFBundleRef bundle, CFStringRef table, const QString& key) {
         CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(bundle, toCFString(key).get(), nullptr, table)).get());
 }
 
+/// A label stands at its side of the window, whichever way its own text runs: a document's name is often Latin.
+void alignLabels(const QWidget* window) {
+    if (!window->isRightToLeft()) {
+        return;
+    }
+    for (QLabel* label : window->findChildren<QLabel*>()) {
+        label->setAlignment(QStyle::visualAlignment(Qt::RightToLeft, label->alignment()) | Qt::AlignAbsolute);
+    }
+}
+
 /// A list is called by the label that leads to it, as Qt has it for fields and pop-ups.
 void nameByLabels(const QWidget* window) {
     for (const QLabel* label : window->findChildren<QLabel*>()) {
@@ -240,6 +250,7 @@ QWidget* loadNibWindow(const QString& path, CFBundleRef bundle, const QString& t
                                }});
     followTextSize(window);
     nameByLabels(window);
+    alignLabels(window);
     connectKeys(new OpaqueControlRef(window, ControlKind::userPane));
     return window;
 }

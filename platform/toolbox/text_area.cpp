@@ -23,6 +23,21 @@ void removeUpTo(QTextCursor cursor, QTextCursor::MoveOperation place) {
 
 TextArea::TextArea(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
+    alignText();
+}
+
+void TextArea::changeEvent(QEvent* event) {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        alignText();
+    }
+}
+
+/// Qt has text of any direction at the left here.
+void TextArea::alignText() {
+    QTextOption option = document()->defaultTextOption();
+    option.setAlignment(isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
+    document()->setDefaultTextOption(option);
 }
 
 QSize TextArea::sizeHint() const {

@@ -17,6 +17,7 @@ public:
     void setSelection(ControlEditTextSelectionRec selection) override;
 
 protected:
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -26,6 +27,7 @@ protected:
     void insertFromMimeData(const QMimeData* source) override;
 
 private:
+    void alignText();
     QWidget* field() override { return this; }
     bool hasLines() const override { return true; }
     void insert(const QString& text) override;

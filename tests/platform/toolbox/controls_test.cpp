@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabBar>
@@ -33,6 +34,17 @@ TEST_F(ControlsTest, AreCalledByTheirLabelsWithoutLetterAndColon) {
                                       std::pair("Black && &White", "Black & White"), std::pair("ال&نص:", "النص")}) {
         EXPECT_EQ(nameOfLabel(QString::fromUtf8(label)).toStdString(), name);
     }
+}
+
+/// Whichever way their own text runs.
+TEST_F(ControlsTest, TextsStandAtTheirSideOfAMirroredWindow) {
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    open(widget("QLabel", 1, property("text", "string", "welcome.pdf")) + widget("QPlainTextEdit", 2));
+    EXPECT_EQ(qobject_cast<QLabel*>(control(1)->widget)->alignment(),
+              Qt::AlignRight | Qt::AlignAbsolute | Qt::AlignVCenter);
+    EXPECT_EQ(qobject_cast<QPlainTextEdit*>(control(2)->widget)->document()->defaultTextOption().alignment(),
+              Qt::AlignRight);
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(ControlsTest, ValuesCountAsThePlatformCounts) {
