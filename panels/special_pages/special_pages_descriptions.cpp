@@ -1,5 +1,6 @@
 #include "panels/special_pages/special_pages_descriptions.h"
 
+#include "model/settings/number_text.h"
 #include "model/settings/setting_map.h"
 #include "model/stock/stock_summary.h"
 #include "platform/foundation/CFString.h"
@@ -22,6 +23,10 @@ std::u16string Localized(CFBundleRef bundle, CFStringRef key) {
 std::u16string Digits(SInt32 number) {
     const std::string digits = std::to_string(number);
     return {digits.begin(), digits.end()};
+}
+
+std::u16string UsersDigits(SInt32 number) {
+    return Text(CFRef<CFStringRef>::adopt(CreateLocalizedCFStringFromNumberWithDecimals(number, 0)).get());
 }
 
 CFRef<CFStringRef> String(const std::u16string& text) {
@@ -48,7 +53,8 @@ CFRef<CFStringRef> CreateCoverAttributesDescription(CFBundleRef bundle, const Co
 }
 
 CFRef<CFStringRef> CreateInsertAttributesDescription(CFBundleRef bundle, const Insert& insert) {
-    return Description(bundle, Localized(bundle, CFSTR("InsertSummaryQuantity")) + u' ' + Digits(insert.quantity()),
+    return Description(bundle,
+                       Localized(bundle, CFSTR("InsertSummaryQuantity")) + u' ' + UsersDigits(insert.quantity()),
                        JobContext::insert, insert.stock());
 }
 
@@ -58,7 +64,7 @@ CFRef<CFStringRef> CreateExceptionAttributesDescription(CFBundleRef bundle, cons
 
 CFRef<CFStringRef> CreateInsertPagesDescription(CFBundleRef bundle, const Insert& insert) {
     return insert.startPage() == 0 ? CopyLocalizedText(bundle, CFSTR("SpecialPageSummaryBefore1"))
-                                   : CreatePageNumberDescription(insert.startPage());
+                                   : String(UsersDigits(insert.startPage()));
 }
 
 CFRef<CFStringRef> CreateExceptionPagesDescription(const ExceptionPage& page) {

@@ -2,6 +2,7 @@
 
 #include "panels/special_pages/special_pages_context.h"
 #include "panels/special_pages/special_pages_descriptions.h"
+#include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFString.h"
 #include "ui/list_control.h"
 #include "ui/localization.h"
@@ -51,7 +52,8 @@ CFRef<CFStringRef> ExceptionText(const ExceptionPage& page, DataBrowserPropertyI
     const CFBundleRef bundle = gSpecialPages->bundle;
     switch (column) {
         case kPagesColumn:
-            return CreateExceptionPagesDescription(page);
+            return CFRef<CFStringRef>::adopt(
+                CFNumberListCreateLocalized(kCFAllocatorDefault, CreateExceptionPagesDescription(page).get()));
         case kKindColumn:
             return CopyLocalizedText(bundle, CFSTR("SpecialPageSummaryException"));
         default:
