@@ -53,7 +53,8 @@ void limitWorker([[maybe_unused]] const WorkerLimits& limits) {
     denyNetwork();
     limit(RLIMIT_CORE, 1, 1);
     limit(RLIMIT_FSIZE, 0, 0);
-#ifndef __SANITIZE_ADDRESS__  // which has taken more memory already, and asks pipes what it may read
+// The sanitizers have taken more memory already, and ask pipes what they may read.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     const rlim_t bytes = static_cast<rlim_t>(limits.megabytes) << 20;
     const auto files = static_cast<rlim_t>(limits.openFiles);
     limit(RLIMIT_DATA, bytes, bytes);

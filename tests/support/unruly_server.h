@@ -81,10 +81,12 @@ private:
                 }
                 while (!isOver_ && serve(connection)) {
                 }
-                const std::lock_guard lock(mutex_);
-                connections_.erase(connection);
-                close(connection);
-                --running_;
+                {
+                    const std::lock_guard lock(mutex_);
+                    connections_.erase(connection);
+                    close(connection);
+                }
+                --running_;  // the last thing: the server may be gone then
             }).detach();
         }
     }

@@ -89,7 +89,7 @@ TEST_F(DocumentLooks, FindTheSizesThatPagesHave) {
 TEST_F(DocumentLooks, HaveLimits) {
     addMillionPages();
     EXPECT_EQ(look(worker), "1000000 pages");
-#ifndef __SANITIZE_ADDRESS__
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     EXPECT_EQ(look(worker, {30, 20}), "takes more than 20 MB of memory to look at");
 #endif
     std::filesystem::resize_file(document, std::uintmax_t{5} << 30);
