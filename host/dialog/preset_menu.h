@@ -12,8 +12,8 @@
 
 struct PresetMenuContent {
     SettingsOrigin origin;
-    bool isChanged = false;  // since they were taken from there
-    std::vector<std::string> presets;  // in the order of the menu
+    bool isChanged = false;               // since they were taken from there
+    std::vector<std::string> presets;     // in the order of the menu
     std::vector<std::string> unreadable;  // names of files
     bool hasLastUsed = false;
     bool hasQueue = false;
