@@ -24,7 +24,7 @@ struct FilterJob {
     std::string finalContentType;  // what the last filter writes
     std::string user;
     std::string title;
-    int copies;
+    int copies = 1;
     std::string options;  // see filterOptionsText
     FilterFile document;  // what the first filter reads
 };

@@ -227,10 +227,14 @@ OSStatus PMWritePostScript(int pages, CFURLRef document, CFStringRef resolution,
     const Interruption interruption;
     clearLastError();
     const std::string name = filePath(document);
-    const FilterJob job{{},         name,       "printer",
-                        kPDFType,   kReadyType, userName(),
-                        {},         1,          filterOptionsText({{"Resolution", utf8Text(resolution)}}),
-                        {{}, pages}};
+    FilterJob job;
+    job.ppdName = name;
+    job.printerName = "printer";
+    job.contentType = kPDFType;
+    job.finalContentType = kReadyType;
+    job.user = userName();
+    job.options = filterOptionsText({{"Resolution", utf8Text(resolution)}});
+    job.document.descriptor = pages;
     std::string reason;
     const std::string filter = "pdftops";
     const OSStatus status = runFilters({&filter, 1}, job, *output, &reason);
