@@ -103,6 +103,8 @@ std::vector<KeptFile> filesNamed(const fs::path& folder, const std::string& name
 std::vector<std::string> inUsersOrder(std::vector<std::string> names) {
     std::vector<CFRef<CFStringRef>> texts;
     std::vector<CFStringRef> lent;
+    texts.reserve(names.size());
+    lent.reserve(names.size());
     for (const std::string& name : names) {
         lent.push_back(texts.emplace_back(cfString(name)).get());
     }
@@ -112,6 +114,7 @@ std::vector<std::string> inUsersOrder(std::vector<std::string> names) {
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(order, {}, [&](std::size_t place) { return ranks[place]; });
     std::vector<std::string> sorted;
+    sorted.reserve(names.size());
     for (const std::size_t place : order) {
         sorted.push_back(std::move(names[place]));
     }
