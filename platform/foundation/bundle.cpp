@@ -242,8 +242,8 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
                 if (!lacking.isEmpty() && !lacking.startsWith(language)) {
                     object->tellOfLack(name, lacking);
                 }
-                return hasDigitsOfLocale(text->text) ? makeString(withDigitsOfLocale(text->text)).leak()
-                                                     : CFRef<CFStringRef>::retain(text).leak();
+                const QString localized = withDigitsOfLocale(text->text);
+                return localized == text->text ? CFRef<CFStringRef>::retain(text).leak() : makeString(localized).leak();
             }
             if ((lacking.isEmpty() || lacking.startsWith(language)) &&
                 QFileInfo::exists(object->inContents(QStringLiteral("Resources/%1.lproj").arg(language)))) {

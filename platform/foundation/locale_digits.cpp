@@ -15,13 +15,12 @@ bool isMeant(QChar c) {
 
 }  // namespace
 
-bool hasDigitsOfLocale(const QString& text) {
-    return std::ranges::any_of(text, isMeant);
-}
-
 QString withDigitsOfLocale(QString text) {
+    if (std::ranges::none_of(text, isMeant)) {
+        return text;
+    }
     const QLocale locale;
-    if (!hasDigitsOfLocale(text) || locale.zeroDigit() == QChar(kZero)) {
+    if (locale.zeroDigit() == QChar(kZero)) {
         return text;
     }
     QString localized;

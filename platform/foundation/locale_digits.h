@@ -3,9 +3,6 @@
 
 #include <QString>
 
-/// Whether the text has digits that withDigitsOfLocale() turns into others.
-bool hasDigitsOfLocale(const QString& text);
-
 /// The text with its Arabic-Indic digits (٠ to ٩) and the decimal sign between them (٫) as the user's locale writes
 /// them, so that they agree with numbers that are put in; ar_MA has 0 to 9. All else stays, the digits 0 to 9 of names
 /// (A4, ZR840) too.
