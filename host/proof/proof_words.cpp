@@ -64,9 +64,9 @@ private:
 
     void tellSheet(const ProofReport::Sheet& sheet) {
         const std::string number = std::to_string(++sheets_);
-        std::string paper = sheet.paper.empty() ? std::string() : wordsOf(sheet.paper);
+        std::string paper = wordsOf(sheet.paper, texts_);
         if (sheet.source) {
-            paper += (paper.empty() ? "" : ", ") + text("Proof From Tray", {sheet.source->words});
+            paper = joined(texts_, {paper, text("Proof From Tray", {sheet.source->words})});
         }
         paper = paper.empty() ? text("Proof Any Paper") : paper;
         if (sheet.isTwoSided) {

@@ -38,8 +38,8 @@ QJsonArray jsonTexts(const std::vector<std::string>& texts) {
     return array;
 }
 
-QJsonObject jsonPaper(const std::vector<PaperFact>& facts, const std::optional<Size>& size) {
-    QJsonObject paper{{QStringLiteral("text"), jsonText(wordsOf(facts))}};
+QJsonObject jsonPaper(const std::vector<PaperFact>& facts, const std::optional<Size>& size, CFBundleRef texts) {
+    QJsonObject paper{{QStringLiteral("text"), jsonText(wordsOf(facts, texts))}};
     if (size) {
         paper[QStringLiteral("width")] = size->width;
         paper[QStringLiteral("height")] = size->height;

@@ -17,7 +17,7 @@ QString jsonText(const std::string& text);
 QJsonArray jsonTexts(const std::vector<std::string>& texts);
 
 /// What is known of a sheet's paper; its size in points where there is one.
-QJsonObject jsonPaper(const std::vector<PaperFact>& facts, const std::optional<Size>& size);
+QJsonObject jsonPaper(const std::vector<PaperFact>& facts, const std::optional<Size>& size, CFBundleRef texts);
 
 /// How a sheet of two sides is turned over: "longEdge", "shortEdge"; null for one side.
 QJsonValue jsonFlip(bool isTwoSided, bool isTumbled);

@@ -216,7 +216,7 @@ private:
         PMPaper size{};
         const bool isKnown = PMPrinterGetPaper(session_.printer().get(), cfString(paper.size).get(), &size) == noErr;
         return jsonPaper(paperFacts(paper, session_, texts_),
-                         isKnown ? std::optional(Size{size.width, size.height}) : std::nullopt);
+                         isKnown ? std::optional(Size{size.width, size.height}) : std::nullopt, texts_);
     }
 
     static QJsonObject side(const SheetPlan& plan, const SheetSide& side) {

@@ -37,12 +37,12 @@ QJsonObject jsonSide(const ProofSide& side) {
     return object;
 }
 
-QJsonObject jsonSheet(const ProofReport::Sheet& sheet) {
+QJsonObject jsonSheet(const ProofReport::Sheet& sheet, CFBundleRef texts) {
     QJsonArray sides{jsonSide(sheet.side1)};
     if (sheet.isTwoSided) {
         sides.append(jsonSide(sheet.side2));
     }
-    QJsonObject object{{QStringLiteral("paper"), jsonPaper(sheet.paper, sheet.size)},
+    QJsonObject object{{QStringLiteral("paper"), jsonPaper(sheet.paper, sheet.size, texts)},
                        {QStringLiteral("sides"), sides},
                        {QStringLiteral("flip"), jsonFlip(sheet.isTwoSided, sheet.isTumbled)}};
     if (sheet.source) {
@@ -68,10 +68,10 @@ QJsonObject jsonFinishing(const ProofReport::Finishing& finishing) {
     return object;
 }
 
-QJsonObject jsonProof(const ProofReport& report) {
+QJsonObject jsonProof(const ProofReport& report, CFBundleRef texts) {
     QJsonArray sheets;
     for (const ProofReport::Sheet& sheet : report.sheets) {
-        sheets.append(jsonSheet(sheet));
+        sheets.append(jsonSheet(sheet, texts));
     }
     QJsonArray finishing;
     for (const ProofReport::Finishing& each : report.finishing) {
@@ -99,7 +99,7 @@ Failure reportProof(const std::string& path, const Printer& printer, CFBundleRef
     }
     const ProofReport report = reportOf(*proof, printer, texts);
     if (form == ReportForm::json) {
-        printDocument("proof", jsonProof(report));
+        printDocument("proof", jsonProof(report, texts));
     } else {
         for (const std::string& line : proofWords(report, texts)) {
             printLine(stdout, readable(line));

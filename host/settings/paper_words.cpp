@@ -79,12 +79,12 @@ std::vector<PaperFact> paperFacts(const Paper& paper, const PrintSession& sessio
     return facts;
 }
 
-std::string wordsOf(const std::vector<PaperFact>& facts) {
-    std::string all;
+std::string wordsOf(const std::vector<PaperFact>& facts, CFBundleRef texts) {
+    std::vector<std::string> all;
     for (const PaperFact& fact : facts) {
-        all += (all.empty() ? "" : ", ") + fact.words;
+        all.push_back(fact.words);
     }
-    return all;
+    return joined(texts, all);
 }
 
 std::vector<std::string> paperDetailWords(const Paper& paper, const Paper& other, const PrintSession& session,

@@ -26,7 +26,7 @@ PaperFact paperWeightFact(const std::string& weight, CFBundleRef texts);
 std::vector<PaperFact> paperFacts(const Paper& paper, const PrintSession& session, CFBundleRef texts);
 
 /// The facts' words, with commas between them; empty for none.
-std::string wordsOf(const std::vector<PaperFact>& facts);
+std::string wordsOf(const std::vector<PaperFact>& facts, CFBundleRef texts);
 
 /// Its name, or else the names of its color and type; its weight, and what the printer calls its other attributes. What
 /// is as it is with `other` paper is left out.

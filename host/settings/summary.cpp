@@ -110,14 +110,7 @@ private:
         }
     }
 
-    /// Words with commas between them; empty ones are left out.
-    static std::string list(std::initializer_list<std::string> words) {
-        std::string all;
-        for (const std::string& word : words) {
-            all += all.empty() || word.empty() ? word : ", " + word;
-        }
-        return all;
-    }
+    std::string list(const std::vector<std::string>& words) const { return joined(texts_, words); }
 
     // ---- Options of the PPD, each told once
 

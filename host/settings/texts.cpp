@@ -52,6 +52,15 @@ std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences
     return lines;
 }
 
+std::string joined(CFBundleRef bundle, const std::vector<std::string>& words) {
+    const std::string comma = utf8(localized(bundle, CFSTR("List Comma")).get());
+    std::string all;
+    for (const std::string& word : words) {
+        all += all.empty() || word.empty() ? word : comma + word;
+    }
+    return all;
+}
+
 std::string shortened(const std::string& name, std::size_t most) {
     const std::size_t end = most * 3 / 8;
     std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');

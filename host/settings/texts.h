@@ -19,6 +19,9 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vec
 /// The sentences, each in a line of its own; several with marks in front.
 std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences);
 
+/// Words with the language's comma between them; empty ones are left out.
+std::string joined(CFBundleRef bundle, const std::vector<std::string>& words);
+
 /// What fits on one line of the dialog, in UTF-16 code units: of a longer name the middle is left out.
 inline constexpr std::size_t kOneLine = 38;
 std::string shortened(const std::string& name, std::size_t most = kOneLine);

@@ -74,7 +74,7 @@ std::u16string AttributesText(CFBundleRef bundle, const Stock& stock) {
         const std::u16string words = row.attribute == StockAttribute::tabs
                                          ? std::u16string()
                                          : StockAttributeWords(bundle, row, StockAttributeOf(stock, row));
-        text += (text.empty() || words.empty() ? u"" : u", ") + words;
+        text += (text.empty() || words.empty() ? u"" : Localized(bundle, CFSTR("List Comma"))) + words;
     }
     return text;
 }

@@ -66,7 +66,7 @@ String CopyLibraryNote(CFBundleRef bundle, const StockLibrary& library, std::siz
 }
 
 String CopyPaperWords(CFBundleRef bundle, const Stock& paper) {
-    return GenerateStockWords(bundle, paper, CFSTR(", "));
+    return GenerateStockWords(bundle, paper, CopyLocalizedText(bundle, CFSTR("List Comma")).get());
 }
 
 bool AskToReplacePaper(CFBundleRef bundle, CFStringRef name) {

@@ -108,7 +108,7 @@ CFRef<CFStringRef> CopySeparatorText(CFBundleRef bundle, SInt32 option, SInt32 c
     }
     std::u16string text;
     AppendText(&text, name.get());
-    text += u", ";
+    AppendText(&text, CopyLocalizedText(bundle, CFSTR("List Comma")).get());
     AppendText(&text, colorName);
     return CopyString(text);
 }

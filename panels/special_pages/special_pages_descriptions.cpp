@@ -41,8 +41,9 @@ std::u16string ValueName(CFBundleRef bundle, const SettingMap* map, SInt32 value
 }
 
 CFRef<CFStringRef> Description(CFBundleRef bundle, const std::u16string& own, JobContext context, const Stock& stock) {
-    const std::u16string paper = Text(GenerateStockDescription(bundle, context, stock, CFSTR(", ")).get());
-    return String(own + (own.empty() || paper.empty() ? u"" : u";  ") + paper);
+    const auto comma = CopyLocalizedText(bundle, CFSTR("List Comma"));
+    const std::u16string paper = Text(GenerateStockDescription(bundle, context, stock, comma.get()).get());
+    return String(own + (own.empty() || paper.empty() ? u"" : Localized(bundle, CFSTR("List Semicolon"))) + paper);
 }
 
 }  // namespace

@@ -80,8 +80,9 @@ def check_text(where, key, english, text, same):
         fault(where, f'"{key}" is still English: {text!r}')
     if "  " in text and "  " not in english:
         fault(where, f'"{key}" has two blanks: {text!r}')
-    # What stands between a name and its value is each language's own.
-    if key != ":" and (text[:1].isspace(), text[-1:].isspace()) != (english[:1].isspace(), english[-1:].isspace()):
+    # What stands between a name and its value, or the words of a list, is each language's own.
+    if key not in (":", "List Comma", "List Semicolon") and (text[:1].isspace(), text[-1:].isspace()) != (
+            english[:1].isspace(), english[-1:].isspace()):
         fault(where, f'"{key}" begins or ends with a blank, or lacks one: {text!r}')
     if ("…" in text) != ("…" in english):
         fault(where, f'"{key}" has no ellipsis, or one too many: {text!r}')
