@@ -4,6 +4,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdint>
+#include <mutex>
 
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -13,7 +14,11 @@ namespace {
 constexpr std::array kSignals{SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<int> signalThatCame;
+// Stays open for the life of the process: a signal may be on its way to it, and its number must be no other file's
+// then.
 std::atomic<int> event = -1;
+std::mutex changes;  // of the next one; who interrupts means the work that goes on, or none
+bool isGoingOn = false;
 std::array<struct sigaction, kSignals.size()> formerActions;
 
 constexpr int kNoSignal = -1;  // somebody has interrupted
@@ -34,8 +39,16 @@ void keep(int signal) {
 }  // namespace
 
 Interruption::Interruption() {
-    signalThatCame = 0;
-    event = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    {
+        const std::lock_guard lock(changes);
+        isGoingOn = true;
+        signalThatCame = 0;
+        if (event < 0) {
+            event = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+        }
+        std::uint64_t count = 0;
+        [[maybe_unused]] const ssize_t ignored = read(event, &count, sizeof count);  // of an earlier one
+    }
     struct sigaction action {};
     action.sa_handler = keep;  // whoever waits for a key is woken by it
     for (std::size_t i = 0; i < kSignals.size(); ++i) {
@@ -52,15 +65,17 @@ Interruption::~Interruption() {
             sigaction(kSignals[i], &formerActions[i], nullptr);
         }
     }
-    close(event.exchange(-1));
+    const std::lock_guard lock(changes);
+    isGoingOn = false;
     if (const int signal = signalThatCame.exchange(0); signal > 0) {
         raise(signal);
     }
 }
 
 void interrupt() {
+    const std::lock_guard lock(changes);
     int none = 0;
-    if (event >= 0 && signalThatCame.compare_exchange_strong(none, kNoSignal)) {
+    if (isGoingOn && signalThatCame.compare_exchange_strong(none, kNoSignal)) {
         wake();
     }
 }
