@@ -81,9 +81,7 @@ std::vector<PaperFact> paperFacts(const Paper& paper, const PrintSession& sessio
 
 std::string wordsOf(const std::vector<PaperFact>& facts, CFBundleRef texts) {
     std::vector<std::string> all;
-    for (const PaperFact& fact : facts) {
-        all.push_back(fact.words);
-    }
+    std::ranges::transform(facts, std::back_inserter(all), &PaperFact::words);
     return joined(texts, all);
 }
 
