@@ -47,9 +47,7 @@ public:
     ~TextBlock();
 
     [[nodiscard]] int lineCount() const;
-    /// The height of the first lines; of all when there are not so many.
-    [[nodiscard]] double heightOf(int lines) const;
-    [[nodiscard]] double height() const { return heightOf(lineCount()); }
+    [[nodiscard]] double height() const;
     /// The number of lines that a height has room for.
     [[nodiscard]] int linesWithin(double height) const;
     /// The width of the longest line.

@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -73,17 +74,6 @@ void TextBlock::Lines::addParagraph(qsizetype start, qsizetype length) {
     paragraph.endLayout();
 }
 
-double TextBlock::Lines::heightOf(int count) const {
-    double height = 0;
-    for (const Line& line : lines) {
-        if (count-- <= 0) {
-            break;
-        }
-        height += line.set.height();
-    }
-    return height;
-}
-
 void TextBlock::Lines::draw(QPainter* painter, QPointF place) const {
     for (const Line& line : lines) {
         line.set.draw(painter, place);
@@ -129,8 +119,10 @@ int TextBlock::lineCount() const {
     return static_cast<int>(lines_->lines.size());
 }
 
-double TextBlock::heightOf(int lines) const {
-    return lines_->heightOf(lines) / kUnitsPerPoint;
+double TextBlock::height() const {
+    return std::accumulate(lines_->lines.begin(), lines_->lines.end(), 0.0,
+                           [](double height, const Lines::Line& line) { return height + line.set.height(); }) /
+           kUnitsPerPoint;
 }
 
 int TextBlock::linesWithin(double height) const {

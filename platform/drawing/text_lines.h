@@ -14,7 +14,6 @@
 struct TextBlock::Lines {
     Lines(const QString& text, const QFont& usedFont, double usedWidth, TextSide usedSide);
 
-    [[nodiscard]] double heightOf(int count) const;
     void draw(QPainter* painter, QPointF place) const;
     void keep(int count);
     /// Keeps the first lines, with an ellipsis at the end of the last. Nothing happens to a shorter text.
