@@ -113,7 +113,9 @@ int rename(const char* from, const char* to) noexcept {
 
 int fsync(int file) {
     static auto* const next = behind<int(int)>("fsync");
-    return fails(Call::sync) ? -1 : next(file);
+    struct stat status {};
+    const bool isFolder = fstat(file, &status) == 0 && S_ISDIR(status.st_mode);
+    return !isFolder && fails(Call::sync) ? -1 : next(file);
 }
 
 int unlink(const char* path) noexcept {

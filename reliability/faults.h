@@ -7,7 +7,7 @@
 
 #include <array>
 
-/// The kinds of calls; `memory` is malloc, calloc and realloc.
+/// The kinds of calls; `sync` is fsync of a file, not of a folder, and `memory` malloc, calloc and realloc.
 enum class Call { open, write, chmod, link, rename, sync, unlink, lock, memory };
 
 struct NamedCall {

@@ -210,6 +210,9 @@ std::string faultOf(const FaultRun& run, Call call) {
     if (run.signal != 0) {
         return "ends the program by signal " + std::to_string(run.signal);
     }
+    if (run.saved && call == Call::sync) {
+        return "is not told: what is called saved may be gone when the system fails";
+    }
     return run.after == (run.saved ? run.before + 1 : run.before)
                ? ""
                : (run.saved ? "is no fault, but" : "is told, but") + now;
