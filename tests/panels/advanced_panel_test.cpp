@@ -16,14 +16,9 @@ class AdvancedPanelTest : public PanelTest {
 protected:
     AdvancedPanelTest() : PanelTest(GetAdvancedPanelInterface) {}
 
-    SInt32 value(SInt32 number) const { return GetControl32BitValue(shell(number)); }
     SInt32 ticketNumber(CFStringRef key) const { return GetTicketNumber(printer.settings, key, -99); }
     void setTicketNumber(CFStringRef key, SInt32 number) const {
         EXPECT_EQ(SetTicketNumber(printer.settings, CFSTR("test"), key, number), noErr);
-    }
-    std::string choice(CFStringRef keyword) const {
-        CFStringRef option = nullptr;
-        return PPDGetMainKeywordValue(printer.settings, keyword, &option) == noErr ? Text(option) : "";
     }
     MenuRefCon chosenValue(SInt32 number) const {
         return Items(shell(number)).at(static_cast<std::size_t>(value(number)) - 1).refCon;
@@ -33,8 +28,6 @@ protected:
 TEST_F(AdvancedPanelTest, RefusesCallsWithoutContextOrSession) {
     EXPECT_EQ(panelTitle, "Advanced");
     expectRefusals(true);
-    EXPECT_EQ(panel.Close(nullptr), kPMInvalidPDEContext);
-    EXPECT_EQ(panel.Terminate(nullptr, noErr), kPMInvalidPDEContext);
 }
 
 TEST_F(AdvancedPanelTest, AFreshTicketShowsTheDefaultsAtOnce) {
@@ -135,12 +128,7 @@ TEST_F(AdvancedPanelTest, APrinterWithoutBannerOrOffsetIsAskedForThemInVain) {
 }
 
 TEST_F(AdvancedPanelTest, WithoutItsNibThePanelStaysEmpty) {
-    std::filesystem::remove(plugin.contents() / "Resources");
-    ASSERT_EQ(initialize(), noErr);
-    EXPECT_EQ(panel.Open(context), kNibNotFoundErr);
-    EXPECT_EQ(CountSubControls(control(1)), 0);
-    EXPECT_EQ(sync(true), noErr);
-    EXPECT_EQ(sync(false), noErr);
+    expectEmptyWithoutNib();
 }
 
 }  // namespace

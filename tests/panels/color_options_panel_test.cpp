@@ -30,11 +30,6 @@ protected:
         ReadTicketValue(written(), key, &value);
         return value;
     }
-    std::string choice(CFStringRef mainKeyword) const {
-        CFStringRef option = nullptr;
-        PPDGetMainKeywordValue(printer.settings, mainKeyword, &option);
-        return option == nullptr ? "" : Text(option);
-    }
     void showPage(SInt32 page) const { EXPECT_EQ(AutomationSetValue(shell(7001), page), noErr); }
     void choose(SInt32 popUp, MenuItemIndex item) const {
         EXPECT_EQ(AutomationChooseMenuItem(shell(popUp), GetControlPopupMenuHandle(shell(popUp)), item), noErr);

@@ -50,19 +50,11 @@ class ImageOptionsPanelTest : public PanelTest {
 protected:
     explicit ImageOptionsPanelTest(const std::string& ppd = kZR420) : PanelTest(GetImageOptionsPanelInterface, ppd) {}
 
-    SInt32 value(SInt32 number) const { return GetControl32BitValue(shell(number)); }
     std::string fieldText() const {
         CFStringRef shown = nullptr;
         GetControlData(shell(kField), kControlEntireControl, kControlEditTextCFStringTag, sizeof shown, &shown,
                        nullptr);
         return Text(CFRef<CFStringRef>::adopt(shown).get());
-    }
-    std::string choice(CFStringRef keyword) const {
-        CFStringRef option = nullptr;
-        return PPDGetMainKeywordValue(printer.settings, keyword, &option) == noErr ? Text(option) : "";
-    }
-    void choose(CFStringRef keyword, CFStringRef option) const {
-        EXPECT_EQ(PPDSetMainKeyword(printer.settings, keyword, option), noErr);
     }
     void expectChoices(const char* resolution, const char* quality, const char* economode) const {
         EXPECT_EQ(choice(CFSTR("Resolution")), resolution);
@@ -96,8 +88,6 @@ TEST(ImageOptionsDecisions, PicturesFollowTheSettings) {
 TEST_F(ImageOptionsPanelTest, RefusesCallsWithoutContextOrSession) {
     EXPECT_EQ(panelTitle, "Image Options");
     expectRefusals(true);
-    EXPECT_EQ(panel.Close(nullptr), kPMInvalidPDEContext);
-    EXPECT_EQ(panel.Terminate(nullptr, noErr), kPMInvalidPDEContext);
 }
 
 TEST_F(ImageOptionsPanelTest, AFreshTicketShowsTheDefaults) {
@@ -182,7 +172,7 @@ TEST_F(ImageOptionsPanelTest, PicturesShowWhatIsChosen) {
 TEST_F(ImageOptionsPanelTest, APanelThatWasNeverOpenedWritesOnlyWhatItRead) {
     const CFRef<CFDictionaryRef> mirrored = InvertImageCreateTicketFromOptions({true, false, true});
     PMTicketSetCFDictionary(printer.settings, CFSTR("test"), kInvertKey, mirrored.get(), kPMUnlocked);
-    choose(CFSTR("TRImageQuality"), CFSTR("Dark"));
+    setChoice(CFSTR("TRImageQuality"), CFSTR("Dark"));
     EXPECT_EQ(sync(false), noErr);
     expectInvertOptions(0, 1);
     ASSERT_EQ(initialize(), noErr);
@@ -193,9 +183,9 @@ TEST_F(ImageOptionsPanelTest, APanelThatWasNeverOpenedWritesOnlyWhatItRead) {
 }
 
 TEST_F(ImageOptionsPanelTest, ChoicesThatThePrinterDoesNotHaveReadAsTheDefaults) {
-    choose(CFSTR("Resolution"), CFSTR("300dpi"));
-    choose(CFSTR("TRImageQuality"), CFSTR("Blackest"));
-    choose(CFSTR("TREconomode"), CFSTR("Maybe"));
+    setChoice(CFSTR("Resolution"), CFSTR("300dpi"));
+    setChoice(CFSTR("TRImageQuality"), CFSTR("Blackest"));
+    setChoice(CFSTR("TREconomode"), CFSTR("Maybe"));
     PMTicketSetCFString(printer.settings, CFSTR("test"), kInvertKey, CFSTR("mirror"), kPMUnlocked);
     openPanel();
     EXPECT_EQ(value(kResolution), 1);
@@ -206,12 +196,7 @@ TEST_F(ImageOptionsPanelTest, ChoicesThatThePrinterDoesNotHaveReadAsTheDefaults)
 }
 
 TEST_F(ImageOptionsPanelTest, WithoutItsNibThePanelStaysEmpty) {
-    std::filesystem::remove(plugin.contents() / "Resources");
-    ASSERT_EQ(initialize(), noErr);
-    EXPECT_EQ(panel.Open(context), kNibNotFoundErr);
-    EXPECT_EQ(CountSubControls(control(1)), 0);
-    EXPECT_EQ(sync(true), noErr);
-    EXPECT_EQ(sync(false), noErr);
+    expectEmptyWithoutNib();
     expectChoices("", "", "");
     expectInvertOptions(0, 0);
 }
@@ -222,7 +207,7 @@ protected:
     explicit PoorPrinterTest(const PPDWithout& ppd) : ImageOptionsPanelTest(ppd.path()) {}
 
     void expectNothingToChoose() {
-        choose(CFSTR("TRImageQuality"), CFSTR("Dark"));
+        setChoice(CFSTR("TRImageQuality"), CFSTR("Dark"));
         openPanel();
         EXPECT_EQ(sync(true), noErr);
         EXPECT_EQ(fieldText(), "");

@@ -32,14 +32,6 @@ protected:
         ASSERT_TRUE(LoadInstallableOptions(printer.info, printer.context, InstalledFeatures));
         openPanel();
     }
-    SInt32 value(SInt32 number) const { return GetControl32BitValue(shell(number)); }
-    std::string choice(CFStringRef keyword) const {
-        CFStringRef option = nullptr;
-        return PPDGetMainKeywordValue(printer.settings, keyword, &option) == noErr ? Text(option) : "";
-    }
-    void choose(CFStringRef keyword, CFStringRef option) const {
-        EXPECT_EQ(PPDSetMainKeyword(printer.settings, keyword, option), noErr);
-    }
     void setBooklet(bool booklet) const {
         PMTicketSetCFBoolean(printer.settings, CFSTR("test"), kBookletKey, booklet ? kCFBooleanTrue : kCFBooleanFalse,
                              kPMUnlocked);
@@ -132,8 +124,6 @@ TEST(LayoutDecisions, PicturesFollowTheSettings) {
 TEST_F(LayoutPanelTest, RefusesCallsWithoutContextOrSession) {
     EXPECT_EQ(panelTitle, "Layout");
     expectRefusals(true);
-    EXPECT_EQ(panel.Close(nullptr), kPMInvalidPDEContext);
-    EXPECT_EQ(panel.Terminate(nullptr, noErr), kPMInvalidPDEContext);
     EXPECT_EQ(RunModalBookletFinishingDialog(plugin.bundle(), false, nullptr), paramErr);
 }
 
@@ -161,7 +151,7 @@ TEST_F(LayoutPanelTest, AFreshTicketIsNoBooklet) {
 
 TEST_F(LayoutPanelTest, WhatTheUserChoosesReachesTheTicketAndComesBack) {
     openWithFolder();
-    choose(CFSTR("StapleLocation"), CFSTR("2Staples"));
+    setChoice(CFSTR("StapleLocation"), CFSTR("2Staples"));
     EXPECT_EQ(AutomationSetValue(shell(kBooklet), 2), noErr);
     EXPECT_TRUE(IsControlVisible(shell(kFinishing)));
     EXPECT_EQ(AutomationClick(shell(kOutlines)), noErr);
@@ -175,7 +165,7 @@ TEST_F(LayoutPanelTest, WhatTheUserChoosesReachesTheTicketAndComesBack) {
 
     SetControl32BitValue(shell(kBooklet), 1);
     SetControl32BitValue(shell(kOutlines), 0);
-    choose(CFSTR("TRFoldOptions"), CFSTR("BookletFoldOpt"));
+    setChoice(CFSTR("TRFoldOptions"), CFSTR("BookletFoldOpt"));
     EXPECT_EQ(sync(true), noErr);
     EXPECT_EQ(value(kBooklet), 2);
     EXPECT_EQ(value(kOutlines), 1);
@@ -217,10 +207,10 @@ TEST_F(LayoutPanelTest, TheSidesAreThoseOfTheOptionElseOfEitherNumber) {
     EXPECT_EQ(sync(false), noErr);
     expectSides(2, "DuplexNoTumble");
     setNumber(kPMDuplexingKey, 3);
-    choose(CFSTR("Duplex"), CFSTR("None"));
+    setChoice(CFSTR("Duplex"), CFSTR("None"));
     EXPECT_EQ(sync(false), noErr);
     expectSides(1, "None");
-    choose(CFSTR("Duplex"), CFSTR("NoSuchOption"));
+    setChoice(CFSTR("Duplex"), CFSTR("NoSuchOption"));
     EXPECT_EQ(sync(false), noErr);
     expectSides(-1, "NoSuchOption");
 }
@@ -259,7 +249,7 @@ TEST_F(LayoutPanelTest, CoversThatDifferBothStay) {
 }
 
 TEST_F(LayoutPanelTest, WithoutAFolderNothingIsAskedOfIt) {
-    choose(CFSTR("TRFoldOptions"), CFSTR("2HolePunch"));
+    setChoice(CFSTR("TRFoldOptions"), CFSTR("2HolePunch"));
     setBooklet(true);
     openPanel();
     const ControlID id{FourCharCode("Tshl"), kFinishing};
@@ -276,7 +266,7 @@ TEST_F(LayoutPanelTest, OtherFoldOptionsAreKeptUntilTheDialogChangesThem) {
     setBooklet(true);
     openWithFolder();
     for (const CFStringRef other : {CFSTR("CTriFoldOpt"), CFSTR("NoSuchOption")}) {
-        choose(CFSTR("TRFoldOptions"), other);
+        setChoice(CFSTR("TRFoldOptions"), other);
         EXPECT_EQ(sync(true), noErr);
         finish(2, 1, GetWindowCancelButton);
         EXPECT_EQ(sync(false), noErr);
@@ -299,12 +289,7 @@ TEST_F(LayoutPanelTest, ItemsOfWrongTypesReadAsMissing) {
 }
 
 TEST_F(LayoutPanelTest, WithoutItsNibThePanelStaysEmpty) {
-    std::filesystem::remove(plugin.contents() / "Resources");
-    ASSERT_EQ(initialize(), noErr);
-    EXPECT_EQ(panel.Open(context), kNibNotFoundErr);
-    EXPECT_EQ(CountSubControls(control(1)), 0);
-    EXPECT_EQ(sync(true), noErr);
-    EXPECT_EQ(sync(false), noErr);
+    expectEmptyWithoutNib();
     SInt32 fold = kFoldBooklet;
     EXPECT_EQ(RunModalBookletFinishingDialog(plugin.bundle(), false, &fold), kNibNotFoundErr);
     EXPECT_EQ(fold, kFoldBooklet);

@@ -1,6 +1,7 @@
 // A built-in panel in a window of its own, driven as the shell drives it.
 #pragma once
 
+#include "model/settings/ppd_access.h"
 #include "platform/toolbox/Automation.h"
 #include "tests/panels/plugin_fixture.h"
 
@@ -64,6 +65,17 @@ protected:
         return found;
     }
 
+    SInt32 value(SInt32 number) const { return GetControl32BitValue(shell(number)); }
+
+    /// The option of the PPD that is chosen; empty for the printer's own.
+    std::string choice(CFStringRef mainKeyword) const {
+        CFStringRef option = nullptr;
+        return PPDGetMainKeywordValue(printer.settings, mainKeyword, &option) == noErr ? Text(option) : "";
+    }
+    void setChoice(CFStringRef mainKeyword, CFStringRef option) const {
+        EXPECT_EQ(PPDSetMainKeyword(printer.settings, mainKeyword, option), noErr);
+    }
+
     /// What a control looks like now.
     QImage drawn(SInt32 number) const {
         const std::filesystem::path file = plugin.contents() / "shot.png";
@@ -89,6 +101,17 @@ protected:
         EXPECT_EQ(titles, nullptr);
         EXPECT_EQ(summaries, nullptr);
         EXPECT_EQ(panel.GetSummaryText(nullptr, &titles, &summaries), kPMInvalidPDEContext);
+        EXPECT_EQ(panel.Close(nullptr), syncs ? kPMInvalidPDEContext : noErr);
+        EXPECT_EQ(panel.Terminate(nullptr, noErr), syncs ? kPMInvalidPDEContext : noErr);
+    }
+    /// What a panel with controls does in a plug-in whose nibs are gone.
+    void expectEmptyWithoutNib() {
+        std::filesystem::remove(plugin.contents() / "Resources");
+        ASSERT_EQ(initialize(), noErr);
+        EXPECT_EQ(panel.Open(context), kNibNotFoundErr);
+        EXPECT_EQ(CountSubControls(control(1)), 0);
+        EXPECT_EQ(sync(true), noErr);
+        EXPECT_EQ(sync(false), noErr);
     }
 
     PluginBundle plugin;

@@ -7,21 +7,8 @@ namespace {
 
 class ChecksSettings : public ProgramTest {
 protected:
-    /// A settings file with pairs of the PPD dictionary ("Duplex=None Jog=EndOfSet").
-    std::string settings(const std::string& pairs) const {
-        std::istringstream words(pairs);
-        std::string choices;
-        for (std::string word; words >> word;) {
-            const std::size_t equals = word.find('=');
-            choices += "<key>" + word.substr(0, equals) + "</key><string>" + word.substr(equals + 1) + "</string>";
-        }
-        return add("settings.plist",
-                   "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict><key>PPDDict"
-                   "</key><dict>" +
-                       choices + "</dict></dict></dict></plist>");
-    }
     Run check(const std::string& pairs, const Words& more = {}) const {
-        Words arguments{"--ppd", kZR420, "--check", "--ticket-in", settings(pairs)};
+        Words arguments{"--ppd", kZR420, "--check", "--ticket-in", settingsWith(pairs)};
         arguments.insert(arguments.end(), more.begin(), more.end());
         return run(arguments);
     }
@@ -74,12 +61,12 @@ TEST_F(ChecksSettings, ThatDoNot) {
 
 TEST_F(ChecksSettings, OfAsManySheetsAsTheDocumentHas) {
     const std::string zr840 = sourcePath("resources/ppd/Tavro-ZR840.ppd");
-    const Words folded{"--ppd", zr840, "--check", "--ticket-in", settings("TRFold=CFoldSingleInside"), kTenPages};
+    const Words folded{"--ppd", zr840, "--check", "--ticket-in", settingsWith("TRFold=CFoldSingleInside"), kTenPages};
     const Run bad = run(folded);
     EXPECT_EQ(bad.status, 4);
     EXPECT_EQ(bad.output, "“Fold: C Fold, Print Inside” (Paper and Output) takes up to 5 sheets; this job has 10.\n");
-    EXPECT_EQ(run({"--ppd", zr840, "--check", "--ticket-in", settings("TRFold=CFoldSingleInside Duplex=DuplexTumble"),
-                   kTenPages})
+    EXPECT_EQ(run({"--ppd", zr840, "--check", "--ticket-in",
+                   settingsWith("TRFold=CFoldSingleInside Duplex=DuplexTumble"), kTenPages})
                   .status,
               0);
 }
@@ -95,8 +82,9 @@ TEST_F(ChecksSettings, WhoseTextsForgeNoLines) {
         ppd.replace(at, text.size(), hostile);
     }
     const std::string hostile = add("hostile.ppd", ppd);
-    const Run checked = run({"--ppd", hostile, "--check", "--ticket-in",
-                             settings("MediaType=Transparency Duplex=DuplexTumble Jog=Some&#10;forged&#x85;&#x202E;")});
+    const Run checked =
+        run({"--ppd", hostile, "--check", "--ticket-in",
+             settingsWith("MediaType=Transparency Duplex=DuplexTumble Jog=Some&#10;forged&#x85;&#x202E;")});
     const Run listed = run({"--ppd", hostile, "--list-controls", kTenPages});
     for (const std::string& text : {checked.output, checked.errors, listed.output, listed.errors}) {
         EXPECT_EQ(text.find("\nforged"), std::string::npos) << text;
@@ -115,7 +103,7 @@ TEST_F(ChecksSettings, AndPrintsNone) {
 
     // Printed without a window, the same settings are printed as they are, with a warning.
     const Run printed =
-        run({"--ppd", kZR420, "--print", "--ticket-in", settings("MediaType=Transparency Duplex=DuplexTumble"),
+        run({"--ppd", kZR420, "--print", "--ticket-in", settingsWith("MediaType=Transparency Duplex=DuplexTumble"),
              "--job-out", folder / "job.ps", kTenPages});
     EXPECT_EQ(printed.status, 0);
     EXPECT_NE(printed.errors.find("cannot be used with “Paper Type: Transparency”"), std::string::npos);

@@ -92,6 +92,18 @@ protected:
         return folder / name;
     }
 
+    /// A settings file with pairs of the PPD dictionary ("Duplex=None Jog=EndOfSet") and items of the ticket.
+    std::string settingsWith(const std::string& pairs, const std::string& items = {}) const {
+        std::istringstream words(pairs);
+        std::string choices;
+        for (std::string word; words >> word;) {
+            const std::size_t equals = word.find('=');
+            choices += "<key>" + word.substr(0, equals) + "</key><string>" + word.substr(equals + 1) + "</string>";
+        }
+        return add("settings.plist", "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>" + items +
+                                         "<key>PPDDict</key><dict>" + choices + "</dict></dict></dict></plist>");
+    }
+
     TemporaryFolder folder;
     std::function<void(pid_t)> whileRunning;  // called once the program is started
     mutable bool hasLeftCore = false;         // the last program

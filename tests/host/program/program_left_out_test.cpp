@@ -14,13 +14,10 @@ const std::string kHeader = "notice: The printer will not do all that you have c
 
 class LeavesOut : public ProgramTest {
 protected:
-    std::string settings(const std::string& items) const {
-        return add("settings.plist", "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>" + items +
-                                         "</dict></dict></plist>");
-    }
     /// A job without a window, but for the dates in it.
     std::string job(const std::string& items, const Words& more = {}) const {
-        Words arguments{"--ppd", kZR420, "--print", "--ticket-in", settings(items), "--job-out", jobFile(), kTenPages};
+        Words arguments{"--ppd",     kZR420,    "--print", "--ticket-in", settingsWith("", items),
+                        "--job-out", jobFile(), kTenPages};
         arguments.insert(arguments.end(), more.begin(), more.end());
         const Run done = run(arguments);
         EXPECT_EQ(done.status, 0) << done.errors;
@@ -61,7 +58,7 @@ TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
     const std::string shown =
         "expect Host:71 text \"The insert after page 99 will be missing: the document has 10 pages.\"\n";
     const Run done = script(shown + "ok\nexpect window \"Print\"\nanswer other\nok\n",
-                            {"--ticket-in", settings(kInserts), "--job-out", jobFile()});
+                            {"--ticket-in", settingsWith("", kInserts), "--job-out", jobFile()});
     EXPECT_EQ(done.status, 0) << done.errors;
     EXPECT_EQ(done.output, sentence + sentence);
     EXPECT_TRUE(fs::exists(jobFile()));
@@ -71,7 +68,7 @@ TEST_F(LeavesOut, NothingWithoutTellingItInTheDialog) {
         "\"This also changed “2-Sided Printing” from “1-Sided” to “2-Sided, Flip on Short Edge”. Inserts will be "
         "missing: "
         "a booklet cannot have any.\"\nok\ncancel\n",
-        {"--ticket-in", settings(kInserts), "--job-out", folder / "other.ps"});
+        {"--ticket-in", settingsWith("", kInserts), "--job-out", folder / "other.ps"});
     EXPECT_EQ(left.status, 1) << left.errors;
     EXPECT_FALSE(fs::exists(folder / "other.ps"));
 }
@@ -80,7 +77,7 @@ TEST_F(LeavesOut, AndAsksAboutItAfterWhatMustBeChangedFirst) {
     const std::string secure =
         "<key>com.tavro.print.JobType</key><dict><key>JobType</key><integer>6</integer></dict>" + kInserts;
     const Run done = script("ok\nchoose Tshl:102 \"Normal Print\"\ntype Host:31 \"9\"\nanswer other\nok\n",
-                            {"--ticket-in", settings(secure), "--job-out", jobFile()});
+                            {"--ticket-in", settingsWith("", secure), "--job-out", jobFile()});
     EXPECT_EQ(done.status, 0) << done.errors;
     const std::size_t passcode = done.output.find("notice: Secure Print needs a passcode");
     const std::size_t leftOut = done.output.find(kHeader);

@@ -68,17 +68,6 @@ protected:
         }
         return all;
     }
-
-    std::string settings(const std::string& pairs, const std::string& items = {}) const {
-        std::istringstream words(pairs);
-        std::string choices;
-        for (std::string word; words >> word;) {
-            const std::size_t equals = word.find('=');
-            choices += "<key>" + word.substr(0, equals) + "</key><string>" + word.substr(equals + 1) + "</string>";
-        }
-        return add("settings.plist", "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict>" + items +
-                                         "<key>PPDDict</key><dict>" + choices + "</dict></dict></dict></plist>");
-    }
 };
 
 }  // namespace
@@ -120,13 +109,13 @@ ok)script"),
 
     const QJsonObject booklet = report(
         "check", {"--ppd", kZR840, "--check", "--ticket-in",
-                  settings("Duplex=DuplexTumble", "<key>com.tavro.print.BookletLayout</key><true/>"), kTenPages});
+                  settingsWith("Duplex=DuplexTumble", "<key>com.tavro.print.BookletLayout</key><true/>"), kTenPages});
     EXPECT_TRUE(booklet["plan"]["sheets"][0]["sides"][0]["pages"][0].isNull()) << sheetsOf(booklet["plan"].toObject());
     EXPECT_EQ(booklet["plan"]["sheets"][0]["sides"][0]["pages"][1].toInt(), 1);
 }
 
 TEST_F(Reports, WhatIsWrongAndNoSecret) {
-    const std::string file = settings(
+    const std::string file = settingsWith(
         "MediaType=Transparency Duplex=DuplexTumble Jog=Sometimes TRStaple=1StapleTL JCLPasscode=Custom.4711 "
         "OutputBin=Stacker");
     const QJsonObject check = report("check", {"--ppd", kZR840, "--check", "--ticket-in", file, kTenPages}, 4);
@@ -158,7 +147,7 @@ TEST_F(Reports, TextsOfOthersAsTheyAreWithoutATerminalsCodes) {
     const std::string plain = "*MediaType Transparency/Transparency:";
     ppd.replace(ppd.find(plain), plain.size(), "*MediaType Transparency/Cl<22>ear<0A1B5B33316D>red:");
     const Run told = run({"--ppd", add("hostile.ppd", ppd), "--check", "--format=json", "--ticket-in",
-                          settings("MediaType=Transparency Jog=Some&#x202E;Times&#x85;")});
+                          settingsWith("MediaType=Transparency Jog=Some&#x202E;Times&#x85;")});
     for (const char* const code : {"\x1B", "\u202E", "\u0085"}) {
         EXPECT_EQ(told.output.find(code), std::string::npos);
     }

@@ -36,10 +36,6 @@ protected:
         PMTicketSetCFBoolean(printer.settings, CFSTR("test"), CFSTR("com.tavro.print.BookletLayout"),
                              booklet ? kCFBooleanTrue : kCFBooleanFalse, kPMUnlocked);
     }
-    std::string asked(CFStringRef keyword) const {
-        CFStringRef option = nullptr;
-        return PPDGetMainKeywordValue(printer.settings, keyword, &option) == noErr ? Text(option) : "";
-    }
     bool has(SInt32 number) const {
         const ControlID id{kPanelSignature, number};
         ControlRef found = nullptr;
@@ -86,8 +82,6 @@ protected:
 
 TEST_F(PaperOutputPanelTest, RefusesCallsWithoutContextOrSession) {
     expectRefusals(true, kPMInvalidPDEContext);
-    EXPECT_EQ(panel.Close(nullptr), kPMInvalidPDEContext);
-    EXPECT_EQ(panel.Terminate(nullptr, noErr), kPMInvalidPDEContext);
     EXPECT_TRUE(IsPaperOutputPanel(panel));
     EXPECT_FALSE(IsPaperOutputPanel({}));
 }
@@ -135,7 +129,7 @@ TEST_F(PaperOutputPanelTest, WithoutOptionsInThePPDTheirControlsGo) {
     EXPECT_FALSE(has(kDuplexPopup) || has(kCollateStaplePopup) || has(kOutputDestinationPopup));
     EXPECT_EQ(sync(true), noErr);
     EXPECT_EQ(sync(false), noErr);
-    EXPECT_EQ(asked(CFSTR("Duplex")) + asked(CFSTR("Collate")) + asked(CFSTR("OutputBin")), "");
+    EXPECT_EQ(choice(CFSTR("Duplex")) + choice(CFSTR("Collate")) + choice(CFSTR("OutputBin")), "");
 }
 
 TEST_F(PaperOutputPanelTest, WhatTheUserChoosesReachesTheTicket) {
@@ -148,12 +142,12 @@ TEST_F(PaperOutputPanelTest, WhatTheUserChoosesReachesTheTicket) {
     choose(kOutputColorPopup, "Black and White");
     PPDSetMainKeyword(printer.settings, CFSTR("JCLColorCorrection"), CFSTR("PressMatch"));
     EXPECT_EQ(sync(false), noErr);
-    EXPECT_EQ(asked(CFSTR("MediaColor")), "Blue");
-    EXPECT_EQ(asked(CFSTR("MediaType")), "ExtraHeavyweight");
-    EXPECT_EQ(asked(CFSTR("Duplex")), "DuplexNoTumble");
-    EXPECT_EQ(asked(CFSTR("StapleLocation")), "2Staples");
-    EXPECT_EQ(asked(CFSTR("OutputBin")), "Top");
-    EXPECT_EQ(asked(CFSTR("JCLColorCorrection")), "PressMatch") << "what others chose";
+    EXPECT_EQ(choice(CFSTR("MediaColor")), "Blue");
+    EXPECT_EQ(choice(CFSTR("MediaType")), "ExtraHeavyweight");
+    EXPECT_EQ(choice(CFSTR("Duplex")), "DuplexNoTumble");
+    EXPECT_EQ(choice(CFSTR("StapleLocation")), "2Staples");
+    EXPECT_EQ(choice(CFSTR("OutputBin")), "Top");
+    EXPECT_EQ(choice(CFSTR("JCLColorCorrection")), "PressMatch") << "what others chose";
     EXPECT_EQ(sync(true), noErr);
     EXPECT_EQ(chosen(kCollateStaplePopup), "Collated, 2 Staples");
     EXPECT_EQ(chosen(kOutputColorPopup), "Black and White");
@@ -204,12 +198,7 @@ TEST_F(PaperOutputPanelTest, JobTypesWithASetupEnableItsButton) {
 }
 
 TEST_F(PaperOutputPanelTest, WithoutItsNibThePanelStaysEmpty) {
-    std::filesystem::remove(plugin.contents() / "Resources");
-    ASSERT_EQ(initialize(), noErr);
-    EXPECT_EQ(panel.Open(context), kNibNotFoundErr);
-    EXPECT_EQ(CountSubControls(control(1)), 0);
-    EXPECT_EQ(sync(true), noErr);
-    EXPECT_EQ(sync(false), noErr);
+    expectEmptyWithoutNib();
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "platform/files/plain_file.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/full_disk.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +17,6 @@
 #include <thread>
 #include <tuple>
 
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -110,16 +110,12 @@ TEST(ReplacingFiles, AFailureLeavesTheOldFileAndNothingBesideIt) {
     ASSERT_EQ(write(path, "old"), 0);
 
     // As a full disk does it: the file cannot grow beyond the limit.
-    rlimit limit = {};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-    const rlimit small = {4096, limit.rlim_max};
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     SInt32 error = 0;
-    const bool done = CFURLWriteDataAndPropertiesToResource(
-        makeCFURL(path).get(), makeCFData(std::string(100'000, 'x')).get(), nullptr, &error);
-    setrlimit(RLIMIT_FSIZE, &limit);
-    std::signal(SIGXFSZ, handler);
+    bool done = true;
+    onFullDisk(4096, [&] {
+        done = CFURLWriteDataAndPropertiesToResource(makeCFURL(path).get(), makeCFData(std::string(100'000, 'x')).get(),
+                                                     nullptr, &error);
+    });
     EXPECT_FALSE(done);
     EXPECT_EQ(error, EFBIG);
     EXPECT_EQ(contentOf(path), "old");

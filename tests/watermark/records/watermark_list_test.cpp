@@ -5,15 +5,13 @@
 #include "platform/foundation/CFNumber.h"
 #include "tests/panels/plugin_fixture.h"
 #include "tests/platform/files/temporary_folder.h"
+#include "tests/support/dialogs_at_once.h"
 #include "watermark/records/watermark_changes.h"
 #include "watermark/records/watermark_font.h"
 #include "watermark/records/watermark_storage.h"
 
 #include <fstream>
 #include <sstream>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -156,25 +154,10 @@ TEST_F(WatermarkListTest, AFontThatIsNotThereIsNotStored) {
 
 TEST_F(WatermarkListTest, DialogsTakeTurns) {
     loaded();
-    std::vector<pid_t> dialogs;
-    for (char dialog = 'a'; dialog < 'e'; ++dialog) {
-        dialogs.push_back(fork());
-        ASSERT_GE(dialogs.back(), 0);
-        if (dialogs.back() == 0) {
-            const auto none = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, nullptr));
-            int faults = 0;
-            for (int i = 0; i < 20; ++i) {
-                const WatermarkRecord record = TextWatermark(dialog + std::to_string(i));
-                faults += StoreWatermark(record, nullptr, false, none.get()).fault != ChangeFault::none ? 1 : 0;
-            }
-            _exit(faults);
-        }
-    }
-    for (const pid_t dialog : dialogs) {
-        int status = -1;
-        waitpid(dialog, &status, 0);
-        EXPECT_EQ(status, 0);
-    }
+    const auto none = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, nullptr));
+    saveInDialogsAtOnce([&none](const std::string& name) {
+        return StoreWatermark(TextWatermark(name), nullptr, false, none.get()).fault == ChangeFault::none;
+    });
     EXPECT_EQ(loaded().size(), 3u + 4u * 20u);
 }
 
