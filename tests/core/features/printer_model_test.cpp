@@ -94,6 +94,7 @@ TEST_F(ModelsOfTheProfile, AModelThatIsLikeAnotherSaysWhatDiffers) {
     const ModelFeatures next(CFSTR("New"));
     EXPECT_EQ(rowsOf(next.table()),
               (std::vector<std::string>{"BookletBinKey Option2=True - 0", "FaxKey Option5=True - 0"}));
+    EXPECT_EQ(next.feature(CFSTR("Option2")), TDPGetFeature(CFSTR("NewFinisher"))) << "its own comes first";
     EXPECT_TRUE(old.has(CFSTR("Window")));
     EXPECT_FALSE(next.has(CFSTR("Window")));
     EXPECT_TRUE(next.has(CFSTR("OldFax")));

@@ -97,6 +97,9 @@ TEST(ReadInstructions, BookletsAndFinishing) {
     EXPECT_EQ(read(booklet).booklet, (BookletInstruction{true, true, ""}));
     EXPECT_EQ(read(booklet + flag(kTavro + "BookletForceNewSize", true)).booklet,
               (BookletInstruction{true, true, "A3"}));
+    EXPECT_EQ(read(booklet + dict(kTavro + "PrintSettings.PageOptions", text("booklet", "true"))).booklet,
+              (BookletInstruction{true, true, ""}))
+        << "the panel's, not the queue's";
     EXPECT_EQ(read(flag(kTavro + "BookletLayout", false)).booklet, std::nullopt);
 
     const std::string offset =

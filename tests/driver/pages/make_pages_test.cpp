@@ -10,6 +10,9 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <regex>
+
 namespace {
 
 const PaperShape kLetter{{612, 792}, 12, 12, 600, 780};
@@ -112,6 +115,32 @@ TEST_F(MakePages, ImagesAreMovedMirroredAndTurned) {
     // Mirrored letters are no text for anybody, but ink, which begins 42 points from the right.
     const std::string ink = outputOfCommand("gs -q -dNOPAUSE -dBATCH -sDEVICE=bbox -dLastPage=1 '" + output + "'");
     EXPECT_NE(ink.find("%%BoundingBox: 533 72 567 99"), std::string::npos) << ink;
+}
+
+TEST_F(MakePages, SeveralPagesOnASideLieInTheOrderThatIsAsked) {
+    add(pdfOf({{}, {}, {}, {}}));
+    using enum NumberUpOrder;
+    const struct {
+        NumberUpOrder order;
+        const char* pages;  // row by row, from the left
+    } rows[] = {{rightDown, "1234"}, {downRight, "1324"}, {leftDown, "2143"}, {downLeft, "3142"},
+                {rightUp, "3412"},   {upRight, "2413"},   {leftUp, "4321"},   {upLeft, "4231"}};
+    const std::regex word("P([1-4])@([0-9]+),([0-9]+)");
+    for (const auto& row : rows) {
+        JobInstructions job;
+        job.numberUp = 4;
+        job.numberUpOrder = row.order;
+        const std::string words = made(job);
+        std::map<std::pair<int, int>, std::string> places;
+        for (std::sregex_iterator found(words.begin(), words.end(), word), end; found != end; ++found) {
+            places[{std::stoi((*found)[3]), std::stoi((*found)[2])}] = (*found)[1];
+        }
+        std::string pages;
+        for (const auto& [place, page] : places) {
+            pages += page;
+        }
+        EXPECT_EQ(pages, row.pages) << words;
+    }
 }
 
 /// The print server's own way to a booklet puts the same pages to the same places.

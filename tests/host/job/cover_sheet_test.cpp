@@ -232,6 +232,7 @@ TEST_F(CoverSheets, KeepEveryFieldToItsPlace) {
     const std::string text = draw();
     EXPECT_TRUE(has(text, "Pages:"));
     EXPECT_TRUE(has(text, "did not fit"));
+    EXPECT_TRUE(has(text, "W…")) << "what is cut says so";
     EXPECT_GT(std::count(text.begin(), text.end(), '\n'), 20);
     EXPECT_EQ(text.find('\x1B'), std::string::npos);
 }

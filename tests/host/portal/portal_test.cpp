@@ -78,9 +78,10 @@ protected:
                << QVariant::fromValue(QDBusObjectPath(handle)) << program << QString() << title;
     }
     static QDBusMessage preparing(const QVariantMap& settings = {}, const QVariantMap& pageSetup = {},
-                                  const QString& handle = QStringLiteral("/request/1")) {
+                                  const QString& handle = QStringLiteral("/request/1"),
+                                  const QVariantMap& options = {}) {
         return request("PreparePrint", handle, QStringLiteral("editor"), QStringLiteral("Letter"))
-               << settings << pageSetup << QVariantMap();
+               << settings << pageSetup << options;
     }
     static QDBusMessage printing(quint32 token, int file, const QString& program = QStringLiteral("editor")) {
         return request("Print", QStringLiteral("/request/2"), program, QStringLiteral("<b>My</b> ../Report"))
@@ -163,8 +164,8 @@ TEST_F(Portal, PrintsOnceWhatWasPrepared) {
                                            {QStringLiteral("page-ranges"), QStringLiteral("0-2,7")},
                                            {QStringLiteral("output-uri"), QStringLiteral("file:///etc/passwd")},
                                            {QStringLiteral("own"), QStringLiteral("a\tb")}},
-                                          {{QStringLiteral("Width"), 210.0},
-                                           {QStringLiteral("Height"), 297.0},
+                                          {{QStringLiteral("Width"), 209.2},  // A4 as some programs write it
+                                           {QStringLiteral("Height"), 297.8},
                                            {QStringLiteral("Orientation"), QStringLiteral("reverse-landscape")}}));
     ASSERT_EQ(prepared.response, 0U);
     // The caller makes each page once, as large as the paper; all else is done with the job.
@@ -236,6 +237,16 @@ TEST_F(Portal, AsksWhereNothingWasPreparedAndForgetsWhatIsTooOld) {
     ASSERT_EQ(prepared.response, 0U);
     EXPECT_EQ(print(prepared.token).response, 2U) << "the dialog, which does not take pages that there are not";
     EXPECT_EQ(folders(), 0);
+}
+
+TEST_F(Portal, LeavesTheCurrentPageToTheProgramThatKnowsIt) {
+    start("ok\n");
+    const Answer prepared =
+        ask(preparing({{QStringLiteral("print-pages"), QStringLiteral("current")}}, {}, QStringLiteral("/request/1"),
+                      {{QStringLiteral("has_current_page"), true}}));
+    EXPECT_EQ(prepared["print-pages"], "current");
+    ASSERT_EQ(print(prepared.token).response, 0U);
+    EXPECT_EQ(printed("tavro-1").sheets.size(), 10U) << "all of what the program has made";
 }
 
 TEST_F(Portal, TellsThatTheDocumentHasNoSuchPages) {

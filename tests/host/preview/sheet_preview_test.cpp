@@ -181,6 +181,9 @@ TEST_F(SheetPreview, ShowsPaperAndWhatIsDoneToIt) {
     EXPECT_EQ(valuesAt(job, 2, false, tabs),
               (std::vector<std::uint32_t>{valueOf(kYellow), 0, valueOf(kYellow)}));  // the first tab of a bank
     EXPECT_EQ(valuesAt(job, 3, false, tabs), (std::vector<std::uint32_t>{0, valueOf(kYellow), valueOf(kYellow)}));
+    instructions.paper = std::exchange(instructions.exceptions, {})[0].paper;
+    instructions.hasBanner = true;
+    EXPECT_NE(valuesAt(plan(), 1, false, tabs)[0], 0U) << "a banner page takes no tab of the bank";
 }
 
 // As Ghostscript draws them with the PPD's code.
@@ -271,6 +274,27 @@ TEST_F(SheetPreview, HasTheMarksOfEachFinishingAtItsPlace) {
     EXPECT_EQ(turnsOf(86, paper), ">behind <over ") << "Z";
     EXPECT_EQ(turnsOf(87, large), ">over <behind ");
     EXPECT_EQ(turnsOf(90, large) + turnsOf(91, large), ">over >behind <over <behind ") << "half sheets";
+
+    // A screen of more pixels shows no other dashes.
+    const auto dashesAt = [&](int scale) {
+        const JobSheets job = plan();
+        SheetView view = viewOf(job, 0);
+        view = {0, false, view.width * scale, view.height * scale, static_cast<double>(scale)};
+        const Pixels picture = draw(job, view);
+        const FinishMark fold = marksOf(82).front();
+        int dashes = 0;
+        bool isInDash = false;
+        for (double at = 0.1; at < 0.9; at += 0.0002) {
+            const double x = fold.from.x + (fold.to.x - fold.from.x) * at;
+            const double y = fold.from.y + (fold.to.y - fold.from.y) * at;
+            const bool wasInDash = std::exchange(isInDash, valueAt(picture, placeSheet(job, view), x, y) << 8 < 0xC0000000);
+            dashes += isInDash && !wasInDash ? 1 : 0;
+        }
+        return dashes;
+    };
+    instructions.finishing.value = 82;
+    EXPECT_GT(dashesAt(1), 20);
+    EXPECT_NEAR(dashesAt(2), dashesAt(1), 2);
 
     // The places are the sheet's, however the pages lie on it.
     const std::vector<CanvasPoint> corners{{26, 766}, {586, 766}, {586, 26}};

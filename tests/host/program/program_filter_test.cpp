@@ -86,6 +86,7 @@ TEST_F(QueueFilter, LeavesPlainJobsAsTheyAreAndHasThemCounted) {
     const std::string text = add("text.txt", "Hello\n");
     const std::string postScript = folder / "ten.ps";
     server.admin("gs -q -dNOPAUSE -dBATCH -sDEVICE=ps2write -sOutputFile='" + postScript + "' '" + kTenPages + "'");
+    const std::string serial = add("serial.ps", '\x04' + contentOf(postScript));  // as for a serial line
     const std::string picture = sourcePath("tests/data/gray.png");
     const struct {
         std::string arguments;
@@ -112,6 +113,7 @@ TEST_F(QueueFilter, LeavesPlainJobsAsTheyAreAndHasThemCounted) {
         EXPECT_EQ(count(job(), "@PJL JOB"), 1) << row.arguments;
         EXPECT_EQ(count(job(), "@PJL ENTER LANGUAGE"), 1) << row.arguments;
     }
+    EXPECT_EQ(printed("-d tavro " + serial).sheets.size(), 10U) << "whole, where nobody can count";
 }
 
 TEST_F(QueueFilter, MakesBookletsWithCoversOfEveryProgramsJobs) {

@@ -94,6 +94,7 @@ TEST(ScriptParser, TellsWhereALineIsWrong) {
         {"expect no window", 11},
         {"shot ../up", 6},
         {"shot .hidden", 6},
+        {"shot in/folder", 6},
         {"  type Tshl:16 \"open", 16},
         {"type Tshl:16 \"\\q\"", 15},
     };

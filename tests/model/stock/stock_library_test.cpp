@@ -6,6 +6,7 @@
 
 #include "platform/printing/text.h"
 #include "tests/platform/files/temporary_folder.h"
+#include "tests/support/dialogs_at_once.h"
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,12 @@ TEST_F(StockLibraryTest, ANameBelongsToOnePaper) {
     EXPECT_EQ(store(paper("Insert", 70), "cover", true), StockLibraryFault::none);
     EXPECT_EQ(names(), "Insert") << "both places became one";
     EXPECT_EQ(utf8Text(CopyFreeStockName(CFSTR("insert")).get()), "insert 2");
+}
+
+TEST_F(StockLibraryTest, SeveralDialogsLoseNoPaper) {
+    saveInDialogsAtOnce(
+        [this](const std::string& name) { return store(paper(name.c_str())) == StockLibraryFault::none; });
+    EXPECT_EQ(UsersStockLibrary().papers.size(), 80U);
 }
 
 TEST_F(StockLibraryTest, PapersOfOthersAreAddedOnce) {

@@ -185,11 +185,12 @@ TEST(Cards, OfOldProgramsAreReadWhole) {
 TEST(Cards, OnlyAnEncodedValueHasSoftBreaks) {
     const auto card = cardOf(
         "BEGIN:VCARD\nVERSION:2.1\nN:Ek\nTITLE:about;\n ENCODING=QUOTED-PRINTABLE:a=\nORG;X-QUOTED-PRINTABLE=b:b=\n"
-        "NICKNAME;X=\n y;ENCODING=\n QUOTED-PRINTABLE:c=3D=\n=3D\nROLE:d\nEND:VCARD\n");
+        "NICKNAME;X=\n y;ENCODING=\n QUOTED-PRINTABLE:c=3D=\n=3D\nROLE:d\nNOTE;QUOTED-PRINTABLE:e=\nf\nEND:VCARD\n");
     EXPECT_EQ(card->textOf("TITLE"), "about");
     EXPECT_EQ(card->textOf("ORG"), "b=");
     EXPECT_EQ(card->textOf("NICKNAME"), "c==");
     EXPECT_EQ(card->textOf("ROLE"), "d");
+    EXPECT_EQ(card->textOf("NOTE"), "ef") << "as version 2.1 may name it";
 }
 
 TEST(Cards, LineBreaksOfAllKindsAreReadAsWritten) {

@@ -180,7 +180,8 @@ std::filesystem::path foreignPPD(const std::string& more = "") {
 class ConflictsOfAnotherPPD : public Conflicts {
 protected:
     /// With what cannot be installed together, too, which is a conflict to the library, and no fault of a job's.
-    ConflictsOfAnotherPPD() : Conflicts(foreignPPD("*UIConstraints: *Option2 HCSS_BK *Option1 True\n")) {}
+    ConflictsOfAnotherPPD() : Conflicts(foreignPPD("*UIConstraints: *Option2 HCSS_BK *Option1 True\n"
+                               "*UIConstraints: *JCLPasscode None *MediaType Transparency\n")) {}
 };
 
 TEST_F(ConflictsOfAnotherPPD, OfSizesMayHaveNoRoomBetweenTheLimits) {
@@ -196,6 +197,14 @@ TEST_F(ConflictsOfAnotherPPD, OfSizesMayHaveNoRoomBetweenTheLimits) {
     const auto owner = CFRef<CFDictionaryRef>::adopt(changes);
     const std::string nearest = get(changes, "PageSize");
     EXPECT_TRUE(nearest.starts_with("Custom.101.7") && nearest.ends_with("x300mm")) << nearest;
+}
+
+TEST_F(ConflictsOfAnotherPPD, AreNotSettledByWhatSomebodyMustType) {
+    choose("JCLPasscode", "None");
+    choose("MediaType", "Transparency");
+    EXPECT_EQ(found(), "JCLPasscode=None/MediaType=Transparency");
+    EXPECT_EQ(wayOut("JCLPasscode"), "");
+    EXPECT_EQ(remedy({"MediaType"}), (Changes{{"MediaType", "SystemDefault"}}));
 }
 
 TEST_F(ConflictsOfAnotherPPD, MayHaveManySidesOfAnyChoice) {

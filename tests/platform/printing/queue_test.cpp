@@ -140,8 +140,10 @@ TEST_F(Queues, AreListedWithTheUsersInstances) {
     EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), noErr);
     EXPECT_EQ(text(CFRef<CFStringRef>::adopt(name).get()), "another");
     unsetenv("LPDEST");
+    setenv("PRINTER", "lp", 1);  // as some systems set it for everybody
     EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), noErr);
     EXPECT_EQ(text(CFRef<CFStringRef>::adopt(name).get()), "tavro/draft");
+    unsetenv("PRINTER");
     saveOptions("");
     EXPECT_EQ(PMServerCopyDefaultPrinterID(3000, &name), kPMNoDefaultPrinter);
 }
@@ -504,6 +506,13 @@ TEST_F(UnrulyServers, GetAJobOnceOrLeaveNone) {
         EXPECT_EQ(jobs(), "") << operation << " " << int(manner);
         unruly.behave(operation, Manner::obeys);
     }
+
+    const int waiting = cupsCreateJob(CUPS_HTTP_DEFAULT, "tavro", "Another program's", 0, nullptr);
+    unruly.behave(IPP_OP_CREATE_JOB, Manner::loses);
+    EXPECT_EQ(print(printer), kPMJobNotTaken);
+    unruly.behave(IPP_OP_CREATE_JOB, Manner::obeys);
+    EXPECT_NE(jobs().find("tavro-" + std::to_string(waiting)), std::string::npos) << "waits for its document";
+    cupsCancelJob2(CUPS_HTTP_DEFAULT, "tavro", waiting, 1);
 
     // The answer is lost, the job is not: nobody shall print it again.
     for (const Manner manner : {Manner::loses, Manner::cuts}) {

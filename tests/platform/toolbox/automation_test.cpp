@@ -161,6 +161,17 @@ TEST_F(AutomationTest, IdleTimersFireOncePerPause) {
     EXPECT_EQ(pauses, 2);
 }
 
+TEST_F(AutomationTest, TimersRepeatAtTheirIntervalAndNotAtTheirDelay) {
+    int times = 0;
+    EventLoopTimerRef timer = nullptr;
+    ASSERT_EQ(InstallEventLoopTimer(
+                  0, 60, [](EventLoopTimerRef, void* count) { ++*static_cast<int*>(count); }, &times, &timer),
+              noErr);
+    QTest::qWait(60);
+    EXPECT_EQ(times, 1);
+    RemoveEventLoopTimer(timer);
+}
+
 TEST_F(AutomationTest, DescriptorsAreHeardOfUntilTheyAreRemoved) {
     struct Reader {
         std::string text;

@@ -6,17 +6,16 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
+#include "tests/support/full_disk.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstring>
 #include <fstream>
 #include <limits>
 #include <sstream>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -272,22 +271,19 @@ TEST_F(Storage, AStoreThatCannotBeParsedIsKeptBeside) {
     }
     // One that is there but out of reach may be as good as ever.
     fs::remove(store_);
-    fs::create_directory(store_);
+    std::ofstream(store_).close();
+    constexpr std::uintmax_t kTooLarge = std::uintmax_t{1} << 34;
+    fs::resize_file(store_, kTooLarge);
     saveList({"Copy"});
-    EXPECT_TRUE(fs::is_directory(store_));
+    EXPECT_EQ(fs::file_size(store_), kTooLarge);
 }
 
 TEST_F(Storage, AFullDiskLeavesTheOldStoreAndTheUnreadableOne) {
     const auto saveOnFullDisk = [] {
-        rlimit limit = {};
-        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
-        const rlimit small = {256, limit.rlim_max};
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-        const WatermarkRecord record = textWatermark("Copy");
-        saveWatermarkData(kStore, &record);
-        setrlimit(RLIMIT_FSIZE, &limit);
-        std::signal(SIGXFSZ, handler);
+        onFullDisk(256, [] {
+            const WatermarkRecord record = textWatermark("Copy");
+            saveWatermarkData(kStore, &record);
+        });
     };
     saveList({"Draft"});
     const std::string before = contentOf(store_);
