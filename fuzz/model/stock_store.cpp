@@ -54,6 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Stock paper;
     paper.setCustomName(CFSTR("Fuzz"));
     StoreStock(paper, nullptr, true);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): papers are deleted below
     const StockLibrary after = UsersStockLibrary();
     std::set<std::u16string> names;
     for (const Stock& each : after.papers) {

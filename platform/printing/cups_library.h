@@ -77,6 +77,7 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 struct CupsFunctions {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the name of a member has none
 #define TAVRO_CUPS_FUNCTION(name) decltype(&::name) name;
     TAVRO_CUPS_FUNCTIONS(TAVRO_CUPS_FUNCTION)
 #undef TAVRO_CUPS_FUNCTION
