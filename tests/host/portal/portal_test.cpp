@@ -241,9 +241,8 @@ TEST_F(Portal, AsksWhereNothingWasPreparedAndForgetsWhatIsTooOld) {
 
 TEST_F(Portal, LeavesTheCurrentPageToTheProgramThatKnowsIt) {
     start("ok\n");
-    const Answer prepared =
-        ask(preparing({{QStringLiteral("print-pages"), QStringLiteral("current")}}, {}, QStringLiteral("/request/1"),
-                      {{QStringLiteral("has_current_page"), true}}));
+    const Answer prepared = ask(preparing({{QStringLiteral("print-pages"), QStringLiteral("current")}}, {},
+                                          QStringLiteral("/request/1"), {{QStringLiteral("has_current_page"), true}}));
     EXPECT_EQ(prepared["print-pages"], "current");
     ASSERT_EQ(print(prepared.token).response, 0U);
     EXPECT_EQ(printed("tavro-1").sheets.size(), 10U) << "all of what the program has made";

@@ -287,7 +287,8 @@ TEST_F(SheetPreview, HasTheMarksOfEachFinishingAtItsPlace) {
         for (double at = 0.1; at < 0.9; at += 0.0002) {
             const double x = fold.from.x + (fold.to.x - fold.from.x) * at;
             const double y = fold.from.y + (fold.to.y - fold.from.y) * at;
-            const bool wasInDash = std::exchange(isInDash, valueAt(picture, placeSheet(job, view), x, y) << 8 < 0xC0000000);
+            const bool wasInDash =
+                std::exchange(isInDash, valueAt(picture, placeSheet(job, view), x, y) << 8 < 0xC0000000);
             dashes += isInDash && !wasInDash ? 1 : 0;
         }
         return dashes;

@@ -180,7 +180,8 @@ std::filesystem::path foreignPPD(const std::string& more = "") {
 class ConflictsOfAnotherPPD : public Conflicts {
 protected:
     /// With what cannot be installed together, too, which is a conflict to the library, and no fault of a job's.
-    ConflictsOfAnotherPPD() : Conflicts(foreignPPD("*UIConstraints: *Option2 HCSS_BK *Option1 True\n"
+    ConflictsOfAnotherPPD()
+        : Conflicts(foreignPPD("*UIConstraints: *Option2 HCSS_BK *Option1 True\n"
                                "*UIConstraints: *JCLPasscode None *MediaType Transparency\n")) {}
 };
 
