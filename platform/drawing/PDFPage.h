@@ -46,7 +46,6 @@ public:
     TextBlock& operator=(TextBlock&& other) noexcept;
     ~TextBlock();
 
-    [[nodiscard]] int lineCount() const;
     [[nodiscard]] double height() const;
     /// The number of lines that a height has room for.
     [[nodiscard]] int linesWithin(double height) const;

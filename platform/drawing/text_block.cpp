@@ -115,10 +115,6 @@ TextBlock::TextBlock(TextBlock&& other) noexcept = default;
 TextBlock& TextBlock::operator=(TextBlock&& other) noexcept = default;
 TextBlock::~TextBlock() = default;
 
-int TextBlock::lineCount() const {
-    return static_cast<int>(lines_->lines.size());
-}
-
 double TextBlock::height() const {
     return std::accumulate(lines_->lines.begin(), lines_->lines.end(), 0.0,
                            [](double height, const Lines::Line& line) { return height + line.set.height(); }) /
