@@ -76,10 +76,23 @@ CFRef<CFURLRef> urlInContents(CFBundleRef bundle, const QString& path) {
     return makeFileURL(bundle->inContents(path), true);
 }
 
+/// The user's languages that the folder has texts of, FOLDER/LANGUAGE.lproj; English in any case.
+QStringList languagesOfFolder(const QString& folder) {
+    QStringList languages = userLanguages();
+    languages.removeIf([&folder](const QString& language) {
+        return language != QLatin1String("en") &&
+               !QFileInfo::exists(folder + u'/' + language + QStringLiteral(".lproj"));
+    });
+    return languages;
+}
+
 }  // namespace
 
 CFBundleObject::CFBundleObject(QString folder, CFRef<CFDictionaryRef> infoDictionary)
-    : CFObject(kKind), root(std::move(folder)), info(std::move(infoDictionary)), languages(userLanguages()) {
+    : CFObject(kKind),
+      root(std::move(folder)),
+      info(std::move(infoDictionary)),
+      languages(languagesOfFolder(inContents(QStringLiteral("Resources")))) {
     livingBundles().push_back(this);
 }
 
@@ -245,8 +258,7 @@ CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, CFStringRef key, CFS
                 const QString localized = withDigitsOfLocale(text->text);
                 return localized == text->text ? CFRef<CFStringRef>::retain(text).leak() : makeString(localized).leak();
             }
-            if ((lacking.isEmpty() || lacking.startsWith(language)) &&
-                QFileInfo::exists(object->inContents(QStringLiteral("Resources/%1.lproj").arg(language)))) {
+            if (lacking.isEmpty() || lacking.startsWith(language)) {
                 lacking = language;
             }
         }

@@ -19,7 +19,7 @@ struct CFBundleObject final : CFObject {
     QString inContents(const QString& path) const { return root + QStringLiteral("/Contents/") + path; }
 
     const CFRef<CFDictionaryRef> info;  // Info.plist
-    const QStringList languages;        // names of .lproj folders, the user's first choice first
+    const QStringList languages;        // the user's that it has texts of, the first choice first
 
     /// A table in one language, read when first asked for; null when it is missing or broken.
     CFDictionaryRef table(const QString& name, const QString& language);

@@ -2,7 +2,6 @@
 
 #include "platform/foundation/bundle.h"
 
-#include <QDir>
 #include <QLocale>
 #include <algorithm>
 
@@ -20,8 +19,5 @@ QStringList userLanguages() {
 }
 
 QString languageOfTexts(CFBundleRef bundle) {
-    const auto found = std::ranges::find_if(bundle->languages, [bundle](const QString& language) {
-        return QDir(bundle->inContents(QStringLiteral("Resources/%1.lproj").arg(language))).exists();
-    });
-    return found == bundle->languages.end() ? QStringLiteral("en") : *found;
+    return bundle->languages.first();
 }

@@ -9,5 +9,5 @@
 /// for each of the user's languages, the first choice first. The last is English, which everything has.
 QStringList userLanguages();
 
-/// The one of them in which the bundle has its texts: the first that it has a folder of.
+/// The one of them in which the bundle has its texts: the first that it has a folder of, else English.
 QString languageOfTexts(CFBundleRef bundle);
