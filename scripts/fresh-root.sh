@@ -45,7 +45,8 @@ make_fresh_root() {
   chmod +x "$root/usr/sbin/policy-rc.d"
 }
 
-# in_fresh_root COMMAND [ARGUMENT]...: runs it there as root.
+# in_fresh_root COMMAND [ARGUMENT]...: runs it there as root. The shell stays, as the first process: it takes away the others
+# that end without their parent, as an init does.
 in_fresh_root() {
   # shellcheck disable=SC2016
   unshare --mount --pid --fork --kill-child bash -c '
@@ -55,6 +56,6 @@ in_fresh_root() {
     mount --rbind /dev "$root/dev"
     mount --bind "$2" "$root/var/cache/apt/archives"
     shift 2
-    exec chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
-      "$@" </dev/null' fresh-root "$root" "$fresh_kept/archives" "$@"
+    chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
+      "$@" </dev/null || exit' fresh-root "$root" "$fresh_kept/archives" "$@"
 }
