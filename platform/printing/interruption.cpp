@@ -65,9 +65,13 @@ Interruption::~Interruption() {
             sigaction(kSignals[i], &formerActions[i], nullptr);
         }
     }
-    const std::lock_guard lock(changes);
-    isGoingOn = false;
-    if (const int signal = signalThatCame.exchange(0); signal > 0) {
+    int signal = 0;
+    {
+        const std::lock_guard lock(changes);
+        isGoingOn = false;
+        signal = signalThatCame.exchange(0);
+    }
+    if (signal > 0) {
         raise(signal);
     }
 }
