@@ -65,17 +65,11 @@ File Read(CFURLRef url, const char* reader) {
     return {Content::Dictionary, CFRef<CFMutableDictionaryRef>::retain(dictionary), {}, 0};
 }
 
-/// The address of a file by its name, in the folder of such files; null when there is no folder.
-using CreateFileURL = URL (*)(CFStringRef fileName);
-
 /// Writes the bytes beside the file under the first name that is free. 0, or the error's number.
-SInt32 KeepUnreadable(CFStringRef fileName, CreateFileURL createURL, CFDataRef bytes) {
+SInt32 KeepUnreadable(CFURLRef file, CFDataRef bytes) {
+    const std::string beside = filePath(file) + ".unreadable";
     for (int number = 1;; ++number) {
-        const std::string name =
-            utf8Text(fileName) + ".unreadable" + (number > 1 ? "-" + std::to_string(number) : std::string());
-        const auto text = CFRef<CFStringRef>::adopt(
-            CFStringCreateWithCString(kCFAllocatorDefault, name.c_str(), kCFStringEncodingUTF8));
-        const URL url = createURL(text.get());
+        const URL url = makeFileURL(number > 1 ? beside + "-" + std::to_string(number) : beside);
         if (FSRef taken; CFURLGetFSRef(url.get(), &taken)) {
             continue;
         }
@@ -85,9 +79,8 @@ SInt32 KeepUnreadable(CFStringRef fileName, CreateFileURL createURL, CFDataRef b
     }
 }
 
-/// Puts the root in the place of what was read from the file of that name. 0, or the error's number; the old file is
-/// then untouched.
-SInt32 Replace(const File& file, CFStringRef fileName, CreateFileURL createURL, CFDictionaryRef root) {
+/// Puts the root in the place of what was read from the URL. 0, or the error's number; the old file is then untouched.
+SInt32 Replace(const File& file, CFURLRef url, CFDictionaryRef root) {
     if (file.content == Content::OutOfReach) {
         return file.error;  // it may be as good as ever
     }
@@ -98,9 +91,9 @@ SInt32 Replace(const File& file, CFStringRef fileName, CreateFileURL createURL, 
     if (CFDataGetLength(data.get()) > kPropertyListMaximumBytes) {
         return EFBIG;  // nobody could read it back
     }
-    SInt32 error = file.content == Content::Unparsable ? KeepUnreadable(fileName, createURL, file.bytes.get()) : 0;
+    SInt32 error = file.content == Content::Unparsable ? KeepUnreadable(url, file.bytes.get()) : 0;
     if (error == 0) {
-        CFURLWriteDataAndPropertiesToResource(createURL(fileName).get(), data.get(), nullptr, &error);
+        CFURLWriteDataAndPropertiesToResource(url, data.get(), nullptr, &error);
     }
     return error;
 }
@@ -128,8 +121,7 @@ SInt32 ChangeStore(CFStringRef fileName, StoreUse use, const std::function<bool(
     if (!change(root.get())) {
         return 0;
     }
-    const auto createURL = [](CFStringRef name) { return URL::adopt(CopyPreferenceFileURL(name)); };
-    const SInt32 error = url ? Replace(file, fileName, createURL, root.get()) : ENOENT;
+    const SInt32 error = url ? Replace(file, url.get(), root.get()) : ENOENT;
     if (error != 0) {
         std::fprintf(stderr, "The store %s was not written (%d)\n", utf8Text(fileName).c_str(), error);
     }
@@ -147,8 +139,8 @@ CFMutableDictionaryRef CopyUserPreferences(CFStringRef fileName) {
 }
 
 Boolean WriteUserPreferences(CFStringRef fileName, CFDictionaryRef preferences) {
-    const File file = Read(CreatePreferencesURL(fileName).get(), "CopyUserPreferences");
-    const SInt32 error = Replace(file, fileName, CreatePreferencesURL, preferences);
+    const URL url = CreatePreferencesURL(fileName);
+    const SInt32 error = Replace(Read(url.get(), "CopyUserPreferences"), url.get(), preferences);
     if (error != 0) {
         std::fprintf(stderr, "WriteUserPreferences() failed (%d)\n", error);
     }
