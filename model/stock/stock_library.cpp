@@ -110,7 +110,7 @@ void MakeLibrary(CFMutableDictionaryRef root) {
         CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks)).get());
 }
 
-/// Lets `change` change the papers of the user's file. It returns a fault, with which nothing is written.
+/// Lets `apply` change the papers of the user's file. It tells whether it did; else nothing is written.
 template <typename Apply>
 StockLibraryChange Change(Apply apply) {
     StockLibraryChange result;
@@ -126,10 +126,7 @@ StockLibraryChange Change(Apply apply) {
         if (isEmpty) {
             MakeLibrary(root);
         }
-        if (result.fault == StockLibraryFault::none) {
-            result.fault = apply(PapersIn(root));
-        }
-        return result.fault == StockLibraryFault::none;
+        return result.fault == StockLibraryFault::none && apply(PapersIn(root), &result.fault);
     });
     if (result.error != 0) {
         result.fault = isAsked ? StockLibraryFault::notWritten : StockLibraryFault::outOfReach;
@@ -207,7 +204,7 @@ void UseNamedStock(const Stock& paper, JobContext context, Stock* stock) {
 }
 
 StockLibraryChange StoreStock(const Stock& paper, CFStringRef own, bool mayReplace) {
-    return Change([&](CFMutableArrayRef papers) {
+    return Change([&](CFMutableArrayRef papers, StockLibraryFault* fault) {
         const std::u16string name = FoldedStockText(paper.customName());
         CFIndex place = -1;
         CFIndex other = -1;
@@ -220,7 +217,8 @@ StockLibraryChange StoreStock(const Stock& paper, CFStringRef own, bool mayRepla
             }
         }
         if (other >= 0 && !mayReplace) {
-            return StockLibraryFault::nameTaken;
+            *fault = StockLibraryFault::nameTaken;
+            return false;
         }
         // The later one first, so that the other's place stays.
         for (const CFIndex gone : {std::max(place, other), std::min(place, other)}) {
@@ -229,7 +227,7 @@ StockLibraryChange StoreStock(const Stock& paper, CFStringRef own, bool mayRepla
             }
         }
         CFArrayAppendValue(papers, paper.asTicket().get());
-        return StockLibraryFault::none;
+        return true;
     });
 }
 
@@ -237,20 +235,21 @@ StockLibraryChange DeleteStocks(std::span<const Stock* const> papers) {
     std::set<std::string> names;
     std::ranges::transform(papers, std::inserter(names, names.end()),
                            [](const Stock* paper) { return utf8Text(paper->customName()); });
-    return Change([&](CFMutableArrayRef stored) {
-        for (CFIndex i = CFArrayGetCount(stored); i-- > 0;) {
+    return Change([&](CFMutableArrayRef stored, StockLibraryFault*) {
+        const CFIndex before = CFArrayGetCount(stored);
+        for (CFIndex i = before; i-- > 0;) {
             const CFDictionaryRef paper = PaperAt(stored, i);
             if (paper != nullptr && names.contains(utf8Text(NameOf(paper)))) {
                 CFArrayRemoveValueAtIndex(stored, i);
             }
         }
-        return StockLibraryFault::none;
+        return CFArrayGetCount(stored) < before;
     });
 }
 
 StockLibraryChange AddStocks(std::span<const Stock> papers, std::size_t* added) {
     *added = 0;
-    return Change([&](CFMutableArrayRef stored) {
+    return Change([&](CFMutableArrayRef stored, StockLibraryFault*) {
         std::set<std::u16string> names = NamesIn(stored);
         std::multimap<std::u16string, Stock> known;
         for (CFIndex i = 0; i < CFArrayGetCount(stored); ++i) {
@@ -271,7 +270,7 @@ StockLibraryChange AddStocks(std::span<const Stock> papers, std::size_t* added) 
             CFArrayAppendValue(stored, own.asTicket().get());
             ++*added;
         }
-        return StockLibraryFault::none;
+        return *added > 0;
     });
 }
 
