@@ -42,7 +42,7 @@ std::vector<const Stock*> papersOf(const StockLibrary& library) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::ofstream(usersFile(), std::ios::binary).write(reinterpret_cast<const char*>(data), std::streamsize(size));
-    const StockLibrary before = ReadStockLibrary(makeFileURL(usersFile()).get());
+    const StockLibrary before = StockLibraryIn(makeData(data, size).get());
     std::size_t added = 0;
     const StockLibraryChange change = AddStocks(before.papers, &added);
     // What could not be read is kept beside the new file.
