@@ -27,7 +27,7 @@ const std::array<NamedCall, 9> kCalls{{
 namespace {
 
 bool armed = false;
-Call failing = Call::open;
+Call failingCall = Call::open;
 long failingNumber = 0;
 std::array<long, kCalls.size()> counts{};
 
@@ -36,7 +36,7 @@ bool fails(Call call) {
         return false;
     }
     const long number = ++counts[static_cast<std::size_t>(call)];
-    if (call != failing || number != failingNumber) {
+    if (call != failingCall || number != failingNumber) {
         return false;
     }
     errno = kCalls[static_cast<std::size_t>(call)].error;
@@ -60,7 +60,7 @@ Function* behind(const char* name) {
 
 void armFault(Call call, long number) {
     counts.fill(0);
-    failing = call;
+    failingCall = call;
     failingNumber = number;
     armed = true;
 }

@@ -16,7 +16,7 @@ SInt32 itemOf(Enumeration value) {
     return static_cast<SInt32>(value) + 1;
 }
 template <typename Enumeration>
-void read(ControlRef menu, Enumeration* value) {
+void readItem(ControlRef menu, Enumeration* value) {
     *value = static_cast<Enumeration>(std::max(GetControl32BitValue(menu), 1) - 1);
 }
 
@@ -56,12 +56,12 @@ bool PageSettings::handleHit(SInt32 number, PrintSession* session) const {
 }
 
 void PageSettings::read(JobInstructions* job) const {
-    ::read(control(kPageSubset), &job->subset);
+    readItem(control(kPageSubset), &job->subset);
     job->isReversed = GetControl32BitValue(control(kReverseOrder)) == 1;
-    ::read(control(kScaling), &job->scaling.kind);
+    readItem(control(kScaling), &job->scaling.kind);
     job->scaling.percent = GetControl32BitValue(control(kScalingPercent));
     const SInt32 item = GetControl32BitValue(control(kNumberUp));
     job->numberUp = kNumbersUp[static_cast<std::size_t>(std::clamp<SInt32>(item, 1, kNumbersUp.size()) - 1)];
-    ::read(control(kNumberUpOrder), &job->numberUpOrder);
+    readItem(control(kNumberUpOrder), &job->numberUpOrder);
     job->hasBorders = GetControl32BitValue(control(kBorders)) == 1;
 }

@@ -14,12 +14,12 @@
 
 namespace {
 
-struct Size {
+struct SheetSize {
     double width;
     double height;
 };
-constexpr Size kLetter{612, 792};
-constexpr Size kA4{595, 842};
+constexpr SheetSize kLetter{612, 792};
+constexpr SheetSize kA4{595, 842};
 
 /// The sizes that notes are tried in; smaller ones get lost in the coarse mode of a fax.
 constexpr std::array kNotesSizes{kTextSize, 11.0, 10.0, 9.0};
@@ -65,7 +65,7 @@ public:
     }
 
 private:
-    Size size() const { return content_.paperSize == "A4" ? kA4 : kLetter; }
+    SheetSize size() const { return content_.paperSize == "A4" ? kA4 : kLetter; }
     std::string text(CFStringRef key) const { return utf8(localized(texts_, key).get()); }
     std::string text(CFStringRef key, std::int64_t number) const {
         return utf8(localized(texts_, key, std::to_string(number)).get());

@@ -70,8 +70,11 @@ CFRef<CFDictionaryRef> makeSide(const OpaquePMPrinter& printer, const std::strin
     CFDictionarySetValue(side.get(), kPMSettingKeywordKey, makeString(keyword).get());
     CFDictionarySetValue(side.get(), kPMSettingOptionKey, makeString(settings.at(keyword)).get());
     CFDictionarySetValue(side.get(), kPMSettingIsInstalledKey, isInstalled ? kCFBooleanTrue : kCFBooleanFalse);
-    const auto choice = option == nullptr ? std::nullopt : option->findChoice(settings.at(keyword));
-    const bool isNothing = choice && option->choices[*choice].isNothing;
+    bool isNothing = false;
+    if (option != nullptr) {
+        const auto choice = option->findChoice(settings.at(keyword));
+        isNothing = choice && option->choices[*choice].isNothing;
+    }
     CFDictionarySetValue(side.get(), kPMSettingIsNothingKey, isNothing ? kCFBooleanTrue : kCFBooleanFalse);
     return CFRef<CFDictionaryRef>::adopt(side.leak());
 }

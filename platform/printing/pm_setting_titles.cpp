@@ -44,7 +44,7 @@ OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, 
     const std::string keyword = utf8Text(mainKeyword);
     const PPDOption* const found = printer->ppd.findOption(keyword);
     const auto foundTitle = found == nullptr ? std::nullopt : titleOf(*found, utf8Text(option));
-    if (!foundTitle) {
+    if (found == nullptr || !foundTitle) {
         return failWith(kPMKeyNotFound, keyword, messageText("the printer does not offer this"));
     }
     *title = makeString(found->title).leak();

@@ -106,8 +106,11 @@ void DataBrowserView::makeRoomForTitles(std::vector<int>* widths) const {
             spare += room.back();
         }
     }
-    for (std::size_t i = 0; i < room.size() && missing > 0; ++i) {
-        (*widths)[i] -= room[i] > 0 ? room[i] * std::min(missing, spare) / spare : 0;
+    if (spare == 0) {
+        return;
+    }
+    for (std::size_t i = 0; i < room.size(); ++i) {
+        (*widths)[i] -= std::max(room[i], 0) * std::min(missing, spare) / spare;
     }
 }
 
