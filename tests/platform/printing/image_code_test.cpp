@@ -37,7 +37,7 @@ protected:
     std::string job(const std::string& options) const {
         const auto [text, status] =
             run("(/usr/sbin/cupsfilter -p '" + ppd_.string() + "' -m printer/x -e -i " + "application/pdf " + options +
-                " '" + (folder_ / "document.pdf").string() + "' 2>/dev/null)");
+                " '" + (folder_ / "document.pdf") + "' 2>/dev/null)");
         EXPECT_EQ(status, 0) << options;
         return text;
     }
@@ -45,9 +45,9 @@ protected:
     std::vector<Picture> draw(const std::string& job) const {
         constexpr std::size_t kSquare = 36;
         const auto file = folder_.add("job.ps", job);
-        run("rm -f '" + (folder_ / "page-").string() + "'*");
+        run("rm -f '" + (folder_ / "page-") + "'*");
         const auto [words, status] = run("gs -q -dNOPAUSE -dBATCH -dSAFER -sDEVICE=pgmraw -r72 -o '" +
-                                         (folder_ / "page-%d.pgm").string() + "' '" + file.string() + "'");
+                                         (folder_ / "page-%d.pgm") + "' '" + file.string() + "'");
         EXPECT_EQ(status, 0) << words;
         std::vector<Picture> pictures;
         for (int page = 1; std::filesystem::exists(folder_ / ("page-" + std::to_string(page) + ".pgm")); ++page) {

@@ -183,7 +183,7 @@ TEST_F(Jobs, BlameThePPDForWhatItLacks) {
                             "(/usr/lib/cups/filter/rastertonothing)");
     EXPECT_FALSE(std::filesystem::exists(output));
     EXPECT_EQ(Printer(folder.add("one-line.ppd", "*PPD-Adobe: \"4.3\"\n")).status(), kPMUnusableDescription);
-    EXPECT_EQ(reason(), (folder / "one-line.ppd").string() + ": is not a usable PPD: it has no Product");
+    EXPECT_EQ(reason(), folder / "one-line.ppd" + ": is not a usable PPD: it has no Product");
     const std::string cut = readFile(kZR420).substr(0, 6000);
     EXPECT_EQ(Printer(folder.add("cut.ppd", cut)).status(), kPMUnusableDescription);
     EXPECT_TRUE(reason().ends_with("its default paper has no size")) << reason();
@@ -259,7 +259,7 @@ TEST_F(Jobs, SayWhichDocumentIsUnusable) {
 TEST_F(Jobs, SayWhyTheDestinationCannotBeWritten) {
     std::filesystem::create_directory(folder / "folder");
     for (const std::filesystem::path& place :
-         {folder / "folder", folder / "missing" / "job.ps", std::filesystem::path("/dev/null"),
+         {folder.path() / "folder", folder.path() / "missing" / "job.ps", std::filesystem::path("/dev/null"),
           std::filesystem::path("/proc/job.ps")}) {
         output = place;
         EXPECT_EQ(write(), kPMCannotWriteOutput) << place;

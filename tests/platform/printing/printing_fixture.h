@@ -8,6 +8,7 @@
 #include "platform/foundation/CFURL.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/PMTicket.h"
+#include "tests/platform/files/temporary_folder.h"
 #include "tests/support/places.h"
 
 #include <array>
@@ -139,32 +140,6 @@ public:
 private:
     CFRef<CFURLRef> url_;
     PMJobPages pages_;
-};
-
-/// A folder that goes with the object.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "tavro-printing-XXXXXX").string();
-        path_ = mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
-    std::filesystem::path add(const std::string& name, const std::string& content) const {
-        std::ofstream(path_ / name, std::ios::binary) << content;
-        return path_ / name;
-    }
-    [[nodiscard]] std::size_t count() const {
-        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
-    }
-
-    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
-private:
-    std::filesystem::path path_;
 };
 
 inline std::string readFile(const std::filesystem::path& path) {

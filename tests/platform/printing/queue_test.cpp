@@ -242,11 +242,11 @@ TEST_F(Queues, GiveTheirOwnOptionsToEachJobOnce) {
     EXPECT_EQ(get(options, "job-priority"), "(null)");
     settings.setNumber(kPMCopiesKey, 2);
 
-    PendingFile postScript((folder / "pages.ps").string());
+    PendingFile postScript(folder / "pages.ps");
     ASSERT_EQ(PMWritePostScript(OpenPages().get()->file, fileURL(kTenPages).get(), CFSTR("600dpi"), &postScript),
               noErr);
     ASSERT_TRUE(postScript.commit());
-    for (const auto& pages : {kTenPages, folder / "pages.ps"}) {
+    for (const auto& pages : {kTenPages, folder.path() / "pages.ps"}) {
         SInt32 job = 0;
         ASSERT_EQ(PMPrinterSendJob(printer.get(), settings.get(), OpenPages(pages).get(), &job, nullptr), noErr)
             << text(PMGetLastErrorText());
@@ -285,7 +285,7 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     ASSERT_EQ(
         PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages().get(), fileURL(folder / "file.ps").get()),
         noErr);
-    for (const auto& path : {server.printedBy("tavro"), folder / "file.ps"}) {
+    for (const auto& path : {server.printedBy("tavro"), folder.path() / "file.ps"}) {
         const std::string sent = readFile(path);
         for (const char* line : {"%%BeginFeature: *StapleLocation 1Staple\n", "@PJL SET TRPRINTQUALITY=ENHANCED\n",
                                  "*NumCopies 2\n", "@PJL JOB NAME = \"Minutes\""}) {
