@@ -49,5 +49,16 @@ def closure(path, seen=None):
     return seen
 
 
+def compiled_by(entry):
+    """The sources that an entry of compile_commands.json compiles, as paths from the project's root: one, or those of a
+    text that CMake makes of several."""
+    source = pathlib.Path(entry["file"])
+    if not source.is_relative_to(ROOT):
+        return []
+    if source.parent.name != "Unity":
+        return [source.relative_to(ROOT)]
+    return [pathlib.Path(name).relative_to(ROOT) for _, name in INCLUDE.findall(source.read_text(encoding="utf-8"))]
+
+
 if __name__ == "__main__":
     print(*files(), sep="\n")

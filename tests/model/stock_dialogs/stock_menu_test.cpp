@@ -9,8 +9,8 @@
 namespace {
 
 constexpr SInt32 kButton = 1;
-constexpr SInt32 kSummary = 2;
-constexpr SInt32 kIcon = 3;
+constexpr SInt32 kStockSummary = 2;
+constexpr SInt32 kStockIcon = 3;
 
 MenuRef submenu(MenuRef menu, OSType itemCommand) {
     for (MenuItemIndex item = 1; item <= CountMenuItems(menu); ++item) {
@@ -34,8 +34,8 @@ protected:
         data.bundle = plugin.bundle();
         data.stock = &stock;
         data.context = context;
-        data.summaryView = window_.find(kSummary);
-        data.icon = window_.find(kIcon);
+        data.summaryView = window_.find(kStockSummary);
+        data.icon = window_.find(kStockIcon);
         ASSERT_EQ(InitializeStockMenuButton(button(), &data), noErr);
         owner_ = std::make_unique<TestHandler>(window_.target(), kEventClassCommand, kEventCommandProcess,
                                                [this](EventHandlerCallRef, EventRef event) {
@@ -46,7 +46,7 @@ protected:
     void TearDown() override { FinalizeStockMenuButton(button(), &data); }
 
     ControlRef button() const { return window_.find(kButton); }
-    std::string summary() const { return window_.text(kSummary); }
+    std::string summary() const { return window_.text(kStockSummary); }
 
     /// Picks the item of a command and ticket value, from the menu or a submenu.
     OSStatus pick(OSType command, SInt32 ticketValue = 0) {
@@ -74,8 +74,8 @@ protected:
         void show() {
             open("<layout class=\"QVBoxLayout\"><item>" +
                  widget("QToolButton", kButton, property("popupMode", "enum", "QToolButton::InstantPopup")) +
-                 "</item><item>" + widget("QPlainTextEdit", kSummary, property("readOnly", "bool", "true")) +
-                 "</item><item>" + widget("QWidget", kIcon) + "</item></layout>");
+                 "</item><item>" + widget("QPlainTextEdit", kStockSummary, property("readOnly", "bool", "true")) +
+                 "</item><item>" + widget("QWidget", kStockIcon) + "</item></layout>");
             ShowWindow(window);
         }
         ControlRef find(SInt32 number) const { return control(number); }

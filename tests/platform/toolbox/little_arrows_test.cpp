@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int kArrows = 1;
-constexpr int kField = 2;
+constexpr int kNumberField = 2;
 constexpr int kSlider = 3;
 
 class LittleArrowsTest : public NibWindowTest {
@@ -25,7 +25,7 @@ protected:
              widget("LittleArrows", kArrows,
                     property("minimum", "number", "-5") + property("maximum", "number", "20") +
                         property("singleStep", "number", "2")) +
-             "</item><item>" + widget("QLineEdit", kField) + "</item><item>" + widget("QSlider", kSlider) +
+             "</item><item>" + widget("QLineEdit", kNumberField) + "</item><item>" + widget("QSlider", kSlider) +
              "</item></layout>");
         ShowWindow(window);
         QCoreApplication::processEvents();
@@ -86,7 +86,7 @@ TEST_F(LittleArrowsTest, AreAControlOfTheirOwnWithAnIncrement) {
     EXPECT_EQ(setIncrement(arrows, 4), noErr);
     EXPECT_EQ(setIncrement(arrows, 0), paramErr);
     EXPECT_EQ(setIncrement(arrows, 4, 2), paramErr);
-    EXPECT_EQ(setIncrement(control(kField), 4), errDataNotSupported);
+    EXPECT_EQ(setIncrement(control(kNumberField), 4), errDataNotSupported);
     SInt32 increment = 0;
     EXPECT_EQ(GetControlData(arrows, kControlEntireControl, kControlLittleArrowsIncrementValueTag, sizeof increment,
                              &increment, nullptr),
@@ -94,7 +94,7 @@ TEST_F(LittleArrowsTest, AreAControlOfTheirOwnWithAnIncrement) {
     EXPECT_EQ(increment, 4);
     EXPECT_EQ(HIViewSimulateClick(nullptr, kControlUpButtonPart, 0, nullptr), controlHandleInvalidErr);
     EXPECT_EQ(HIViewSimulateClick(arrows, 19, 0, nullptr), paramErr);
-    EXPECT_EQ(HIViewSimulateClick(control(kField), kControlUpButtonPart, 0, nullptr), paramErr);
+    EXPECT_EQ(HIViewSimulateClick(control(kNumberField), kControlUpButtonPart, 0, nullptr), paramErr);
     DisableControl(arrows);
     ControlPartCode clicked = 1;
     EXPECT_EQ(HIViewSimulateClick(arrows, kControlDownButtonPart, 0, &clicked), noErr);
@@ -103,7 +103,7 @@ TEST_F(LittleArrowsTest, AreAControlOfTheirOwnWithAnIncrement) {
 }
 
 TEST_F(LittleArrowsTest, AClickStepsOnceTellsTheHandlersAndLeavesTheFocus) {
-    SetKeyboardFocus(window, control(kField));
+    SetKeyboardFocus(window, control(kNumberField));
     std::vector<SInt32> hits;
     TestHandler hit(GetControlEventTarget(arrows), kEventClassControl, kEventControlHit, [&](auto, auto) {
         hits.push_back(value());
@@ -119,7 +119,7 @@ TEST_F(LittleArrowsTest, AClickStepsOnceTellsTheHandlersAndLeavesTheFocus) {
     EXPECT_EQ(GetControlOwner(arrows), window);
     ControlRef focused = nullptr;
     GetKeyboardFocus(window, &focused);
-    EXPECT_EQ(focused, control(kField));
+    EXPECT_EQ(focused, control(kNumberField));
 
     SetControlAction(arrows, NewControlActionUPP(note));
     click(kControlUpButtonPart);
@@ -178,7 +178,7 @@ TEST_F(LittleArrowsTest, AnActionMayDisposeOfItsWindow) {
 }
 
 TEST_F(LittleArrowsTest, AFieldTellsOfArrowKeysWheelAndFocus) {
-    ControlRef field = control(kField);
+    ControlRef field = control(kNumberField);
     std::string log;
     bool taking = true;
     const auto answer = [&] { return taking ? OSStatus{noErr} : OSStatus{eventNotHandledErr}; };
