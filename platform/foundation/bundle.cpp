@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QLocale>
 
+#include <algorithm>
 #include <cstdio>
 #include <vector>
 
@@ -43,8 +44,9 @@ CFRef<CFDataRef> readFile(const QString& path, CFRef<CFStringRef>* error) {
         *error = makeString(file.errorString());
         return nullptr;
     }
-    // One byte more than is allowed, so that the reader sees what is too large.
-    return CFRef<CFDataRef>::adopt(new CFDataObject(file.read(kPropertyListMaximumBytes + 1)));
+    // Of what is too large one byte more than is allowed, so that the reader sees it; no more, since QFile makes room.
+    return CFRef<CFDataRef>::adopt(
+        new CFDataObject(file.read(std::min<qint64>(file.size(), kPropertyListMaximumBytes + 1))));
 }
 
 CFRef<CFDictionaryRef> readInfo(const QString& path, CFRef<CFStringRef>* error) {
