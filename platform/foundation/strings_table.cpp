@@ -51,17 +51,20 @@ private:
         return false;
     }
 
-    bool startsWith(QStringView token) const { return text_.sliced(at_).startsWith(token); }
+    /// What stands behind the next character.
+    QChar next() const { return at_ + 1 < text_.size() ? text_[at_ + 1] : QChar(); }
 
     /// Blanks and comments; false for a comment without an end.
     bool skipBlanks() {
         while (at_ < text_.size()) {
             if (text_[at_].isSpace()) {
                 ++at_;
-            } else if (startsWith(u"//")) {
+            } else if (text_[at_] != u'/') {
+                break;
+            } else if (next() == u'/') {
                 const qsizetype end = text_.indexOf(u'\n', at_);
                 at_ = end < 0 ? text_.size() : end;
-            } else if (startsWith(u"/*")) {
+            } else if (next() == u'*') {
                 const qsizetype end = text_.indexOf(u"*/", at_ + 2);
                 if (end < 0) {
                     return fail(at_, QStringLiteral("the comment has no end"));
@@ -119,7 +122,7 @@ private:
 
     /// From the backslash to the last character of the escape.
     std::optional<QChar> readEscape() {
-        const QChar letter = at_ + 1 < text_.size() ? text_[at_ + 1] : QChar();
+        const QChar letter = next();
         if (letter == u'u') {
             const QStringView digits = text_.sliced(at_ + 2).left(4);
             const auto isHex = [](QChar c) { return c.unicode() < 0x80 && std::isxdigit(c.unicode()); };
