@@ -16,16 +16,20 @@ bool matches(const OpaqueControlRef& control, ControlID id) {
            (control.id.signature == id.signature || control.secondSignature == id.signature) && id.signature != 0;
 }
 
+/// A widget's child as a widget of the same window, or null.
+QWidget* inSameWindow(QObject* child) {
+    auto* widget = child->isWidgetType() ? static_cast<QWidget*>(child) : nullptr;
+    return widget != nullptr && !widget->isWindow() ? widget : nullptr;
+}
+
 /// The first control below a widget, itself included, that has the identity. Parents come before their children.
 OpaqueControlRef* find(QWidget* root, ControlID id) {
     if (OpaqueControlRef* control = OpaqueControlRef::of(root); control != nullptr && matches(*control, id)) {
         return control;
     }
-    for (QWidget* child : root->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        if (child->isWindow()) {
-            continue;
-        }
-        if (OpaqueControlRef* control = find(child, id)) {
+    for (QObject* child : root->children()) {
+        QWidget* const widget = inSameWindow(child);
+        if (OpaqueControlRef* control = widget != nullptr ? find(widget, id) : nullptr) {
             return control;
         }
     }
@@ -34,14 +38,12 @@ OpaqueControlRef* find(QWidget* root, ControlID id) {
 
 /// The nearest controls below a widget, in the order of its children.
 void collectChildren(const QWidget* parent, std::vector<OpaqueControlRef*>& children) {
-    for (QWidget* child : parent->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        if (child->isWindow()) {
-            continue;
-        }
-        if (OpaqueControlRef* control = OpaqueControlRef::of(child)) {
+    for (QObject* child : parent->children()) {
+        QWidget* const widget = inSameWindow(child);
+        if (OpaqueControlRef* control = widget != nullptr ? OpaqueControlRef::of(widget) : nullptr) {
             children.push_back(control);
-        } else {
-            collectChildren(child, children);
+        } else if (widget != nullptr) {
+            collectChildren(widget, children);
         }
     }
 }
