@@ -57,14 +57,13 @@ private:
     /// Blanks and comments; false for a comment without an end.
     bool skipBlanks() {
         while (at_ < text_.size()) {
+            const bool slash = text_[at_] == u'/';
             if (text_[at_].isSpace()) {
                 ++at_;
-            } else if (text_[at_] != u'/') {
-                break;
-            } else if (next() == u'/') {
+            } else if (slash && next() == u'/') {
                 const qsizetype end = text_.indexOf(u'\n', at_);
                 at_ = end < 0 ? text_.size() : end;
-            } else if (next() == u'*') {
+            } else if (slash && next() == u'*') {
                 const qsizetype end = text_.indexOf(u"*/", at_ + 2);
                 if (end < 0) {
                     return fail(at_, QStringLiteral("the comment has no end"));
