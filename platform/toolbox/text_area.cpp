@@ -35,9 +35,12 @@ void TextArea::changeEvent(QEvent* event) {
 
 /// Qt has text of any direction at the left here.
 void TextArea::alignText() {
+    const Qt::Alignment side = isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft;
     QTextOption option = document()->defaultTextOption();
-    option.setAlignment(isRightToLeft() ? Qt::AlignRight : Qt::AlignLeft);
-    document()->setDefaultTextOption(option);
+    if (option.alignment() != side) {  // each setting lays the text out again
+        option.setAlignment(side);
+        document()->setDefaultTextOption(option);
+    }
 }
 
 QSize TextArea::sizeHint() const {
