@@ -4,7 +4,7 @@
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFString.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <string>

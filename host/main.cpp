@@ -16,13 +16,13 @@
 #include "host/report/report.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
 #include "platform/fonts/font_faces.h"
 #include "platform/foundation/message.h"
 #include "platform/foundation/message_tables.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Windows.h"
 
@@ -110,9 +110,9 @@ Result<script::Script> openScript(const std::string& path) {
 }
 
 Result<CFRef<CFBundleRef>> openBundle(const std::string& path) {
-    auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
+    auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(path, true).get()));
     if (!bundle) {
-        return Failure{ExitStatus::unusableInput, utf8(CFBundleGetLastError())};
+        return Failure{ExitStatus::unusableInput, utf8Text(CFBundleGetLastError())};
     }
     return bundle;
 }
@@ -174,7 +174,7 @@ ExitStatus failInWindow(const Failure& failure, const CommandLine& line, char* p
         openToolbox(programName, false);
         if (auto bundle = openTexts()) {
             showNotice(kCFUserNotificationStopAlertLevel, localized(bundle->get(), CFSTR("Job Failed Header")),
-                       cfString(failure.line));
+                       makeString(failure.line));
         }
     }
     return status;
@@ -211,7 +211,7 @@ std::function<bool(const std::vector<std::string>&)> askerOf(const CommandLine& 
         return {};
     }
     return [texts](const std::vector<std::string>& sentences) {
-        return goesOnDespiteNotice(localized(texts, CFSTR("Left Out Header")), cfString(listed(texts, sentences)),
+        return goesOnDespiteNotice(localized(texts, CFSTR("Left Out Header")), makeString(listed(texts, sentences)),
                                    localized(texts, CFSTR("Left Out Cancel")),
                                    localized(texts, CFSTR("Left Out Print")));
     };
@@ -281,14 +281,14 @@ std::optional<Failure> openFirst(const CommandLine& line, JobSetup* job, Opening
 /// What a program asks for, in its own words and in front of its window.
 void followCaller(const PortalRequest& request, WindowRef window) {
     if (!request.parentWindow.empty()) {
-        SetWindowForeignOwner(window, cfString(request.parentWindow).get());
+        SetWindowForeignOwner(window, makeString(request.parentWindow).get());
     }
     if (!request.acceptLabel.empty()) {
         std::string label;
         for (const char character : request.acceptLabel) {
             label += character == '_' ? "&" : character == '&' ? "&&" : std::string(1, character);
         }
-        SetControlTitleWithCFString(hostControl(window, kPrint), cfString(label).get());
+        SetControlTitleWithCFString(hostControl(window, kPrint), makeString(label).get());
     }
 }
 

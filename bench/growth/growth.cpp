@@ -16,7 +16,7 @@
 #include "model/stock/stock_library.h"
 #include "model/stock/stock_search.h"
 #include "platform/foundation/CFBundle.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 #include "watermark/records/watermark_changes.h"
 #include "watermark/records/watermark_list.h"
 #include "watermark/records/watermark_storage.h"

@@ -7,7 +7,6 @@
 #include "bench/side_by_side.h"
 #include "host/dialog/dialog_controls.h"
 #include "host/dialog/plugin_host.h"
-#include "host/script/text.h"
 #include "host/settings/left_out.h"
 #include "host/settings/summary.h"
 #include "platform/foundation/CFBundle.h"
@@ -15,6 +14,7 @@
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Windows.h"
 
@@ -34,7 +34,7 @@ double median(int rounds, Work work) {
 }
 
 CFRef<CFBundleRef> openBundle(const char* path) {
-    return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
+    return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(path, true).get()));
 }
 
 WindowRef openDialog(CFBundleRef bundle) {
@@ -75,7 +75,7 @@ JobSettings makeManySettings() {
     setNumber(job.get(), CFSTR("JobType"), kFax);
     CFDictionarySetValue(items.get(), CFSTR("com.tavro.print.JobType"), job.get());
     const auto recipients = makeList(kRecipients, [](CFMutableDictionaryRef element, int i) {
-        CFDictionarySetValue(element, CFSTR("FaxNumber"), cfString(std::to_string(i)).get());
+        CFDictionarySetValue(element, CFSTR("FaxNumber"), makeString(std::to_string(i)).get());
     });
     CFDictionarySetValue(items.get(), CFSTR("com.tavro.print.FaxRecipientList"), recipients.get());
     const auto inserts = makeList(kInserts, [](CFMutableDictionaryRef element, int i) {

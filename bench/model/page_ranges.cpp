@@ -4,6 +4,7 @@
 #include "model/records/page_range.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 
 #include <malloc.h>
 #include <QPageRanges>
@@ -12,10 +13,6 @@
 #include <string>
 
 namespace {
-
-CFRef<CFStringRef> makeString(const std::string& text) {
-    return CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text.c_str(), kCFStringEncodingUTF8));
-}
 
 /// Single pages and ranges in turn, in the syntax that all three readers have: "1,3-5,8,10-12".
 std::string makeList(int items) {

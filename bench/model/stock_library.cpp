@@ -9,8 +9,8 @@
 #include "model/settings/ppd_ui_dictionary.h"
 #include "model/stock_dialogs/stock_library_dialog.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMSession.h"
-#include "platform/printing/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Windows.h"
 

@@ -5,6 +5,7 @@
 #include "platform/files/folders.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cctype>
@@ -15,17 +16,12 @@ namespace {
 CFRef<CFStringRef> gName;
 std::optional<ModelFeatures> gFeatures;  // none for the models that are in code
 
-CFRef<CFStringRef> CopyString(const std::string& text) {
-    return CFRef<CFStringRef>::adopt(
-        CFStringCreateWithCString(kCFAllocatorDefault, text.c_str(), kCFStringEncodingUTF8));
-}
-
 /// A PPD may say anything of its model: a name that leads elsewhere, or that no file can have, has none.
 CFRef<CFURLRef> CopyFileOfModel(const std::string& name) {
     const bool isFileName = !name.empty() && name.front() != '.' && std::ranges::all_of(name, [](unsigned char c) {
         return std::isalnum(c) != 0 || std::string_view(" +-._").find(static_cast<char>(c)) != std::string::npos;
     });
-    return isFileName ? CFRef<CFURLRef>::adopt(FSCopyDataFileURL(CopyString("models/" + name + ".plist").get()))
+    return isFileName ? CFRef<CFURLRef>::adopt(FSCopyDataFileURL(makeString("models/" + name + ".plist").get()))
                       : CFRef<CFURLRef>();
 }
 
@@ -36,7 +32,7 @@ const InstalledFeature* LoadPrinterModel(const std::string& name) {
     if (name == "ZR410" || name == "ZR420") {
         return InstalledFeatures;
     }
-    gName = CopyString(name);
+    gName = makeString(name);
     gFeatures.emplace(gName.get());
     if (!gFeatures->isKnown()) {
         const auto file = CopyFileOfModel(name);

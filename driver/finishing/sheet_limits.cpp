@@ -9,7 +9,7 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 
 #include "jobtypes/records/job_type.h"
 #include "model/settings/ticket_items.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>

@@ -4,8 +4,8 @@
 
 #include "model/settings/ppd_access.h"
 #include "model/settings/record_ticket.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMTicket.h"
-#include "platform/printing/text.h"
 
 #include <string>
 

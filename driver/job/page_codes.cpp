@@ -3,7 +3,7 @@
 #include "driver/instructions/read_paper.h"
 #include "driver/job/printer_abilities.h"
 #include "model/stock/stock_attributes.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>

@@ -9,7 +9,7 @@
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
 #include "platform/foundation/message.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
 #include "driver/job/printer_abilities.h"
 
 #include "model/records/finishing.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/foundation/message.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 #include "watermark/records/watermark_font.h"
 #include "watermark/records/watermark_storage.h"
 

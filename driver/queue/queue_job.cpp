@@ -3,7 +3,7 @@
 #include "driver/instructions/read_instructions.h"
 #include "driver/job/prepare_job.h"
 #include "platform/foundation/CFNumber.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>

@@ -2,8 +2,8 @@
 
 #include "driver/worker/office_types.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>

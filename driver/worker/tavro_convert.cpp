@@ -14,8 +14,8 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/text.h"
 
 #include <sys/mman.h>
 #include <sys/stat.h>

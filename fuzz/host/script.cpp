@@ -6,7 +6,7 @@
 #include "host/script/script_parser.h"
 
 #include "fuzz/fuzz_target.h"
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "host/dialog/change_watch.h"
 
-#include "host/script/text.h"
 #include "host/settings/preset_content.h"
 #include "host/settings/setting_place.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 
@@ -22,8 +22,8 @@ void ChangeWatch::look(const PrintSession& session, SInt32 panel, const std::str
             });
         });
         if (!changes.empty()) {
-            sentence_ = utf8(isByPanel ? localized(texts_, CFSTR("Changed by Panel"), {title, changes}).get()
-                                       : localized(texts_, CFSTR("Changed Too"), changes).get());
+            sentence_ = utf8Text(isByPanel ? localized(texts_, CFSTR("Changed by Panel"), {title, changes}).get()
+                                           : localized(texts_, CFSTR("Changed Too"), changes).get());
             before_ = {last_->settings, last_->panel, isByPanel ? std::nullopt : std::optional(used.back())};
         }
     }

@@ -4,9 +4,9 @@
 #include "host/dialog/notice.h"
 #include "host/script/panels.h"
 #include "host/script/stage.h"
-#include "host/script/text.h"
 #include "host/settings/remedy_words.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,7 +20,7 @@ CFRef<CFStringRef> literal(std::string title) {
     for (std::size_t at = 0; (at = title.find('&', at)) != std::string::npos; at += 2) {
         title.insert(at, 1, '&');
     }
-    return cfString(title);
+    return makeString(title);
 }
 
 }  // namespace
@@ -97,10 +97,10 @@ void ConflictLine::showReport() const {
     }
     const ControlRef text = hostControl(window_, kConflictText);
     const bool isNews = !line.empty() && script::textOf(text) != line;
-    setStaticText(text, cfString(line));
+    setStaticText(text, makeString(line));
     SetControlVisibility(text, !line.empty(), true);
     const ControlRef sign = hostControl(window_, kConflictSign);
-    SetControlAlert(sign, cfString(report_.conflicts.empty() ? "" : report_.conflicts.front().sentence).get());
+    SetControlAlert(sign, makeString(report_.conflicts.empty() ? "" : report_.conflicts.front().sentence).get());
     SetControlVisibility(sign, !report_.conflicts.empty(), true);
     SetControlVisibility(hostControl(window_, kUndoChange), !told_.empty(), true);
     showButton(kConflictButton, remedies_[0]);
@@ -114,7 +114,7 @@ void ConflictLine::showButton(HostControl number, const std::vector<SettingChang
     const ControlRef button = hostControl(window_, number);
     if (!changes.empty()) {
         SetControlTitleWithCFString(button, literal(shortened(nameOfChanges(changes, texts_))).get());
-        HMSetControlHelpContent(button, cfString(listOfChanges(changes, texts_)).get());
+        HMSetControlHelpContent(button, makeString(listOfChanges(changes, texts_)).get());
     }
     SetControlVisibility(button, !changes.empty(), true);
 }
@@ -138,19 +138,19 @@ ConflictLine::Answer ConflictLine::askAboutConflicts() const {
     if (sentences.size() > kMostSentences) {
         const std::size_t more = sentences.size() - kMostSentences;
         sentences.resize(kMostSentences);
-        sentences.push_back(utf8(localized(texts_, CFSTR("Conflict Notice More"), std::to_string(more)).get()));
+        sentences.push_back(utf8Text(localized(texts_, CFSTR("Conflict Notice More"), std::to_string(more)).get()));
     }
     const auto& remedy = report_.remedy;
     const std::string name = remedy.empty() ? std::string() : nameOfChanges(remedy, texts_);
     const std::string message =
         listed(texts_, sentences) + "\n\n" +
-        utf8(remedy.empty()
-                 ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
-                 : localized(texts_, CFSTR("Conflict Notice Remedy"), {name, listOfChanges(remedy, texts_)}).get());
-    switch (askDespiteNotice(localized(texts_, CFSTR("Conflict Notice Header")), cfString(message),
+        utf8Text(remedy.empty()
+                     ? localized(texts_, CFSTR("Conflict Notice No Remedy")).get()
+                     : localized(texts_, CFSTR("Conflict Notice Remedy"), {name, listOfChanges(remedy, texts_)}).get());
+    switch (askDespiteNotice(localized(texts_, CFSTR("Conflict Notice Header")), makeString(message),
                              localized(texts_, CFSTR("Conflict Notice Back")),
                              localized(texts_, CFSTR("Conflict Notice Print")),
-                             remedy.empty() ? CFRef<CFStringRef>() : cfString(name))) {
+                             remedy.empty() ? CFRef<CFStringRef>() : makeString(name))) {
         case NoticeAnswer::goOn:
             return Answer::print;
         case NoticeAnswer::putRight:

@@ -2,8 +2,8 @@
 
 #include "host/script/panels.h"
 #include "host/script/stage.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
@@ -35,7 +35,7 @@ SInt32 ConflictMarks::panelOf(const SettingPlace& place) const {
         return 0;
     }
     const MenuRef menu = GetControlPopupMenuHandle(find(script::kPanelSelector));
-    const std::string title = utf8(localized(texts_, CFStringMakeConstant(place.panel)).get());
+    const std::string title = utf8Text(localized(texts_, CFStringMakeConstant(place.panel)).get());
     MenuItemIndex item = CountMenuItems(menu);
     while (item > 0 && script::itemText(menu, item) != title) {
         --item;
@@ -75,7 +75,7 @@ void ConflictMarks::showAtControls(const Reasons& reasons) {
         }
     }
     for (const auto& [id, reason] : reasons) {
-        SetControlAlert(find(id), cfString(reason).get());
+        SetControlAlert(find(id), makeString(reason).get());
         marked_.push_back(id);
     }
 }
@@ -85,7 +85,7 @@ void ConflictMarks::showAtPanels(std::map<SInt32, std::string> reasons) {
     for (MenuItemIndex item = 1; reasons != panels_ && item <= CountMenuItems(menu); ++item) {
         const auto reason = reasons.find(item);
         SetMenuItemAlert(menu, item, reason != reasons.end());
-        HMSetMenuItemHelpContent(menu, item, reason == reasons.end() ? nullptr : cfString(reason->second).get());
+        HMSetMenuItemHelpContent(menu, item, reason == reasons.end() ? nullptr : makeString(reason->second).get());
     }
     panels_ = std::move(reasons);
 }

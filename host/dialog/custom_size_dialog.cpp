@@ -1,9 +1,9 @@
 #include "host/dialog/custom_size_dialog.h"
 
 #include "host/dialog/dialog_controls.h"
-#include "host/script/text.h"
 #include "host/settings/custom_paper.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Menus.h"
 #include "platform/toolbox/Windows.h"
@@ -105,7 +105,7 @@ private:
     std::string typed(const Side& side) const { return fieldText(hostControl(window_, side.field)); }
 
     void show(const Side& side, double points) const {
-        setFieldText(hostControl(window_, side.field), cfString(lengthText(unit_, points)));
+        setFieldText(hostControl(window_, side.field), makeString(lengthText(unit_, points)));
     }
 
     /// Says beside the field what may stand in it, and what is wrong with what does.
@@ -114,7 +114,7 @@ private:
         const auto text = localized(bundle_, CFStringMakeConstant(sentenceOf(fault)),
                                     {lengthText(unit_, side.limits->minimum, LengthRounding::up),
                                      lengthText(unit_, side.limits->maximum, LengthRounding::down),
-                                     utf8(localized(bundle_, CFStringMakeConstant(textsOf(unit_).name)).get())});
+                                     utf8Text(localized(bundle_, CFStringMakeConstant(textsOf(unit_).name)).get())});
         HIViewSetFieldMessage(hostControl(window_, side.field), text.get(), fault != LengthFault::none);
         return fault == LengthFault::none;
     }
@@ -166,7 +166,7 @@ std::optional<std::string> askCustomSize(CFBundleRef bundle, const PrintSession&
         return std::nullopt;
     }
     PMPaper paper{.width = limits->width.minimum, .height = limits->length.minimum};
-    PMPrinterGetPaper(session.printer().get(), cfString(session.choice(CFSTR("PageSize"))).get(), &paper);
+    PMPrinterGetPaper(session.printer().get(), makeString(session.choice(CFSTR("PageSize"))).get(), &paper);
     SizeDialog dialog(bundle, window, *limits);
     auto answer = dialog.run(paper.width, paper.height);
     DisposeWindow(window);

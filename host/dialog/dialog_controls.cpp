@@ -1,6 +1,6 @@
 #include "host/dialog/dialog_controls.h"
 
-#include "host/script/text.h"
+#include "platform/foundation/text.h"
 
 WindowRef makeWindow(CFBundleRef bundle, CFStringRef name) {
     IBNibRef nib = nullptr;
@@ -28,7 +28,7 @@ void setStaticText(ControlRef label, const CFRef<CFStringRef>& text) {
 std::string fieldText(ControlRef field) {
     CFStringRef text = nullptr;
     GetControlData(field, kControlEntireControl, kControlEditTextCFStringTag, sizeof text, &text, nullptr);
-    return utf8(CFRef<CFStringRef>::adopt(text).get());
+    return utf8Text(CFRef<CFStringRef>::adopt(text).get());
 }
 
 void setFieldText(ControlRef field, const CFRef<CFStringRef>& text) {

@@ -4,9 +4,9 @@
 #include "host/dialog/document_password.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/preparing_window.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 
 #include <filesystem>
@@ -49,10 +49,10 @@ void DialogDocuments::fillMenu() {
     for (const Slot& slot : slots_) {
         const std::string name = slot.opening ? slot.opening->document().name
                                  : slot.path == OpeningDocument::kStandardInput
-                                     ? utf8(localized(texts_, CFSTR("Standard Input")).get())
+                                     ? utf8Text(localized(texts_, CFSTR("Standard Input")).get())
                                      : readable(std::filesystem::path(slot.path).filename().string());
         MenuItemIndex item = 0;
-        AppendMenuItemTextWithCFString(menu, cfString(shortened(name)).get(), 0, 0, &item);
+        AppendMenuItemTextWithCFString(menu, makeString(shortened(name)).get(), 0, 0, &item);
     }
     SetControl32BitValue(popUp, static_cast<SInt32>(shown_ + 1));
     SetControlVisibility(popUp, slots_.size() > 1, true);
@@ -74,7 +74,7 @@ void DialogDocuments::choose() {
     if (!isScripted_) {
         show(chosen);
     } else if (bring(chosen, &fault) == Brought::failed) {
-        showNotice(kCFUserNotificationStopAlertLevel, localized(texts_, CFSTR("Job Failed Header")), cfString(fault));
+        showNotice(kCFUserNotificationStopAlertLevel, localized(texts_, CFSTR("Job Failed Header")), makeString(fault));
     }
 }
 
@@ -94,7 +94,7 @@ OpeningDocument& DialogDocuments::show(std::size_t index) {
     const Document& document = slot.opening->document();
     dialog_.show(document);
     if (document.pageCount == 0) {
-        dialog_.tell(utf8(localized(texts_, CFSTR("Document Preparing"), shortened(document.name)).get()));
+        dialog_.tell(utf8Text(localized(texts_, CFSTR("Document Preparing"), shortened(document.name)).get()));
     }
     RemoveEventLoopTimer(timer_);
     InstallEventLoopTimer(
@@ -110,8 +110,8 @@ void DialogDocuments::look() {
     OpeningDocument& opening = *slots_.at(shown_).opening;
     if (!opening.advance(0ms)) {
         if (std::chrono::steady_clock::now() - since_ > kLong) {
-            dialog_.tell(
-                utf8(localized(texts_, CFSTR("Document Preparing Long"), shortened(opening.document().name)).get()));
+            dialog_.tell(utf8Text(
+                localized(texts_, CFSTR("Document Preparing Long"), shortened(opening.document().name)).get()));
         }
         return;
     }
@@ -121,7 +121,7 @@ void DialogDocuments::look() {
         return;
     }
     if (brought == Brought::failed) {
-        showNotice(kCFUserNotificationStopAlertLevel, localized(texts_, CFSTR("Job Failed Header")), cfString(fault));
+        showNotice(kCFUserNotificationStopAlertLevel, localized(texts_, CFSTR("Job Failed Header")), makeString(fault));
     }
     if (slots_.size() == 1) {
         dialog_.giveUp({brought == Brought::failed ? ExitStatus::unusableInput : ExitStatus::cancelled, fault});

@@ -4,12 +4,12 @@
 #include "host/dialog/dialog_controls.h"
 #include "host/dialog/notice.h"
 #include "host/dialog/preset_name_dialog.h"
-#include "host/script/text.h"
 #include "host/settings/preset_content.h"
 #include "host/settings/shared_presets.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -251,7 +251,7 @@ void DialogPresets::makeDefaults() {
     }
     chooseColorCorrection(session.printer().get(), session.instructions().outputColor, session.printSettings());
     if (PMPrinterSaveDefaultSettings(session.printer().get(), session.printSettings(), session.pageFormat()) != noErr) {
-        tell(CFSTR("Preset Defaults Not Saved Header"), utf8(PMGetLastErrorText()));
+        tell(CFSTR("Preset Defaults Not Saved Header"), utf8Text(PMGetLastErrorText()));
         return;
     }
     // What other programs have no word for is shown as a change of the new defaults: so these are looked at first.
@@ -281,5 +281,5 @@ void DialogPresets::goBack() {
 }
 
 void DialogPresets::tell(CFStringRef header, const std::string& line) const {
-    showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, header), cfString(line));
+    showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, header), makeString(line));
 }

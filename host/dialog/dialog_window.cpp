@@ -1,7 +1,7 @@
 #include "host/dialog/dialog_window.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 
 Result<DialogWindow> openDialogWindow(CFBundleRef bundle) {
     IBNibRef nib = nullptr;
@@ -16,7 +16,7 @@ Result<DialogWindow> openDialogWindow(CFBundleRef bundle) {
             return DialogWindow(window);
         case kNibNotFoundErr: {
             const auto url = CFRef<CFURLRef>::adopt(CFBundleCopyBundleURL(bundle));
-            return unusable(pathOf(url.get()), messageText("its nib %1 is missing", {"PrintDialog"}));
+            return unusable(filePath(url.get()), messageText("its nib %1 is missing", {"PrintDialog"}));
         }
         default:
             // The toolbox has told already which file does not load, and why.

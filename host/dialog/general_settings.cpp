@@ -1,11 +1,11 @@
 #include "host/dialog/general_settings.h"
 
 #include "host/dialog/custom_size_dialog.h"
-#include "host/script/text.h"
 #include "host/settings/conflicts.h"
 #include "host/settings/page_range.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFNumberFormatter.h"
+#include "platform/foundation/text.h"
 
 namespace {
 
@@ -48,7 +48,7 @@ GeneralSettings::GeneralSettings(WindowRef window, CFBundleRef texts, const Docu
 
 void GeneralSettings::showDocument(const Document& document) {
     pageCount_ = document.pageCount;
-    setStaticText(control(kDocumentName), cfString(shortened(document.name)));
+    setStaticText(control(kDocumentName), makeString(shortened(document.name)));
     SetControlTitleWithCFString(control(kCurrentPage),
                                 localized(texts_, CFSTR("Current Page"), std::to_string(currentPage_)).get());
     SetControlVisibility(control(kCurrentPage), currentPage_ > 0 && currentPage_ <= pageCount_, true);
@@ -65,7 +65,7 @@ void GeneralSettings::offerPages(const PagesOffered& offered) {
         SetControl32BitValue(control(kPages),
                              offered.proposed == PagesAsked::current ? kCurrentPageOnly : kSelectedPagesOnly);
     }
-    tell(utf8(localized(texts_, CFSTR("Pages Follow")).get()));
+    tell(utf8Text(localized(texts_, CFSTR("Pages Follow")).get()));
 }
 
 PagesAsked GeneralSettings::pagesAsked() const {
@@ -83,7 +83,7 @@ PagesAsked GeneralSettings::pagesAsked() const {
 
 void GeneralSettings::tell(const std::string& sentence) {
     if (!sentence.empty()) {
-        setStaticText(control(kDocumentPages), cfString(sentence));
+        setStaticText(control(kDocumentPages), makeString(sentence));
         return;
     }
     const auto pages = pageCount_ == 1 ? localized(texts_, CFSTR("One Page"))
@@ -91,7 +91,7 @@ void GeneralSettings::tell(const std::string& sentence) {
     setStaticText(control(kDocumentPages), documentCount_ <= 1
                                                ? pages
                                                : localized(texts_, CFSTR("Pages and Documents"),
-                                                           {utf8(pages.get()), std::to_string(documentCount_)}));
+                                                           {utf8Text(pages.get()), std::to_string(documentCount_)}));
 }
 
 void GeneralSettings::show(PrintSession& session) {
@@ -115,7 +115,7 @@ void GeneralSettings::show(PrintSession& session) {
 void GeneralSettings::showPageRange(const std::string& range) const {
     SetControl32BitValue(control(kPages), range.empty() ? kAllPages : kSomePages);
     setFieldText(control(kPageRangeField),
-                 CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, cfString(range).get())));
+                 CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, makeString(range).get())));
     showPageFault();
 }
 
@@ -136,7 +136,7 @@ void GeneralSettings::showCollating() {
     const bool isGray = now.empty() && !other.empty();
     SetControl32BitValue(box, collates ? 1 : 0);
     isGray ? DisableControl(box) : EnableControl(box);
-    HMSetControlHelpContent(box, (isGray ? cfString(other) : localized(texts_, CFSTR("Collate Help"))).get());
+    HMSetControlHelpContent(box, (isGray ? makeString(other) : localized(texts_, CFSTR("Collate Help"))).get());
 }
 
 // ---- What the user does
@@ -198,13 +198,13 @@ void GeneralSettings::paperSizeChosen() {
         size = askCustomSize(texts_, *session_).value_or(std::string());
     }
     if (!size.empty()) {
-        changeShared_([&] { session_->setChoice(kPageSizeKeyword, cfString(size).get()); });
+        changeShared_([&] { session_->setChoice(kPageSizeKeyword, makeString(size).get()); });
     }
 }
 
 void GeneralSettings::paperSourceChosen() {
     if (const std::string source = paperSources_.chosen(); !source.empty()) {
-        changeShared_([&] { session_->setChoice(CFSTR("InputSlot"), cfString(source).get()); });
+        changeShared_([&] { session_->setChoice(CFSTR("InputSlot"), makeString(source).get()); });
     }
 }
 
@@ -228,8 +228,9 @@ PageRangeFault GeneralSettings::takePages() {
 
 std::string GeneralSettings::takePagesOrFault() {
     const PageRangeFault fault = takePages();
-    return fault == PageRangeFault::none ? std::string()
-                                         : utf8(localized(texts_, faultText(fault), std::to_string(pageCount_)).get());
+    return fault == PageRangeFault::none
+               ? std::string()
+               : utf8Text(localized(texts_, faultText(fault), std::to_string(pageCount_)).get());
 }
 
 PageRange GeneralSettings::typedPages() const {

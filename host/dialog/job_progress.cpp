@@ -1,7 +1,6 @@
 #include "host/dialog/job_progress.h"
 
 #include "host/dialog/dialog_controls.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/printing/login_desk.h"
 #include "platform/toolbox/Events.h"

@@ -1,7 +1,7 @@
 #include "host/dialog/option_item.h"
 
-#include "host/script/text.h"
 #include "host/settings/conflicts.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Controls.h"
 
 void appendOption(MenuRef menu, CFStringRef title, const PrintSession& session, const std::string& mainKeyword,
@@ -9,6 +9,6 @@ void appendOption(MenuRef menu, CFStringRef title, const PrintSession& session, 
     AppendMenuItemTextWithCFString(menu, title, 0, 0, nullptr);
     if (const std::string obstacle = obstacleOf(session, texts, mainKeyword, option); !obstacle.empty()) {
         DisableMenuItem(menu, CountMenuItems(menu));
-        HMSetMenuItemHelpContent(menu, CountMenuItems(menu), cfString(obstacle).get());
+        HMSetMenuItemHelpContent(menu, CountMenuItems(menu), makeString(obstacle).get());
     }
 }

@@ -1,10 +1,10 @@
 #include "host/dialog/paper_size_menu.h"
 
 #include "host/dialog/option_item.h"
-#include "host/script/text.h"
 #include "host/settings/custom_paper.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ void PaperSizeMenu::fill(const PrintSession& session) {
     for (CFIndex i = 0; i < PMPrinterCountPapers(printer); ++i) {
         PMPaper paper{};
         PMPrinterGetIndPaper(printer, i, &paper);
-        options_.push_back(utf8(paper.name));
+        options_.push_back(utf8Text(paper.name));
         appendOption(menu, paper.title, session, kPageSize, options_.back(), texts_);
     }
     sizesOfPrinter_ = options_.size();
@@ -60,7 +60,7 @@ void PaperSizeMenu::addCustom(const PrintSession& session, const std::string& op
     const auto last = static_cast<MenuItemIndex>(sizesOfPrinter_);
     DeleteMenuItems(menu, last + 1, CountMenuItems(menu) - last);
     options_.resize(sizesOfPrinter_);
-    AppendMenuItemTextWithCFString(menu, cfString(words->choice).get(), 0, 0, nullptr);
+    AppendMenuItemTextWithCFString(menu, makeString(words->choice).get(), 0, 0, nullptr);
     options_.push_back(option);
     addSizeItem();
 }

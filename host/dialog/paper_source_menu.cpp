@@ -1,8 +1,8 @@
 #include "host/dialog/paper_source_menu.h"
 
 #include "host/dialog/option_item.h"
-#include "host/script/text.h"
 #include "host/settings/setting_words.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ void PaperSourceMenu::fill(const PrintSession& session) {
     options_ = session.choices().options(kInputSlot);
     for (const std::string& option : options_) {
         const auto words = settingWords(session, texts_, kInputSlot, option);
-        appendOption(menu, cfString(words ? words->choice : option).get(), session, kInputSlot, option, texts_);
+        appendOption(menu, makeString(words ? words->choice : option).get(), session, kInputSlot, option, texts_);
     }
     for (const HostControl control : {kPaperSource, kPaperSourceLabel}) {
         SetControlVisibility(hostControl(window_, control), options_.size() > 1, true);

@@ -1,9 +1,9 @@
 #include "host/dialog/plugin_host.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Help.h"
 
 #include <algorithm>
@@ -53,9 +53,9 @@ CFRef<CFArrayRef> copyGetters(CFBundleRef bundle) {
 }  // namespace
 
 Result<std::unique_ptr<PluginHost>> PluginHost::load(const std::string& path) {
-    auto plugin = CFRef<CFPlugInRef>::adopt(CFPlugInCreate(nullptr, fileURL(path, true).get()));
+    auto plugin = CFRef<CFPlugInRef>::adopt(CFPlugInCreate(nullptr, makeFileURL(path, true).get()));
     if (!plugin) {
-        return Failure{ExitStatus::unusableInput, utf8(CFBundleGetLastError())};
+        return Failure{ExitStatus::unusableInput, utf8Text(CFBundleGetLastError())};
     }
     const auto type = CFRef<CFUUIDRef>::adopt(CFUUIDCreateFromString(nullptr, kPDEPlugInType));
     const auto factories =
@@ -64,7 +64,7 @@ Result<std::unique_ptr<PluginHost>> PluginHost::load(const std::string& path) {
         return unusable(path, messageText("declares no print dialog extension"));
     }
     if (!CFBundleLoadExecutable(plugin.get())) {
-        return Failure{ExitStatus::unusableInput, utf8(CFBundleGetLastError())};
+        return Failure{ExitStatus::unusableInput, utf8Text(CFBundleGetLastError())};
     }
     const auto* factory = static_cast<CFUUIDRef>(CFArrayGetValueAtIndex(factories.get(), 0));
     void* instance = CFPlugInInstanceCreate(nullptr, factory, type.get());
@@ -108,7 +108,7 @@ void PluginHost::startOthers(ControlRef place, PMPrintSession session) {
         const auto operations = operationsBehind(plugin_.get(), getter);
         const auto number = static_cast<SInt32>(running_.size() + 1);
         if (auto other = operations ? Extension::start(*operations, place, number, session) : nullptr) {
-            running_.push_back({utf8(getter), std::move(other)});
+            running_.push_back({utf8Text(getter), std::move(other)});
         }
     }
 }
@@ -163,7 +163,7 @@ OSStatus PluginHost::showHelp(CFStringRef page) const {
     const CFTypeRef name = CFBundleGetValueForInfoDictionaryKey(plugin_.get(), CFSTR("CFBundleHelpBookName"));
     FSRef folder{};
     if (name == nullptr || CFGetTypeID(name) != CFStringGetTypeID() ||
-        !CFURLGetFSRef(fileURL(path_, true).get(), &folder)) {
+        !CFURLGetFSRef(makeFileURL(path_, true).get(), &folder)) {
         return fnfErr;
     }
     const OSStatus status = AHRegisterHelpBook(&folder);

@@ -1,7 +1,7 @@
 #include "host/dialog/preset_menu.h"
 
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
@@ -89,11 +89,11 @@ std::optional<Item::Kind> presetActionOf(OSType command) {
 }
 
 std::string PresetMenu::text(CFStringRef key) const {
-    return utf8(localized(texts_, key).get());
+    return utf8Text(localized(texts_, key).get());
 }
 
 std::string PresetMenu::text(CFStringRef key, const std::string& value) const {
-    return utf8(localized(texts_, key, value).get());
+    return utf8Text(localized(texts_, key, value).get());
 }
 
 std::string PresetMenu::originTitle(const Origin& origin, std::size_t most) const {
@@ -148,7 +148,7 @@ void PresetMenu::fill(ControlRef control, const std::vector<Item>& items, bool i
     for (const Item& item : items) {
         const MenuItemAttributes attributes = (item.isEnabled ? 0 : kMenuItemAttrDisabled) |
                                               (item.kind == Item::Kind::separator ? kMenuItemAttrSeparator : 0);
-        AppendMenuItemTextWithCFString(menu, cfString(title(item, isChanged)).get(), attributes, commandOf(item.kind),
+        AppendMenuItemTextWithCFString(menu, makeString(title(item, isChanged)).get(), attributes, commandOf(item.kind),
                                        nullptr);
     }
 }

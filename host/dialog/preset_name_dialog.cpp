@@ -2,9 +2,9 @@
 
 #include "host/dialog/dialog_controls.h"
 #include "host/dialog/notice.h"
-#include "host/script/text.h"
 #include "host/settings/shared_presets.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Windows.h"
 
@@ -28,7 +28,7 @@ struct NameDialog {
         setStaticText(hostControl(window, kPresetForAllName),
                       printer != nullptr && isForAll() && !name.empty()
                           ? localized(bundle, CFSTR("Preset For All Name"), sharedName(*printer, name))
-                          : cfString(""));
+                          : makeString(""));
     }
 
     [[nodiscard]] std::string typedName() const { return cleanPresetName(fieldText(hostControl(window, kPresetName))); }
@@ -94,7 +94,7 @@ std::optional<PresetAnswer> ask(NameDialog dialog) {
     SetControlTitleWithCFString(
         hostControl(dialog.window, kPresetNameOK),
         localized(bundle, isSave ? CFSTR("Preset Save Button") : CFSTR("Preset Rename Button")).get());
-    setFieldText(hostControl(dialog.window, kPresetName), cfString(dialog.oldName));
+    setFieldText(hostControl(dialog.window, kPresetName), makeString(dialog.oldName));
     const bool isForAllOffered = isSave && canBeShared(*dialog.printer);
     const ControlRef forAll = hostControl(dialog.window, kPresetForAll);
     SetControlVisibility(forAll, isForAllOffered, true);

@@ -1,8 +1,8 @@
 #include "host/dialog/preview_column.h"
 
 #include "host/preview/sheet_words.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <poll.h>
 #include <algorithm>
@@ -115,7 +115,7 @@ void PreviewColumn::show(const PrintSession& session) {
     if (!before) {
         return;
     }
-    setStaticText(control(kPreviewStack), cfString(stackWords(job_.sheets(), session, texts_)));
+    setStaticText(control(kPreviewStack), makeString(stackWords(job_.sheets(), session, texts_)));
     SetControl32BitMaximum(control(kPreviewNumber),
                            static_cast<SInt32>(std::max<std::size_t>(plan().sheets.size(), 1)));
     go(sideInstead(*before, side_, plan()));
@@ -131,7 +131,7 @@ void PreviewColumn::showDocument(const PrintSession& session) {
 
 void PreviewColumn::tell(const std::string& sentence) {
     if (!sentence.empty() || document_.pageCount == 0) {
-        setStaticText(control(kPreviewStack), cfString(sentence));
+        setStaticText(control(kPreviewStack), makeString(sentence));
     }
 }
 
@@ -234,12 +234,12 @@ OSStatus PreviewColumn::handleNumberKey(EventHandlerCallRef, EventRef, void*) {
 
 void PreviewColumn::showNumber() const {
     if (!isFilled()) {
-        setStaticText(control(kPreviewCount), cfString(""));
-        SetControlTitleWithCFString(control(kPreviewSheet), cfString("").get());
+        setStaticText(control(kPreviewCount), makeString(""));
+        SetControlTitleWithCFString(control(kPreviewSheet), makeString("").get());
         return;
     }
     SetControl32BitValue(control(kPreviewNumber), static_cast<SInt32>(side_.sheet + 1));
-    setStaticText(control(kPreviewCount), cfString(sideWords(job_.sheets(), side_.sheet, side_.isSide2, texts_)));
+    setStaticText(control(kPreviewCount), makeString(sideWords(job_.sheets(), side_.sheet, side_.isSide2, texts_)));
     showWords();
 }
 
@@ -253,7 +253,7 @@ void PreviewColumn::showWords() const {
             words += ". " + faultWords(need, fault, texts_);
         }
     }
-    SetControlTitleWithCFString(control(kPreviewSheet), cfString(words).get());
+    SetControlTitleWithCFString(control(kPreviewSheet), makeString(words).get());
 }
 
 /// A button that leads nowhere is gray, and does not keep the keys.

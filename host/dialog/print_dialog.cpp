@@ -6,7 +6,6 @@
 #include "host/dialog/window_place.h"
 #include "host/job/print_job.h"
 #include "host/script/panels.h"
-#include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "host/settings/document_paper.h"
 #include "host/settings/left_out.h"
@@ -15,6 +14,7 @@
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Navigation.h"
 #include "platform/toolbox/Windows.h"
 
@@ -44,7 +44,7 @@ Result<std::unique_ptr<PrintDialog>> PrintDialog::make(CFBundleRef bundle, Plugi
     const PrinterChoice& choice = dialog->setup_.printerChoice;
     dialog->printers_.emplace(dialog->control(kPrinterMenu), bundle, choice,
                               choice.kind == PrinterChoice::Kind::sample
-                                  ? utf8(localized(bundle, CFSTR("Sample Printer"), first.printer.name()).get())
+                                  ? utf8Text(localized(bundle, CFSTR("Sample Printer"), first.printer.name()).get())
                                   : first.printer.name());
     dialog->general_.emplace(dialog->window_, bundle, first.document,
                              [dialog = dialog.get()](const auto& change) { dialog->changeShared(change); });
@@ -144,7 +144,7 @@ void PrintDialog::tellOfOtherFile() {
     const auto& file = setup_.job.document.file;
     if (!isOtherFileTold_ && file && file->isOutdated()) {
         isOtherFileTold_ = true;
-        general_->tell(utf8(localized(bundle_, CFSTR("Document Outdated")).get()));
+        general_->tell(utf8Text(localized(bundle_, CFSTR("Document Outdated")).get()));
     }
 }
 
@@ -329,7 +329,7 @@ void PrintDialog::showSummary() {
         lines += (lines.empty() ? "" : "\n") + line;
     }
     if (lines != summary_) {
-        setFieldText(control(kSummary), cfString(lines));
+        setFieldText(control(kSummary), makeString(lines));
         summary_ = lines;
     }
 }
@@ -359,7 +359,7 @@ void PrintDialog::printerChosen() {
     Result<Printer> printer = openPrinter(printers_->chosen());
     if (!printer) {
         showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Printer Unusable Header")),
-                   cfString(printer.failure().line));
+                   makeString(printer.failure().line));
         printers_->revert();
         return;
     }
@@ -383,7 +383,7 @@ bool PrintDialog::acceptLeftOut(JobWay way) const {
     if (sentences.empty()) {
         return true;
     }
-    return goesOnDespiteNotice(localized(bundle_, CFSTR("Left Out Header")), cfString(listed(bundle_, sentences)),
+    return goesOnDespiteNotice(localized(bundle_, CFSTR("Left Out Header")), makeString(listed(bundle_, sentences)),
                                localized(bundle_, CFSTR("Left Out Go Back")),
                                localized(bundle_, CFSTR("Left Out Print")));
 }
@@ -429,7 +429,7 @@ void PrintDialog::accept() {
 void PrintDialog::handOver() {
     if (const auto failure = setup_.preparing->take(*session_, general_->pagesAsked())) {
         showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
-                   cfString(*failure));
+                   makeString(*failure));
         end({ExitStatus::unusableInput, *failure});
         return;
     }
@@ -450,7 +450,7 @@ void PrintDialog::savePDF() {
     if (NavChooseNewFile(localized(bundle_, CFSTR("Save as PDF Title")).get(), &kind, proposed.get(), &chosen) ==
         noErr) {
         const auto file = CFRef<CFURLRef>::adopt(chosen);
-        print({JobWay::pdf, pathOf(file.get())});
+        print({JobWay::pdf, filePath(file.get())});
     }
 }
 
@@ -461,7 +461,8 @@ bool PrintDialog::hasDocument() {
     std::string fault;
     const auto brought = documents_->bring(documents_->shown(), &fault);
     if (brought == DialogDocuments::Brought::failed) {
-        showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")), cfString(fault));
+        showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
+                   makeString(fault));
     }
     if (brought == DialogDocuments::Brought::failed && (setup_.scripted || documents_->count() == 1)) {
         end({ExitStatus::unusableInput, fault});
@@ -479,7 +480,7 @@ void PrintDialog::print(const JobTarget& target) {
     }
     if (!job.failure.empty()) {
         showNotice(kCFUserNotificationStopAlertLevel, localized(bundle_, CFSTR("Job Failed Header")),
-                   cfString(job.failure));
+                   makeString(job.failure));
         if (!setup_.scripted) {
             // The settings are still there, for another printer or another try.
             if (job.isPrinterChanged) {
@@ -490,7 +491,7 @@ void PrintDialog::print(const JobTarget& target) {
         }
     } else if (!job.obstacle.empty()) {
         showNotice(kCFUserNotificationNoteAlertLevel, localized(bundle_, CFSTR("Job Waits Header")),
-                   cfString(job.obstacle));
+                   makeString(job.obstacle));
     }
     if (job.failure.empty()) {
         presets_->rememberSent(*session_);
@@ -499,7 +500,7 @@ void PrintDialog::print(const JobTarget& target) {
         setup_.job.ticketOut.empty() ? std::nullopt : writeSettingsFile(session_->copySettings(), setup_.job.ticketOut);
     if (notWritten) {
         showNotice(kCFUserNotificationCautionAlertLevel, localized(bundle_, CFSTR("Settings Not Written Header")),
-                   cfString(*notWritten));
+                   makeString(*notWritten));
     }
     if (!job.failure.empty()) {
         end({ExitStatus::notSent, job.failure});

@@ -1,8 +1,8 @@
 #include "host/dialog/printer_menu.h"
 
-#include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 
 #include <algorithm>
@@ -59,7 +59,7 @@ void PrinterMenu::takeAnswer() {
     }
     const auto owner = CFRef<CFArrayRef>::adopt(names);
     for (CFIndex i = 0; i < CFArrayGetCount(names); ++i) {
-        std::string name = utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(names, i)));
+        std::string name = utf8Text(static_cast<CFStringRef>(CFArrayGetValueAtIndex(names, i)));
         PrinterChoice choice{PrinterChoice::Kind::queue, name};
         if (std::ranges::find(choices_, choice) == choices_.end()) {
             add(std::move(choice), name);
@@ -82,5 +82,5 @@ void PrinterMenu::revert() {
 
 void PrinterMenu::add(PrinterChoice choice, const std::string& title) {
     choices_.push_back(std::move(choice));
-    AppendMenuItemTextWithCFString(GetControlPopupMenuHandle(popUp_), cfString(title).get(), 0, 0, nullptr);
+    AppendMenuItemTextWithCFString(GetControlPopupMenuHandle(popUp_), makeString(title).get(), 0, 0, nullptr);
 }

@@ -1,8 +1,8 @@
 #include "host/dialog/server_password.h"
 
 #include "host/dialog/dialog_controls.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Windows.h"
@@ -39,17 +39,17 @@ Boolean ask(CFStringRef server, CFStringRef proposal, Boolean isAgain, CFStringR
     if (dialog.window == nullptr) {
         return false;
     }
-    setStaticText(
-        hostControl(dialog.window, kServerQuestion),
-        localized(bundle, isAgain ? CFSTR("Server Refuses Password") : CFSTR("Server Wants Password"), utf8(server)));
-    setFieldText(hostControl(dialog.window, kServerUser), cfString(utf8(proposal)));
+    setStaticText(hostControl(dialog.window, kServerQuestion),
+                  localized(bundle, isAgain ? CFSTR("Server Refuses Password") : CFSTR("Server Wants Password"),
+                            utf8Text(server)));
+    setFieldText(hostControl(dialog.window, kServerUser), makeString(utf8Text(proposal)));
     static constexpr EventTypeSpec kCommand{kEventClassCommand, kEventCommandProcess};
     InstallWindowEventHandler(dialog.window, handleCommand, 1, &kCommand, &dialog, nullptr);
     SetKeyboardFocus(dialog.window, hostControl(dialog.window, kServerPassword));
     RunAppModalLoopForWindow(dialog.window);
     if (dialog.isAccepted) {
-        *user = cfString(fieldText(hostControl(dialog.window, kServerUser))).leak();
-        *password = cfString(fieldText(hostControl(dialog.window, kServerPassword))).leak();
+        *user = makeString(fieldText(hostControl(dialog.window, kServerUser))).leak();
+        *password = makeString(fieldText(hostControl(dialog.window, kServerPassword))).leak();
     }
     DisposeWindow(dialog.window);
     return dialog.isAccepted;

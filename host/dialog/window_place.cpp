@@ -1,11 +1,11 @@
 #include "host/dialog/window_place.h"
 
-#include "host/script/text.h"
 #include "platform/files/folders.h"
 #include "platform/files/url_access.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFPropertyList.h"
+#include "platform/foundation/text.h"
 
 #include <optional>
 
@@ -22,7 +22,7 @@ CFRef<CFURLRef> preferencesFile(bool makeFolder) {
     if (FSFindFolder(kUserDomain, kPreferencesFolderType, makeFolder, &folder) != noErr) {
         return nullptr;
     }
-    return fileURL(std::string(folder.path) + "/com.tavro.print.dialog.plist");
+    return makeFileURL(std::string(folder.path) + "/com.tavro.print.dialog.plist");
 }
 
 std::optional<SInt16> number(CFDictionaryRef dictionary, CFStringRef key) {

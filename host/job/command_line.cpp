@@ -1,8 +1,8 @@
 #include "host/job/command_line.h"
 
-#include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -261,9 +261,9 @@ Result<CommandLine> readCommandLine(const std::vector<std::string>& arguments) {
 std::string helpText(CFBundleRef texts) {
     // The English texts are the keys of the others.
     const auto shown = [texts](const char* english) {
-        return utf8(CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(texts, CFStringMakeConstant(english), nullptr,
-                                                                          CFSTR("Localizable")))
-                        .get());
+        return utf8Text(CFRef<CFStringRef>::adopt(CFBundleCopyLocalizedString(texts, CFStringMakeConstant(english),
+                                                                              nullptr, CFSTR("Localizable")))
+                            .get());
     };
     std::string text = shown(kUsage) + "\n";
     for (const GroupRow& group : kGroups) {
@@ -280,7 +280,7 @@ std::string helpText(CFBundleRef texts) {
             text += names + shown(option.help) + "\n";
         }
     }
-    text += "\n" + shown("Notes") + ":\n" + utf8(localized(texts, CFSTR("Help Notes")).get());
+    text += "\n" + shown("Notes") + ":\n" + utf8Text(localized(texts, CFSTR("Help Notes")).get());
     text += "\n" + shown("Exit status") + ":\n";
     for (const ExitStatusRow& row : kExitStatuses) {
         text += "  " + std::to_string(static_cast<int>(row.status)) + "   " + shown(row.help) + "\n";

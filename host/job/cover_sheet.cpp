@@ -2,9 +2,9 @@
 
 #include "driver/pages/stored_mark.h"
 #include "host/job/cover_sheet_form.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/DateTimeUtils.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -66,9 +66,9 @@ public:
 
 private:
     SheetSize size() const { return content_.paperSize == "A4" ? kA4 : kLetter; }
-    std::string text(CFStringRef key) const { return utf8(localized(texts_, key).get()); }
+    std::string text(CFStringRef key) const { return utf8Text(localized(texts_, key).get()); }
     std::string text(CFStringRef key, std::int64_t number) const {
-        return utf8(localized(texts_, key, std::to_string(number)).get());
+        return utf8Text(localized(texts_, key, std::to_string(number)).get());
     }
 
     FaxCoverInstruction::Labels completeLabels() const {
@@ -109,7 +109,7 @@ private:
         GetDateTime(&now);
         const auto date = CFRef<CFStringRef>::adopt(LongDateCopyString(&now));
         CoverSheetForm::Section section;
-        section.push_back(form_.makeRow(text(CFSTR("Cover Sheet Date")), utf8(date.get()), 1));
+        section.push_back(form_.makeRow(text(CFSTR("Cover Sheet Date")), utf8Text(date.get()), 1));
         section.push_back(
             form_.makeRow(text(CFSTR("Cover Sheet Pages")), text(CFSTR("Cover Sheet Page Count"), pageCount_), 1));
         return section;

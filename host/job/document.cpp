@@ -1,10 +1,9 @@
 #include "host/job/document.h"
 
-#include "host/script/text.h"
 #include "host/settings/document_paper.h"
 #include "platform/files/plain_file.h"
 #include "platform/foundation/message.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "host/job/job_setup.h"
 
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "host/settings/installed_options.h"
 #include "host/settings/presets.h"
 #include "platform/foundation/message.h"

@@ -1,12 +1,12 @@
 #include "host/job/print_job.h"
 
 #include "host/job/cover_sheet.h"
-#include "host/script/text.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
 #include "platform/files/pending_file.h"
 #include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <cstdio>
 #include <ctime>
@@ -69,7 +69,7 @@ std::string jobName(const std::string& queue, SInt32 jobID) {
 }
 
 JobOutcome outcomeOf(OSStatus status) {
-    return {status == noErr ? std::string() : utf8(PMGetLastErrorText()), status == kPMPrinterChanged, false, {}};
+    return {status == noErr ? std::string() : utf8Text(PMGetLastErrorText()), status == kPMPrinterChanged, false, {}};
 }
 
 }  // namespace
@@ -78,11 +78,11 @@ std::vector<std::string> tellJobFaults(const PrintSession& session, JobWay way, 
     std::vector<std::string> sentences;
     std::string fault;
     if (!readMark(session, &fault) && !fault.empty()) {
-        sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Watermark"), fault).get()));
+        sentences.push_back(utf8Text(localized(texts, CFSTR("Job Fault Watermark"), fault).get()));
     }
     const auto time = printTimeFromNow(session.instructions().printTime);
     if (way == JobWay::queue && time && !time->isAsAsked) {
-        sentences.push_back(utf8(localized(texts, CFSTR("Job Fault Print Time"), timeOfDay(time->moment)).get()));
+        sentences.push_back(utf8Text(localized(texts, CFSTR("Job Fault Print Time"), timeOfDay(time->moment)).get()));
     }
     return sentences;
 }
@@ -165,10 +165,10 @@ JobOutcome JobWork::writePDF(const JobSource& source, const PagesProgress& progr
 }
 
 JobOutcome JobWork::send(PreparedJob* job) {
-    const auto url = fileURL(document_.path);
+    const auto url = makeFileURL(document_.path);
     const PMJobPages pages{job->pages.descriptor(), job->arePostScript, static_cast<CFIndex>(job->count), url.get()};
     if (target_.way == JobWay::file) {
-        const auto file = fileURL(target_.file);
+        const auto file = makeFileURL(target_.file);
         return outcomeOf(PMPrinterWriteJobToURL(printer_.get(), job->settings.get(), &pages, file.get()));
     }
     addPrintTime(printTime_, &job->settings);  // a file waits for nobody
@@ -180,7 +180,7 @@ JobOutcome JobWork::send(PreparedJob* job) {
         const std::string name = jobName(printer_.queue(), jobID);
         printLine(stdout, name);
         outcome.obstacle =
-            obstacle == nullptr ? std::string() : name + ": " + messageText("waits, %1", {utf8(obstacle)});
+            obstacle == nullptr ? std::string() : name + ": " + messageText("waits, %1", {utf8Text(obstacle)});
     }
     return outcome;
 }

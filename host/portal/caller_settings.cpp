@@ -109,11 +109,11 @@ void takePaper(const PortalRequest& request, PrintSession* session) {
     };
     const PMPrinter printer = session->printer().get();
     PMPaper paper{};
-    const auto name = cfString(stringIn(request.pageSetup.get(), CFSTR("PPDName")));
+    const auto name = makeString(stringIn(request.pageSetup.get(), CFSTR("PPDName")));
     bool isFound = PMPrinterGetPaper(printer, name.get(), &paper) == noErr && isIt(paper);
     // The paper that the printer has by itself stays where it is of that size: PPDs have several for different edges.
     isFound =
-        isFound || (PMPrinterGetPaper(printer, cfString(session->choice(CFSTR("PageSize"))).get(), &paper) == noErr &&
+        isFound || (PMPrinterGetPaper(printer, makeString(session->choice(CFSTR("PageSize"))).get(), &paper) == noErr &&
                     isIt(paper));
     for (CFIndex i = 0; !isFound && i < PMPrinterCountPapers(printer); ++i) {
         PMPrinterGetIndPaper(printer, i, &paper);
@@ -155,7 +155,7 @@ public:
                       : CFRef<CFMutableDictionaryRef>::adopt(CFDictionaryCreateMutableCopy(nullptr, 0, begun))) {}
 
     void set(CFStringRef key, CFTypeRef value) { CFDictionarySetValue(values_.get(), key, value); }
-    void setText(CFStringRef key, const std::string& text) { set(key, cfString(text).get()); }
+    void setText(CFStringRef key, const std::string& text) { set(key, makeString(text).get()); }
     void setMillimeters(CFStringRef key, double points) {
         const double length = std::round(inUnit(LengthUnit::millimeters, points) * 1000) / 1000;
         set(key, CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberDoubleType, &length)).get());
@@ -169,7 +169,7 @@ private:
 
 PMPaper paperOf(const PrintSession& session) {
     PMPaper paper{};
-    PMPrinterGetPaper(session.printer().get(), cfString(session.choice(CFSTR("PageSize"))).get(), &paper);
+    PMPrinterGetPaper(session.printer().get(), makeString(session.choice(CFSTR("PageSize"))).get(), &paper);
     return paper;
 }
 
@@ -179,7 +179,7 @@ Answer pageSetupFor(const PrintSession& session, const OrientationRow& orientati
     Answer setup;
     const std::string option = session.choice(CFSTR("PageSize"));
     setup.setText(CFSTR("PPDName"), option);
-    setup.setText(CFSTR("DisplayName"), paper.title != nullptr ? utf8(paper.title) : option);
+    setup.setText(CFSTR("DisplayName"), paper.title != nullptr ? utf8Text(paper.title) : option);
     setup.setMillimeters(CFSTR("Width"), paper.width);
     setup.setMillimeters(CFSTR("Height"), paper.height);
     setup.setMillimeters(CFSTR("MarginLeft"), paper.left);
@@ -203,7 +203,7 @@ Answer settingsFor(const PortalRequest& request, const PrintSession& session, Pa
                    const OrientationRow& orientation) {
     Answer settings(request.settings.get());  // a program's own come back to it
     for (const char* key : {"page-ranges", "output-uri", "output-basename", "paper-format", "use-color", "duplex"}) {
-        settings.drop(cfString(key).get());
+        settings.drop(makeString(key).get());
     }
     struct LeftRow {
         const char* key;
@@ -214,7 +214,7 @@ Answer settingsFor(const PortalRequest& request, const PrintSession& session, Pa
         {"scale", "100"},  {"number-up", "1"},  {"number-up-layout", "lrtb"},
     };
     for (const LeftRow& row : kLeftToPrinting) {
-        settings.setText(cfString(row.key).get(), row.value);
+        settings.setText(makeString(row.key).get(), row.value);
     }
     settings.setText(CFSTR("print-pages"), pages == PagesAsked::current    ? "current"
                                            : pages == PagesAsked::selected ? "selection"
@@ -225,8 +225,8 @@ Answer settingsFor(const PortalRequest& request, const PrintSession& session, Pa
     settings.setText(CFSTR("orientation"), orientation.inSettings);
     settings.setText(CFSTR("output-file-format"), formatFor(request));
     for (const ChoiceRow& row : kChoices) {
-        if (std::strcmp(row.key, "duplex") == 0 && session.choice(cfString(row.mainKeyword).get()) == row.option) {
-            settings.setText(cfString(row.key).get(), row.value);
+        if (std::strcmp(row.key, "duplex") == 0 && session.choice(makeString(row.mainKeyword).get()) == row.option) {
+            settings.setText(makeString(row.key).get(), row.value);
         }
     }
     settings.setText(CFSTR("printer"), session.printer().queue());
@@ -256,9 +256,9 @@ JobSettings settingsOfCaller(const PortalRequest& request, const Printer& printe
         }
     }
     for (const ChoiceRow& row : kChoices) {
-        if (stringIn(settings, cfString(row.key).get()) == row.value &&
+        if (stringIn(settings, makeString(row.key).get()) == row.value &&
             session.choices().offers(row.mainKeyword, row.option)) {
-            session.setChoice(cfString(row.mainKeyword).get(), cfString(row.option).get());
+            session.setChoice(makeString(row.mainKeyword).get(), makeString(row.option).get());
         }
     }
     const double copies = numberOf(stringIn(settings, CFSTR("n-copies")), 0);
@@ -292,7 +292,7 @@ std::optional<std::string> answerCaller(const PortalRequest& request, const Prin
     const std::string path = request.file(portal::kAnswerFile);
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, answer.get()));
     SInt32 error = 0;
-    if (!CFURLWriteDataAndPropertiesToResource(fileURL(path).get(), data.get(), nullptr, &error)) {
+    if (!CFURLWriteDataAndPropertiesToResource(makeFileURL(path).get(), data.get(), nullptr, &error)) {
         return path + ": " + systemMessage(error);
     }
     return writeSettingsFile(session.copySettings(), request.file(portal::kSettingsFile));

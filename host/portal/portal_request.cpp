@@ -22,7 +22,7 @@ Result<CFRef<CFDictionaryRef>> readDictionary(const std::string& path) {
         CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, &reason));
     const auto reasonOwner = CFRef<CFStringRef>::adopt(reason);
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
-        return unusable(path, root ? messageText("its top is not a dictionary") : utf8(reason));
+        return unusable(path, root ? messageText("its top is not a dictionary") : utf8Text(reason));
     }
     return CFRef<CFDictionaryRef>::adopt(static_cast<CFDictionaryRef>(root.leak()));
 }

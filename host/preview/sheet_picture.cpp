@@ -3,8 +3,8 @@
 #include "host/preview/color_curves.h"
 #include "host/preview/finish_marks.h"
 #include "host/preview/sheet_words.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -251,7 +251,7 @@ private:
             canvas_.draw(text, across.min.x + margin, at, view_.scale);
             at += (text.height() + kGap) * view_.scale;
         };
-        add(utf8(localized(texts_, CFSTR("Preview Banner Title")).get()), {kTitleSize, true});
+        add(utf8Text(localized(texts_, CFSTR("Preview Banner Title")).get()), {kTitleSize, true});
         for (const std::string& words : bannerWords(job_, texts_)) {
             add(words, {kTextSize});
         }

@@ -3,11 +3,11 @@
 #include "driver/job/instruction_values.h"
 #include "host/preview/finish_marks.h"
 #include "host/preview/sheet_picture.h"
-#include "host/script/text.h"
 #include "host/settings/paper_words.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/summary.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -16,7 +16,7 @@
 namespace {
 
 std::string text(CFBundleRef texts, const char* key, const std::vector<std::string>& values = {}) {
-    return utf8(localized(texts, CFStringMakeConstant(key), values).get());
+    return utf8Text(localized(texts, CFStringMakeConstant(key), values).get());
 }
 
 struct KindRow {

@@ -1,7 +1,7 @@
 #include "host/proof/proof_report.h"
 
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -127,7 +127,7 @@ public:
 
 private:
     std::string text(const char* key, const std::vector<std::string>& values = {}) const {
-        return utf8(localized(texts_, CFStringMakeConstant(key), values).get());
+        return utf8Text(localized(texts_, CFStringMakeConstant(key), values).get());
     }
 
     static ProofReport::Value valueOf(const std::string& name, const std::string& value) {
@@ -153,7 +153,7 @@ private:
             PMPaper paper{};
             if (PMPrinterGetIndPaper(printer_.get(), i, &paper) == noErr && std::abs(paper.width - size.width) < 1 &&
                 std::abs(paper.height - size.height) < 1) {
-                return {"size", utf8(paper.name), utf8(paper.title)};
+                return {"size", utf8Text(paper.name), utf8Text(paper.title)};
             }
         }
         return {
@@ -194,11 +194,11 @@ private:
         const std::string wish = "/MediaPosition " + position;
         for (const std::string& slot : isNew ? session_.choices().options(kKeyword) : std::vector<std::string>()) {
             CFStringRef code = nullptr;
-            if (PMPrinterCopyOptionCode(printer_.get(), cfString(kKeyword).get(), cfString(slot).get(), &code) !=
+            if (PMPrinterCopyOptionCode(printer_.get(), makeString(kKeyword).get(), makeString(slot).get(), &code) !=
                 noErr) {
                 continue;
             }
-            const std::string text = utf8(CFRef<CFStringRef>::adopt(code).get());
+            const std::string text = utf8Text(CFRef<CFStringRef>::adopt(code).get());
             const std::size_t end = text.find(wish) + wish.size();
             if (text.find(wish) != text.npos && (end == text.size() || std::isdigit(text[end]) == 0)) {
                 tray->second = {"source", slot, fact(kKeyword, slot).words};

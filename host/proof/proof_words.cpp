@@ -1,7 +1,7 @@
 #include "host/proof/proof_words.h"
 
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -33,7 +33,7 @@ public:
 
 private:
     std::string text(const char* key, const std::vector<std::string>& values = {}) const {
-        return utf8(localized(texts_, CFStringMakeConstant(key), values).get());
+        return utf8Text(localized(texts_, CFStringMakeConstant(key), values).get());
     }
     void add(const char* key, const std::vector<std::string>& values) { lines_.push_back(text(key, values)); }
 

@@ -2,7 +2,6 @@
 #include "host/job/settings_warnings.h"
 #include "host/report/json_document.h"
 #include "host/report/report.h"
-#include "host/script/text.h"
 #include "host/settings/choice_words.h"
 #include "host/settings/conflicts.h"
 #include "host/settings/dictionary_values.h"
@@ -11,6 +10,7 @@
 #include "host/settings/setting_words.h"
 #include "host/settings/summary.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -99,7 +99,7 @@ private:
     QJsonObject setting(const std::string& keyword, const std::string& option) const {
         QJsonObject setting{{QStringLiteral("keyword"), jsonText(keyword)}};
         const bool isSecret =
-            !isNothing(option) && PMSettingIsSecret(session_.printer().get(), cfString(keyword).get());
+            !isNothing(option) && PMSettingIsSecret(session_.printer().get(), makeString(keyword).get());
         if (isSecret) {
             setting[QStringLiteral("isSecret")] = true;
         } else {
@@ -214,7 +214,7 @@ private:
             }
         }
         PMPaper size{};
-        const bool isKnown = PMPrinterGetPaper(session_.printer().get(), cfString(paper.size).get(), &size) == noErr;
+        const bool isKnown = PMPrinterGetPaper(session_.printer().get(), makeString(paper.size).get(), &size) == noErr;
         return jsonPaper(paperFacts(paper, session_, texts_),
                          isKnown ? std::optional(Size{size.width, size.height}) : std::nullopt, texts_);
     }

@@ -1,9 +1,9 @@
 #include "host/report/json_document.h"
 #include "host/report/report.h"
-#include "host/script/text.h"
 #include "host/settings/presets.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <cstdio>
@@ -20,12 +20,12 @@ Result<std::vector<std::string>> listQueues() {
     const OSStatus status = PMPrinterListCopyPrinterIDs(list, &names);
     PMPrinterListRelease(list);
     if (status != noErr) {
-        return Failure{ExitStatus::unusableInput, utf8(PMGetLastErrorText())};
+        return Failure{ExitStatus::unusableInput, utf8Text(PMGetLastErrorText())};
     }
     const auto owner = CFRef<CFArrayRef>::adopt(names);
     std::vector<std::string> queues;
     for (CFIndex i = 0; i < CFArrayGetCount(names); ++i) {
-        queues.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(names, i))));
+        queues.push_back(utf8Text(static_cast<CFStringRef>(CFArrayGetValueAtIndex(names, i))));
     }
     return queues;
 }
@@ -33,8 +33,9 @@ Result<std::vector<std::string>> listQueues() {
 /// Empty when there is none.
 std::string defaultQueue() {
     CFStringRef name = nullptr;
-    return PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr ? utf8(CFRef<CFStringRef>::adopt(name).get())
-                                                                         : std::string();
+    return PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr
+               ? utf8Text(CFRef<CFStringRef>::adopt(name).get())
+               : std::string();
 }
 
 QJsonObject jsonQueue(const std::string& name, bool isDefault) {

@@ -1,8 +1,8 @@
 #include "host/proof/proof_words.h"
 #include "host/report/json_document.h"
 #include "host/report/report.h"
-#include "host/script/text.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,9 +2,10 @@
 
 #include "host/script/control_listing.h"
 #include "host/script/panels.h"
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Menus.h"
@@ -124,7 +125,7 @@ public:
                 messageText("%1 has no item %2", {controlNameText(choose.control), quoted(choose.text)});
             const MenuRef menu = GetControlPopupMenuHandle(control);
             if (menu == nullptr) {
-                return reasonOf(AutomationChooseText(control, cfString(choose.text).get()), control, none);
+                return reasonOf(AutomationChooseText(control, makeString(choose.text).get()), control, none);
             }
             const auto found =
                 findItem(menu, [&](MenuRef in, MenuItemIndex i) { return itemText(in, i) == choose.text; });
@@ -151,7 +152,7 @@ public:
 
     Reason operator()(const Type& type) const {
         return withControl(type.control, [&](ControlRef control) {
-            return reasonOf(AutomationType(control, cfString(type.text).get()), control,
+            return reasonOf(AutomationType(control, makeString(type.text).get()), control,
                             messageText("%1 is no field that takes this text", {controlNameText(type.control)}));
         });
     }
@@ -213,7 +214,7 @@ public:
         std::error_code error;
         std::filesystem::create_directories(folder, error);
         const std::string file = (folder / (shot.name + ".png")).string();
-        if (error || AutomationSnapshot(front, fileURL(file).get()) != noErr) {
+        if (error || AutomationSnapshot(front, makeFileURL(file).get()) != noErr) {
             return messageText("%1 cannot be written", {file});
         }
         return std::nullopt;

@@ -1,7 +1,7 @@
 #include "host/script/control_listing.h"
 
+#include "host/script/quoted.h"
 #include "host/script/stage.h"
-#include "host/script/text.h"
 #include "platform/foundation/terminal_text.h"
 
 #include <sstream>

@@ -1,7 +1,8 @@
 // What a script expects of controls and windows.
 #include "host/script/actions.h"
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Menus.h"
 
@@ -71,7 +72,7 @@ std::optional<std::string> check(const ExpectWindow& expect) {
     if (CopyWindowTitleAsCFString(FrontNonFloatingWindow(), &title) != noErr) {
         return messageText("no window is open");
     }
-    const std::string text = utf8(CFRef<CFStringRef>::adopt(title).get());
+    const std::string text = utf8Text(CFRef<CFStringRef>::adopt(title).get());
     if (text == expect.title) {
         return std::nullopt;
     }

@@ -2,7 +2,7 @@
 
 #include "host/script/panels.h"
 #include "host/script/stage.h"
-#include "host/script/text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 
 #include <algorithm>
@@ -40,7 +40,7 @@ std::vector<ListedRow> rowsOf(ControlRef list, UInt32 count) {
             if (!text) {
                 break;
             }
-            listed.cells.push_back(utf8(text.get()));
+            listed.cells.push_back(utf8Text(text.get()));
         }
         listed.isSelected = AutomationIsRowSelected(list, row);
     }
@@ -100,7 +100,7 @@ ListedControl listedControl(ControlRef control, Leaves leaves) {
 ListedWindow listedBelowTitle(WindowRef window, Leaves leaves) {
     CFStringRef title = nullptr;
     CopyWindowTitleAsCFString(window, &title);
-    ListedWindow listed{utf8(CFRef<CFStringRef>::adopt(title).get()), {}, {}};
+    ListedWindow listed{utf8Text(CFRef<CFStringRef>::adopt(title).get()), {}, {}};
     ControlRef root = nullptr;
     if (GetRootControl(window, &root) == noErr) {
         listed.controls = listedControl(root, leaves).controls;

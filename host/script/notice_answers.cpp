@@ -1,7 +1,7 @@
 #include "host/script/notice_answers.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Notices.h"
 
@@ -27,8 +27,8 @@ void NoticeAnswers::give(Answer answer) {
 
 void NoticeAnswers::told(CFStringRef header, CFStringRef message, void* self) {
     auto& answers = *static_cast<NoticeAnswers*>(self);
-    printLine(answers.output_, "notice: " + utf8(header));
-    std::istringstream lines(utf8(message));
+    printLine(answers.output_, "notice: " + utf8Text(header));
+    std::istringstream lines(utf8Text(message));
     for (std::string line; std::getline(lines, line);) {
         printLine(answers.output_, "        " + line);
     }

@@ -1,7 +1,7 @@
 #include "host/script/panels.h"
 
 #include "host/script/stage.h"
-#include "host/script/text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
 #include "platform/toolbox/Menus.h"
@@ -74,7 +74,7 @@ std::string panelTitle(WindowRef window, SInt32 panel) {
     ControlTabInfoRecV1 info{};
     GetControlData(choosers.tabs, static_cast<ControlPartCode>(choosers.tabOf(panel)), kControlTabInfoTag, sizeof info,
                    &info, nullptr);
-    return utf8(CFRef<CFStringRef>::adopt(info.name).get());
+    return utf8Text(CFRef<CFStringRef>::adopt(info.name).get());
 }
 
 OSStatus choosePanel(WindowRef window, SInt32 panel) {

@@ -1,10 +1,10 @@
 #include "host/script/runner.h"
 
 #include "host/script/actions.h"
-#include "host/script/text.h"
 #include "host/script/watchdog.h"
 #include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Events.h"
 
@@ -70,7 +70,7 @@ void Runner::run(const Line& line) {
     }
     if (const auto* file = std::get_if<File>(&line.action)) {
         const auto folder = std::filesystem::path(options_.file).parent_path();
-        AutomationQueueFile(fileURL((folder / file->path).string()).get());
+        AutomationQueueFile(makeFileURL((folder / file->path).string()).get());
         return;
     }
     const auto reason = perform(line.action, stage_);

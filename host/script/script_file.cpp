@@ -1,10 +1,10 @@
 #include "host/script/script_file.h"
 
-#include "host/script/text.h"
 #include "platform/files/plain_file.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/message.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,6 +1,7 @@
 #include "host/script/stage.h"
 
-#include "host/script/text.h"
+#include "host/script/quoted.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Menus.h"
 
@@ -9,7 +10,7 @@ namespace script {
 ControlRef findControl(const Stage& stage, const ControlName& name) {
     if (!name.name.empty()) {
         ControlRef control = nullptr;
-        AutomationFindControl(FrontNonFloatingWindow(), cfString(name.name).get(), &control);
+        AutomationFindControl(FrontNonFloatingWindow(), makeString(name.name).get(), &control);
         return control;
     }
     const ControlID id{name.signature, name.number};
@@ -26,7 +27,7 @@ std::string nameOf(ControlRef control) {
     const auto name = CFRef<CFStringRef>::adopt(AutomationCopyControlName(control));
     ControlID id{};
     GetControlID(control, &id);
-    return name || id.signature != 0 ? controlNameText({id.signature, id.id, utf8(name.get())}) : std::string();
+    return name || id.signature != 0 ? controlNameText({id.signature, id.id, utf8Text(name.get())}) : std::string();
 }
 
 bool isShown(ControlRef control) {
@@ -46,7 +47,7 @@ bool isSecret(ControlRef control) {
 std::string itemText(MenuRef menu, MenuItemIndex item) {
     CFStringRef text = nullptr;
     CopyMenuItemTextAsCFString(menu, item, &text);
-    return utf8(CFRef<CFStringRef>::adopt(text).get());
+    return utf8Text(CFRef<CFStringRef>::adopt(text).get());
 }
 
 std::string textOf(ControlRef control) {
@@ -75,7 +76,7 @@ std::string textOf(ControlRef control) {
         default:
             break;
     }
-    return utf8(CFRef<CFStringRef>::adopt(text).get());
+    return utf8Text(CFRef<CFStringRef>::adopt(text).get());
 }
 
 std::string printableTextOf(ControlRef control) {

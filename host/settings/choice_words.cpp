@@ -1,8 +1,8 @@
 #include "host/settings/choice_words.h"
 
 #include "driver/job/instruction_values.h"
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +38,7 @@ constexpr std::array kFinishings{
 std::string words(const std::string& name, CFBundleRef texts) {
     const auto* const row =
         std::ranges::find_if(kFinishings, [&name](const FinishingRow& each) { return name.starts_with(each.start); });
-    return row == kFinishings.end() ? std::string() : utf8(localized(texts, CFStringMakeConstant(row->text)).get());
+    return row == kFinishings.end() ? std::string() : utf8Text(localized(texts, CFStringMakeConstant(row->text)).get());
 }
 
 }  // namespace

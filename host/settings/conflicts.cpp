@@ -60,7 +60,7 @@ public:
 
 private:
     std::string say(CFStringRef key, const std::vector<std::string>& values) const {
-        return utf8(localized(texts_, key, values).get());
+        return utf8Text(localized(texts_, key, values).get());
     }
     std::string quoted(const Side& side) const {
         return say(CFSTR("Conflict Setting"), {side.words.title, side.words.choice});
@@ -123,7 +123,7 @@ std::vector<SettingChange> findRemedy(const PrintSession& session, CFBundleRef t
                                       const std::vector<std::string>& keep) {
     const auto kept = CFRef<CFMutableArrayRef>::adopt(CFArrayCreateMutable(nullptr, 0, &kCFTypeArrayCallBacks));
     for (const std::string& keyword : keep) {
-        CFArrayAppendValue(kept.get(), cfString(keyword).get());
+        CFArrayAppendValue(kept.get(), makeString(keyword).get());
     }
     CFDictionaryRef changes = nullptr;
     PMPrinterCopyRemedy(session.printer().get(), settings, session.printerInfo(), kept.get(), &changes);
@@ -143,9 +143,9 @@ std::vector<SettingChange> findWays(const PrintSession& session, CFBundleRef tex
     for (const auto& [keyword, chosen] : conflict.chosen) {
         CFStringRef option = nullptr;
         PMPrinterCopyOptionWithoutConflict(session.printer().get(), settings, session.printerInfo(),
-                                           cfString(keyword).get(), &option);
+                                           makeString(keyword).get(), &option);
         if (const auto owner = CFRef<CFStringRef>::adopt(option)) {
-            ways.push_back(changeTo(session, texts, keyword, utf8(option)));
+            ways.push_back(changeTo(session, texts, keyword, utf8Text(option)));
         }
     }
     std::stable_partition(ways.begin(), ways.end(), [&](const SettingChange& way) {
@@ -174,7 +174,7 @@ std::vector<SheetExcess> findExcesses(const PrintSession& session, std::int64_t 
 std::string sentenceOf(const SheetExcess& excess, const PrintSession& session, CFBundleRef texts) {
     const SettingWords words = changeTo(session, texts, excess.mainKeyword, excess.option).words;
     const auto text = [texts](CFStringRef key, const std::vector<std::string>& values) {
-        return utf8(localized(texts, key, values).get());
+        return utf8Text(localized(texts, key, values).get());
     };
     const std::string setting = words.panel.empty()
                                     ? text(CFSTR("Conflict Setting"), {words.title, words.choice})
@@ -238,7 +238,7 @@ std::string obstacleOf(const PrintSession& session, CFBundleRef texts, const std
     const JobTicket settings;
     CFMutableDictionaryRef pairs = nullptr;
     PMTicketGetPPDDict(settings.get(), kPMTopLevel, &pairs);
-    CFDictionarySetValue(pairs, cfString(mainKeyword).get(), cfString(option).get());
+    CFDictionarySetValue(pairs, makeString(mainKeyword).get(), makeString(option).get());
     const auto conflicts = findConflicts(session, texts, settings.get());
     return conflicts.empty() ? std::string() : Sentence(texts, conflicts.front()).obstacle();
 }
@@ -249,8 +249,8 @@ std::string firstOf(const std::vector<std::string>& sentences, CFBundleRef texts
         case 0:
             return sentences[0];
         case 1:
-            return utf8(localized(texts, CFSTR("Conflict And One More"), {sentences[0]}).get());
+            return utf8Text(localized(texts, CFSTR("Conflict And One More"), {sentences[0]}).get());
         default:
-            return utf8(localized(texts, CFSTR("Conflict And More"), {sentences[0], std::to_string(more)}).get());
+            return utf8Text(localized(texts, CFSTR("Conflict And More"), {sentences[0], std::to_string(more)}).get());
     }
 }

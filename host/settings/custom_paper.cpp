@@ -1,7 +1,7 @@
 #include "host/settings/custom_paper.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFNumberFormatter.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <charconv>
@@ -87,9 +87,9 @@ std::string lengthText(LengthUnit unit, double points, LengthRounding rounding) 
     }
     const auto writer = formatter();
     CFNumberFormatterSetFractionDigits(writer.get(), decimals);
-    return utf8(CFRef<CFStringRef>::adopt(
-                    CFNumberFormatterCreateStringWithValue(nullptr, writer.get(), kCFNumberDoubleType, &length))
-                    .get());
+    return utf8Text(CFRef<CFStringRef>::adopt(
+                        CFNumberFormatterCreateStringWithValue(nullptr, writer.get(), kCFNumberDoubleType, &length))
+                        .get());
 }
 
 std::optional<double> readLength(const std::string& text) {
@@ -97,7 +97,7 @@ std::optional<double> readLength(const std::string& text) {
     const std::string typed =
         first == std::string::npos ? std::string() : text.substr(first, text.find_last_not_of(' ') + 1 - first);
     double length = 0;
-    const bool isNumber = CFNumberFormatterGetValueFromString(formatter().get(), cfString(typed).get(), nullptr,
+    const bool isNumber = CFNumberFormatterGetValueFromString(formatter().get(), makeString(typed).get(), nullptr,
                                                               kCFNumberDoubleType, &length);
     return isNumber && std::isfinite(length) ? std::optional(length) : std::nullopt;
 }

@@ -1,9 +1,9 @@
 // Values of dictionaries that anybody may have written: of another type than expected they read as missing.
 #pragma once
 
-#include "host/script/text.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
+#include "platform/foundation/text.h"
 
 #include <optional>
 #include <string>
@@ -13,7 +13,7 @@
 /// Empty when it is missing.
 inline std::string stringIn(CFDictionaryRef dictionary, CFStringRef key) {
     const void* const value = CFDictionaryGetValue(dictionary, key);
-    return CFGetTypeID(value) == CFStringGetTypeID() ? utf8(static_cast<CFStringRef>(value)) : std::string();
+    return CFGetTypeID(value) == CFStringGetTypeID() ? utf8Text(static_cast<CFStringRef>(value)) : std::string();
 }
 
 /// The keys and values that are both strings.
@@ -25,7 +25,8 @@ inline std::vector<std::pair<std::string, std::string>> pairsIn(CFDictionaryRef 
     std::vector<std::pair<std::string, std::string>> pairs;
     for (std::size_t i = 0; i < count; ++i) {
         if (CFGetTypeID(keys[i]) == CFStringGetTypeID() && CFGetTypeID(values[i]) == CFStringGetTypeID()) {
-            pairs.emplace_back(utf8(static_cast<CFStringRef>(keys[i])), utf8(static_cast<CFStringRef>(values[i])));
+            pairs.emplace_back(utf8Text(static_cast<CFStringRef>(keys[i])),
+                               utf8Text(static_cast<CFStringRef>(values[i])));
         }
     }
     return pairs;

@@ -2,9 +2,9 @@
 
 #include "driver/job/job_ticket.h"
 #include "driver/pages/document.h"
-#include "host/script/text.h"
 #include "host/settings/custom_paper.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,7 +61,7 @@ void followDocument(PrintSession* session, const Size& firstPage) {
     }
     const Size page = upright(firstPage);
     PMPaper now{};
-    PMPrinterGetPaper(session->printer().get(), cfString(session->choice(CFSTR("PageSize"))).get(), &now);
+    PMPrinterGetPaper(session->printer().get(), makeString(session->choice(CFSTR("PageSize"))).get(), &now);
     if (isSame(page, now)) {
         return;  // PPDs have papers of one size for different edges
     }
@@ -75,7 +75,7 @@ void followDocument(PrintSession* session, const Size& firstPage) {
 
 Size paperOf(const PrintSession& session) {
     PMPaper paper{};
-    PMPrinterGetPaper(session.printer().get(), cfString(session.choice(CFSTR("PageSize"))).get(), &paper);
+    PMPrinterGetPaper(session.printer().get(), makeString(session.choice(CFSTR("PageSize"))).get(), &paper);
     return paper.width > 0 && paper.height > 0 ? Size{paper.width, paper.height} : kUsualPage;
 }
 

@@ -1,9 +1,9 @@
 #include "host/settings/installed_options.h"
 
-#include "host/script/text.h"
 #include "host/settings/ppd_choices.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 
 Result<CFRef<CFDictionaryRef>> readInstalledOptions(const std::vector<std::string>& options, const Printer& printer) {
     if (options.empty()) {
@@ -25,7 +25,7 @@ Result<CFRef<CFDictionaryRef>> readInstalledOptions(const std::vector<std::strin
             return Failure{ExitStatus::usage,
                            "--installed " + option + ": " + messageText("%1 does not offer this", {printer.name()})};
         }
-        CFDictionarySetValue(installed.get(), cfString(keyword).get(), cfString(value).get());
+        CFDictionarySetValue(installed.get(), makeString(keyword).get(), makeString(value).get());
     }
     return CFRef<CFDictionaryRef>::adopt(installed.leak());
 }

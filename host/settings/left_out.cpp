@@ -4,10 +4,10 @@
 #include "driver/job/output_color.h"
 #include "driver/job/page_codes.h"
 #include "driver/job/printer_abilities.h"
-#include "host/script/text.h"
 #include "host/settings/document_paper.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <algorithm>
@@ -85,7 +85,7 @@ public:
 
 private:
     void add(const char* text, const std::vector<std::string>& values = {}) {
-        sentences_.push_back(utf8(localized(texts_, CFStringMakeConstant(text), values).get()));
+        sentences_.push_back(utf8Text(localized(texts_, CFStringMakeConstant(text), values).get()));
     }
 
     void tellNote(const PlanNote& note) {

@@ -1,7 +1,7 @@
 #include "host/settings/page_range.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFNumberFormatter.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -70,8 +70,8 @@ PageRange rangeOf(const std::vector<Pages>& ranges) {
 }  // namespace
 
 PageRange readPageRange(std::string_view written, std::int64_t pageCount) {
-    const std::string plain =
-        utf8(CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(nullptr, cfString(std::string(written)).get())).get());
+    const std::string plain = utf8Text(
+        CFRef<CFStringRef>::adopt(CFNumberListCreatePlain(nullptr, makeString(std::string(written)).get())).get());
     std::string_view text = plain;
     std::vector<Pages> ranges;
     for (bool more = true; more;) {

@@ -1,9 +1,9 @@
 #include "host/settings/paper_words.h"
 
 #include "driver/instructions/read_paper.h"
-#include "host/script/text.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -64,7 +64,7 @@ PaperFact paperFact(const std::string& mainKeyword, const std::string& option, c
 }
 
 PaperFact paperWeightFact(const std::string& weight, CFBundleRef texts) {
-    return {fieldOf(kWeightKeyword), weight, utf8(localized(texts, CFSTR("Paper Weight"), {weight}).get())};
+    return {fieldOf(kWeightKeyword), weight, utf8Text(localized(texts, CFSTR("Paper Weight"), {weight}).get())};
 }
 
 std::vector<PaperFact> paperFacts(const Paper& paper, const PrintSession& session, CFBundleRef texts) {

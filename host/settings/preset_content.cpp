@@ -1,9 +1,9 @@
 #include "host/settings/preset_content.h"
 
 #include "driver/instructions/item_use.h"
-#include "host/script/text.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ bool isTypedByUser(const std::string& key, CFTypeRef value) {
     if (key == "PageSize" || key == "PageRegion" || CFGetTypeID(value) != CFStringGetTypeID()) {
         return false;
     }
-    const std::string text = utf8(static_cast<CFStringRef>(value));
+    const std::string text = utf8Text(static_cast<CFStringRef>(value));
     return text.starts_with("Custom.") || text.starts_with('{');
 }
 
@@ -28,13 +28,13 @@ void eachItem(CFDictionaryRef items, Take take) {
     std::vector<const void*> values(count);
     CFDictionaryGetKeysAndValues(items, keys.data(), values.data());
     for (std::size_t i = 0; i < count; ++i) {
-        take(utf8(static_cast<CFStringRef>(keys[i])), keys[i], values[i]);
+        take(utf8Text(static_cast<CFStringRef>(keys[i])), keys[i], values[i]);
     }
 }
 
 bool isKept(const std::string& key, CFTypeRef value, ItemUse least) {
     // A secret is one by its name, in settings of other editions too.
-    return useOfItem(key) >= least && !PMSettingIsSecret(nullptr, cfString(key).get()) && !isTypedByUser(key, value);
+    return useOfItem(key) >= least && !PMSettingIsSecret(nullptr, makeString(key).get()) && !isTypedByUser(key, value);
 }
 
 /// Whether everything below the value is kept.

@@ -1,10 +1,11 @@
 #include "host/settings/presets.h"
 
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "host/settings/preset_content.h"
 #include "platform/files/folders.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <array>
@@ -30,7 +31,7 @@ fs::path folderPath(const char* name, bool make) {
         return {};
     }
     const fs::path path = fs::path(folder.path) / name;
-    return make && FSpDirCreate(fileURL(path.string(), true).get()) != noErr ? fs::path() : path;
+    return make && FSpDirCreate(makeFileURL(path.string(), true).get()) != noErr ? fs::path() : path;
 }
 
 /// A file's name may be 255 bytes long and has no slash, and on some file systems letters have no case. So it is made
@@ -106,7 +107,7 @@ std::vector<std::string> inUsersOrder(std::vector<std::string> names) {
     texts.reserve(names.size());
     lent.reserve(names.size());
     for (const std::string& name : names) {
-        lent.push_back(texts.emplace_back(cfString(name)).get());
+        lent.push_back(texts.emplace_back(makeString(name)).get());
     }
     std::vector<UInt32> ranks(names.size());
     CFStringGetLocalizedRanks(lent.data(), static_cast<CFIndex>(lent.size()), ranks.data());

@@ -3,12 +3,12 @@
 #include "driver/instructions/page_options.h"
 #include "driver/instructions/panel_items.h"
 #include "driver/plan/sheet_plan.h"
-#include "host/script/text.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/panel_defaults.h"
 #include "host/settings/ticket_items.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
+#include "platform/foundation/text.h"
 
 #include <array>
 
@@ -87,8 +87,8 @@ void PrintSession::dropChoicesNotOffered() {
     CFDictionaryGetKeysAndValues(pairs, keys.data(), values.data());
     for (std::size_t i = 0; i < count; ++i) {
         const auto key = CFRef<CFStringRef>::retain(static_cast<CFStringRef>(keys[i]));
-        const std::string keyword = utf8(key.get());
-        const std::string option = utf8(static_cast<CFStringRef>(values[i]));
+        const std::string keyword = utf8Text(key.get());
+        const std::string option = utf8Text(static_cast<CFStringRef>(values[i]));
         // A secret that is not taken must stop the job and not go unnoticed.
         if (!PMSettingIsSecret(printer_.get(), key.get()) && choices_->hasKeyword(keyword) &&
             !choices_->offers(keyword, option)) {
@@ -143,14 +143,14 @@ void PrintSession::setCopies(SInt32 copies) {
 std::string PrintSession::pageRange() const {
     CFStringRef range = nullptr;
     PMTicketGetCFString(printSettings_, kPMTopLevel, kPMTopLevel, kPMPageRangeKey, &range);
-    return utf8(range);
+    return utf8Text(range);
 }
 
 void PrintSession::setPageRange(const std::string& range) {
     if (range.empty()) {
         PMTicketReleaseItem(printSettings_, kPMTopLevel, kPMPageRangeKey);
     } else {
-        PMTicketSetCFString(printSettings_, kHostClient, kPMPageRangeKey, cfString(range).get(), kPMUnlocked);
+        PMTicketSetCFString(printSettings_, kHostClient, kPMPageRangeKey, makeString(range).get(), kPMUnlocked);
     }
 }
 
@@ -172,7 +172,7 @@ std::string PrintSession::choice(CFStringRef mainKeyword) const {
     CFMutableDictionaryRef pairs = nullptr;
     PMTicketGetPPDDict(printSettings_, kPMTopLevel, &pairs);
     const CFTypeRef option = CFDictionaryGetValue(pairs, mainKeyword);
-    return CFGetTypeID(option) == CFStringGetTypeID() ? utf8(static_cast<CFStringRef>(option)) : std::string();
+    return CFGetTypeID(option) == CFStringGetTypeID() ? utf8Text(static_cast<CFStringRef>(option)) : std::string();
 }
 
 void PrintSession::setChoice(CFStringRef mainKeyword, CFStringRef option) {
@@ -184,7 +184,7 @@ void PrintSession::setChoice(CFStringRef mainKeyword, CFStringRef option) {
 
 void PrintSession::updatePaperRectangle() {
     PMPaper paper{};
-    if (PMPrinterGetPaper(printer_.get(), cfString(choice(CFSTR("PageSize"))).get(), &paper) != noErr) {
+    if (PMPrinterGetPaper(printer_.get(), makeString(choice(CFSTR("PageSize"))).get(), &paper) != noErr) {
         return;
     }
     const std::array<double, 4> sides{0, 0, paper.height, paper.width};  // top, left, bottom, right

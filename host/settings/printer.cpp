@@ -1,6 +1,6 @@
 #include "host/settings/printer.h"
 
-#include "host/script/text.h"
+#include "platform/foundation/text.h"
 
 namespace {
 
@@ -8,7 +8,7 @@ constexpr UInt32 kServerPatience = 500;  // milliseconds
 
 Result<Printer> opened(OSStatus status, PMPrinter printer) {
     if (status != noErr) {
-        return Failure{ExitStatus::unusableInput, utf8(PMGetLastErrorText())};
+        return Failure{ExitStatus::unusableInput, utf8Text(PMGetLastErrorText())};
     }
     return Printer(printer);
 }
@@ -16,44 +16,44 @@ Result<Printer> opened(OSStatus status, PMPrinter printer) {
 }  // namespace
 
 std::string Printer::name() const {
-    return utf8(PMPrinterGetName(printer_));
+    return utf8Text(PMPrinterGetName(printer_));
 }
 
 std::string Printer::queue() const {
-    return utf8(PMPrinterGetID(printer_));
+    return utf8Text(PMPrinterGetID(printer_));
 }
 
 std::string Printer::ppdPath() const {
     CFURLRef url = nullptr;
     PMPrinterGetDescriptionURL(printer_, kPMPPDDescriptionType, &url);
-    return pathOf(url);
+    return filePath(url);
 }
 
 bool Printer::isOfMaker() const {
-    return utf8(PMPrinterGetMaker(printer_)) == kMaker;
+    return utf8Text(PMPrinterGetMaker(printer_)) == kMaker;
 }
 
 Result<Printer> openPPD(const std::string& path) {
     PMPrinter printer = nullptr;
-    const OSStatus status = PMPrinterCreateFromPPDFile(fileURL(path).get(), &printer);
+    const OSStatus status = PMPrinterCreateFromPPDFile(makeFileURL(path).get(), &printer);
     return opened(status, printer);
 }
 
 Result<Printer> openQueue(const std::string& queue) {
     PMPrinter printer = nullptr;
-    const OSStatus status = PMPrinterCreateFromPrinterID(cfString(queue).get(), &printer);
+    const OSStatus status = PMPrinterCreateFromPrinterID(makeString(queue).get(), &printer);
     return opened(status, printer);
 }
 
 void askForPrinterAhead(const std::string& queue) {
-    PMServerAskAhead(queue.empty() ? nullptr : cfString(queue).get(), kServerPatience);
+    PMServerAskAhead(queue.empty() ? nullptr : makeString(queue).get(), kServerPatience);
 }
 
 Result<Printer> openDefaultPrinter(const std::string& samplePPD, bool isOfAnyMaker) {
     CFStringRef name = nullptr;
     if (PMServerCopyDefaultPrinterID(kServerPatience, &name) == noErr) {
         const auto owner = CFRef<CFStringRef>::adopt(name);
-        if (Result<Printer> printer = openQueue(utf8(name)); printer && (isOfAnyMaker || printer->isOfMaker())) {
+        if (Result<Printer> printer = openQueue(utf8Text(name)); printer && (isOfAnyMaker || printer->isOfMaker())) {
             return printer;
         }
     }

@@ -1,12 +1,12 @@
 #include "host/settings/remedy.h"
 
 #include "driver/instructions/panel_items.h"
-#include "host/script/text.h"
 #include "host/settings/panel_defaults.h"
+#include "platform/foundation/text.h"
 
 void applyRemedy(const std::vector<SettingChange>& changes, PrintSession* session) {
     for (const SettingChange& change : changes) {
-        session->setChoice(cfString(change.mainKeyword).get(), cfString(change.option).get());
+        session->setChoice(makeString(change.mainKeyword).get(), makeString(change.option).get());
         clearPanelItems(session->printSettings(), change.mainKeyword);
         if (change.mainKeyword == "JCLPasscode") {
             makeNormalJob(session->printSettings());  // without a passcode

@@ -1,7 +1,7 @@
 #include "host/settings/remedy_words.h"
 
-#include "host/script/text.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -40,22 +40,23 @@ std::string nameOfChange(const SettingChange& change, CFBundleRef texts) {
         return name.mainKeyword == change.mainKeyword && (name.option.empty() || name.option == change.option);
     });
     const auto& [title, choice, panel] = change.words;
-    return utf8(row == std::end(kNames) ? localized(texts, CFSTR("Remedy Other"), {title, choice}).get()
-                                        : localized(texts, CFStringMakeConstant(row->name), choice).get());
+    return utf8Text(row == std::end(kNames) ? localized(texts, CFSTR("Remedy Other"), {title, choice}).get()
+                                            : localized(texts, CFStringMakeConstant(row->name), choice).get());
 }
 
 std::string nameOfChanges(const std::vector<SettingChange>& changes, CFBundleRef texts) {
-    return changes.size() == 1 ? nameOfChange(changes.front(), texts)
-                               : utf8(localized(texts, CFSTR("Remedy Several"), std::to_string(changes.size())).get());
+    return changes.size() == 1
+               ? nameOfChange(changes.front(), texts)
+               : utf8Text(localized(texts, CFSTR("Remedy Several"), std::to_string(changes.size())).get());
 }
 
 std::string listOfChanges(const std::vector<SettingChange>& changes, CFBundleRef texts) {
     std::vector<std::string> lines;
     for (const SettingChange& change : changes) {
         const auto& [title, choice, panel] = change.words;
-        lines.push_back(utf8(panel.empty()
-                                 ? localized(texts, CFSTR("Remedy Change"), {title, choice}).get()
-                                 : localized(texts, CFSTR("Remedy Change Panel"), {title, choice, panel}).get()));
+        lines.push_back(utf8Text(panel.empty()
+                                     ? localized(texts, CFSTR("Remedy Change"), {title, choice}).get()
+                                     : localized(texts, CFSTR("Remedy Change Panel"), {title, choice, panel}).get()));
     }
     return listed(texts, lines);
 }

@@ -1,10 +1,10 @@
 #include "host/settings/setting_changes.h"
 
-#include "host/script/text.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/setting_place.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 
@@ -28,8 +28,8 @@ std::string tellChanges(const PrintSession& session, CFBundleRef texts, const Op
         const auto earlier = settingWords(session, texts, keyword, then->second);
         if (now && earlier) {
             const std::string change =
-                utf8(localized(texts, CFSTR("Changed Setting"), {now->title, earlier->choice, now->choice}).get());
-            all = all.empty() ? change : utf8(localized(texts, CFSTR("Changed And"), {all, change}).get());
+                utf8Text(localized(texts, CFSTR("Changed Setting"), {now->title, earlier->choice, now->choice}).get());
+            all = all.empty() ? change : utf8Text(localized(texts, CFSTR("Changed And"), {all, change}).get());
         }
     }
     return all;

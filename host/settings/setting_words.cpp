@@ -1,8 +1,8 @@
 #include "host/settings/setting_words.h"
 
-#include "host/script/text.h"
 #include "host/settings/setting_place.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -40,15 +40,16 @@ std::optional<SettingWords> settingWords(const PrintSession& session, CFBundleRe
     const Printer& printer = session.printer();
     CFStringRef title = nullptr;
     CFStringRef choice = nullptr;
-    if (PMPrinterCopySettingTitles(printer.get(), cfString(mainKeyword).get(), cfString(option).get(), &title,
+    if (PMPrinterCopySettingTitles(printer.get(), makeString(mainKeyword).get(), makeString(option).get(), &title,
                                    &choice) != noErr) {
         return std::nullopt;
     }
-    SettingWords words{utf8(CFRef<CFStringRef>::adopt(title).get()), utf8(CFRef<CFStringRef>::adopt(choice).get()), {}};
+    SettingWords words{
+        utf8Text(CFRef<CFStringRef>::adopt(title).get()), utf8Text(CFRef<CFStringRef>::adopt(choice).get()), {}};
     if (printer.isOfMaker()) {
         words.panel = panelOfSetting(bundle, mainKeyword);
         if (const TrayRow* tray = findTray(session, mainKeyword, option)) {
-            words.choice = utf8(localized(bundle, CFStringMakeConstant(tray->name)).get());
+            words.choice = utf8Text(localized(bundle, CFStringMakeConstant(tray->name)).get());
         }
     }
     return words;
@@ -58,5 +59,5 @@ std::string panelOfSetting(CFBundleRef bundle, const std::string& mainKeyword) {
     const SettingPlace* const place = placeOfSetting(mainKeyword);
     return place == nullptr || place->panel == nullptr
                ? std::string()
-               : utf8(localized(bundle, CFStringMakeConstant(place->panel)).get());
+               : utf8Text(localized(bundle, CFStringMakeConstant(place->panel)).get());
 }

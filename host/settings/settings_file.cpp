@@ -41,7 +41,7 @@ Result<JobSettings> readSettingsFile(const std::string& path, std::string* name)
         CFPropertyListCreateFromXMLData(nullptr, data.get(), kCFPropertyListImmutable, &reason));
     const auto reasonOwner = CFRef<CFStringRef>::adopt(reason);
     if (!root) {
-        return unusable(path, utf8(reason));
+        return unusable(path, utf8Text(reason));
     }
     if (CFGetTypeID(root.get()) != CFDictionaryGetTypeID()) {
         return unusable(path, messageText("is no settings file: its top is not a dictionary"));
@@ -65,7 +65,7 @@ std::optional<std::string> writeSettingsFile(const JobSettings& settings, const 
     const auto root = CFRef<CFMutableDictionaryRef>::adopt(
         CFDictionaryCreateMutable(nullptr, 0, &kCFTypeDictionaryKeyCallBacks, &kCFTypeDictionaryValueCallBacks));
     if (!name.empty()) {
-        CFDictionarySetValue(root.get(), kNameKey, cfString(name).get());
+        CFDictionarySetValue(root.get(), kNameKey, makeString(name).get());
     }
     for (const auto& [key, items] : ticketRows()) {
         if (settings.*items) {
@@ -74,7 +74,7 @@ std::optional<std::string> writeSettingsFile(const JobSettings& settings, const 
     }
     const auto data = CFRef<CFDataRef>::adopt(CFPropertyListCreateXMLData(nullptr, root.get()));
     SInt32 error = 0;
-    if (!CFURLWriteDataAndPropertiesToResource(fileURL(path).get(), data.get(), nullptr, &error)) {
+    if (!CFURLWriteDataAndPropertiesToResource(makeFileURL(path).get(), data.get(), nullptr, &error)) {
         return path + ": " + (error == EINVAL ? messageText("is there and is not a file") : systemMessage(error));
     }
     return std::nullopt;

@@ -1,10 +1,10 @@
 #include "host/settings/shared_presets.h"
 
 #include "driver/pages/stored_mark.h"
-#include "host/script/text.h"
 #include "host/settings/preset_content.h"
 #include "host/settings/texts.h"
 #include "platform/foundation/CFCollections.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <vector>
@@ -17,10 +17,10 @@ std::string queueName(const std::string& destination) {
 
 /// The instances that hold the preset, of all queues.
 std::vector<std::string> instancesOf(const std::string& preset) {
-    const auto list = CFRef<CFArrayRef>::adopt(PMCopyInstancesOfSettings(cfString(preset).get()));
+    const auto list = CFRef<CFArrayRef>::adopt(PMCopyInstancesOfSettings(makeString(preset).get()));
     std::vector<std::string> names;
     for (CFIndex i = 0; i < CFArrayGetCount(list.get()); ++i) {
-        names.push_back(utf8(static_cast<CFStringRef>(CFArrayGetValueAtIndex(list.get(), i))));
+        names.push_back(utf8Text(static_cast<CFStringRef>(CFArrayGetValueAtIndex(list.get(), i))));
     }
     return names;
 }
@@ -39,10 +39,10 @@ std::string instanceFor(const std::string& queue, const std::string& preset) {
     if (auto own = instanceOn(queue, preset)) {
         return *own;
     }
-    std::string base = utf8(CFRef<CFStringRef>::adopt(PMCopyInstanceName(cfString(preset).get())).get());
+    std::string base = utf8Text(CFRef<CFStringRef>::adopt(PMCopyInstanceName(makeString(preset).get())).get());
     base = queue + "/" + (base.empty() ? "preset" : base);
     std::string name = base;
-    for (int copy = 2; PMHasInstance(cfString(name).get()); ++copy) {
+    for (int copy = 2; PMHasInstance(makeString(name).get()); ++copy) {
         name = base + "-" + std::to_string(copy);
     }
     return name;
@@ -74,18 +74,18 @@ CFRef<CFMutableDictionaryRef> settingsToShare(const PrintSession& session, const
         CFDictionaryRemoveValue(items.get(), key);
     }
     auto settings = makeDictionary(nullptr);
-    CFDictionarySetValue(settings.get(), kPMSavedSettingsNameKey, cfString(preset).get());
+    CFDictionarySetValue(settings.get(), kPMSavedSettingsNameKey, makeString(preset).get());
     CFDictionarySetValue(settings.get(), kPDE_PMPrintSettingsKey, items.get());
     return settings;
 }
 
 std::optional<std::string> reasonOf(OSStatus status) {
-    return status == noErr ? std::nullopt : std::optional(utf8(PMGetLastErrorText()));
+    return status == noErr ? std::nullopt : std::optional(utf8Text(PMGetLastErrorText()));
 }
 
 std::optional<std::string> removeAll(const std::vector<std::string>& instances) {
     for (const std::string& instance : instances) {
-        if (auto reason = reasonOf(PMRemoveInstance(cfString(instance).get()))) {
+        if (auto reason = reasonOf(PMRemoveInstance(makeString(instance).get()))) {
             return reason;
         }
     }
@@ -113,20 +113,20 @@ std::string sharedName(const Printer& printer, const std::string& preset) {
 std::optional<std::string> sharePreset(const PrintSession& session, const std::string& preset, CFBundleRef texts) {
     const JobInstructions& job = session.instructions();
     if (const CFStringRef fault = faultOf(job.kind)) {
-        return utf8(localized(texts, fault).get());
+        return utf8Text(localized(texts, fault).get());
     }
     const auto settings = settingsToShare(session, preset);
     if (job.watermark) {
         std::string reason;
         const auto mark = copyMarkToTravel(job.watermark->name, &reason);
         if (!mark) {
-            return utf8(localized(texts, CFSTR("Preset Shared Watermark"), job.watermark->name).get());
+            return utf8Text(localized(texts, CFSTR("Preset Shared Watermark"), job.watermark->name).get());
         }
         CFDictionarySetValue(settings.get(), kPMSavedSettingsWatermarkKey, mark.get());
     }
     const std::string instance = sharedName(session.printer(), preset);
     return reasonOf(PMPrinterSaveInstance(session.printer().get(),
-                                          cfString(instance.substr(instance.find('/') + 1)).get(),
+                                          makeString(instance.substr(instance.find('/') + 1)).get(),
                                           session.printSettings(), session.pageFormat(), settings.get()));
 }
 
@@ -151,7 +151,7 @@ std::optional<std::string> renameSharedPreset(const std::string& preset, const s
     for (const std::string& instance : instancesOf(preset)) {
         const std::string renamed = instanceFor(queueName(instance), newName);
         if (auto reason = reasonOf(
-                PMRenameInstance(cfString(instance).get(), cfString(renamed).get(), cfString(newName).get()))) {
+                PMRenameInstance(makeString(instance).get(), makeString(renamed).get(), makeString(newName).get()))) {
             return reason;
         }
     }

@@ -2,13 +2,13 @@
 
 #include "driver/instructions/panel_items.h"
 #include "driver/job/instruction_values.h"
-#include "host/script/text.h"
 #include "host/settings/choice_words.h"
 #include "host/settings/dictionary_values.h"
 #include "host/settings/job_hold.h"
 #include "host/settings/paper_words.h"
 #include "host/settings/setting_words.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -92,10 +92,10 @@ public:
 private:
     // ---- Lines
 
-    std::string text(const char* key) const { return utf8(localized(texts_, CFStringMakeConstant(key)).get()); }
+    std::string text(const char* key) const { return utf8Text(localized(texts_, CFStringMakeConstant(key)).get()); }
     void add(const char* key) { lines_.push_back(text(key)); }
     void add(const char* key, const std::vector<std::string>& values) {
-        lines_.push_back(utf8(localized(texts_, CFStringMakeConstant(key), values).get()));
+        lines_.push_back(utf8Text(localized(texts_, CFStringMakeConstant(key), values).get()));
     }
     void add(const char* one, const char* many, std::size_t count) {
         if (count == 1) {
@@ -362,7 +362,7 @@ private:
         std::string colors;
         for (const ColorInstruction& color : job_.colors) {
             const auto* const row = std::ranges::find(kColors, color.name, &ColorRow::name);
-            colors = list({colors, utf8(localized(texts_, CFStringMakeConstant(row->key), color.value).get())});
+            colors = list({colors, utf8Text(localized(texts_, CFStringMakeConstant(row->key), color.value).get())});
         }
         if (!colors.empty()) {
             add("Summary Colors", {colors});
@@ -419,12 +419,12 @@ std::string pagesOnSheets(const SheetPlan& plan, CFBundleRef texts) {
                             : isPage          ? "Summary Page on Sheets"
                             : isSheet         ? "Summary Pages on Sheet"
                                               : "Summary Pages on Sheets";
-    return utf8(
+    return utf8Text(
         localized(texts, CFStringMakeConstant(key), {std::to_string(plan.pageCount), std::to_string(sheets)}).get());
 }
 
 std::string ofCopies(const std::string& sheets, int copies, CFBundleRef texts) {
     return copies <= 1
                ? sheets
-               : utf8(localized(texts, CFSTR("Summary Sheets of Copies"), {sheets, std::to_string(copies)}).get());
+               : utf8Text(localized(texts, CFSTR("Summary Sheets of Copies"), {sheets, std::to_string(copies)}).get());
 }

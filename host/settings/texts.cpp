@@ -1,7 +1,7 @@
 #include "host/settings/texts.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFNumberFormatter.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 
@@ -19,14 +19,16 @@ namespace {
 /// A number in the user's digits; anything else as it is.
 std::string shown(const std::string& value) {
     const bool isNumber = !value.empty() && std::ranges::all_of(value, [](char c) { return c >= '0' && c <= '9'; });
-    return isNumber ? utf8(CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, cfString(value).get())).get())
-                    : value;
+    return isNumber
+               ? utf8Text(
+                     CFRef<CFStringRef>::adopt(CFNumberListCreateLocalized(nullptr, makeString(value).get())).get())
+               : value;
 }
 
 }  // namespace
 
 CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vector<std::string>& values) {
-    const std::string text = utf8(localized(bundle, key).get());
+    const std::string text = utf8Text(localized(bundle, key).get());
     std::string filled;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const std::size_t number =
@@ -38,7 +40,7 @@ CFRef<CFStringRef> localized(CFBundleRef bundle, CFStringRef key, const std::vec
             filled += text[i];
         }
     }
-    return cfString(filled);
+    return makeString(filled);
 }
 
 std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences) {
@@ -47,13 +49,13 @@ std::string listed(CFBundleRef bundle, const std::vector<std::string>& sentences
     }
     std::string lines;
     for (const std::string& sentence : sentences) {
-        lines += (lines.empty() ? "" : "\n") + utf8(localized(bundle, CFSTR("List Line"), sentence).get());
+        lines += (lines.empty() ? "" : "\n") + utf8Text(localized(bundle, CFSTR("List Line"), sentence).get());
     }
     return lines;
 }
 
 std::string joined(CFBundleRef bundle, const std::vector<std::string>& words) {
-    const std::string comma = utf8(localized(bundle, CFSTR("List Comma")).get());
+    const std::string comma = utf8Text(localized(bundle, CFSTR("List Comma")).get());
     std::string all;
     for (const std::string& word : words) {
         all += all.empty() || word.empty() ? word : comma + word;
@@ -63,11 +65,11 @@ std::string joined(CFBundleRef bundle, const std::vector<std::string>& words) {
 
 std::string shortened(const std::string& name, std::size_t most) {
     const std::size_t end = most * 3 / 8;
-    std::u16string units(static_cast<std::size_t>(CFStringGetLength(cfString(name).get())), u'\0');
+    std::u16string units(static_cast<std::size_t>(CFStringGetLength(makeString(name).get())), u'\0');
     if (units.size() <= most) {
         return name;
     }
-    CFStringGetCharacters(cfString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
+    CFStringGetCharacters(makeString(name).get(), CFRangeMake(0, static_cast<CFIndex>(units.size())), units.data());
     // A pair of surrogates that is cut apart would be no text any more.
     const auto isSecondHalf = [](char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; };
     std::size_t head = most - end;
@@ -75,7 +77,7 @@ std::string shortened(const std::string& name, std::size_t most) {
     head -= isSecondHalf(units[head]) ? 1 : 0;
     tail += isSecondHalf(units[tail]) ? 1 : 0;
     units = units.substr(0, head) + u"…" + units.substr(tail);
-    return utf8(CFRef<CFStringRef>::adopt(
-                    CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
-                    .get());
+    return utf8Text(CFRef<CFStringRef>::adopt(
+                        CFStringCreateWithCharacters(nullptr, units.data(), static_cast<CFIndex>(units.size())))
+                        .get());
 }

@@ -1,7 +1,6 @@
 // Items of a ticket that anybody may have written: of another type than expected they read as missing.
 #pragma once
 
-#include "host/script/text.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/printing/PMTicket.h"

@@ -6,7 +6,7 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/foundation/terminal_text.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <cerrno>
 #include <cstdio>

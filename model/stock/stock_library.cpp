@@ -7,7 +7,7 @@
 #include "platform/foundation/CFPropertyList.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -4,6 +4,7 @@
 #include "model/settings/ppd_ui_dictionary.h"
 #include "model/stock/stock_attributes.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/text.h"
 
 #include <string>
 #include <utility>
@@ -33,8 +34,7 @@ std::u16string SizeText(CFBundleRef bundle, const Stock& stock) {
     if (stock.size() != kStockSizeCustom) {
         return Text(GetPPDOptionAliasForTicketValue(CFSTR("PageSize"), stock.size()));
     }
-    const auto option = CFRef<CFStringRef>::adopt(
-        CFStringCreateWithCString(nullptr, CustomSizeOption(stock).c_str(), kCFStringEncodingUTF8));
+    const CFRef<CFStringRef> option = makeString(CustomSizeOption(stock));
     const auto numbers = CFRef<CFStringRef>::adopt(PMCopyCustomPaperText(option.get()));
     std::u16string text = Localized(bundle, CFSTR("StockSizeCustom"));
     return numbers ? std::move(text) + u" (" + Text(numbers.get()) + u')' : text;

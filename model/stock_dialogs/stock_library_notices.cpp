@@ -3,7 +3,7 @@
 #include "model/settings/number_text.h"
 #include "model/stock/stock_summary.h"
 #include "platform/foundation/CFString.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"

@@ -4,6 +4,7 @@
 #include "model/stock/stock_summary.h"
 #include "model/stock_dialogs/stock_menu.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "ui/control_utilities.h"
 #include "ui/draw_image.h"
 #include "ui/localization.h"
@@ -32,9 +33,7 @@ OSStatus StockIconEventHandler(EventHandlerCallRef, EventRef event, void* userDa
     }
     bool keepBackground = false;
     for (const std::string& file : StockIconFiles(*data->stock, data->context)) {
-        const auto name = CFRef<CFStringRef>::adopt(
-            CFStringCreateWithCString(kCFAllocatorDefault, file.c_str(), kCFStringEncodingUTF8));
-        DrawImage(name.get(), icon, keepBackground);
+        DrawImage(makeString(file).get(), icon, keepBackground);
         keepBackground = true;
     }
     return eventNotHandledErr;

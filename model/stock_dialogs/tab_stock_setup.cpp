@@ -3,6 +3,7 @@
 #include "model/records/tab_shift.h"
 #include "platform/foundation/CFNumberFormatter.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Events.h"
 #include "ui/draw_image.h"
 #include "ui/help.h"
@@ -150,8 +151,7 @@ StockUnits LocaleUnits() {
 }
 
 void ShowModulus(const TabStockSetupContext& context) {
-    const auto number = CFRef<CFStringRef>::adopt(
-        CFStringCreateWithCString(nullptr, std::to_string(context.modulus).c_str(), kCFStringEncodingUTF8));
+    const CFRef<CFStringRef> number = makeString(std::to_string(context.modulus));
     const auto text =
         CopyFilledInMessage(CopyLocalizedText(context.bundle, CFSTR("Tabs In A Bank")).get(), {number.get()});
     const CFStringRef shown = text.get();

@@ -11,7 +11,7 @@
 #include "model/settings/ticket_items.h"
 #include "model/stock/stock_attributes.h"
 #include "panels/paper_output/finishing_sync.h"
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 
 namespace {
 

@@ -11,10 +11,10 @@
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFURL.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <iterator>
@@ -252,9 +252,8 @@ std::optional<ImportedCards> import(ABAddressBookRef book, CFURLRef file, Failur
 }
 
 std::string nameOf(CFURLRef file) {
-    UInt8 path[PATH_MAX];
-    return CFURLGetFileSystemRepresentation(file, true, path, sizeof path) ? reinterpret_cast<const char*>(path)
-                                                                           : "the file";
+    const std::string path = filePath(file);
+    return path.empty() ? "the file" : path;
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -20,7 +21,7 @@
 namespace {
 
 /// Nothing when the user has no data folder and none can be made, or when nobody could read the cards.
-std::optional<std::string> filePath() {
+std::optional<std::string> storePath() {
     FSRef folder;
     if (!cardLibrary() || FSFindFolder(kUserDomain, kApplicationSupportFolderType, true, &folder) != noErr) {
         return std::nullopt;
@@ -28,18 +29,11 @@ std::optional<std::string> filePath() {
     return std::string(folder.path) + "/contacts.vcf";
 }
 
-CFRef<CFURLRef> addressOf(const std::string& path) {
-    const auto text =
-        CFRef<CFStringRef>::adopt(CFStringCreateWithCString(kCFAllocatorDefault, path.c_str(), kCFStringEncodingUTF8));
-    return CFRef<CFURLRef>::adopt(
-        CFURLCreateWithFileSystemPath(kCFAllocatorDefault, text.get(), kCFURLPOSIXPathStyle, false));
-}
-
 /// Nothing, with the reason in *error, when the file cannot be read.
 std::optional<std::string> read(const std::string& path, SInt32* error) {
     CFDataRef bytes = nullptr;
-    if (!CFURLCreateDataAndPropertiesFromResource(kCFAllocatorDefault, addressOf(path).get(), &bytes, nullptr, nullptr,
-                                                  error)) {
+    if (!CFURLCreateDataAndPropertiesFromResource(kCFAllocatorDefault, makeFileURL(path).get(), &bytes, nullptr,
+                                                  nullptr, error)) {
         return std::nullopt;
     }
     const auto data = CFRef<CFDataRef>::adopt(bytes);
@@ -49,7 +43,7 @@ std::optional<std::string> read(const std::string& path, SInt32* error) {
 bool write(const std::string& path, const std::string& bytes) {
     const auto data = CFRef<CFDataRef>::adopt(
         CFDataCreate(kCFAllocatorDefault, reinterpret_cast<const UInt8*>(bytes.data()), CFIndex(bytes.size())));
-    return CFURLWriteDataAndPropertiesToResource(addressOf(path).get(), data.get(), nullptr, nullptr);
+    return CFURLWriteDataAndPropertiesToResource(makeFileURL(path).get(), data.get(), nullptr, nullptr);
 }
 
 /// The file's bytes; none for a file that is not there yet.
@@ -78,7 +72,7 @@ bool keepBeside(const std::string& path, const std::string& bytes) {
 }  // namespace
 
 std::optional<std::vector<CardOwner>> VCardFile::all() {
-    const std::optional<std::string> path = filePath();
+    const std::optional<std::string> path = storePath();
     const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
     if (!bytes) {
         return std::nullopt;
@@ -91,7 +85,7 @@ std::optional<std::vector<CardOwner>> VCardFile::all() {
 }
 
 std::optional<std::vector<CardOwner>> VCardFile::find(const std::vector<std::string>& bareIds) {
-    const std::optional<std::string> path = filePath();
+    const std::optional<std::string> path = storePath();
     const std::optional<std::string> bytes = path ? readCards(*path) : std::nullopt;
     if (!bytes) {
         return std::nullopt;
@@ -107,7 +101,7 @@ std::optional<std::vector<CardOwner>> VCardFile::find(const std::vector<std::str
 }
 
 bool VCardFile::save(const std::vector<Card*>& cards) {
-    const std::optional<std::string> path = filePath();
+    const std::optional<std::string> path = storePath();
     if (!path) {
         return false;
     }

@@ -1,6 +1,7 @@
 #include "platform/files/folders.h"
 
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -105,9 +106,7 @@ CFURLRef FSCopyDataFileURL(CFStringRef name) {
     for (const std::string& folder : dataFolders()) {
         const std::string path = folder + '/' + text;
         if (!folder.empty() && isPlainFile(path)) {
-            return CFURLCreateFromFileSystemRepresentation(kCFAllocatorDefault,
-                                                           reinterpret_cast<const UInt8*>(path.data()),
-                                                           static_cast<CFIndex>(path.size()), false);
+            return makeFileURL(path).leak();
         }
     }
     return nullptr;

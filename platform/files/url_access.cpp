@@ -5,10 +5,9 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 
 #include <cerrno>
-#include <climits>
-#include <optional>
 #include <string>
 
 namespace {
@@ -17,15 +16,6 @@ namespace {
 bool fail(int reason) {
     errno = reason;
     return false;
-}
-
-std::optional<std::string> pathOf(CFURLRef url) {
-    UInt8 path[PATH_MAX];
-    if (!CFURLGetFileSystemRepresentation(url, true, path, sizeof path)) {
-        errno = EINVAL;
-        return std::nullopt;
-    }
-    return reinterpret_cast<const char*>(path);
 }
 
 /// Hands errno to the caller when it failed.
@@ -45,11 +35,11 @@ Boolean CFURLCreateDataAndPropertiesFromResource(CFAllocatorRef, CFURLRef url, C
         return report(fail(EINVAL), error);
     }
     *data = nullptr;
-    const std::optional<std::string> path = pathOf(url);
-    if (!path) {
-        return report(false, error);
+    const std::string path = filePath(url);
+    if (path.empty()) {
+        return report(fail(EINVAL), error);
     }
-    if (auto bytes = readPlainFile(*path, kMaximumFileBytes)) {
+    if (auto bytes = readPlainFile(path, kMaximumFileBytes)) {
         *data = bytes.leak();
     }
     return report(*data != nullptr, error);
@@ -59,11 +49,11 @@ Boolean CFURLWriteDataAndPropertiesToResource(CFURLRef url, CFDataRef data, CFDi
     if (!data || properties) {
         return report(fail(EINVAL), error);
     }
-    const std::optional<std::string> path = pathOf(url);
-    if (!path) {
-        return report(false, error);
+    const std::string path = filePath(url);
+    if (path.empty()) {
+        return report(fail(EINVAL), error);
     }
-    PendingFile file(*path);
+    PendingFile file(path);
     const auto* const bytes = reinterpret_cast<const char*>(CFDataGetBytePtr(data));
     const bool isDone = file.write({bytes, static_cast<std::size_t>(CFDataGetLength(data))}) && file.commit();
     errno = file.error();

@@ -2,6 +2,7 @@
 
 #include "platform/fonts/font_faces.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <vector>
@@ -21,17 +22,10 @@ const FontFace* faceOf(FMFont font) {
     return font == kATSFontRefUnspecified || font > fonts.size() ? nullptr : &fonts[font - 1];
 }
 
-std::string utf8Of(CFStringRef string) {
-    std::string text(static_cast<std::size_t>(CFStringGetLength(string)) * 3 + 1, '\0');
-    CFStringGetCString(string, text.data(), static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8);
-    text.resize(text.find('\0'));
-    return text;
-}
-
 }  // namespace
 
 ATSFontRef ATSFontFindFromPostScriptName(CFStringRef name, ATSOptionFlags /*options*/) {
-    std::optional<FontFace> face = FindFontFace(utf8Of(name));
+    std::optional<FontFace> face = FindFontFace(utf8Text(name));
     if (!face) {
         return kATSFontRefUnspecified;
     }

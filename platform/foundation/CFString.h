@@ -26,10 +26,6 @@ CFStringRef CFStringCreateWithCString(CFAllocatorRef allocator, const char* byte
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length,
                                     CFStringEncoding encoding, Boolean isExternalRepresentation);
 
-/// A new string that shows a path or file name: UTF-8, and bytes that are not as the characters that ISO Latin 1 has
-/// for them. Null for a null pointer.
-CFStringRef CFStringCreateWithFileSystemRepresentation(CFAllocatorRef allocator, const char* bytes);
-
 /// A new string from UTF-16 code units.
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef allocator, const UniChar* characters, CFIndex length);
 

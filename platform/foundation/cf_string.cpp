@@ -6,7 +6,6 @@
 #include <QCollator>
 
 #include <algorithm>
-#include <bit>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -86,27 +85,6 @@ CFStringRef CFStringCreateWithCString(CFAllocatorRef, const char* bytes, CFStrin
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef, const UInt8* bytes, CFIndex length, CFStringEncoding encoding,
                                     Boolean) {
     return length < 0 || (length > 0 && !bytes) ? nullptr : createFromBytes(QByteArrayView(bytes, length), encoding);
-}
-
-CFStringRef CFStringCreateWithFileSystemRepresentation(CFAllocatorRef, const char* bytes) {
-    const QByteArrayView path(bytes);
-    if (auto whole = decodeText(path, kCFStringEncodingUTF8); whole && bytes) {
-        return makeString(*std::move(whole)).leak();
-    }
-    QString text;
-    for (qsizetype at = 0; at < path.size();) {
-        const auto lead = static_cast<UInt8>(path[at]);
-        const qsizetype length = std::min<qsizetype>(std::max(std::countl_one(lead), 1), path.size() - at);
-        if (const auto character = decodeText(path.sliced(at, length), kCFStringEncodingUTF8)) {
-            text += *character;
-            at += length;
-        } else {
-            // What terminals would obey is left out.
-            text += lead < 0xA0 ? QChar(QChar::ReplacementCharacter) : QChar(lead);
-            ++at;
-        }
-    }
-    return bytes ? makeString(text).leak() : nullptr;
 }
 
 CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* characters, CFIndex length) {

@@ -3,10 +3,10 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/mac_roman.h"
 #include "platform/printing/ppd_cache.h"
 #include "platform/printing/printer_info.h"
-#include "platform/printing/text.h"
 
 #include <cstring>
 #include <map>

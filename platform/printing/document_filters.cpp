@@ -1,12 +1,12 @@
 // Documents of other kinds on their way to a PDF.
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/filter_route.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/private_file.h"
-#include "platform/printing/text.h"
 
 #include <array>
 #include <charconv>

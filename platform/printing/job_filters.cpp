@@ -1,13 +1,13 @@
 // A job's way through the filters.
 #include "platform/files/plain_file.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/filter_chain.h"
 #include "platform/printing/filter_route.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/job_stream.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ready_job.h"
-#include "platform/printing/text.h"
 
 #include <cerrno>
 #include <filesystem>

@@ -4,10 +4,10 @@
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/secret_options.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <optional>

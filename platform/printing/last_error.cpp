@@ -1,7 +1,7 @@
 #include "platform/printing/last_error.h"
 
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <system_error>

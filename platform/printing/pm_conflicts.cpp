@@ -4,11 +4,11 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ppd_conflicts.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/printer_record.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <set>

@@ -1,13 +1,13 @@
 // Jobs: to a file through the CUPS filters, or to a queue.
 #include "platform/files/pending_file.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/interruption.h"
 #include "platform/printing/job_sending.h"
 #include "platform/printing/job_stream.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/ready_job.h"
-#include "platform/printing/text.h"
 
 #include <filesystem>
 

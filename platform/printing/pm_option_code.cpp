@@ -1,8 +1,8 @@
 // The PostScript of a PPD's options.
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/custom_size.h"
 #include "platform/printing/printer_record.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>

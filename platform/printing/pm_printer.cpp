@@ -4,13 +4,13 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/custom_size.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/printer_record.h"
 #include "platform/printing/saved_options.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -3,12 +3,12 @@
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/page_options.h"
 #include "platform/printing/printer_info.h"
 #include "platform/printing/printer_record.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 

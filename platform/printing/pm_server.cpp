@@ -2,11 +2,11 @@
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/server_connection.h"
-#include "platform/printing/text.h"
 
 struct OpaquePMPrinterList {
     std::future<QueueNames> answer;

@@ -2,10 +2,10 @@
 #include "platform/foundation/message.h"
 #include "platform/printing/PMPrinter.h"
 
+#include "platform/foundation/text.h"
 #include "platform/printing/custom_size.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_record.h"
-#include "platform/printing/text.h"
 
 namespace {
 

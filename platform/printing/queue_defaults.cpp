@@ -1,12 +1,12 @@
 // Settings that become the user's own defaults of a queue.
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/job_options.h"
 #include "platform/printing/last_error.h"
 #include "platform/printing/printer_record.h"
 #include "platform/printing/saved_options.h"
 #include "platform/printing/secret_options.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,7 @@
 // Instances of queues, which users keep for all their programs, with settings that no option stands for.
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cups_server.h"
 #include "platform/printing/job_options.h"
@@ -9,7 +10,6 @@
 #include "platform/printing/saved_options.h"
 #include "platform/printing/secret_options.h"
 #include "platform/printing/settings_option.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 

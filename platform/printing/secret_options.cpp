@@ -1,9 +1,9 @@
 #include "platform/printing/secret_options.h"
 
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/printer_record.h"
-#include "platform/printing/text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 #include "platform/printing/server_login.h"
 
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/cups_library.h"
-#include "platform/printing/text.h"
 
 namespace {
 

@@ -249,5 +249,5 @@ OSStatus AutomationSnapshot(WindowRef window, CFURLRef file) {
         return paramErr;
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
-    return window->widget->grab().save(filePath(file), "PNG") ? noErr : fnfErr;
+    return window->widget->grab().save(toFilePath(file), "PNG") ? noErr : fnfErr;
 }

@@ -72,6 +72,6 @@ OSStatus AHRegisterHelpBook(const FSRef* ref) {
     if (name.isEmpty() || folderName.isEmpty() || !folder) {
         return fnfErr;
     }
-    books().insert(name, QDir(filePath(folder.get())));
+    books().insert(name, QDir(toFilePath(folder.get())));
     return noErr;
 }

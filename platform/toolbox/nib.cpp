@@ -29,7 +29,7 @@ OSStatus CreateNibReferenceWithCFBundle(CFBundleRef bundle, CFStringRef name, IB
     if (!url) {
         return kNibNotFoundErr;
     }
-    *nib = new OpaqueIBNibRef{CFRef<CFBundleRef>::retain(bundle), toQString(name), filePath(url.get())};
+    *nib = new OpaqueIBNibRef{CFRef<CFBundleRef>::retain(bundle), toQString(name), toFilePath(url.get())};
     return noErr;
 }
 

@@ -191,7 +191,7 @@ CFRef<CFStringRef> toCFString(const QString& string) {
         kCFAllocatorDefault, reinterpret_cast<const UniChar*>(string.utf16()), string.size()));
 }
 
-QString filePath(CFURLRef url) {
+QString toFilePath(CFURLRef url) {
     UInt8 path[4096];
     if (!CFURLGetFileSystemRepresentation(url, true, path, sizeof path)) {
         return {};

@@ -261,4 +261,4 @@ QString toQString(CFStringRef string);
 CFRef<CFStringRef> toCFString(const QString& string);
 /// The code of four characters; 0 for a text of another length.
 OSType codeOf(const QString& text);
-QString filePath(CFURLRef url);
+QString toFilePath(CFURLRef url);

@@ -43,7 +43,7 @@ QIcon iconOf(CGImageRef image) {
 }
 
 CGImageRef CGImageCreateWithURL(CFURLRef url) {
-    const QFileInfo file(filePath(url));
+    const QFileInfo file(toFilePath(url));
     const QImage image = file.isFile() ? QImage(file.filePath()) : QImage();
     if (image.isNull()) {
         return nullptr;

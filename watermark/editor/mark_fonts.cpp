@@ -1,6 +1,7 @@
 #include "watermark/editor/mark_fonts.h"
 
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "watermark/type42/type42.h"
 
 #include <QFile>
@@ -32,8 +33,7 @@ FontRefusal RefusalOf(const FontFace& face) {
     const QByteArray bytes = file.readAll();
     const auto data =
         CFRef<CFDataRef>::adopt(CFDataCreate(nullptr, reinterpret_cast<const UInt8*>(bytes.constData()), bytes.size()));
-    const auto name = CFRef<CFStringRef>::adopt(
-        CFStringCreateWithCString(nullptr, face.postScriptName.c_str(), kCFStringEncodingUTF8));
+    const CFRef<CFStringRef> name = makeString(face.postScriptName);
     FontRefusal refusal = FontRefusal::none;
     const CFRef<CFDataRef> program = convertTTFtoPS42(data.get(), name.get(), face.index, &refusal);
     return program ? FontRefusal::none : refusal;

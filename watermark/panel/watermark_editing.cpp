@@ -1,6 +1,7 @@
 #include "watermark/panel/watermark_editing.h"
 
 #include "platform/foundation/CFString.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Notices.h"
 #include "ui/localization.h"
 #include "ui/message_text.h"
@@ -8,7 +9,6 @@
 #include "watermark/records/watermark_changes.h"
 #include "watermark/records/watermark_list.h"
 #include "watermark/records/watermark_storage.h"
-#include "watermark/type42/utf8.h"
 
 #include <set>
 #include <string>
@@ -50,18 +50,18 @@ void Drop(const WatermarkContext& context, CFStringRef name) {
 void ShowNames(WatermarkContext* context, CFArrayRef names) {
     std::multiset<std::string> missing;
     for (CFIndex i = 0; i < CFArrayGetCount(names); ++i) {
-        missing.insert(Utf8Of(NameAt(names, i)));
+        missing.insert(utf8Text(NameAt(names, i)));
     }
     for (CFIndex i = CFArrayGetCount(listOfWatermarks.get()) - 1; i >= 0; --i) {
         const auto name = CFRef<CFStringRef>::retain(NameAt(listOfWatermarks.get(), i));
-        if (const auto stored = missing.find(Utf8Of(name.get())); stored != missing.end()) {
+        if (const auto stored = missing.find(utf8Text(name.get())); stored != missing.end()) {
             missing.erase(stored);
         } else if (name.get() != context->selection) {
             Drop(*context, name.get());
         }
     }
     for (CFIndex i = 0; i < CFArrayGetCount(names) && !missing.empty(); ++i) {
-        if (const auto added = missing.find(Utf8Of(NameAt(names, i))); added != missing.end()) {
+        if (const auto added = missing.find(utf8Text(NameAt(names, i))); added != missing.end()) {
             missing.erase(added);
             CFArrayAppendValue(listOfWatermarks.get(), NameAt(names, i));
             AddWatermarkRow(*context, NameAt(names, i));
@@ -71,12 +71,10 @@ void ShowNames(WatermarkContext* context, CFArrayRef names) {
 
 void TellOfFault(const WatermarkContext& context, const WatermarkChange& change) {
     if (change.fault == ChangeFault::notWritten) {
-        const std::string reason = std::generic_category().message(change.error);
-        const auto text =
-            CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, reason.c_str(), kCFStringEncodingUTF8));
+        const CFRef<CFStringRef> reason = makeString(std::generic_category().message(change.error));
         Tell(context, CFSTR("Watermark Not Saved Header"),
              CopyFilledInMessage(CopyLocalizedText(context.bundle, CFSTR("Watermark Not Saved Message")).get(),
-                                 {kWatermarkStore, text.get()})
+                                 {kWatermarkStore, reason.get()})
                  .get());
         return;
     }

@@ -1,7 +1,7 @@
 #include "watermark/records/watermark_record.h"
 
 #include "model/settings/record_ticket.h"
-#include "watermark/type42/utf8.h"
+#include "platform/foundation/text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -111,7 +111,7 @@ CFRef<CFMutableDictionaryRef> CreateWatermarkDictionary(const WatermarkRecord& r
 void ReadWatermarkDictionary(CFDictionaryRef dictionary, CFStringRef name, WatermarkRecord* record) {
     for (const auto& [key, offset, size] : kTexts) {
         if (const CFStringRef string = GetRecordString(dictionary, CFStringMakeConstant(key))) {
-            const std::string text = Utf8Of(string);
+            const std::string text = utf8Text(string);
             char* const field = FieldOf(record, offset);
             const std::string_view kept = BeginningOf(text, size - 1);
             std::fill(std::copy(kept.begin(), kept.end(), field), field + size, '\0');

@@ -1,7 +1,7 @@
 #include "watermark/type42/type42.h"
 
+#include "platform/foundation/text.h"
 #include "watermark/type42/type42_writer.h"
-#include "watermark/type42/utf8.h"
 
 #include <algorithm>
 
@@ -75,7 +75,7 @@ FontRefusal convert(SfntBytes file, UInt32 index, const std::string& name, CFRef
 CFRef<CFDataRef> convertTTFtoPS42(CFDataRef font, CFStringRef postScriptName, UInt32 face, FontRefusal* refusal) {
     CFRef<CFDataRef> program;
     const SfntBytes file(CFDataGetBytePtr(font), static_cast<std::size_t>(CFDataGetLength(font)));
-    *refusal = convert(file, face, Utf8Of(postScriptName), &program);
+    *refusal = convert(file, face, utf8Text(postScriptName), &program);
     return program;
 }
 

@@ -123,7 +123,7 @@ TEST_F(FeatureDatabase, StaysUnloadedWithoutAUsableFile) {
 // Features without a syntax are parts of the plug-in that a model has or has not.
 TEST(DeviceProfile, OfTheProductLineNamesADefaultForEveryFeatureWithAValue) {
     const auto root = CFRef<CFTypeRef>::adopt(
-        CreatePropertiesFromXMLFile(fileURL(kSources / "resources/device/Device Profile.plist").get()));
+        CreatePropertiesFromXMLFile(makeFileURL(kSources / "resources/device/Device Profile.plist").get()));
     ASSERT_EQ(CFGetTypeID(root.get()), CFDictionaryGetTypeID());
     const auto features =
         static_cast<CFDictionaryRef>(CFDictionaryGetValue(static_cast<CFDictionaryRef>(root.get()), CFSTR("Features")));

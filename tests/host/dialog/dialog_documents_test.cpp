@@ -1,6 +1,6 @@
 // The dialog while its document is not there yet, as its user meets it.
 #include "host/dialog/print_dialog.h"
-#include "host/script/text.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "tests/host/settings/settings_session.h"
 #include "tests/support/places.h"
@@ -59,7 +59,7 @@ protected:
         CFStringRef text = nullptr;
         GetControlData(hostControl(dialog->window(), number), kControlEntireControl, kControlStaticTextCFStringTag,
                        sizeof text, &text, nullptr);
-        return utf8(CFRef<CFStringRef>::adopt(text).get());
+        return utf8Text(CFRef<CFStringRef>::adopt(text).get());
     }
     std::function<bool()> shows(HostControl number, const std::string& text) const {
         return [=, this] { return textOf(number) == text; };
@@ -113,7 +113,7 @@ TEST_F(DialogOfDocuments, AsksForAPassword) {
               0);
     const auto type = [this](const char* password) {
         return [this, password] {
-            EXPECT_EQ(AutomationType(inFront(kDocumentPassword), cfString(password).get()), noErr);
+            EXPECT_EQ(AutomationType(inFront(kDocumentPassword), makeString(password).get()), noErr);
             click(kDocumentPasswordOK)();
         };
     };

@@ -2,10 +2,10 @@
 #include "host/job/cover_sheet.h"
 
 #include "driver/instructions/read_instructions.h"
-#include "host/script/text.h"
 #include "jobtypes/records/fax_options.h"
 #include "jobtypes/records/fax_recipient_list.h"
 #include "platform/files/folders.h"
+#include "platform/foundation/text.h"
 #include "platform/foundation/wall_clock.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
@@ -98,7 +98,7 @@ protected:
 
     TemporaryFolder folder;
     CFRef<CFBundleRef> bundle =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(stagePath("TavroPrint.bundle"), true).get()));
     CFRef<CFMutableDictionaryRef> job = makeCFDictionary();
     CFRef<CFMutableDictionaryRef> options = makeCFDictionary();
     FaxRecipientList recipients;

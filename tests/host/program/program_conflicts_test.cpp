@@ -1,8 +1,8 @@
 // Conflicts in the dialog: told where they are, ended with one click, and gone for good. And what changes by itself.
 #include "host/script/script_parser.h"
-#include "host/script/text.h"
 #include "host/settings/setting_place.h"
 #include "host/settings/texts.h"
+#include "platform/foundation/text.h"
 #include "tests/host/program/program_fixture.h"
 #include "tests/support/places.h"
 
@@ -200,12 +200,12 @@ TEST_F(ProgramConflicts, HavePlacesInTheDialog) {
         controls += panel + line.substr(0, line.find(" value")) + " \n";
     }
     const auto texts =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(stagePath("TavroPrint.bundle"), true).get()));
     for (const SettingPlace& place : settingPlaces()) {
         const std::string title =
             place.panel == nullptr
                 ? ""
-                : "\"" + utf8(localized(texts.get(), CFStringMakeConstant(place.panel)).get()) + "\"";
+                : "\"" + utf8Text(localized(texts.get(), CFStringMakeConstant(place.panel)).get()) + "\"";
         const std::string name = script::controlNameText({place.signature, place.number, {}});
         const std::regex row(title + "\n[^\n]* " + name + " ");
         EXPECT_TRUE(std::regex_search(controls, row)) << place.mainKeyword << " " << name << " in " << title;

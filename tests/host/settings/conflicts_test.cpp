@@ -35,7 +35,7 @@ protected:
     }
 
     CFRef<CFBundleRef> texts =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(stagePath("TavroPrint.bundle"), true).get()));
     CFRef<CFMutableDictionaryRef> installed = makeCFDictionary();
     Printer printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
     std::optional<PrintSession> session{std::in_place, printer, JobSettings{}, nullptr, "report.pdf"};

@@ -1,7 +1,6 @@
 // What a session makes of settings that may come from anywhere.
 #include "host/settings/print_session.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFPropertyList.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/cf_values.h"

@@ -1,8 +1,8 @@
 // Where people find a setting, and what it is called there.
 #include "host/settings/setting_words.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/text.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/cf_values.h"
 #include "tests/support/places.h"
@@ -17,13 +17,13 @@ namespace {
 class SettingWordsOf : public testing::Test {
 protected:
     static CFRef<CFBundleRef> bundle(const std::string& path) {
-        return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
+        return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(path, true).get()));
     }
     /// The title by which the maker's panel itself is chosen.
     std::string ownTitle(CFStringRef key) const {
-        return utf8(CFRef<CFStringRef>::adopt(
-                        CFBundleCopyLocalizedString(plugin.get(), key, CFSTR("none"), CFSTR("Localizable")))
-                        .get());
+        return utf8Text(CFRef<CFStringRef>::adopt(
+                            CFBundleCopyLocalizedString(plugin.get(), key, CFSTR("none"), CFSTR("Localizable")))
+                            .get());
     }
 
     std::optional<SettingWords> words(const Printer& of, const char* mainKeyword, const char* option,

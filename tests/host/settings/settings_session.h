@@ -1,9 +1,9 @@
 // Sessions with settings of all kinds, written as XML.
 #pragma once
 
-#include "host/script/text.h"
 #include "host/settings/print_session.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/text.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/places.h"
 
@@ -49,6 +49,6 @@ protected:
 
     TemporaryFolder folder;
     CFRef<CFBundleRef> bundle =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(stagePath("TavroPrint.bundle"), true).get()));
     Printer printer = *openPPD(sourcePath("resources/ppd/Tavro-ZR420.ppd"));
 };

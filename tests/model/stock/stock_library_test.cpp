@@ -4,7 +4,7 @@
 #include "model/stock/stock_columns.h"
 #include "model/stock/stock_search.h"
 
-#include "platform/printing/text.h"
+#include "platform/foundation/text.h"
 #include "tests/platform/files/temporary_folder.h"
 #include "tests/support/dialogs_at_once.h"
 

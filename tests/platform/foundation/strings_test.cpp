@@ -2,6 +2,7 @@
 
 #include "platform/foundation/CFCharacterSet.h"
 #include "platform/foundation/terminal_text.h"
+#include "platform/foundation/text.h"
 #include "tests/support/cf_values.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 #include <map>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -55,6 +57,29 @@ TEST(Strings, EncodingsConvertBothWays) {
             EXPECT_TRUE(CFEqual(decoded(*row.latin1, kCFStringEncodingISOLatin1).get(), string.get()));
         }
     }
+}
+
+TEST(Strings, NamesOfFilesAreReadable) {
+    const std::pair<std::string, const char*> rows[] = {{"", ""},
+                                                        {"Größe 三.pdf", "Größe 三.pdf"},
+                                                        {"Gr\xF6\xDF"
+                                                         "e 三",
+                                                         "Größe 三"},
+                                                        {"\xE4\xB8", "ä¸"},
+                                                        {std::string("a\0b", 3), "a"}};
+    for (const auto& [bytes, shown] : rows) {
+        EXPECT_EQ(readable(bytes), shown);
+    }
+    EXPECT_EQ(readable("a\x9B"
+                       "31mb"),
+              "a\uFFFD"
+              "31mb")
+        << "which a terminal would obey";
+    EXPECT_EQ(utf8Text(nullptr), "");
+    EXPECT_EQ(errorLine("Gr\xF6\xDF"
+                        "e.pdf",
+                        "is\ndamaged "),
+              "Größe.pdf: is damaged");
 }
 
 TEST(Strings, EveryMacRomanByteSurvivesTheWayThere) {

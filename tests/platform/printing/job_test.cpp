@@ -14,7 +14,7 @@ class Jobs : public testing::Test {
 protected:
     OSStatus write(const std::filesystem::path& document = kTenPages) { return writeTo(printer, document); }
     OSStatus writeTo(const Printer& to, const std::filesystem::path& document = kTenPages) {
-        return PMPrinterWriteJobToURL(to.get(), settings.get(), OpenPages(document).get(), fileURL(output).get());
+        return PMPrinterWriteJobToURL(to.get(), settings.get(), OpenPages(document).get(), makeFileURL(output).get());
     }
     std::string reason() const { return text(PMGetLastErrorText()); }
 
@@ -238,7 +238,7 @@ TEST_F(Jobs, RefuseSettingsThatNoJobCanHave) {
         EXPECT_TRUE(reason().starts_with(range)) << reason();
     }
     EXPECT_FALSE(std::filesystem::exists(output));
-    EXPECT_EQ(PMPrinterWriteJobToURL(printer.get(), 0, OpenPages().get(), fileURL(output).get()), kPMInvalidTicket);
+    EXPECT_EQ(PMPrinterWriteJobToURL(printer.get(), 0, OpenPages().get(), makeFileURL(output).get()), kPMInvalidTicket);
 }
 
 TEST_F(Jobs, SayWhichDocumentIsUnusable) {
@@ -308,7 +308,7 @@ TEST_F(Jobs, ReportWhatAFilterSays) {
     filter("pdftopdf", "head -c 1000000 /dev/zero >&2; head -c 1000000 /dev/zero");
     filter("pdftops", "head -c 1000000 /dev/zero >&2; cat \"$6\"");
     EXPECT_EQ(
-        PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages(kTenPages, 0).get(), fileURL(output).get()),
+        PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages(kTenPages, 0).get(), makeFileURL(output).get()),
         noErr)
         << reason();
     EXPECT_EQ(std::filesystem::file_size(output), 1000000U);

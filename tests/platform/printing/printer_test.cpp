@@ -13,7 +13,7 @@ TEST(Printers, DescribeThemselvesByTheirPPD) {
     EXPECT_EQ(text(PMPrinterGetMaker(printer.get())), "Tavro");
     CFURLRef url = nullptr;
     ASSERT_EQ(PMPrinterGetDescriptionURL(printer.get(), kPMPPDDescriptionType, &url), noErr);
-    EXPECT_TRUE(CFEqual(url, fileURL(kZR410).get()));
+    EXPECT_TRUE(CFEqual(url, makeFileURL(kZR410).get()));
     EXPECT_EQ(PMPrinterGetDescriptionURL(printer.get(), CFSTR("IPP"), &url), paramErr);
     EXPECT_TRUE(std::filesystem::exists(kZR410));
 }

@@ -6,6 +6,7 @@
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/PMTicket.h"
 #include "tests/platform/files/temporary_folder.h"
@@ -36,11 +37,6 @@ inline CFRef<CFStringRef> cf(const std::string& text) {
 
 inline CFRef<CFNumberRef> cf(SInt32 number) {
     return CFRef<CFNumberRef>::adopt(CFNumberCreate(nullptr, kCFNumberSInt32Type, &number));
-}
-
-inline CFRef<CFURLRef> fileURL(const std::filesystem::path& path) {
-    return CFRef<CFURLRef>::adopt(
-        CFURLCreateWithFileSystemPath(nullptr, cf(path.string()).get(), kCFURLPOSIXPathStyle, false));
 }
 
 /// "(null)" for null.
@@ -110,7 +106,7 @@ private:
 class Printer {
 public:
     explicit Printer(const std::filesystem::path& ppd) {
-        status_ = PMPrinterCreateFromPPDFile(fileURL(ppd).get(), &printer_);
+        status_ = PMPrinterCreateFromPPDFile(makeFileURL(ppd).get(), &printer_);
     }
     explicit Printer(const std::string& queue) { status_ = PMPrinterCreateFromPrinterID(cf(queue).get(), &printer_); }
     ~Printer() { PMPrinterRelease(printer_); }
@@ -129,7 +125,7 @@ private:
 class OpenPages {
 public:
     explicit OpenPages(const std::filesystem::path& document = kTenPages, CFIndex count = 10)
-        : url_(fileURL(document)),
+        : url_(makeFileURL(document)),
           pages_{open(document.c_str(), O_RDONLY | O_CLOEXEC), document.extension() == ".ps", count, url_.get()} {}
     ~OpenPages() { close(pages_.file); }
     OpenPages(const OpenPages&) = delete;

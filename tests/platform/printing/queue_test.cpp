@@ -243,7 +243,7 @@ TEST_F(Queues, GiveTheirOwnOptionsToEachJobOnce) {
     settings.setNumber(kPMCopiesKey, 2);
 
     PendingFile postScript(folder / "pages.ps");
-    ASSERT_EQ(PMWritePostScript(OpenPages().get()->file, fileURL(kTenPages).get(), CFSTR("600dpi"), &postScript),
+    ASSERT_EQ(PMWritePostScript(OpenPages().get()->file, makeFileURL(kTenPages).get(), CFSTR("600dpi"), &postScript),
               noErr);
     ASSERT_TRUE(postScript.commit());
     for (const auto& pages : {kTenPages, folder.path() / "pages.ps"}) {
@@ -253,7 +253,7 @@ TEST_F(Queues, GiveTheirOwnOptionsToEachJobOnce) {
         const std::string sent = device.receive();
         const std::string file = folder.add("job.ps", sent);
         ASSERT_EQ(PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages(pages).get(),
-                                         fileURL(folder / "file.ps").get()),
+                                         makeFileURL(folder / "file.ps").get()),
                   noErr);
         for (const std::string& each : {sent, readFile(folder / "file.ps")}) {
             EXPECT_EQ(countOf(each, "*NumCopies 2\n"), 1U);
@@ -283,7 +283,7 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
     EXPECT_GT(job, 0);
     ASSERT_TRUE(server.hasCompleted("tavro-" + std::to_string(job))) << server.log();
     ASSERT_EQ(
-        PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages().get(), fileURL(folder / "file.ps").get()),
+        PMPrinterWriteJobToURL(printer.get(), settings.get(), OpenPages().get(), makeFileURL(folder / "file.ps").get()),
         noErr);
     for (const auto& path : {server.printedBy("tavro"), folder.path() / "file.ps"}) {
         const std::string sent = readFile(path);

@@ -1,6 +1,6 @@
 #include "tests/support/gallery/accessibility.h"
 
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "platform/toolbox/objects.h"
 
 #include <QAbstractButton>

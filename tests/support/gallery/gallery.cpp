@@ -1,8 +1,9 @@
 #include "tests/support/gallery/gallery.h"
 
 #include "core/features/printer_features.h"
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "model/settings/plugin_state.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Menus.h"
 #include "platform/toolbox/Windows.h"
 
@@ -43,7 +44,7 @@ Result<std::unique_ptr<Gallery>> Gallery::make(const Setup& setup) {
     const MenuRef menu = GetControlPopupMenuHandle(gallery->control(kPieces));
     AppendMenuItemTextWithCFString(menu, CFSTR("Open…"), 0, 0, nullptr);
     for (const std::string& name : gallery->names()) {
-        AppendMenuItemTextWithCFString(menu, cfString(name).get(), 0, 0, nullptr);
+        AppendMenuItemTextWithCFString(menu, makeString(name).get(), 0, 0, nullptr);
     }
     SetControl32BitValue(gallery->control(kPieces), 1);
     return gallery;

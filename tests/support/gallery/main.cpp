@@ -1,11 +1,12 @@
 // tavro-gallery: every panel and dialog by itself, for looking and for scripts.
 
+#include "host/script/quoted.h"
 #include "host/script/runner.h"
 #include "host/script/script_file.h"
-#include "host/script/text.h"
 #include "host/settings/installed_options.h"
 #include "host/settings/settings_file.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Windows.h"
 #include "tests/support/gallery/accessibility.h"
@@ -107,7 +108,7 @@ int fail(const std::string& line, ExitStatus status) {
 }
 
 CFRef<CFBundleRef> openBundle(const std::string& path) {
-    return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(path, true).get()));
+    return CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(path, true).get()));
 }
 
 Result<script::Script> openScript(const Options& options) {
@@ -194,7 +195,7 @@ int main(int argc, char** argv) {
     const auto plugin = openBundle(options->bundle);
     const auto host = openBundle(stagePath("TavroPrint.bundle"));
     if (!own || !plugin || !host) {
-        return fail(utf8(CFBundleGetLastError()), ExitStatus::unusableInput);
+        return fail(utf8Text(CFBundleGetLastError()), ExitStatus::unusableInput);
     }
     SetWindowLanguage(host.get());
     auto gallery = Gallery::make({own.get(), plugin.get(), host.get(), *printer, *settings, *installed});

@@ -1,7 +1,7 @@
 #include "tests/support/gallery/pieces.h"
 
-#include "host/script/text.h"
 #include "platform/foundation/CFBundle.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Events.h"
 #include "tests/support/gallery/finishing_pieces.h"
@@ -114,7 +114,7 @@ OSStatus runNibWindow(CFBundleRef bundle, const std::string& name) {
     const std::size_t slash = name.find('/');
     WindowFromNib window;
     const OSStatus status =
-        window.load(bundle, cfString(name.substr(0, slash)).get(), cfString(name.substr(slash + 1)).get());
+        window.load(bundle, makeString(name.substr(0, slash)).get(), makeString(name.substr(slash + 1)).get());
     if (status != noErr) {
         return status;
     }

@@ -1,8 +1,9 @@
 #include "tests/support/gallery/render.h"
 
-#include "host/script/text.h"
+#include "host/script/quoted.h"
 #include "platform/foundation/CFCollections.h"
 #include "platform/foundation/strings_table.h"
+#include "platform/foundation/text.h"
 #include "tests/support/gallery/pieces.h"
 
 #include <spawn.h>
@@ -54,8 +55,8 @@ void stretchTable(const fs::path& file) {
     CFDictionaryGetKeysAndValues(table.get(), keys.data(), values.data());
     std::ofstream out(file, std::ios::binary);
     for (std::size_t i = 0; i < count; ++i) {
-        out << quoted(utf8(static_cast<CFStringRef>(keys[i]))) << " = "
-            << quoted(withLongWords(utf8(static_cast<CFStringRef>(values[i])))) << ";\n";
+        out << quoted(utf8Text(static_cast<CFStringRef>(keys[i]))) << " = "
+            << quoted(withLongWords(utf8Text(static_cast<CFStringRef>(values[i])))) << ";\n";
     }
 }
 

@@ -5,8 +5,8 @@
 #include "driver/pages/document.h"
 #include "host/preview/page_sources.h"
 #include "host/preview/sheet_words.h"
-#include "host/script/text.h"
 #include "platform/files/plain_file.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "tests/support/places.h"
 
@@ -54,7 +54,7 @@ int main(int argc, char** argv) {
     }
     const PrintSession session(*printer, *settings, nullptr, "job");
     const auto texts =
-        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, fileURL(stagePath("TavroPrint.bundle"), true).get()));
+        CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(stagePath("TavroPrint.bundle"), true).get()));
     const JobInstructions& instructions = session.instructions();
     JobSheets job = sheetsOfJob(instructions, session.plan(std::ssize(pages->sizes)),
                                 std::make_shared<const std::vector<Size>>(pages->sizes), printer->get());
