@@ -16,6 +16,8 @@
 #include <cerrno>
 #include <functional>
 #include <iterator>
+#include <set>
+#include <string>
 #include <string_view>
 #include <thread>
 #include <utility>
@@ -184,6 +186,7 @@ std::string optionValue(ipp_attribute_t* attribute) {
 OptionList defaultsIn(ipp_t* answer) {
     static constexpr std::string_view kSuffix = "-default";
     OptionList defaults;
+    std::set<std::string, OptionOrder> known;
     for (ipp_attribute_t* each = cups().ippFirstAttribute(answer); each != nullptr;
          each = cups().ippNextAttribute(answer)) {
         std::string name = cups().ippGetName(each) == nullptr ? "" : cups().ippGetName(each);
@@ -192,7 +195,7 @@ OptionList defaultsIn(ipp_t* answer) {
         }
         name.resize(name.size() - kSuffix.size());
         std::string value = optionValue(each);
-        if (!value.empty() && !isServersOwn(name) && findOption(defaults, name) == nullptr) {
+        if (!value.empty() && !isServersOwn(name) && known.insert(name).second) {
             defaults.emplace_back(std::move(name), std::move(value));
         }
     }

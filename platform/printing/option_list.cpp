@@ -3,7 +3,6 @@
 #include "platform/printing/cups_library.h"
 
 #include <algorithm>
-#include <map>
 
 char lowerCase(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -20,6 +19,10 @@ bool OptionOrder::operator()(std::string_view left, std::string_view right) cons
 const std::string* findOption(const OptionList& options, std::string_view name) {
     const auto found = std::ranges::find_if(options, [&](const auto& each) { return isSameOption(each.first, name); });
     return found == options.end() ? nullptr : &found->second;
+}
+
+std::map<std::string_view, std::string_view, OptionOrder> optionsByName(const OptionList& options) {
+    return {options.begin(), options.end()};
 }
 
 void setOption(OptionList* options, const std::string& name, const std::string& value) {

@@ -1,6 +1,7 @@
 // Options of a job, by name, as CUPS takes them.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -20,6 +21,9 @@ struct OptionOrder {
 
 /// The value of an option, lent; null when the list does not have it.
 const std::string* findOption(const OptionList& options, std::string_view name);
+
+/// The values by name, lent, for who looks for many.
+std::map<std::string_view, std::string_view, OptionOrder> optionsByName(const OptionList& options);
 
 /// Sets an option, in the place of one of the same name. Several are set faster at once.
 void setOption(OptionList* options, const std::string& name, const std::string& value);

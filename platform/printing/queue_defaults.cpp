@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 
 namespace {
 
@@ -18,13 +19,15 @@ constexpr std::array kOrientationOptions{kOrientationOption, kAutorotateOption, 
 
 /// What the destination's jobs have as long as the user's own line says nothing else.
 OptionList defaultsBelow(const OpaquePMPrinter& printer, const std::string& destination, const std::string& userText) {
-    OptionList options{{"copies", "1"}};
+    OptionList marks;
     for (const PPDOption& option : printer.ppd.options) {
         if (const auto marked = std::ranges::find(option.choices, true, &PPDChoice::marked);
             marked != option.choices.end()) {
-            setOption(&options, option.keyword, marked->keyword);
+            marks.emplace_back(option.keyword, marked->keyword);
         }
     }
+    OptionList options{{"copies", "1"}};
+    setOptions(&options, marks);
     const std::string systemText = readOptionsFile(systemOptionsPath()).value_or(std::string());
     OptionList saved = optionsInText(systemText, printer.queue);
     if (destination != printer.queue) {
@@ -49,19 +52,24 @@ bool isKept(const OpaquePMPrinter& printer, const std::string& name) {
 /// for those that say the same in other words ("sides"), which would say it against the new ones.
 OptionList mergedOptions(const OptionList& old, const OptionList& wanted, const OptionList& below,
                          const OpaquePMPrinter& printer) {
-    OptionList options = old;
-    std::erase_if(options, [](const auto& option) { return isStandardOption(option.first); });
+    OptionList kept;
+    std::set<std::string, OptionOrder> needless;  // as the job has it without them
+    const auto valuesBelow = optionsByName(below);
     for (const auto& [name, value] : wanted) {
         if (!isKept(printer, name)) {
             continue;
         }
-        const std::string* const already = findOption(below, name);
-        if (already != nullptr && *already == value) {
-            std::erase_if(options, [&, &key = name](const auto& option) { return option.first == key; });
+        const auto already = valuesBelow.find(name);
+        if (already != valuesBelow.end() && already->second == value) {
+            needless.insert(name);
         } else {
-            setOption(&options, name, value);
+            kept.emplace_back(name, value);
         }
     }
+    OptionList options = old;
+    std::erase_if(
+        options, [&](const auto& option) { return isStandardOption(option.first) || needless.contains(option.first); });
+    setOptions(&options, kept);
     if (findOption(wanted, kOrientationOption) != nullptr) {
         return options;
     }

@@ -24,13 +24,15 @@ bool isNameCharacter(char c) {
 /// The options that every program has words for.
 OptionList instanceOptions(const OpaquePMPrinter& printer, const JobRequest& request, PMTicketRef printSettings,
                            PMTicketRef pageFormat) {
-    OptionList options;
+    OptionList kept;
     for (const auto& [name, value] : request.choices) {
         const PPDOption* const option = printer.ppd.findOption(name);
         if (option != nullptr && !option->installable && !isSecretOption(printer.ppd, name)) {
-            setOption(&options, name, value);
+            kept.emplace_back(name, value);
         }
     }
+    OptionList options;
+    setOptions(&options, kept);
     setOption(&options, "copies", std::to_string(request.copies));
     setOptions(&options, orientationOptions(pageFormat));
     if (findOption(options, kOrientationOption) == nullptr && printer.start.orientation.value_or(1) != 1) {
@@ -44,12 +46,14 @@ OptionList instanceOptions(const OpaquePMPrinter& printer, const JobRequest& req
     if (count > 0) {
         CFDictionaryGetKeysAndValues(pages, keys.data(), values.data());
     }
+    OptionList ofPages;
     for (std::size_t i = 0; i < count; ++i) {
         if (CFGetTypeID(values[i]) == CFStringGetTypeID()) {
-            setOption(&options, utf8Text(static_cast<CFStringRef>(keys[i])),
-                      utf8Text(static_cast<CFStringRef>(values[i])));
+            ofPages.emplace_back(utf8Text(static_cast<CFStringRef>(keys[i])),
+                                 utf8Text(static_cast<CFStringRef>(values[i])));
         }
     }
+    setOptions(&options, ofPages);
     return options;
 }
 

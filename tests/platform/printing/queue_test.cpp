@@ -296,7 +296,7 @@ TEST_F(Queues, PrintTheJobAsAFileWouldHaveIt) {
 }
 
 TEST_F(Queues, PrintWithTheUsersDefaultsFromEveryProgram) {
-    saveOptions("Dest elsewhere a=b\nDest tavro Jog=EndOfSet number-up=1 sides=two-sided-long-edge\n");
+    saveOptions("Dest elsewhere a=b\nDest tavro jog=EndOfSet number-up=1 sides=two-sided-long-edge\n");
     server.admin("lpadmin -p tavro -o TREconomode=True");
     const Printer printer(std::string("tavro"));
     const Ticket settings;
