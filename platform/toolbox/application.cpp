@@ -21,7 +21,9 @@
 #include <array>
 #include <cstdio>
 #include <optional>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -107,18 +109,24 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
         qInstallMessageHandler(tellOfFaultsOnly);
     }
+    // Qt keeps them. No variable is set: others may read the environment by now, in threads of theirs.
+    static std::vector<char*> arguments(argv, argv + *argc);
     if (scripted && !hasDisplay() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+        static std::array<std::string, 2> words{"-platform", "offscreen"};
+        arguments.insert(arguments.end(), {words[0].data(), words[1].data()});
     }
+    static int count = static_cast<int>(arguments.size());
     // The one application object lives as long as the process; the widgets of a bundle may outlive any static order.
-    static QApplication* application = new QApplication(*argc, argv);
+    static QApplication* application = new QApplication(count, arguments.data());
     application->setQuitOnLastWindowClosed(false);
     restrictWheelToFocus(application);
     letReturnPressToolButtons(application);
     letHelpKeyReachHelp(application);
     keepLabelsPlain(application);
     improveOwnStyle(application);
-    ahead = std::jthread(openFontsAndPictures, QApplication::font());
+    if (!scripted) {  // a script has time, and a test around it may change the environment, which the thread reads
+        ahead = std::jthread(openFontsAndPictures, QApplication::font());
+    }
     if (const auto palette = paletteOf(qgetenv("TAVRO_COLOR_SCHEME"))) {
         QApplication::setPalette(*palette);
     }
