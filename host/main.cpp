@@ -31,7 +31,6 @@
 #include <sys/resource.h>
 #include <unistd.h>
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -139,10 +138,8 @@ void openToolbox(char* programName, bool scripted) {
     if (std::exchange(isOpen, true)) {
         return;
     }
-    // Qt would take arguments of its own from the command line. It keeps what it is given.
-    static int argumentCount = 1;
-    static std::array<char*, 2> arguments{programName, nullptr};
-    ToolboxInitialize(&argumentCount, arguments.data(), scripted);
+    int count = 1;  // Qt would take arguments of its own from the command line
+    ToolboxInitialize(&count, &programName, scripted);
 }
 
 /// A print server may want a password before there is a window.

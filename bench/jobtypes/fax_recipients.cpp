@@ -9,6 +9,7 @@
 #include "jobtypes/dialogs/lan_fax_controls.h"
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Windows.h"
 #include "platform/toolbox/data_browser_view.h"
@@ -21,22 +22,18 @@ namespace {
 
 constexpr int kRounds = 31;
 
-CFRef<CFStringRef> makeText(const std::string& text) {
-    return CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, text.c_str(), kCFStringEncodingUTF8));
-}
-
 /// The padding makes every text that much longer.
 std::vector<FaxRecipientOwner> makeRecipients(int count, std::size_t padding) {
     std::vector<FaxRecipientOwner> recipients;
     const std::string more(padding, 'x');
     for (int i = 0; i < count; ++i) {
         const std::string number = std::to_string(i * 7919 % 100003) + more;
-        recipients.emplace_back(
-            new FaxRecipient(makeText("First " + number).get(), makeText("Last").get(), makeText("0" + number).get()));
-        recipients.back()->setEmailAddress(makeText(number + "@example.org").get());
-        recipients.back()->setOrganization(makeText("Company " + number).get());
-        recipients.back()->setPhoneNumber(makeText("00" + number).get());
-        recipients.back()->setMailbox(makeText(number).get());
+        recipients.emplace_back(new FaxRecipient(makeString("First " + number).get(), makeString("Last").get(),
+                                                 makeString("0" + number).get()));
+        recipients.back()->setEmailAddress(makeString(number + "@example.org").get());
+        recipients.back()->setOrganization(makeString("Company " + number).get());
+        recipients.back()->setPhoneNumber(makeString("00" + number).get());
+        recipients.back()->setMailbox(makeString(number).get());
     }
     return recipients;
 }
@@ -128,7 +125,7 @@ void measureAdding(const FaxWindow& window, CFBundleRef bundle) {
 int main(int argc, char** argv) {
     ToolboxInitialize(&argc, argv, true);
     const auto url = CFRef<CFURLRef>::adopt(
-        CFURLCreateWithFileSystemPath(nullptr, makeText(argc > 1 ? argv[1] : "").get(), kCFURLPOSIXPathStyle, true));
+        CFURLCreateWithFileSystemPath(nullptr, makeString(argc > 1 ? argv[1] : "").get(), kCFURLPOSIXPathStyle, true));
     const auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, url.get()));
     FaxWindow window(bundle.get());
     if (window.load(CFSTR("Setup")) != noErr) {

@@ -3,6 +3,7 @@
 #include "bench/side_by_side.h"
 #include "jobtypes/records/fax_recipient_list.h"
 #include "model/stock/stock.h"
+#include "platform/foundation/text.h"
 
 #include <string>
 
@@ -40,8 +41,7 @@ void measureStocks() {
 }
 
 CFRef<CFStringRef> makeText(const char* name, int number) {
-    return CFRef<CFStringRef>::adopt(
-        CFStringCreateWithCString(nullptr, (name + std::to_string(number)).c_str(), kCFStringEncodingUTF8));
+    return makeString(name + std::to_string(number));
 }
 
 void measureRecipients() {

@@ -14,6 +14,7 @@
 #include "platform/foundation/CFBundle.h"
 #include "platform/foundation/CFNumber.h"
 #include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/Controls.h"
 #include "platform/toolbox/Windows.h"
@@ -37,21 +38,12 @@ namespace {
 constexpr int kRounds = 21;
 #define kFont "DejaVuSans"
 
-CFRef<CFStringRef> text(const std::string& utf8) {
-    return CFRef<CFStringRef>::adopt(CFStringCreateWithCString(nullptr, utf8.c_str(), kCFStringEncodingUTF8));
-}
-
-CFRef<CFURLRef> url(const char* path, bool isFolder) {
-    return CFRef<CFURLRef>::adopt(
-        CFURLCreateWithFileSystemPath(nullptr, text(path).get(), kCFURLPOSIXPathStyle, isFolder));
-}
-
 CFRef<CFDataRef> fontFile() {
     FSRef file = {};
     FMGetFontContainer(FMGetFontFromATSFontRef(ATSFontFindFromPostScriptName(CFSTR(kFont), kATSOptionFlagsDefault)),
                        &file);
     CFDataRef bytes = nullptr;
-    CFURLCreateDataAndPropertiesFromResource(nullptr, url(file.path, false).get(), &bytes, nullptr, nullptr, nullptr);
+    CFURLCreateDataAndPropertiesFromResource(nullptr, makeFileURL(file.path).get(), &bytes, nullptr, nullptr, nullptr);
     return CFRef<CFDataRef>::adopt(bytes);
 }
 
@@ -67,7 +59,7 @@ void fillStore(int count) {
         record.kind = kTextWatermark;
         std::ranges::copy(kFont, record.fontName);
         for (int i = 0; i < count; ++i) {
-            const auto name = text("Watermark " + std::to_string(i));
+            const auto name = makeString("Watermark " + std::to_string(i));
             CFStringGetCString(name.get(), record.text, sizeof record.text, kCFStringEncodingUTF8);
             CFDictionarySetValue(root, name.get(), CreateWatermarkDictionary(record).get());
             CFArrayAppendValue(list.get(), name.get());
@@ -126,7 +118,7 @@ int main(int argc, char** argv) {
     setenv("XDG_DATA_HOME", mkdtemp(folder.data()), 1);
     int count = 1;
     ToolboxInitialize(&count, argv, true);
-    const auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, url(argv[1], true).get()));
+    const auto bundle = CFRef<CFBundleRef>::adopt(CFBundleCreate(nullptr, makeFileURL(argv[1], true).get()));
     PMPrintSession session = nullptr;
     PMTicketRef settings = 0;
     WindowFromNib window;

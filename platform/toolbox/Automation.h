@@ -11,7 +11,8 @@
 inline constexpr OSStatus kControlNotUsableErr = -30590;
 
 /// Starts the toolbox: to be called once, first. With `scripted`, nobody is at the screen: Qt's offscreen platform is
-/// used when there is no display, notices are answered from the queue below and web addresses are printed.
+/// used when there is no display, notices are answered from the queue below and web addresses are printed. The texts of
+/// the arguments are lent for as long as the process lasts.
 OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted);
 
 /// Ends the toolbox: to be called last, when no window is needed any more; the process ends then. What waits to be

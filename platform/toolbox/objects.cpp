@@ -3,7 +3,7 @@
 #include "platform/toolbox/objects.h"
 
 #include "platform/foundation/CFString.h"
-#include "platform/foundation/CFURL.h"
+#include "platform/foundation/text.h"
 #include "platform/toolbox/view_classes.h"
 
 #include <QAbstractButton>
@@ -192,9 +192,5 @@ CFRef<CFStringRef> toCFString(const QString& string) {
 }
 
 QString toFilePath(CFURLRef url) {
-    UInt8 path[4096];
-    if (!CFURLGetFileSystemRepresentation(url, true, path, sizeof path)) {
-        return {};
-    }
-    return QFile::decodeName(reinterpret_cast<const char*>(path));
+    return QFile::decodeName(filePath(url).c_str());
 }
