@@ -15,7 +15,7 @@ namespace {
 
 struct Choice {
     PPDByteString keyword;
-    PPDByteString alias;
+    PPDByteString alias;  // without bytes until somebody asks for it
     bool chosen;
 };
 
@@ -44,7 +44,7 @@ struct OpaquePPDContext {
             places.try_emplace(bytesOf(made.keyword.data()), static_cast<UInt32>(keywords.size() - 1));
             made.choices.reserve(option.choices.size());
             for (const PPDChoice& choice : option.choices) {
-                made.choices.push_back({ppdByteString(choice.keyword), ppdByteString(choice.title), choice.marked});
+                made.choices.push_back({ppdByteString(choice.keyword), {}, choice.marked});
             }
         }
     }
@@ -52,7 +52,7 @@ struct OpaquePPDContext {
 
 namespace {
 
-const Choice* findChoice(PPDContext context, UInt32 mainIndex, UInt32 optionIndex) {
+Choice* findChoice(PPDContext context, UInt32 mainIndex, UInt32 optionIndex) {
     return optionIndex < ppdCountUIOptions(context, mainIndex) ? &context->keywords[mainIndex].choices[optionIndex]
                                                                : nullptr;
 }
@@ -203,9 +203,12 @@ OSStatus ppdGetOptionAlias(PPDContext context, UInt32 mainIndex, UInt32 optionIn
     if (alias == nullptr) {
         return paramErr;
     }
-    const Choice* const choice = findChoice(context, mainIndex, optionIndex);
+    Choice* const choice = findChoice(context, mainIndex, optionIndex);
     if (choice == nullptr) {
         return kPPDNotFound;
+    }
+    if (choice->alias.empty()) {
+        choice->alias = ppdByteString(context->ppd.options[mainIndex].choices[optionIndex].title);
     }
     *alias = choice->alias.data();
     return noErr;

@@ -49,8 +49,18 @@ std::optional<std::string> macRoman(const QString& text) {
 
 constexpr std::string_view kNone = "?";
 
+/// Whether the character is a letter of a script whose letters have no spelling. Mac Roman has a few of the Greek ones.
+bool isForeignLetter(char32_t character) {
+    const QChar::Script script = QChar::script(character);
+    return script != QChar::Script_Unknown && script != QChar::Script_Inherited && script != QChar::Script_Common &&
+           script != QChar::Script_Latin && script != QChar::Script_Greek && QChar::isLetter(character);
+}
+
 /// The nearest spelling of one character outside ASCII; never empty but for bare accents, kNone when there is none.
 std::string spell(char32_t character) {
+    if (isForeignLetter(character)) {
+        return std::string(kNone);
+    }
     const QString text = QString::fromUcs4(&character, 1);
     if (auto bytes = macRoman(text)) {
         return *bytes;
@@ -66,9 +76,17 @@ std::string spell(char32_t character) {
     }
     std::string spelled;
     for (const char32_t part : parts.toUcs4()) {
-        spelled += part < 0x80 ? std::string(1, static_cast<char>(part)) : spell(part);
+        const std::string next = part < 0x80 ? std::string(1, static_cast<char>(part)) : spell(part);
+        if (part >= 0x80 && next == kNone) {
+            return next;
+        }
+        spelled += next;
     }
     return spelled;
+}
+
+std::size_t utf8Length(char32_t character) {
+    return character < 0x80 ? 1 : character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
 }
 
 bool isHexDigit(char32_t character) {
@@ -87,7 +105,9 @@ PPDByteString ppdByteString(std::string_view utf8) {
         std::ranges::copy(utf8, bytes.begin() + 1);
         return bytes;
     }
-    const auto text = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())).toUcs4();
+    const QString decoded = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    const std::string valid = decoded.toStdString();
+    const auto text = decoded.toUcs4();
     const bool isSpelled =
         std::ranges::none_of(text, [](char32_t character) { return character >= 0x80 && spell(character) == kNone; });
     PPDByteString bytes(1);
@@ -99,13 +119,14 @@ PPDByteString ppdByteString(std::string_view utf8) {
         return fits;
     };
     append(isSpelled ? std::string_view() : kPPDTextIsUTF8);
+    std::string_view rest = valid;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char32_t character = text[i];
+        const std::string_view own = rest.substr(0, utf8Length(character));
+        rest.remove_prefix(own.size());
         const bool looksLikeHex = character == U'<' && i + 1 < text.size() && isHexDigit(text[i + 1]);
-        if (!append(looksLikeHex       ? "<3C>"
-                    : character < 0x80 ? std::string(1, static_cast<char>(character))
-                    : isSpelled        ? spell(character)
-                                       : QString::fromUcs4(&character, 1).toStdString())) {
+        const bool isKept = character < 0x80 || !isSpelled;
+        if (!append(looksLikeHex ? "<3C>" : isKept ? own : spell(character))) {
             break;
         }
     }

@@ -150,6 +150,23 @@ TEST(CompiledPPD, HandsOutMacRomanWithHexStillToDecode) {
     EXPECT_EQ(ppdGetInvocationString(ppd.context, counted("NoSuch").c_str(), value, sizeof value), kPPDNotFound);
 }
 
+TEST(CompiledPPD, KeepsLettersThatMacRomanCannotSpellInUTF8) {
+    const TemporaryFolder folder;
+    std::string header = kHeader;
+    header.replace(header.find("ISOLatin1"), 9, "UTF-8");
+    const Compiled ppd(folder.add("letters.ppd", header + pickOne("Letters", "",
+                                                                  "*Letters Kana/紙ガ <3C>4: \"\"\n"
+                                                                  "*Letters Hangul/한국어: \"\"\n"
+                                                                  "*Letters Era/㍻: \"\"\n"
+                                                                  "*Letters Greek/Ω π: \"\"\n")));
+    ASSERT_EQ(ppd.status, noErr);
+    EXPECT_EQ(ppd.alias("Letters", 0), std::string(kPPDTextIsUTF8) + "紙ガ <3C>4");
+    EXPECT_EQ(ppd.alias("Letters", 1), std::string(kPPDTextIsUTF8) + "한국어");
+    EXPECT_EQ(ppd.alias("Letters", 2), std::string(kPPDTextIsUTF8) + "㍻");
+    EXPECT_EQ(ppd.alias("Letters", 3), "\xBD \xB9");
+    EXPECT_EQ(ppd.alias("Letters", 0), std::string(kPPDTextIsUTF8) + "紙ガ <3C>4");  // as before
+}
+
 TEST(CompiledPPD, ListsTheCustomSizeAsAnOption) {
     const Compiled ppd(kZR420);
     const UInt32 sizes = ppdCountUIOptions(ppd.context, ppd.main("PageSize"));
