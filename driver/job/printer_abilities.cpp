@@ -25,16 +25,7 @@ static_assert(kTones.size() == 6);
 }  // namespace
 
 bool hasOption(PMPrinter printer, const std::string& mainKeyword, const std::string& option) {
-    CFStringRef title = nullptr;
-    CFStringRef optionTitle = nullptr;
-    const OSStatus status = PMPrinterCopySettingTitles(printer, makeString(mainKeyword).get(), makeString(option).get(),
-                                                       &title, &optionTitle);
-    if (status != noErr) {
-        return false;
-    }
-    CFRelease(title);
-    CFRelease(optionTitle);
-    return true;
+    return PMPrinterHasSetting(printer, makeString(mainKeyword).get(), makeString(option).get());
 }
 
 bool hasOption(PMPrinter printer, const ColorInstruction& color) {

@@ -86,6 +86,9 @@ OSStatus PMPrinterWriteDefaultSettings(PMPrinter printer, PMTicketRef printSetti
 OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option, CFStringRef* title,
                                     CFStringRef* optionTitle);
 
+/// Whether the printer has the main keyword and that option of it, a custom one included. Leaves no error text.
+Boolean PMPrinterHasSetting(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option);
+
 /// Whether a setting holds what nobody else may see, and no message may show: by the words of its key, or because it
 /// takes a passcode or password of the printer (which may be null).
 Boolean PMSettingIsSecret(PMPrinter printer, CFStringRef key);

@@ -51,3 +51,8 @@ OSStatus PMPrinterCopySettingTitles(PMPrinter printer, CFStringRef mainKeyword, 
     *optionTitle = makeString(*foundTitle).leak();
     return noErr;
 }
+
+Boolean PMPrinterHasSetting(PMPrinter printer, CFStringRef mainKeyword, CFStringRef option) {
+    const PPDOption* const found = printer == nullptr ? nullptr : printer->ppd.findOption(utf8Text(mainKeyword));
+    return found != nullptr && titleOf(*found, utf8Text(option)).has_value();
+}
