@@ -76,9 +76,7 @@ void PreviewJob::drawFaxCover(const JobInstructions& job) {
     if (fax_ != asked) {
         fax_ = asked;
         const CoverSheet cover = drawCoverSheet(*job.fax, sheets_.plan.pageCount + 1, texts_);
-        sources_.faxCover = DrawnDocument::keep({reinterpret_cast<const char*>(CFDataGetBytePtr(cover.pdf.get())),
-                                                 static_cast<std::size_t>(CFDataGetLength(cover.pdf.get()))},
-                                                &reason);
+        sources_.faxCover = DrawnDocument::keep(bytesOf(cover.pdf.get()), &reason);
     }
     const auto pages = sources_.faxCover ? readDocument(sources_.faxCover->descriptor(), &reason) : std::nullopt;
     sheets_.faxCover = pages ? pages->sizes.front() : Size{};

@@ -29,8 +29,7 @@ std::string makeCoverSheet(const Document& document, const PrintSession& session
     for (const std::string& fault : sheet.faults) {
         tell(messageText("cover sheet"), fault);
     }
-    return {reinterpret_cast<const char*>(CFDataGetBytePtr(sheet.pdf.get())),
-            static_cast<std::size_t>(CFDataGetLength(sheet.pdf.get()))};
+    return std::string(bytesOf(sheet.pdf.get()));
 }
 
 /// The watermark of the session's settings; nothing, with the fault, for one that cannot be drawn.

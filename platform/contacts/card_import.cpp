@@ -234,8 +234,7 @@ std::optional<ImportedCards> import(ABAddressBookRef book, CFURLRef file, Failur
         failure = {kABImportNotSaved, "there is no address book"};
         return std::nullopt;
     }
-    ImportedCards read = readImportedCards(
-        {reinterpret_cast<const char*>(CFDataGetBytePtr(data.get())), std::size_t(CFDataGetLength(data.get()))});
+    ImportedCards read = readImportedCards(bytesOf(data.get()));
     count = CFIndex(read.cards.size());
     const bool hasBrokenCards = std::any_of(read.problems.begin(), read.problems.end(), [](const ImportProblem& each) {
         return each.reason != kABImportTextOutside;

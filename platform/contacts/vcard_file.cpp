@@ -37,7 +37,7 @@ std::optional<std::string> read(const std::string& path, SInt32* error) {
         return std::nullopt;
     }
     const auto data = CFRef<CFDataRef>::adopt(bytes);
-    return std::string(reinterpret_cast<const char*>(CFDataGetBytePtr(bytes)), std::size_t(CFDataGetLength(bytes)));
+    return std::string(bytesOf(bytes));
 }
 
 bool write(const std::string& path, const std::string& bytes) {

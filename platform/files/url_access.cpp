@@ -54,8 +54,7 @@ Boolean CFURLWriteDataAndPropertiesToResource(CFURLRef url, CFDataRef data, CFDi
         return report(fail(EINVAL), error);
     }
     PendingFile file(path);
-    const auto* const bytes = reinterpret_cast<const char*>(CFDataGetBytePtr(data));
-    const bool isDone = file.write({bytes, static_cast<std::size_t>(CFDataGetLength(data))}) && file.commit();
+    const bool isDone = file.write(bytesOf(data)) && file.commit();
     errno = file.error();
     return report(isDone, error);
 }

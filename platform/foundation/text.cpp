@@ -40,6 +40,10 @@ CFRef<CFStringRef> makeString(std::string_view bytes) {
     return makeString(std::move(shown));
 }
 
+std::string_view bytesOf(CFDataRef data) {
+    return {reinterpret_cast<const char*>(CFDataGetBytePtr(data)), static_cast<std::size_t>(CFDataGetLength(data))};
+}
+
 std::string readable(std::string_view text) {
     return utf8Text(makeString(text).get());
 }

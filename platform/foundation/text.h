@@ -1,6 +1,7 @@
 // Between the platform's strings and addresses and C++'s strings.
 #pragma once
 
+#include "platform/foundation/CFCollections.h"
 #include "platform/foundation/CFRef.h"
 #include "platform/foundation/CFString.h"
 #include "platform/foundation/CFURL.h"
@@ -13,6 +14,8 @@ std::string utf8Text(CFStringRef string);
 /// A new string of UTF-8 bytes up to the first 0, or of a path: bytes that are not UTF-8 are shown as the characters
 /// that ISO Latin 1 has for them.
 CFRef<CFStringRef> makeString(std::string_view bytes);
+/// The bytes of the data, lent by it; none for null.
+std::string_view bytesOf(CFDataRef data);
 /// The text as people can read it, though there may be a file's name in it that is not UTF-8.
 std::string readable(std::string_view text);
 

@@ -81,8 +81,7 @@ OSStatus makePPD(const Job& job, const std::string& lines, JobPPD* made) {
         return failWith(kPMUnusableDescription, ppdName(printer), readFault(errno, kPPDMaximumBytes));
     }
     PrivateFile& own = made->own.emplace(PrivateFile::Place::memory);
-    own.write({reinterpret_cast<const char*>(CFDataGetBytePtr(ppd.get())),
-               static_cast<std::size_t>(CFDataGetLength(ppd.get()))});
+    own.write(bytesOf(ppd.get()));
     own.write("\n" + lines);
     made->file = {{}, own.descriptor()};
     return isKept(own) ? noErr : kPMCannotWriteOutput;

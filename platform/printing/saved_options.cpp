@@ -3,6 +3,7 @@
 #include "platform/files/pending_file.h"
 #include "platform/files/plain_file.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/printing/PMPrinter.h"
 #include "platform/printing/last_error.h"
 
@@ -82,8 +83,7 @@ std::optional<std::string> readOptionsFile(const std::string& path) {
     if (!bytes) {
         return errno == ENOENT || errno == ENOTDIR ? std::optional(std::string()) : std::nullopt;
     }
-    return std::string(reinterpret_cast<const char*>(CFDataGetBytePtr(bytes.get())),
-                       static_cast<std::size_t>(CFDataGetLength(bytes.get())));
+    return std::string(bytesOf(bytes.get()));
 }
 
 OSStatus changeUserOptions(const std::string& destination,
