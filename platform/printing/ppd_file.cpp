@@ -2,11 +2,13 @@
 
 #include "platform/files/plain_file.h"
 #include "platform/foundation/message.h"
+#include "platform/foundation/text.h"
 #include "platform/foundation/user_languages.h"
 #include "platform/printing/CompiledPPD.h"
 #include "platform/printing/cups_library.h"
+#include "platform/printing/ppd_languages.h"
+#include "platform/printing/private_file.h"
 
-#include <QString>
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -15,6 +17,7 @@
 #include <span>
 #include <sstream>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 static_assert(kPPDUIBoolean == PPD_UI_BOOLEAN && kPPDUIPickOne == PPD_UI_PICKONE && kPPDUIPickMany == PPD_UI_PICKMANY);
@@ -30,18 +33,28 @@ std::string textOf(const char* text) {
     return text == nullptr ? std::string() : text;
 }
 
-/// A file that is worth parsing; none, with the reason, for any other.
-Descriptor openPPD(const std::string& path, std::string* reason) {
-    Descriptor file = openPlainFile(path, kPPDMaximumBytes);
-    unsigned char magic[2] = {};
+/// What is in a file that is worth parsing; null, with the reason, for any other.
+CFRef<CFMutableDataRef> readPPD(const std::string& path, std::string* reason) {
+    auto file = readPlainFile(path, kPPDMaximumBytes);
     if (!file) {
         *reason = readFault(errno, kPPDMaximumBytes);
-    } else if (pread(file.get(), magic, sizeof magic, 0) == sizeof magic && magic[0] == 0x1F && magic[1] == 0x8B) {
+    } else if (bytesOf(file.get()).starts_with("\x1F\x8B")) {
         // The library would unpack it without a limit.
         *reason = messageText("is compressed; unpack it first");
-        file = Descriptor();
+        file = nullptr;
     }
     return file;
+}
+
+/// A descriptor at the beginning of the text, in memory; none, with the reason, when there is no memory for it.
+Descriptor openText(std::string_view text, std::string* reason) {
+    PrivateFile file(PrivateFile::Place::memory);
+    Descriptor own(file.write(text) ? fcntl(file.descriptor(), F_DUPFD_CLOEXEC, 0) : -1);
+    if (!own || lseek(own.get(), 0, SEEK_SET) != 0) {
+        *reason = systemMessage(file.error() != 0 ? file.error() : errno);
+        return {};
+    }
+    return own;
 }
 
 /// What every PPD has, and filters crash or print nothing without; empty for a PPD that has it.
@@ -54,25 +67,32 @@ std::string whatIsMissing(ppd_file_t* ppd) {
                                                                       : std::string();
 }
 
+struct MarkedPPD {
+    OpenedPPD ppd;
+    bool isTranslated = false;  // has the user's language
+};
+
 /// The PPD with its defaults marked; null with the reason.
-OpenedPPD openMarked(const std::string& path, std::string* reason) {
-    Descriptor file = openPPD(path, reason);
+MarkedPPD openMarked(const std::string& path, std::string* reason) {
+    const auto bytes = readPPD(path, reason);
+    const PPDInLanguage own = bytes ? ppdInLanguage(bytesOf(bytes.get()), userLanguages()) : PPDInLanguage();
+    Descriptor file = bytes ? openText(own.text, reason) : Descriptor();
     if (!file) {
-        return nullptr;
+        return {};
     }
     OpenedPPD ppd(cups().ppdOpenFd(file.release()));  // closes the descriptor in every case
     if (!ppd) {
         int line = 0;
         const ppd_status_t error = cups().ppdLastError(&line);
         *reason = messageText("is not a usable PPD: %1, line %2", {textOf(cups().ppdErrorString(error)), line});
-        return nullptr;
+        return {};
     }
     cups().ppdMarkDefaults(ppd.get());
     if (const std::string missing = whatIsMissing(ppd.get()); !missing.empty()) {
         *reason = messageText("is not a usable PPD: %1", {missing});
-        return nullptr;
+        return {};
     }
-    return ppd;
+    return {std::move(ppd), own.isTranslated};
 }
 
 /// Each option with its marked choice.
@@ -101,30 +121,22 @@ bool hasParameter(ppd_coption_t* custom, std::initializer_list<ppd_cptype_t> typ
     return false;
 }
 
-/// The texts that a PPD has in the user's language, as "*de.PageSize A4/…" lines of CUPS's extensions to PPDs.
+/// The texts that a PPD has in the user's language.
 class Translation {
 public:
-    explicit Translation(ppd_file_t* ppd) : ppd_(ppd) {
-        const ppd_attr_t* const line = cups().ppdFindAttr(ppd, "cupsLanguages", nullptr);
-        const QStringList present = QString::fromUtf8(line == nullptr ? nullptr : line->value).split(u' ');
-        for (const QString& language : userLanguages()) {
-            if (present.contains(language)) {
-                prefix_ = language.toStdString() + ".";
-                return;
-            }
-        }
-    }
+    Translation(ppd_file_t* ppd, bool hasLanguage) : ppd_(ppd), hasLanguage_(hasLanguage) {}
 
     /// Its text for a choice of a main keyword, or of an option when the main keyword is "Translation".
     std::string operator()(const char* mainKeyword, const char* name, const char* text) const {
         const ppd_attr_t* const line =
-            prefix_.empty() ? nullptr : cups().ppdFindAttr(ppd_, (prefix_ + mainKeyword).c_str(), name);
+            hasLanguage_ ? cups().ppdFindAttr(ppd_, (std::string(kUserLanguagePrefix) + mainKeyword).c_str(), name)
+                         : nullptr;
         return line == nullptr || line->text[0] == '\0' ? text : line->text;
     }
 
 private:
     ppd_file_t* ppd_;
-    std::string prefix_;
+    bool hasLanguage_;
 };
 
 /// Whether a choice is "None", or "False" under a text that says so in the PPD's own language.
@@ -296,13 +308,13 @@ std::string PPDFile::attribute(std::string_view keyword) const {
 }
 
 std::optional<PPDFile> readPPDFile(const std::string& path, std::string* reason) {
-    const OpenedPPD ppd = openMarked(path, reason);
+    const auto [ppd, isTranslated] = openMarked(path, reason);
     if (!ppd) {
         return std::nullopt;
     }
     PPDFile made;
     made.name = textOf(ppd->shortnickname != nullptr ? ppd->shortnickname : ppd->nickname);
-    const Translation translated(ppd.get());
+    const Translation translated(ppd.get(), isTranslated);
     // The library collects the options outside any group in a group of its own, where the first of them stood.
     for (const bool grouped : {false, true}) {
         for (int g = 0; g < ppd->num_groups; ++g) {
@@ -344,7 +356,7 @@ bool isStandardOption(std::string_view name) {
 
 OptionList chooseByStandardOptions(const std::string& path, const OptionList& options) {
     std::string reason;
-    const OpenedPPD ppd = options.empty() ? nullptr : openMarked(path, &reason);
+    const OpenedPPD ppd = options.empty() ? nullptr : openMarked(path, &reason).ppd;
     if (!ppd) {
         return {};
     }

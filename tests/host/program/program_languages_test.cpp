@@ -40,7 +40,8 @@ TEST_F(Languages, MakeTheSameSettings) {
 }
 
 /// What goes wrong is told in the user's language, whatever the C library has of it: of a missing file, of a wrong
-/// option, of settings that cannot go together, and of a document that another program has looked at.
+/// option, of settings that cannot go together, with the PPD's names of them, and of a document that another program
+/// has looked at.
 TEST_F(Languages, TellWhatGoesWrong) {
     struct Row {
         const char* language;
@@ -51,11 +52,11 @@ TEST_F(Languages, TellWhatGoesWrong) {
     };
     // language, words of its messages
     static constexpr std::array kRows{
-        Row{"de", "Datei oder Ordner nicht gefunden", "diese Option gibt es nicht", "Nicht zusammen möglich",
-            "ist kein PDF"},
-        Row{"ja", "ファイルまたはフォルダーがありません", "このようなオプションはありません", "同時に使用",
-            "PDFでないか"},
-        Row{"ar", "لا يوجد ملف أو مجلد كهذا", "لا يوجد خيار كهذا", "لا يمكن الجمع بين", "ليس ملف PDF"},
+        Row{"de", "Datei oder Ordner nicht gefunden", "diese Option gibt es nicht",
+            "Nicht zusammen möglich: „2-seitiger Druck: 2-seitig, lange Kante“", "ist kein PDF"},
+        Row{"ja", "ファイルまたはフォルダーがありません", "このようなオプションはありません",
+            "「両面印刷: 両面、長辺とじ」は、「用紙の種類: OHPフィルム」と同時に使用", "PDFでないか"},
+        Row{"ar", "لا يوجد ملف أو مجلد كهذا", "لا يوجد خيار كهذا", "وجهان، قلب على الحافة الطويلة", "ليس ملف PDF"},
     };
     const std::string settings = add("settings.plist",
                                      "<plist version=\"1.0\"><dict><key>PMPrintSettingsTicket</key><dict><key>PPDDict"
@@ -75,6 +76,8 @@ TEST_F(Languages, TellWhatGoesWrong) {
         told(4, gone + ": ", row.missing, {"--ppd", kZR420, "--print", "--job-out", job, gone});
         told(2, "--fast: ", row.option, {"--fast", gone});
         told(4, broken + ": ", row.damaged, {"--ppd", kZR420, "--print", "--job-out", job, broken});
-        told(0, "", row.conflict, {"--ppd", kZR420, "--print", "--job-out", job, "--ticket-in", settings, kTenPages});
+        told(0, "", row.conflict,
+             {"--ppd", stagePath("ppd/Tavro-ZR420.ppd"), "--print", "--job-out", job, "--ticket-in", settings,
+              kTenPages});
     }
 }

@@ -1,4 +1,5 @@
 #include "platform/printing/CompiledPPD.h"
+#include "platform/printing/ppd_languages.h"
 #include "tests/platform/printing/printing_fixture.h"
 
 #include <gtest/gtest.h>
@@ -165,6 +166,27 @@ TEST(CompiledPPD, KeepsLettersThatMacRomanCannotSpellInUTF8) {
     EXPECT_EQ(ppd.alias("Letters", 2), std::string(kPPDTextIsUTF8) + "㍻");
     EXPECT_EQ(ppd.alias("Letters", 3), "\xBD \xB9");
     EXPECT_EQ(ppd.alias("Letters", 0), std::string(kPPDTextIsUTF8) + "紙ガ <3C>4");  // as before
+}
+
+/// Lines keep their numbers, and quoted code stays what it is.
+TEST(CompiledPPD, HasTheLinesOfOneLanguage) {
+    const std::string ppd =
+        "*cupsLanguages: \"fr zh_CN\"\r\n"
+        "*Color Red/Red: \"\n*fr.Color Red/code: of two lines\"\n"
+        "*% a remark: \"\n"
+        "*fr.Color Red/Rouge: \"\"\r\n"
+        "*zh_CN.Color Red/\u7EA2: \"\"\n"
+        "*zh_CN.Code: \"\nmore of it\"\n"
+        "*frColor.Red: \"\"";
+    const auto in = [&ppd](const QStringList& languages) { return ppdInLanguage(ppd, languages).text; };
+    const std::string before = ppd.substr(0, ppd.find("*fr.Color Red/Rouge"));
+    EXPECT_EQ(in({"fr-CA", "fr_CA", "fr", "en"}), before + "*u.Color Red/Rouge: \"\"\r\n\n\n\n*frColor.Red: \"\"");
+    EXPECT_EQ(in({"zh_CN", "fr"}),
+              before + "\r\n*u.Color Red/\u7EA2: \"\"\n*u.Code: \"\nmore of it\"\n*frColor.Red: \"\"");
+    EXPECT_EQ(in({"de"}), before + "\r\n\n\n\n*frColor.Red: \"\"");
+    EXPECT_FALSE(ppdInLanguage(ppd, {"de"}).isTranslated);
+    EXPECT_TRUE(ppdInLanguage(ppd, {"de", "fr"}).isTranslated);
+    EXPECT_EQ(ppdInLanguage({}, {"de"}).text, "");
 }
 
 TEST(CompiledPPD, ListsTheCustomSizeAsAnOption) {
