@@ -18,7 +18,6 @@
 #include "host/script/script_file.h"
 #include "host/settings/texts.h"
 #include "platform/files/temporary_files.h"
-#include "platform/fonts/font_faces.h"
 #include "platform/foundation/message.h"
 #include "platform/foundation/message_tables.h"
 #include "platform/foundation/terminal_text.h"
@@ -396,9 +395,7 @@ ExitStatus run(const CommandLine& line, const PortalRequest* request, char* prog
     // Goes on while the rest is opened.
     auto document = std::make_unique<OpeningDocument>(line.documents.empty() ? std::string() : line.documents.front(),
                                                       documentPrograms(), request != nullptr ? request->title : "");
-    std::optional<FontsAhead> fonts;
     if (hasWindow) {
-        fonts.emplace();
         if (line.ppd.empty()) {
             askForPrinterAhead(request != nullptr ? request->queue : line.printer);
         }

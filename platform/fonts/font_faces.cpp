@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <string_view>
 #include <tuple>
 
@@ -20,6 +22,8 @@ struct Destroy {
 using Pattern = std::unique_ptr<FcPattern, Destroy<FcPatternDestroy>>;
 using Properties = std::unique_ptr<FcObjectSet, Destroy<FcObjectSetDestroy>>;
 using Fonts = std::unique_ptr<FcFontSet, Destroy<FcFontSetDestroy>>;
+using Characters = std::unique_ptr<FcCharSet, Destroy<FcCharSetDestroy>>;
+using LanguageTag = std::unique_ptr<FcChar8, Destroy<FcStrFree>>;
 
 struct CommonFont {
     std::string_view postScriptName;
@@ -93,12 +97,35 @@ std::vector<FontFace> facesLike(const Pattern& wanted) {
     return faces;
 }
 
+void applyUserSettings(const Pattern& wanted) {
+    FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
+    FcDefaultSubstitute(wanted.get());
+}
+
+/// What the user's settings choose for the pattern; null when there are no fonts.
+Pattern bestFont(const Pattern& wanted) {
+    applyUserSettings(wanted);
+    FcResult result = FcResultNoMatch;
+    return Pattern(FcFontMatch(nullptr, wanted.get(), &result));
+}
+
+Pattern patternOf(const char* family) {
+    Pattern pattern(FcPatternCreate());
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family));
+    return pattern;
+}
+
+bool hasLanguage(const Pattern& font, const FcChar8* language) {
+    FcLangSet* languages = nullptr;
+    return FcPatternGetLangSet(font.get(), FC_LANG, 0, &languages) == FcResultMatch &&
+           FcLangSetHasLang(languages, language) != FcLangDifferentLang;
+}
+
 /// What the user's settings choose for the family, as long as it has outlines of TrueType.
 std::optional<FontFace> standInFor(const CommonFont& font) {
     const Pattern wanted(FcPatternBuild(nullptr, FC_FAMILY, FcTypeString, font.family, FC_WEIGHT, FcTypeInteger,
                                         font.weight, FC_SLANT, FcTypeInteger, font.slant, nullptr));
-    FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
-    FcDefaultSubstitute(wanted.get());
+    applyUserSettings(wanted);
     FcResult result = FcResultNoMatch;
     const Fonts sorted(FcFontSort(nullptr, wanted.get(), FcTrue, nullptr, &result));
     for (int i = 0; sorted != nullptr && i < sorted->nfont; ++i) {
@@ -108,6 +135,29 @@ std::optional<FontFace> standInFor(const CommonFont& font) {
         }
     }
     return std::nullopt;
+}
+
+std::vector<std::string> findFamilies(const std::string& family, const std::string& language) {
+    const Characters english(FcCharSetCreate());
+    for (FcChar32 character = ' '; character <= '~'; ++character) {
+        FcCharSetAddChar(english.get(), character);
+    }
+    const Pattern wanted = patternOf(family.c_str());
+    FcPatternAddCharSet(wanted.get(), FC_CHARSET, english.get());
+    const Pattern first = bestFont(wanted);
+    if (first == nullptr) {
+        return {};
+    }
+    std::vector<std::string> families{textOf(first.get(), FC_FAMILY)};
+    const LanguageTag tag(FcLangNormalize(reinterpret_cast<const FcChar8*>(language.c_str())));
+    if (tag != nullptr && !hasLanguage(first, tag.get())) {
+        const Pattern letters = patternOf("sans-serif");
+        FcPatternAddString(letters.get(), FC_LANG, tag.get());
+        if (const Pattern second = bestFont(letters); second != nullptr && hasLanguage(second, tag.get())) {
+            families.push_back(textOf(second.get(), FC_FAMILY));
+        }
+    }
+    return families;
 }
 
 }  // namespace
@@ -141,4 +191,21 @@ std::vector<FontFace> InstalledFontFaces() {
     return faces;
 }
 
-FontsAhead::FontsAhead() : reader_([] { FcInit(); }) {}
+std::vector<std::string> FamiliesForText(const std::string& family, const std::string& language) {
+    static std::mutex mutex;
+    static std::map<std::pair<std::string, std::string>, std::vector<std::string>> found;
+    const std::scoped_lock lock(mutex);
+    const auto [answer, isNew] = found.try_emplace({family, language});
+    if (isNew) {
+        answer->second = findFamilies(family, language);
+    }
+    return answer->second;
+}
+
+FontsAhead::FontsAhead(std::string family, std::string language)
+    : reader_([family = std::move(family), language = std::move(language)] {
+          FcInit();
+          if (!language.empty()) {
+              FamiliesForText(family, language);
+          }
+      }) {}

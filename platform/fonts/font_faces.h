@@ -34,11 +34,17 @@ std::optional<FontFace> FindFontFace(const std::string& postScriptName);
 /// is there once, with the face that FindFontFace takes.
 std::vector<FontFace> InstalledFontFaces();
 
-/// Begins to read the desktop's font cache, which whoever shows text waits for, in a thread of its own. The end of the
-/// object's life waits for it.
+/// The families in which text of that family is shown, as the user's font settings choose them. First the installed one
+/// that stands for it, which has the letters and digits of English: itself, or another where the name is none of an
+/// installed font ("Sans Serif"). Behind it, when it lacks the letters of the language (such as "ja" or "zh_TW"), the
+/// one for these. Empty when there are no fonts at all. From any thread; a question is answered once in a process.
+std::vector<std::string> FamiliesForText(const std::string& family, const std::string& language);
+
+/// Begins to read the desktop's font cache, which whoever shows text waits for, and then to find the families for text
+/// of that family in that language, unless it is "", in a thread of its own. The end of the object's life waits for it.
 class FontsAhead {
 public:
-    FontsAhead();
+    FontsAhead(std::string family, std::string language);
 
 private:
     std::jthread reader_;

@@ -1,8 +1,10 @@
 // The start of the toolbox.
 
+#include "platform/fonts/font_faces.h"
 #include "platform/foundation/terminal_text.h"
 #include "platform/toolbox/Automation.h"
 #include "platform/toolbox/help_key.h"
+#include "platform/toolbox/language_font.h"
 #include "platform/toolbox/objects.h"
 #include "platform/toolbox/own_style.h"
 #include "platform/toolbox/plain_labels.h"
@@ -12,9 +14,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QFontDatabase>
-#include <QFontMetrics>
 #include <QImageReader>
-#include <QLocale>
 #include <QPalette>
 #include <QStyleHints>
 #include <algorithm>
@@ -27,21 +27,19 @@
 
 namespace {
 
-/// What the first window waits for and no window is needed for: the list of the installed fonts, those that have the
-/// letters of the user's language, and the plug-ins that read pictures, all of which are asked for the first one,
-/// whatever its kind. It runs beside the main thread, which reads what that window shows.
-void openFontsAndPictures(const QFont& font) {
+/// What the first window waits for and no window is needed for: the list of the installed fonts, and the plug-ins that
+/// read pictures, all of which are asked for the first one, whatever its kind. It runs beside the main thread, which
+/// reads what that window shows.
+void openFontsAndPictures() {
     QFontDatabase::hasFamily(QString());
-    if (const QString letters = QLocale::system().nativeLanguageName();
-        std::ranges::any_of(letters, [](QChar letter) { return letter.unicode() > 0x24F; })) {  // behind Latin
-        QFontMetrics(font).horizontalAdvance(letters);
-    }
     QByteArray nothing;
     QBuffer buffer(&nothing);
     QImageReader(&buffer).canRead();
 }
 
-std::jthread ahead;  // waited for at the end of the process, if nobody has
+// Waited for at the end of the process, if nobody has.
+std::optional<FontsAhead> fontsAhead;
+std::jthread ahead;
 
 bool hasDisplay() {
     return qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
@@ -109,6 +107,10 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES")) {
         qInstallMessageHandler(tellOfFaultsOnly);
     }
+    const std::string language = languageOfOtherLetters();
+    if (!scripted) {  // a script has time, and a test around it may change the environment, which the threads read
+        fontsAhead.emplace(kFamilyWithoutDesktop, language);
+    }
     // Qt keeps them. No variable is set: others may read the environment by now, in threads of theirs.
     static std::vector<char*> arguments(argv, argv + *argc);
     if (scripted && !hasDisplay() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
@@ -124,8 +126,9 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
     letHelpKeyReachHelp(application);
     keepLabelsPlain(application);
     improveOwnStyle(application);
-    if (!scripted) {  // a script has time, and a test around it may change the environment, which the thread reads
-        ahead = std::jthread(openFontsAndPictures, QApplication::font());
+    useFontOf(language);
+    if (!scripted) {
+        ahead = std::jthread(openFontsAndPictures);
     }
     if (const auto palette = paletteOf(qgetenv("TAVRO_COLOR_SCHEME"))) {
         QApplication::setPalette(*palette);
@@ -135,6 +138,7 @@ OSStatus ToolboxInitialize(int* argc, char** argv, Boolean scripted) {
 
 // Qt 6.8 deletes what waits for it at the end of the process, behind the static objects that it would need.
 void ToolboxTerminate() {
+    fontsAhead.reset();
     if (ahead.joinable()) {
         ahead.join();
     }
