@@ -34,7 +34,9 @@ void UpdateTabControl(ControlRef tabControl, UInt16 paneCount, const ControlRef*
 
 void SetupTextViewControl(ControlRef textView, SInt16 fontSize) {
     SetData(textView, kControlTextWordWrapTag, Boolean{true});
-    SetData(textView, kControlTextFontSizeTag, fontSize);
+    if (fontSize != kUserFontSize) {
+        SetData(textView, kControlTextFontSizeTag, fontSize);
+    }
     SetData(textView, kControlEditTextCFStringTag, CFSTR(""));
 }
 

@@ -10,7 +10,10 @@ void EmbedAndShowControl(ControlRef parent, ControlRef child);
 /// enabled; all others are hidden, disabled and deactivated.
 void UpdateTabControl(ControlRef tabControl, UInt16 paneCount, const ControlRef* panes);
 
-/// Makes a text view ready for use: words wrap, the text has the size (points) and is empty.
+/// The size that the user has chosen for all text.
+inline constexpr SInt16 kUserFontSize = 0;
+
+/// Makes a text view ready for use: words wrap, the text has the size (points, or kUserFontSize) and is empty.
 void SetupTextViewControl(ControlRef textView, SInt16 fontSize);
 
 /// Shows the text in a view that the user cannot change. paramErr for a null text.

@@ -32,7 +32,6 @@ constexpr ControlID kDescriptionID = {kSignature, 22071};
 constexpr OSType kDescribeCommand = FourCharCode("Sdsc");
 constexpr OSType kLibraryCommand = FourCharCode("Slib");
 
-constexpr SInt16 kSummaryFontSize = 10;
 constexpr SInt32 kWeightDigits = 5;
 constexpr SInt32 kLongestName = 80;
 constexpr SInt32 kLongestComment = 1000;
@@ -320,7 +319,7 @@ OSStatus InitializeAdvancedStockSelection(AdvancedStockSelectionContext* context
     context->comment = Find(*context, kCommentID);
     context->description = Find(*context, kDescriptionID);
 
-    SetupTextViewControl(context->data.summaryView, kSummaryFontSize);
+    SetupTextViewControl(context->data.summaryView, kUserFontSize);
     if (context->data.context == JobContext::job) {
         DisableWithLabel(context->size, Find(*context, kSizeLabelID));
     } else {

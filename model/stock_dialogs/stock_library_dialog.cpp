@@ -51,7 +51,6 @@ constexpr OSType kContextTag = FourCharCode("SLib");
 
 constexpr CFIndex kLongestInCell = 160;  // a cell lays out all of its text to draw the part that fits
 constexpr SInt32 kLongestSearch = 200;
-constexpr SInt16 kSummaryFontSize = 10;
 
 struct LibraryDialog {
     explicit LibraryDialog(CFBundleRef bundle) : window(bundle) {}
@@ -391,7 +390,7 @@ OSStatus Initialize(LibraryDialog* dialog, const Stock& stock) {
     dialog->data.context = JobContext::cover;
     dialog->data.summaryView = dialog->window.control(kSummary);
     dialog->data.icon = dialog->window.control(kIcon);
-    SetupTextViewControl(dialog->data.summaryView, kSummaryFontSize);
+    SetupTextViewControl(dialog->data.summaryView, kUserFontSize);
     LimitInputLengthAndCharacters(dialog->window.control(kSearch), kLongestSearch, nullptr);
     InstallList(dialog);
     dialog->window.handleCommands(LibraryEventHandler, dialog);

@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr SInt16 kSummaryFontSize = 10;
-
 // Labels of controls that may be taken away.
 constexpr SInt32 kDuplexLabel = 123;
 constexpr SInt32 kCollateStapleLabel = 121;
@@ -99,7 +97,7 @@ void PreparePaperOutputControls(_PaperOutputContext* context) {
     context->stockMenu.context = JobContext::job;
     context->stockMenu.summaryView = FindPanelControl(pane, kStockSummary);
     context->stockMenu.icon = FindPanelControl(pane, kStockIcon);
-    SetupTextViewControl(context->stockMenu.summaryView, kSummaryFontSize);
+    SetupTextViewControl(context->stockMenu.summaryView, kUserFontSize);
     InitializeStockMenuButton(context->stockButton, &context->stockMenu);
     InitializeFinishingMenuButton(context->finishingButton, context->bundle);
 
