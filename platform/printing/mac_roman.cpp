@@ -76,7 +76,7 @@ std::string spell(char32_t character) {
     }
     std::string spelled;
     for (const char32_t part : parts.toUcs4()) {
-        const std::string next = part < 0x80 ? std::string(1, static_cast<char>(part)) : spell(part);
+        std::string next = part < 0x80 ? std::string(1, static_cast<char>(part)) : spell(part);
         if (part >= 0x80 && next == kNone) {
             return next;
         }

@@ -14,6 +14,6 @@ struct PPDInLanguage {
 };
 
 /// The PPD for the first of these languages that it has: its lines with the prefix above, and empty lines for those of
-/// all other languages, so that the numbers of lines stay. libcups would keep the lines of the C library's locale, which
-/// is not always what the user reads, and takes long to skip the others.
+/// all other languages, so that the numbers of lines stay. libcups would keep the lines of the C library's locale,
+/// which is not always what the user reads, and takes long to skip the others.
 PPDInLanguage ppdInLanguage(std::string_view ppd, const QStringList& languages);
