@@ -71,6 +71,16 @@ QWidget* makeWidget(const QByteArray& className, QWidget* parent) {
     return known == kWidgetClasses.end() ? new ViewWidget(parent) : known->make(parent);
 }
 
+/// False where the pop-up goes by Qt's policy.
+bool setWidth(QWidget* popUp, int policy) {
+    auto* const button = dynamic_cast<PopUpButton*>(popUp);
+    if (button == nullptr || policy == QComboBox::AdjustToContentsOnFirstShow) {
+        return false;
+    }
+    policy == QComboBox::AdjustToContents ? button->fitItems() : button->holdWidth();
+    return true;
+}
+
 int intOf(const NibElement& element, const char* property, int otherwise) {
     const QVariant* const value = element.find(property);
     return value == nullptr ? otherwise : value->toInt();
@@ -168,12 +178,7 @@ private:
             QFont font = widget->font();
             font.setBold(property.value.toBool());
             widget->setFont(font);
-        } else if (name == "sizeAdjustPolicy" &&
-                   property.value == static_cast<int>(QComboBox::AdjustToMinimumContentsLengthWithIcon)) {
-            if (auto* const popUp = dynamic_cast<PopUpButton*>(widget)) {
-                popUp->holdWidth();
-            }
-        } else {
+        } else if (name != "sizeAdjustPolicy" || !setWidth(widget, property.value.toInt())) {
             widget->setProperty(name.constData(), property.isText ? texts(property.value) : property.value);
         }
     }

@@ -4,6 +4,7 @@
 #include <QGroupBox>
 #include <QPainter>
 #include <QPalette>
+#include <QPixmapCache>
 #include <QProxyStyle>
 #include <QStyleOption>
 #include <QTextLayout>
@@ -53,6 +54,9 @@ constexpr int kDarkening = 140;
 constexpr int kAlignments = Qt::AlignHorizontal_Mask | Qt::AlignVertical_Mask;
 
 constexpr int kMenuArrow = 8;
+// Whole pixels on screens of any usual scale:
+constexpr int kButtonEnd = 8;
+constexpr int kNarrowButton = 20;
 constexpr int kBelowTitle = 3;
 
 /// The place of the letter for the keyboard in the text without ampersands; -1 when there is none.
@@ -110,6 +114,11 @@ public:
         }
         const bool isFrame = std::ranges::find(kFrames, element) != kFrames.end();
         const Outlined outlined(isFrame ? option : nullptr, &palettes_);
+        const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+        if (element == PE_PanelButtonCommand && button != nullptr && canBeWidened(*button, *painter)) {
+            drawButton(*button, painter, widget);
+            return;
+        }
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
 
@@ -181,6 +190,46 @@ private:
         QStyleOption* option_;
         QPalette kept_;
     };
+
+    static bool canBeWidened(const QStyleOptionButton& option, const QPainter& painter) {
+        const QRectF pixels = painter.deviceTransform().mapRect(QRectF(option.rect));
+        return option.rect.width() > kNarrowButton && !(option.features & QStyleOptionButton::Flat) &&
+               pixels == QRectF(pixels.toRect());
+    }
+
+    /// Qt's button is the same all along but for its ends, and its smooth corners take longest to draw of all that a
+    /// window shows. So a narrow one is drawn, once for buttons that look the same, and put as wide as it has to be.
+    void drawButton(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const {
+        const double scale = painter->device()->devicePixelRatio();
+        const QRect& place = option.rect;
+        const QString key = QStringLiteral("tavro-button-%1-%2-%3-%4-%5")
+                                .arg(option.palette.cacheKey())
+                                .arg(QStyle::State::Int(option.state))
+                                .arg(option.features.toInt())
+                                .arg(place.height())
+                                .arg(scale);
+        QPixmap narrow;
+        if (!QPixmapCache::find(key, &narrow)) {
+            QStyleOptionButton drawn(option);
+            drawn.rect = {0, 0, kNarrowButton, place.height()};
+            narrow = QPixmap((QSizeF(drawn.rect.size()) * scale).toSize());
+            narrow.setDevicePixelRatio(scale);
+            narrow.fill(Qt::transparent);
+            QPainter narrowPainter(&narrow);
+            QProxyStyle::drawPrimitive(PE_PanelButtonCommand, &drawn, &narrowPainter, widget);
+            narrowPainter.end();
+            QPixmapCache::insert(key, narrow);
+        }
+        const double end = kButtonEnd * scale;
+        const double height = narrow.height();
+        const int inner = place.width() - 2 * kButtonEnd;
+        painter->drawPixmap(QRectF(place.left(), place.top(), kButtonEnd, place.height()), narrow,
+                            QRectF(0, 0, end, height));
+        painter->drawPixmap(QRectF(place.left() + kButtonEnd, place.top(), inner, place.height()), narrow,
+                            QRectF(end, 0, 1, height));
+        painter->drawPixmap(QRectF(place.right() + 1 - kButtonEnd, place.top(), kButtonEnd, place.height()), narrow,
+                            QRectF(narrow.width() - end, 0, end, height));
+    }
 
     mutable Palettes palettes_;
 };

@@ -44,19 +44,53 @@ void PopUpButton::showPopup() {
     QComboBox::showPopup();
 }
 
-QSize PopUpButton::heldSize() const {
-    constexpr int kLeastHeight = 14;  // these are Qt's own
+void PopUpButton::setModel(QAbstractItemModel* model) {
+    QComboBox::setModel(model);
+    if (width_ == Width::fitting) {
+        connect(model, &QAbstractItemModel::dataChanged, this, &PopUpButton::forgetContents);
+        connect(model, &QAbstractItemModel::rowsInserted, this, &PopUpButton::forgetContents);
+        connect(model, &QAbstractItemModel::rowsRemoved, this, &PopUpButton::forgetContents);
+        connect(model, &QAbstractItemModel::modelReset, this, &PopUpButton::forgetContents);
+    }
+}
+
+// As in Qt's own pop-ups.
+QSize PopUpButton::ownSize() const {
+    constexpr int kLeastHeight = 14;
     constexpr int kAroundText = 2;
-    constexpr int kBesideIcon = 4;
-    const QFontMetrics metrics = fontMetrics();
-    const int text = metrics.horizontalAdvance(u'X') * minimumContentsLength();
-    const QSize icon = iconSize();
-    const int height = static_cast<int>(std::ceil(QFontMetricsF(metrics).height()));
-    const QSize contents(text + icon.width() + kBesideIcon,
-                         std::max({height, kLeastHeight, icon.height()}) + kAroundText);
+    if (!contents_) {
+        const int text = static_cast<int>(std::ceil(QFontMetricsF(fontMetrics()).height()));
+        contents_ = contentsSize().expandedTo({0, std::max(text, kLeastHeight)}) + QSize(0, kAroundText);
+    }
     QStyleOptionComboBox option;
     initStyleOption(&option);
-    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, contents, this);
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, *contents_, this);
+}
+
+QSize PopUpButton::contentsSize() const {
+    constexpr int kBesideIcon = 4;
+    constexpr int kLettersOfNone = 7;
+    const QFontMetrics metrics = fontMetrics();
+    const QSize icon = iconSize() + QSize(kBesideIcon, 0);
+    if (width_ == Width::held) {
+        return icon + QSize(metrics.horizontalAdvance(u'X') * minimumContentsLength(), 0);
+    }
+    QSize widest(count() == 0 ? kLettersOfNone * metrics.horizontalAdvance(u'x') : 0, 0);
+    for (int i = 0; i < count(); ++i) {
+        const QSize text(metrics.horizontalAdvance(itemText(i)), 0);
+        widest = widest.expandedTo(itemIcon(i).isNull() ? text : text + icon);
+    }
+    return widest;
+}
+
+void PopUpButton::forgetContents() {
+    contents_.reset();
+    updateGeometry();
+}
+
+void PopUpButton::changeEvent(QEvent* event) {
+    contents_.reset();  // the font may be another
+    QComboBox::changeEvent(event);
 }
 
 void PopUpButton::keyPressEvent(QKeyEvent* event) {

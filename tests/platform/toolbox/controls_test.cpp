@@ -12,9 +12,13 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QMenu>
+#include <QPainter>
 #include <QPlainTextEdit>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QStyleFactory>
+#include <QStyleOptionButton>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
@@ -23,6 +27,8 @@
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
+#include <array>
+#include <memory>
 
 namespace {
 
@@ -382,6 +388,37 @@ TEST_F(ControlsTest, MenusCarryReferenceValuesAndServeTheirPopUp) {
     EXPECT_EQ(DeleteMenuItems(nullptr, 1, 1), menuItemNotFoundErr);
 }
 
+TEST_F(ControlsTest, PopUpsAreAsWideAsTheirWidestItem) {
+    open(widget("QComboBox", 1, property("sizeAdjustPolicy", "enum", "QComboBox::AdjustToContents")));
+    QWidget* const fitting = control(1)->widget;
+    const MenuRef menu = GetControlPopupMenuHandle(control(1));
+    const auto isAsWideAsQts = [&] {
+        QComboBox qt;
+        qt.setFont(fitting->font());
+        for (UInt16 i = 1; i <= CountMenuItems(menu); ++i) {
+            qt.addItem(static_cast<QComboBox*>(fitting)->itemText(i - 1));
+        }
+        return std::abs(fitting->sizeHint().width() - qt.sizeHint().width()) <= 1 &&  // of a letter's slant
+               fitting->sizeHint().height() == qt.sizeHint().height() &&
+               fitting->minimumSizeHint() == fitting->sizeHint();
+    };
+    EXPECT_TRUE(isAsWideAsQts());
+    AppendMenuItemTextWithCFString(menu, CFSTR("short"), 0, 0, nullptr);
+    EXPECT_TRUE(isAsWideAsQts());
+    const int width = fitting->sizeHint().width();
+    AppendMenuItemTextWithCFString(menu, CFSTR("rather longer than that"), 0, 0, nullptr);
+    EXPECT_TRUE(isAsWideAsQts());
+    EXPECT_GT(fitting->sizeHint().width(), width);
+    SetMenuItemTextWithCFString(menu, 2, CFSTR("so-so"));
+    EXPECT_TRUE(isAsWideAsQts());
+    QFont large = fitting->font();
+    large.setPointSize(2 * large.pointSize());
+    fitting->setFont(large);
+    EXPECT_TRUE(isAsWideAsQts());
+    DeleteMenuItems(menu, 1, 2);
+    EXPECT_TRUE(isAsWideAsQts());
+}
+
 TEST_F(ControlsTest, ASubmenuBelongsToOneItem) {
     open(widget("QToolButton", 1, property("popupMode", "enum", "QToolButton::InstantPopup")));
     const MenuRef menu = GetControlPopupMenuHandle(control(1));
@@ -471,6 +508,39 @@ TEST_F(ControlsTest, EmptyBoxesAndFieldsAreSeenInDarkColors) {
                 lightest = std::max(lightest, picture.pixelColor(x, picture.height() / 2).lightness());
             }
             EXPECT_GT(lightest, color.lightness() + 40) << number << " on " << color.name().toStdString();
+        }
+    }
+}
+
+/// Buttons are widened from a narrow one, which nobody shall see.
+TEST_F(ControlsTest, ButtonsLookAsInQtsOwnStyle) {
+    const std::unique_ptr<QStyle> qt(QStyleFactory::create(QStringLiteral("fusion")));
+    const auto* const own = qobject_cast<const QProxyStyle*>(QApplication::style());
+    ASSERT_TRUE(own != nullptr && own->baseStyle()->name() == qt->name());
+    const auto drawn = [](const QStyle& style, const QStyleOptionButton& option, double scale) {
+        QImage picture((QSizeF(option.rect.size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(scale);
+        picture.fill(Qt::gray);
+        QPainter painter(&picture);
+        style.drawPrimitive(QStyle::PE_PanelButtonCommand, &option, &painter);
+        return picture;
+    };
+    QStyleOptionButton option;
+    for (const QSize size : {QSize(8, 20), QSize(24, 24), QSize(31, 23), QSize(300, 32)}) {
+        option.rect = QRect(QPoint(), size);
+        const std::array<QStyle::State, 5> states{
+            QStyle::State_None, QStyle::State_Enabled, QStyle::State_Sunken | QStyle::State_Enabled,
+            QStyle::State_MouseOver | QStyle::State_Enabled,
+            QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange | QStyle::State_Enabled};
+        for (const QStyle::State state : states) {
+            for (const auto features : {QStyleOptionButton::None, QStyleOptionButton::DefaultButton}) {
+                for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+                    option.state = state;
+                    option.features = features;
+                    EXPECT_EQ(drawn(*QApplication::style(), option, scale), drawn(*qt, option, scale))
+                        << size.width() << " wide, state " << state << ", features " << features << ", at " << scale;
+                }
+            }
         }
     }
 }
