@@ -9,8 +9,9 @@ namespace {
 
 const CupsFunctions* load() {
     std::string reason;
-    const auto functions =
-        ownModuleFunction<decltype(tavroCupsFunctions)>("libtavro_cups.so", "tavroCupsFunctions", &reason);
+    // The main thread waits while this is loaded.
+    const auto functions = ownModuleFunction<decltype(tavroCupsFunctions)>("libtavro_cups.so", "tavroCupsFunctions",
+                                                                           &reason, ModuleSearch::ownLibrariesFirst);
     if (functions == nullptr) {
         throw std::runtime_error(reason);
     }

@@ -91,6 +91,12 @@ public:
     }
 };
 
+/// Its libraries find what they call by themselves otherwise, past a proxy or an allocator.
+TEST_F(Program, CallsWhatIsLoadedBeforeIt) {
+    const Run result = run({"--list-printers"}, {"LD_PRELOAD=" PRELOADED_CONNECTION});
+    EXPECT_NE(result.errors.find("preloaded\n"), std::string::npos) << result.errors;
+}
+
 }  // namespace
 
 TEST_P(Examples, PassWithTheSampleDocument) {
