@@ -1,5 +1,9 @@
 // From the start of a process to the first frame of its print dialog, for ours and its peers in turn.
 //
+// A window that closes leaves work behind, to the display, to the desktop's services and to its own helpers, and one
+// that opens meanwhile would wait for that. So each start has a pause before it, and each round an order of its own,
+// the same in each run.
+//
 // Each command prints "first-frame MICROSECONDS" (of the monotonic clock) when its window is on the screen, and may
 // print further lines "NAME MICROSECONDS"; the medians of ours are printed as the split of its time.
 //
@@ -12,14 +16,20 @@
 #include <unistd.h>
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <numeric>
+#include <random>
 #include <string>
+#include <thread>
 
 extern char** environ;
 
 namespace {
+
+constexpr std::chrono::milliseconds kPause(100);
 
 using Marks = std::vector<std::pair<std::string, double>>;  // name, microseconds since the start of the process
 
@@ -89,8 +99,13 @@ int main(int argc, char** argv) {
     std::map<std::string, std::vector<double>> split;
     std::vector<std::string> order;
     std::vector<std::vector<double>> times(commands.size());
+    std::vector<std::size_t> turns(commands.size());
+    std::iota(turns.begin(), turns.end(), 0);
+    std::mt19937 random;  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same in each run
     for (int i = -1; i < rounds; ++i) {
-        for (std::size_t each = 0; each < commands.size(); ++each) {
+        std::ranges::shuffle(turns, random);
+        for (const std::size_t each : turns) {
+            std::this_thread::sleep_for(kPause);
             const Marks marks = run(commands[each]);
             if (i < 0) {
                 continue;  // the warm-up
