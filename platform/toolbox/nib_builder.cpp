@@ -77,7 +77,11 @@ bool setWidth(QWidget* popUp, int policy) {
     if (button == nullptr || policy == QComboBox::AdjustToContentsOnFirstShow) {
         return false;
     }
-    policy == QComboBox::AdjustToContents ? button->fitItems() : button->holdWidth();
+    if (policy == QComboBox::AdjustToContents) {
+        button->fitItems();
+    } else {
+        button->holdWidth();
+    }
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "platform/toolbox/own_style.h"
 
+#include <qdrawutil.h>
 #include <QApplication>
 #include <QGroupBox>
 #include <QPainter>
@@ -201,17 +202,16 @@ private:
     /// window shows. So a narrow one is drawn, once for buttons that look the same, and put as wide as it has to be.
     void drawButton(const QStyleOptionButton& option, QPainter* painter, const QWidget* widget) const {
         const double scale = painter->device()->devicePixelRatio();
-        const QRect& place = option.rect;
         const QString key = QStringLiteral("tavro-button-%1-%2-%3-%4-%5")
                                 .arg(option.palette.cacheKey())
                                 .arg(QStyle::State::Int(option.state))
                                 .arg(option.features.toInt())
-                                .arg(place.height())
+                                .arg(option.rect.height())
                                 .arg(scale);
         QPixmap narrow;
         if (!QPixmapCache::find(key, &narrow)) {
             QStyleOptionButton drawn(option);
-            drawn.rect = {0, 0, kNarrowButton, place.height()};
+            drawn.rect = {0, 0, kNarrowButton, option.rect.height()};
             narrow = QPixmap((QSizeF(drawn.rect.size()) * scale).toSize());
             narrow.setDevicePixelRatio(scale);
             narrow.fill(Qt::transparent);
@@ -220,15 +220,9 @@ private:
             narrowPainter.end();
             QPixmapCache::insert(key, narrow);
         }
-        const double end = kButtonEnd * scale;
-        const double height = narrow.height();
-        const int inner = place.width() - 2 * kButtonEnd;
-        painter->drawPixmap(QRectF(place.left(), place.top(), kButtonEnd, place.height()), narrow,
-                            QRectF(0, 0, end, height));
-        painter->drawPixmap(QRectF(place.left() + kButtonEnd, place.top(), inner, place.height()), narrow,
-                            QRectF(end, 0, 1, height));
-        painter->drawPixmap(QRectF(place.right() + 1 - kButtonEnd, place.top(), kButtonEnd, place.height()), narrow,
-                            QRectF(narrow.width() - end, 0, end, height));
+        const int end = qRound(kButtonEnd * scale);
+        qDrawBorderPixmap(painter, option.rect, {kButtonEnd, 0, kButtonEnd, 0}, narrow, narrow.rect(),
+                          {end, 0, end, 0});
     }
 
     mutable Palettes palettes_;
